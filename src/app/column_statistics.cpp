@@ -1,0 +1,101 @@
+#include "app/column_statistics.h"
+
+#include "app/run_time_error.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+int clampColumn(int column) {
+    return std::clamp<int>(column, kX, kEM2);
+}
+
+double finite(double value) {
+    if (!std::isfinite(value)) throw RunTimeError::overflow();
+    return value;
+}
+
+// Sums f(i) over all sites in four independent running sums, each compensated (A. Neumaier, 1974), so that a
+// million readings keep the digits of a few; four, so that the additions overlap.
+template <typename Term>
+double sumOverSites(SiteIndex sites, Term term) {
+    constexpr int kLanes = 4;
+    double sum[kLanes] = {};
+    double lost[kLanes] = {};
+    const auto add = [&](int lane, double value) {
+        const double before = sum[lane];
+        const double after = before + value;
+        const double part = after - before;  // Knuth's two-sum: exact without a comparison
+        lost[lane] += (before - (after - part)) + (value - part);
+        sum[lane] = after;
+    };
+    SiteIndex i = 0;
+    for (; i + kLanes <= sites; i += kLanes)
+        for (int lane = 0; lane < kLanes; ++lane)
+            add(lane, term(i + lane));
+    for (; i < sites; ++i)
+        add(0, term(i));
+    return finite(((sum[0] + sum[1]) + (sum[2] + sum[3])) + ((lost[0] + lost[1]) + (lost[2] + lost[3])));
+}
+
+double meanOf(const double* values, SiteIndex count) {
+    if (count < 1) throw RunTimeError::divisionByZero();
+    // About the first value, so that a constant column has exactly its constant as mean.
+    const double first = values[0];
+    const double excess = sumOverSites(count, [=](SiteIndex i) { return values[i] - first; });
+    return finite(first + excess / static_cast<double>(count));
+}
+
+}  // namespace
+
+ColumnMinMax Column_MinMax(const Survey& survey, int column) {
+    if (survey.NumSites < 1) throw RunTimeError::subscriptOutOfRange();
+    const double* const values = survey.SiteData.column(clampColumn(column));
+    ColumnMinMax result{values[0], values[0], 0};
+    double minimum = values[0];
+    double maximum = values[0];
+    SiteIndex notPositive = 0;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        minimum = values[i] < minimum ? values[i] : minimum;
+        maximum = values[i] > maximum ? values[i] : maximum;
+        notPositive += values[i] <= 0 ? 1 : 0;
+    }
+    result.minimum = minimum;
+    result.maximum = maximum;
+    result.notPositive = notPositive;
+    return result;
+}
+
+double Column_Mean(const Survey& survey, int column) {
+    return meanOf(survey.SiteData.column(clampColumn(column)), survey.NumSites);
+}
+
+ColumnMeanSD Column_MeanSD(const Survey& survey, int column) {
+    if (survey.NumSites < 2) throw RunTimeError::divisionByZero();
+    const double* const values = survey.SiteData.column(clampColumn(column));
+    const double mean = meanOf(values, survey.NumSites);
+    const double squares = sumOverSites(survey.NumSites, [=](SiteIndex i) {
+        const double deviation = values[i] - mean;
+        return deviation * deviation;
+    });
+    return {mean, std::sqrt(squares / static_cast<double>(survey.NumSites - 1))};
+}
+
+Regression EM_Regression(const Survey& survey) {
+    constexpr double kScale = 100.0;  // readings are divided by it to keep the sums small
+    const SiteIndex sites = survey.NumSites;
+    const double* const em1 = survey.SiteData.column(kEM1);
+    const double* const em2 = survey.SiteData.column(kEM2);
+    const double meanX = meanOf(em1, sites);
+    const double meanY = meanOf(em2, sites);
+    const double sxx = sumOverSites(sites, [=](SiteIndex i) {
+        const double dx = (em1[i] - meanX) / kScale;
+        return dx * dx;
+    });
+    if (sxx == 0) throw RunTimeError::divisionByZero();
+    const double sxy = sumOverSites(
+        sites, [=](SiteIndex i) { return (em1[i] - meanX) / kScale * ((em2[i] - meanY) / kScale); });
+    const double slope = finite(sxy / sxx);
+    return {finite(meanY - slope * meanX), slope};
+}

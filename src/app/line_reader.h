@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Reads a text file line by line. Line ends are CR LF, LF or CR, mixed too, and the last line may lack one.
+/// A UTF-8 byte-order mark at the start is passed over. Every other byte, NUL and control bytes too, is part
+/// of its line. The file is read in blocks, not mapped, so that one that shrinks under our hands is an error
+/// or an early end and never a signal.
+class LineReader {
+  public:
+    /// Opens `path`. Throws RunTimeError (with path and the system's reason) when it cannot be opened or is
+    /// not a regular file: a device or a pipe might never end.
+    explicit LineReader(const std::string& path);
+    ~LineReader();
+    LineReader(const LineReader&) = delete;
+    LineReader& operator=(const LineReader&) = delete;
+
+    /// Gives the next line without its end; false at the end of the file. The view holds until the next call.
+    /// Throws RunTimeError when reading fails.
+    bool next(std::string_view& line) {
+        // The common case stands here so that it is inlined: a whole line ended by LF lies in the buffer.
+        return takeBufferedLine(line) || readOn(line);
+    }
+
+    /// Number of the line that next() gave last, from 1.
+    std::int64_t lineNumber() const { return lineNumber_; }
+
+  private:
+    bool takeBufferedLine(std::string_view& line);
+    bool readOn(std::string_view& line);
+    bool fill();
+    void skipByteOrderMark();
+
+    std::string path_;
+    int file_ = -1;
+    std::vector<char> buffer_;
+    const char* position_ = nullptr;  // first byte not yet given
+    const char* end_ = nullptr;       // one past the last byte read
+    bool atEnd_ = false;
+    std::int64_t lineNumber_ = 0;
+};

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// Index of a site (0-based, file order) and number of sites. A survey may hold millions.
+using SiteIndex = std::int64_t;
+
+/// The columns of SiteData.
+enum SiteColumn : int { kX = 0, kY = 1, kEM1 = 2, kEM2 = 3, kRow = 4, kSiteColumns = 5 };
+
+/// The largest number of rows (transects) the system holds.
+inline constexpr int kMaxRows = 250;
+
+/// The table of sites: five columns (X, Y in metres; EM1, EM2 in mS/m; row number, a whole number held as a
+/// Double), each contiguous in memory so that a statistic, a plot or a mask streams through it.
+/// Every column has the same length, the capacity; how many entries are sites is the survey's NumSites.
+class SiteTable {
+  public:
+    /// Requires 0 <= site < capacity().
+    double& operator()(int column, SiteIndex site) { return columns_[index(column)][index(site)]; }
+    double operator()(int column, SiteIndex site) const { return columns_[index(column)][index(site)]; }
+
+    /// The column's first entry; valid until the next resize().
+    double* column(int c) { return columns_[index(c)].data(); }
+    const double* column(int c) const { return columns_[index(c)].data(); }
+
+    SiteIndex capacity() const { return static_cast<SiteIndex>(columns_[0].size()); }
+
+    /// Sets the capacity, keeping contents; new entries are 0. Growing by small steps costs linear time in
+    /// all, because the storage behind a column grows geometrically.
+    void resize(SiteIndex capacity);
+
+  private:
+    static std::size_t index(std::int64_t i) { return static_cast<std::size_t>(i); }
+    std::array<std::vector<double>, kSiteColumns> columns_;
+};
+
+/// First and last character column of a field in a sensor-file line (1-based, in bytes) and its width,
+/// last - first + 1; all 0 for a field that is not in use.
+struct FieldColumns {
+    int Start = 0;
+    int End = 0;
+    int Len = 0;
+};
+
+/// The survey that is being cleaned: plain data that every window reads and writes directly. There is one,
+/// theSurvey(); an import builds another and puts it in place whole once reading has succeeded.
+///
+/// Rows are stored contiguously in row order and numbered 1..NumRows without gaps; the sites of row r are the
+/// NumPoints[r] sites that follow those of rows 1..r-1.
+struct Survey {
+    // Sites 0..NumSites-1, in file order.
+    SiteTable SiteData;
+    std::vector<double> SiteID;  ///< site ID numbers, as long as SiteData when SiteIDPresent, else empty
+    SiteIndex NumSites = 0;
+    bool SiteIDPresent = false;
+    bool TwoEMColumns = false;  ///< EM1 and EM2 are present; otherwise only EM1
+
+    // Rows.
+    int NumRows = 0;   ///< 0 while no rows have been assigned
+    int RowIndex = 0;  ///< the shared row counter: what the last row detection or row count arrived at
+    std::array<std::int64_t, kMaxRows + 1> NumPoints{};  ///< sites in row r, r = 1..NumRows
+
+    // Distances from site i-1 to site i (metres), for i = 1..NumSites-1; entries 0 and NumSites are 0.
+    std::vector<double> TrueDist, XDist, YDist;
+    double MaxTrueDist = 0, MaxXDist = 0, MaxYDist = 0;
+
+    // Extents (metres). The largest start from 0, the smallest from site 0.
+    double MaxX = 0, MaxY = 0, MinX = 0, MinY = 0;
+
+    // Parameters of import and row detection.
+    double EMCutoff = 0;     ///< smallest accepted reading (mS/m)
+    double MinDistance = 0;  ///< a gap greater than this (metres) starts a new row
+    int MinLineLength = 1;   ///< a sensor-file line is read only if it is longer than this (bytes)
+    int DistanceMode = 0;    ///< 1 true distance, 2 along X, 3 along Y, 0 none chosen yet
+    bool UseTrueDist = false, UseXDist = false, UseYDist = false;  ///< the same choice as flags
+    bool NegateEM = false;
+    bool DivideEMBy10 = false;
+
+    // Field layout of the Trimble/EM-38 sensor file.
+    FieldColumns SiteIDField, XField, YField, EM1Field, EM2Field;
+
+    /// Sets DistanceMode and the three flags alike; requires 1 <= mode <= 3.
+    void chooseDistance(int mode);
+};
+
+/// What the program remembers while it runs, beside the survey.
+struct Session {
+    std::string InputFileName;  ///< full path of the sensor file chosen for import
+    bool DataSaved = false;     ///< a transect file has been written since the last import
+    std::string AppDir;         ///< the program's directory: help documents and editor settings are read here
+    std::string DataDir;        ///< where the error log and helpdoc.rtf are written; AppDir unless read-only
+    std::string TextEditor;     ///< command that opens text files: the editor's path and one blank
+    double PrintScale = 1.0;    ///< 1.0 for 300 dpi, 2.0 for 600 dpi, 4.0 for 1200 dpi
+    double EMAdjustTotalA = 0;  ///< sum of the amounts added to EM1 (mS/m)
+    double EMAdjustTotalB = 0;  ///< sum of the amounts added to EM2 (mS/m)
+};
+
+/// The one survey and the one session of the process. Windows use them; what computes takes what it works on
+/// as an argument.
+Survey& theSurvey();
+Session& theSession();
