@@ -44,7 +44,8 @@ class DialogTypist : public QObject {
         } else if (auto* const dialog = qobject_cast<QFileDialog*>(active); dialog && dialog->isVisible()) {
             if (std::exchange(typed_, true)) return dialog->reject();
             dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(name_);
-            clickAccept(dialog);
+            // Not from within the timer's own event: a timer stands still while it is delivered.
+            QTimer::singleShot(0, dialog, [dialog] { clickAccept(dialog); });
         }
     }
 
