@@ -84,6 +84,11 @@ RowDetection Assign_Row(Survey& survey) {
     return RowDetection::Assigned;
 }
 
+bool rowsAreUsable(const Survey& survey) {
+    // A file may bring more rows than the limit; then both agree.
+    return survey.NumRows > 0 && (survey.RowIndex <= kMaxRows || survey.RowIndex == survey.NumRows);
+}
+
 void Calculate_NumPoints(Survey& survey) {
     std::array<std::int64_t, kMaxRows + 1> points{};
     const double* const row = survey.SiteData.column(kRow);

@@ -29,6 +29,9 @@ void Calculate_Chosen_Distance(Survey& survey);
 /// have their numbers and the others keep theirs.
 RowDetection Assign_Row(Survey& survey);
 
+/// False after TooManyRows, until rows have been found again: the row column then is half old, half new.
+bool rowsAreUsable(const Survey& survey);
+
 /// Counts the sites of each run of equal row numbers into NumPoints, and the runs in RowIndex. Requires rows
 /// contiguous and numbered 1, 2, 3, ... in site order. Throws subscriptOutOfRange, changing nothing, when
 /// there are more than kMaxRows runs.
