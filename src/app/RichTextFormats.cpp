@@ -29,13 +29,18 @@ QStringList families(const RichTextFont& font) {
     }
 }
 
-QList<QTextOption::Tab> tabPositions(const RichTextParagraph& paragraph, int left) {
-    auto tabs = paragraph.tabs;
+// Qt counts tab stops from where the first line begins, rich text from the page's edge.
+QList<QTextOption::Tab> tabPositions(const RichTextParagraph& paragraph, int left, int first) {
+    auto stops = paragraph.tabs;
     // The left indent is a tab stop of its own for what hangs before it.
-    if (paragraph.first < 0) tabs << QTextOption::Tab(left, QTextOption::LeftTab);
-    std::sort(tabs.begin(), tabs.end(), [](const auto& a, const auto& b) { return a.position < b.position; });
-    for (auto& tab : tabs)
-        tab.position = pixels(static_cast<int>(tab.position));
+    if (first < 0) stops << QTextOption::Tab(left, QTextOption::LeftTab);
+    std::sort(stops.begin(), stops.end(),
+              [](const auto& a, const auto& b) { return a.position < b.position; });
+    QList<QTextOption::Tab> tabs;
+    for (const auto& stop : stops) {
+        const int distance = static_cast<int>(stop.position) - left - first;
+        if (distance > 0) tabs << QTextOption::Tab(pixels(distance), stop.type);
+    }
     return tabs;
 }
 
@@ -97,7 +102,7 @@ QTextBlockFormat blockFormat(const RichTextParagraph& paragraph) {
         const int height = std::clamp(paragraph.lineHeight, kSingleLine / 2, kSingleLine * 4);
         format.setLineHeight(height * 100.0 / kSingleLine, QTextBlockFormat::ProportionalHeight);
     }
-    const auto tabs = tabPositions(paragraph, left);
+    const auto tabs = tabPositions(paragraph, left, first);
     if (!tabs.isEmpty()) format.setTabPositions(tabs);
     if (paragraph.isHeading()) format.setHeadingLevel(std::min(paragraph.outlineLevel + 1, 6));
     return format;

@@ -14,6 +14,8 @@ namespace {
 
 constexpr qsizetype kMostColumns = 64;
 constexpr int kNarrowestColumn = 100;  // twips
+constexpr int kPadding = 4;            // pixels
+constexpr int kRoom = 120;             // twips that the padding takes of a column
 const QColor kRule(0x90, 0x90, 0x90);
 
 void insertRuns(QTextCursor& cursor, const auto& runs) {
@@ -45,7 +47,7 @@ QList<int> columnWidths(const RichTextRow& row) {
     QList<int> widths;
     int left = row.left;
     for (const auto& column : row.columns) {
-        widths << std::max(column.edge - left, kNarrowestColumn);
+        widths << std::max(column.edge - left, kNarrowestColumn) + kRoom;
         left = std::max(column.edge, left);
     }
     return widths;
@@ -152,17 +154,20 @@ void RichTextWriter::write(const Paragraph& paragraph) {
     }
     insertRuns(cursor_, paragraph.runs);
     freshBlock_ = false;
+    tableAbove_ = false;
 }
 
-void RichTextWriter::write(const Cell& cell, QTextCursor& cursor) {
+void RichTextWriter::write(const Cell& paragraphs, QTextTableCellFormat format, QTextTableCell cell) {
+    // A cell's own format is that of its first paragraph's end too.
+    if (!paragraphs.isEmpty()) format.setFontPointSize(paragraphs.constFirst().characters.fontPointSize());
+    cell.setFormat(format);
+    auto cursor = cell.firstCursorPosition();
     bool first = true;
-    for (const auto& paragraph : cell) {
-        if (first) {
+    for (const auto& paragraph : paragraphs) {
+        if (first)
             cursor.setBlockFormat(paragraph.format);
-            cursor.setBlockCharFormat(paragraph.characters);
-        } else {
+        else
             cursor.insertBlock(paragraph.format, paragraph.characters);
-        }
         insertRuns(cursor, paragraph.runs);
         first = false;
     }
@@ -175,15 +180,12 @@ void RichTextWriter::writeTable() {
     auto* table =
         cursor_.insertTable(static_cast<int>(rows.size()), static_cast<int>(columns), tableFormat());
     for (int r = 0; r < table->rows(); ++r) {
-        for (int c = 0; c < table->columns(); ++c) {
-            auto cell = table->cellAt(r, c);
-            auto cursor = cell.firstCursorPosition();
-            cell.setFormat(rows[r].formats[c]);
-            write(rows[r].cells[c], cursor);
-        }
+        for (int c = 0; c < table->columns(); ++c)
+            write(rows[r].cells[c], rows[r].formats[c], table->cellAt(r, c));
     }
     cursor_.movePosition(QTextCursor::End);
     freshBlock_ = true;
+    tableAbove_ = true;
 }
 
 QTextTableFormat RichTextWriter::tableFormat() const {
@@ -198,7 +200,8 @@ QTextTableFormat RichTextWriter::tableFormat() const {
     format.setBorderCollapse(true);
     format.setBorder(0);
     format.setCellSpacing(0);
-    format.setCellPadding(4);
+    if (!tableAbove_) format.setTopMargin(kPadding);
+    format.setCellPadding(kPadding);
     format.setColumnWidthConstraints(constraints);
     format.setWidth(QTextLength(QTextLength::PercentageLength, std::min(100.0, total * 100.0 / textWidth_)));
     return format;

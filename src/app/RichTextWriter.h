@@ -8,6 +8,7 @@
 #include <QTextFormat>
 
 class QTextDocument;
+class QTextTableCell;
 class QImage;
 
 /// Writes paragraphs, pictures and tables at the end of a document. A paragraph of the text is written when
@@ -53,13 +54,14 @@ class RichTextWriter {
 
     Paragraph takeParagraph(const QTextBlockFormat& format, const QTextCharFormat& characters);
     void write(const Paragraph& paragraph);
-    void write(const Cell& cell, QTextCursor& cursor);
+    static void write(const Cell& paragraphs, QTextTableCellFormat format, QTextTableCell cell);
     void writeTable();
     QTextTableFormat tableFormat() const;
 
     QTextDocument& document_;
     QTextCursor cursor_;
-    bool freshBlock_ = true;  // the block at the document's end is still to be filled
+    bool freshBlock_ = true;   // the block at the document's end is still to be filled
+    bool tableAbove_ = false;  // nothing stands between it and the document's end
     int textWidth_ = 8640;
     int pictures_ = 0;
     QList<Run> runs_;     // of the paragraph under way

@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QResizeEvent>
 #include <QScreen>
+#include <QTextBlock>
 #include <QTextFrame>
 
 #include <algorithm>
@@ -43,6 +44,16 @@ void layPaper(QTextBrowser& page) {
     page.setPalette(paper);
 }
 
+// The first line of the document, unless it is a whole paragraph.
+QString titleOf(const QTextDocument& document, const QString& name) {
+    constexpr qsizetype kLongestTitle = 60;
+    QTextBlock block = document.begin();
+    while (block.isValid() && block.text().trimmed().isEmpty())
+        block = block.next();
+    const QString title = block.text().simplified();
+    return title.isEmpty() || title.size() > kLongestTitle ? name : title;
+}
+
 }  // namespace
 
 frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
@@ -70,7 +81,7 @@ frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
 void frmHelpTesl::showDocument(const QByteArray& rtf, const QString& name) {
     document_ = rtf;
     readRichText(document_, *RTB1->document());
-    setWindowTitle(u"%1 - Help"_s.arg(name));
+    setWindowTitle(u"%1 - Help"_s.arg(titleOf(*RTB1->document(), name)));
     RTB1->moveCursor(QTextCursor::Start);
     txtFind->clear();
     setPageMargins();

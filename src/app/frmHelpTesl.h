@@ -14,7 +14,8 @@ class frmHelpTesl : public QWidget, public Ui::frmHelpTesl {
   public:
     explicit frmHelpTesl(QWidget* parent = nullptr);
 
-    /// Shows the document from its beginning, under that name in the title.
+    /// Shows the document from its beginning. Its first line is the window's title, or `name` when that is no
+    /// title.
     void showDocument(const QByteArray& rtf, const QString& name);
 
   protected:
