@@ -14,11 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool beginsAsRichText(std::string_view bytes) {
+// The bytes without the mark and the blanks that may stand before rich text.
+std::string_view fromFirstGroup(std::string_view bytes) {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    if (bytes.substr(0, kMark.size()) == kMark) bytes.remove_prefix(kMark.size());
+    if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
     bytes.remove_prefix(std::min(bytes.find_first_not_of(" \t\r\n"), bytes.size()));
-    return bytes.substr(0, 5) == "{\\rtf";
+    return bytes;
 }
 
 // The bytes as UTF-8 if they are that, else as Windows 1252.
@@ -41,7 +42,8 @@ QString plainText(std::string_view bytes) {
 bool readRichText(QByteArrayView rtf, QTextDocument& document) {
     const std::string_view bytes(rtf.data(), static_cast<std::size_t>(rtf.size()));
     document.clear();
-    if (!beginsAsRichText(bytes)) {
+    const auto richText = fromFirstGroup(bytes);
+    if (!richText.starts_with("{\\rtf")) {
         document.setPlainText(plainText(bytes));
         return false;
     }
@@ -49,7 +51,7 @@ bool readRichText(QByteArrayView rtf, QTextDocument& document) {
     document.setUndoRedoEnabled(false);
     QTextCursor edit(&document);
     edit.beginEditBlock();  // the page is laid out once, at the end
-    parseRichText(bytes, document);
+    parseRichText(richText, document);
     edit.endEditBlock();
     document.setUndoRedoEnabled(undo);
     return true;

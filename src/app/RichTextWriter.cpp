@@ -146,6 +146,12 @@ void RichTextWriter::finish(const QTextBlockFormat& format) {
 }
 
 void RichTextWriter::write(const Paragraph& paragraph) {
+    // Text keeps a little distance from the table above it; an empty paragraph is distance enough.
+    if (tableAbove_ != nullptr && !paragraph.runs.isEmpty()) {
+        auto format = tableAbove_->format();
+        format.setBottomMargin(2 * kPadding);
+        tableAbove_->setFormat(format);
+    }
     if (freshBlock_) {
         cursor_.setBlockFormat(paragraph.format);
         cursor_.setBlockCharFormat(paragraph.characters);
@@ -154,12 +160,13 @@ void RichTextWriter::write(const Paragraph& paragraph) {
     }
     insertRuns(cursor_, paragraph.runs);
     freshBlock_ = false;
-    tableAbove_ = false;
+    tableAbove_ = nullptr;
 }
 
 void RichTextWriter::write(const Cell& paragraphs, QTextTableCellFormat format, QTextTableCell cell) {
     // A cell's own format is that of its first paragraph's end too.
-    if (!paragraphs.isEmpty()) format.setFontPointSize(paragraphs.constFirst().characters.fontPointSize());
+    const double size = paragraphs.isEmpty() ? 0 : paragraphs.constFirst().characters.fontPointSize();
+    if (size > 0) format.setFontPointSize(size);
     cell.setFormat(format);
     auto cursor = cell.firstCursorPosition();
     bool first = true;
@@ -185,7 +192,7 @@ void RichTextWriter::writeTable() {
     }
     cursor_.movePosition(QTextCursor::End);
     freshBlock_ = true;
-    tableAbove_ = true;
+    tableAbove_ = table;
 }
 
 QTextTableFormat RichTextWriter::tableFormat() const {
@@ -200,7 +207,7 @@ QTextTableFormat RichTextWriter::tableFormat() const {
     format.setBorderCollapse(true);
     format.setBorder(0);
     format.setCellSpacing(0);
-    if (!tableAbove_) format.setTopMargin(kPadding);
+    if (tableAbove_ == nullptr) format.setTopMargin(kPadding);
     format.setCellPadding(kPadding);
     format.setColumnWidthConstraints(constraints);
     format.setWidth(QTextLength(QTextLength::PercentageLength, std::min(100.0, total * 100.0 / textWidth_)));

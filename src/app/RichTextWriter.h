@@ -8,6 +8,7 @@
 #include <QTextFormat>
 
 class QTextDocument;
+class QTextTable;
 class QTextTableCell;
 class QImage;
 
@@ -60,8 +61,8 @@ class RichTextWriter {
 
     QTextDocument& document_;
     QTextCursor cursor_;
-    bool freshBlock_ = true;   // the block at the document's end is still to be filled
-    bool tableAbove_ = false;  // nothing stands between it and the document's end
+    bool freshBlock_ = true;            // the block at the document's end is still to be filled
+    QTextTable* tableAbove_ = nullptr;  // nothing stands between it and the document's end
     int textWidth_ = 8640;
     int pictures_ = 0;
     QList<Run> runs_;     // of the paragraph under way
