@@ -15,6 +15,7 @@ namespace {
 constexpr qsizetype kMostColumns = 64;
 constexpr int kNarrowestColumn = 100;  // twips
 constexpr int kPadding = 4;            // pixels
+constexpr double kDistance = 12;       // pixels between a table and text below it
 constexpr int kRoom = 120;             // twips that the padding takes of a column
 const QColor kRule(0x90, 0x90, 0x90);
 
@@ -146,10 +147,11 @@ void RichTextWriter::finish(const QTextBlockFormat& format) {
 }
 
 void RichTextWriter::write(const Paragraph& paragraph) {
-    // Text keeps a little distance from the table above it; an empty paragraph is distance enough.
+    // Text keeps its distance from the table above it, by the table's margin since Qt passes over the text's;
+    // an empty paragraph is distance enough.
     if (tableAbove_ != nullptr && !paragraph.runs.isEmpty()) {
         auto format = tableAbove_->format();
-        format.setBottomMargin(2 * kPadding);
+        format.setBottomMargin(std::max(kDistance, paragraph.format.topMargin()));
         tableAbove_->setFormat(format);
     }
     if (freshBlock_) {

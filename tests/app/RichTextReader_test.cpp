@@ -348,6 +348,16 @@ TEST_F(RichTextReader, GivesTablesTheirPartOfThePage) {
     EXPECT_NEAR(format.columnWidthConstraints().value(0).rawValue(), 50, 1.5);
 }
 
+TEST_F(RichTextReader, KeepsTextAtADistanceFromTheTableAboveIt) {
+    const QByteArray table = "\\trowd\\cellx2000\\pard\\intbl a\\cell\\row";
+    bodyText(table + "\\pard near\\par");
+    EXPECT_EQ(tables()[0]->format().bottomMargin(), 12);
+    bodyText(table + "\\pard\\sb600 far\\par");
+    EXPECT_EQ(tables()[0]->format().bottomMargin(), 40);
+    bodyText(table + "\\trowd\\cellx3000\\pard\\intbl b\\cell\\row\\pard after\\par");
+    EXPECT_EQ(tables()[0]->format().bottomMargin(), 0) << "tables one below the other look like one";
+}
+
 TEST_F(RichTextReader, ShowsPngAndJpegPictures) {
     bodyText("a{\\*\\shppict{\\pict{\\*\\picprop hidden}\\pngblip\\picwgoal900\\pichgoal450 " +
              pictureBytes("png").toHex() + "}}{\\nonshppict{\\pict\\wmetafile8 0102}}b");
