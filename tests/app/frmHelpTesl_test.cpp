@@ -134,7 +134,7 @@ TEST_F(HelpViewer, IsOneWindowForAllDocuments) {
 }
 
 TEST_F(HelpViewer, SavesTheDocumentByteForByteAndOpensItInTheTextEditor) {
-    const QByteArray odd = QByteArray("{\\rtf1 a\r\n\0\xE9}\0", 17);
+    const QByteArray odd = "{\\rtf1 a\r\n\0\xE9}\0"_ba;
     writeDocument(107, odd);
     frmHelpTesl* window = open(107);
     QTest::mouseClick(window->Command1, Qt::LeftButton);
