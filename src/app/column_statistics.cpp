@@ -11,7 +11,7 @@ int clampColumn(int column) {
     return std::clamp<int>(column, kX, kEM2);
 }
 
-double finite(double value) {
+double requireFinite(double value) {
     if (!std::isfinite(value)) throw RunTimeError::overflow();
     return value;
 }
@@ -36,7 +36,7 @@ double sumOverSites(SiteIndex sites, Term term) {
             add(lane, term(i + lane));
     for (; i < sites; ++i)
         add(0, term(i));
-    return finite(((sum[0] + sum[1]) + (sum[2] + sum[3])) + ((lost[0] + lost[1]) + (lost[2] + lost[3])));
+    return requireFinite(((sum[0] + sum[1]) + (sum[2] + sum[3])) + ((lost[0] + lost[1]) + (lost[2] + lost[3])));
 }
 
 double meanOf(const double* values, SiteIndex count) {
@@ -44,7 +44,7 @@ double meanOf(const double* values, SiteIndex count) {
     // About the first value, so that a constant column has exactly its constant as mean.
     const double first = values[0];
     const double excess = sumOverSites(count, [=](SiteIndex i) { return values[i] - first; });
-    return finite(first + excess / static_cast<double>(count));
+    return requireFinite(first + excess / static_cast<double>(count));
 }
 
 }  // namespace
@@ -96,6 +96,6 @@ Regression EM_Regression(const Survey& survey) {
     if (sxx == 0) throw RunTimeError::divisionByZero();
     const double sxy = sumOverSites(
         sites, [=](SiteIndex i) { return (em1[i] - meanX) / kScale * ((em2[i] - meanY) / kScale); });
-    const double slope = finite(sxy / sxx);
-    return {finite(meanY - slope * meanX), slope};
+    const double slope = requireFinite(sxy / sxx);
+    return {requireFinite(meanY - slope * meanX), slope};
 }

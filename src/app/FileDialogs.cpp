@@ -1,0 +1,60 @@
+#include "app/FileDialogs.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+
+#include <utility>
+
+namespace {
+
+FileResponder& currentResponder() {
+    static FileResponder responder;
+    return responder;
+}
+
+QString showOnScreen(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(parent, question.caption);
+    dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setAcceptMode(question.toSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(question.toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilters(nameFilters(question.filter));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return dialog.selectedFiles().constFirst();
+}
+
+QString respond(QWidget* parent, const FileQuestion& question) {
+    return currentResponder() ? currentResponder()(question) : showOnScreen(parent, question);
+}
+
+}  // namespace
+
+QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter) {
+    return respond(parent, {caption, filter, false});
+}
+
+QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter) {
+    return respond(parent, {caption, filter, true});
+}
+
+void setFileResponder(FileResponder responder) {
+    currentResponder() = std::move(responder);
+}
+
+QStringList nameFilters(const QString& filter) {
+    // Qt takes the pattern from the last parentheses and hides them, which leaves the description as it is.
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters << QStringLiteral("%1 (%2)").arg(parts[i], parts[i + 1]);
+    return filters;
+}
+
+std::string toPath(const QString& path) {
+    return QFile::encodeName(QDir::toNativeSeparators(path)).toStdString();
+}
+
+QString fromPath(const std::string& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}

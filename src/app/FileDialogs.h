@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+// The one way in which the program asks for a file, and the one seam at which a test answers.
+
+/// A file dialog as the program asks for it. The filter holds pairs of description and pattern separated by
+/// bars: "Text Files (*.txt)|*.TXT|All Files (*.*)|*". Patterns match upper and lower case alike.
+struct FileQuestion {
+    QString caption;
+    QString filter;
+    bool toSave = false;
+};
+
+/// Asks for an existing file; empty when cancelled. Symbolic links count as what they point to.
+QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter);
+
+/// Asks for a file to write, and whether an existing one may be replaced; empty when cancelled. The name is
+/// what was typed: no extension is added.
+QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter);
+
+/// Takes the place of the dialog on the screen: gives the path, or nothing for Cancel.
+using FileResponder = std::function<QString(const FileQuestion&)>;
+void setFileResponder(FileResponder responder);
+
+/// The filter as Qt's dialogs take it, one text for each pair; the description is shown as it stands.
+QStringList nameFilters(const QString& filter);
+
+/// Between the paths of dialogs and those of the standard library (bytes, UTF-8).
+std::string toPath(const QString& path);
+QString fromPath(const std::string& path);

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QApplication>
+#include <QPointer>
+#include <QWidget>
+
+#include <exception>
+#include <utility>
+
+/// Shows the description of the exception under way in a box. Call it in a catch block only.
+void reportRunTimeError(QWidget* parent);
+
+/// The edge of an event: what `action` throws is reported with its description and the action is abandoned.
+/// Wrap every slot that does something in it:
+///     connect(cmdCompute, &QPushButton::clicked, this, guarded(this, [this] { cmdCompute_Click(); }));
+template <typename Action>
+auto guarded(QWidget* window, Action action) {
+    return [where = QPointer<QWidget>(window), run = std::move(action)]() mutable {
+        try {
+            run();
+        } catch (...) {
+            reportRunTimeError(where);
+        }
+    };
+}
+
+/// The hourglass on a window for as long as the object lives, however it ends.
+class Hourglass {
+  public:
+    explicit Hourglass(QWidget* window) : window_(window) { window->setCursor(Qt::WaitCursor); }
+    ~Hourglass() {
+        if (window_) window_->unsetCursor();
+    }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+  private:
+    QPointer<QWidget> window_;
+};
+
+/// The application: an exception that leaves an event handler is reported like those in guarded slots, so
+/// that no event can end the program.
+class Application : public QApplication {
+    Q_OBJECT
+
+  public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override;
+};

@@ -1,0 +1,3 @@
+#include "app/HelpOpener.h"
+
+void openHelp(QWidget*, int) {}

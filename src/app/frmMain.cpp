@@ -1,0 +1,126 @@
+#include "app/frmMain.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/MessageBox.h"
+#include "app/palette16.h"
+#include "app/survey.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kBanner = u"Orvane Kettle Soils Lab:  VARN Utility Software"_s;
+constexpr int kBannerInterval = 50;  // milliseconds between two characters
+
+// Large enough to read a survey, and never larger than the screen leaves room for.
+QSize firstSize(const QScreen* screen) {
+    const QSize room = screen->availableSize() * 0.92;
+    return QSize(1100, 750).boundedTo(room);
+}
+
+}  // namespace
+
+frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
+    setupUi(this);
+    nameSubmenus();
+    resize(firstSize(screen()));
+    editorArea->hide();
+    colourCaption(*Label20, kBlue);
+    QPalette paper = chartArea->palette();
+    paper.setColor(QPalette::Window, Qt::white);
+    paper.setColor(QPalette::WindowText, QColor(0x50, 0x50, 0x50));
+    chartArea->setPalette(paper);
+    setInvitation(
+        u"Import a sensor file to begin:\nFile, then “Import a Trimble/EM-38 Sensor file” "
+        u"or “Inport a generic Sensor file”"_s);
+
+    connect(mnuExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
+    connect(mnuClear, &QAction::triggered, this, guarded(this, [this] { hidePlots(); }));
+    menusFollow(MenuEvent::StartUp);
+
+    Timer1.setObjectName(u"Timer1"_s);
+    Timer1.setInterval(kBannerInterval);
+    connect(&Timer1, &QTimer::timeout, this, guarded(this, [this] { Timer1_Timer(); }));
+    Timer1.start();
+}
+
+// A submenu is enabled through its action, which Designer leaves without a name.
+void frmMain::nameSubmenus() {
+    for (QMenu* menu : findChildren<QMenu*>())
+        menu->menuAction()->setObjectName(menu->objectName());
+}
+
+void frmMain::Timer1_Timer() {
+    Label20->setText(kBanner.left(Label20->text().size() + 1));
+    if (Label20->text().size() == kBanner.size()) Timer1.stop();
+}
+
+void frmMain::addChart(QWidget* chart) {
+    chart->hide();
+    charts_ << chart;
+    chartLayout->addWidget(chart, 1);
+    chart->installEventFilter(this);
+}
+
+void frmMain::addEditor(QWidget* frame) {
+    frame->hide();
+    editors_ << frame;
+    editorLayout->addWidget(frame);
+    frame->installEventFilter(this);
+}
+
+void frmMain::hideCharts() {
+    for (QWidget* chart : charts_)
+        chart->hide();
+}
+
+void frmMain::hidePlots() {
+    hideCharts();
+    for (QWidget* editor : editors_)
+        editor->hide();
+    Q_EMIT plotsHidden();
+}
+
+void frmMain::setInvitation(const QString& text) {
+    lblInvitation->setText(text);
+}
+
+void frmMain::showInvitationWhileEmpty() {
+    const auto shown = [](const QWidget* widget) { return !widget->isHidden(); };
+    lblInvitation->setVisible(std::none_of(charts_.cbegin(), charts_.cend(), shown));
+    editorArea->setVisible(std::any_of(editors_.cbegin(), editors_.cend(), shown));
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    const auto type = event->type();
+    if (type == QEvent::ShowToParent || type == QEvent::HideToParent) showInvitationWhileEmpty();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::menusFollow(MenuEvent event) {
+    for (const MenuChange& change : menuChanges(event))
+        for (const std::string_view name : change.items)
+            menuItem(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())))
+                ->setEnabled(change.enable);
+}
+
+QAction* frmMain::menuItem(const QString& name) const {
+    if (const QMenu* menu = findChild<QMenu*>(name)) return menu->menuAction();
+    QAction* const action = findChild<QAction*>(name);
+    Q_ASSERT(action != nullptr);
+    return action;
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    const bool mayClose =
+        theSession().DataSaved || ask(this,
+                                      u"Attention: you have not exported an output VARN data file yet!\n"
+                                      u"Are you sure that you wish to exit the program?"_s);
+    event->setAccepted(mayClose);
+    // Windows without a parent (help, statistics) would keep the program alive.
+    if (mayClose) QApplication::quit();
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "app/menu_items.h"
+#include "ui_frmMain.h"
+
+#include <QList>
+#include <QMainWindow>
+#include <QTimer>
+
+/// The main window: the menu tree, the chart area, the place of the row plot editor's controls, the banner,
+/// and the question before the program ends. It knows no other window: who opens what is joined in main.cpp,
+/// and the plots put their charts here and reach the menu items by name.
+class frmMain : public QMainWindow, public Ui::frmMain {
+    Q_OBJECT
+
+  public:
+    explicit frmMain(QWidget* parent = nullptr);
+
+    /// Takes a chart into the chart area, hidden. Charts that are visible at the same time stand one below
+    /// the other in the order in which they were added.
+    void addChart(QWidget* chart);
+    /// Takes the frame of an editor's controls to the side of the chart area, hidden.
+    void addEditor(QWidget* frame);
+    /// Hides every chart; every view does so before it shows its own.
+    void hideCharts();
+    /// Hides every chart and every editor frame, and says so (plotsHidden): the survey has changed beneath
+    /// them.
+    void hidePlots();
+
+    /// What the chart area says in a few words while no chart is shown.
+    void setInvitation(const QString& text);
+
+    /// Enables and disables menu items as the table in menu_items.h has it for the event.
+    void menusFollow(MenuEvent event);
+    /// The action of a menu item or of a submenu; fails hard on a name that no item has.
+    QAction* menuItem(const QString& name) const;
+
+  Q_SIGNALS:
+    void plotsHidden();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void Timer1_Timer();
+    void nameSubmenus();
+    void showInvitationWhileEmpty();
+
+    QTimer Timer1;
+    QList<QWidget*> charts_;
+    QList<QWidget*> editors_;
+};

@@ -1,0 +1,50 @@
+#include "app/menu_items.h"
+
+#include <array>
+
+namespace {
+
+using Name = std::string_view;
+
+// The items that need a survey.
+constexpr std::array<Name, 12> kSurveyItems = {"mnuSigCorr",   "mnuHist", "mnuClear",    "mnuData",
+                                               "mnuInvokeIDE", "mnuIDEW", "mnuDistance", "mnuGrid",
+                                               "mnuStat",      "mnuRow",  "mnuAdjust",   "mnuEL"};
+constexpr std::array<Name, 1> kExport = {"mnuSave"};
+constexpr std::array<Name, 4> kRowItems = {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid"};
+constexpr std::array<Name, 5> kTwoRowItems = {"mnuRow", "mnuDistance", "mnuGrid", "mnuData", "mnuStat"};
+constexpr std::array<Name, 11> kSiteItems = {"mnuSave",    "mnuInvokeIDE", "mnuIDEW",     "mnuRow",
+                                             "mnuData",    "mnuStat",      "mnuDistance", "mnuGrid",
+                                             "mnuSigCorr", "mnuHist",      "mnuClear"};
+constexpr std::array<Name, 1> kRowDialog = {"mnuData"};
+
+constexpr std::array<MenuChange, 1> kStartUp = {{{false, kSurveyItems}}};
+constexpr std::array<MenuChange, 2> kSitesImported = {{{true, kSurveyItems}, {true, kExport}}};
+constexpr std::array<MenuChange, 2> kImportRefused = {{{false, kSurveyItems}, {false, kExport}}};
+constexpr std::array<MenuChange, 1> kRowsRecalculated = {{{true, kRowItems}}};
+constexpr std::array<MenuChange, 1> kFewerThanTwoRows = {{{false, kTwoRowItems}}};
+constexpr std::array<MenuChange, 1> kNoSitesLeft = {{{false, kSiteItems}}};
+constexpr std::array<MenuChange, 1> kRowEditorFinished = {{{true, kRowDialog}}};
+
+}  // namespace
+
+std::span<const MenuChange> menuChanges(MenuEvent event) {
+    switch (event) {
+        case MenuEvent::StartUp:
+        case MenuEvent::NothingImported:
+            return kStartUp;
+        case MenuEvent::SitesImported:
+            return kSitesImported;
+        case MenuEvent::ImportRefused:
+            return kImportRefused;
+        case MenuEvent::RowsRecalculated:
+            return kRowsRecalculated;
+        case MenuEvent::FewerThanTwoRows:
+            return kFewerThanTwoRows;
+        case MenuEvent::NoSitesLeft:
+            return kNoSitesLeft;
+        case MenuEvent::RowEditorFinished:
+            return kRowEditorFinished;
+    }
+    return {};
+}

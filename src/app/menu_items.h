@@ -1,0 +1,26 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+// Which menu items are enabled when. Items are enabled and disabled by what happens to the survey; this table
+// is the only place that says so.
+
+enum class MenuEvent {
+    StartUp,            ///< nothing has been imported yet
+    SitesImported,      ///< an import gave at least one site
+    NothingImported,    ///< an import gave no site
+    ImportRefused,      ///< an import was read but its row numbers are of no use
+    RowsRecalculated,   ///< the rows were found anew, at most 250 of them
+    FewerThanTwoRows,   ///< deleting sites on a row plot left fewer than two rows
+    NoSitesLeft,        ///< the last site was deleted
+    RowEditorFinished,  ///< the row plot editor was closed with its button
+};
+
+struct MenuChange {
+    bool enable;
+    std::span<const std::string_view> items;  ///< object names
+};
+
+/// What an event does to the menus; all items not named stay as they are.
+std::span<const MenuChange> menuChanges(MenuEvent event);

@@ -1,0 +1,128 @@
+#include "rows/row_detection.h"
+
+#include "app/run_time_error.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+// Fills `distances` with distance(i) for i = 1..NumSites-1 and returns the largest.
+template <typename Distance>
+double fillDistances(const Survey& survey, std::vector<double>& distances, Distance distance) {
+    distances.assign(static_cast<std::size_t>(survey.NumSites) + 1, 0.0);
+    double* const out = distances.data();
+    double largest = 0;
+    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
+        const double d = distance(i);
+        out[i] = d;
+        largest = d >= largest ? d : largest;
+    }
+    // Coordinates are finite, so a distance is too large for a Double or it is right.
+    if (!std::isfinite(largest)) throw RunTimeError::overflow();
+    return largest;
+}
+
+double fillAlong(const Survey& survey, int column, std::vector<double>& distances) {
+    const double* const c = survey.SiteData.column(column);
+    return fillDistances(survey, distances, [=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); });
+}
+
+const std::vector<double>* chosenDistances(const Survey& survey) {
+    if (survey.UseTrueDist) return &survey.TrueDist;
+    if (survey.UseXDist) return &survey.XDist;
+    if (survey.UseYDist) return &survey.YDist;
+    return nullptr;
+}
+
+// Numbers the sites up to the first one that would need row 251; gives the row counter's last value.
+int numberSites(Survey& survey, const double* distances) {
+    double* const row = survey.SiteData.column(kRow);
+    int rowIndex = 1;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        row[i] = rowIndex;
+        if (i > 0 && distances[i + 1] > survey.MinDistance && ++rowIndex > kMaxRows) break;
+    }
+    return rowIndex;
+}
+
+}  // namespace
+
+void Calculate_Distance(Survey& survey) {
+    const double* const x = survey.SiteData.column(kX);
+    const double* const y = survey.SiteData.column(kY);
+    survey.MaxTrueDist = fillDistances(survey, survey.TrueDist, [=](SiteIndex i) {
+        const double dx = x[i] - x[i - 1];
+        const double dy = y[i] - y[i - 1];
+        return std::sqrt(dx * dx + dy * dy);
+    });
+}
+
+void Calculate_X_Distance(Survey& survey) {
+    survey.MaxXDist = fillAlong(survey, kX, survey.XDist);
+}
+
+void Calculate_Y_Distance(Survey& survey) {
+    survey.MaxYDist = fillAlong(survey, kY, survey.YDist);
+}
+
+void Calculate_Chosen_Distance(Survey& survey) {
+    if (survey.UseTrueDist)
+        Calculate_Distance(survey);
+    else if (survey.UseXDist)
+        Calculate_X_Distance(survey);
+    else if (survey.UseYDist)
+        Calculate_Y_Distance(survey);
+}
+
+RowDetection Assign_Row(Survey& survey) {
+    const auto* const distances = chosenDistances(survey);
+    survey.RowIndex = distances != nullptr ? numberSites(survey, distances->data()) : 1;
+    if (survey.RowIndex > kMaxRows) return RowDetection::TooManyRows;
+    survey.NumRows = survey.RowIndex;
+    return RowDetection::Assigned;
+}
+
+bool rowsAreUsable(const Survey& survey) {
+    // A file may bring more rows than the limit; then both agree.
+    return survey.NumRows > 0 && (survey.RowIndex <= kMaxRows || survey.RowIndex == survey.NumRows);
+}
+
+void Calculate_NumPoints(Survey& survey) {
+    std::array<std::int64_t, kMaxRows + 1> points{};
+    const double* const row = survey.SiteData.column(kRow);
+    int run = 1;
+    SiteIndex runStart = 0;
+    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
+        if (row[i] == row[i - 1]) continue;
+        points[static_cast<std::size_t>(run)] = i - runStart;
+        if (++run > kMaxRows) throw RunTimeError::subscriptOutOfRange();
+        runStart = i;
+    }
+    points[static_cast<std::size_t>(run)] = survey.NumSites - runStart;
+    survey.RowIndex = run;
+    survey.NumPoints = points;
+}
+
+void Calculate_Max(Survey& survey) {
+    const auto largest = [&](int column) {
+        const double* const values = survey.SiteData.column(column);
+        double maximum = 0;
+        for (SiteIndex i = 0; i < survey.NumSites; ++i)
+            maximum = values[i] > maximum ? values[i] : maximum;
+        return maximum;
+    };
+    survey.MaxX = largest(kX);
+    survey.MaxY = largest(kY);
+}
+
+void Calculate_Min(Survey& survey) {
+    const auto smallest = [&](int column) {
+        if (survey.NumSites < 1) return 0.0;
+        const double* const values = survey.SiteData.column(column);
+        return *std::min_element(values, values + survey.NumSites);
+    };
+    survey.MinX = smallest(kX);
+    survey.MinY = smallest(kY);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/survey.h"
+
+// Rows (transects) are found from the gaps between consecutive sites, which a logger writes in driving order:
+// a gap longer than MinDistance starts a new row.
+
+/// What Assign_Row arrived at.
+enum class RowDetection {
+    Assigned,    ///< every site has its row number; NumRows and RowIndex are the number of rows
+    TooManyRows  ///< more than kMaxRows: RowIndex is kMaxRows + 1, NumRows keeps its old value
+};
+
+/// The words for RowDetection::TooManyRows.
+inline constexpr const char* kTooManyRows = "Too many rows: Please specify a larger distance value";
+
+/// Fill TrueDist / XDist / YDist (metres; entries 0 and NumSites stay 0) and the largest value of each.
+/// Throw overflow, with the array's old content lost, when a distance is not finite.
+void Calculate_Distance(Survey& survey);
+void Calculate_X_Distance(Survey& survey);
+void Calculate_Y_Distance(Survey& survey);
+
+/// Calculates the distances of the measure chosen (UseTrueDist, else UseXDist, else UseYDist); none, nothing.
+void Calculate_Chosen_Distance(Survey& survey);
+
+/// Writes the row column from the distances of the measure chosen, which must have been calculated. The gap
+/// behind site 0 is never looked at: sites 0 and 1 share row 1 however far apart they are. With no measure
+/// chosen the row column is left alone and there is one row. On TooManyRows the sites before the 251st row
+/// have their numbers and the others keep theirs.
+RowDetection Assign_Row(Survey& survey);
+
+/// False after TooManyRows, until rows have been found again: the row column then is half old, half new.
+bool rowsAreUsable(const Survey& survey);
+
+/// Counts the sites of each run of equal row numbers into NumPoints, and the runs in RowIndex. Requires rows
+/// contiguous and numbered 1, 2, 3, ... in site order. Throws subscriptOutOfRange, changing nothing, when
+/// there are more than kMaxRows runs.
+void Calculate_NumPoints(Survey& survey);
+
+/// Largest X and Y, starting from 0: a survey at negative coordinates has a maximum of 0.
+void Calculate_Max(Survey& survey);
+/// Smallest X and Y, starting from site 0. Requires a site; without one both are 0.
+void Calculate_Min(Survey& survey);

@@ -1,0 +1,41 @@
+#include "support/ExpectedBoxes.h"
+
+#include <gtest/gtest.h>
+
+ExpectedBoxes::ExpectedBoxes() {
+    setMessageResponder([this](const MessageBox& box) { return respond(box); });
+}
+
+ExpectedBoxes::~ExpectedBoxes() {
+    setMessageResponder({});
+    for (const Expected& missing : expected_)
+        ADD_FAILURE() << "expected box did not come: " << missing.box.text.toStdString();
+}
+
+void ExpectedBoxes::tell(const QString& text, const QString& title) {
+    expected_.append({{title, text, false}, true, false});
+}
+
+void ExpectedBoxes::ask(bool yes, const QString& text, const QString& title) {
+    expected_.append({{title, text, true}, yes, false});
+}
+
+void ExpectedBoxes::tellBeginning(const QString& text) {
+    expected_.append({{QString::fromUtf16(kProgramTitle), text, false}, true, true});
+}
+
+bool ExpectedBoxes::respond(const MessageBox& box) {
+    last_ = box;
+    if (expected_.isEmpty()) {
+        ADD_FAILURE() << "unexpected box: " << box.title.toStdString() << ": " << box.text.toStdString();
+        return false;
+    }
+    const Expected wanted = expected_.takeFirst();
+    EXPECT_EQ(box.title.toStdString(), wanted.box.title.toStdString());
+    EXPECT_EQ(box.question, wanted.box.question);
+    if (wanted.beginningOnly)
+        EXPECT_EQ(box.text.left(wanted.box.text.size()).toStdString(), wanted.box.text.toStdString());
+    else
+        EXPECT_EQ(box.text.toStdString(), wanted.box.text.toStdString());
+    return wanted.answer;
+}

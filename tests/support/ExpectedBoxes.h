@@ -1,0 +1,38 @@
+#pragma once
+
+#include "app/MessageBox.h"
+
+#include <QList>
+
+/// Answers the program's message boxes for a test. A box that the test did not expect fails it, and so does
+/// an expected one that never came.
+class ExpectedBoxes {
+  public:
+    ExpectedBoxes();
+    ~ExpectedBoxes();
+    ExpectedBoxes(const ExpectedBoxes&) = delete;
+    ExpectedBoxes& operator=(const ExpectedBoxes&) = delete;
+
+    /// The next box has an OK button and this text and title.
+    void tell(const QString& text, const QString& title = QString::fromUtf16(kProgramTitle));
+    /// The next box is a Yes/No question with this text and title; `yes` is the answer.
+    void ask(bool yes, const QString& text, const QString& title = QString::fromUtf16(kProgramTitle));
+    /// The next box's text begins with this (for reasons that the system words).
+    void tellBeginning(const QString& text);
+
+    /// Boxes that are still expected.
+    qsizetype pending() const { return expected_.size(); }
+    /// The box that came last.
+    const MessageBox& last() const { return last_; }
+
+  private:
+    struct Expected {
+        MessageBox box;
+        bool answer = true;
+        bool beginningOnly = false;
+    };
+    bool respond(const MessageBox& box);
+
+    QList<Expected> expected_;
+    MessageBox last_;
+};
