@@ -46,9 +46,6 @@ struct GenericImportResult {
     std::int64_t dropped = 0;  ///< records read that are no site
     RowCheck rowCheck = RowCheck::Passed;
     std::string logProblem;  ///< path and reason if the error log could not be created, else empty
-
-    /// More rows than the system holds: whatever needs NumPoints will refuse.
-    bool tooManyRows() const { return survey.NumRows > kMaxRows; }
 };
 
 /// Reads a comma- or blank-delimited file into a new survey, dropping records that cannot be used into the
