@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -127,22 +128,31 @@ void roundUpLastDigit(Decimal& decimal) {
     ++decimal.exponent;
 }
 
-// The magnitude rounded to 15 digits. The shortest decimal that stands for a Double lies on the same side of
-// every halfway mark between two decimals of 15 digits as the Double itself: such a mark has 16 digits, and
-// if it lay between them it would be shorter or nearer and so have been chosen. Only when it is the mark (its
-// 16th digit is a last 5) must the exact value be asked, which takes much longer.
-Decimal roundedDecimal(double magnitude) {
+Decimal exactDecimal(double magnitude) {
+    std::array<char, 32> text;
+    const auto exact = std::to_chars(text.data(), text.data() + text.size(), magnitude,
+                                     std::chars_format::scientific, kDigits - 1);
+    return parseScientific(text.data(), exact.ptr);
+}
+
+Decimal shortestDecimal(double magnitude) {
     std::array<char, 32> text;
     const auto shortest =
         std::to_chars(text.data(), text.data() + text.size(), magnitude, std::chars_format::scientific);
-    Decimal decimal = parseScientific(text.data(), shortest.ptr);
+    return parseScientific(text.data(), shortest.ptr);
+}
+
+// The magnitude rounded to 15 digits. The shortest decimal that stands for a Double lies on the same side of
+// every halfway mark between two decimals of 15 digits as the Double itself: such a mark has 16 digits, and
+// if it lay between them it would be shorter or nearer and so have been chosen. The exact value must be asked
+// only when the shortest decimal is such a mark (its 16th digit is a last 5), or when the Double is so small
+// that it holds fewer than 15 digits; that takes much longer.
+Decimal roundedDecimal(double magnitude) {
+    if (magnitude < std::numeric_limits<double>::min()) return exactDecimal(magnitude);
+    Decimal decimal = shortestDecimal(magnitude);
     if (decimal.count <= kDigits) return decimal;
     const char next = decimal.digits[kDigits];
-    if (decimal.count == kDigits + 1 && next == '5') {
-        const auto exact = std::to_chars(text.data(), text.data() + text.size(), magnitude,
-                                         std::chars_format::scientific, kDigits - 1);
-        return parseScientific(text.data(), exact.ptr);
-    }
+    if (decimal.count == kDigits + 1 && next == '5') return exactDecimal(magnitude);
     decimal.count = kDigits;
     if (next >= '5') roundUpLastDigit(decimal);
     decimal.dropZeros();
