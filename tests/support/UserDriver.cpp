@@ -43,7 +43,9 @@ QWidget& shownWindow(const QString& name) {
     return *found;
 }
 
-bool isShown(const QString& name) { return findShown(name) != nullptr; }
+bool isShown(const QString& name) {
+    return findShown(name) != nullptr;
+}
 
 void waitUntilClosed(const QString& name) {
     if (!QTest::qWaitFor([&] { return findShown(name) == nullptr; }, kPatience))
