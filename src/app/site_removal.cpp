@@ -24,7 +24,7 @@ SiteIndex compact(double* values, std::span<const std::uint8_t> marks) {
     const auto compactUpTo = [&](std::size_t end) {
         for (; i < end; ++i) {
             values[kept] = values[i];
-            kept += marks[i] == 0 ? 1 : 0;
+            kept += marks[i] == 0 ? 1u : 0u;
         }
     };
     // Few sites among many are the common case: what lies between them moves in blocks.

@@ -52,3 +52,22 @@ TEST(RowSites, RunAlongXOrAlongY) {
     EXPECT_EQ(alongColumn(false), kY);
     EXPECT_EQ(acrossColumn(false), kX);
 }
+
+TEST(RowSites, AreWalkedAlongInTheirOrder) {
+    const std::vector<double> eastwards{10, 12, 11, 20};
+    EXPECT_EQ(pointBeside(0, 1, eastwards), 1);
+    EXPECT_EQ(pointBeside(0, -1, eastwards), 4);
+    EXPECT_EQ(pointBeside(2, 1, eastwards), 3);
+    EXPECT_EQ(pointBeside(2, -1, eastwards), 1);
+    EXPECT_EQ(pointBeside(4, 1, eastwards), 4);
+    EXPECT_EQ(pointBeside(1, -1, eastwards), 1);
+    EXPECT_EQ(pointBeside(0, 1, {}), 0);
+}
+
+TEST(RowSites, AreWalkedAlongFromTheRightInARowDrivenWestwards) {
+    const std::vector<double> westwards{20, 15, 10};
+    EXPECT_EQ(pointBeside(0, 1, westwards), 3);
+    EXPECT_EQ(pointBeside(3, 1, westwards), 2);
+    EXPECT_EQ(pointBeside(1, 1, westwards), 1);
+    EXPECT_EQ(pointBeside(1, -1, westwards), 2);
+}
