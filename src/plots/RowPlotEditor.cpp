@@ -133,6 +133,11 @@ void RowPlotEditor::enableSteps(bool back, bool forward) {
     Command2->setEnabled(forward);
 }
 
+RowSites RowPlotEditor::sites() const {
+    // The number of an emptied row is that of the next one already.
+    return rowEmptied_ ? RowSites{} : rowSites(theSurvey(), CurrentRow);
+}
+
 std::span<const double> RowPlotEditor::along() const {
     return columnOf(theSurvey(), alongColumn(PlotByX), sites());
 }

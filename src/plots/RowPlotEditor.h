@@ -45,8 +45,8 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
     Chart2D* const Chart2D4;
     Chart2D* const Chart2D3;
 
-    /// One page: what is printed is named above the row map, and the row map stands above the profile. `unit`
-    /// is 1/300 inch in the painter's units.
+    /// One page: row number, file name and date, below them the row map as it is shown, below it the profile.
+    /// `page` and `unit`, which is 1/300 inch, are in the painter's units.
     void drawPage(QPainter& painter, const QSizeF& page, double unit) const;
 
   Q_SIGNALS:
@@ -96,7 +96,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
     void toggleAtCursor();
     void showCursor();
 
-    RowSites sites() const { return rowSites(theSurvey(), CurrentRow); }
+    RowSites sites() const;
     std::span<const double> along() const;
     std::span<const double> across() const;
 

@@ -31,6 +31,14 @@ void drawTitle(QPainter& painter, const QRectF& line, int row) {
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, QDate::currentDate().toString(Qt::ISODate));
 }
 
+// Paper has no pointer: the read-out stays away from it.
+void printWithoutReadout(Chart2D& chart, QPainter& painter, const QRectF& place) {
+    const QString readout = chart.footerText();
+    chart.setFooterText({});
+    chart.print(painter, place);
+    chart.setFooterText(readout);
+}
+
 }  // namespace
 
 void RowPlotEditor::drawPage(QPainter& painter, const QSizeF& page, double unit) const {
@@ -41,8 +49,8 @@ void RowPlotEditor::drawPage(QPainter& painter, const QSizeF& page, double unit)
         return QRectF(left, top * scale, kWidth * scale, height * scale);
     };
     drawTitle(painter, place(0, kTitleHeight), CurrentRow);
-    Chart2D4->print(painter, place(kMapTop, kChartHeight));
-    Chart2D3->print(painter, place(kProfileTop, kChartHeight));
+    printWithoutReadout(*Chart2D4, painter, place(kMapTop, kChartHeight));
+    printWithoutReadout(*Chart2D3, painter, place(kProfileTop, kChartHeight));
 }
 
 void RowPlotEditor::Command6_Click() {

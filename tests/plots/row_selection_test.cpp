@@ -26,7 +26,7 @@ TEST(RowSelection, KeepsTheOrderOfSelection) {
 TEST(RowSelection, LosesAPointThatIsPickedAgain) {
     const std::vector<double> along{10, 20, 30, 40};
     RowSelection selection;
-    for (const SiteIndex point : {3, 1, 4})
+    for (const SiteIndex point : {SiteIndex{3}, SiteIndex{1}, SiteIndex{4}})
         selection.toggle(point, along);
     EXPECT_EQ(selection.toggle(1, along), 1);
     EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{3, 4}));

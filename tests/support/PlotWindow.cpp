@@ -4,7 +4,6 @@
 
 #include <QAbstractButton>
 #include <QTest>
-
 #include <gtest/gtest.h>
 
 void openSurvey(frmMain& main, const Survey& survey) {
@@ -23,6 +22,8 @@ void clickButton(QWidget& window, const char* name) {
 }
 
 QPoint pixelOf(const Chart2D& chart, Chart2D::Group group, int series, qsizetype point) {
+    // A chart that has just been shown gets its place with the next events.
+    QCoreApplication::processEvents();
     const Chart2D::Point at = chart.point(group, series, point);
     const QPointF pixel = chart.dataToPixel(at.x, at.y);
     return {static_cast<int>(pixel.x()), static_cast<int>(pixel.y())};
