@@ -303,7 +303,10 @@ void RowPlotEditor::press(Chart2D* chart, QPoint pixel) {
     readOut(chart, pixel);
     if (!pick(*chart, pixel)) return;
     toggle(PickPoint);
+    // The keys go on from here.
     cursor_ = PickPoint;
+    Chart2D3->hideCross();
+    Chart2D4->hideCross();
 }
 
 void RowPlotEditor::toggle(qsizetype point) {

@@ -91,7 +91,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
 
     /// What a key does, nothing for a key of others.
     std::function<void()> editorKey(int key, Qt::KeyboardModifiers modifiers);
-    std::function<void()> chartKey(int key, Qt::KeyboardModifiers modifiers);
+    std::function<void()> chartKey(int key);
     void moveCursor(int step);
     void toggleAtCursor();
     void showCursor();

@@ -9,9 +9,10 @@ bool RowPlotEditor::eventFilter(QObject* watched, QEvent* event) {
     const bool asked = event->type() == QEvent::ShortcutOverride;
     if (isHidden() || (!asked && event->type() != QEvent::KeyPress)) return false;
     const auto* const key = static_cast<QKeyEvent*>(event);
-    auto action = editorKey(key->key(), key->modifiers());
-    if (!action && (watched == Chart2D3 || watched == Chart2D4))
-        action = chartKey(key->key(), key->modifiers());
+    const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
+    auto action = editorKey(key->key(), modifiers);
+    if (!action && modifiers == Qt::NoModifier && (watched == Chart2D3 || watched == Chart2D4))
+        action = chartKey(key->key());
     if (!action) return false;
     event->accept();
     if (!asked) guarded(this, action)();
@@ -29,8 +30,7 @@ std::function<void()> RowPlotEditor::editorKey(int key, Qt::KeyboardModifiers mo
     return {};
 }
 
-std::function<void()> RowPlotEditor::chartKey(int key, Qt::KeyboardModifiers modifiers) {
-    if ((modifiers & ~Qt::KeypadModifier) != Qt::NoModifier) return {};
+std::function<void()> RowPlotEditor::chartKey(int key) {
     switch (key) {
         case Qt::Key_Right:
         case Qt::Key_Up:

@@ -139,3 +139,18 @@ TEST_F(RowPlots, DeleteTextAndNotSitesWhileANumberIsTyped) {
     QTest::keyClick(editor.Text1, Qt::Key_Delete);
     EXPECT_EQ(theSurvey().NumSites, 10);
 }
+
+TEST_F(RowPlots, NameTheAxesOfAnEmptiedRowForWhatTheyShow) {
+    openByY(threeRows());
+    click("Command2");
+    deletePoints({1});
+    expectRange(map, Chart2D::Axis::X, -100, 360);
+    expectRange(profile, Chart2D::Axis::X, -100, 360);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::Y), u"Y (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
+    click("Command1");
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::Y), u"X (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
+}

@@ -38,6 +38,7 @@ TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
     EXPECT_FALSE(editor.Command6->isEnabled());
     clickPoint(map, 1, 2);
     EXPECT_EQ(selected(), (std::vector<SiteIndex>{4, 2}));
+    EXPECT_EQ(editor.lblSelected->text(), u"Sites selected: 2"_s);
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 28}, {110, 30}}));
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 2) == std::vector<Point>({{130, 55}, {110, 45}}));
     EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {110, 11}}));
@@ -148,4 +149,39 @@ TEST_F(RowPlots, AreEditedByKeyboardAlone) {
     expectSameSurvey(theSurvey(), expected);
     QTest::keyClick(&profile, Qt::Key_Left);
     EXPECT_EQ(profile.footerText(), u"UTM X = 140.00, ECa = 22.00"_s);
+}
+
+TEST_F(RowPlots, GoOnByKeyboardWhereTheMousePicked) {
+    openByX(threeRows());
+    clickPoint(map, 1, 3);
+    QTest::keyClick(&map, Qt::Key_Right);
+    EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
+    QTest::keyClick(&map, Qt::Key_Space);
+    EXPECT_EQ(selected(), (std::vector<SiteIndex>{3, 4}));
+}
+
+TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
+    openByX(threeRows());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    for (int i = 0; i < 10; ++i)
+        QTest::keyClick(&profile, Qt::Key_Plus);
+    ASSERT_TRUE(profile.isZoomed());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    EXPECT_FALSE(profile.isZoomed());
+    EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
+}
+
+TEST_F(RowPlots, LookCloserWithoutChangingTheLimits) {
+    openByX(threeRows());
+    const PlotLimits shared = thePlotLimits();
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(&profile, Qt::Key_Plus);
+    EXPECT_TRUE(profile.isZoomed());
+    expectRange(profile, Chart2D::Axis::X, 98, 142);
+    EXPECT_EQ(thePlotLimits(), shared);
+    clickPoint(profile, 1, 2);
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
+    EXPECT_TRUE(profile.isZoomed());
+    click("Command2");
+    EXPECT_FALSE(profile.isZoomed());
 }

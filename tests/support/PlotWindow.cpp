@@ -3,6 +3,8 @@
 #include "app/frmMain.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QMouseEvent>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -30,8 +32,10 @@ QPoint pixelOf(const Chart2D& chart, Chart2D::Group group, int series, qsizetype
 }
 
 void pointAt(Chart2D& chart, QPoint pixel) {
-    QTest::mouseMove(&chart, pixel);
-    QCoreApplication::processEvents();
+    // Not by way of the screen's pointer, which cannot leave the screen that a test happens to have.
+    QMouseEvent move(QEvent::MouseMove, pixel, chart.mapToGlobal(QPointF(pixel)), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&chart, &move);
 }
 
 void clickAt(Chart2D& chart, QPoint pixel) {
