@@ -13,9 +13,7 @@
 
 namespace {
 
-constexpr double kShortestSide = 1e-6;  // of a window: a millimetre in a field of a kilometre
-constexpr double kLongestSide = 4;
-constexpr double kLeastInSight = 0.05;  // the share of the window that the field does not leave
+constexpr SiteIndex kDrawingBlock = 6400;  // a tenth of a millisecond or so
 
 struct Interval {
     double low, high;
@@ -39,16 +37,6 @@ Interval withoutZero(const Interval& extent) {
     if (extent.length() > 0) return extent;
     const double steps = 8 * std::numeric_limits<double>::epsilon() * std::abs(extent.low);
     return extent.widenedTo(std::max(1.0, steps));
-}
-
-double heldInSight(double start, double length) {
-    return std::clamp(start, -length * (1 - kLeastInSight), 1 - length * kLeastInSight);
-}
-
-MapWindow heldInSight(MapWindow window) {
-    window.left = heldInSight(window.left, window.width);
-    window.top = heldInSight(window.top, window.height);
-    return window;
 }
 
 // NumPoints by row number. In a consistent numbering that is what counting runs gives; with rows gone, every
@@ -104,19 +92,6 @@ MapExtent SetMapScale(const Survey& survey, bool TrueScale) {
     return {x.low, x.high, y.low, y.high};
 }
 
-MapWindow zoomedAround(const MapWindow& window, double x, double y, double factor) {
-    const auto [shorter, longer] = std::minmax(window.width, window.height);
-    const double smallest = std::min(1.0, kShortestSide / shorter);
-    const double largest = std::max(1.0, kLongestSide / longer);
-    const double f = std::clamp(factor, smallest, largest);
-    return heldInSight(
-        {x - (x - window.left) * f, y - (y - window.top) * f, window.width * f, window.height * f});
-}
-
-MapWindow movedBy(const MapWindow& window, double dx, double dy) {
-    return heldInSight({window.left + dx, window.top + dy, window.width, window.height});
-}
-
 SiteIndex MaskSites(const Survey& survey, const MapExtent& extent, SiteMaskArray& SiteMask, double x1,
                     double& y1, double x2, double& y2) {
     double xa = extent.surveyX(x1);
@@ -167,6 +142,13 @@ void forgetRows(Survey& survey) {
     survey.NumRows = 0;
     survey.RowIndex = 0;
     survey.NumPoints.fill(0);
+}
+
+std::vector<SiteRun> drawingBlocks(const Survey& survey) {
+    std::vector<SiteRun> blocks;
+    for (SiteIndex first = 0; first < survey.NumSites; first += kDrawingBlock)
+        blocks.push_back({first, std::min(first + kDrawingBlock, survey.NumSites)});
+    return blocks;
 }
 
 std::vector<SiteRun> sitesOfRow(const Survey& survey, int row) {

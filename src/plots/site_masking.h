@@ -67,13 +67,6 @@ inline constexpr std::array<MapZone, 14> kMapZones = {{
     {"mnuZs13", {-0.05, 0.7, 1.1, 0.35}},
 }};
 
-/// The window with its sides multiplied by `factor` (below 1 zooms in) while (x, y) stays where it is in the
-/// picture. Keeps the sides between 1e-6 and 4 in the same proportion, and a part of the field in sight.
-MapWindow zoomedAround(const MapWindow& window, double x, double y, double factor);
-
-/// The window moved by (dx, dy), as far as a part of the field stays in sight.
-MapWindow movedBy(const MapWindow& window, double dx, double dy);
-
 /// One entry a site: 0 = shown and kept, 1 = masked.
 using SiteMaskArray = std::vector<std::uint8_t>;
 
@@ -100,12 +93,16 @@ bool ValidateRowInfo(Survey& survey);
 /// The rows of a survey without sites: none.
 void forgetRows(Survey& survey);
 
-/// A run of consecutive sites, [first, last).
+/// Consecutive sites, [first, last).
 struct SiteRun {
     SiteIndex first = 0;
     SiteIndex last = 0;
     bool operator==(const SiteRun&) const = default;
 };
+
+/// All sites in order, in blocks whose ends are multiples of 100 sites (but for the last): after each of them
+/// a map that is being drawn may be shown as far as it is.
+std::vector<SiteRun> drawingBlocks(const Survey& survey);
 
 /// The runs of sites whose row number, rounded, is `row`; one run where rows are stored as they should be.
 std::vector<SiteRun> sitesOfRow(const Survey& survey, int row);

@@ -150,37 +150,6 @@ TEST(MapZones, AreTheFourteenOfTheMenu) {
     EXPECT_EQ(found, expected);
 }
 
-TEST(MapWindows, ZoomAroundAPointThatStaysWhereItIs) {
-    const MapWindow before{-0.05, -0.05, 1.1, 0.2};
-    const MapWindow after = zoomedAround(before, 0.3, 0.1, 0.5);
-    EXPECT_DOUBLE_EQ(after.width, 0.55);
-    EXPECT_DOUBLE_EQ(after.height, 0.1);
-    EXPECT_DOUBLE_EQ((0.3 - after.left) / after.width, (0.3 - before.left) / before.width);
-    EXPECT_DOUBLE_EQ((0.1 - after.top) / after.height, (0.1 - before.top) / before.height);
-}
-
-TEST(MapWindows, ZoomNoFurtherThanItMakesSense) {
-    MapWindow in = kFullMap;
-    MapWindow out{-0.05, -0.05, 1.1, 0.2};
-    for (int i = 0; i < 200; ++i) {
-        in = zoomedAround(in, 0.4, 0.4, 0.5);
-        out = zoomedAround(out, 0.4, 0.1, 2);
-    }
-    EXPECT_NEAR(in.width, 1e-6, 1e-12);
-    EXPECT_NEAR(out.width, 4, 1e-9);
-    EXPECT_NEAR(out.width / out.height, 5.5, 1e-9);
-}
-
-TEST(MapWindows, KeepAPartOfTheFieldInSightWhenMoved) {
-    EXPECT_EQ(movedBy({0, 0, 0.5, 0.5}, 0.25, -0.125), (MapWindow{0.25, -0.125, 0.5, 0.5}));
-    const MapWindow right = movedBy(kFullMap, 50, 50);
-    EXPECT_LT(right.left, 1);
-    EXPECT_LT(right.top, 1);
-    const MapWindow left = movedBy(kFullMap, -50, -50);
-    EXPECT_GT(left.left + left.width, 0);
-    EXPECT_GT(left.top + left.height, 0);
-}
-
 namespace {
 
 // Five sites on the edges and corners of the square 1..3, one in it, one outside.
@@ -337,6 +306,21 @@ TEST(SitesOfARow, AreTheRunsOfItsNumber) {
     EXPECT_EQ(sitesOfRow(survey, 3), (std::vector<SiteRun>{{4, 5}}));
     EXPECT_TRUE(sitesOfRow(survey, 4).empty());
     EXPECT_TRUE(sitesOfRow(Survey{}, 1).empty());
+}
+
+TEST(DrawingBlocks, CoverTheSurveyAndEndAtMultiplesOfAHundredSites) {
+    for (const SiteIndex sites : {0, 1, 100, 6399, 6400, 6401, 100000}) {
+        Survey survey;
+        survey.NumSites = sites;
+        SiteIndex next = 0;
+        for (const SiteRun& block : drawingBlocks(survey)) {
+            EXPECT_EQ(block.first, next);
+            EXPECT_GT(block.last, block.first);
+            EXPECT_TRUE(block.last % 100 == 0 || block.last == sites);
+            next = block.last;
+        }
+        EXPECT_EQ(next, sites);
+    }
 }
 
 // A second version, written plainly from the rules, on sites as records instead of columns.
