@@ -1,0 +1,32 @@
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+TemporaryFolder::TemporaryFolder()
+    : path_((std::filesystem::temp_directory_path() / "tessel-test-XXXXXX").string()) {
+    if (::mkdtemp(path_.data()) == nullptr) ADD_FAILURE() << "no temporary folder";
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::string readFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+void writeFile(const std::string& path, std::string_view bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file << bytes;
+    EXPECT_TRUE(file.flush()) << path;
+}

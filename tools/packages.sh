@@ -1,0 +1,50 @@
+# Sourced by run and test: installs the Debian packages that are missing, and only those.
+
+build_packages=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev libgl-dev fonts-dejavu-core)
+display_packages=(xvfb)
+test_packages=(libgtest-dev clang-format clang-tidy)
+
+say() { printf '== %s\n' "$*"; }
+
+fail() {
+    printf 'error: %s\n' "$*" >&2
+    exit 1
+}
+
+is_installed() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
+
+install_missing() {
+    command -v dpkg-query >/dev/null 2>&1 || {
+        say "not a Debian system: please see to these packages yourself: $*"
+        return 0
+    }
+    local missing=() package
+    for package in "$@"; do is_installed "$package" || missing+=("$package"); done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local sudo=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null 2>&1 || fail "missing packages, and neither root nor sudo: as root, run
+    apt-get install ${missing[*]}"
+        sudo=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    "${sudo[@]}" apt-get update -q || fail "the package lists could not be read; check the network and /etc/apt"
+    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -q -y --no-install-recommends "${missing[@]}" ||
+        fail "could not install ${missing[*]}; see apt's message above"
+}
+
+# build PRESET TARGET...: configures when needed, then builds what has changed.
+build() {
+    local preset=$1
+    shift
+    [ -f "build/$preset/build.ninja" ] || {
+        say "configuring ($preset)"
+        cmake --preset "$preset" >"build-$preset.log" 2>&1 || {
+            cat "build-$preset.log" >&2
+            fail "cmake could not configure the build; its message stands above"
+        }
+        rm -f "build-$preset.log"
+    }
+    say "building ($preset): $*"
+    ninja -C "build/$preset" "$@" || fail "the build failed; the compiler's message stands above"
+}
