@@ -140,14 +140,6 @@ void frmClip::showCounts() {
 
 // The map ---------------------------------------------------------------------------------------------------
 
-void frmClip::mnuFullMapTrue_Click() {
-    showFullMap(true);
-}
-
-void frmClip::mnuFullMapMax_Click() {
-    showFullMap(false);
-}
-
 void frmClip::showFullMap(bool TrueScale) {
     SetMapScale(TrueScale);
     mapShown_ = true;
@@ -394,10 +386,6 @@ void frmClip::checkRows() {
     Q_EMIT surveyChanged();
     beep();
     RowInfoLossMsg();
-}
-
-void frmClip::ValidateRowInfo(bool& RowDataOK) {
-    RowDataOK = ::ValidateRowInfo(theSurvey());
 }
 
 void frmClip::RowInfoLossMsg() {

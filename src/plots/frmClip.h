@@ -20,8 +20,8 @@ class frmClip : public QMainWindow, public Ui::frmClip {
   public:
     explicit frmClip(frmMain& main);
 
-    void mnuFullMapTrue_Click();
-    void mnuFullMapMax_Click();
+    void mnuFullMapTrue_Click() { showFullMap(true); }
+    void mnuFullMapMax_Click() { showFullMap(false); }
     void mnuRecover_Click();
     void cmdClipOn_Click();
     void cmdClipOff_Click();
@@ -51,7 +51,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
 
     void SetMapScale(bool TrueScale);
     void MaskSites(double& x1, double& y1, double& x2, double& y2);
-    void ValidateRowInfo(bool& RowDataOK);
+    void ValidateRowInfo(bool& RowDataOK) { RowDataOK = ::ValidateRowInfo(theSurvey()); }
     void RowInfoLossMsg();
 
     void showFullMap(bool TrueScale);

@@ -154,17 +154,15 @@ std::vector<SiteRun> drawingBlocks(const Survey& survey) {
 std::vector<SiteRun> sitesOfRow(const Survey& survey, int row) {
     std::vector<SiteRun> runs;
     const double* const numbers = survey.SiteData.column(kRow);
-    const auto isOfRow = [=](SiteIndex i) {
-        // Nearly all sites are told apart without rounding.
-        return std::abs(numbers[i] - row) <= 0.5 && roundToInt(numbers[i]) == row;
-    };
+    const double low = row - 0.5;
+    const double high = row + 0.5;
+    bool within = false;
     for (SiteIndex i = 0; i < survey.NumSites; ++i) {
-        if (!isOfRow(i)) continue;
-        SiteIndex last = i + 1;
-        while (last < survey.NumSites && isOfRow(last))
-            ++last;
-        runs.push_back({i, last});
-        i = last;
+        // Nearly all sites are told apart without rounding.
+        const bool is = (numbers[i] >= low) & (numbers[i] <= high) && roundToInt(numbers[i]) == row;
+        if (is && !within) runs.push_back({i, i});
+        if (is) runs.back().last = i + 1;
+        within = is;
     }
     return runs;
 }
