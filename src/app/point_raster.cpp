@@ -1,0 +1,130 @@
+#include "app/point_raster.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr std::uint32_t kOpaque = 0xFF000000U;
+
+std::uint32_t alphaOf(std::uint32_t colour) {
+    return colour >> 24;
+}
+
+/// The premultiplied colour laid over what is there, two channels at a time.
+std::uint32_t blended(std::uint32_t over, std::uint32_t under) {
+    const std::uint32_t rest = 255 - alphaOf(over);
+    std::uint32_t evens = (under & 0x00FF00FFU) * rest + 0x00800080U;
+    std::uint32_t odds = ((under >> 8) & 0x00FF00FFU) * rest + 0x00800080U;
+    evens = ((evens + ((evens >> 8) & 0x00FF00FFU)) >> 8) & 0x00FF00FFU;
+    odds = (odds + ((odds >> 8) & 0x00FF00FFU)) & 0xFF00FF00U;
+    return over + (evens | odds);
+}
+
+bool isInside(const Raster& raster, int x, int y) {
+    return x >= 0 && y >= 0 && x < raster.width && y < raster.height;
+}
+
+void writeWhole(std::uint32_t* corner, std::ptrdiff_t stride, const Stamp& stamp) {
+    for (const Stamp::Pixel& p : stamp.opaque)
+        corner[p.dy * stride + p.dx] = p.colour;
+    for (const Stamp::Pixel& p : stamp.translucent) {
+        std::uint32_t& pixel = corner[p.dy * stride + p.dx];
+        pixel = blended(p.colour, pixel);
+    }
+}
+
+void writeCut(const Raster& raster, int left, int top, const Stamp& stamp) {
+    for (const Stamp::Pixel& p : stamp.opaque)
+        if (isInside(raster, left + p.dx, top + p.dy))
+            raster.pixels[(top + p.dy) * raster.stride + left + p.dx] = p.colour;
+    for (const Stamp::Pixel& p : stamp.translucent) {
+        if (!isInside(raster, left + p.dx, top + p.dy)) continue;
+        std::uint32_t& pixel = raster.pixels[(top + p.dy) * raster.stride + left + p.dx];
+        pixel = blended(p.colour, pixel);
+    }
+}
+
+bool isPenPixel(int size, int x, int y) {
+    if (size <= 2) return true;
+    const double dx = x + 0.5 - size / 2.0;
+    const double dy = y + 0.5 - size / 2.0;
+    return dx * dx + dy * dy <= size * size / 4.0;
+}
+
+template <class Skip>
+void writeStamps(const Raster& raster, const RasterMap& map, const Stamp& stamp, const double* x,
+                 const double* y, const Skip* skip, std::size_t count, StampMarks* marks) {
+    const int size = stamp.size;
+    // From the centre of a point to the upper left corner of its stamp; `size` keeps the sum positive, so
+    // that cutting off decimals rounds downwards.
+    const double toCorner = 0.5 - size / 2.0 + size;
+    const double left = std::max(map.left, -size / 2.0);
+    const double top = std::max(map.top, -size / 2.0);
+    const double right = std::min(map.right, raster.width + size / 2.0);
+    const double bottom = std::min(map.bottom, raster.height + size / 2.0);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double px = map.xScale * x[i] + map.xShift;
+        const double py = map.yScale * y[i] + map.yShift;
+        if (!(px >= left && px <= right && py >= top && py <= bottom)) continue;
+        if (skip && skip[i]) continue;
+        const int column = static_cast<int>(px + toCorner) - size;
+        const int row = static_cast<int>(py + toCorner) - size;
+        if (column < 0 || row < 0 || column > raster.width - size || row > raster.height - size) {
+            writeCut(raster, column, row, stamp);
+            continue;
+        }
+        if (marks && !marks->take(static_cast<std::size_t>(row) * static_cast<std::size_t>(raster.width) +
+                                  static_cast<std::size_t>(column)))
+            continue;
+        writeWhole(raster.pixels + row * raster.stride + column, raster.stride, stamp);
+    }
+}
+
+}  // namespace
+
+Stamp penStamp(int size, std::uint32_t colour) {
+    Stamp stamp;
+    stamp.size = std::max(1, size);
+    for (int y = 0; y < stamp.size; ++y)
+        for (int x = 0; x < stamp.size; ++x)
+            if (isPenPixel(stamp.size, x, y)) stamp.opaque.push_back({x, y, kOpaque | colour});
+    return stamp;
+}
+
+Stamp pictureStamp(int size, const std::uint32_t* pixels) {
+    Stamp stamp;
+    stamp.size = size;
+    for (int y = 0; y < size; ++y)
+        for (int x = 0; x < size; ++x) {
+            const std::uint32_t colour = pixels[y * size + x];
+            if (alphaOf(colour) == 255) stamp.opaque.push_back({x, y, colour});
+            if (alphaOf(colour) > 0 && alphaOf(colour) < 255) stamp.translucent.push_back({x, y, colour});
+        }
+    return stamp;
+}
+
+void StampMarks::reset(int width, int height) {
+    marks_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+    series_ = 0;
+    nextSeries();
+}
+
+void StampMarks::nextSeries() {
+    if (series_ == std::numeric_limits<std::uint16_t>::max()) {
+        std::fill(marks_.begin(), marks_.end(), std::uint16_t{0});
+        series_ = 0;
+    }
+    ++series_;
+}
+
+void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
+                 const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
+    writeStamps(raster, map, s, x, y, skip, count, marks);
+}
+
+void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
+                 const std::int16_t* skip, std::size_t count, StampMarks* marks) {
+    writeStamps(raster, map, s, x, y, skip, count, marks);
+}

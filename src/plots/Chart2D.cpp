@@ -1,0 +1,403 @@
+#include "plots/Chart2D.h"
+
+#include "app/run_time_error.h"
+#include "plots/ChartFrame.h"
+#include "plots/ChartPlot.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+/// One notch of the wheel, one press of plus.
+constexpr double kZoomStep = 0.8;
+/// Part of the view that Ctrl and an arrow key move.
+constexpr double kMoveStep = 0.1;
+
+/// The limits of an axis as they were set, and what is shown of them.
+struct AxisState {
+    Chart2D::Range set;
+    AxisView home;
+    AxisView view;
+
+    void setLimits(double minimum, double maximum) {
+        set = {minimum, maximum};
+        home = view = viewOfLimits(minimum, maximum);
+    }
+};
+
+SeriesStyle firstStyle(int group) {
+    if (group == Chart2D::kHighlight) return {ChartSymbol::Ring, ChartLine::None, 12};
+    return {};
+}
+
+QPoint pixelOf(const QPointF& position) {
+    return {int(std::floor(position.x())), int(std::floor(position.y()))};
+}
+
+}  // namespace
+
+struct Chart2D::Private {
+    explicit Private(Chart2D* chart) : plot(new ChartPlot(groups[0], groups[1], chart)) {}
+
+    std::vector<ChartSeries>& group(Group g) {
+        if (g != kData && g != kHighlight) throw RunTimeError::subscriptOutOfRange();
+        return groups[g - 1];
+    }
+
+    ChartSeries& series(Group g, int number) {
+        std::vector<ChartSeries>& all = group(g);
+        if (number < 1 || static_cast<std::size_t>(number) > all.size())
+            throw RunTimeError::subscriptOutOfRange();
+        return all[static_cast<std::size_t>(number) - 1];
+    }
+
+    AxisState& axis(Axis a) { return axes[static_cast<std::size_t>(a)]; }
+
+    QCPAxis* plotAxis(Axis a) {
+        if (a == Axis::X) return plot->xAxis;
+        return a == Axis::Y ? plot->yAxis : plot->yAxis2;
+    }
+
+    void showViews() { plot->setViews(axis(Axis::X).view, axis(Axis::Y).view, axis(Axis::Y2).view); }
+
+    /// In pixels of the chart. The plot is placed first: a hidden widget learns its size only when shown.
+    PixelMap map(const QRect& whole, bool highlight) {
+        const QRect place = frame.plotRect(whole);
+        if (plot->geometry() != place) plot->setGeometry(place);
+        PixelMap pixels = plot->map(highlight);
+        pixels.xShift += place.left();
+        pixels.yShift += place.top();
+        pixels.area.left += place.left();
+        pixels.area.right += place.left();
+        pixels.area.top += place.top();
+        pixels.area.bottom += place.top();
+        return pixels;
+    }
+
+    void zoom(double xFraction, double xFactor, double yFraction, double yFactor) {
+        for (const Axis a : {Axis::X, Axis::Y, Axis::Y2}) {
+            const bool isX = a == Axis::X;
+            AxisState& state = axis(a);
+            state.view = zoomed(state.view, state.home, isX ? xFraction : yFraction, isX ? xFactor : yFactor);
+        }
+        showViews();
+    }
+
+    /// Moves the view by parts of its width and height, to the right and upwards.
+    void move(double xFraction, double yFraction) {
+        for (const Axis a : {Axis::X, Axis::Y, Axis::Y2}) {
+            AxisState& state = axis(a);
+            state.view = moved(state.view, state.home, a == Axis::X ? xFraction : yFraction);
+        }
+        showViews();
+    }
+
+    std::array<std::vector<ChartSeries>, 2> groups;
+    std::array<AxisState, 3> axes;
+    bool y2Set = false;
+    int batches = 0;
+    ChartFrame frame;
+    ChartPlot* plot;
+    std::optional<QPoint> dragged;  ///< where the pointer was when the view was last moved
+};
+
+Chart2D::Chart2D(QWidget* parent) : QWidget(parent), d_(std::make_unique<Private>(this)) {
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    d_->frame.setFont(font(), logicalDpiY());
+    d_->plot->setTextFont(d_->frame.textFont());
+    connect(d_->plot, &QCustomPlot::afterReplot, this, &Chart2D::redrawn);
+}
+
+Chart2D::~Chart2D() = default;
+
+void Chart2D::beginBatch() {
+    ++d_->batches;
+    d_->plot->hold(true);
+}
+
+void Chart2D::endBatch() {
+    d_->batches = std::max(0, d_->batches - 1);
+    if (d_->batches == 0) d_->plot->hold(false);
+}
+
+void Chart2D::setSeriesCount(Group group, int count) {
+    if (count < 0) throw RunTimeError::subscriptOutOfRange();
+    ChartSeries fresh;
+    fresh.style = firstStyle(group);
+    d_->group(group).resize(static_cast<std::size_t>(count), fresh);
+    d_->plot->markStale();
+    update();
+}
+
+int Chart2D::seriesCount(Group group) const {
+    return static_cast<int>(d_->group(group).size());
+}
+
+void Chart2D::setPointCount(Group group, int series, qsizetype count) {
+    ChartSeries& s = d_->series(group, series);
+    if (count < 0) throw RunTimeError::subscriptOutOfRange();
+    s.x.resize(static_cast<std::size_t>(count) + 1, kHole);
+    s.y.resize(static_cast<std::size_t>(count) + 1, kHole);
+    d_->plot->markStale();
+}
+
+qsizetype Chart2D::pointCount(Group group, int series) const {
+    return static_cast<qsizetype>(d_->series(group, series).x.size()) - 1;
+}
+
+void Chart2D::setPoint(Group group, int series, qsizetype point, double x, double y) {
+    setPoints(group, series, point, {&x, 1}, {&y, 1});
+}
+
+void Chart2D::setPoints(Group group, int series, qsizetype first, std::span<const double> x,
+                        std::span<const double> y) {
+    ChartSeries& s = d_->series(group, series);
+    const auto from = static_cast<std::size_t>(first);
+    if (first < 0 || from > s.x.size() || x.size() > s.x.size() - from || x.size() != y.size())
+        throw RunTimeError::subscriptOutOfRange();
+    std::copy(x.begin(), x.end(), s.x.begin() + first);
+    std::copy(y.begin(), y.end(), s.y.begin() + first);
+    d_->plot->markStale();
+}
+
+Chart2D::Point Chart2D::point(Group group, int series, qsizetype point) const {
+    const ChartSeries& s = d_->series(group, series);
+    if (point < 0 || static_cast<std::size_t>(point) >= s.x.size()) throw RunTimeError::subscriptOutOfRange();
+    return {s.x[static_cast<std::size_t>(point)], s.y[static_cast<std::size_t>(point)]};
+}
+
+void Chart2D::setSymbolColour(Group group, int series, int colour) {
+    d_->series(group, series).style.colour = colour;
+    d_->plot->markStale();
+    update();
+}
+
+void Chart2D::setSeriesStyle(Group group, int series, const SeriesStyle& style) {
+    d_->series(group, series).style = style;
+    d_->plot->markStale();
+    update();
+}
+
+SeriesStyle Chart2D::seriesStyle(Group group, int series) const {
+    return d_->series(group, series).style;
+}
+
+void Chart2D::setSeriesName(Group group, int series, const QString& name) {
+    d_->series(group, series).name = name.toStdString();
+    update();
+}
+
+void Chart2D::setAxisRange(Axis axis, double minimum, double maximum) {
+    d_->axis(axis).setLimits(minimum, maximum);
+    if (axis == Axis::Y2) d_->y2Set = true;
+    if (axis == Axis::Y && !d_->y2Set) d_->axis(Axis::Y2).setLimits(minimum, maximum);
+    d_->showViews();
+}
+
+Chart2D::Range Chart2D::axisRange(Axis axis) const {
+    return d_->axis(axis).set;
+}
+
+void Chart2D::setAxisTitle(Axis axis, const QString& title) {
+    d_->plot->setTitle(d_->plotAxis(axis), title);
+}
+
+QString Chart2D::axisTitle(Axis axis) const {
+    return d_->plotAxis(axis)->label();
+}
+
+void Chart2D::setHeaderText(const QString& text) {
+    if (accessibleName().isEmpty() || accessibleName() == headerText()) setAccessibleName(text);
+    d_->frame.setHeader(text);
+    update(d_->frame.headerRect(rect()));
+}
+
+QString Chart2D::headerText() const {
+    return d_->frame.header();
+}
+
+void Chart2D::setHeaderFont(double pointSize, bool bold) {
+    d_->frame.setHeaderFont(pointSize, bold);
+    d_->plot->setGeometry(d_->frame.plotRect(rect()));
+    update();
+}
+
+void Chart2D::setFooterText(const QString& text) {
+    if (text == footerText()) return;
+    d_->frame.setFooter(text);
+    setAccessibleDescription(text);
+    update(d_->frame.footerRect(rect()));
+}
+
+QString Chart2D::footerText() const {
+    return d_->frame.footer();
+}
+
+Chart2D::PixelData Chart2D::pixelToData(QPoint pixel) const {
+    const PixelMap map = d_->map(rect(), false);
+    const double x = pixel.x() + 0.5;
+    const double y = pixel.y() + 0.5;
+    return {map.area.contains(x, y), map.dataX(x), map.dataY(y)};
+}
+
+QPointF Chart2D::dataToPixel(double x, double y) const {
+    const PixelMap map = d_->map(rect(), false);
+    return {map.pixelX(x), map.pixelY(y)};
+}
+
+Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel) const {
+    const PixelMap map = d_->map(rect(), group == kHighlight);
+    const NearestPoint found = ::nearestPoint(d_->group(group), map, pixel.x() + 0.5, pixel.y() + 0.5);
+    if (found.series < 0) return {};
+    return {found.series, static_cast<qsizetype>(found.point), qRound(found.distance)};
+}
+
+void Chart2D::showCross(double x, double y) {
+    d_->plot->setCross(QPointF(x, y));
+}
+
+void Chart2D::hideCross() {
+    d_->plot->setCross(std::nullopt);
+}
+
+bool Chart2D::isZoomed() const {
+    return std::any_of(d_->axes.begin(), d_->axes.end(),
+                       [](const AxisState& axis) { return !(axis.view == axis.home); });
+}
+
+void Chart2D::resetView() {
+    if (!isZoomed()) return;
+    for (AxisState& axis : d_->axes)
+        axis.view = axis.home;
+    d_->showViews();
+}
+
+void Chart2D::print(QPainter& painter, const QRectF& target) const {
+    const ChartFrame::Sheet sheet = d_->frame.sheet(painter, target);
+    painter.save();
+    painter.translate(target.topLeft());
+    painter.scale(sheet.xScale, sheet.yScale);
+    const QRect whole(QPoint(0, 0), sheet.size);
+    d_->frame.paint(painter, whole, d_->groups);
+    const QRect place = d_->frame.plotRect(whole);
+    painter.translate(place.topLeft());
+    d_->plot->print(painter, place.size());
+    painter.restore();
+}
+
+QSize Chart2D::sizeHint() const {
+    return {800, 500};
+}
+
+QSize Chart2D::minimumSizeHint() const {
+    return {280, 180};
+}
+
+void Chart2D::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange) {
+        d_->frame.setFont(font(), logicalDpiY());
+        d_->plot->setTextFont(d_->frame.textFont());
+        d_->plot->setGeometry(d_->frame.plotRect(rect()));
+        update();
+    }
+    QWidget::changeEvent(event);
+}
+
+void Chart2D::focusInEvent(QFocusEvent*) {
+    update();
+}
+
+void Chart2D::focusOutEvent(QFocusEvent*) {
+    update();
+}
+
+void Chart2D::keyPressEvent(QKeyEvent* event) {
+    const bool moves = event->modifiers().testFlag(Qt::ControlModifier);
+    switch (event->key()) {
+        case Qt::Key_Home:
+            return resetView();
+        case Qt::Key_Plus:
+            return d_->zoom(0.5, kZoomStep, 0.5, kZoomStep);
+        case Qt::Key_Minus:
+            return d_->zoom(0.5, 1 / kZoomStep, 0.5, 1 / kZoomStep);
+        case Qt::Key_Left:
+            if (moves) return d_->move(-kMoveStep, 0);
+            break;
+        case Qt::Key_Right:
+            if (moves) return d_->move(kMoveStep, 0);
+            break;
+        case Qt::Key_Up:
+            if (moves) return d_->move(0, kMoveStep);
+            break;
+        case Qt::Key_Down:
+            if (moves) return d_->move(0, -kMoveStep);
+            break;
+        default:
+            break;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void Chart2D::leaveEvent(QEvent*) {
+    Q_EMIT pointerLeft();
+}
+
+void Chart2D::mousePressEvent(QMouseEvent* event) {
+    const QPoint pixel = pixelOf(event->position());
+    if (event->button() == Qt::LeftButton) Q_EMIT pointerPressed(pixel);
+    if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) d_->dragged = pixel;
+}
+
+void Chart2D::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+    // The first press may have toggled a point; this second one has toggled it back.
+    if (event->button() == Qt::LeftButton) resetView();
+}
+
+void Chart2D::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint pixel = pixelOf(event->position());
+    if (d_->dragged) {
+        const PixelRect area = d_->map(rect(), false).area;
+        const QPoint by = pixel - *d_->dragged;
+        d_->dragged = pixel;
+        d_->move(-by.x() / (area.right - area.left), by.y() / (area.bottom - area.top));
+        return;
+    }
+    Q_EMIT pointerMoved(pixel);
+}
+
+void Chart2D::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) d_->dragged.reset();
+}
+
+void Chart2D::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    d_->frame.paint(painter, rect(), d_->groups);
+    if (hasFocus()) d_->frame.paintFocus(painter, rect(), palette().color(QPalette::Highlight));
+}
+
+void Chart2D::resizeEvent(QResizeEvent*) {
+    d_->plot->setGeometry(d_->frame.plotRect(rect()));
+}
+
+void Chart2D::wheelEvent(QWheelEvent* event) {
+    const PixelRect area = d_->map(rect(), false).area;
+    const QPointF at = event->position();
+    const double factor = std::pow(kZoomStep, event->angleDelta().y() / 120.0);
+    const double x = std::clamp((at.x() - area.left) / (area.right - area.left), 0.0, 1.0);
+    const double y = std::clamp((area.bottom - at.y()) / (area.bottom - area.top), 0.0, 1.0);
+    const bool besideY = at.x() < area.left || at.x() > area.right;
+    const bool belowX = at.y() > area.bottom && !besideY;
+    d_->zoom(x, besideY ? 1 : factor, y, belowX ? 1 : factor);
+    event->accept();
+}

@@ -1,0 +1,151 @@
+#pragma once
+
+#include "plots/chart_series.h"
+
+#include <QPoint>
+#include <QWidget>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+
+class ChartPlot;
+class QPainter;
+
+/// A chart with axes, a header above and a read-out line (the footer) below it, on white paper in every
+/// theme.
+///
+/// Numbering. Series are numbered from 1 to seriesCount(). The points of a series are numbered from 1 to
+/// pointCount(), in the order of the sites they stand for. Beside them every series has a point 0, which
+/// stands for no site, is a hole and is not counted; it may be set and read like the others. A point that has
+/// not been set is a hole. A point with a coordinate of kHole (or one that is no finite number) is neither
+/// drawn nor picked, and interrupts the line of its series.
+/// A group, series or point that does not exist is a RunTimeError, "Subscript out of range", and changes
+/// nothing.
+///
+/// Nothing is drawn before the next paint event, so that any number of changes made by one action costs one
+/// redraw; a hidden chart costs none. Between beginBatch() and endBatch() not even paint events redraw.
+///
+/// The user may look closer: the wheel zooms around the pointer (over one axis' labels that axis alone),
+/// dragging with the middle or right button moves the view, plus and minus zoom and Ctrl with the arrow keys
+/// moves, Home or a double click returns to the limits that were set. Only the view changes; axisRange()
+/// answers what was set, and pixelToData(), dataToPixel() and nearestPoint() follow the view. All other keys
+/// are left to the parent. All pixels are device-independent and count from the widget's upper left corner.
+class Chart2D : public QWidget {
+    Q_OBJECT
+  public:
+    /// The data, and over them the highlighted points, which are drawn as rings unless styled otherwise.
+    enum Group { kData = 1, kHighlight = 2 };
+    /// The data are measured on X and Y, the highlight group on X and Y2. Y2 is drawn at the right side when
+    /// its limits differ from those of Y or it has a title.
+    enum class Axis { X, Y, Y2 };
+
+    struct Point {
+        double x = kHole;
+        double y = kHole;
+        bool operator==(const Point&) const = default;
+    };
+    struct Range {
+        double minimum = 0;
+        double maximum = 1;
+        bool operator==(const Range&) const = default;
+    };
+    struct PixelData {
+        bool inPlotArea = false;
+        double x = 0;
+        double y = 0;
+    };
+    struct Nearest {
+        int series = -1;
+        qsizetype point = -1;
+        int distance = -1;  ///< whole pixels, straight across both directions; -1 when there is no point
+    };
+
+    explicit Chart2D(QWidget* parent = nullptr);
+    ~Chart2D() override;
+
+    /// Suspends and resumes drawing; batches may be nested.
+    void beginBatch();
+    void endBatch();
+
+    /// Further series come without points and in their group's first style; both groups begin with none.
+    void setSeriesCount(Group group, int count);
+    int seriesCount(Group group) const;
+    /// Fewer points drop the last ones; more are holes.
+    void setPointCount(Group group, int series, qsizetype count);
+    qsizetype pointCount(Group group, int series) const;
+    void setPoint(Group group, int series, qsizetype point, double x, double y);
+    /// Sets the points first, first + 1, ...; requires x and y of equal length.
+    void setPoints(Group group, int series, qsizetype first, std::span<const double> x,
+                   std::span<const double> y);
+    /// Exactly what was set.
+    Point point(Group group, int series, qsizetype point) const;
+
+    /// A number of the 16-colour palette, for the symbols and the line of the series. Pale colours get a
+    /// thin dark outline.
+    void setSymbolColour(Group group, int series, int colour);
+    void setSeriesStyle(Group group, int series, const SeriesStyle& style);
+    SeriesStyle seriesStyle(Group group, int series) const;
+    /// Series with a name are explained by symbol and name above the plot, at the right.
+    void setSeriesName(Group group, int series, const QString& name);
+
+    /// Fixes the limits and returns the view of this axis to them. Equal limits show their value in the
+    /// middle, falling ones run down. Y2 follows Y until it is set itself.
+    void setAxisRange(Axis axis, double minimum, double maximum);
+    Range axisRange(Axis axis) const;
+    void setAxisTitle(Axis axis, const QString& title);
+    QString axisTitle(Axis axis) const;
+
+    void setHeaderText(const QString& text);
+    QString headerText() const;
+    void setHeaderFont(double pointSize, bool bold);
+    /// Redraws the footer only, and never moves the plot.
+    void setFooterText(const QString& text);
+    QString footerText() const;
+
+    /// The data coordinates at the middle of a pixel, and whether it belongs to the plot area.
+    PixelData pixelToData(QPoint pixel) const;
+    /// Where data (of the data group) lie; the inverse of pixelToData() but for the pixel's half.
+    QPointF dataToPixel(double x, double y) const;
+    /// The point shown in the plot area that is nearest to a pixel. One pass over the points.
+    Nearest nearestPoint(Group group, QPoint pixel) const;
+
+    /// A cross over the plot, for who moves along the points by keyboard; never printed.
+    void showCross(double x, double y);
+    void hideCross();
+
+    bool isZoomed() const;
+    void resetView();
+
+    /// Draws header, plot as it is shown and footer into a rectangle of the painter; letters and symbols
+    /// get the size on paper that they have on a screen of 96 dots an inch, at every resolution.
+    void print(QPainter& painter, const QRectF& target) const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  Q_SIGNALS:
+    void pointerPressed(QPoint pixel);  ///< left button; both presses of a double click
+    void pointerMoved(QPoint pixel);
+    void pointerLeft();
+    void redrawn();  ///< the plot has been drawn anew (a footer does not count)
+
+  protected:
+    void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+  private:
+    struct Private;
+    const std::unique_ptr<Private> d_;
+};

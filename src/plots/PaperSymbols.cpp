@@ -1,0 +1,100 @@
+#include "plots/PaperSymbols.h"
+
+#include "plots/ChartSymbols.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kPlacesPerPixel = 4;
+/// Longer paths make some viewers slow.
+constexpr std::size_t kStrokesPerPath = 5000;
+/// A stroke needs some length, or it is left out.
+constexpr double kStroke = 0.001;
+
+std::uint32_t placeCount(double from, double to) {
+    return static_cast<std::uint32_t>((to - from) * kPlacesPerPixel) + 2;
+}
+
+std::uint32_t placeOf(double pixel, double origin) {
+    return static_cast<std::uint32_t>(std::max(0.0, (pixel - origin) * kPlacesPerPixel + 0.5));
+}
+
+}  // namespace
+
+PaperSymbols::PaperSymbols(QPainter& painter, const PixelMap& map)
+    : painter_(painter), map_(map), columns_(placeCount(map.area.left, map.area.right)) {
+    taken_.resize(std::size_t{columns_} * placeCount(map.area.top, map.area.bottom));
+}
+
+void PaperSymbols::draw(const ChartSeries& series) {
+    const ChartSymbol symbol = series.style.symbol;
+    if (symbol == ChartSymbol::None) return;
+    findPlaces(series);
+    if (symbol == ChartSymbol::Ring) return drawRings(series);
+    const int colour = series.style.colour;
+    const double size = symbolSize(symbol);
+    strokePlaces(symbol, size, needsOutline(colour) ? chartInk() : paletteColour(colour));
+    if (needsOutline(colour)) strokePlaces(symbol, size - 1.6, paletteColour(colour));
+}
+
+void PaperSymbols::findPlaces(const ChartSeries& series) {
+    places_.clear();
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+        const double px = map_.pixelX(series.x[i]);
+        const double py = map_.pixelY(series.y[i]);
+        if (!map_.area.contains(px, py) || isHole(series.x[i], series.y[i])) continue;
+        const std::uint32_t column = placeOf(px, map_.area.left);
+        const std::uint32_t row = placeOf(py, map_.area.top);
+        if (!take(row * columns_ + column)) continue;
+        places_.emplace_back(map_.area.left + column / kPlacesPerPixel,
+                             map_.area.top + row / kPlacesPerPixel);
+    }
+    for (const std::uint32_t place : takenPlaces_)
+        taken_[place] = false;
+    takenPlaces_.clear();
+}
+
+bool PaperSymbols::take(std::uint32_t place) {
+    if (taken_[place]) return false;
+    taken_[place] = true;
+    takenPlaces_.push_back(place);
+    return true;
+}
+
+void PaperSymbols::drawRings(const ChartSeries& series) {
+    const double size = symbolSize(ChartSymbol::Ring);
+    for (const QPointF& place : places_)
+        paintSymbol(painter_, QRectF(place.x() - size / 2, place.y() - size / 2, size, size),
+                    ChartSymbol::Ring, series.style.colour);
+}
+
+void PaperSymbols::strokePlaces(ChartSymbol symbol, double size, const QColor& colour) {
+    painter_.save();
+    painter_.setRenderHint(QPainter::Antialiasing);
+    // A diamond is a square stroke on paper turned by 45 degrees; its size is its diagonal.
+    const bool turned = symbol == ChartSymbol::Diamond;
+    const double width = turned ? size * std::sqrt(0.5) : size;
+    painter_.setPen(
+        QPen(colour, width, Qt::SolidLine, symbol == ChartSymbol::Disc ? Qt::RoundCap : Qt::SquareCap));
+    painter_.setBrush(Qt::NoBrush);
+    QTransform turn;
+    if (turned) turn.rotate(45);
+    painter_.setTransform(turn, true);
+    const QTransform back = turn.inverted();
+    for (std::size_t begin = 0; begin < places_.size(); begin += kStrokesPerPath) {
+        QPainterPath path;
+        const std::size_t end = std::min(begin + kStrokesPerPath, places_.size());
+        for (std::size_t i = begin; i < end; ++i) {
+            const QPointF place = back.map(places_[i]);
+            path.moveTo(place);
+            path.lineTo(place + QPointF(kStroke, 0));
+        }
+        painter_.drawPath(path);
+    }
+    painter_.restore();
+}

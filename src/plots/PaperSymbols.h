@@ -1,0 +1,31 @@
+#pragma once
+
+#include "plots/chart_geometry.h"
+
+#include <QPointF>
+
+#include <cstdint>
+#include <vector>
+
+class QPainter;
+
+/// Draws the symbols of series for paper: as strokes of no length with a round or square pen, a few bytes a
+/// symbol, at places of a quarter of a pixel that a series uses only once.
+class PaperSymbols {
+  public:
+    PaperSymbols(QPainter& painter, const PixelMap& map);
+    void draw(const ChartSeries& series);
+
+  private:
+    void findPlaces(const ChartSeries& series);
+    bool take(std::uint32_t place);
+    void drawRings(const ChartSeries& series);
+    void strokePlaces(ChartSymbol symbol, double size, const QColor& colour);
+
+    QPainter& painter_;
+    PixelMap map_;
+    std::uint32_t columns_;
+    std::vector<bool> taken_;
+    std::vector<std::uint32_t> takenPlaces_;
+    std::vector<QPointF> places_;
+};

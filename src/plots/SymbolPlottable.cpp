@@ -1,0 +1,120 @@
+#include "plots/SymbolPlottable.h"
+
+#include "plots/PaperSymbols.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Symbols on the edge of the plot area are drawn whole.
+constexpr int kOverhang = 7;
+
+bool isPaper(const QCPPainter& painter) {
+    return painter.modes().testFlag(QCPPainter::pmVectorized);
+}
+
+AxisView viewOf(const QCPAxis& axis) {
+    return {axis.range().lower, axis.range().upper, axis.rangeReversed()};
+}
+
+}  // namespace
+
+SymbolPlottable::SymbolPlottable(QCPAxis* xAxis, QCPAxis* yAxis, const std::vector<ChartSeries>& series)
+    : QCPAbstractPlottable(xAxis, yAxis), series_(series) {}
+
+PixelMap SymbolPlottable::map() const {
+    const QRect area = mKeyAxis->axisRect()->rect();
+    const double width = std::max(1, area.width());
+    const double height = std::max(1, area.height());
+    const PixelRect rect{double(area.left()), double(area.top()), area.left() + width, area.top() + height};
+    return pixelMap(rect, viewOf(*mKeyAxis), viewOf(*mValueAxis));
+}
+
+double SymbolPlottable::selectTest(const QPointF&, bool, QVariant*) const {
+    return -1;
+}
+
+QCPRange SymbolPlottable::getKeyRange(bool& found, QCP::SignDomain) const {
+    found = false;
+    return {};
+}
+
+QCPRange SymbolPlottable::getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const {
+    found = false;
+    return {};
+}
+
+QRect SymbolPlottable::clipRect() const {
+    return mKeyAxis->axisRect()->rect().adjusted(-kOverhang, -kOverhang, kOverhang, kOverhang);
+}
+
+void SymbolPlottable::draw(QCPPainter* painter) {
+    const PixelMap pixels = map();
+    const double scale = isPaper(*painter) ? 4 : painter->device()->devicePixelRatioF();
+    drawLines(*painter, pixels, scale);
+    if (isPaper(*painter))
+        printSymbols(*painter, pixels);
+    else
+        stampSymbols(*painter, pixels);
+}
+
+void SymbolPlottable::drawLegendIcon(QCPPainter*, const QRectF&) const {}
+
+void SymbolPlottable::drawLines(QCPPainter& painter, const PixelMap& pixels, double columnsPerPixel) {
+    for (const ChartSeries& series : series_) {
+        if (series.style.line == ChartLine::None) continue;
+        lines_.clear();
+        appendLines(series, pixels, columnsPerPixel, lines_);
+        drawLine(painter, series);
+    }
+}
+
+void SymbolPlottable::drawLine(QCPPainter& painter, const ChartSeries& series) {
+    painter.setAntialiasing(true);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(lineColour(series.style.colour), 1, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+    for (const PixelLines::Piece& piece : lines_.pieces) {
+        polyline_.clear();
+        for (std::size_t i = piece.begin; i < piece.end; ++i)
+            polyline_.append(QPointF(lines_.points[i].x, lines_.points[i].y));
+        painter.drawPolyline(polyline_);
+    }
+}
+
+void SymbolPlottable::stampSymbols(QCPPainter& painter, const PixelMap& pixels) {
+    const double scale = painter.device()->devicePixelRatioF();
+    const QRect clip = clipRect();
+    // The picture covers whole device pixels, so that it is laid down without being resampled.
+    const QPoint corner(int(std::floor(clip.left() * scale)), int(std::floor(clip.top() * scale)));
+    const QSize size(int(std::ceil(clip.width() * scale)) + 1, int(std::ceil(clip.height() * scale)) + 1);
+    if (picture_.size() != size) picture_ = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    picture_.fill(Qt::transparent);
+    marks_.reset(size.width(), size.height());
+    const Raster raster{reinterpret_cast<std::uint32_t*>(picture_.bits()), size.width(), size.height(),
+                        picture_.bytesPerLine() / 4};
+    const auto x = [&](double pixel) { return pixel * scale - corner.x(); };
+    const auto y = [&](double pixel) { return pixel * scale - corner.y(); };
+    const double slack = 1e-3;
+    const RasterMap map{pixels.xScale * scale,        x(pixels.xShift),
+                        pixels.yScale * scale,        y(pixels.yShift),
+                        x(pixels.area.left) - slack,  y(pixels.area.top) - slack,
+                        x(pixels.area.right) + slack, y(pixels.area.bottom) + slack};
+    for (const ChartSeries& series : series_) {
+        if (series.style.symbol == ChartSymbol::None) continue;
+        marks_.nextSeries();
+        const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, scale);
+        stampPoints(raster, map, stamp, series.x.data(), series.y.data(),
+                    static_cast<const std::uint8_t*>(nullptr), series.x.size(), &marks_);
+    }
+    painter.save();
+    painter.scale(1 / scale, 1 / scale);
+    painter.drawImage(corner, picture_);
+    painter.restore();
+}
+
+void SymbolPlottable::printSymbols(QCPPainter& painter, const PixelMap& pixels) {
+    PaperSymbols paper(painter, pixels);
+    for (const ChartSeries& series : series_)
+        paper.draw(series);
+}

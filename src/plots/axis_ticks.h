@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+/// Where an axis carries its ticks: at the whole multiples of `step`, labelled with `decimals` decimals.
+struct TickStep {
+    double step = 1;
+    int decimals = 0;
+};
+
+/// The label of a tick, written in full with a point as decimal sign ("436000.12"); only values whose digits
+/// nobody could read (1e15 and more, or finer than 1e-9) are written as powers of ten.
+std::string tickLabel(double value, const TickStep& ticks);
+
+/// What the labels of an axis need of its length, in pixels.
+struct TickRoom {
+    double axisLength = 0;
+    double preferredDistance = 70;  ///< between ticks, where labels allow it
+    double gap = 12;                ///< to be kept free between two labels
+    /// The extent along the axis of a label (its width below an axis, its height beside one).
+    std::function<double(const std::string&)> labelExtent;
+};
+
+/// The step 1, 2 or 5 times a power of ten that comes nearest to the preferred distance without letting two
+/// neighbouring labels touch. Requires lower < upper, both finite.
+TickStep chooseTickStep(double lower, double upper, const TickRoom& room);

@@ -1,0 +1,191 @@
+#include "plots/chart_geometry.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr double kLargest = 1e240;
+constexpr double kFarthestPixel = 1e9;
+
+/// The smallest width that ticks and pixels around `value` can still resolve.
+double resolvableWidth(double value) {
+    return std::max(1e-200, std::fabs(value) * 1e-10);
+}
+
+AxisView around(double centre, double width, bool reversed) {
+    return {centre - width / 2, centre + width / 2, reversed};
+}
+
+double clampedPixel(double pixel) {
+    return std::clamp(pixel, -kFarthestPixel, kFarthestPixel);
+}
+
+/// Cuts the line from a to b off at the rectangle; false when nothing of it lies inside.
+bool clipLine(const PixelRect& area, PixelPoint& a, PixelPoint& b) {
+    double from = 0;
+    double to = 1;
+    const auto cut = [&](double direction, double distance) {
+        if (direction == 0) return distance >= 0;
+        const double t = distance / direction;
+        if (direction < 0) from = std::max(from, t);
+        if (direction > 0) to = std::min(to, t);
+        return from <= to;
+    };
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    if (!cut(-dx, a.x - area.left) || !cut(dx, area.right - a.x)) return false;
+    if (!cut(-dy, a.y - area.top) || !cut(dy, area.bottom - a.y)) return false;
+    const PixelPoint start = a;
+    if (to < 1) b = {start.x + to * dx, start.y + to * dy};
+    if (from > 0) a = {start.x + from * dx, start.y + from * dy};
+    return true;
+}
+
+/// Takes points one by one and lays down the lines that remain.
+class LineBuilder {
+  public:
+    LineBuilder(const PixelRect& area, double columnsPerPixel, PixelLines& lines)
+        : area_(area), columnsPerPixel_(columnsPerPixel), lines_(lines) {}
+
+    void add(PixelPoint point) {
+        // Points beyond the sides share one column each: they matter only for the slope of the line that
+        // enters the plot area.
+        const double column =
+            std::floor(std::clamp(point.x, area_.left - 2, area_.right + 2) * columnsPerPixel_);
+        if (!open_ || column != column_) {
+            finishColumn();
+            column_ = column;
+            first_ = lowest_ = highest_ = point;
+            lowestFirst_ = open_ = true;
+        }
+        if (point.y < lowest_.y) lowest_ = point, lowestFirst_ = false;
+        if (point.y > highest_.y) highest_ = point, lowestFirst_ = true;
+        last_ = point;
+    }
+
+    void interrupt() {
+        finishColumn();
+        open_ = joined_ = false;
+    }
+
+  private:
+    void finishColumn() {
+        if (!open_) return;
+        emit(first_);
+        emit(lowestFirst_ ? lowest_ : highest_);
+        emit(lowestFirst_ ? highest_ : lowest_);
+        emit(last_);
+    }
+
+    void emit(PixelPoint point) {
+        const PixelPoint before = std::exchange(previous_, point);
+        if (!std::exchange(joined_, true) || before == point) return;
+        PixelPoint from = before;
+        PixelPoint to = point;
+        if (!clipLine(area_, from, to)) return;
+        if (lines_.pieces.empty() || !continues_ || !(lines_.points.back() == from)) {
+            lines_.pieces.push_back({lines_.points.size(), 0});
+            lines_.points.push_back(from);
+        }
+        lines_.points.push_back(to);
+        lines_.pieces.back().end = lines_.points.size();
+        continues_ = true;
+    }
+
+    PixelRect area_;
+    double columnsPerPixel_;
+    PixelLines& lines_;
+    double column_ = 0;
+    PixelPoint first_, lowest_, highest_, last_, previous_;
+    bool lowestFirst_ = true;
+    bool open_ = false;
+    bool joined_ = false;
+    bool continues_ = false;
+};
+
+}  // namespace
+
+AxisView viewOfLimits(double minimum, double maximum) {
+    if (!std::isfinite(minimum) || !std::isfinite(maximum)) return {};
+    minimum = std::clamp(minimum, -kLargest, kLargest);
+    maximum = std::clamp(maximum, -kLargest, kLargest);
+    const double middle = minimum / 2 + maximum / 2;
+    const double width = std::fabs(maximum - minimum);
+    if (width < resolvableWidth(middle))
+        return around(middle, std::max(1.0, std::fabs(middle) * 1e-8), false);
+    return {std::min(minimum, maximum), std::max(minimum, maximum), minimum > maximum};
+}
+
+AxisView zoomed(const AxisView& view, const AxisView& home, double fraction, double factor) {
+    const double width = view.upper - view.lower;
+    const double homeWidth = home.upper - home.lower;
+    const double place = view.reversed ? 1 - fraction : fraction;
+    const double fixed = view.lower + place * width;
+    const double least = std::max(homeWidth * 1e-6, resolvableWidth(fixed));
+    const double wanted = std::clamp(width * factor, std::min(least, width), homeWidth * 1e3);
+    const double lower = fixed - place * wanted;
+    return {lower, lower + wanted, view.reversed};
+}
+
+AxisView moved(const AxisView& view, const AxisView& home, double fraction) {
+    const double width = view.upper - view.lower;
+    const double reach = (home.upper - home.lower) * 1e3;
+    const double shift = (view.reversed ? -fraction : fraction) * width;
+    const double lower = std::clamp(view.lower + shift, home.lower - reach - width, home.upper + reach);
+    return {lower, lower + width, view.reversed};
+}
+
+PixelMap pixelMap(const PixelRect& area, const AxisView& x, const AxisView& y) {
+    PixelMap map;
+    map.area = area;
+    map.xScale = (area.right - area.left) / (x.upper - x.lower) * (x.reversed ? -1 : 1);
+    map.xShift = (x.reversed ? area.right : area.left) - map.xScale * x.lower;
+    map.yScale = (area.bottom - area.top) / (y.upper - y.lower) * (y.reversed ? 1 : -1);
+    map.yShift = (y.reversed ? area.top : area.bottom) - map.yScale * y.lower;
+    return map;
+}
+
+NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py) {
+    // A point on the very edge of the plot area is shown and can be picked, whatever rounding did to it.
+    const double slack = 1e-3;
+    const PixelRect shown{map.area.left - slack, map.area.top - slack, map.area.right + slack,
+                          map.area.bottom + slack};
+    double best = std::numeric_limits<double>::infinity();
+    NearestPoint found;
+    for (std::size_t s = 0; s < series.size(); ++s) {
+        const double* x = series[s].x.data();
+        const double* y = series[s].y.data();
+        const std::size_t count = series[s].x.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const double pointX = map.pixelX(x[i]);
+            const double pointY = map.pixelY(y[i]);
+            const double dx = pointX - px;
+            const double dy = pointY - py;
+            const double squared = dx * dx + dy * dy;
+            if (!(squared < best) || !shown.contains(pointX, pointY) || isHole(x[i], y[i])) continue;
+            best = squared;
+            found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0};
+        }
+    }
+    if (found.series > 0) found.distance = std::sqrt(best);
+    return found;
+}
+
+void PixelLines::clear() {
+    points.clear();
+    pieces.clear();
+}
+
+void appendLines(const ChartSeries& series, const PixelMap& map, double columnsPerPixel, PixelLines& lines) {
+    LineBuilder builder(map.area, columnsPerPixel, lines);
+    for (std::size_t i = 0; i < series.x.size(); ++i) {
+        if (isHole(series.x[i], series.y[i])) {
+            builder.interrupt();
+            continue;
+        }
+        builder.add({clampedPixel(map.pixelX(series.x[i])), clampedPixel(map.pixelY(series.y[i]))});
+    }
+    builder.interrupt();
+}
