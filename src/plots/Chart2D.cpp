@@ -48,7 +48,7 @@ struct Chart2D::Private {
 
     std::vector<ChartSeries>& group(Group g) {
         if (g != kData && g != kHighlight) throw RunTimeError::subscriptOutOfRange();
-        return groups[g - 1];
+        return groups[g == kData ? 0 : 1];
     }
 
     ChartSeries& series(Group g, int number) {

@@ -4,6 +4,7 @@
 
 #include <QPicture>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -34,8 +35,8 @@ class ChartPlot::Ticker : public QCPAxisTicker {
     TickStep ticks_;
 };
 
-ChartPlot::ChartPlot(const std::vector<ChartSeries>& data, const std::vector<ChartSeries>& highlight,
-                     QWidget* parent)
+ChartPlot::ChartPlot(const std::vector<ChartSeries>& dataSeries,
+                     const std::vector<ChartSeries>& highlightSeries, QWidget* parent)
     : QCustomPlot(parent), xTicker_(new Ticker), yTicker_(new Ticker), y2Ticker_(new Ticker) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
@@ -45,8 +46,8 @@ ChartPlot::ChartPlot(const std::vector<ChartSeries>& data, const std::vector<Cha
     axisRect()->setMinimumSize(1, 1);
     plotLayout()->setRowSpacing(0);
     styleAxes();
-    data_ = new SymbolPlottable(xAxis, yAxis, data);
-    highlight_ = new SymbolPlottable(xAxis, yAxis2, highlight);
+    data_ = new SymbolPlottable(xAxis, yAxis, dataSeries);
+    highlight_ = new SymbolPlottable(xAxis, yAxis2, highlightSeries);
 }
 
 void ChartPlot::styleAxes() {
@@ -133,7 +134,12 @@ void ChartPlot::print(QPainter& painter, const QSize& size) {
     toPainter(&recorder, size.width(), size.height());
     recorder.end();
     layoutStale_ = true;
+    // Playing a picture makes it larger by the ratio of resolutions; its size here is in the painter's units.
+    painter.save();
+    painter.scale(double(picture.logicalDpiX()) / painter.device()->logicalDpiX(),
+                  double(picture.logicalDpiY()) / painter.device()->logicalDpiY());
     painter.drawPicture(0, 0, picture);
+    painter.restore();
 }
 
 void ChartPlot::paintEvent(QPaintEvent* event) {
@@ -190,12 +196,13 @@ int ChartPlot::layOutVertical(QCPAxis& axis, Ticker& ticker, int height) {
 /// Returns how far a label at the end of the axis can stand over.
 int ChartPlot::layOutHorizontal(int width) {
     const QFontMetricsF metrics(xAxis->tickLabelFont());
-    double widest = 0;
     const auto extent = [&](const std::string& label) {
-        widest = metrics.horizontalAdvance(QString::fromStdString(label));
-        return widest;
+        return metrics.horizontalAdvance(QString::fromStdString(label));
     };
-    xTicker_->choose(xAxis->range(), {double(width), 90, metrics.averageCharWidth() * 2, extent});
+    const QCPRange range = xAxis->range();
+    xTicker_->choose(range, {double(width), 90, metrics.averageCharWidth() * 2, extent});
+    const double widest = std::max(metrics.horizontalAdvance(xTicker_->label(range.lower)),
+                                   metrics.horizontalAdvance(xTicker_->label(range.upper)));
     return int(std::ceil(widest / 2)) + kOuterMargin;
 }
 

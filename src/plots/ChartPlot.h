@@ -1,8 +1,7 @@
 #pragma once
 
+#include "plots/CustomPlot.h"
 #include "plots/SymbolPlottable.h"
-
-#include <qcustomplot.h>
 
 #include <array>
 #include <optional>
@@ -11,9 +10,8 @@
 /// The plot area of a chart with its axes, drawn lazily: a change only marks it stale, the next paint event
 /// draws it anew, once, however much has changed. Draws the same on the screen and on paper.
 class ChartPlot : public QCustomPlot {
-    Q_OBJECT
   public:
-    ChartPlot(const std::vector<ChartSeries>& data, const std::vector<ChartSeries>& highlight,
+    ChartPlot(const std::vector<ChartSeries>& dataSeries, const std::vector<ChartSeries>& highlightSeries,
               QWidget* parent);
 
     void setViews(const AxisView& x, const AxisView& y, const AxisView& y2);

@@ -2,6 +2,7 @@
 
 #include "plots/chart_geometry.h"
 
+#include <QColor>
 #include <QPointF>
 
 #include <cstdint>

@@ -10,6 +10,10 @@ namespace {
 /// Symbols on the edge of the plot area are drawn whole.
 constexpr int kOverhang = 7;
 
+/// Points drawn in one go: the time that a line takes which crosses itself grows with the square of its
+/// length.
+constexpr std::ptrdiff_t kStretch = 16;
+
 bool isPaper(const QCPPainter& painter) {
     return painter.modes().testFlag(QCPPainter::pmVectorized);
 }
@@ -50,6 +54,7 @@ QRect SymbolPlottable::clipRect() const {
 }
 
 void SymbolPlottable::draw(QCPPainter* painter) {
+    if (mKeyAxis->axisRect()->rect().isEmpty()) return;
     const PixelMap pixels = map();
     const double scale = isPaper(*painter) ? 4 : painter->device()->devicePixelRatioF();
     drawLines(*painter, pixels, scale);
@@ -71,14 +76,21 @@ void SymbolPlottable::drawLines(QCPPainter& painter, const PixelMap& pixels, dou
 }
 
 void SymbolPlottable::drawLine(QCPPainter& painter, const ChartSeries& series) {
-    painter.setAntialiasing(true);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(lineColour(series.style.colour), 1, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
     for (const PixelLines::Piece& piece : lines_.pieces) {
-        polyline_.clear();
-        for (std::size_t i = piece.begin; i < piece.end; ++i)
-            polyline_.append(QPointF(lines_.points[i].x, lines_.points[i].y));
-        painter.drawPolyline(polyline_);
+        const PixelPoint* first = lines_.points.data() + piece.begin;
+        const PixelPoint* last = lines_.points.data() + piece.end - 1;
+        // A level line is sharp without smoothing.
+        painter.setAntialiasing(
+            !std::all_of(first, last, [&](const PixelPoint& p) { return p.y == last->y; }));
+        while (first < last) {
+            const PixelPoint* end = std::min(first + kStretch, last);
+            polyline_.clear();
+            std::for_each(first, end + 1, [&](const PixelPoint& p) { polyline_.append(QPointF(p.x, p.y)); });
+            painter.drawPolyline(polyline_);
+            first = end;
+        }
     }
 }
 

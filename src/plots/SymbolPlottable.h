@@ -1,10 +1,10 @@
 #pragma once
 
 #include "plots/ChartSymbols.h"
+#include "plots/CustomPlot.h"
 #include "plots/chart_geometry.h"
 
 #include <QImage>
-#include <qcustomplot.h>
 
 #include <vector>
 
@@ -13,7 +13,6 @@
 /// million points is that of reading them. On paper everything is a path, with places of a quarter of a
 /// pixel drawn only once.
 class SymbolPlottable : public QCPAbstractPlottable {
-    Q_OBJECT
   public:
     /// Draws `series`, which must outlive the plottable. The axes' plot takes ownership.
     SymbolPlottable(QCPAxis* xAxis, QCPAxis* yAxis, const std::vector<ChartSeries>& series);
