@@ -10,7 +10,7 @@ QColor captionColour(int paletteColour, const QWidget& onGround) {
     if (paletteColour == kBlack) return palette.color(QPalette::WindowText);
     const QColor colour(QRgb{kBasicPalette.at(static_cast<std::size_t>(paletteColour))});
     const bool darkGround = palette.color(QPalette::Window).lightness() < 128;
-    if (darkGround) return QColor::fromHsl(colour.hslHue(), 255, 180);
+    if (darkGround) return QColor::fromHsl(colour.hslHue(), 255, 205);
     return colour.lightness() > 110 ? QColor::fromHsl(colour.hslHue(), 255, 110) : colour;
 }
 

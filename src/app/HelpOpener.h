@@ -2,5 +2,7 @@
 
 class QWidget;
 
-/// Opens the help document of this number (101 to 116) in the help viewer, or says that it is missing.
+/// Opens the help document of this number (101 to 116) in the help viewer, of which there is one, or says
+/// over the window `from` that the document's file is missing. Throws RunTimeError with path and reason when
+/// the file is there but cannot be read.
 void openHelp(QWidget* from, int document);

@@ -47,7 +47,7 @@ class frmMain : public QMainWindow, public Ui::frmMain {
     void nameSubmenus();
     void showInvitationWhileEmpty();
 
-    QTimer Timer1;
+    QTimer Timer1{this};
     QList<QWidget*> charts_;
     QList<QWidget*> editors_;
 };

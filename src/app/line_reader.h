@@ -8,7 +8,7 @@
 /// Reads a text file line by line. Line ends are CR LF, LF or CR, mixed too, and the last line may lack one.
 /// A UTF-8 byte-order mark at the start is passed over. Every other byte, NUL and control bytes too, is part
 /// of its line. The file is read in blocks, not mapped, so that one that shrinks under our hands is an error
-/// or an early end and never a signal.
+/// and never a signal.
 class LineReader {
   public:
     /// Opens `path`. Throws RunTimeError (with path and the system's reason) when it cannot be opened or is
@@ -19,18 +19,20 @@ class LineReader {
     LineReader& operator=(const LineReader&) = delete;
 
     /// Gives the next line without its end; false at the end of the file. The view holds until the next call.
-    /// Throws RunTimeError when reading fails.
-    bool next(std::string_view& line) {
-        // The common case stands here so that it is inlined: a whole line ended by LF lies in the buffer.
-        return takeBufferedLine(line) || readOn(line);
-    }
+    /// Throws RunTimeError when reading fails or the file has become shorter since it was opened.
+    bool next(std::string_view& line);
 
     /// Number of the line that next() gave last, from 1.
     std::int64_t lineNumber() const { return lineNumber_; }
 
+    /// Size of the file (bytes) when it was opened.
+    std::int64_t fileSize() const { return fileSize_; }
+
   private:
-    bool takeBufferedLine(std::string_view& line);
     bool readOn(std::string_view& line);
+    bool takeBufferedLine(std::string_view& line);
+    bool takeRest(std::string_view& line);
+    void give(std::string_view& line, const char* last, const char* next);
     bool fill();
     void skipByteOrderMark();
 
@@ -41,4 +43,6 @@ class LineReader {
     const char* end_ = nullptr;       // one past the last byte read
     bool atEnd_ = false;
     std::int64_t lineNumber_ = 0;
+    std::int64_t fileSize_ = 0;
+    std::int64_t bytesRead_ = 0;
 };

@@ -7,11 +7,10 @@
 #include <cstdint>
 #include <limits>
 
-namespace {
+using numbers_detail::kExactIntegers;
+using numbers_detail::kPowersOfTen;
 
-constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+namespace {
 
 // Larger exponents all mean the same (too large, or zero), so counting stops here.
 constexpr std::int64_t kExponentLimit = 1'000'000'000;
@@ -116,7 +115,6 @@ bool convertSlowly(const NumberText& text, double& value) {
 // Up to 2^53 and 10^22 both factors are exact Doubles, so that one multiplication or division rounds once, to
 // the nearest Double (W. D. Clinger, "How to Read Floating Point Numbers Accurately", 1990).
 bool convert(const NumberText& text, double& value) {
-    constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
     if (text.digits <= 19 && text.mantissa <= kExactIntegers && text.scale >= -22 && text.scale <= 22) {
         double magnitude = static_cast<double>(text.mantissa);
         if (text.scale < 0)
@@ -144,7 +142,7 @@ void incrementDecimal(std::string& digits) {
 
 }  // namespace
 
-bool parseNumber(const char* first, const char* last, double& value) {
+bool numbers_detail::parseAnyNumber(const char* first, const char* last, double& value) {
     while (first != last && isBlank(*first))
         ++first;
     while (first != last && isBlank(last[-1]))

@@ -1,8 +1,19 @@
 #include "app/survey.h"
 
+#include <new>
+
 void SiteTable::resize(SiteIndex capacity) {
     for (auto& column : columns_)
         column.resize(index(capacity));
+}
+
+void SiteTable::reserve(SiteIndex capacity) {
+    try {
+        for (auto& column : columns_)
+            column.reserve(index(capacity));
+    } catch (const std::bad_alloc&) {
+        // Growing step by step may still succeed.
+    }
 }
 
 void Survey::chooseDistance(int mode) {

@@ -33,6 +33,10 @@ class SiteTable {
     /// all, because the storage behind a column grows geometrically.
     void resize(SiteIndex capacity);
 
+    /// Makes room for growing to this capacity without copying. Costs address space, and memory only as far
+    /// as the room is used later. Room that cannot be had is no error.
+    void reserve(SiteIndex capacity);
+
   private:
     static std::size_t index(std::int64_t i) { return static_cast<std::size_t>(i); }
     std::array<std::vector<double>, kSiteColumns> columns_;

@@ -8,25 +8,53 @@
 
 namespace {
 
-// Fills `distances` with distance(i) for i = 1..NumSites-1 and returns the largest.
-template <typename Distance>
-double fillDistances(const Survey& survey, std::vector<double>& distances, Distance distance) {
-    distances.assign(static_cast<std::size_t>(survey.NumSites) + 1, 0.0);
-    double* const out = distances.data();
-    double largest = 0;
-    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
-        const double d = distance(i);
-        out[i] = d;
-        largest = d >= largest ? d : largest;
+// Sites that are worked on at a time, so that what one loop has written the next finds in the nearest cache.
+constexpr SiteIndex kBlock = 1024;
+
+// The largest of term(first)..term(last - 1), or 0. Several running maxima, because each waits for its own
+// last comparison only, and the compiler can keep them in one vector.
+template <typename Term>
+double largestOf(SiteIndex first, SiteIndex last, Term term) {
+    constexpr int kLanes = 8;
+    double largest[kLanes] = {};
+    SiteIndex i = first;
+    for (; i + kLanes <= last; i += kLanes) {
+        for (int lane = 0; lane < kLanes; ++lane) {
+            const double value = term(i + lane);
+            largest[lane] = value > largest[lane] ? value : largest[lane];
+        }
     }
-    // Coordinates are finite, so a distance is too large for a Double or it is right.
-    if (!std::isfinite(largest)) throw RunTimeError::overflow();
-    return largest;
+    for (; i < last; ++i)
+        largest[0] = std::max(largest[0], term(i));
+    return *std::max_element(largest, largest + kLanes);
 }
 
-double fillAlong(const Survey& survey, int column, std::vector<double>& distances) {
+// Fills `distances` with distance(i) for i = 1..NumSites-1, and `maximum` with the largest.
+template <typename Distance>
+void fillDistances(const Survey& survey, std::vector<double>& distances, double& maximum, Distance distance) {
+    const auto size = static_cast<std::size_t>(survey.NumSites) + 1;
+    distances.resize(size);
+    double* const out = distances.data();
+    out[0] = out[size - 1] = 0;
+    double largest = 0;
+    for (SiteIndex begin = 1; begin < survey.NumSites; begin += kBlock) {
+        const SiteIndex end = std::min(begin + kBlock, survey.NumSites);
+        for (SiteIndex i = begin; i < end; ++i)
+            out[i] = distance(i);
+        largest = std::max(largest, largestOf(begin, end, [=](SiteIndex i) { return out[i]; }));
+    }
+    // Coordinates are finite, so a distance is too large for a Double or it is right.
+    if (!std::isfinite(largest)) {
+        distances.assign(size, 0.0);
+        maximum = 0;
+        throw RunTimeError::overflow();
+    }
+    maximum = largest;
+}
+
+void fillAlong(const Survey& survey, int column, std::vector<double>& distances, double& maximum) {
     const double* const c = survey.SiteData.column(column);
-    return fillDistances(survey, distances, [=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); });
+    fillDistances(survey, distances, maximum, [=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); });
 }
 
 const std::vector<double>* chosenDistances(const Survey& survey) {
@@ -52,7 +80,7 @@ int numberSites(Survey& survey, const double* distances) {
 void Calculate_Distance(Survey& survey) {
     const double* const x = survey.SiteData.column(kX);
     const double* const y = survey.SiteData.column(kY);
-    survey.MaxTrueDist = fillDistances(survey, survey.TrueDist, [=](SiteIndex i) {
+    fillDistances(survey, survey.TrueDist, survey.MaxTrueDist, [=](SiteIndex i) {
         const double dx = x[i] - x[i - 1];
         const double dy = y[i] - y[i - 1];
         return std::sqrt(dx * dx + dy * dy);
@@ -60,11 +88,11 @@ void Calculate_Distance(Survey& survey) {
 }
 
 void Calculate_X_Distance(Survey& survey) {
-    survey.MaxXDist = fillAlong(survey, kX, survey.XDist);
+    fillAlong(survey, kX, survey.XDist, survey.MaxXDist);
 }
 
 void Calculate_Y_Distance(Survey& survey) {
-    survey.MaxYDist = fillAlong(survey, kY, survey.YDist);
+    fillAlong(survey, kY, survey.YDist, survey.MaxYDist);
 }
 
 void Calculate_Chosen_Distance(Survey& survey) {
@@ -108,10 +136,7 @@ void Calculate_NumPoints(Survey& survey) {
 void Calculate_Max(Survey& survey) {
     const auto largest = [&](int column) {
         const double* const values = survey.SiteData.column(column);
-        double maximum = 0;
-        for (SiteIndex i = 0; i < survey.NumSites; ++i)
-            maximum = values[i] > maximum ? values[i] : maximum;
-        return maximum;
+        return largestOf(0, survey.NumSites, [=](SiteIndex i) { return values[i]; });
     };
     survey.MaxX = largest(kX);
     survey.MaxY = largest(kY);

@@ -15,7 +15,7 @@ enum class RowDetection {
 inline constexpr const char* kTooManyRows = "Too many rows: Please specify a larger distance value";
 
 /// Fill TrueDist / XDist / YDist (metres; entries 0 and NumSites stay 0) and the largest value of each.
-/// Throw overflow, with the array's old content lost, when a distance is not finite.
+/// Throw overflow, leaving array and maximum at 0, when a distance is not finite.
 void Calculate_Distance(Survey& survey);
 void Calculate_X_Distance(Survey& survey);
 void Calculate_Y_Distance(Survey& survey);

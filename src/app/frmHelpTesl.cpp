@@ -1,0 +1,149 @@
+#include "app/frmHelpTesl.h"
+
+#include "app/Guarded.h"
+#include "app/RichTextReader.h"
+#include "app/TextEditor.h"
+#include "app/file_replacement.h"
+#include "app/survey.h"
+
+#include <QAction>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QTextBlock>
+#include <QTextFrame>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kWidestText = 680;  // pixels; longer lines are hard to read
+constexpr int kLeastMargin = 28;
+
+const QWidget* mainWindow() {
+    for (const QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->objectName() == u"frmMain" && widget->isVisible()) return widget;
+    return nullptr;
+}
+
+// A rectangle of that size over the middle of another, moved and cut so that it stays on the screen.
+QRect placedOver(const QRect& other, QSize size, const QRect& screen) {
+    QRect place(QPoint(), size.boundedTo(screen.size()));
+    place.moveCenter(other.center());
+    place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
+    place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
+    return place;
+}
+
+// Documents bring the colours of paper, whatever the desktop's are.
+void layPaper(QTextBrowser& page) {
+    QPalette paper = page.palette();
+    paper.setColor(QPalette::Base, Qt::white);
+    paper.setColor(QPalette::Text, QColor(0x1c, 0x1c, 0x1c));
+    page.setPalette(paper);
+}
+
+// The first line of the document, unless it is a whole paragraph.
+QString titleOf(const QTextDocument& document, const QString& name) {
+    constexpr qsizetype kLongestTitle = 60;
+    QTextBlock block = document.begin();
+    while (block.isValid() && block.text().trimmed().isEmpty())
+        block = block.next();
+    const QString title = block.text().simplified();
+    return title.isEmpty() || title.size() > kLongestTitle ? name : title;
+}
+
+}  // namespace
+
+frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
+    setupUi(this);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    layPaper(*RTB1);
+    RTB1->viewport()->installEventFilter(this);
+    connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
+    connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
+    connect(txtFind, &QLineEdit::textChanged, this, guarded(this, [this] { txtFind_Change(); }));
+    connect(txtFind, &QLineEdit::returnPressed, this, guarded(this, [this] { findNext(); }));
+
+    auto* const closing = new QAction(this);
+    closing->setShortcuts({QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)});
+    connect(closing, &QAction::triggered, this, guarded(this, [this] { close(); }));
+    auto* const finding = new QAction(this);
+    finding->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
+    connect(finding, &QAction::triggered, this, guarded(this, [this] {
+                txtFind->setFocus(Qt::ShortcutFocusReason);
+                txtFind->selectAll();
+            }));
+    addActions({closing, finding});
+}
+
+void frmHelpTesl::showDocument(const QByteArray& rtf, const QString& name) {
+    document_ = rtf;
+    readRichText(document_, *RTB1->document());
+    setWindowTitle(u"%1 - Help"_s.arg(titleOf(*RTB1->document(), name)));
+    RTB1->moveCursor(QTextCursor::Start);
+    txtFind->clear();
+    setPageMargins();
+    show();
+    raise();
+    activateWindow();
+    RTB1->setFocus();
+}
+
+void frmHelpTesl::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) Form_Load();
+    QWidget::showEvent(event);
+}
+
+void frmHelpTesl::Form_Load() {
+    if (const QWidget* const main = mainWindow())
+        setGeometry(placedOver(main->geometry(), size(), main->screen()->availableGeometry()));
+}
+
+bool frmHelpTesl::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize) setPageMargins();
+    return QWidget::eventFilter(watched, event);
+}
+
+// The text stands in the middle of the page and its lines stay readable however wide the window is.
+void frmHelpTesl::setPageMargins() {
+    const double side = std::max(kLeastMargin, (RTB1->viewport()->width() - kWidestText) / 2);
+    QTextFrame* const page = RTB1->document()->rootFrame();
+    auto format = page->frameFormat();
+    if (format.leftMargin() == side && format.topMargin() == kLeastMargin) return;
+    format.setTopMargin(kLeastMargin);
+    format.setBottomMargin(kLeastMargin);
+    format.setLeftMargin(side);
+    format.setRightMargin(side);
+    page->setFrameFormat(format);
+}
+
+void frmHelpTesl::Command1_Click() {
+    const std::string path = theSession().DataDir + "/helpdoc.rtf";
+    FileReplacement file(path);
+    file.write({document_.constData(), static_cast<std::size_t>(document_.size())});
+    file.commit();
+    startTextEditor(path);
+}
+
+void frmHelpTesl::txtFind_Change() {
+    find(RTB1->textCursor().selectionStart());
+}
+
+void frmHelpTesl::findNext() {
+    find(RTB1->textCursor().selectionEnd());
+}
+
+// Selects the next place that holds what was typed, from the beginning again when there is none below.
+void frmHelpTesl::find(int from) {
+    const QString wanted = txtFind->text();
+    QTextCursor found = RTB1->document()->find(wanted, from);
+    if (found.isNull()) found = RTB1->document()->find(wanted, 0);
+    lblFound->setText(found.isNull() && !wanted.isEmpty() ? u"Not found"_s : QString());
+    if (found.isNull()) {
+        found = RTB1->textCursor();
+        found.setPosition(found.selectionStart());
+    }
+    RTB1->setTextCursor(found);
+}

@@ -1,0 +1,108 @@
+#include "export/frmOutput.h"
+
+#include "app/CaptionColour.h"
+#include "app/FileDialogs.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/numbers.h"
+#include "app/palette16.h"
+#include "export/transect_file.h"
+
+#include <QShortcut>
+#include <QSignalBlocker>
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHelpDocument = 107;
+const QString kFileFilter = u"Text Files (*.txt)|*.TXT|Data Files (*.dat)|*.DAT|All Files (*.*)|*"_s;
+const QString kReportTitle = u"VARN-Tesl"_s;
+
+void writeFile(QWidget* window, const std::string& path, const TransectFormat& format) {
+    const Hourglass hourglass(window);
+    writeTransectFile(theSurvey(), path, format);
+}
+
+}  // namespace
+
+frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
+    setupUi(this);
+    connect(chkNoRow, &QCheckBox::toggled, this, guarded(this, [this] { chkNoRow_Click(); }));
+    connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
+    connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { Command2_Click(); }));
+    connect(Command3, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
+    connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    auto* const help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, cmdHelp, &QPushButton::click);
+    Form_Load();
+}
+
+void frmOutput::Form_Load() {
+    const QString widest = QString::fromStdString(recordFormat(true, true, true));
+    Text1->setMinimumWidth(Text1->fontMetrics().horizontalAdvance(widest) + 24);
+    txtBRN->setMaximumWidth(txtBRN->fontMetrics().horizontalAdvance(u"0000000000"_s) + 24);
+    showRecordFormat();
+    Command2->setEnabled(false);
+    txtBRN->setText(u"1"_s);
+    Command1->setFocus();
+}
+
+void frmOutput::showRecordFormat() {
+    const Survey& survey = theSurvey();
+    Text1->setText(QString::fromStdString(
+        recordFormat(survey.SiteIDPresent, survey.TwoEMColumns, !chkNoRow->isChecked())));
+}
+
+void frmOutput::chkNoRow_Click() {
+    if (chkNoRow->isChecked() &&
+        !ask(this,
+             u"Attention: This will create a GRID file format, without any row numbers.\n"
+             u"Are you sure that you wish to do this?"_s)) {
+        const QSignalBlocker quiet(chkNoRow);
+        chkNoRow->setChecked(false);
+    }
+    colourCaption(*chkNoRow, chkNoRow->isChecked() ? kLightBlue : kBlack);
+    showRecordFormat();
+}
+
+void frmOutput::Command1_Click() {
+    const QString chosen = askSaveFile(this, u"Specify the Output File Name"_s, kFileFilter);
+    if (chosen.isEmpty()) return;
+    outputPath_ = toPath(chosen);
+    Text2->setText(fromPath(outputPath_));
+    Text2->setToolTip(Text2->text());
+    Command2->setEnabled(true);
+    Command2->setFocus();
+}
+
+// A number that no row number can be is refused like the others that are out of range.
+bool frmOutput::beginningRowIsValid() {
+    const auto value = numericValue(txtBRN->text().toStdString());
+    if (!value) {
+        beep();
+        tell(this, u"Error! The beginning row number is non-numeric!"_s);
+        return false;
+    }
+    const double row = roundHalfToEven(*value);
+    if (row < 1 || row > std::numeric_limits<int>::max()) {
+        beep();
+        tell(this, u"Error! The specified beginning row number is < 1!"_s);
+        return false;
+    }
+    return true;
+}
+
+void frmOutput::Command2_Click() {
+    if (!beginningRowIsValid()) return;
+    const int firstRow = roundToInt(*numericValue(txtBRN->text().toStdString()));
+    writeFile(this, outputPath_, {!chkNoRow->isChecked(), firstRow});
+    beep();
+    tell(this, u"Output data saved to "_s + fromPath(outputPath_), kReportTitle);
+    theSession().DataSaved = true;
+    Q_EMIT exported();
+    close();
+}

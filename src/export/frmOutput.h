@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ui_frmOutput.h"
+
+#include <QDialog>
+
+#include <string>
+
+/// Writes the cleaned survey as a transect file: its name, the row number that the first row gets, or no row
+/// numbers at all.
+class frmOutput : public QDialog, public Ui::frmOutput {
+    Q_OBJECT
+
+  public:
+    explicit frmOutput(QWidget* parent = nullptr);
+
+  Q_SIGNALS:
+    /// The file has been written and DataSaved is set.
+    void exported();
+
+  private:
+    void Form_Load();
+    void chkNoRow_Click();
+    void Command1_Click();
+    void Command2_Click();
+    bool beginningRowIsValid();
+    void showRecordFormat();
+
+    std::string outputPath_;
+};

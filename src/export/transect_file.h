@@ -1,0 +1,27 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <string>
+
+// The VARN-95 transect data file: one line for each site, ended by CR LF, without a header. A line holds the
+// site ID (when the survey has them), X, Y, EM1, EM2 (when there are two readings) and the row number (unless
+// it is left out), each in a print zone of 14 characters.
+
+/// What the user may choose about the file.
+struct TransectFormat {
+    bool withRows = true;  ///< false: the grid format, without row numbers
+    int firstRow = 1;      ///< the row number written for row 1; the others follow
+};
+
+/// The names of the fields on a line, as a person reads them: "X_coord  Y_coord  EM1  Row_#".
+std::string recordFormat(bool siteIDs, bool twoEMColumns, bool withRows);
+
+/// The width of a print zone. A field begins at the first zone boundary at or behind the end of the one
+/// before it: one that overruns its zone pushes the next field on.
+inline constexpr int kPrintZone = 14;
+
+/// Writes the file (with no site an empty one). It is put in place whole and closed when this returns; on any
+/// failure RunTimeError is thrown with path and reason, and a file of that name stays as it was. Throws
+/// overflow when a number of the survey is not finite.
+void writeTransectFile(const Survey& survey, const std::string& path, const TransectFormat& format);

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "import/trimble_reader.h"
+
+#include <QObject>
+
+class frmMain;
+
+/// The Trimble/EM-38 import from the menu item to the report: control parameters, the file, where its fields
+/// stand, then reading. What the windows ask for travels from one to the next; whichever is cancelled, the
+/// survey in memory stays as it was.
+class TrimbleImport : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit TrimbleImport(frmMain& main);
+
+    void mnuOpen_Click();
+    /// Asks for the file and goes on with where its fields stand.
+    void OpenSensorFile(TrimbleOptions options);
+    /// Reads the file, reports, puts the survey in place and enables the menus. Throws RunTimeError, with
+    /// everything as it was, when reading fails.
+    void Import(const TrimbleOptions& options);
+
+  Q_SIGNALS:
+    /// The survey in memory is another one; its rows, if it has sites, have been looked for.
+    void imported();
+    /// After imported(): more rows were found than the system holds, and the user has been told.
+    void tooManyRows();
+
+  private:
+    void report(const TrimbleImportResult& result);
+
+    frmMain& main_;
+};

@@ -1,0 +1,31 @@
+#include "import/error_log.h"
+
+#include "app/run_time_error.h"
+#include "app/survey.h"
+#include "import/import_report.h"
+
+std::string errorLogPath(const Session& session) {
+    return session.DataDir + "/error_log.dat";
+}
+
+ErrorLog::ErrorLog(const std::string& path) {
+    try {
+        file_.emplace(path);
+    } catch (const RunTimeError& error) {
+        problem_ = error.description();
+    }
+}
+
+void ErrorLog::reject(std::int64_t lineNumber, std::string_view text, std::string_view reason) {
+    if (!file_) return;
+    file_->write("Line #");
+    file_->write(numberField(lineNumber));
+    file_->write(" ");
+    file_->write(text);
+    file_->write(reason);
+    file_->write("\r\n");
+}
+
+void ErrorLog::commit() {
+    if (file_) file_->commit();
+}

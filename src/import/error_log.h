@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/file_replacement.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct Session;
+
+/// Why a line or a record was rejected, in the words of the error log.
+namespace reject_reason {
+inline constexpr std::string_view kSiteID = "  -> non-numeric site ID";
+inline constexpr std::string_view kEM2 = "  -> non-numeric 2nd EM reading";
+inline constexpr std::string_view kEM2BelowCutoff = "  -> 2nd EM reading below cut-off";
+inline constexpr std::string_view kX = "  -> non-numeric X-coord data";
+inline constexpr std::string_view kY = "  -> non-numeric Y-coord data";
+inline constexpr std::string_view kEM1 = "  -> non-numeric 1st EM reading";
+inline constexpr std::string_view kEM1BelowCutoff = "  -> 1st EM reading below cut-off";
+inline constexpr std::string_view kRow = "  -> non-numeric row number";
+inline constexpr std::string_view kIncomplete = "  -> incomplete record at end of file";
+}  // namespace reject_reason
+
+/// Where the error log lies.
+std::string errorLogPath(const Session& session);
+
+/// The error log of one import: one line for each rejected one, ended by CR LF:
+/// "Line # 17 ", the line or the record's values byte for byte, the reason. It takes the place of the last
+/// import's log when it is committed; an import that fails leaves that one as it was.
+class ErrorLog {
+  public:
+    /// A log that cannot be created is no reason to refuse the import: problem() then tells, and nothing is
+    /// written.
+    explicit ErrorLog(const std::string& path);
+
+    /// Throws RunTimeError when writing fails (disk full).
+    void reject(std::int64_t lineNumber, std::string_view text, std::string_view reason);
+
+    /// Puts the log in place. Throws RunTimeError when that fails.
+    void commit();
+
+    /// Path and the system's reason if the log could not be created, else empty.
+    const std::string& problem() const { return problem_; }
+
+  private:
+    std::optional<FileReplacement> file_;
+    std::string problem_;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "import/trimble_reader.h"
+#include "ui_frmDataControl.h"
+
+#include <QDialog>
+
+/// The first window of the Trimble/EM-38 import: cut-off, minimum distance between rows, measure of distance,
+/// conversions of the readings.
+class frmDataControl : public QDialog, public Ui::frmDataControl {
+    Q_OBJECT
+
+  public:
+    explicit frmDataControl(QWidget* parent);
+
+  Q_SIGNALS:
+    /// The window was accepted and is closing.
+    void parametersChosen(const TrimbleOptions& options);
+
+  private:
+    void Command1_Click();
+    void refuse(QLineEdit& box, const QString& message);
+    int chosenDistance() const;
+};

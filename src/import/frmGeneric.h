@@ -1,0 +1,42 @@
+#pragma once
+
+#include "import/generic_reader.h"
+#include "ui_frmGeneric.h"
+
+#include <QDialog>
+
+class QMimeData;
+class frmMain;
+
+/// The generic import: a comma- or blank-delimited file in one of eight column layouts. The file's name may
+/// be typed, pasted, dropped or browsed for.
+class frmGeneric : public QDialog, public Ui::frmGeneric {
+    Q_OBJECT
+
+  public:
+    explicit frmGeneric(frmMain& main);
+
+  Q_SIGNALS:
+    /// The survey in memory is another one, whatever its row numbers are worth.
+    void imported();
+
+  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    void cmdBrowse_Click();
+    void cmdImport_Click();
+    void mnuFormat_Click();
+    void CheckInputs(bool& valid);
+    void GetInputData(bool& succeeded);
+    void report(const GenericImportResult& result);
+    void reportRows(const GenericImportResult& result);
+    void replaceSurvey(GenericImportResult& result);
+    void refuse(QLineEdit& box, const QString& message);
+    std::string inputPath() const;
+    GenericLayout chosenLayout() const;
+
+    frmMain& main_;
+    std::array<QRadioButton*, 8> optCF_;
+};

@@ -1,0 +1,188 @@
+#include "import/frmIniDisplay.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/numbers.h"
+#include "app/palette16.h"
+#include "import/sensor_file_preview.h"
+
+#include <QScreen>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTextBlock>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHelpDocument = 105;
+constexpr int kRulerLines = 2;
+const QString kTens =
+    u"000000000111111111122222222223333333333444444444455555555556666666666777777777788888888889999999999"_s;
+const QString kUnits =
+    u"123456789012345678901234567890123456789012345678901234567890123456789012345678901234567890123456789"_s;
+
+const QColor kFieldGround(0xd6, 0xe6, 0xfa);
+
+QFont fixedPitchFont() {
+    QFont font(u"Courier New"_s, 10);
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    return font;
+}
+
+// One character a byte, so that the ruler holds: what has no shape of its own gets one.
+QChar shown(char byte) {
+    const auto code = static_cast<unsigned char>(byte);
+    constexpr unsigned char kSoftHyphen = 0xAD;
+    if (code == '\t') return u'→';
+    const bool control = code < 0x20 || (code >= 0x7F && code < 0xA0) || code == kSoftHyphen;
+    return control ? QChar(u'·') : QChar(char16_t{code});
+}
+
+QString shownLine(const std::string& bytes) {
+    QString line(static_cast<qsizetype>(bytes.size()), u' ');
+    std::transform(bytes.begin(), bytes.end(), line.begin(), shown);
+    return line;
+}
+
+int position(const QLineEdit& box) {
+    return roundToInt(numericValue(box.text().toStdString()).value_or(0));
+}
+
+bool isValid(const FieldColumns& field) {
+    return field.Start >= 1 && field.End >= 1 && field.End >= field.Start;
+}
+
+}  // namespace
+
+frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options)
+    : QDialog(parent), options_(options) {
+    setupUi(this);
+    rows_ = {{{Text1_0, Text1_1, Check1, &TrimbleOptions::SiteIDField},
+              {Text2_0, Text2_1, nullptr, &TrimbleOptions::XField},
+              {Text3_0, Text3_1, nullptr, &TrimbleOptions::YField},
+              {Text4_0, Text4_1, nullptr, &TrimbleOptions::EM1Field},
+              {Text5_0, Text5_1, Check2, &TrimbleOptions::EM2Field}}};
+    showFirstLines();
+    watchPositions();
+    for (QLabel* label : {Label3, Label4, Label5})
+        colourCaption(*label, kLightBlue);
+    connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
+    connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { reject(); }));
+    const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
+    connect(cmdHelp, &QPushButton::clicked, this, help);
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
+    Text2_0->setFocus();
+}
+
+void frmIniDisplay::showFirstLines() {
+    QPalette paper = picPreview->palette();
+    paper.setColor(QPalette::Base, Qt::white);
+    paper.setColor(QPalette::Text, Qt::black);
+    picPreview->setPalette(paper);
+    picPreview->setFont(fixedPitchFont());
+
+    QStringList lines{kTens, kUnits};
+    for (const std::string& line : previewSensorFile(options_.path, options_.MinLineLength))
+        lines << shownLine(line);
+    picPreview->setPlainText(lines.join(u'\n'));
+
+    // Room for the ruler's width and for seven lines, and some, above a scroll bar.
+    const QFontMetrics metrics(picPreview->font());
+    const int edges =
+        2 * (picPreview->frameWidth() + static_cast<int>(picPreview->document()->documentMargin()));
+    const int allLines = kRulerLines + static_cast<int>(kPreviewLines);
+    picPreview->setMinimumHeight((allLines + 1) * metrics.lineSpacing() + edges +
+                                 picPreview->horizontalScrollBar()->sizeHint().height());
+    const int rulerWidth = metrics.horizontalAdvance(kTens) + edges;
+    const QMargins margins = layout()->contentsMargins();
+    const QSize wanted(rulerWidth + metrics.averageCharWidth() + margins.left() + margins.right(),
+                       sizeHint().height());
+    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+}
+
+void frmIniDisplay::watchPositions() {
+    for (const Row& row : rows_) {
+        for (QLineEdit* box : {row.start, row.end})
+            connect(box, &QLineEdit::textChanged, this,
+                    guarded(this, [this, box] { Position_Change(*box); }));
+        if (row.use == nullptr) continue;
+        for (QLineEdit* box : {row.start, row.end}) {
+            QSizePolicy keepsItsPlace = box->sizePolicy();
+            keepsItsPlace.setRetainSizeWhenHidden(true);
+            box->setSizePolicy(keepsItsPlace);
+        }
+        colourWhileChecked(*row.use);
+        connect(row.use, &QCheckBox::toggled, this, guarded(this, [this, row] { Check_Click(row); }));
+        Check_Click(row);
+    }
+}
+
+void frmIniDisplay::Check_Click(const Row& row) {
+    const bool inUse = row.use->isChecked();
+    row.start->setVisible(inUse);
+    row.end->setVisible(inUse);
+    if (inUse) row.start->setFocus();
+    shadeFields();
+}
+
+// A box holds a number or nothing.
+void frmIniDisplay::Position_Change(QLineEdit& box) {
+    if (!box.text().isEmpty() && !isNumeric(box.text().toStdString())) {
+        beep();
+        box.clear();
+        box.setFocus();
+    }
+    shadeFields();
+}
+
+FieldColumns frmIniDisplay::columnsOf(const Row& row) const {
+    if (row.use != nullptr && !row.use->isChecked()) return {};
+    FieldColumns field{position(*row.start), position(*row.end), 0};
+    if (isValid(field)) field.Len = field.End - field.Start + 1;
+    return field;
+}
+
+void frmIniDisplay::Command1_Click() {
+    TrimbleOptions options = options_;
+    options.SiteIDPresent = Check1->isChecked();
+    options.TwoEMColumns = Check2->isChecked();
+    for (const Row& row : rows_) {
+        const FieldColumns field = columnsOf(row);
+        const bool inUse = row.use == nullptr || row.use->isChecked();
+        if (inUse && !isValid(field)) {
+            tell(this, u"Invalid Input"_s);
+            row.start->setFocus();
+            row.start->selectAll();
+            return;
+        }
+        options.*row.field = field;
+    }
+    accept();
+    Q_EMIT formatChosen(options);
+}
+
+// Shows which columns of the lines the positions typed so far mean.
+void frmIniDisplay::shadeFields() {
+    QList<QTextEdit::ExtraSelection> shades;
+    QTextBlock block = picPreview->document()->findBlockByNumber(kRulerLines);
+    for (; block.isValid(); block = block.next()) {
+        const int length = block.length() - 1;  // without the line end
+        for (const Row& row : rows_) {
+            const FieldColumns field = columnsOf(row);
+            if (!isValid(field) || field.Start > length) continue;
+            QTextEdit::ExtraSelection shade;
+            shade.format.setBackground(kFieldGround);
+            shade.cursor = QTextCursor(block);
+            shade.cursor.setPosition(block.position() + field.Start - 1);
+            shade.cursor.setPosition(block.position() + std::min(field.End, length), QTextCursor::KeepAnchor);
+            shades << shade;
+        }
+    }
+    picPreview->setExtraSelections(shades);
+}

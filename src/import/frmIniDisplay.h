@@ -1,0 +1,43 @@
+#pragma once
+
+#include "import/trimble_reader.h"
+#include "ui_frmIniDisplay.h"
+
+#include <QDialog>
+
+#include <array>
+
+/// The last window of the Trimble/EM-38 import: shows the file's first lines below a column ruler and asks
+/// where each field stands in a line.
+class frmIniDisplay : public QDialog, public Ui::frmIniDisplay {
+    Q_OBJECT
+
+  public:
+    /// `options` hold what the import knows so far, the file's path among it. Throws RunTimeError when the
+    /// file cannot be read.
+    frmIniDisplay(QWidget* parent, const TrimbleOptions& options);
+
+  Q_SIGNALS:
+    /// The window was accepted and is closing; the options are complete.
+    void formatChosen(const TrimbleOptions& options);
+
+  private:
+    // A field and where its positions are asked for.
+    struct Row {
+        QLineEdit* start;
+        QLineEdit* end;
+        QCheckBox* use;  // null for a field that every file has
+        FieldColumns TrimbleOptions::*field;
+    };
+
+    void showFirstLines();
+    void watchPositions();
+    void Check_Click(const Row& row);
+    void Position_Change(QLineEdit& box);
+    void Command1_Click();
+    void shadeFields();
+    FieldColumns columnsOf(const Row& row) const;
+
+    TrimbleOptions options_;
+    std::array<Row, 5> rows_;
+};

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+class ErrorLog;
+
+/// A column layout of a generic sensor file: site number, X, Y, first reading, second reading, row number,
+/// those in brackets only if the layout has them.
+struct GenericLayout {
+    bool siteNumber;
+    bool secondReading;
+    bool rowNumber;
+
+    int columns() const { return 3 + siteNumber + secondReading + rowNumber; }
+};
+
+/// The eight layouts, in the order in which they are offered.
+inline constexpr std::array<GenericLayout, 8> kGenericLayouts = {{
+    {false, false, true},
+    {false, true, true},
+    {true, false, true},
+    {true, true, true},
+    {false, false, false},
+    {false, true, false},
+    {true, false, false},
+    {true, true, false},
+}};
+
+struct GenericOptions {
+    std::string path;          ///< the sensor file
+    std::string errorLogPath;  ///< where dropped records go
+    double cutoff = 0;         ///< smallest accepted reading (mS/m)
+    GenericLayout layout = kGenericLayouts[6];
+};
+
+/// What the row numbers of a file are worth. They must begin with 1, and be the same as or one more than the
+/// one before.
+enum class RowCheck { Passed, FirstRowNotOne, NotSequential };
+
+struct GenericImportResult {
+    Survey survey;             ///< a new one; NumRows is 0 unless the row check passed and there are sites
+    std::int64_t dropped = 0;  ///< records read that are no site
+    RowCheck rowCheck = RowCheck::Passed;
+    std::string logProblem;  ///< path and reason if the error log could not be created, else empty
+};
+
+/// Reads a comma- or blank-delimited file into a new survey, dropping records that cannot be used into the
+/// error log, checks its row numbers, counts the sites of its rows and calculates the distances of the
+/// measure that `parameters` has in force (true distance while it has none).
+///
+/// Values stand between commas, blanks, tabs and line ends; a record is as many values as the layout has
+/// columns and need not be one line. Blanks around a comma belong to it. A value missing between two commas,
+/// before the first value of a record, or behind a comma that ends a line when the next line is a whole
+/// record, is a value that is not numeric. A quoted value is its content.
+///
+/// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
+/// leaving the last import's error log, when the file cannot be read, the log cannot be written on, or a
+/// distance overflows.
+GenericImportResult importGenericFile(const GenericOptions& options, const Survey& parameters);
+
+/// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has
+/// exactly the sites that were kept. Returns the number of dropped records.
+std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log);

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// A whole number as it is printed among texts: a blank for the sign (or a minus sign), then the digits.
+std::string numberField(std::int64_t number);
+
+/// The report of the Trimble/EM-38 import. Lines are separated by line feeds.
+std::string trimbleImportReport(std::int64_t valid, std::int64_t errors);
+
+/// The report of the generic import. Lines are separated by line feeds.
+std::string genericImportReport(std::int64_t valid, std::int64_t dropped);

@@ -1,0 +1,155 @@
+#include "import/trimble_reader.h"
+
+#include "app/line_reader.h"
+#include "app/numbers.h"
+#include "import/error_log.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+// The table begins with room for this many sites and grows by as many, ten sites before it is full.
+constexpr SiteIndex kCapacityStep = 100;
+constexpr SiteIndex kSpareSites = 10;
+
+// A field as a range of bytes of its line, empty for a layout that makes no sense.
+struct ByteRange {
+    std::size_t begin = 0, end = 0;
+
+    explicit ByteRange(const FieldColumns& field) {
+        if (field.Start < 1 || field.Len < 1) return;
+        begin = static_cast<std::size_t>(field.Start) - 1;
+        end = begin + static_cast<std::size_t>(field.Len);
+    }
+
+    // A field is as short as its line makes it; one that begins behind the line's end is empty.
+    bool number(std::string_view line, double& value) const {
+        const std::size_t last = std::min(end, line.size());
+        return begin < last && parseNumber(line.data() + begin, line.data() + last, value);
+    }
+};
+
+class TrimbleReader {
+  public:
+    TrimbleReader(const TrimbleOptions& options, Survey& survey)
+        : options_(options),
+          survey_(survey),
+          siteID_(options.SiteIDField),
+          x_(options.XField),
+          y_(options.YField),
+          em1_(options.EM1Field),
+          em2_(options.EM2Field) {
+        enlarge(kCapacityStep);
+    }
+
+    // Makes room for a file of lines as long as this one, or somewhat shorter.
+    void reserveFor(std::int64_t fileSize, std::size_t lineLength) {
+        survey_.SiteData.reserve(fileSize / static_cast<std::int64_t>(lineLength) + 2 * kCapacityStep);
+        enlarge(capacity_);
+    }
+
+    // Stores the line's values in the next slot; gives why it is rejected, or nothing for a site. What a
+    // rejected line has left in the slot is overwritten by the next site.
+    std::string_view read(std::string_view line) {
+        const SiteIndex slot = survey_.NumSites;
+        if (options_.SiteIDPresent && !siteID_.number(line, idColumn_[slot])) return reject_reason::kSiteID;
+        if (options_.TwoEMColumns) {
+            double em2 = 0;
+            if (!em2_.number(line, em2)) return reject_reason::kEM2;
+            em2 = converted(em2);
+            if (!(em2 >= options_.EMCutoff)) return reject_reason::kEM2BelowCutoff;
+            em2Column_[slot] = em2;
+        }
+        if (!x_.number(line, xColumn_[slot])) return reject_reason::kX;
+        if (!y_.number(line, yColumn_[slot])) return reject_reason::kY;
+        double em1 = 0;
+        if (!em1_.number(line, em1)) return reject_reason::kEM1;
+        em1 = converted(em1);
+        if (!(em1 >= options_.EMCutoff)) return reject_reason::kEM1BelowCutoff;
+        em1Column_[slot] = em1;
+        if (slot + kSpareSites == capacity_) enlarge(capacity_ + kCapacityStep);
+        ++survey_.NumSites;
+        return {};
+    }
+
+  private:
+    double converted(double reading) const {
+        if (options_.NegateEM) reading = 0.0 - reading;  // and a reading of 0 gets no sign
+        if (options_.DivideEMBy10) reading /= 10.0;
+        return reading;
+    }
+
+    void enlarge(SiteIndex capacity) {
+        capacity_ = capacity;
+        survey_.SiteData.resize(capacity);
+        xColumn_ = survey_.SiteData.column(kX);
+        yColumn_ = survey_.SiteData.column(kY);
+        em1Column_ = survey_.SiteData.column(kEM1);
+        em2Column_ = survey_.SiteData.column(kEM2);
+        if (!options_.SiteIDPresent) return;
+        survey_.SiteID.resize(static_cast<std::size_t>(capacity));
+        idColumn_ = survey_.SiteID.data();
+    }
+
+    const TrimbleOptions& options_;
+    Survey& survey_;
+    ByteRange siteID_, x_, y_, em1_, em2_;
+    SiteIndex capacity_ = 0;
+    double* idColumn_ = nullptr;
+    double* xColumn_ = nullptr;
+    double* yColumn_ = nullptr;
+    double* em1Column_ = nullptr;
+    double* em2Column_ = nullptr;
+};
+
+void takeParameters(const TrimbleOptions& options, Survey& survey) {
+    survey.EMCutoff = options.EMCutoff;
+    survey.MinDistance = options.MinDistance;
+    survey.MinLineLength = options.MinLineLength;
+    survey.NegateEM = options.NegateEM;
+    survey.DivideEMBy10 = options.DivideEMBy10;
+    survey.chooseDistance(options.DistanceMode);
+    survey.SiteIDPresent = options.SiteIDPresent;
+    survey.TwoEMColumns = options.TwoEMColumns;
+    survey.SiteIDField = options.SiteIDField;
+    survey.XField = options.XField;
+    survey.YField = options.YField;
+    survey.EM1Field = options.EM1Field;
+    survey.EM2Field = options.EM2Field;
+}
+
+}  // namespace
+
+std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log) {
+    LineReader file(options.path);
+    survey = Survey{};
+    takeParameters(options, survey);
+    TrimbleReader reader(options, survey);
+    const auto shortest = static_cast<std::size_t>(std::max(options.MinLineLength, 0));
+    std::int64_t errors = 0;
+    for (std::string_view line; file.next(line);) {
+        if (line.size() <= shortest) continue;
+        const std::string_view reason = reader.read(line);
+        if (reason.empty()) {
+            if (survey.NumSites == 1) reader.reserveFor(file.fileSize(), line.size());
+            continue;
+        }
+        log.reject(file.lineNumber(), line, reason);
+        ++errors;
+    }
+    return errors;
+}
+
+TrimbleImportResult importTrimbleFile(const TrimbleOptions& options) {
+    TrimbleImportResult result;
+    ErrorLog log(options.errorLogPath);
+    result.logProblem = log.problem();
+    result.errors = readTrimbleFile(options, result.survey, log);
+    if (result.survey.NumSites > 0) {
+        Calculate_Chosen_Distance(result.survey);
+        result.rows = Assign_Row(result.survey);
+    }
+    log.commit();
+    return result;
+}

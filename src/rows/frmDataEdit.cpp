@@ -1,0 +1,187 @@
+#include "rows/frmDataEdit.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/frmMain.h"
+
+#include <QShortcut>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHelpDocument = 112;
+
+// The words differ between one number and two.
+QString messageFor(EntryFault fault, bool twoNumbers) {
+    switch (fault) {
+        case EntryFault::NotNumeric:
+            return twoNumbers ? u"Invalid Input: you have to enter numeric value(s)"_s
+                              : u"Invalid Input: you have to enter a numeric value"_s;
+        case EntryFault::Empty:
+            return u"You did not input anything"_s;
+        case EntryFault::OutOfRange:
+            return twoNumbers ? u"Invalid Input: row number(s) out of range"_s
+                              : u"Invalid Input: row number out of range"_s;
+        case EntryFault::NotConsecutive:
+            return u"Invalid Input: you have to enter two consecutive numbers"_s;
+        case EntryFault::Negative:
+            return u"Invalid Input: the number has to be greater than zero"_s;
+        case EntryFault::None:
+            break;
+    }
+    return {};
+}
+
+std::string text(const QLineEdit* box) {
+    return box->text().toStdString();
+}
+
+// So that the dialog stands still while options change.
+void keepRoomWhenHidden(QWidget& widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+RowDetection findRows(QWidget* window, int distanceMode, double minDistance) {
+    const Hourglass hourglass(window);
+    return Recalculate_Rows(theSurvey(), distanceMode, minDistance);
+}
+
+}  // namespace
+
+frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
+    setupUi(this);
+    operations_ = {
+        {Option1, {{lblText2, Text2}, {lblText3, Text3}}, &frmDataEdit::joinRows, 0},
+        {Option2, {{lblText4, Text4}}, &frmDataEdit::deleteRow, 0},
+        {Option3, {{lblText1, Text1}}, &frmDataEdit::recalculate, 1},
+        {Option4, {{lblText5, Text5}}, &frmDataEdit::recalculate, 2},
+        {Option5, {{lblText6, Text6}}, &frmDataEdit::recalculate, 3},
+    };
+    for (const Operation& operation : operations_) {
+        colourWhileChecked(*operation.option);
+        connect(operation.option, &QRadioButton::toggled, this,
+                guarded(this, [this, &operation] { Option_Click(operation); }));
+        for (const Input& input : operation.inputs) {
+            keepRoomWhenHidden(*input.label);
+            keepRoomWhenHidden(*input.box);
+        }
+    }
+    connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
+    connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
+    connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    auto* const help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, cmdHelp, &QPushButton::click);
+    Form_Load();
+}
+
+// The dialog as it opens: nothing chosen, nothing entered.
+void frmDataEdit::Form_Load() {
+    for (const Operation& operation : operations_) {
+        operation.option->setAutoExclusive(false);
+        operation.option->setChecked(false);
+        operation.option->setAutoExclusive(true);
+        for (const Input& input : operation.inputs)
+            input.box->clear();
+        Option_Click(operation);
+    }
+    followRowLimit();
+    Option1->isEnabled() ? Option1->setFocus() : Option3->setFocus();
+}
+
+// Rows beyond the limit can only be found anew.
+void frmDataEdit::followRowLimit() {
+    const bool editable = theSurvey().RowIndex <= kMaxRows;
+    if (!editable && (Option1->isChecked() || Option2->isChecked())) {
+        Option1->setEnabled(false);
+        Option2->setEnabled(false);
+        Form_Load();
+        return;
+    }
+    Option1->setEnabled(editable);
+    Option2->setEnabled(editable);
+}
+
+void frmDataEdit::changeEvent(QEvent* event) {
+    // The survey may have changed while another window was in front.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) followRowLimit();
+    QDialog::changeEvent(event);
+}
+
+void frmDataEdit::Option_Click(const Operation& operation) {
+    const bool chosen = operation.option->isChecked();
+    for (const Input& input : operation.inputs) {
+        input.label->setVisible(chosen);
+        input.box->setVisible(chosen);
+    }
+    if (chosen) operation.inputs.first().box->setFocus();
+}
+
+const frmDataEdit::Operation* frmDataEdit::chosenOperation() const {
+    const auto chosen =
+        std::find_if(operations_.cbegin(), operations_.cend(),
+                     [](const Operation& operation) { return operation.option->isChecked(); });
+    return chosen == operations_.cend() ? nullptr : &*chosen;
+}
+
+void frmDataEdit::Command1_Click() {
+    const Operation* const operation = chosenOperation();
+    if (operation == nullptr) return;
+    if (theSurvey().NumSites > 0) return (this->*operation->run)();
+    noSitesLeft();
+    close();
+}
+
+void frmDataEdit::joinRows() {
+    const RowPairEntry entry = checkRowPair(text(Text2), text(Text3), theSurvey().NumRows);
+    if (refused(entry.fault, true)) return;
+    Joint_Row(theSurvey(), entry.row1, entry.row2);
+    Q_EMIT surveyChanged();
+    close();
+}
+
+void frmDataEdit::deleteRow() {
+    const RowEntry entry = checkRow(text(Text4), theSurvey().NumRows);
+    if (refused(entry.fault, false)) return;
+    Delete_Row(theSurvey(), entry.row);
+    Q_EMIT surveyChanged();
+    if (theSurvey().NumSites == 0) noSitesLeft();
+    close();
+}
+
+void frmDataEdit::noSitesLeft() {
+    tell(this, u"There is no more point left in the file!"_s);
+    main_.menusFollow(MenuEvent::NoSitesLeft);
+}
+
+void frmDataEdit::recalculate() {
+    const Operation& operation = *chosenOperation();
+    QLineEdit* const box = operation.inputs.first().box;
+    const DistanceEntry entry = checkDistance(text(box));
+    if (refused(entry.fault, false)) return;
+    const RowDetection outcome = findRows(this, operation.distanceMode, entry.distance);
+    Q_EMIT surveyChanged();
+    if (outcome == RowDetection::Assigned) {
+        main_.menusFollow(MenuEvent::RowsRecalculated);
+        close();
+        return;
+    }
+    tell(this, QString::fromLatin1(kTooManyRows));
+    followRowLimit();
+    box->setFocus();
+    box->selectAll();
+}
+
+// Says what is wrong with an entry and puts the dialog back to how it opened; false when nothing is.
+bool frmDataEdit::refused(EntryFault fault, bool twoNumbers) {
+    if (fault == EntryFault::None) return false;
+    tell(this, messageFor(fault, twoNumbers));
+    Form_Load();
+    return true;
+}

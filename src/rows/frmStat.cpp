@@ -1,0 +1,79 @@
+#include "rows/frmStat.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "rows/row_detection.h"
+
+#include <QClipboard>
+#include <QHeaderView>
+#include <QShortcut>
+
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kAbsolute = 1;
+constexpr int kRelative = 2;
+constexpr int kHelpDocument = 102;  // the main menu, which leads here
+
+// Takes the statistics and leaves the row count, and the sites of each row as far as the survey holds them.
+RowStatistics countRows(Survey& survey) {
+    RowStatistics statistics = rowStatistics(survey);
+    if (statistics.rows.size() <= kMaxRows && survey.NumSites > 0) Calculate_NumPoints(survey);
+    survey.RowIndex = static_cast<int>(statistics.rows.size());
+    return statistics;
+}
+
+}  // namespace
+
+frmStat::frmStat(QWidget* parent) : QMainWindow(parent) {
+    setupUi(this);
+    model_ = new RowStatisticsModel(countRows(theSurvey()), this);
+    lblInfo->setText(u"Total # of detected rows = %1"_s.arg(model_->rowCount()));
+    Stats->setModel(model_);
+    Stats->addAction(actionCopy);
+    fitColumns();
+
+    connect(optDSA, &QRadioButton::clicked, this, guarded(this, [this] { showDistanceScale(kAbsolute); }));
+    connect(optDSR, &QRadioButton::clicked, this, guarded(this, [this] { showDistanceScale(kRelative); }));
+    connect(actionCopy, &QAction::triggered, this, guarded(this, [this] { copyToClipboard(); }));
+    connect(mnuStatExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
+    auto* const help = new QShortcut(QKeySequence::HelpContents, this);
+    connect(help, &QShortcut::activated, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    colourWhileChecked(*optDSA);
+    colourWhileChecked(*optDSR);
+    optDSA->setChecked(true);
+}
+
+void frmStat::showDistanceScale(int scale) {
+    model_->showRelativeLengths(scale == kRelative);
+}
+
+void frmStat::copyToClipboard() const {
+    QApplication::clipboard()->setText(model_->tabSeparated(linesToCopy()));
+}
+
+// The selected lines from above to below; the whole table when none is selected.
+QList<int> frmStat::linesToCopy() const {
+    QList<int> lines;
+    for (const QModelIndex& index : Stats->selectionModel()->selectedRows())
+        lines << index.row();
+    if (lines.isEmpty()) {
+        lines.resize(model_->rowCount());
+        std::iota(lines.begin(), lines.end(), 0);
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+// As wide as the figures, which share the room that the window has beyond that.
+void frmStat::fitColumns() {
+    QHeaderView* const header = Stats->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"0000000000.00"_s));
+    Stats->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    resize(fontMetrics().horizontalAdvance(u'0') * 22 * model_->columnCount(), 520);
+}

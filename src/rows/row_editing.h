@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/survey.h"
+#include "rows/row_detection.h"
+
+#include <string_view>
+
+// Joining and deleting rows, and finding all rows anew.
+//
+// All of these keep the survey in one piece: row numbers without gaps, NumRows, RowIndex and NumPoints those
+// of the rows as they now are, and the distances of the measure in force in step with the sites.
+
+/// Joins two rows: the higher-numbered one becomes part of the lower, and the rows behind it move down by
+/// one. No site moves. Requires neighbours between 1 and NumRows, and at most kMaxRows rows.
+void Joint_Row(Survey& survey, int row1, int row2);
+
+/// Deletes a row with all its sites; the rows behind it move down by one. With the last site NumRows,
+/// RowIndex and NumPoints become 0. Requires 1 <= row <= NumRows and at most kMaxRows rows.
+void Delete_Row(Survey& survey, int row);
+
+/// Finds the rows anew: the measure (1 true distance, 2 along X, 3 along Y) and the threshold (metres, not
+/// negative) become those in force, distances are calculated and rows assigned. Throws overflow, with
+/// measure, threshold and rows as they were, when a distance is not finite.
+RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance);
+
+// What a user enters, checked in the order in which the faults are listed.
+
+enum class EntryFault {
+    None,
+    NotNumeric,
+    Empty,
+    OutOfRange,      ///< a row number outside 1..NumRows
+    NotConsecutive,  ///< two rows that are no neighbours
+    Negative         ///< a threshold below 0
+};
+
+struct RowPairEntry {
+    EntryFault fault = EntryFault::None;
+    int row1 = 0;
+    int row2 = 0;
+};
+struct RowEntry {
+    EntryFault fault = EntryFault::None;
+    int row = 0;
+};
+struct DistanceEntry {
+    EntryFault fault = EntryFault::None;
+    double distance = 0;
+};
+
+/// Row numbers with a fraction are rounded, halves to the even neighbour.
+RowPairEntry checkRowPair(std::string_view row1, std::string_view row2, int numRows);
+RowEntry checkRow(std::string_view row, int numRows);
+/// A threshold of 0 is accepted.
+DistanceEntry checkDistance(std::string_view distance);

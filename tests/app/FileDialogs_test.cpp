@@ -1,0 +1,102 @@
+#include "app/FileDialogs.h"
+
+#include "support/temporary_folder.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kAllFiles = u"All Files (*.*)|*"_s;
+
+void clickAccept(QFileDialog* dialog) {
+    auto* const buttons = dialog->findChild<QDialogButtonBox*>();
+    for (auto* const button : buttons->buttons())
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole) button->click();
+}
+
+// Types a name into the real dialog and accepts it. A box that comes up is answered with `answer`; a dialog
+// that is still there at the next look did not take the name and is cancelled.
+class DialogTypist : public QObject {
+  public:
+    explicit DialogTypist(const QString& name, QMessageBox::StandardButton answer = QMessageBox::Ok)
+        : name_(name), answer_(answer) {
+        QObject::connect(&timer_, &QTimer::timeout, this, [this] { look(); });
+        timer_.start(10);
+    }
+
+  private:
+    void look() {
+        QWidget* const active = QApplication::activeModalWidget();
+        if (auto* const box = qobject_cast<QMessageBox*>(active)) {
+            box->button(answer_)->click();
+        } else if (auto* const dialog = qobject_cast<QFileDialog*>(active); dialog && dialog->isVisible()) {
+            if (std::exchange(typed_, true)) return dialog->reject();
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(name_);
+            // Not from within the timer's own event: a timer stands still while it is delivered.
+            QTimer::singleShot(0, dialog, [dialog] { clickAccept(dialog); });
+        }
+    }
+
+    QString name_;
+    QMessageBox::StandardButton answer_;
+    QTimer timer_;
+    bool typed_ = false;
+};
+
+}  // namespace
+
+TEST(FileDialogs, ShowTheDescriptionsAsTheyStand) {
+    EXPECT_EQ(nameFilters(u"Text Files (*.txt)|*.TXT|All Files (*.*)|*"_s),
+              (QStringList{u"Text Files (*.txt) (*.TXT)"_s, u"All Files (*.*) (*)"_s}));
+}
+
+TEST(FileDialogs, GiveTheFileThatWasNamed) {
+    TemporaryFolder folder;
+    writeFile(folder / "SURVEY.DAT", "x");
+    {
+        const DialogTypist typist(fromPath(folder / "SURVEY.DAT"));
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles).toStdString(), folder / "SURVEY.DAT");
+    }
+}
+
+TEST(FileDialogs, RefuseAFileThatDoesNotExist) {
+    TemporaryFolder folder;
+    {
+        const DialogTypist typist(fromPath(folder / "nothing.dat"));
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    }
+}
+
+TEST(FileDialogs, AddNoExtensionToANameThatWasTyped) {
+    TemporaryFolder folder;
+    {
+        const DialogTypist typist(fromPath(folder / "out"));
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, u"Text Files (*.txt)|*.TXT"_s).toStdString(),
+                  folder / "out");
+    }
+}
+
+TEST(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
+    TemporaryFolder folder;
+    writeFile(folder / "out.txt", "x");
+    {
+        const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::Yes);
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles).toStdString(), folder / "out.txt");
+    }
+    {
+        const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::No);
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
+    }
+}

@@ -1,0 +1,60 @@
+#include "app/Guarded.h"
+
+#include "app/run_time_error.h"
+#include "support/ExpectedBoxes.h"
+
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <new>
+
+using namespace Qt::StringLiterals;
+
+TEST(RunTimeErrors, InASlotAreShownWithTheirDescription) {
+    ExpectedBoxes boxes;
+    QPushButton button;
+    const std::pair<std::function<void()>, QString> failures[] = {
+        {[] { throw RunTimeError::overflow(); }, u"Overflow"_s},
+        {[] { throw RunTimeError::divisionByZero(); }, u"Division by zero"_s},
+        {[] { throw RunTimeError::subscriptOutOfRange(); }, u"Subscript out of range"_s},
+        {[] { throw RunTimeError::file("/a/b.dat", "cannot be read", "No such file or directory"); },
+         u"/a/b.dat cannot be read: No such file or directory"_s},
+        {[] { throw std::bad_alloc(); }, u"Out of memory"_s},
+    };
+    for (const auto& [action, text] : failures) {
+        const auto connection =
+            QObject::connect(&button, &QPushButton::clicked, &button, guarded(&button, action));
+        boxes.tell(text);
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QObject::disconnect(connection);
+    }
+}
+
+TEST(RunTimeErrors, ThatLeaveAnEventHandlerDoNotEndTheProgram) {
+    struct Failing : QWidget {
+        void mousePressEvent(QMouseEvent*) override { throw RunTimeError::overflow(); }
+    };
+    ExpectedBoxes boxes;
+    boxes.tell(u"Overflow"_s);
+    Failing widget;
+    widget.show();
+    QTest::mouseClick(&widget, Qt::LeftButton);
+}
+
+TEST(TheHourglass, IsTakenOffHoweverTheWorkEnds) {
+    QWidget window;
+    {
+        Hourglass hourglass(&window);
+        EXPECT_EQ(window.cursor().shape(), Qt::WaitCursor);
+    }
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+    EXPECT_THROW(
+        {
+            Hourglass hourglass(&window);
+            throw RunTimeError::overflow();
+        },
+        RunTimeError);
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+}

@@ -1,0 +1,103 @@
+#include "app/InterfaceControls.h"
+
+#include "app/FileDialogs.h"
+#include "app/TextEditor.h"
+#include "app/run_time_error.h"
+#include "app/survey.h"
+#include "support/ExpectedBoxes.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kEditorQuestion =
+    u"Note: you should use the PELR program if you wish to perminantly\n"
+    u"change the default text editor used by all VARN programs.\n"
+    u"\n"
+    u"However, you can temporarily reset the text editor now (for this session only).\n"
+    u"\n"
+    u"Would you like to temporarily reset the current, default text editor?"_s;
+
+class InterfaceControls : public testing::Test {
+  protected:
+    InterfaceControls() {
+        theSession() = Session{};
+        theSession().AppDir = theSession().DataDir = folder.path();
+        theSession().TextEditor = "/usr/bin/before ";
+    }
+    ~InterfaceControls() override {
+        setFileResponder({});
+        setProgramStarter({});
+        setDesktopOpener({});
+    }
+    TemporaryFolder folder;
+    ExpectedBoxes boxes;
+};
+
+}  // namespace
+
+TEST_F(InterfaceControls, KeepTheEditorUnlessTheQuestionIsAnsweredWithYes) {
+    boxes.ask(false, kEditorQuestion);
+    mnusetDTE_Click(nullptr);
+    EXPECT_EQ(theSession().TextEditor, "/usr/bin/before ");
+}
+
+TEST_F(InterfaceControls, TakeTheChosenEditorWithOneBlankBehindIt) {
+    FileQuestion asked;
+    setFileResponder([&](const FileQuestion& question) {
+        asked = question;
+        return u"/opt/my editor/ed"_s;
+    });
+    boxes.ask(true, kEditorQuestion);
+    boxes.tell(u"Note: the new selected text editor is /opt/my editor/ed "_s);
+    mnusetDTE_Click(nullptr);
+    EXPECT_EQ(theSession().TextEditor, "/opt/my editor/ed ");
+    EXPECT_TRUE(asked.filter.startsWith(u"Text Editor Programs (*.exe)|*.exe"));
+    EXPECT_FALSE(asked.toSave);
+}
+
+TEST_F(InterfaceControls, PutTheDefaultEditorBackWhenNoneIsChosen) {
+    setFileResponder([](const FileQuestion&) { return QString(); });
+    boxes.ask(true, kEditorQuestion);
+    boxes.tell(u"Note: the text editor has been reset to the default program c:\\windows\\write.exe "_s);
+    mnusetDTE_Click(nullptr);
+    EXPECT_EQ(theSession().TextEditor, "c:\\windows\\write.exe ");
+}
+
+TEST_F(InterfaceControls, RedefineThePrinterResolution) {
+    boxes.tell(u"The printer resolution has been temporarily redefined to be 600 DPI."_s);
+    mnuDPI600_Click(nullptr);
+    EXPECT_EQ(theSession().PrintScale, 2.0);
+    boxes.tell(u"The printer resolution has been temporarily redefined to be 1200 DPI."_s);
+    mnuDPI1200_Click(nullptr);
+    EXPECT_EQ(theSession().PrintScale, 4.0);
+    boxes.tell(u"The printer resolution has been temporarily redefined to be 300 DPI."_s);
+    mnuDPI300_Click(nullptr);
+    EXPECT_EQ(theSession().PrintScale, 1.0);
+}
+
+TEST_F(InterfaceControls, OpenTheErrorLogInTheEditor) {
+    theSession().TextEditor = "/bin/ls ";
+    writeFile(folder / "error_log.dat", "");
+    EditorCommand started;
+    setProgramStarter([&](const EditorCommand& command) {
+        started = command;
+        return true;
+    });
+    mnuEL_Click(nullptr);
+    EXPECT_EQ(started.program, u"/bin/ls"_s);
+    EXPECT_EQ(started.arguments, QStringList{fromPath(folder / "error_log.dat")});
+}
+
+TEST_F(InterfaceControls, SayWhichErrorLogIsMissing) {
+    try {
+        mnuEL_Click(nullptr);
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.description(),
+                  folder / "error_log.dat" + " cannot be opened: No such file or directory");
+    }
+}

@@ -1,0 +1,55 @@
+#include "app/MessageBox.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Waits for the real box and hands it over.
+void onBox(const std::function<void(QMessageBox*)>& act) {
+    auto* const timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr || !box->isVisible()) return;
+        timer->deleteLater();
+        timer->stop();
+        act(box);
+    });
+    timer->start(5);
+}
+
+}  // namespace
+
+TEST(TheMessageBox, ShowsTitlePlainTextAndOneButton) {
+    onBox([](QMessageBox* box) {
+        EXPECT_EQ(box->windowTitle(), u"VARN-Tessel"_s);
+        EXPECT_EQ(box->text(), u"<b>one</b>\ntwo"_s);
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    tell(nullptr, u"<b>one</b>\ntwo"_s);
+}
+
+TEST(TheMessageBox, TakesOnlyYesForYes) {
+    onBox([](QMessageBox* box) {
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
+        QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    EXPECT_TRUE(ask(nullptr, u"Really?"_s));
+    onBox([](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
+    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
+}
+
+TEST(TheMessageBox, TakesEscapeAndTheCloseButtonForNo) {
+    onBox([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
+    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
+    onBox([](QMessageBox* box) { box->close(); });
+    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
+}

@@ -1,0 +1,97 @@
+#include "app/TextEditor.h"
+
+#include "app/run_time_error.h"
+#include "app/survey.h"
+#include "support/temporary_folder.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class TextEditor : public testing::Test {
+  protected:
+    TextEditor() { theSession() = Session{}; }
+    ~TextEditor() override {
+        setProgramStarter({});
+        setDesktopOpener({});
+    }
+    QString program(std::string_view name) {
+        const std::string path = folder / name;
+        writeFile(path, "#!/bin/sh\n[ \"$1\" = -w ] && shift\nprintf '%s' \"$1\" > \"$0.opened\"\n");
+        std::filesystem::permissions(path, std::filesystem::perms::all);
+        return QString::fromStdString(path);
+    }
+    TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(TextEditor, IsFoundWhenItsPathHoldsBlanks) {
+    const QString editor = program("my good editor");
+    const EditorCommand command = splitEditorCommand(editor + u' ');
+    EXPECT_EQ(command.program, editor);
+    EXPECT_TRUE(command.arguments.isEmpty());
+}
+
+TEST_F(TextEditor, KeepsTheArgumentsThatFollowItsPath) {
+    const QString editor = program("my editor");
+    const EditorCommand command = splitEditorCommand(editor + u" -w --title \"a b\" "_s);
+    EXPECT_EQ(command.program, editor);
+    EXPECT_EQ(command.arguments, (QStringList{u"-w"_s, u"--title"_s, u"a b"_s}));
+}
+
+TEST_F(TextEditor, MayStandInQuotesAndOnThePath) {
+    const QString editor = program("my editor");
+    EXPECT_EQ(splitEditorCommand(u"\"%1\" -w"_s.arg(editor)).program, editor);
+    EXPECT_TRUE(splitEditorCommand(u"sh -c"_s).program.endsWith(u"/sh"));
+}
+
+TEST_F(TextEditor, IsStartedWithTheFileWithoutAShell) {
+    theSession().TextEditor = (program("ed") + u" -w "_s).toStdString();
+    const std::string name = folder / "it's \"quoted\" $(touch nothing); %20 ü.dat";
+    writeFile(name, "");
+    startTextEditor(name);
+    const std::string opened = folder / "ed.opened";
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return std::filesystem::exists(opened) && !readFile(opened).empty(); }));
+    EXPECT_EQ(readFile(opened), name);
+}
+
+TEST_F(TextEditor, OfTheFallbackIsTheDesktopsOwnWhereThereIsNoSuchProgram) {
+    for (const char* fallback : {"c:\\Windows\\write.exe ", "c:\\windows\\write.exe "}) {
+        theSession().TextEditor = fallback;
+        QString opened;
+        setDesktopOpener([&](const QString& path) {
+            opened = path;
+            return true;
+        });
+        startTextEditor(folder / "log.dat");
+        EXPECT_EQ(opened.toStdString(), folder / "log.dat");
+    }
+}
+
+TEST_F(TextEditor, ThatCannotBeStartedIsReportedWithPathAndReason) {
+    theSession().TextEditor = "/nowhere/ed ";
+    EXPECT_THROW(
+        {
+            try {
+                startTextEditor("/x/log.dat");
+            } catch (const RunTimeError& error) {
+                EXPECT_EQ(error.description(),
+                          "/x/log.dat cannot be opened: there is no program /nowhere/ed");
+                throw;
+            }
+        },
+        RunTimeError);
+    theSession().TextEditor = program("ed").toStdString() + " ";
+    setProgramStarter([](const EditorCommand&) { return false; });
+    EXPECT_THROW(startTextEditor("/x/log.dat"), RunTimeError);
+    theSession().TextEditor = "c:\\Windows\\write.exe ";
+    setDesktopOpener([](const QString&) { return false; });
+    EXPECT_THROW(startTextEditor("/x/log.dat"), RunTimeError);
+}

@@ -1,0 +1,153 @@
+#include "app/file_replacement.h"
+
+#include "app/run_time_error.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::size_t filesIn(const TemporaryFolder& folder) {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator{}));
+}
+
+template <typename Action>
+std::string descriptionOf(Action action) {
+    try {
+        action();
+    } catch (const RunTimeError& error) {
+        return error.description();
+    }
+    return "no error";
+}
+
+// No file may grow beyond this many bytes while the object lives: a full disk for one process.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{bytes, old_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &old_); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    rlimit old_{};
+};
+
+}  // namespace
+
+TEST(FileReplacement, PutsTheFileInPlaceWhenCommitted) {
+    const TemporaryFolder folder;
+    writeFile(folder / "out.txt", "old");
+    FileReplacement file(folder / "out.txt");
+    file.write("new ");
+    file.write("text");
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    file.commit();
+    EXPECT_EQ(readFile(folder / "out.txt"), "new text");
+    EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(FileReplacement, LeavesTheOldFileAndNoTraceWhenNotCommitted) {
+    const TemporaryFolder folder;
+    writeFile(folder / "out.txt", "old");
+    {
+        FileReplacement file(folder / "out.txt");
+        file.write(std::string(1'000'000, 'x'));
+    }
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(FileReplacement, WritesTextsOfEverySizeInOrder) {
+    const TemporaryFolder folder;
+    FileReplacement file(folder / "out.txt");
+    std::string expected;
+    for (const std::size_t size : {0U, 1U, 200'000U, 262'144U, 5U, 1'000'000U, 262'143U, 2U}) {
+        const std::string text(size, static_cast<char>('a' + size % 26));
+        file.write(text);
+        expected += text;
+    }
+    file.commit();
+    EXPECT_EQ(readFile(folder / "out.txt"), expected);
+}
+
+TEST(FileReplacement, RefusesATargetThatIsAFolderOrGone) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder.path()); }),
+              folder.path() + " cannot be written: Is a directory");
+    EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / "none/out.txt"); }),
+              folder / "none/out.txt cannot be written: No such file or directory");
+}
+
+TEST(FileReplacement, RefusesAWriteProtectedTarget) {
+    const TemporaryFolder folder;
+    writeFile(folder / "out.txt", "old");
+    ASSERT_EQ(::chmod((folder / "out.txt").c_str(), 0444), 0);
+    EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / "out.txt"); }),
+              folder / "out.txt cannot be written: Permission denied");
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+}
+
+TEST(FileReplacement, RefusesAPipe) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_THROW(FileReplacement(folder / "pipe"), RunTimeError);
+    EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(FileReplacement, KeepsPermissionsAndFollowsALink) {
+    const TemporaryFolder folder;
+    writeFile(folder / "real.txt", "old");
+    ASSERT_EQ(::chmod((folder / "real.txt").c_str(), 0640), 0);
+    fs::create_symlink(folder / "real.txt", folder / "link.txt");
+    FileReplacement file(folder / "link.txt");
+    file.write("new");
+    file.commit();
+    EXPECT_TRUE(fs::is_symlink(folder / "link.txt"));
+    EXPECT_EQ(readFile(folder / "real.txt"), "new");
+    struct stat status {};
+    ASSERT_EQ(::stat((folder / "real.txt").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+TEST(FileReplacement, LeavesTheOldFileWhenTheDiskIsFull) {
+    const TemporaryFolder folder;
+    writeFile(folder / "out.txt", "old");
+    std::string description;
+    {
+        const FileSizeLimit limit(300'000);
+        description = descriptionOf([&] {
+            FileReplacement file(folder / "out.txt");
+            for (int i = 0; i < 100; ++i)
+                file.write(std::string(10'000, 'x'));
+            file.commit();
+        });
+    }
+    EXPECT_EQ(description, folder / "out.txt cannot be written: File too large");
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(FileReplacement, SaysSoWhenTheFolderVanishesMeanwhile) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder / "gone");
+    FileReplacement file(folder / "gone/out.txt");
+    file.write("text");
+    fs::remove_all(folder / "gone");
+    EXPECT_EQ(descriptionOf([&] { file.commit(); }),
+              folder / "gone/out.txt cannot be written: No such file or directory");
+}

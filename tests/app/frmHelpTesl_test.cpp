@@ -1,0 +1,314 @@
+#include "app/frmHelpTesl.h"
+
+#include "app/FileDialogs.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/TextEditor.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "support/ExpectedBoxes.h"
+#include "support/temporary_folder.h"
+
+#include <QClipboard>
+#include <QDialog>
+#include <QDir>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextFrame>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QByteArray kDocument =
+    "{\\rtf1\\ansi{\\b Finding rows}\\par A row ends where the gap is wide.\\par The next row begins there. "
+    "See {\\field{\\*\\fldinst HYPERLINK \"http://example.org\"}{\\fldrslt the page}}.\\par}";
+
+// A program folder with help documents, and a text editor that only notes what it was given.
+class HelpViewer : public testing::Test {
+  protected:
+    HelpViewer() {
+        theSession().AppDir = folder_.path();
+        theSession().DataDir = folder_.path();
+        theSession().TextEditor = "/bin/true ";
+        std::filesystem::create_directory(folder_ / "helpdocs");
+        writeDocument(101, kDocument);
+        setProgramStarter([this](const EditorCommand& command) {
+            started_ << command.arguments;
+            return editorStarts_;
+        });
+    }
+    ~HelpViewer() override {
+        setProgramStarter({});
+        if (frmHelpTesl* window = viewer()) window->close();
+        theSession() = saved_;
+    }
+
+    void writeDocument(int number, const QByteArray& bytes) const {
+        writeFile(documentPath(number), bytes.toStdString());
+    }
+    std::string documentPath(int number) const {
+        return folder_ / ("helpdocs/hdoc" + std::to_string(number) + ".rtf");
+    }
+    static QList<frmHelpTesl*> viewers() {
+        QList<frmHelpTesl*> all;
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* window = qobject_cast<frmHelpTesl*>(widget)) all << window;
+        return all;
+    }
+    static frmHelpTesl* viewer() { return viewers().value(0); }
+    frmHelpTesl* open(int number = 101, QWidget* from = nullptr) {
+        openHelp(from, number);
+        frmHelpTesl* const window = viewer();
+        EXPECT_TRUE(window != nullptr && QTest::qWaitForWindowActive(window));
+        return window;
+    }
+    static void type(QWidget* widget, const QString& text) { QTest::keyClicks(widget, text); }
+
+    TemporaryFolder folder_;
+    ExpectedBoxes boxes_;
+    Session saved_ = theSession();
+    QList<QStringList> started_;
+    bool editorStarts_ = true;
+};
+
+}  // namespace
+
+TEST_F(HelpViewer, ShowsTheDocumentUnderItsFirstLine) {
+    frmHelpTesl* window = open();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->objectName(), u"frmHelpTesl"_s);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(window->RTB1->toPlainText().startsWith(u"Finding rows\nA row ends"_s));
+    EXPECT_EQ(window->windowTitle(), u"Finding rows - Help"_s);
+    EXPECT_TRUE(window->RTB1->isReadOnly());
+}
+
+TEST_F(HelpViewer, TakesTheFilesNameWhereTheDocumentHasNoTitle) {
+    writeDocument(102, "{\\rtf1 " + QByteArray("A very long first paragraph. ").repeated(5) + "\\par}");
+    EXPECT_EQ(open(102)->windowTitle(), u"hdoc102.rtf - Help"_s);
+    writeDocument(103, "{\\rtf1}");
+    EXPECT_EQ(open(103)->windowTitle(), u"hdoc103.rtf - Help"_s);
+}
+
+TEST_F(HelpViewer, SaysThatADocumentIsMissingAndDoesNotOpen) {
+    const QString path = QDir::toNativeSeparators(fromPath(documentPath(109)));
+    boxes_.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s + path);
+    openHelp(nullptr, 109);
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
+}
+
+TEST_F(HelpViewer, ReportsADocumentThatCannotBeReadWithPathAndReason) {
+    std::filesystem::create_directory(documentPath(104));
+    boxes_.tell(fromPath(documentPath(104)) + u" cannot be read: it is a folder"_s);
+    guarded(nullptr, [] { openHelp(nullptr, 104); })();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
+}
+
+TEST_F(HelpViewer, RefusesAFileTooLargeForADocument) {
+    writeDocument(105, "{\\rtf1}");
+    std::filesystem::resize_file(documentPath(105), std::uintmax_t{65} << 20);
+    boxes_.tellBeginning(fromPath(documentPath(105)) + u" cannot be read: it is too large"_s);
+    guarded(nullptr, [] { openHelp(nullptr, 105); })();
+    EXPECT_EQ(boxes_.pending(), 0);
+}
+
+TEST_F(HelpViewer, ShowsAFileThatIsNoRichTextAsItStands) {
+    writeDocument(106, "Plain words");
+    EXPECT_EQ(open(106)->RTB1->toPlainText(), u"Plain words"_s);
+}
+
+TEST_F(HelpViewer, IsOneWindowForAllDocuments) {
+    open();
+    writeDocument(102, "{\\rtf1 Another\\par}");
+    frmHelpTesl* window = open(102);
+    EXPECT_EQ(viewers().size(), 1);
+    EXPECT_EQ(window->RTB1->toPlainText(), u"Another"_s);
+    EXPECT_EQ(window->RTB1->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(HelpViewer, SavesTheDocumentByteForByteAndOpensItInTheTextEditor) {
+    const QByteArray odd = "{\\rtf1 a\r\n\0\xE9}\0"_ba;
+    writeDocument(107, odd);
+    frmHelpTesl* window = open(107);
+    QTest::mouseClick(window->Command1, Qt::LeftButton);
+    EXPECT_EQ(readFile(folder_ / "helpdoc.rtf"), odd.toStdString());
+    ASSERT_EQ(started_.size(), 1);
+    EXPECT_EQ(started_[0].constLast(), fromPath(folder_ / "helpdoc.rtf"));
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(HelpViewer, SavesItsCopyInTheFolderForData) {
+    std::filesystem::create_directory(folder_ / "data");
+    theSession().DataDir = folder_ / "data";
+    QTest::mouseClick(open()->Command1, Qt::LeftButton);
+    EXPECT_EQ(readFile(folder_ / "data/helpdoc.rtf"), kDocument.toStdString());
+}
+
+TEST_F(HelpViewer, SaysWhyTheTextEditorDoesNotStart) {
+    editorStarts_ = false;
+    boxes_.tellBeginning(fromPath(folder_ / "helpdoc.rtf") + u" cannot be opened: "_s);
+    QTest::mouseClick(open()->Command1, Qt::LeftButton);
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(viewer()->isVisible());
+}
+
+TEST_F(HelpViewer, SaysWhyTheCopyCannotBeWritten) {
+    theSession().DataDir = folder_ / "gone";
+    boxes_.tellBeginning(fromPath(folder_ / "gone/helpdoc.rtf") + u" cannot be written: "_s);
+    QTest::mouseClick(open()->Command1, Qt::LeftButton);
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(started_.isEmpty());
+}
+
+TEST_F(HelpViewer, ClosesWithItsButtonEscapeAndControlW) {
+    QTest::mouseClick(open()->Command2, Qt::LeftButton);
+    EXPECT_FALSE(viewer()->isVisible());
+    QTest::keyClick(open()->RTB1, Qt::Key_Escape);
+    EXPECT_FALSE(viewer()->isVisible());
+    QTest::keyClick(open()->RTB1, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(viewer()->isVisible());
+    QTest::keyClick(open()->txtFind, Qt::Key_Escape);
+    EXPECT_FALSE(viewer()->isVisible());
+}
+
+TEST_F(HelpViewer, FindsAsOneTypesAndNextWithEnter) {
+    frmHelpTesl* window = open();
+    QTest::keyClick(window->RTB1, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget(), window->txtFind);
+    type(window->txtFind, u"ROW"_s);
+    EXPECT_EQ(window->RTB1->textCursor().selectedText(), u"row"_s);
+    const int first = window->RTB1->textCursor().selectionStart();
+    EXPECT_EQ(first, 8);
+    type(window->txtFind, u" "_s);
+    const int second = window->RTB1->textCursor().selectionStart();
+    EXPECT_GT(second, first) << "what is typed on is looked for from where the search stands";
+    QTest::keyClick(window->txtFind, Qt::Key_Return);
+    const int third = window->RTB1->textCursor().selectionStart();
+    EXPECT_GT(third, second);
+    QTest::keyClick(window->txtFind, Qt::Key_Return);
+    EXPECT_EQ(window->RTB1->textCursor().selectionStart(), second) << "from the beginning again";
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->lblFound->text(), QString());
+}
+
+TEST_F(HelpViewer, SaysThatNothingIsFound) {
+    frmHelpTesl* window = open();
+    type(window->txtFind, u"zebra"_s);
+    EXPECT_EQ(window->lblFound->text(), u"Not found"_s);
+    EXPECT_FALSE(window->RTB1->textCursor().hasSelection());
+    window->txtFind->clear();
+    EXPECT_EQ(window->lblFound->text(), QString());
+}
+
+TEST_F(HelpViewer, ForgetsTheSearchWithTheNextDocument) {
+    type(open()->txtFind, u"zebra"_s);
+    frmHelpTesl* window = open();
+    EXPECT_EQ(window->txtFind->text(), QString());
+    EXPECT_EQ(window->lblFound->text(), QString());
+}
+
+TEST_F(HelpViewer, LetsItsTextBeSelectedAndCopied) {
+    frmHelpTesl* window = open();
+    QTest::keyClick(window->RTB1, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(window->RTB1, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Finding rows"_s));
+    const QString before = window->RTB1->toPlainText();
+    QTest::keyClicks(window->RTB1, u"x"_s);
+    QTest::keyClick(window->RTB1, Qt::Key_Delete);
+    EXPECT_EQ(window->RTB1->toPlainText(), before);
+}
+
+TEST_F(HelpViewer, FollowsNoLinks) {
+    frmHelpTesl* window = open();
+    QTextCursor link = window->RTB1->document()->find(u"page"_s);
+    ASSERT_TRUE(link.charFormat().isAnchor());
+    const QPoint at = window->RTB1->cursorRect(link).center() - QPoint(6, 0);
+    const QString before = window->RTB1->toPlainText();
+    QTest::mouseClick(window->RTB1->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    EXPECT_EQ(window->RTB1->toPlainText(), before);
+    EXPECT_TRUE(window->RTB1->source().isEmpty());
+    EXPECT_FALSE(window->RTB1->textInteractionFlags() &
+                 (Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard));
+}
+
+TEST_F(HelpViewer, ScrollsWithTheKeyboard) {
+    writeDocument(108, "{\\rtf1 Title\\par " + QByteArray("line\\par ").repeated(200) + "}");
+    frmHelpTesl* window = open(108);
+    EXPECT_EQ(QApplication::focusWidget(), window->RTB1);
+    QTest::keyClick(window->RTB1, Qt::Key_PageDown);
+    EXPECT_GT(window->RTB1->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(HelpViewer, KeepsLinesReadableHoweverWideItIs) {
+    frmHelpTesl* window = open();
+    const auto textWidth = [window] {
+        const auto format = window->RTB1->document()->rootFrame()->frameFormat();
+        return window->RTB1->viewport()->width() - format.leftMargin() - format.rightMargin();
+    };
+    window->resize(1600, 700);
+    QTRY_COMPARE(window->width(), 1600);
+    EXPECT_NEAR(textWidth(), 680, 2);
+    window->resize(400, 700);
+    QTRY_VERIFY(window->width() < 700);
+    EXPECT_GT(textWidth(), 250);
+    EXPECT_EQ(window->RTB1->horizontalScrollBar()->maximum(), 0);
+}
+
+TEST_F(HelpViewer, ComesUpOverTheMainWindow) {
+    frmMain main;
+    main.setGeometry(60, 40, 500, 400);
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    frmHelpTesl* window = open(101, &main);
+    EXPECT_TRUE(window->frameGeometry().intersects(main.frameGeometry()));
+    const QRect screen = window->screen()->availableGeometry();
+    EXPECT_TRUE(screen.contains(window->geometry()));
+    window->close();
+    main.hide();
+}
+
+TEST_F(HelpViewer, CanBeUsedWhileADialogOfTheMainWindowIsOpen) {
+    QWidget main;
+    main.setObjectName(u"main"_s);
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    QDialog dialog(&main);
+    dialog.setWindowModality(Qt::WindowModal);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_EQ(QApplication::activeModalWidget(), &dialog);
+
+    frmHelpTesl* window = open(101, &dialog);
+    EXPECT_EQ(window->parentWidget(), nullptr);
+    type(window->txtFind, u"gap"_s);
+    EXPECT_EQ(window->RTB1->textCursor().selectedText(), u"gap"_s);
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      window->Command2->mapTo(window, window->Command2->rect().center()));
+    QTRY_VERIFY(!window->isVisible());
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(HelpViewer, OpenedBeforeADialogCanBeUsedTooWhileThatIsOpen) {
+    QWidget main;
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    frmHelpTesl* window = open(101, &main);
+    QDialog dialog(&main);
+    dialog.setWindowModality(Qt::WindowModal);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      window->Command2->mapTo(window, window->Command2->rect().center()));
+    QTRY_VERIFY(!window->isVisible());
+}
+
+TEST_F(HelpViewer, DoesNotKeepTheProgramAlive) {
+    EXPECT_FALSE(open()->testAttribute(Qt::WA_QuitOnClose));
+}

@@ -1,0 +1,25 @@
+#include "app/rich_text_link.h"
+
+#include <gtest/gtest.h>
+
+TEST(LinkAddress, StandsBetweenQuotesOrAlone) {
+    EXPECT_EQ(linkAddress("HYPERLINK \"http://example.org/a b\""), "http://example.org/a b");
+    EXPECT_EQ(linkAddress(" HYPERLINK http://example.org/ "), "http://example.org/");
+}
+
+TEST(LinkAddress, MayNameAPlace) {
+    EXPECT_EQ(linkAddress("HYPERLINK \\l \"rows\""), "#rows");
+    EXPECT_EQ(linkAddress("HYPERLINK \"a.htm\" \\l \"rows\""), "a.htm#rows");
+}
+
+TEST(LinkAddress, LeavesHintsAndSwitchesOut) {
+    EXPECT_EQ(linkAddress("HYPERLINK \\o \"a hint\" \"http://example.org\" \\n"), "http://example.org");
+}
+
+TEST(LinkAddress, IsEmptyForOtherFieldsAndDamage) {
+    EXPECT_EQ(linkAddress("PAGE"), "");
+    EXPECT_EQ(linkAddress(""), "");
+    EXPECT_EQ(linkAddress("HYPERLINK"), "");
+    EXPECT_EQ(linkAddress("HYPERLINK \""), "");
+    EXPECT_EQ(linkAddress("HYPERLINK \"open"), "open");
+}

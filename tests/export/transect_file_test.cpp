@@ -1,0 +1,287 @@
+#include "export/transect_file.h"
+
+#include "app/run_time_error.h"
+#include "support/row_surveys.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+Survey twoSites() {
+    return surveyWithRows({{436000.12, 4100250.5, 45.25, 101, 1, 7}, {-0.5, -12, 0, .001, 2, 8}});
+}
+
+std::string exported(const Survey& survey, const TransectFormat& format = {}) {
+    const TemporaryFolder folder;
+    writeTransectFile(survey, folder / "transect.txt", format);
+    return readFile(folder / "transect.txt");
+}
+
+// Fields that begin at the columns given (from 0), a line's end behind the last.
+std::string line(std::initializer_list<std::pair<std::size_t, std::string>> fields) {
+    std::string text;
+    for (const auto& [column, field] : fields) {
+        text.resize(column, ' ');
+        text += field;
+    }
+    return text + "\r\n";
+}
+
+std::size_t filesIn(const std::string& folder) {
+    const std::filesystem::directory_iterator files(folder);
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+// Exports to a path where that must fail; gives the description of the error.
+std::string failure(const Survey& survey, const std::string& path) {
+    try {
+        writeTransectFile(survey, path, {});
+    } catch (const RunTimeError& error) {
+        return error.description();
+    }
+    return "no error";
+}
+
+Survey manySites(int sites) {
+    std::vector<RowSite> made;
+    for (int i = 0; i < sites; ++i)
+        made.push_back({i * 0.25, i * 0.5, 10.0 + i % 7, 20, 1, 1.0 * i});
+    return surveyWithRows(made);
+}
+
+// No file may grow beyond this while the object lives.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        handler_ = std::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+  private:
+    rlimit before_{};
+    void (*handler_)(int) = SIG_DFL;
+};
+
+}  // namespace
+
+TEST(RecordFormat, NamesTheFieldsOfALine) {
+    EXPECT_EQ(recordFormat(true, true, true), "Site_#  X_coord  Y_coord  EM1  EM2  Row_#");
+    EXPECT_EQ(recordFormat(true, true, false), "Site_#  X_coord  Y_coord  EM1  EM2");
+    EXPECT_EQ(recordFormat(true, false, true), "Site_#  X_coord  Y_coord  EM1  Row_#");
+    EXPECT_EQ(recordFormat(true, false, false), "Site_#  X_coord  Y_coord  EM1");
+    EXPECT_EQ(recordFormat(false, true, true), "X_coord  Y_coord  EM1  EM2  Row_#");
+    EXPECT_EQ(recordFormat(false, true, false), "X_coord  Y_coord  EM1  EM2");
+    EXPECT_EQ(recordFormat(false, false, true), "X_coord  Y_coord  EM1  Row_#");
+    EXPECT_EQ(recordFormat(false, false, false), "X_coord  Y_coord  EM1");
+}
+
+TEST(TransectFile, HoldsSiteNumbersTwoReadingsAndRows) {
+    EXPECT_EQ(exported(twoSites()),
+              " 7             436000.12     4100250.5     45.25         101           1 \r\n"
+              " 8            -.5           -12            0             .001          2 \r\n");
+}
+
+TEST(TransectFile, HoldsSiteNumbersAndTwoReadingsWithoutRows) {
+    EXPECT_EQ(exported(twoSites(), {false, 1}),
+              " 7             436000.12     4100250.5     45.25         101 \r\n"
+              " 8            -.5           -12            0             .001 \r\n");
+}
+
+TEST(TransectFile, HoldsSiteNumbersAndOneReading) {
+    Survey survey = twoSites();
+    survey.TwoEMColumns = false;
+    EXPECT_EQ(exported(survey),
+              " 7             436000.12     4100250.5     45.25         1 \r\n"
+              " 8            -.5           -12            0             2 \r\n");
+    EXPECT_EQ(exported(survey, {false, 1}),
+              " 7             436000.12     4100250.5     45.25 \r\n"
+              " 8            -.5           -12            0 \r\n");
+}
+
+TEST(TransectFile, HoldsTwoReadingsWithoutSiteNumbers) {
+    Survey survey = twoSites();
+    survey.SiteIDPresent = false;
+    survey.SiteID.clear();
+    EXPECT_EQ(exported(survey),
+              " 436000.12     4100250.5     45.25         101           1 \r\n"
+              "-.5           -12            0             .001          2 \r\n");
+    EXPECT_EQ(exported(survey, {false, 1}),
+              " 436000.12     4100250.5     45.25         101 \r\n"
+              "-.5           -12            0             .001 \r\n");
+}
+
+TEST(TransectFile, HoldsOneReadingWithoutSiteNumbers) {
+    Survey survey = twoSites();
+    survey.SiteIDPresent = survey.TwoEMColumns = false;
+    EXPECT_EQ(exported(survey),
+              " 436000.12     4100250.5     45.25         1 \r\n"
+              "-.5           -12            0             2 \r\n");
+    EXPECT_EQ(exported(survey, {false, 1}),
+              " 436000.12     4100250.5     45.25 \r\n"
+              "-.5           -12            0 \r\n");
+}
+
+TEST(TransectFile, AFieldThatOverrunsItsZonePushesTheNextOn) {
+    Survey survey = surveyWithRows({{1.0 / 3, 1234567890.12345, -1.5e-7, 2, 1, 0}});
+    survey.SiteIDPresent = false;
+    EXPECT_EQ(exported(survey), line({{0, " .333333333333333 "},
+                                      {28, " 1234567890.12345 "},
+                                      {56, "-1.5E-07 "},
+                                      {70, " 2 "},
+                                      {84, " 1 "}}));
+}
+
+TEST(TransectFile, AFieldOfExactly14CharactersTouchesItsNeighbour) {
+    // With its blanks around the first is 14 characters long, the second 15, the third 13.
+    Survey survey = surveyWithRows({{123456789.01, -1234567890.12, 12345678.12, 2, 1, 0}});
+    survey.SiteIDPresent = false;
+    EXPECT_EQ(exported(survey),
+              " 123456789.01 -1234567890.12               12345678.12   2             1 \r\n");
+    survey = surveyWithRows({{123456789.012, 1, 1, 2, 1, 0}});
+    survey.SiteIDPresent = false;
+    EXPECT_EQ(exported(survey),
+              line({{0, " 123456789.012 "}, {28, " 1 "}, {42, " 1 "}, {56, " 2 "}, {70, " 1 "}}));
+}
+
+TEST(TransectFile, TheLongestLineFits) {
+    constexpr double kLong = -1.23456789012345e-300;
+    const Survey survey = surveyWithRows({{kLong, kLong, kLong, kLong, 1, kLong}});
+    const std::string field = "-1.23456789012345E-300 ";
+    EXPECT_EQ(exported(survey),
+              line({{0, field}, {28, field}, {56, field}, {84, field}, {112, field}, {140, " 1 "}}));
+}
+
+TEST(TransectFile, CountsRowsFromTheBeginningRow) {
+    Survey survey = surveyWithRows({{0, 0, 1, 1, 1}, {0, 0, 1, 1, 2}, {0, 0, 1, 1, 3}});
+    survey.SiteIDPresent = survey.TwoEMColumns = false;
+    EXPECT_EQ(exported(survey, {true, 5}), line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 5 "}}) +
+                                               line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 6 "}}) +
+                                               line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 7 "}}));
+}
+
+TEST(TransectFile, RowNumbersGoBeyondWhatAnIntegerHolds) {
+    Survey survey = surveyWithRows({{0, 0, 1, 1, 1}, {0, 0, 1, 1, 2}});
+    survey.SiteIDPresent = survey.TwoEMColumns = false;
+    EXPECT_EQ(exported(survey, {true, 2147483647}),
+              line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 2147483647 "}}) +
+                  line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 2147483648 "}}));
+}
+
+TEST(TransectFile, WithoutSitesIsEmpty) {
+    EXPECT_EQ(exported(Survey{}), "");
+}
+
+TEST(TransectFile, HoldsEverySiteInOrder) {
+    const Survey survey = manySites(5000);
+    std::string expected;
+    for (int i = 0; i < 5000; ++i) {
+        Survey one = surveyWithRows({sitesIn(survey)[static_cast<std::size_t>(i)]});
+        if (i % 500 == 0) expected += exported(one);
+    }
+    std::string sampled;
+    const std::string all = exported(survey);
+    std::size_t number = 0;
+    for (std::size_t start = 0; start < all.size(); ++number) {
+        const std::size_t end = all.find("\r\n", start) + 2;
+        if (number % 500 == 0) sampled += all.substr(start, end - start);
+        start = end;
+    }
+    EXPECT_EQ(number, 5000u);
+    EXPECT_EQ(sampled, expected);
+}
+
+TEST(TransectFile, ReplacesAnExistingFile) {
+    const TemporaryFolder folder;
+    writeFile(folder / "transect.txt", std::string(100000, 'x'));
+    writeTransectFile(Survey{}, folder / "transect.txt", {});
+    EXPECT_EQ(readFile(folder / "transect.txt"), "");
+    EXPECT_EQ(filesIn(folder.path()), 1u);
+}
+
+TEST(TransectFileFailure, WhenTheFolderIsGone) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(failure(twoSites(), folder / "gone/transect.txt"),
+              folder / "gone/transect.txt" + " cannot be written: No such file or directory");
+}
+
+TEST(TransectFileFailure, WhenTheTargetIsAFolder) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(failure(twoSites(), folder.path()), folder.path() + " cannot be written: Is a directory");
+    EXPECT_EQ(filesIn(folder.path()), 0u);
+}
+
+TEST(TransectFileFailure, WhenTheTargetIsReadOnly) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "transect.txt";
+    writeFile(path, "old");
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    EXPECT_EQ(failure(twoSites(), path), path + " cannot be written: Permission denied");
+    EXPECT_EQ(readFile(path), "old");
+    EXPECT_EQ(filesIn(folder.path()), 1u);
+}
+
+TEST(TransectFileFailure, WhenTheDiskIsFullLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "transect.txt";
+    writeFile(path, "old");
+    const Survey survey = manySites(20000);
+    {
+        const FileSizeLimit limit(300'000);
+        EXPECT_EQ(failure(survey, path), path + " cannot be written: File too large");
+    }
+    EXPECT_EQ(readFile(path), "old");
+    EXPECT_EQ(filesIn(folder.path()), 1u);
+}
+
+TEST(TransectFileFailure, WhenANumberIsNotFiniteLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    writeFile(folder / "transect.txt", "old");
+    Survey survey = twoSites();
+    survey.SiteData(kEM1, 1) = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(failure(survey, folder / "transect.txt"), "Overflow");
+    EXPECT_EQ(readFile(folder / "transect.txt"), "old");
+    EXPECT_EQ(filesIn(folder.path()), 1u);
+}
+
+TEST(TransectFileFailure, AKilledProgramLeavesTheOldFileOrTheNewOneWhole) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "transect.txt";
+    const Survey survey = manySites(4000);
+    const std::string complete = exported(survey);
+    std::mt19937 random(4);
+    std::uniform_int_distribution<useconds_t> moment(0, 8000);
+    int old = 0;
+    for (int round = 0; round < 100; ++round) {
+        writeFile(path, "old");
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            writeTransectFile(survey, path, {});
+            ::pause();
+        }
+        ::usleep(moment(random));
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        const std::string left = readFile(path);
+        ASSERT_TRUE(left == "old" || left == complete)
+            << "round " << round << ": " << left.size() << " bytes";
+        old += left == "old" ? 1 : 0;
+    }
+    RecordProperty("old", old);
+}

@@ -1,0 +1,169 @@
+// One survey on its way through the program, from the sensor file to the transect file, byte by byte.
+#include "app/FileDialogs.h"
+#include "app/TextEditor.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "support/ExpectedBoxes.h"
+#include "support/Journeys.h"
+#include "support/UserDriver.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Columns: site number 1-4, X 5-13, Y 14-23, EM1 24-29, EM2 30-38. Two runs of three and four sites, 40 m
+// apart, and one line for every reason to reject one.
+constexpr const char* kSensorFile =
+    "   1   100.00   200.00   25.4   30.5\r\n"
+    "   2   100.00   205.00   26.0   -0.25\r\n"
+    "\r\n"
+    "  x3   100.00   210.00   27.1   31.0\r\n"
+    "   4   100.00   210.00   27.5   32.0\r\n"
+    "   5   140.00   210.00   28.5     n/a\r\n"
+    "   6   140.00   210.00   28.5   -10.5\r\n"
+    "   7   14O.00   210.00   28.5   33.0\r\n"
+    "   8   140.00   21,0.0   28.5   33.0\r\n"
+    "   9   140.00   210.00   ----   33.0\r\n"
+    "  10   140.00   210.00  -10.1   33.0\r\n"
+    "  11   140.00   210.00    0.5   33.0\r\n"
+    "  12   140.00   205.00  -10.0  -10.0\r\n"
+    "  13   140.00   200.125 28.75   34.0\r\n"
+    "  14   140.00   195.00   1E-5   1D2";
+
+constexpr const char* kErrorLog =
+    "Line # 4   x3   100.00   210.00   27.1   31.0  -> non-numeric site ID\r\n"
+    "Line # 6    5   140.00   210.00   28.5     n/a  -> non-numeric 2nd EM reading\r\n"
+    "Line # 7    6   140.00   210.00   28.5   -10.5  -> 2nd EM reading below cut-off\r\n"
+    "Line # 8    7   14O.00   210.00   28.5   33.0  -> non-numeric X-coord data\r\n"
+    "Line # 9    8   140.00   21,0.0   28.5   33.0  -> non-numeric Y-coord data\r\n"
+    "Line # 10    9   140.00   210.00   ----   33.0  -> non-numeric 1st EM reading\r\n"
+    "Line # 11   10   140.00   210.00  -10.1   33.0  -> 1st EM reading below cut-off\r\n";
+
+// Worked out by hand: zones begin in columns 1, 15, 29, 43, 57 and 71; rows 1 and 2 are written as 5 and 6.
+constexpr const char* kTransectFile =
+    " 1             100           200           25.4          30.5          5 \r\n"
+    " 2             100           205           26           -.25           5 \r\n"
+    " 4             100           210           27.5          32            5 \r\n"
+    " 11            140           210           .5            33            6 \r\n"
+    " 12            140           205          -10           -10            6 \r\n"
+    " 13            140           200.125       28.75         34            6 \r\n"
+    " 14            140           195           1E-05         100           6 \r\n";
+
+class ImportToExport : public testing::Test {
+  protected:
+    ImportToExport() {
+        theSurvey() = Survey{};
+        theSession() = Session{};
+        theSession().AppDir = theSession().DataDir = folder.path();
+        writeFile(folder / "survey.dat", kSensorFile);
+        main = createProgram();
+        main->show();
+    }
+    ~ImportToExport() override {
+        setProgramStarter({});
+        setFileResponder({});
+    }
+    TrimbleEntries entries() const {
+        return {fromPath(folder / "survey.dat"),
+                u"20"_s,
+                {u"1"_s, u"4"_s},
+                {u"5"_s, u"13"_s},
+                {u"14"_s, u"23"_s},
+                {u"24"_s, u"29"_s},
+                {u"30"_s, u"38"_s}};
+    }
+    void expectReport() {
+        boxes.tell(
+            u"There are  7 valid records in this file.\n"
+            u"\n"
+            u"There are  7 records in this file\n"
+            u"containing non-numeric or invalid numeric values.\n"
+            u"\n"
+            u"Please refer to the error_log.dat text file for more details."_s,
+            u"VARN-Tesl File Import Message"_s);
+    }
+
+    TemporaryFolder folder;
+    ExpectedBoxes boxes;
+    std::unique_ptr<frmMain> main;
+};
+
+}  // namespace
+
+TEST_F(ImportToExport, WritesTheTransectFileAndTheErrorLogByteByByte) {
+    expectReport();
+    importTrimbleFile(*main, entries());
+    EXPECT_EQ(theSurvey().NumSites, 7);
+    EXPECT_EQ(theSurvey().NumRows, 2);
+    EXPECT_FALSE(theSession().DataSaved);
+    EXPECT_EQ(readFile(folder / "error_log.dat"), kErrorLog);
+
+    const QString out = fromPath(folder / "clean survey.txt");
+    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
+    exportTransectFile(*main, out, u"5"_s);
+    EXPECT_EQ(readFile(folder / "clean survey.txt"), kTransectFile);
+    EXPECT_TRUE(theSession().DataSaved);
+    EXPECT_TRUE(main->close());
+}
+
+TEST_F(ImportToExport, OpensTheErrorLogInTheEditor) {
+    expectReport();
+    importTrimbleFile(*main, entries());
+    theSession().TextEditor = "/bin/ls ";
+    EditorCommand started;
+    setProgramStarter([&](const EditorCommand& command) {
+        started = command;
+        return true;
+    });
+    chooseItem(*main, u"mnuEL"_s);
+    EXPECT_EQ(started.arguments.value(0).toStdString(), folder / "error_log.dat");
+}
+
+TEST_F(ImportToExport, AsksBeforeClosingUntilTheSurveyHasBeenExportedAndAgainAfterAnotherImport) {
+    const QString question =
+        u"Attention: you have not exported an output VARN data file yet!\n"
+        u"Are you sure that you wish to exit the program?"_s;
+    boxes.ask(false, question);
+    EXPECT_FALSE(main->close());
+    expectReport();
+    importTrimbleFile(*main, entries());
+    boxes.ask(false, question);
+    EXPECT_FALSE(main->close());
+    const QString out = fromPath(folder / "out.txt");
+    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
+    exportTransectFile(*main, out);
+    expectReport();
+    importTrimbleFile(*main, entries());
+    boxes.ask(false, question);
+    EXPECT_FALSE(main->close());
+}
+
+TEST_F(ImportToExport, OfAFileWithoutUsableLinesDisablesWhatNeedsASurvey) {
+    expectReport();
+    importTrimbleFile(*main, entries());
+    writeFile(folder / "survey.dat", "no number anywhere in this line\r\n");
+    boxes.tell(
+        u"There are  0 valid records in this file.\n"
+        u"\n"
+        u"There are  1 records in this file\n"
+        u"containing non-numeric or invalid numeric values.\n"
+        u"\n"
+        u"Please refer to the error_log.dat text file for more details."_s,
+        u"VARN-Tesl File Import Message"_s);
+    importTrimbleFile(*main, entries());
+    EXPECT_EQ(theSurvey().NumSites, 0);
+    EXPECT_EQ(theSurvey().NumRows, 0);
+    for (const char16_t* item : {u"mnuIDEW", u"mnuGrid", u"mnuStat", u"mnuEL", u"mnuData"})
+        EXPECT_THROW(chooseItem(*main, QString::fromUtf16(item)), DriverError);
+}
+
+TEST_F(ImportToExport, WritesAnEmptyFileWhenNothingHasBeenImported) {
+    const QString out = fromPath(folder / "empty.txt");
+    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
+    exportTransectFile(*main, out);
+    EXPECT_EQ(readFile(folder / "empty.txt"), "");
+}

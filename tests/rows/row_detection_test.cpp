@@ -1,0 +1,317 @@
+#include "rows/row_detection.h"
+
+#include "app/run_time_error.h"
+#include "support/row_surveys.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+std::vector<double> rowsOf(const Survey& survey) {
+    const double* const rows = survey.SiteData.column(kRow);
+    return {rows, rows + survey.NumSites};
+}
+
+// Pairs of sites with a long gap behind each pair: `rows` rows.
+Survey surveyOfPairs(int rows) {
+    std::vector<double> gaps(static_cast<std::size_t>(2 * rows - 1), 1);
+    for (std::size_t i = 1; i < gaps.size(); i += 2)
+        gaps[i] = 100;
+    return surveyAlongX(gaps, 10);
+}
+
+// The rows as the rules have them, step by step; the row counter's last value. `maximum` is the largest
+// distance.
+int assignLiterally(Survey& survey, double& maximum) {
+    std::vector<double> distance(static_cast<std::size_t>(survey.NumSites) + 1, 0.0);
+    maximum = 0;
+    for (SiteIndex i = 1; i <= survey.NumSites - 1; ++i) {
+        const double dx = survey.SiteData(kX, i) - survey.SiteData(kX, i - 1);
+        const double dy = survey.SiteData(kY, i) - survey.SiteData(kY, i - 1);
+        double d = std::sqrt(dx * dx + dy * dy);
+        if (!survey.UseTrueDist) d = survey.UseXDist ? std::fabs(dx) : std::fabs(dy);
+        distance[static_cast<std::size_t>(i)] = d;
+        if (d >= maximum) maximum = d;
+    }
+    int rowIndex = 1;
+    for (SiteIndex i = 0; i <= survey.NumSites - 1; ++i) {
+        survey.SiteData(kRow, i) = rowIndex;
+        if (i == 0) continue;
+        if (distance[static_cast<std::size_t>(i) + 1] > survey.MinDistance) rowIndex = rowIndex + 1;
+        if (rowIndex > 250) return rowIndex;
+    }
+    survey.NumRows = rowIndex;
+    return rowIndex;
+}
+
+double largestDistance(const Survey& survey) {
+    return survey.UseTrueDist ? survey.MaxTrueDist : survey.UseXDist ? survey.MaxXDist : survey.MaxYDist;
+}
+
+void expectSameAsLiteral(Survey survey) {
+    Survey expected = survey;
+    double maximum = 0;
+    const int counter = assignLiterally(expected, maximum);
+    Calculate_Chosen_Distance(survey);
+    const RowDetection outcome = Assign_Row(survey);
+    ASSERT_EQ(outcome == RowDetection::TooManyRows, counter > 250);
+    ASSERT_EQ(survey.RowIndex, counter);
+    ASSERT_EQ(survey.NumRows, expected.NumRows);
+    ASSERT_EQ(rowsOf(survey), rowsOf(expected));
+    ASSERT_EQ(largestDistance(survey), maximum);
+}
+
+}  // namespace
+
+TEST(Distances, AreMeasuredFromTheSiteBeforeAndZeroAtBothEnds) {
+    Survey survey = surveyWithRows({{0, 0}, {3, 4}, {3, 1}, {-1, 1}});
+    Calculate_Distance(survey);
+    Calculate_X_Distance(survey);
+    Calculate_Y_Distance(survey);
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 5, 3, 4, 0}));
+    EXPECT_EQ(survey.XDist, (std::vector<double>{0, 3, 0, 4, 0}));
+    EXPECT_EQ(survey.YDist, (std::vector<double>{0, 4, 3, 0, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 5);
+    EXPECT_EQ(survey.MaxXDist, 4);
+    EXPECT_EQ(survey.MaxYDist, 4);
+}
+
+TEST(Distances, ForgetASurveyThatWasLonger) {
+    Survey survey = surveyAlongX({1, 50, 1, 1}, 10);
+    survey.NumSites = 3;
+    survey.SiteData(kX, 2) = 2;
+    Calculate_Distance(survey);
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 1, 1, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 1);
+}
+
+TEST(Distances, OfOneSiteAreNone) {
+    Survey survey = surveyWithRows({{5, 5}});
+    Calculate_Distance(survey);
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 0);
+}
+
+TEST(Distances, OfNoSiteAreNone) {
+    Survey survey;
+    Calculate_Distance(survey);
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0}));
+}
+
+TEST(Distances, TooLargeForADoubleAreReported) {
+    Survey survey = surveyWithRows({{0, 0}, {1, 0}});
+    survey.SiteData(kX, 1) = 1e300;
+    try {
+        Calculate_Distance(survey);
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), RunTimeError::kOverflow);
+        EXPECT_EQ(error.description(), "Overflow");
+    }
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 0, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 0);
+    Calculate_X_Distance(survey);
+    EXPECT_EQ(survey.MaxXDist, 1e300);
+    survey.SiteData(kX, 0) = -1.7e308;
+    survey.SiteData(kX, 1) = 1.7e308;
+    EXPECT_THROW(Calculate_X_Distance(survey), RunTimeError);
+}
+
+TEST(Distances, OfTheChosenMeasureAreTestedInOrder) {
+    Survey survey = surveyWithRows({{0, 0}, {3, 4}});
+    survey.TrueDist.clear();
+    survey.UseTrueDist = survey.UseXDist = survey.UseYDist = true;
+    Calculate_Chosen_Distance(survey);
+    EXPECT_EQ(survey.TrueDist.size(), 3u);
+    EXPECT_TRUE(survey.XDist.empty());
+    survey.UseTrueDist = false;
+    Calculate_Chosen_Distance(survey);
+    EXPECT_EQ(survey.XDist.size(), 3u);
+    EXPECT_TRUE(survey.YDist.empty());
+    survey.UseXDist = false;
+    Calculate_Chosen_Distance(survey);
+    EXPECT_EQ(survey.YDist.size(), 3u);
+}
+
+TEST(RowDetection, NumbersRowsFromTheGapsBetweenSites) {
+    Survey survey = surveyAlongX({1, 1, 20, 1, 30, 1}, 10);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
+    EXPECT_EQ(survey.NumRows, 3);
+    EXPECT_EQ(survey.RowIndex, 3);
+}
+
+TEST(RowDetection, OneSiteIsOneRow) {
+    Survey survey = surveyAlongX({}, 10);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1}));
+    EXPECT_EQ(survey.NumRows, 1);
+    EXPECT_EQ(survey.RowIndex, 1);
+}
+
+TEST(RowDetection, AGapEqualToTheMinimumStartsNoRow) {
+    Survey survey = surveyAlongX({1, 10, 1}, 10);
+    Assign_Row(survey);
+    EXPECT_EQ(survey.NumRows, 1);
+    survey.MinDistance = std::nextafter(10.0, 0.0);
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 2}));
+}
+
+TEST(RowDetection, NeverLooksAtTheGapBehindTheFirstSite) {
+    Survey survey = surveyAlongX({1000, 1, 1}, 10);
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 1}));
+    survey = surveyAlongX({1000, 1000}, 10);
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
+}
+
+TEST(RowDetection, TheLastSiteOpensNoRow) {
+    Survey survey =
+        surveyAlongX({1, 1}, -1);  // every gap is greater than that, and so is the 0 behind the last
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
+    survey.MinDistance = 0;
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
+    EXPECT_EQ(survey.NumRows, 2);
+}
+
+TEST(RowDetection, SitesFarApartInYShareARowByX) {
+    Survey survey = surveyWithRows({{0, 0}, {0, 1}, {0, 500}, {20, 500}});
+    survey.chooseDistance(2);
+    survey.MinDistance = 10;
+    Calculate_X_Distance(survey);
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 2}));
+    survey.chooseDistance(3);
+    Calculate_Y_Distance(survey);
+    Assign_Row(survey);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 2}));
+}
+
+TEST(RowDetection, WithNoMeasureChosenLeavesTheRowColumnAndCountsOneRow) {
+    Survey survey = surveyAlongX({1, 100}, 10);
+    survey.UseTrueDist = survey.UseXDist = survey.UseYDist = false;
+    survey.NumRows = 7;
+    for (SiteIndex i = 0; i < 3; ++i)
+        survey.SiteData(kRow, i) = 42;
+    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{42, 42, 42}));
+    EXPECT_EQ(survey.NumRows, 1);
+    EXPECT_EQ(survey.RowIndex, 1);
+}
+
+TEST(RowDetection, TakesExactly250Rows) {
+    Survey survey = surveyOfPairs(250);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(survey.NumRows, 250);
+    EXPECT_EQ(survey.RowIndex, 250);
+    EXPECT_EQ(rowsOf(survey).back(), 250);
+    EXPECT_TRUE(rowsAreUsable(survey));
+}
+
+TEST(RowDetection, Refuses251RowsAndLeavesLaterSitesAlone) {
+    Survey survey = surveyOfPairs(260);
+    survey.NumRows = 3;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i)
+        survey.SiteData(kRow, i) = -1;
+    EXPECT_EQ(Assign_Row(survey), RowDetection::TooManyRows);
+    EXPECT_EQ(survey.NumRows, 3);
+    EXPECT_EQ(survey.RowIndex, 251);
+    EXPECT_EQ(survey.SiteData(kRow, 499), 250);
+    EXPECT_EQ(survey.SiteData(kRow, 500), -1);
+    EXPECT_FALSE(rowsAreUsable(survey));
+    survey.MinDistance = 1000;
+    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_TRUE(rowsAreUsable(survey));
+}
+
+TEST(RowDetection, RowsThatAFileBringsAreUsableBeyondTheLimit) {
+    Survey survey;
+    EXPECT_FALSE(rowsAreUsable(survey));
+    survey.NumRows = survey.RowIndex = 300;
+    EXPECT_TRUE(rowsAreUsable(survey));
+}
+
+TEST(RowDetection, AgreesWithTheLiteralRulesOnRandomSurveys) {
+    std::mt19937 random(31);
+    for (int round = 0; round < 400; ++round) {
+        Survey survey = randomRows(random, 1 + round % 60, 9);
+        survey.NumRows = 5;
+        survey.MinDistance = (round % 41) * 0.25;
+        survey.chooseDistance(1 + round % 3);
+        ASSERT_NO_FATAL_FAILURE(expectSameAsLiteral(survey)) << "round " << round;
+    }
+}
+
+TEST(RowCounting, CountsTheSitesOfEachRow) {
+    Survey survey = surveyWithRows({{0, 0, 0, 0, 1}, {0, 0, 0, 0, 1}, {0, 0, 0, 0, 2}, {0, 0, 0, 0, 3}});
+    survey.NumPoints.fill(77);
+    survey.RowIndex = 0;
+    Calculate_NumPoints(survey);
+    EXPECT_EQ(survey.NumPoints[1], 2);
+    EXPECT_EQ(survey.NumPoints[2], 1);
+    EXPECT_EQ(survey.NumPoints[3], 1);
+    EXPECT_EQ(survey.RowIndex, 3);
+}
+
+TEST(RowCounting, CountsRunsWhateverNumbersTheyCarry) {
+    Survey survey = surveyWithRows({{0, 0, 0, 0, 4}, {0, 0, 0, 0, 9}, {0, 0, 0, 0, 4}, {0, 0, 0, 0, 4}});
+    Calculate_NumPoints(survey);
+    EXPECT_EQ(survey.RowIndex, 3);
+    EXPECT_EQ(survey.NumPoints[3], 2);
+}
+
+TEST(RowCounting, Of251RowsIsARangeErrorThatChangesNothing) {
+    std::vector<RowSite> sites;
+    for (int row = 1; row <= 250; ++row)
+        sites.push_back({0, 0, 0, 0, static_cast<double>(row)});
+    Survey survey = surveyWithRows(sites);
+    EXPECT_EQ(survey.NumPoints[250], 1);
+    survey.SiteData(kRow, survey.NumSites++) = 251;
+    survey.RowIndex = 12;
+    const auto before = survey.NumPoints;
+    try {
+        Calculate_NumPoints(survey);
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), RunTimeError::kSubscript);
+    }
+    EXPECT_EQ(survey.RowIndex, 12);
+    EXPECT_EQ(survey.NumPoints, before);
+}
+
+TEST(Extents, StartTheLargestFromZeroAndTheSmallestFromTheFirstSite) {
+    Survey survey = surveyWithRows({{-5, -7}, {-9, -2}, {-1, -3}});
+    Calculate_Max(survey);
+    Calculate_Min(survey);
+    EXPECT_EQ(survey.MaxX, 0);
+    EXPECT_EQ(survey.MaxY, 0);
+    EXPECT_EQ(survey.MinX, -9);
+    EXPECT_EQ(survey.MinY, -7);
+    survey = surveyWithRows({{5, 7}, {9, 2}, {6, 3}});
+    Calculate_Max(survey);
+    Calculate_Min(survey);
+    EXPECT_EQ(survey.MaxX, 9);
+    EXPECT_EQ(survey.MaxY, 7);
+    EXPECT_EQ(survey.MinX, 5);
+    EXPECT_EQ(survey.MinY, 2);
+}
+
+TEST(Extents, FindTheLargestWhereverItStands) {
+    std::mt19937 random(5);
+    for (const int sites : {1, 7, 8, 9, 40, 3000}) {
+        std::vector<RowSite> made(static_cast<std::size_t>(sites), RowSite{1, 2});
+        const auto at = random() % made.size();
+        made[at] = {50, 60};
+        Survey survey = surveyWithRows(made);
+        Calculate_Max(survey);
+        EXPECT_EQ(survey.MaxX, 50) << sites;
+        EXPECT_EQ(survey.MaxY, 60) << sites;
+    }
+}

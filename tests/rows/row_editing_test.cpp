@@ -1,0 +1,281 @@
+#include "rows/row_editing.h"
+
+#include "app/run_time_error.h"
+#include "support/row_surveys.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+Survey fourRows() {
+    return surveyWithRows({{0, 0, 10, 20, 1, 101},
+                           {1, 0, 11, 21, 1, 102},
+                           {1, 9, 12, 22, 2, 103},
+                           {0, 9, 13, 23, 3, 104},
+                           {0, 8, 14, 24, 3, 105},
+                           {7, 8, 15, 25, 4, 106}});
+}
+
+std::vector<double> rowsOf(const Survey& survey) {
+    const double* const rows = survey.SiteData.column(kRow);
+    return {rows, rows + survey.NumSites};
+}
+
+// What holds after every operation: the counts are those of the row column, and the distances those of the
+// sites.
+void expectInStep(const Survey& survey) {
+    std::array<std::int64_t, kMaxRows + 1> points{};
+    for (const double row : rowsOf(survey))
+        ++points[static_cast<std::size_t>(row)];
+    ASSERT_EQ(survey.NumPoints, points);
+    ASSERT_EQ(survey.NumRows, survey.NumSites == 0 ? 0 : static_cast<int>(rowsOf(survey).back()));
+    ASSERT_EQ(survey.RowIndex, survey.NumRows);
+    ASSERT_EQ(survey.TrueDist.size(), static_cast<std::size_t>(survey.NumSites) + 1);
+    ASSERT_EQ(survey.TrueDist.front(), 0);
+    ASSERT_EQ(survey.TrueDist.back(), 0);
+    double largest = 0;
+    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
+        const double dx = survey.SiteData(kX, i) - survey.SiteData(kX, i - 1);
+        const double dy = survey.SiteData(kY, i) - survey.SiteData(kY, i - 1);
+        const double distance = std::sqrt(dx * dx + dy * dy);
+        ASSERT_EQ(survey.TrueDist[static_cast<std::size_t>(i)], distance);
+        largest = std::max(largest, distance);
+    }
+    ASSERT_EQ(survey.MaxTrueDist, largest);
+}
+
+// The rules as they are written, on sites kept one by one.
+void joinLiterally(std::vector<RowSite>& sites, int a, int b) {
+    for (RowSite& site : sites) {
+        if (b > a) {
+            if (site.row == b) site.row = a;
+            if (site.row > b) site.row = site.row - 1;
+        } else {
+            if (site.row == a) site.row = b;
+            if (site.row > a) site.row = site.row - 1;
+        }
+    }
+}
+
+void deleteLiterally(std::vector<RowSite>& sites, int r) {
+    std::size_t removed = 0;
+    for (std::size_t i = 0; i < sites.size(); ++i) {
+        if (sites[i].row == r) {
+            ++removed;
+        } else if (sites[i].row > r) {
+            sites[i - removed] = sites[i];
+            sites[i - removed].row -= 1;
+        }
+    }
+    sites.resize(sites.size() - removed);
+}
+
+}  // namespace
+
+TEST(JoiningRows, PutsTheHigherRowIntoTheLower) {
+    Survey survey = fourRows();
+    Joint_Row(survey, 2, 3);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 2, 2, 3}));
+    EXPECT_EQ(survey.NumRows, 3);
+    EXPECT_EQ(survey.RowIndex, 3);
+    EXPECT_EQ(survey.NumPoints[2], 3);
+    EXPECT_EQ(survey.NumPoints[4], 0);
+    expectInStep(survey);
+}
+
+TEST(JoiningRows, InEitherOrderGivesTheSame) {
+    Survey upwards = fourRows();
+    Survey downwards = fourRows();
+    Joint_Row(upwards, 2, 3);
+    Joint_Row(downwards, 3, 2);
+    EXPECT_TRUE(sitesIn(upwards) == sitesIn(downwards));
+    EXPECT_EQ(upwards.NumPoints, downwards.NumPoints);
+}
+
+TEST(JoiningRows, TheLastTwoLeavesOneRowFewer) {
+    Survey survey = fourRows();
+    Joint_Row(survey, 4, 3);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3, 3}));
+    EXPECT_EQ(survey.NumRows, 3);
+}
+
+TEST(JoiningRows, MovesNoSite) {
+    Survey survey = fourRows();
+    std::vector<RowSite> expected = sitesIn(survey);
+    Joint_Row(survey, 1, 2);
+    std::vector<RowSite> joined = sitesIn(survey);
+    for (std::size_t i = 0; i < joined.size(); ++i)
+        joined[i].row = expected[i].row;
+    EXPECT_TRUE(joined == expected);
+}
+
+TEST(DeletingARow, MovesLaterSitesUpWithEverythingThatIsTheirs) {
+    Survey survey = fourRows();
+    Delete_Row(survey, 2);
+    EXPECT_TRUE(sitesIn(survey) == (std::vector<RowSite>{{0, 0, 10, 20, 1, 101},
+                                                         {1, 0, 11, 21, 1, 102},
+                                                         {0, 9, 13, 23, 2, 104},
+                                                         {0, 8, 14, 24, 2, 105},
+                                                         {7, 8, 15, 25, 3, 106}}));
+    EXPECT_EQ(survey.NumRows, 3);
+    expectInStep(survey);
+}
+
+TEST(DeletingARow, ClearsTheEntriesAtTheEndAndKeepsTheStorage) {
+    Survey survey = fourRows();
+    const SiteIndex capacity = survey.SiteData.capacity();
+    Delete_Row(survey, 3);
+    EXPECT_EQ(survey.SiteData.capacity(), capacity);
+    for (int column = 0; column < kSiteColumns; ++column) {
+        EXPECT_EQ(survey.SiteData(column, 4), 0);
+        EXPECT_EQ(survey.SiteData(column, 5), 0);
+    }
+    EXPECT_EQ(survey.SiteID[4], 0);
+}
+
+TEST(DeletingARow, TheLastOneLeavesTheOthersAlone) {
+    Survey survey = fourRows();
+    Delete_Row(survey, 4);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
+    expectInStep(survey);
+}
+
+TEST(DeletingARow, TheOnlyOneEmptiesTheSurvey) {
+    Survey survey = surveyWithRows({{1, 2, 3, 4, 1}, {5, 6, 7, 8, 1}});
+    Delete_Row(survey, 1);
+    EXPECT_EQ(survey.NumSites, 0);
+    EXPECT_EQ(survey.NumRows, 0);
+    EXPECT_EQ(survey.RowIndex, 0);
+    expectInStep(survey);
+}
+
+TEST(DeletingARow, KeepsTheDistancesOfTheMeasureInForce) {
+    Survey survey = fourRows();
+    survey.chooseDistance(3);
+    Calculate_Y_Distance(survey);
+    Delete_Row(survey, 2);
+    EXPECT_EQ(survey.YDist, (std::vector<double>{0, 0, 9, 1, 0, 0}));
+    EXPECT_EQ(survey.MaxYDist, 9);
+}
+
+TEST(DeletingARow, WorksWithoutSiteNumbersAndSecondReading) {
+    Survey survey = fourRows();
+    survey.SiteID.clear();
+    survey.SiteIDPresent = survey.TwoEMColumns = false;
+    Delete_Row(survey, 1);
+    EXPECT_EQ(survey.NumSites, 4);
+    EXPECT_EQ(survey.SiteData(kEM1, 0), 12);
+    EXPECT_TRUE(survey.SiteID.empty());
+}
+
+TEST(EditingRows, AgreesWithTheLiteralRulesOnRandomSurveys) {
+    std::mt19937 random(99);
+    for (int round = 0; round < 60; ++round) {
+        Survey survey = randomRows(random, 2 + round, 6);
+        std::vector<RowSite> expected = sitesIn(survey);
+        while (survey.NumRows > 1) {
+            std::uniform_int_distribution<int> lower(1, survey.NumRows - 1);
+            const int row = lower(random);
+            const bool upwards = random() % 2 == 0;
+            if (random() % 2 == 0) {
+                Joint_Row(survey, upwards ? row : row + 1, upwards ? row + 1 : row);
+                joinLiterally(expected, upwards ? row : row + 1, upwards ? row + 1 : row);
+            } else {
+                Delete_Row(survey, upwards ? row + 1 : row);
+                deleteLiterally(expected, upwards ? row + 1 : row);
+            }
+            ASSERT_TRUE(sitesIn(survey) == expected) << "round " << round;
+            ASSERT_NO_FATAL_FAILURE(expectInStep(survey)) << "round " << round;
+        }
+    }
+}
+
+TEST(RecalculatingRows, PutsMeasureAndThresholdInForce) {
+    for (const int mode : {1, 2, 3}) {
+        Survey survey = fourRows();
+        EXPECT_EQ(Recalculate_Rows(survey, mode, 3.5), RowDetection::Assigned);
+        EXPECT_EQ(survey.DistanceMode, mode);
+        EXPECT_EQ(survey.UseTrueDist, mode == 1);
+        EXPECT_EQ(survey.UseXDist, mode == 2);
+        EXPECT_EQ(survey.UseYDist, mode == 3);
+        EXPECT_EQ(survey.MinDistance, 3.5);
+        const std::vector<double> expected = mode == 1   ? std::vector<double>{1, 1, 2, 2, 2, 3}
+                                             : mode == 2 ? std::vector<double>{1, 1, 1, 1, 1, 2}
+                                                         : std::vector<double>{1, 1, 2, 2, 2, 2};
+        EXPECT_EQ(rowsOf(survey), expected) << mode;
+        EXPECT_EQ(survey.NumPoints[1] + survey.NumPoints[2] + survey.NumPoints[3], 6);
+        EXPECT_EQ(survey.NumRows, survey.RowIndex);
+    }
+}
+
+TEST(RecalculatingRows, AcceptsAThresholdOfZero) {
+    Survey survey = fourRows();
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 0), RowDetection::Assigned);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 4, 5}));
+}
+
+TEST(RecalculatingRows, SaysWhenThereAreTooMany) {
+    Survey survey = surveyAlongX(std::vector<double>(400, 5), 100);
+    survey.NumRows = 1;
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 1), RowDetection::TooManyRows);
+    EXPECT_EQ(survey.RowIndex, 251);
+    EXPECT_EQ(survey.NumRows, 1);
+    EXPECT_EQ(survey.MinDistance, 1);
+}
+
+TEST(RecalculatingRows, ThatOverflowsLeavesRowsAndMeasureAsTheyWere) {
+    Survey survey = fourRows();
+    Recalculate_Rows(survey, 3, 2);
+    survey.SiteData(kX, 3) = 1e300;
+    const std::vector<RowSite> before = sitesIn(survey);
+    EXPECT_THROW(Recalculate_Rows(survey, 1, 7), RunTimeError);
+    EXPECT_TRUE(sitesIn(survey) == before);
+    EXPECT_TRUE(survey.UseYDist);
+    EXPECT_FALSE(survey.UseTrueDist);
+    EXPECT_EQ(survey.DistanceMode, 3);
+    EXPECT_EQ(survey.MinDistance, 2);
+}
+
+TEST(RowEntries, AreCheckedInOrder) {
+    EXPECT_EQ(checkRowPair("a", "2", 5).fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkRowPair("2", "b", 5).fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkRowPair("9", "b", 5).fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkRowPair("0", "1", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRowPair("5", "6", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRowPair("99999", "99998", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRowPair("1e300", "-1e300", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRowPair("2", "2", 5).fault, EntryFault::NotConsecutive);
+    EXPECT_EQ(checkRowPair("1", "3", 5).fault, EntryFault::NotConsecutive);
+    EXPECT_EQ(checkRow("x", 5).fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkRow("0", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRow("6", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkDistance("1,5").fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkDistance("-0.001").fault, EntryFault::Negative);
+}
+
+TEST(RowEntries, ThatAreEmptyAreNotNumeric) {
+    EXPECT_EQ(checkRowPair("", "2", 5).fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkRow("", 5).fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkDistance("").fault, EntryFault::NotNumeric);
+    EXPECT_EQ(checkDistance("  ").fault, EntryFault::NotNumeric);
+}
+
+TEST(RowEntries, RoundFractionsHalvesToEven) {
+    const RowPairEntry pair = checkRowPair(" 1.5 ", "2.6", 5);
+    EXPECT_EQ(pair.fault, EntryFault::None);
+    EXPECT_EQ(pair.row1, 2);
+    EXPECT_EQ(pair.row2, 3);
+    EXPECT_EQ(checkRow("2.5", 5).row, 2);
+    EXPECT_EQ(checkRow("0.5", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRow("5.5", 5).fault, EntryFault::OutOfRange);
+    EXPECT_EQ(checkRow("5.4", 5).row, 5);
+}
+
+TEST(RowEntries, AcceptZeroAsADistance) {
+    EXPECT_EQ(checkDistance("0").fault, EntryFault::None);
+    EXPECT_EQ(checkDistance("-0").fault, EntryFault::None);
+    EXPECT_EQ(checkDistance(" 1d1 ").distance, 10);
+}

@@ -1,0 +1,120 @@
+#include "rows/row_statistics.h"
+
+#include "app/run_time_error.h"
+#include "support/row_surveys.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+TEST(RowStatistics, SumUpEachRow) {
+    const Survey survey = surveyWithRows(
+        {{0, 0, 10, 1, 1}, {9, 9, 20, 2, 1}, {3, 4, 60, 6, 1}, {1, 1, 5, 50, 2}, {1, 8, 7, 70, 2}});
+    const RowStatistics statistics = rowStatistics(survey);
+    ASSERT_EQ(statistics.rows.size(), 2u);
+    EXPECT_EQ(statistics.rows[0].sites, 3);
+    EXPECT_EQ(statistics.rows[0].length, 5);  // from the first to the last site, however the way went
+    EXPECT_EQ(statistics.rows[0].em1Mean, 30);
+    EXPECT_EQ(statistics.rows[0].em2Mean, 3);
+    EXPECT_EQ(statistics.rows[1].sites, 2);
+    EXPECT_EQ(statistics.rows[1].length, 7);
+    EXPECT_EQ(statistics.rows[1].em1Mean, 6);
+    EXPECT_EQ(statistics.rows[1].em2Mean, 60);
+    EXPECT_EQ(statistics.longest, 7);
+    EXPECT_TRUE(statistics.twoEMColumns);
+}
+
+TEST(RowStatistics, ARowOfOneSiteHasLengthZero) {
+    const RowStatistics statistics = rowStatistics(surveyWithRows({{4, 5, 6, 7, 1}}));
+    ASSERT_EQ(statistics.rows.size(), 1u);
+    EXPECT_EQ(statistics.rows[0].sites, 1);
+    EXPECT_EQ(statistics.rows[0].length, 0);
+    EXPECT_EQ(statistics.rows[0].em1Mean, 6);
+}
+
+TEST(RowStatistics, TwoRunsWithTheSameNumberAreTwoRows) {
+    const RowStatistics statistics =
+        rowStatistics(surveyWithRows({{0, 0, 1, 1, 3}, {0, 0, 2, 2, 8}, {0, 0, 3, 3, 3}, {0, 0, 5, 5, 3}}));
+    ASSERT_EQ(statistics.rows.size(), 3u);
+    EXPECT_EQ(statistics.rows[2].sites, 2);
+    EXPECT_EQ(statistics.rows[2].em1Mean, 4);
+}
+
+TEST(RowStatistics, OneReadingHasNoSecondMean) {
+    Survey survey = surveyWithRows({{0, 0, 1, 1e308, 1}, {0, 0, 3, 1e308, 1}});
+    survey.TwoEMColumns = false;
+    const RowStatistics statistics = rowStatistics(survey);
+    EXPECT_FALSE(statistics.twoEMColumns);
+    EXPECT_EQ(statistics.rows[0].em1Mean, 2);
+    EXPECT_EQ(statistics.rows[0].em2Mean, 0);
+}
+
+TEST(RowStatistics, RelativeLengthsAreOfTheLongest) {
+    const RowStatistics statistics =
+        rowStatistics(surveyWithRows({{0, 0, 0, 0, 1}, {8, 0, 0, 0, 1}, {0, 0, 0, 0, 2}, {2, 0, 0, 0, 2}}));
+    EXPECT_EQ(statistics.relativeLength(statistics.rows[0]), 100);
+    EXPECT_EQ(statistics.relativeLength(statistics.rows[1]), 25);
+}
+
+TEST(RowStatistics, RelativeLengthsAreZeroWhenAllRowsHaveNone) {
+    const RowStatistics statistics = rowStatistics(surveyWithRows({{1, 1, 0, 0, 1}, {2, 2, 0, 0, 2}}));
+    EXPECT_EQ(statistics.relativeLength(statistics.rows[0]), 0);
+    EXPECT_EQ(statistics.relativeLength(statistics.rows[1]), 0);
+}
+
+TEST(RowStatistics, CountMoreRunsThanRowsCanBeHeld) {
+    Survey survey = surveyWithRows(std::vector<RowSite>(400));
+    for (SiteIndex i = 0; i < 400; ++i)
+        survey.SiteData(kRow, i) = static_cast<double>(i);
+    EXPECT_EQ(rowStatistics(survey).rows.size(), 400u);
+}
+
+TEST(RowStatistics, OfNoSiteAreEmpty) {
+    EXPECT_TRUE(rowStatistics(Survey{}).rows.empty());
+}
+
+TEST(RowStatistics, KeepTheDigitsOfReadingsWithALargeOffset) {
+    // Binary fractions, so that the mean is exact: the offset, and 0.125 times the mean of 0..1023.
+    constexpr double kOffset = 1e12;
+    std::vector<RowSite> sites;
+    for (int i = 0; i < 100 * 1024; ++i)
+        sites.push_back({0, 0, kOffset + i % 1024 * 0.125, 0.1, 1});
+    const RowStatistics statistics = rowStatistics(surveyWithRows(sites));
+    EXPECT_EQ(statistics.rows[0].em1Mean, kOffset + 511.5 * 0.125);
+    EXPECT_EQ(statistics.rows[0].em2Mean, 0.1);
+}
+
+TEST(RowStatistics, TooLargeForADoubleAreReported) {
+    const auto sites = [](double reading) {
+        return std::vector<RowSite>{{0, 0, -reading, 0, 1}, {0, 0, reading, 0, 1}, {0, 0, reading, 0, 1}};
+    };
+    Survey survey = surveyWithRows(sites(1e308));
+    EXPECT_THROW(rowStatistics(survey), RunTimeError);
+    survey = surveyWithRows(sites(1));
+    survey.SiteData(kX, 2) = 1e300;
+    EXPECT_THROW(rowStatistics(survey), RunTimeError);
+}
+
+TEST(RowStatistics, AgreeWithPlainSumsOnRandomSurveys) {
+    std::mt19937 random(8);
+    for (int round = 0; round < 50; ++round) {
+        const Survey survey = randomRows(random, 1 + round * 4, 30);
+        const RowStatistics statistics = rowStatistics(survey);
+        ASSERT_EQ(statistics.rows.size(), static_cast<std::size_t>(survey.NumRows));
+        SiteIndex site = 0;
+        for (const RowSummary& row : statistics.rows) {
+            long double sum1 = 0;
+            long double sum2 = 0;
+            for (SiteIndex i = site; i < site + row.sites; ++i) {
+                sum1 += survey.SiteData(kEM1, i);
+                sum2 += survey.SiteData(kEM2, i);
+            }
+            const auto count = static_cast<long double>(row.sites);
+            ASSERT_NEAR(row.em1Mean, static_cast<double>(sum1 / count), 1e-13);
+            ASSERT_NEAR(row.em2Mean, static_cast<double>(sum2 / count), 1e-13);
+            site += row.sites;
+            ASSERT_EQ(row.sites, survey.NumPoints[static_cast<std::size_t>(survey.SiteData(kRow, site - 1))]);
+        }
+        ASSERT_EQ(site, survey.NumSites);
+    }
+}

@@ -1,0 +1,60 @@
+#include "support/Journeys.h"
+
+#include "app/FileDialogs.h"
+#include "app/frmMain.h"
+#include "support/UserDriver.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void typePositions(QWidget& window, const QString& boxes, const QString (&positions)[2]) {
+    typeInto(window, boxes + u"_0"_s, positions[0]);
+    typeInto(window, boxes + u"_1"_s, positions[1]);
+}
+
+// Answers the next file dialog, and those after it, with one file.
+class ChosenFile {
+  public:
+    explicit ChosenFile(const QString& file) {
+        setFileResponder([file](const FileQuestion&) { return file; });
+    }
+    ~ChosenFile() { setFileResponder({}); }
+    ChosenFile(const ChosenFile&) = delete;
+    ChosenFile& operator=(const ChosenFile&) = delete;
+};
+
+}  // namespace
+
+void importTrimbleFile(frmMain& main, const TrimbleEntries& entries) {
+    const ChosenFile chosen(entries.file);
+    chooseItem(main, u"mnuOpen"_s);
+    QWidget& parameters = shownWindow(u"frmDataControl"_s);
+    typeInto(parameters, u"Text2"_s, entries.minDistance);
+    clickOn(parameters, u"Command1"_s);
+
+    QWidget& format = shownWindow(u"frmIniDisplay"_s);
+    if (!entries.siteNumber[0].isEmpty()) {
+        clickOn(format, u"Check1"_s);
+        typePositions(format, u"Text1"_s, entries.siteNumber);
+    }
+    typePositions(format, u"Text2"_s, entries.x);
+    typePositions(format, u"Text3"_s, entries.y);
+    typePositions(format, u"Text4"_s, entries.em1);
+    if (!entries.em2[0].isEmpty()) {
+        clickOn(format, u"Check2"_s);
+        typePositions(format, u"Text5"_s, entries.em2);
+    }
+    clickOn(format, u"Command1"_s);
+    waitUntilClosed(u"frmIniDisplay"_s);
+}
+
+void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow) {
+    const ChosenFile chosen(file);
+    chooseItem(main, u"mnuSave"_s);
+    QWidget& output = shownWindow(u"frmOutput"_s);
+    clickOn(output, u"Command1"_s);
+    typeInto(output, u"txtBRN"_s, firstRow);
+    clickOn(output, u"Command2"_s);
+    waitUntilClosed(u"frmOutput"_s);
+}

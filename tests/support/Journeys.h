@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+class frmMain;
+
+// The acts of a typical run, each through the real windows.
+
+/// What a user types into the windows of the Trimble/EM-38 import.
+struct TrimbleEntries {
+    QString file;
+    QString minDistance;
+    QString siteNumber[2];  ///< first and last column; both empty when the file has none
+    QString x[2], y[2], em1[2];
+    QString em2[2];  ///< both empty when the file has one reading
+};
+
+/// Runs the import up to its report; the caller expects the message boxes.
+void importTrimbleFile(frmMain& main, const TrimbleEntries& entries);
+
+/// Exports the survey to `file`, with the row numbers beginning at `firstRow`.
+void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow = QStringLiteral("1"));

@@ -1,0 +1,76 @@
+#include "support/UserDriver.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QRadioButton>
+#include <QTest>
+
+namespace {
+
+constexpr int kPatience = 5000;  // milliseconds
+
+QWidget* findShown(const QString& name) {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == name && window->isVisible()) return window;
+    return nullptr;
+}
+
+// Every menu that an item stands in must be enabled up to the menu bar.
+bool canBeChosen(const QWidget& window, const QAction& item) {
+    if (!item.isEnabled()) return false;
+    for (const QMenu* menu : window.findChildren<QMenu*>())
+        if (menu->actions().contains(&item)) return canBeChosen(window, *menu->menuAction());
+    return true;
+}
+
+}  // namespace
+
+void chooseItem(QWidget& window, const QString& item) {
+    auto* const action = window.findChild<QAction*>(item);
+    if (action == nullptr) throw DriverError("no such menu item: " + item.toStdString());
+    if (!canBeChosen(window, *action)) throw DriverError("disabled menu item: " + item.toStdString());
+    action->trigger();
+}
+
+QWidget& shownWindow(const QString& name) {
+    QWidget* found = nullptr;
+    if (!QTest::qWaitFor([&] { return (found = findShown(name)) != nullptr; }, kPatience))
+        throw DriverError("window does not show: " + name.toStdString());
+    return *found;
+}
+
+bool isShown(const QString& name) {
+    return findShown(name) != nullptr;
+}
+
+void waitUntilClosed(const QString& name) {
+    if (!QTest::qWaitFor([&] { return findShown(name) == nullptr; }, kPatience))
+        throw DriverError("window does not close: " + name.toStdString());
+}
+
+QWidget& control(QWidget& window, const QString& name) {
+    auto* const found = window.findChild<QWidget*>(name);
+    if (found == nullptr || !found->isVisible()) throw DriverError("no such control: " + name.toStdString());
+    return *found;
+}
+
+void clickOn(QWidget& window, const QString& name) {
+    QWidget& widget = control(window, name);
+    if (!widget.isEnabled()) throw DriverError("disabled control: " + name.toStdString());
+    const bool markAtLeft = qobject_cast<QRadioButton*>(&widget) || qobject_cast<QCheckBox*>(&widget);
+    const QPoint where = markAtLeft ? QPoint(8, widget.height() / 2) : widget.rect().center();
+    QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, where);
+}
+
+void typeInto(QWidget& window, const QString& name, const QString& text) {
+    auto& box = controlAs<QLineEdit>(window, name);
+    if (!box.isEnabled()) throw DriverError("disabled control: " + name.toStdString());
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClick(&box, Qt::Key_Delete);
+    QTest::keyClicks(&box, text);
+}
