@@ -16,35 +16,47 @@ double requireFinite(double value) {
     return value;
 }
 
+// A sum in two parts: the Double nearest to it and what that left out.
+struct Sum {
+    double value = 0;
+    double lost = 0;
+
+    void add(double term) {
+        const double before = value;
+        value = before + term;
+        const double part = value - before;  // Knuth's two-sum: exact without a comparison
+        lost += (before - (value - part)) + (term - part);
+    }
+    double rounded() const { return requireFinite(value + lost); }
+};
+
 // Sums f(i) over all sites in four independent running sums, each compensated (A. Neumaier, 1974), so that a
 // million readings keep the digits of a few; four, so that the additions overlap.
 template <typename Term>
-double sumOverSites(SiteIndex sites, Term term) {
+Sum sumOverSites(SiteIndex sites, Term term) {
     constexpr int kLanes = 4;
-    double sum[kLanes] = {};
-    double lost[kLanes] = {};
-    const auto add = [&](int lane, double value) {
-        const double before = sum[lane];
-        const double after = before + value;
-        const double part = after - before;  // Knuth's two-sum: exact without a comparison
-        lost[lane] += (before - (after - part)) + (value - part);
-        sum[lane] = after;
-    };
+    Sum lanes[kLanes];
     SiteIndex i = 0;
     for (; i + kLanes <= sites; i += kLanes)
         for (int lane = 0; lane < kLanes; ++lane)
-            add(lane, term(i + lane));
+            lanes[lane].add(term(i + lane));
     for (; i < sites; ++i)
-        add(0, term(i));
-    return requireFinite(((sum[0] + sum[1]) + (sum[2] + sum[3])) + ((lost[0] + lost[1]) + (lost[2] + lost[3])));
+        lanes[0].add(term(i));
+    for (int lane = 1; lane < kLanes; ++lane) {
+        lanes[0].add(lanes[lane].value);
+        lanes[0].lost += lanes[lane].lost;
+    }
+    return lanes[0];
 }
 
+// The Double nearest to the mean, so that a constant column has exactly its constant as mean.
 double meanOf(const double* values, SiteIndex count) {
     if (count < 1) throw RunTimeError::divisionByZero();
-    // About the first value, so that a constant column has exactly its constant as mean.
-    const double first = values[0];
-    const double excess = sumOverSites(count, [=](SiteIndex i) { return values[i] - first; });
-    return requireFinite(first + excess / static_cast<double>(count));
+    const Sum sum = sumOverSites(count, [=](SiteIndex i) { return values[i]; });
+    const auto divisor = static_cast<double>(count);
+    const double quotient = sum.rounded() / divisor;
+    const double remainder = std::fma(-quotient, divisor, sum.value) + sum.lost;
+    return requireFinite(quotient + remainder / divisor);
 }
 
 }  // namespace
@@ -76,9 +88,9 @@ ColumnMeanSD Column_MeanSD(const Survey& survey, int column) {
     const double* const values = survey.SiteData.column(clampColumn(column));
     const double mean = meanOf(values, survey.NumSites);
     const double squares = sumOverSites(survey.NumSites, [=](SiteIndex i) {
-        const double deviation = values[i] - mean;
-        return deviation * deviation;
-    });
+                               const double deviation = values[i] - mean;
+                               return deviation * deviation;
+                           }).rounded();
     return {mean, std::sqrt(squares / static_cast<double>(survey.NumSites - 1))};
 }
 
@@ -90,12 +102,13 @@ Regression EM_Regression(const Survey& survey) {
     const double meanX = meanOf(em1, sites);
     const double meanY = meanOf(em2, sites);
     const double sxx = sumOverSites(sites, [=](SiteIndex i) {
-        const double dx = (em1[i] - meanX) / kScale;
-        return dx * dx;
-    });
+                           const double dx = (em1[i] - meanX) / kScale;
+                           return dx * dx;
+                       }).rounded();
     if (sxx == 0) throw RunTimeError::divisionByZero();
-    const double sxy = sumOverSites(
-        sites, [=](SiteIndex i) { return (em1[i] - meanX) / kScale * ((em2[i] - meanY) / kScale); });
+    const double sxy = sumOverSites(sites, [=](SiteIndex i) {
+                           return (em1[i] - meanX) / kScale * ((em2[i] - meanY) / kScale);
+                       }).rounded();
     const double slope = requireFinite(sxy / sxx);
     return {requireFinite(meanY - slope * meanX), slope};
 }

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "app/survey.h"
+
+/// The limits of one axis (mS/m).
+struct AxisLimits {
+    double minimum = 0;
+    double maximum = 0;
+};
+
+/// The axes of a plot of EM2 (y) against EM1 (x).
+struct CorrelationAxes {
+    AxisLimits x, y;
+};
+
+/// Each column's range widened at both ends by a tenth of its span; a constant column gives equal limits.
+/// Throws subscriptOutOfRange without a site, overflow when a limit is not finite.
+CorrelationAxes correlationAxes(const Survey& survey);

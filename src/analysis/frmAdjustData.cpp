@@ -1,0 +1,190 @@
+#include "analysis/frmAdjustData.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/numbers.h"
+
+#include <QShortcut>
+
+#include <exception>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHelpDocument = 113;
+
+void showCaption(QLabel* label, const QString& text) {
+    label->setText(text);
+    label->repaint();
+}
+
+template <typename Number>
+void showValue(QLabel* label, const std::optional<Number>& value, int decimals) {
+    showCaption(label, value ? QString::fromStdString(pictureFormat(static_cast<double>(*value), decimals))
+                             : u"n/a"_s);
+}
+
+struct SummaryLabels {
+    QLabel *n, *u, *s, *m, *x, *z;
+};
+
+void showSummary(const SummaryLabels& labels, const ReadingSummary& summary) {
+    showValue(labels.n, std::optional(summary.sites), 0);
+    showValue(labels.u, summary.mean, 2);
+    showValue(labels.s, summary.sd, 2);
+    showValue(labels.m, summary.minimum, 2);
+    showValue(labels.x, summary.maximum, 2);
+    showValue(labels.z, summary.notPositive, 0);
+}
+
+// The window keeps its shape while boxes come and go.
+void keepRoom(QWidget* widget) {
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
+}  // namespace
+
+frmAdjustData::frmAdjustData(QWidget* parent) : QDialog(parent) {
+    setupUi(this);
+    for (QWidget* entry : QList<QWidget*>{txtAdjEC1, txtAdjEC2, lblEM1, txtScale1, lblEM2, txtScale2})
+        keepRoom(entry);
+    for (QAbstractButton* option : QList<QAbstractButton*>{optAddEM1, optAddEM2, optScale})
+        colourWhileChecked(*option);
+    const auto onChoice = [this](QRadioButton* option, auto choose) {
+        auto chosen = guarded(this, [this, choose] { (this->*choose)(); });
+        connect(option, &QRadioButton::toggled, this, [chosen](bool checked) mutable {
+            if (checked) chosen();
+        });
+    };
+    onChoice(optAddEM1, &frmAdjustData::chooseAddEM1);
+    onChoice(optAddEM2, &frmAdjustData::chooseAddEM2);
+    onChoice(optScale, &frmAdjustData::chooseScale);
+    connect(cmdCompute, &QPushButton::clicked, this, guarded(this, [this] { cmdCompute_Click(); }));
+    connect(cmdFinished, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
+    const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
+    connect(cmdHelp, &QPushButton::clicked, this, help);
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
+
+    chooseAddEM1();
+    try {
+        refresh();
+    } catch (const RunTimeError& error) {
+        errorOfOpening_.emplace(error);
+    }
+}
+
+void frmAdjustData::chooseAddEM1() {
+    showEntries({txtAdjEC1}, txtAdjEC1);
+}
+
+void frmAdjustData::chooseAddEM2() {
+    showEntries({txtAdjEC2}, txtAdjEC2);
+}
+
+void frmAdjustData::chooseScale() {
+    if (theSurvey().TwoEMColumns)
+        showEntries({lblEM1, txtScale1, lblEM2, txtScale2}, txtScale1);
+    else
+        showEntries({lblEM1, txtScale1}, txtScale1);
+    txtScale1->setText(u"1.000"_s);
+    txtScale2->setText(u"1.000"_s);
+    txtScale1->selectAll();
+}
+
+// Empties every box, shows those that belong to the option chosen and sets the focus on the first.
+void frmAdjustData::showEntries(const QList<QWidget*>& shown, QLineEdit* first) {
+    cmdCompute->show();
+    for (QLineEdit* box : {txtAdjEC1, txtAdjEC2, txtScale1, txtScale2})
+        box->clear();
+    for (QWidget* entry : QList<QWidget*>{txtAdjEC1, txtAdjEC2, lblEM1, txtScale1, lblEM2, txtScale2})
+        entry->setVisible(shown.contains(entry));
+    first->setFocus(Qt::TabFocusReason);
+    // An option chosen with the arrow keys takes the focus once more after it has been checked.
+    const auto takeOver = [this, first] {
+        if (qobject_cast<QRadioButton*>(focusWidget()) && first->isVisibleTo(this))
+            first->setFocus(Qt::TabFocusReason);
+    };
+    QMetaObject::invokeMethod(this, takeOver, Qt::QueuedConnection);
+}
+
+AdjustmentRequest frmAdjustData::request() const {
+    AdjustmentRequest request;
+    if (optAddEM2->isChecked()) request.kind = AdjustmentKind::AddToEM2;
+    if (optScale->isChecked()) request.kind = AdjustmentKind::Scale;
+    request.shift1 = txtAdjEC1->text().toStdString();
+    request.shift2 = txtAdjEC2->text().toStdString();
+    request.factor1 = txtScale1->text().toStdString();
+    request.factor2 = txtScale2->text().toStdString();
+    return request;
+}
+
+// Whatever stops the adjustment, those who show readings hear of a change before the user is told.
+void frmAdjustData::cmdCompute_Click() {
+    AdjustmentOutcome outcome;
+    std::exception_ptr failure;
+    try {
+        computeAndRefresh(outcome);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (outcome.readingsChanged) Q_EMIT readingsChanged();
+    if (failure) std::rethrow_exception(failure);
+    if (!outcome.refusal.empty())
+        tell(this, QString::fromUtf8(outcome.refusal.data(), static_cast<qsizetype>(outcome.refusal.size())));
+}
+
+void frmAdjustData::computeAndRefresh(AdjustmentOutcome& outcome) {
+    const Hourglass hourglass(this);
+    adjustReadings(theSurvey(), theSession(), request(), outcome);
+    if (outcome.refusal.empty()) refresh();
+}
+
+void frmAdjustData::refresh() {
+    const EMSummary summary = summariseReadings(theSurvey());
+    showEM1(summary.em1);
+    if (summary.em2) {
+        showEM2(*summary.em2);
+        showRelation(summary);
+    } else {
+        showNoEM2();
+    }
+    if (summary.error) throw RunTimeError(*summary.error);
+}
+
+void frmAdjustData::showEM1(const ReadingSummary& em1) {
+    showSummary({lble1n, lble1u, lble1s, lble1m, lble1x, lble1z}, em1);
+}
+
+void frmAdjustData::showEM2(const ReadingSummary& em2) {
+    showSummary({lble2n, lble2u, lble2s, lble2m, lble2x, lble2z}, em2);
+}
+
+void frmAdjustData::showRelation(const EMSummary& summary) {
+    showValue(lblRatio, summary.slope, 3);
+    showValue(lblShift, summary.shift, 1);
+}
+
+void frmAdjustData::showNoEM2() {
+    for (QLabel* label : {lble2n, lble2u, lble2s, lble2m, lble2x, lble2z, lblRatio, lblShift})
+        showCaption(label, u"n/a"_s);
+    optAddEM2->setEnabled(false);
+}
+
+// An error met while opening is reported over the window it concerns.
+void frmAdjustData::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (errorOfOpening_)
+        QMetaObject::invokeMethod(this, guarded(this, [this] { reportOnceShown(); }), Qt::QueuedConnection);
+}
+
+void frmAdjustData::reportOnceShown() {
+    if (!errorOfOpening_) return;
+    const RunTimeError error = *std::exchange(errorOfOpening_, std::nullopt);
+    throw RunTimeError(error);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "analysis/em_adjustment.h"
+#include "analysis/em_summary.h"
+#include "ui_frmAdjustData.h"
+
+#include <QDialog>
+
+/// Adds a constant to a column of readings or scales the readings of the whole survey, in place, and shows
+/// statistics of both columns beside it. Edits the survey: show it modally.
+class frmAdjustData : public QDialog, public Ui::frmAdjustData {
+    Q_OBJECT
+
+  public:
+    explicit frmAdjustData(QWidget* parent = nullptr);
+
+  Q_SIGNALS:
+    /// Readings were changed, whatever became of the rest of the adjustment.
+    void readingsChanged();
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    void chooseAddEM1();
+    void chooseAddEM2();
+    void chooseScale();
+    void showEntries(const QList<QWidget*>& shown, QLineEdit* first);
+    AdjustmentRequest request() const;
+    void cmdCompute_Click();
+    void computeAndRefresh(AdjustmentOutcome& outcome);
+    void refresh();
+    void showEM1(const ReadingSummary& em1);
+    void showEM2(const ReadingSummary& em2);
+    void showRelation(const EMSummary& summary);
+    void showNoEM2();
+    void reportOnceShown();
+
+    std::optional<RunTimeError> errorOfOpening_;
+};

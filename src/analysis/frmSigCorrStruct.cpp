@@ -1,0 +1,77 @@
+#include "analysis/frmSigCorrStruct.h"
+
+#include "analysis/correlation_axes.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/Printing.h"
+#include "app/palette16.h"
+#include "app/survey.h"
+
+#include <QPainter>
+#include <QScopeGuard>
+#include <QScreen>
+
+#include <cmath>
+#include <span>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHelpDocument = 115;
+constexpr double kPrintCorner = 200;  // device units, at every resolution
+constexpr double kPrintSize = 2000;   // device units at 300 dpi
+
+std::span<const double> readings(const Survey& survey, SiteColumn column) {
+    return {survey.SiteData.column(column), static_cast<std::size_t>(survey.NumSites)};
+}
+
+}  // namespace
+
+frmSigCorrStruct::frmSigCorrStruct(QWidget* parent) : QMainWindow(parent) {
+    setupUi(this);
+    resize(QSize(640, 680).boundedTo(screen()->availableSize() * 0.92));
+    Chart2D1->hide();
+    connect(mnuPlot1, &QAction::triggered, this, guarded(this, [this] { mnuPlot1_Click(); }));
+    connect(mnuPrint, &QAction::triggered, this, guarded(this, [this] { mnuPrint_Click(); }));
+    connect(mnuSDChelp, &QAction::triggered, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    connect(mnuExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
+}
+
+void frmSigCorrStruct::mnuPlot1_Click() {
+    // The survey may have been imported anew since the window was opened.
+    if (!theSurvey().TwoEMColumns)
+        return tell(this, u"This option is only available when 2 signal data columns are present."_s);
+    const Hourglass hourglass(this);
+    Chart2D1->beginBatch();
+    const auto end = qScopeGuard([this] { Chart2D1->endBatch(); });
+    MakeChart();
+    Chart2D1->setHeaderText(u"Conductivity Signal Data Correlation Plot"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::X, u"1st Signal Data Column (EC1)"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::Y, u"2nd Signal Data Column (EC2)"_s);
+    lblHint->hide();
+    Chart2D1->show();
+}
+
+// Series 2 is as long as series 1 and consists of points that are not there.
+void frmSigCorrStruct::MakeChart() {
+    const Survey& survey = theSurvey();
+    const CorrelationAxes axes = correlationAxes(survey);
+    Chart2D1->setSeriesCount(Chart2D::kData, 2);
+    Chart2D1->setPointCount(Chart2D::kData, 1, survey.NumSites);
+    Chart2D1->setPointCount(Chart2D::kData, 2, survey.NumSites);
+    Chart2D1->setPoints(Chart2D::kData, 1, 1, readings(survey, kEM1), readings(survey, kEM2));
+    Chart2D1->setAxisRange(Chart2D::Axis::X, axes.x.minimum, axes.x.maximum);
+    Chart2D1->setAxisRange(Chart2D::Axis::Y, axes.y.minimum, axes.y.maximum);
+    Chart2D1->setSeriesStyle(Chart2D::kData, 1, {ChartSymbol::Disc, ChartLine::None, kBlue});
+    Chart2D1->setSeriesStyle(Chart2D::kData, 2, {ChartSymbol::None, ChartLine::None, kBlue});
+}
+
+void frmSigCorrStruct::mnuPrint_Click() {
+    const Hourglass hourglass(this);
+    const double size = std::nearbyint(kPrintSize * theSession().PrintScale);
+    printPage(this, windowTitle(), [this, size](QPainter& painter, const QPrinter&) {
+        Chart2D1->print(painter, QRectF(kPrintCorner, kPrintCorner, size, size));
+    });
+}

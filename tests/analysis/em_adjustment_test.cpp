@@ -1,0 +1,185 @@
+#include "analysis/em_adjustment.h"
+
+#include "app/run_time_error.h"
+#include "support/made_up_readings.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Readings = std::vector<double>;
+
+AdjustmentRequest addToEM1(const std::string& text) {
+    return {AdjustmentKind::AddToEM1, text, "", "", ""};
+}
+
+AdjustmentRequest addToEM2(const std::string& text) {
+    return {AdjustmentKind::AddToEM2, "", text, "", ""};
+}
+
+AdjustmentRequest scaleBy(const std::string& factor1, const std::string& factor2) {
+    return {AdjustmentKind::Scale, "", "", factor1, factor2};
+}
+
+struct Adjusted {
+    Survey survey = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 4});
+    Session session;
+    AdjustmentOutcome outcome;
+
+    void apply(const AdjustmentRequest& request) { adjustReadings(survey, session, request, outcome); }
+    Readings em1() const { return readingsOf(survey, kEM1); }
+    Readings em2() const { return readingsOf(survey, kEM2); }
+    bool untouched() const {
+        return !outcome.readingsChanged && em1() == Readings{10, 20, 0, -4} &&
+               em2() == Readings{1, 2, 3, 4} && session.EMAdjustTotalA == 0 && session.EMAdjustTotalB == 0;
+    }
+};
+
+void expectRefused(const AdjustmentRequest& request, const std::string& message) {
+    Adjusted adjusted;
+    adjusted.apply(request);
+    EXPECT_EQ(adjusted.outcome.refusal, message);
+    EXPECT_TRUE(adjusted.untouched());
+}
+
+}  // namespace
+
+TEST(Adjustment, ConstantLowersEveryReadingOfEM1AndItsTotal) {
+    Adjusted adjusted;
+    adjusted.apply(addToEM1(" -2.5 "));
+    EXPECT_EQ(adjusted.em1(), (Readings{7.5, 17.5, -2.5, -6.5}));
+    EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
+    EXPECT_EQ(adjusted.session.EMAdjustTotalA, -2.5);
+    EXPECT_EQ(adjusted.session.EMAdjustTotalB, 0);
+    EXPECT_TRUE(adjusted.outcome.readingsChanged);
+    EXPECT_TRUE(adjusted.outcome.refusal.empty());
+}
+
+TEST(Adjustment, ConstantForEM2ChangesEM2AndItsTotalOnly) {
+    Adjusted adjusted;
+    adjusted.apply(addToEM2("1e1"));
+    EXPECT_EQ(adjusted.em2(), (Readings{11, 12, 13, 14}));
+    EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, -4}));
+    EXPECT_EQ(adjusted.session.EMAdjustTotalA, 0);
+    EXPECT_EQ(adjusted.session.EMAdjustTotalB, 10);
+}
+
+TEST(Adjustment, TotalsRunOnFromOneAdjustmentToTheNext) {
+    Adjusted adjusted;
+    adjusted.apply(addToEM1("3"));
+    adjusted.apply(addToEM1("3"));
+    adjusted.apply(addToEM2("-1"));
+    adjusted.apply(scaleBy("2", "2"));
+    EXPECT_EQ(adjusted.session.EMAdjustTotalA, 6);
+    EXPECT_EQ(adjusted.session.EMAdjustTotalB, -1);
+}
+
+TEST(Adjustment, LeavesCoordinatesRowsAndUnusedStorageAlone) {
+    Adjusted adjusted;
+    adjusted.apply(addToEM1("5"));
+    adjusted.apply(scaleBy("3", "4"));
+    for (SiteIndex i = 0; i < 4; ++i) {
+        EXPECT_EQ(adjusted.survey.SiteData(kX, i), static_cast<double>(i));
+        EXPECT_EQ(adjusted.survey.SiteData(kY, i), 0);
+        EXPECT_EQ(adjusted.survey.SiteData(kRow, i), 1);
+    }
+    EXPECT_EQ(adjusted.survey.SiteData(kEM1, 4), 0);
+    EXPECT_EQ(adjusted.survey.SiteData(kEM2, 4), 0);
+}
+
+TEST(Adjustment, ScalesBothColumns) {
+    Adjusted adjusted;
+    adjusted.apply(scaleBy("2.0", ".5"));
+    EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
+    EXPECT_EQ(adjusted.em2(), (Readings{0.5, 1, 1.5, 2}));
+    EXPECT_TRUE(adjusted.outcome.readingsChanged);
+    EXPECT_TRUE(adjusted.outcome.refusal.empty());
+}
+
+TEST(Adjustment, ScalesEM1OnlyOnASurveyWithOneReadingWhateverTheOtherFactorSays) {
+    Adjusted adjusted;
+    adjusted.survey.TwoEMColumns = false;
+    adjusted.apply(scaleBy("2", "abc"));
+    EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
+    EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
+    EXPECT_TRUE(adjusted.outcome.refusal.empty());
+}
+
+TEST(Adjustment, AcceptsAFactorOfExactlyAHundredth) {
+    Adjusted adjusted;
+    adjusted.apply(scaleBy("0.01", "0.01"));
+    EXPECT_TRUE(adjusted.outcome.refusal.empty());
+    EXPECT_EQ(adjusted.em1()[0], 10 * 0.01);
+    EXPECT_EQ(adjusted.em2()[3], 4 * 0.01);
+}
+
+TEST(Adjustment, RefusesAShiftThatIsNoNumberInTheSameWordsForBothColumns) {
+    for (const char* text : {"abc", "", " ", "1,5", "nan", "inf", "1e400", "0x10", "2.5 mS"}) {
+        SCOPED_TRACE(text);
+        expectRefused(addToEM1(text), "Error! Non-numeric shift factor detected.");
+        expectRefused(addToEM2(text), "Error! Non-numeric shift factor detected.");
+    }
+}
+
+TEST(Adjustment, RefusesAFactorOfEM1ThatIsNoNumberOrTooSmall) {
+    expectRefused(scaleBy("abc", "1"), "Error! Non-numeric EM1 scale factor detected.");
+    expectRefused(scaleBy("", "abc"), "Error! Non-numeric EM1 scale factor detected.");
+    for (const char* small : {"0.0099", "0", "-1", "-1e300"})
+        expectRefused(scaleBy(small, "abc"), "Error! EM1 Scale factor must be >= 0.01");
+}
+
+TEST(Adjustment, KeepsEM1ScaledWhenTheFactorOfEM2IsRefused) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"abc", "Error! Non-numeric EM2 scale factor detected."},
+        {"", "Error! Non-numeric EM2 scale factor detected."},
+        {"0", "Error! EM2 Scale factor must be >= 0.01"},
+        {"0.0099", "Error! EM2 Scale factor must be >= 0.01"},
+        {"-2", "Error! EM2 Scale factor must be >= 0.01"}};
+    for (const auto& [text, message] : cases) {
+        SCOPED_TRACE(text);
+        Adjusted adjusted;
+        adjusted.apply(scaleBy("2", text));
+        EXPECT_EQ(adjusted.outcome.refusal, message);
+        EXPECT_TRUE(adjusted.outcome.readingsChanged);
+        EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
+        EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
+    }
+}
+
+TEST(Adjustment, AnOverflowChangesNothing) {
+    Adjusted adjusted;
+    adjusted.survey.SiteData(kEM1, 3) = 1.5e308;
+    EXPECT_THROW(adjusted.apply(addToEM1("1.5e308")), RunTimeError);
+    EXPECT_THROW(adjusted.apply(scaleBy("2", "1")), RunTimeError);
+    EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, 1.5e308}));
+    EXPECT_EQ(adjusted.session.EMAdjustTotalA, 0);
+    EXPECT_FALSE(adjusted.outcome.readingsChanged);
+}
+
+TEST(Adjustment, AnOverflowOfTheTotalChangesNothing) {
+    Adjusted adjusted;
+    adjusted.session.EMAdjustTotalB = 1.7e308;
+    EXPECT_THROW(adjusted.apply(addToEM2("1e308")), RunTimeError);
+    EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
+    EXPECT_EQ(adjusted.session.EMAdjustTotalB, 1.7e308);
+}
+
+TEST(Adjustment, AnOverflowInEM2IsKnownToHaveScaledEM1) {
+    Adjusted adjusted;
+    EXPECT_THROW(adjusted.apply(scaleBy("2", "1e308")), RunTimeError);
+    EXPECT_TRUE(adjusted.outcome.readingsChanged);
+    EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
+    EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
+}
+
+TEST(Adjustment, OfAMillionSitesReachesTheLast) {
+    Survey survey = surveyOfReadings(
+        1000000, [](SiteIndex i) { return static_cast<double>(i % 7); }, [](SiteIndex) { return 1.0; });
+    double total = 1;
+    addConstant(survey, kEM1, 0.5, total);
+    scaleColumn(survey, kEM2, 3);
+    EXPECT_EQ(total, 1.5);
+    EXPECT_EQ(survey.SiteData(kEM1, 999999), 999999 % 7 + 0.5);
+    EXPECT_EQ(survey.SiteData(kEM2, 999999), 3);
+    EXPECT_EQ(survey.SiteData(kEM1, 0), 0.5);
+}

@@ -1,0 +1,407 @@
+#include "analysis/frmAdjustData.h"
+
+#include "app/CaptionColour.h"
+#include "app/Windows.h"
+#include "app/palette16.h"
+#include "support/ExpectedBoxes.h"
+#include "support/made_up_readings.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const Texts kNotAvailable{"n/a", "n/a", "n/a", "n/a", "n/a", "n/a"};
+
+Texts textsOf(std::initializer_list<const QLabel*> labels) {
+    Texts texts;
+    for (const QLabel* label : labels)
+        texts.push_back(label->text().toStdString());
+    return texts;
+}
+
+// The window on a survey, driven with mouse and keys.
+class AdjustmentWindow : public testing::Test {
+  protected:
+    void SetUp() override {
+        theSession() = Session{};
+        theSurvey() = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 6});
+    }
+    void TearDown() override {
+        theSession() = Session{};
+        theSurvey() = Survey{};
+    }
+
+    void open() {
+        window_ = std::make_unique<frmAdjustData>();
+        changed_ = std::make_unique<QSignalSpy>(window_.get(), &frmAdjustData::readingsChanged);
+        window_->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+        QApplication::processEvents();
+    }
+    frmAdjustData& window() { return *window_; }
+    void choose(QRadioButton* option) {
+        QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2));
+    }
+    void type(QLineEdit* box, const char* text) {
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClick(box, Qt::Key_Delete);
+        QTest::keyClicks(box, QString::fromUtf8(text));
+    }
+    void compute() { QTest::mouseClick(window_->cmdCompute, Qt::LeftButton); }
+    Texts em1() const {
+        return textsOf({window_->lble1n, window_->lble1u, window_->lble1s, window_->lble1m, window_->lble1x,
+                        window_->lble1z});
+    }
+    Texts em2() const {
+        return textsOf({window_->lble2n, window_->lble2u, window_->lble2s, window_->lble2m, window_->lble2x,
+                        window_->lble2z});
+    }
+    Texts relation() const { return textsOf({window_->lblRatio, window_->lblShift}); }
+    qsizetype changes() const { return changed_->count(); }
+    QList<QWidget*> visibleEntries() const {
+        QList<QWidget*> visible;
+        for (QWidget* entry : QList<QWidget*>{window_->txtAdjEC1, window_->txtAdjEC2, window_->lblEM1,
+                                              window_->txtScale1, window_->lblEM2, window_->txtScale2})
+            if (entry->isVisible()) visible << entry;
+        return visible;
+    }
+    void expectChosen(const QRadioButton* chosen) const {
+        for (const QRadioButton* option : {window_->optAddEM1, window_->optAddEM2, window_->optScale}) {
+            EXPECT_EQ(option->isChecked(), option == chosen) << option->objectName().toStdString();
+            EXPECT_EQ(option->palette().color(QPalette::Active, QPalette::WindowText),
+                      captionColour(option == chosen ? kLightBlue : kBlack, *option))
+                << option->objectName().toStdString();
+        }
+    }
+
+    ExpectedBoxes boxes_;
+
+  private:
+    std::unique_ptr<frmAdjustData> window_;
+    std::unique_ptr<QSignalSpy> changed_;
+};
+
+std::string plainText(const QString& caption) {
+    return QString(caption).remove(u'&').toStdString();
+}
+
+}  // namespace
+
+TEST_F(AdjustmentWindow, HasItsNamesAndCaptions) {
+    open();
+    EXPECT_EQ(window().objectName(), u"frmAdjustData"_s);
+    EXPECT_EQ(window().windowTitle(), u"EM-38 Data Adjustment Window"_s);
+    EXPECT_EQ(plainText(window().optAddEM1->text()), "Add/subtract constant to/from EM1");
+    EXPECT_EQ(plainText(window().optAddEM2->text()), "Add/subtract constant to/from EM2");
+    EXPECT_EQ(plainText(window().optScale->text()), "Scale EM Data Column(s)");
+    EXPECT_EQ(window().lblEM1->text(), u"EM1:"_s);
+    EXPECT_EQ(window().lblEM2->text(), u"EM2:"_s);
+    EXPECT_EQ(plainText(window().cmdCompute->text()), "Compute");
+    EXPECT_EQ(plainText(window().cmdFinished->text()), "Finished");
+    EXPECT_EQ(window().frameStats->title(), u"EM-38 Summary Statistics"_s);
+    EXPECT_EQ(textsOf({window().lblRow_n, window().lblRow_u, window().lblRow_s, window().lblRow_m,
+                       window().lblRow_x, window().lblRow_z}),
+              (Texts{"sample size:", "mean:", "std.dev:", "minimum:", "maximum:", "count <= 0:"}));
+    EXPECT_EQ(window().lblRatioCaption->text(), u"Mean EM2/EM1 Ratio:"_s);
+    EXPECT_EQ(window().lblShiftCaption->text(), u"Estimated EM2 Shift Factor:"_s);
+}
+
+TEST_F(AdjustmentWindow, OpensReadyToAddToEM1) {
+    open();
+    expectChosen(window().optAddEM1);
+    EXPECT_EQ(visibleEntries(), (QList<QWidget*>{window().txtAdjEC1}));
+    EXPECT_TRUE(window().cmdCompute->isVisible());
+    EXPECT_TRUE(window().txtAdjEC1->hasFocus());
+    EXPECT_TRUE(window().optAddEM2->isEnabled());
+    for (const QLineEdit* box :
+         {window().txtAdjEC1, window().txtAdjEC2, window().txtScale1, window().txtScale2})
+        EXPECT_TRUE(box->text().isEmpty());
+    EXPECT_EQ(changes(), 0);
+}
+
+// By hand: EM1 10, 20, 0, -4: mean 26 / 4, squares about it 12.25 + 182.25 + 42.25 + 110.25 = 347, sd
+// sqrt(347 / 3); EM2 1, 2, 3, 6: mean 3, squares 4 + 1 + 0 + 9, sd sqrt(14 / 3); products -7 - 13.5 + 0
+// - 31.5 = -52, so b = -52 / 347 = -0.14986 and -a = -(3 + 0.14986 * 6.5) = -3.974.
+TEST_F(AdjustmentWindow, ShowsTheStatisticsOfBothReadings) {
+    open();
+    EXPECT_EQ(em1(), (Texts{"4", "6.50", "10.75", "-4.00", "20.00", "2"}));
+    EXPECT_EQ(em2(), (Texts{"4", "3.00", "2.16", "1.00", "6.00", "0"}));
+    EXPECT_EQ(relation(), (Texts{"-0.150", "-4.0"}));
+}
+
+TEST_F(AdjustmentWindow, ShowsSlopeAndMinusInterceptOfAnExactRelation) {
+    theSurvey() = surveyOfReadings({1, 2, 3, 10}, {7, 9, 11, 25});
+    open();
+    EXPECT_EQ(relation(), (Texts{"2.000", "-5.0"}));
+}
+
+TEST_F(AdjustmentWindow, WithOneReadingShowsNotAvailableForEM2AndCannotAddToIt) {
+    theSurvey() = surveyOfReadings({10, 20, 0, -4});
+    open();
+    EXPECT_EQ(em1(), (Texts{"4", "6.50", "10.75", "-4.00", "20.00", "2"}));
+    EXPECT_EQ(em2(), kNotAvailable);
+    EXPECT_EQ(relation(), (Texts{"n/a", "n/a"}));
+    EXPECT_FALSE(window().optAddEM2->isEnabled());
+    choose(window().optAddEM2);
+    expectChosen(window().optAddEM1);
+}
+
+TEST_F(AdjustmentWindow, ChoosingAnOptionShowsAndEmptiesItsBoxes) {
+    open();
+    type(window().txtAdjEC1, "5");
+    choose(window().optAddEM2);
+    expectChosen(window().optAddEM2);
+    EXPECT_EQ(visibleEntries(), (QList<QWidget*>{window().txtAdjEC2}));
+    EXPECT_TRUE(window().txtAdjEC2->hasFocus());
+    EXPECT_TRUE(window().txtAdjEC1->text().isEmpty());
+    type(window().txtAdjEC2, "6");
+
+    choose(window().optScale);
+    expectChosen(window().optScale);
+    EXPECT_EQ(visibleEntries(),
+              (QList<QWidget*>{window().lblEM1, window().txtScale1, window().lblEM2, window().txtScale2}));
+    EXPECT_TRUE(window().txtScale1->hasFocus());
+    EXPECT_EQ(window().txtScale1->text(), u"1.000"_s);
+    EXPECT_EQ(window().txtScale2->text(), u"1.000"_s);
+    EXPECT_TRUE(window().txtAdjEC2->text().isEmpty());
+
+    choose(window().optAddEM1);
+    expectChosen(window().optAddEM1);
+    EXPECT_EQ(visibleEntries(), (QList<QWidget*>{window().txtAdjEC1}));
+    EXPECT_TRUE(window().txtAdjEC1->hasFocus());
+    EXPECT_TRUE(window().txtScale1->text().isEmpty());
+    EXPECT_TRUE(window().txtScale2->text().isEmpty());
+    EXPECT_TRUE(window().cmdCompute->isVisible());
+}
+
+TEST_F(AdjustmentWindow, ScalingOneReadingHidesTheBoxOfEM2ButFillsIt) {
+    theSurvey() = surveyOfReadings({10, 20, 0, -4});
+    open();
+    choose(window().optScale);
+    EXPECT_EQ(visibleEntries(), (QList<QWidget*>{window().lblEM1, window().txtScale1}));
+    EXPECT_EQ(window().txtScale2->text(), u"1.000"_s);
+    type(window().txtScale1, "2");
+    compute();
+    EXPECT_EQ(em1(), (Texts{"4", "13.00", "21.51", "-8.00", "40.00", "2"}));
+    EXPECT_EQ(em2(), kNotAvailable);
+    EXPECT_EQ(changes(), 1);
+}
+
+TEST_F(AdjustmentWindow, ArrowKeysAndMnemonicsChooseOptionsToo) {
+    open();
+    window().optAddEM1->setFocus();
+    QTest::keyClick(window().optAddEM1, Qt::Key_Down);
+    expectChosen(window().optAddEM2);
+    QApplication::processEvents();
+    EXPECT_TRUE(window().txtAdjEC2->hasFocus());
+    QTest::keyClick(window().txtAdjEC2, Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().optScale->isChecked(); }));
+    expectChosen(window().optScale);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().txtScale1->hasFocus(); }));
+}
+
+TEST_F(AdjustmentWindow, AddsAConstantToEM1AndRefreshes) {
+    open();
+    type(window().txtAdjEC1, "-2.5");
+    compute();
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{7.5, 17.5, -2.5, -6.5}));
+    EXPECT_EQ(em1(), (Texts{"4", "4.00", "10.75", "-6.50", "17.50", "2"}));
+    EXPECT_EQ(theSession().EMAdjustTotalA, -2.5);
+    EXPECT_EQ(theSession().EMAdjustTotalB, 0);
+    EXPECT_EQ(changes(), 1);
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(AdjustmentWindow, ComputeOnceMoreAddsOnceMore) {
+    open();
+    choose(window().optAddEM2);
+    type(window().txtAdjEC2, "4");
+    QTest::keyClick(window().txtAdjEC2, Qt::Key_Return);
+    EXPECT_EQ(window().txtAdjEC2->text(), u"4"_s);
+    QTest::keyClick(window().txtAdjEC2, Qt::Key_Return);
+    EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{9, 10, 11, 14}));
+    EXPECT_EQ(theSession().EMAdjustTotalB, 8);
+    EXPECT_EQ(em2(), (Texts{"4", "11.00", "2.16", "9.00", "14.00", "0"}));
+    EXPECT_EQ(relation(), (Texts{"-0.150", "-12.0"}));
+    EXPECT_EQ(changes(), 2);
+}
+
+TEST_F(AdjustmentWindow, ScalesBothReadings) {
+    open();
+    choose(window().optScale);
+    type(window().txtScale1, "2");
+    type(window().txtScale2, "0.5");
+    compute();
+    EXPECT_EQ(em1(), (Texts{"4", "13.00", "21.51", "-8.00", "40.00", "2"}));
+    EXPECT_EQ(em2(), (Texts{"4", "1.50", "1.08", "0.50", "3.00", "0"}));
+    EXPECT_EQ(relation(), (Texts{"-0.037", "-2.0"}));
+    EXPECT_EQ(window().txtScale1->text(), u"2"_s);
+    EXPECT_EQ(theSession().EMAdjustTotalA, 0);
+}
+
+TEST_F(AdjustmentWindow, TellsWhatIsWrongWithAShiftAndChangesNothing) {
+    open();
+    const Texts figures = em1();
+    boxes_.tell(u"Error! Non-numeric shift factor detected."_s);
+    type(window().txtAdjEC1, "abc");
+    compute();
+    EXPECT_EQ(boxes_.pending(), 0);
+    choose(window().optAddEM2);
+    boxes_.tell(u"Error! Non-numeric shift factor detected."_s);
+    compute();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{10, 20, 0, -4}));
+    EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{1, 2, 3, 6}));
+    EXPECT_EQ(em1(), figures);
+    EXPECT_EQ(changes(), 0);
+}
+
+TEST_F(AdjustmentWindow, TellsThatTheFactorOfEM1IsRefused) {
+    open();
+    choose(window().optScale);
+    const std::pair<const char*, QString> cases[] = {
+        {"abc", u"Error! Non-numeric EM1 scale factor detected."_s},
+        {"0.0099", u"Error! EM1 Scale factor must be >= 0.01"_s},
+        {"-1", u"Error! EM1 Scale factor must be >= 0.01"_s}};
+    for (const auto& [text, message] : cases) {
+        boxes_.tell(message);
+        type(window().txtScale1, text);
+        compute();
+        EXPECT_EQ(boxes_.pending(), 0);
+    }
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{10, 20, 0, -4}));
+    EXPECT_EQ(changes(), 0);
+}
+
+TEST_F(AdjustmentWindow, ARefusedFactorOfEM2LeavesEM1ScaledAndTheFiguresAsTheyWere) {
+    open();
+    const Texts figures = em1();
+    choose(window().optScale);
+    type(window().txtScale1, "2");
+    type(window().txtScale2, "0");
+    boxes_.tell(u"Error! EM2 Scale factor must be >= 0.01"_s);
+    compute();
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{20, 40, 0, -8}));
+    EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{1, 2, 3, 6}));
+    EXPECT_EQ(em1(), figures);
+    EXPECT_EQ(changes(), 1);
+
+    type(window().txtScale1, "1");
+    type(window().txtScale2, "x");
+    boxes_.tell(u"Error! Non-numeric EM2 scale factor detected."_s);
+    compute();
+    EXPECT_EQ(em1(), figures);
+}
+
+TEST_F(AdjustmentWindow, AConstantEM1IsReportedOnceAndLeavesTheWindowUsable) {
+    theSurvey() = surveyOfReadings({7, 7, 7}, {1, 2, 3});
+    boxes_.tell(u"Division by zero"_s);
+    open();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_EQ(em1(), (Texts{"3", "7.00", "0.00", "7.00", "7.00", "0"}));
+    EXPECT_EQ(em2(), (Texts{"3", "2.00", "1.00", "1.00", "3.00", "0"}));
+    EXPECT_EQ(relation(), (Texts{"n/a", "n/a"}));
+
+    type(window().txtAdjEC1, "1");
+    boxes_.tell(u"Division by zero"_s);
+    compute();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_EQ(em1(), (Texts{"3", "8.00", "0.00", "8.00", "8.00", "0"}));
+    EXPECT_EQ(theSession().EMAdjustTotalA, 1);
+    EXPECT_EQ(changes(), 1);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(AdjustmentWindow, OneSiteHasNoDeviation) {
+    theSurvey() = surveyOfReadings({-3}, {8});
+    boxes_.tell(u"Division by zero"_s);
+    open();
+    EXPECT_EQ(em1(), (Texts{"1", "-3.00", "n/a", "-3.00", "-3.00", "1"}));
+    EXPECT_EQ(em2(), (Texts{"1", "8.00", "n/a", "8.00", "8.00", "0"}));
+    EXPECT_EQ(relation(), (Texts{"n/a", "n/a"}));
+    EXPECT_TRUE(window().optAddEM2->isEnabled());
+}
+
+TEST_F(AdjustmentWindow, AnErrorOfOpeningIsNotReportedAgainWhenTheWindowIsShownAgain) {
+    theSurvey() = surveyOfReadings({-3});
+    boxes_.tell(u"Division by zero"_s);
+    open();
+    window().hide();
+    window().show();
+    QApplication::processEvents();
+    EXPECT_EQ(boxes_.pending(), 0);
+}
+
+TEST_F(AdjustmentWindow, AnOverflowIsReportedAndChangesNothing) {
+    open();
+    const Texts figures = em1();
+    choose(window().optScale);
+    type(window().txtScale1, "1e308");
+    boxes_.tell(u"Overflow"_s);
+    compute();
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{10, 20, 0, -4}));
+    EXPECT_EQ(em1(), figures);
+    EXPECT_EQ(changes(), 0);
+}
+
+TEST_F(AdjustmentWindow, AnOverflowInEM2TellsOfTheScaledEM1) {
+    open();
+    choose(window().optScale);
+    type(window().txtScale1, "2");
+    type(window().txtScale2, "1e308");
+    boxes_.tell(u"Overflow"_s);
+    compute();
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{20, 40, 0, -8}));
+    EXPECT_EQ(changes(), 1);
+}
+
+TEST_F(AdjustmentWindow, FinishedAndEscapeCloseItAndKeepTheReadings) {
+    for (const bool byKey : {false, true}) {
+        const QPointer<frmAdjustData> dialog = new frmAdjustData;
+        showModal(dialog);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QTest::keyClicks(dialog->txtAdjEC1, u"1"_s);
+        QTest::mouseClick(dialog->cmdCompute, Qt::LeftButton);
+        if (byKey)
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        else
+            QTest::mouseClick(dialog->cmdFinished, Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(dialog.isNull()) << byKey;
+    }
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{12, 22, 2, -2}));
+    EXPECT_EQ(theSession().EMAdjustTotalA, 2);
+}
+
+TEST_F(AdjustmentWindow, HelpButtonAndF1OpenDocument113) {
+    theSession().AppDir = "/no/such/folder";
+    open();
+    boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
+    QTest::mouseClick(window().cmdHelp, Qt::LeftButton);
+    EXPECT_TRUE(boxes_.last().text.contains(u"hdoc113.rtf"_s));
+    boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
+    QTest::keyClick(window().txtAdjEC1, Qt::Key_F1);
+    EXPECT_TRUE(boxes_.last().text.contains(u"hdoc113.rtf"_s));
+}
+
+TEST_F(AdjustmentWindow, TabFollowsTheEyeAndEnterComputes) {
+    open();
+    EXPECT_TRUE(window().cmdCompute->isDefault());
+    choose(window().optScale);
+    const QList<QWidget*> order{window().txtScale1, window().txtScale2, window().cmdCompute,
+                                window().cmdFinished, window().cmdHelp};
+    for (QWidget* expected : order) {
+        EXPECT_EQ(QApplication::focusWidget(), expected);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+}

@@ -1,0 +1,431 @@
+#include "analysis/frmHistForm.h"
+
+#include "app/Windows.h"
+#include "app/frmMain.h"
+#include "app/palette16.h"
+#include "support/ExpectedBoxes.h"
+#include "support/PrintedPdf.h"
+#include "support/made_up_readings.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+std::string plain(const QString& caption) {
+    return QString(caption).remove(u'&').toStdString();
+}
+
+// Readings 0, 100 and as many as wished between: bins are easily told by hand.
+const std::vector<double> kSpread{0, 0, 0, 0, 20, 20, 50, 100};
+const std::vector<double> kSpread2{0, 90, 90, 90, 90, 90, 90, 100};
+
+// A histogram as it is seen: what stands at the foot of each bar, and where it ends.
+class SeenHistogram {
+  public:
+    explicit SeenHistogram(QWidget* box) : image_(box->grab().toImage()), scale_(image_.devicePixelRatio()) {}
+
+    /// Number of the palette's colour at the place of bar i (1..50), at height y (0 top, 1 bottom); -1 when
+    /// it is none of these.
+    int colour(int i, double y) const {
+        const QRgb pixel = image_.pixel(column(i), std::min(row(y), image_.height() - 3));
+        for (const int number : {kBlue, kGreen, kLightBlue, kLightGreen, kBrightWhite})
+            if ((pixel & 0xFFFFFF) == kBasicPalette[static_cast<std::size_t>(number)]) return number;
+        return -1;
+    }
+    int foot(int i) const { return colour(i, 1); }
+    /// Width of bar i in device-independent pixels.
+    double width(int i) const {
+        const int y = image_.height() - 3;
+        const QRgb colour = image_.pixel(column(i), y);
+        int first = column(i), last = column(i);
+        while (first > 0 && image_.pixel(first - 1, y) == colour)
+            --first;
+        while (last + 1 < image_.width() && image_.pixel(last + 1, y) == colour)
+            ++last;
+        return (last - first + 1) / scale_;
+    }
+    /// The height at which bar i ends, in pixels from the top.
+    int top(int i) const {
+        int y = image_.height() - 3;
+        while (y > 0 && image_.pixel(column(i), y - 1) == image_.pixel(column(i), y))
+            --y;
+        return y;
+    }
+    int row(double y) const { return static_cast<int>(std::lround(y * image_.height())); }
+
+  private:
+    int column(int i) const { return static_cast<int>(i / 51.0 * image_.width()); }
+
+    QImage image_;
+    double scale_;
+};
+
+class HistogramWindow : public testing::Test {
+  protected:
+    void SetUp() override {
+        theSession() = Session{};
+        theSurvey() = surveyOfReadings(kSpread, kSpread2);
+    }
+    void TearDown() override {
+        theSession() = Session{};
+        theSurvey() = Survey{};
+    }
+
+    void open() {
+        window_ = std::make_unique<frmHistForm>();
+        window_->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    }
+    void plot() {
+        window_->mnuPlot->trigger();
+        QApplication::processEvents();
+    }
+    void expectFailure(const QString& number) {
+        boxes_.tell(u"Unexpected error: request terminated."_s);
+        boxes_.tell(number);
+    }
+    frmHistForm& window() { return *window_; }
+    Texts em1() const {
+        return {window_->lblH1_0->text().toStdString(), window_->lblH1_1->text().toStdString(),
+                window_->lblH1_2->text().toStdString(), window_->lblH1_3->text().toStdString()};
+    }
+    Texts em2() const {
+        return {window_->lblH2_0->text().toStdString(), window_->lblH2_1->text().toStdString(),
+                window_->lblH2_2->text().toStdString(), window_->lblH2_3->text().toStdString()};
+    }
+    bool nothingPlotted() const {
+        const QList<QWidget*> parts{window_->Label1, window_->Label2, window_->HG1, window_->HG2,
+                                    window_->frameHG};
+        return std::none_of(parts.begin(), parts.end(), [](QWidget* part) { return part->isVisible(); });
+    }
+
+    ExpectedBoxes boxes_;
+
+  private:
+    std::unique_ptr<frmHistForm> window_;
+};
+
+}  // namespace
+
+TEST_F(HistogramWindow, HasItsNamesCaptionsAndMenus) {
+    open();
+    EXPECT_EQ(window().objectName(), u"frmHistForm"_s);
+    EXPECT_EQ(window().windowTitle(), u"Signal Histogram Plot(s)"_s);
+    EXPECT_EQ(window().Label1->text(), u"Signal Data: Ec1 Histogram"_s);
+    EXPECT_EQ(window().Label2->text(), u"Signal Data: Ec2 Histogram"_s);
+    EXPECT_EQ(window().frameHG->title(), u"Histogram Stats: "_s);
+    EXPECT_EQ(window().lblSignal1->text(), u"Ec1 Data:"_s);
+    EXPECT_EQ(window().lblSignal2->text(), u"Ec2 Data:"_s);
+    EXPECT_EQ(window().lblColumn_0->text(), u"Mean"_s);
+    EXPECT_EQ(window().lblColumn_1->text(), u"Std.Dev"_s);
+    EXPECT_EQ(window().lblColumn_2->text(), u"Minimum"_s);
+    EXPECT_EQ(window().lblColumn_3->text(), u"Maximum"_s);
+    EXPECT_EQ(plain(window().mnuPlot->text()), "Plot histogram(s)");
+    EXPECT_EQ(plain(window().mnuPrint->text()), "Print histogram(s)");
+    EXPECT_EQ(plain(window().mnuHisthelp->text()), "Creating and printing histogram plots");
+    EXPECT_EQ(plain(window().mnuDone->text()), "Return to main menu");
+    const std::pair<QMenu*, QAction*> places[] = {{window().menuPlot, window().mnuPlot},
+                                                  {window().menuOutput, window().mnuPrint},
+                                                  {window().menuHelp, window().mnuHisthelp},
+                                                  {window().menuExit, window().mnuDone}};
+    const Texts titles{"Plot", "Output", "Help", "Exit"};
+    for (std::size_t i = 0; i < titles.size(); ++i) {
+        EXPECT_EQ(plain(places[i].first->title()), titles[i]);
+        EXPECT_EQ(places[i].first->actions(), QList<QAction*>{places[i].second});
+    }
+}
+
+TEST_F(HistogramWindow, ComesUpEmptyBesideTheCornerOfTheMainWindow) {
+    frmMain main;
+    main.move(120, 80);
+    frmHistForm histograms(&main);
+    const double dpi = histograms.logicalDpiX();
+    EXPECT_EQ(histograms.pos(), QPoint(120, 80) + QPointF(1000 / 1440.0 * dpi, 500 / 1440.0 * dpi).toPoint());
+    EXPECT_TRUE(histograms.isWindow());
+    open();
+    EXPECT_TRUE(nothingPlotted());
+    EXPECT_TRUE(window().lblHint->isVisible());
+}
+
+// EM1 by hand: mean 190 / 8 = 23.75; squares about it 4 * 564.0625 + 2 * 14.0625 + 689.0625 + 5814.0625 =
+// 8787.5, sd sqrt(8787.5 / 7) = 35.43. EM2: mean 640 / 8 = 80, squares 6400 + 600 + 400 = 7400, sd 32.51.
+TEST_F(HistogramWindow, PlotsBothReadingsWithTheirStatistics) {
+    open();
+    plot();
+    EXPECT_EQ(em1(), (Texts{"23.75", "35.43", "0.00", "100.00"}));
+    EXPECT_EQ(em2(), (Texts{"80.00", "32.51", "0.00", "100.00"}));
+    for (const QWidget* part :
+         QList<QWidget*>{window().Label1, window().Label2, window().HG1, window().HG2, window().frameHG})
+        EXPECT_TRUE(part->isVisible()) << part->objectName().toStdString();
+    EXPECT_FALSE(window().lblHint->isVisible());
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+// EM1 fills bins 1 (four), 11 (two), 26 and 50 (one each); the mean's mark is 23.75 / 2 rounded: 12.
+TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
+    open();
+    plot();
+    const SeenHistogram seen(window().HG1);
+    const std::map<int, double> tops{{1, 0.1}, {11, 0.55}, {26, 0.775}, {50, 0.775}};
+    for (int i = 1; i <= 50; ++i) {
+        SCOPED_TRACE(i);
+        const auto bar = tops.find(i);
+        if (bar == tops.end()) {
+            EXPECT_EQ(seen.foot(i), kBrightWhite);
+            continue;
+        }
+        EXPECT_EQ(seen.foot(i), i <= 12 ? kLightBlue : kBlue);
+        EXPECT_NEAR(seen.top(i), seen.row(bar->second), 1);
+        EXPECT_EQ(seen.width(i), 4);
+    }
+}
+
+// Readings 0 to 49.99 and one at each whole number: every bin holds one, so that every colour is seen.
+TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
+    std::vector<double> readings;
+    for (int bin = 1; bin <= 50; ++bin)
+        readings.push_back(bin);
+    theSurvey() = surveyOfReadings(readings, {readings.rbegin(), readings.rend()});
+    // Of 1..50 the mean is 25.5 and t * 50 of it is 24.5 * 50 / 49 = 25 exactly: the mark is 25.
+    open();
+    plot();
+    const SeenHistogram seen1(window().HG1);
+    const SeenHistogram seen2(window().HG2);
+    const HistogramStatistics statistics = histogramStatistics(theSurvey(), kEM1);
+    const BinCounts counts = countBins(theSurvey(), kEM1, statistics);
+    for (int i = 1; i <= 50; ++i) {
+        if (counts[static_cast<std::size_t>(i - 1)] == 0) continue;
+        EXPECT_EQ(seen1.foot(i), i <= 25 ? kLightBlue : kBlue) << i;
+        EXPECT_EQ(seen2.foot(i), i <= 25 ? kLightGreen : kGreen) << i;
+    }
+}
+
+TEST_F(HistogramWindow, WithOneReadingPlotsOneHistogramOnly) {
+    theSurvey() = surveyOfReadings(kSpread);
+    open();
+    plot();
+    EXPECT_EQ(em1(), (Texts{"23.75", "35.43", "0.00", "100.00"}));
+    EXPECT_EQ(em2(), (Texts{"n/a", "n/a", "n/a", "n/a"}));
+    EXPECT_TRUE(window().HG1->isVisible());
+    EXPECT_TRUE(window().frameHG->isVisible());
+    EXPECT_FALSE(window().Label2->isVisible());
+    EXPECT_FALSE(window().HG2->isVisible());
+}
+
+TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierOneAway) {
+    open();
+    plot();
+    theSurvey() = surveyOfReadings(kSpread);
+    plot();
+    EXPECT_FALSE(window().HG2->isVisible());
+    EXPECT_EQ(em2(), (Texts{"n/a", "n/a", "n/a", "n/a"}));
+    theSurvey() = surveyOfReadings(kSpread, kSpread2);
+    plot();
+    EXPECT_TRUE(window().HG2->isVisible());
+    EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
+}
+
+TEST_F(HistogramWindow, EqualReadingsStopThePlotWithTheNumberOfTheError) {
+    theSurvey() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
+    open();
+    expectFailure(u"11"_s);
+    plot();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(nothingPlotted());
+    EXPECT_EQ(em1(), (Texts{"5.00", "0.00", "5.00", "5.00"}));
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+// Both columns are divided into bins before the first is drawn.
+TEST_F(HistogramWindow, EqualSecondReadingsStopThePlotBeforeAnythingIsDrawn) {
+    theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
+    open();
+    expectFailure(u"11"_s);
+    plot();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(nothingPlotted());
+    EXPECT_EQ(em2(), (Texts{"5.00", "0.00", "5.00", "5.00"}));
+}
+
+TEST_F(HistogramWindow, AFailureLeavesTheEarlierPlotStanding) {
+    open();
+    plot();
+    theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
+    expectFailure(u"11"_s);
+    plot();
+    window().resize(window().size() + QSize(100, 60));
+    QApplication::processEvents();
+    const SeenHistogram seen(window().HG1);
+    EXPECT_EQ(seen.foot(11), kLightBlue);
+    EXPECT_EQ(seen.foot(26), kBlue);
+}
+
+TEST_F(HistogramWindow, OneSiteStopsThePlotBeforeItsStatisticsAreShown) {
+    theSurvey() = surveyOfReadings({5});
+    open();
+    expectFailure(u"11"_s);
+    plot();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
+}
+
+TEST_F(HistogramWindow, AnOverflowHasItsOwnNumber) {
+    theSurvey() = surveyOfReadings({1e200, -1e200, 0});
+    open();
+    expectFailure(u"6"_s);
+    plot();
+    EXPECT_EQ(boxes_.pending(), 0);
+}
+
+TEST_F(HistogramWindow, BoxesGrowWithTheWindowAndAreDrawnAnew) {
+    open();
+    plot();
+    const QSize before = window().HG1->size();
+    window().resize(window().size() + QSize(300, 200));
+    QApplication::processEvents();
+    EXPECT_EQ(window().HG1->width(), before.width() + 300);
+    EXPECT_GE(window().HG1->height(), before.height() + 90);
+    EXPECT_GE(window().HG2->height(), before.height() + 90);
+    const SeenHistogram seen(window().HG1);
+    EXPECT_EQ(seen.foot(50), kBlue);
+    EXPECT_EQ(seen.foot(49), kBrightWhite);
+    EXPECT_EQ(seen.width(26), 4);
+    EXPECT_NEAR(seen.top(11), seen.row(0.55), 1);
+}
+
+TEST_F(HistogramWindow, PlottingAnewShowsTheWholeAgain) {
+    open();
+    plot();
+    QTest::keyClick(window().HG1, Qt::Key_Plus);
+    EXPECT_NE(window().HG1->scale(), PictureBox::Scale{});
+    plot();
+    EXPECT_EQ(window().HG1->scale(), PictureBox::Scale{});
+    EXPECT_EQ(SeenHistogram(window().HG1).foot(50), kBlue);
+}
+
+TEST_F(HistogramWindow, PlotsAMillionSites) {
+    theSurvey() = surveyOfReadings(
+        1000000, [](SiteIndex i) { return static_cast<double>(i * 7919 % 1001); },
+        [](SiteIndex i) { return static_cast<double>(i % 13); });
+    open();
+    plot();
+    EXPECT_EQ(em1()[3], "1000.00");
+    EXPECT_EQ(em2()[3], "12.00");
+    EXPECT_EQ(SeenHistogram(window().HG1).foot(25), kLightBlue);
+}
+
+namespace {
+
+// The block whose title stands at `top` twips, as it must be on paper at every resolution.
+void expectBlock(const PrintedPdf& pdf, const QString& signal, double top, const QString& minimum,
+                 const QString& maximum) {
+    constexpr double kTwip = 1 / 20.0;  // points
+    const double half = PrintedPdf::printableArea().width() / 2;
+    const QRectF title = pdf.find(signal);
+    EXPECT_NEAR(title.top(), top * kTwip, 4) << signal.toStdString();
+    const QRectF left = pdf.find(minimum, (top + 4300) * kTwip);
+    EXPECT_NEAR(left.left(), 25, 1.5) << minimum.toStdString();
+    EXPECT_NEAR(left.top(), (top + 4400) * kTwip, 4);
+    const QRectF right = pdf.find(maximum, (top + 4300) * kTwip);
+    EXPECT_NEAR(right.left(), half, 1.5) << maximum.toStdString();
+    EXPECT_NEAR(right.top(), (top + 4400) * kTwip, 4);
+}
+
+// Colour on paper at the place of bar i of the block whose picture begins at `top` points.
+QColor barOnPaper(const QImage& page, int i, double top) {
+    const double width = PrintedPdf::printableArea().width() / 2;
+    return page.pixelColor(qRound(25 + i / 51.0 * width), qRound(top + 200 - 4));
+}
+
+int distance(const QColor& colour, BasicColour number) {
+    const QColor wanted = QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number)]);
+    return std::abs(colour.red() - wanted.red()) + std::abs(colour.green() - wanted.green()) +
+           std::abs(colour.blue() - wanted.blue());
+}
+
+}  // namespace
+
+TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
+    theSurvey() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
+    open();
+    plot();
+    for (const double scale : {1.0, 2.0, 4.0}) {
+        SCOPED_TRACE(scale);
+        theSession().PrintScale = scale;
+        const PrintedPdf pdf;
+        QTest::keyClick(&window(), Qt::Key_P, Qt::ControlModifier);
+        ASSERT_EQ(pdf.questions(), 1);
+        EXPECT_NEAR(pdf.find(u"Signal"_s).left(), 25, 1.5);
+        expectBlock(pdf, u"Ec1"_s, 200, u"0.00"_s, u"100.00"_s);
+        expectBlock(pdf, u"Ec2"_s, 5200, u"3.00"_s, u"103.00"_s);
+        const QImage page = pdf.picture();
+        EXPECT_LT(distance(barOnPaper(page, 1, 25), kLightBlue), 120);
+        EXPECT_LT(distance(barOnPaper(page, 26, 25), kBlue), 120);
+        EXPECT_LT(distance(barOnPaper(page, 45, 275), kGreen), 120);
+        EXPECT_LT(distance(barOnPaper(page, 1, 275), kLightGreen), 120);
+        EXPECT_EQ(barOnPaper(page, 30, 25), QColor(Qt::white));
+    }
+    EXPECT_EQ(SeenHistogram(window().HG1).foot(50), kBlue) << "printing has changed the screen";
+}
+
+TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
+    theSurvey() = surveyOfReadings(kSpread);
+    open();
+    plot();
+    const PrintedPdf pdf;
+    window().mnuPrint->trigger();
+    EXPECT_FALSE(pdf.find(u"Ec2"_s).isNull());
+    EXPECT_NEAR(pdf.find(u"n/a"_s).left(), 25, 1.5);
+    EXPECT_LT(distance(barOnPaper(pdf.picture(), 1, 25), kLightBlue), 120);
+    EXPECT_EQ(barOnPaper(pdf.picture(), 1, 275), QColor(Qt::white));
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(HistogramWindow, PrintingMayBeCancelled) {
+    open();
+    plot();
+    PrintedPdf pdf;
+    pdf.cancel();
+    window().mnuPrint->trigger();
+    EXPECT_EQ(pdf.questions(), 1);
+    EXPECT_FALSE(pdf.exists());
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(HistogramWindow, ReturnToMainMenuAndEscapeCloseIt) {
+    for (const bool byKey : {false, true}) {
+        const QPointer<frmHistForm> histograms = new frmHistForm;
+        showBeside(histograms);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(histograms));
+        histograms->mnuPlot->trigger();
+        if (byKey)
+            QTest::keyClick(histograms->HG1, Qt::Key_Escape);
+        else
+            histograms->mnuDone->trigger();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(histograms.isNull()) << byKey;
+    }
+}
+
+TEST_F(HistogramWindow, HelpAndF1OpenDocument116) {
+    theSession().AppDir = "/no/such/folder";
+    open();
+    for (const bool byKey : {false, true}) {
+        boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
+        if (byKey)
+            QTest::keyClick(&window(), Qt::Key_F1);
+        else
+            window().mnuHisthelp->trigger();
+        EXPECT_TRUE(boxes_.last().text.contains(u"hdoc116.rtf"_s));
+    }
+}

@@ -1,0 +1,239 @@
+#include "analysis/frmSigCorrStruct.h"
+
+#include "app/Windows.h"
+#include "app/palette16.h"
+#include "support/ExpectedBoxes.h"
+#include "support/PrintedPdf.h"
+#include "support/made_up_readings.h"
+
+#include <QApplication>
+#include <QPointer>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::string plain(const QString& caption) {
+    return QString(caption).remove(u'&').toStdString();
+}
+
+class CorrelationWindow : public testing::Test {
+  protected:
+    void SetUp() override {
+        theSession() = Session{};
+        theSurvey() = surveyOfReadings({10, 30, 12}, {60, 20, 33});
+    }
+    void TearDown() override {
+        theSession() = Session{};
+        theSurvey() = Survey{};
+    }
+
+    void open() {
+        window_ = std::make_unique<frmSigCorrStruct>();
+        window_->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    }
+    void plot() {
+        window_->mnuPlot1->trigger();
+        QApplication::processEvents();
+    }
+    frmSigCorrStruct& window() { return *window_; }
+    Chart2D& chart() { return *window_->Chart2D1; }
+    void expectAxis(Chart2D::Axis axis, double minimum, double maximum) {
+        EXPECT_DOUBLE_EQ(chart().axisRange(axis).minimum, minimum);
+        EXPECT_DOUBLE_EQ(chart().axisRange(axis).maximum, maximum);
+    }
+    QColor seen(double x, double y) {
+        const QImage image = chart().grab().toImage();
+        const QPointF pixel = chart().dataToPixel(x, y) * image.devicePixelRatio();
+        return image.pixelColor(pixel.toPoint());
+    }
+
+    ExpectedBoxes boxes_;
+
+  private:
+    std::unique_ptr<frmSigCorrStruct> window_;
+};
+
+const QColor kDarkBlue(0, 0, 0x80);
+
+// The box around all dark blue pixels of a page.
+QRect blueBox(const QImage& page) {
+    QRect box;
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x) {
+            const QColor colour = page.pixelColor(x, y);
+            if (colour.blue() > 90 && colour.red() < 60 && colour.green() < 60) box |= QRect(x, y, 1, 1);
+        }
+    return box;
+}
+
+}  // namespace
+
+TEST_F(CorrelationWindow, HasItsNamesCaptionsAndMenus) {
+    open();
+    EXPECT_EQ(window().objectName(), u"frmSigCorrStruct"_s);
+    EXPECT_EQ(chart().objectName(), u"Chart2D1"_s);
+    EXPECT_EQ(window().windowTitle(), u"Signal Data Correlation Graph"_s);
+    EXPECT_EQ(plain(window().mnuPlot1->text()), "Plot signal data correlation structure");
+    EXPECT_EQ(plain(window().mnuPrint->text()), "Print correlation plot");
+    EXPECT_EQ(plain(window().mnuSDChelp->text()), "Creating and printing a correlation plot");
+    EXPECT_EQ(plain(window().mnuExit->text()), "Return to main menu");
+    const std::tuple<QMenu*, std::string, QAction*> menus[] = {
+        {window().menuPlot, "Plot", window().mnuPlot1},
+        {window().menuOutput, "Output", window().mnuPrint},
+        {window().menuHelp, "Help", window().mnuSDChelp},
+        {window().menuExit, "Exit", window().mnuExit}};
+    for (const auto& [menu, title, action] : menus) {
+        EXPECT_EQ(plain(menu->title()), title);
+        EXPECT_EQ(menu->actions(), QList<QAction*>{action});
+    }
+}
+
+TEST_F(CorrelationWindow, HidesItsChartUntilTheFirstPlot) {
+    open();
+    EXPECT_FALSE(chart().isVisible());
+    EXPECT_TRUE(window().lblHint->isVisible());
+    plot();
+    EXPECT_TRUE(chart().isVisible());
+    EXPECT_FALSE(window().lblHint->isVisible());
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CorrelationWindow, PlotsEM2OfEverySiteAgainstItsEM1) {
+    open();
+    plot();
+    ASSERT_EQ(chart().seriesCount(Chart2D::kData), 2);
+    ASSERT_EQ(chart().pointCount(Chart2D::kData, 1), 3);
+    EXPECT_EQ(chart().point(Chart2D::kData, 1, 1), (Chart2D::Point{10, 60}));
+    EXPECT_EQ(chart().point(Chart2D::kData, 1, 2), (Chart2D::Point{30, 20}));
+    EXPECT_EQ(chart().point(Chart2D::kData, 1, 3), (Chart2D::Point{12, 33}));
+    expectAxis(Chart2D::Axis::X, 8, 32);
+    expectAxis(Chart2D::Axis::Y, 16, 64);
+    EXPECT_EQ(chart().headerText(), u"Conductivity Signal Data Correlation Plot"_s);
+    EXPECT_EQ(chart().axisTitle(Chart2D::Axis::X), u"1st Signal Data Column (EC1)"_s);
+    EXPECT_EQ(chart().axisTitle(Chart2D::Axis::Y), u"2nd Signal Data Column (EC2)"_s);
+}
+
+TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSeries) {
+    open();
+    plot();
+    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).colour, kBlue);
+    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).line, ChartLine::None);
+    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 2).symbol, ChartSymbol::None);
+    ASSERT_EQ(chart().pointCount(Chart2D::kData, 2), 3);
+    for (qsizetype i = 1; i <= 3; ++i)
+        EXPECT_EQ(chart().point(Chart2D::kData, 2, i), Chart2D::Point{});
+    EXPECT_EQ(seen(10, 60), kDarkBlue);
+    EXPECT_EQ(seen(30, 20), kDarkBlue);
+    EXPECT_NE(seen(20, 40), kDarkBlue);
+}
+
+TEST_F(CorrelationWindow, AConstantColumnIsDrawnInTheMiddle) {
+    theSurvey() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
+    open();
+    plot();
+    expectAxis(Chart2D::Axis::X, 5, 5);
+    EXPECT_EQ(seen(5, 2), kDarkBlue);
+}
+
+TEST_F(CorrelationWindow, PlotsASmallerSurveyWithoutPointsOfAnEarlierOne) {
+    open();
+    plot();
+    theSurvey() = surveyOfReadings({1, 2}, {3, 5});
+    plot();
+    EXPECT_EQ(chart().pointCount(Chart2D::kData, 1), 2);
+    EXPECT_EQ(chart().pointCount(Chart2D::kData, 2), 2);
+    EXPECT_DOUBLE_EQ(chart().axisRange(Chart2D::Axis::X).maximum, 2.1);
+}
+
+TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsWhenANewSurveyHasOne) {
+    open();
+    theSurvey() = surveyOfReadings({1, 2});
+    boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
+    plot();
+    EXPECT_FALSE(chart().isVisible());
+}
+
+TEST_F(CorrelationWindow, PlotsAMillionSitesAtOnce) {
+    theSurvey() = surveyOfReadings(
+        1000000, [](SiteIndex i) { return static_cast<double>(i * 7919 % 1000); },
+        [](SiteIndex i) { return static_cast<double>(i * 104729 % 997); });
+    open();
+    plot();
+    EXPECT_EQ(chart().pointCount(Chart2D::kData, 1), 1000000);
+    EXPECT_EQ(chart().point(Chart2D::kData, 1, 1000000),
+              (Chart2D::Point{999999LL * 7919 % 1000 * 1.0, 999999LL * 104729 % 997 * 1.0}));
+    EXPECT_EQ(seen(500, 500), kDarkBlue);
+}
+
+// 2000 device units of 300 to the inch are 480 points; the corner stays at 200 device units.
+TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
+    theSurvey() = surveyOfReadings({10, 30, 10, 30}, {60, 60, 20, 20});
+    open();
+    plot();
+    QSize size;
+    for (const double scale : {1.0, 2.0, 4.0}) {
+        SCOPED_TRACE(scale);
+        theSession().PrintScale = scale;
+        const PrintedPdf pdf;
+        QTest::keyClick(&window(), Qt::Key_P, Qt::ControlModifier);
+        ASSERT_EQ(pdf.questions(), 1);
+        const double corner = 200 / (300 * scale) * 72;
+        const QRectF header = pdf.find(u"Conductivity"_s) | pdf.find(u"Plot"_s);
+        EXPECT_NEAR(header.center().x(), corner + 240, 8);
+        EXPECT_GE(header.top(), corner - 2);
+        EXPECT_LT(header.top(), corner + 30);
+        const QRectF axisTitle = pdf.find(u"(EC1)"_s);
+        EXPECT_LE(axisTitle.bottom(), corner + 482);
+        EXPECT_GT(axisTitle.bottom(), corner + 440);
+        const QRect points = blueBox(pdf.picture());
+        EXPECT_GT(points.width(), 300);
+        if (size.isEmpty()) size = points.size();
+        EXPECT_NEAR(points.width(), size.width(), 3);
+        EXPECT_NEAR(points.height(), size.height(), 3);
+        EXPECT_GT(points.left(), corner);
+        EXPECT_LT(points.right(), corner + 480);
+    }
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CorrelationWindow, PrintingMayBeCancelled) {
+    open();
+    plot();
+    PrintedPdf pdf;
+    pdf.cancel();
+    window().mnuPrint->trigger();
+    EXPECT_EQ(pdf.questions(), 1);
+    EXPECT_FALSE(pdf.exists());
+}
+
+TEST_F(CorrelationWindow, ReturnToMainMenuAndEscapeCloseIt) {
+    for (const bool byKey : {false, true}) {
+        const QPointer<frmSigCorrStruct> graph = new frmSigCorrStruct;
+        showBeside(graph);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(graph));
+        graph->mnuPlot1->trigger();
+        if (byKey)
+            QTest::keyClick(graph->Chart2D1, Qt::Key_Escape);
+        else
+            graph->mnuExit->trigger();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(graph.isNull()) << byKey;
+    }
+}
+
+TEST_F(CorrelationWindow, HelpAndF1OpenDocument115) {
+    theSession().AppDir = "/no/such/folder";
+    open();
+    for (const bool byKey : {false, true}) {
+        boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
+        if (byKey)
+            QTest::keyClick(&window(), Qt::Key_F1);
+        else
+            window().mnuSDChelp->trigger();
+        EXPECT_TRUE(boxes_.last().text.contains(u"hdoc115.rtf"_s));
+    }
+}

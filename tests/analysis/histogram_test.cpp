@@ -1,0 +1,169 @@
+#include "analysis/histogram.h"
+
+#include "app/run_time_error.h"
+#include "support/made_up_readings.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <numeric>
+
+// Bins and mean marks: Python 3, the readings as exact rational numbers (fractions.Fraction), its round()
+// taking halves to the even neighbour.
+
+namespace {
+
+using Bins = std::map<int, std::int64_t>;
+
+// The bins that are not empty, numbered from 1.
+Bins binsOf(const Survey& survey, SiteColumn column) {
+    const BinCounts counts = countBins(survey, column, histogramStatistics(survey, column));
+    Bins bins;
+    for (std::size_t i = 0; i < counts.size(); ++i)
+        if (counts[i] != 0) bins[static_cast<int>(i) + 1] = counts[i];
+    return bins;
+}
+
+int markOf(const Survey& survey, SiteColumn column) {
+    return meanMark(histogramStatistics(survey, column));
+}
+
+template <typename Action>
+int errorNumber(Action action) {
+    try {
+        action();
+    } catch (const RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+}  // namespace
+
+TEST(Histogram, StatisticsStandInTheOrderOfTheLabels) {
+    const HistogramStatistics statistics = histogramStatistics(surveyWithTies(), kEM2);
+    EXPECT_DOUBLE_EQ(statistics[0], 33.1);
+    EXPECT_DOUBLE_EQ(statistics[1], 7.636898730651221);
+    EXPECT_EQ(statistics[2], 22);
+    EXPECT_EQ(statistics[3], 41);
+}
+
+TEST(Histogram, BinsOfReadingsThatRepeat) {
+    EXPECT_EQ(binsOf(surveyWithTies(), kEM1), (Bins{{1, 2}, {18, 3}, {30, 1}, {50, 4}}));
+    EXPECT_EQ(binsOf(surveyWithTies(), kEM2), (Bins{{1, 2}, {22, 3}, {30, 1}, {50, 4}}));
+    EXPECT_EQ(markOf(surveyWithTies(), kEM1), 28);
+    EXPECT_EQ(markOf(surveyWithTies(), kEM2), 29);
+}
+
+TEST(Histogram, BinsOfReadingsAroundZero) {
+    EXPECT_EQ(binsOf(surveyAroundZero(), kEM1),
+              (Bins{{1, 2}, {16, 1}, {18, 1}, {20, 3}, {24, 1}, {28, 1}, {29, 1}, {43, 1}, {50, 1}}));
+    EXPECT_EQ(binsOf(surveyAroundZero(), kEM2),
+              (Bins{{1, 1}, {11, 1}, {22, 1}, {28, 4}, {32, 1}, {36, 1}, {39, 1}, {41, 1}, {50, 1}}));
+    EXPECT_EQ(markOf(surveyAroundZero(), kEM1), 22);
+    EXPECT_EQ(markOf(surveyAroundZero(), kEM2), 28);
+}
+
+TEST(Histogram, BinsOfReadingsWithALargeOffset) {
+    EXPECT_EQ(binsOf(surveyWithLargeOffset(), kEM1),
+              (Bins{{1, 1}, {2, 1}, {3, 1}, {5, 1}, {6, 1}, {11, 1}, {16, 1}, {23, 1}, {37, 1}, {50, 1}}));
+    EXPECT_EQ(
+        binsOf(surveyWithLargeOffset(), kEM2),
+        (Bins{{1, 1}, {13, 1}, {26, 1}, {32, 1}, {39, 1}, {43, 1}, {45, 1}, {46, 1}, {48, 1}, {50, 1}}));
+    EXPECT_EQ(markOf(surveyWithLargeOffset(), kEM1), 15);
+    EXPECT_EQ(markOf(surveyWithLargeOffset(), kEM2), 33);
+}
+
+// Readings 0 to 100, so that t * 50 is half the reading: every odd one is a tie. 1 goes to 0, 3 and 5 to 2, 7
+// and 9 to 4, ..., 99 to 50: from bin 1 on 2, 1, 3, 1, 3, 1, ... and 98, 99 and 100 in bin 50.
+TEST(Histogram, HalvesGoToTheEvenNeighbour) {
+    std::vector<double> readings(101);
+    std::iota(readings.begin(), readings.end(), 0.0);
+    const Survey survey = surveyOfReadings(readings);
+    Bins expected{{1, 2}, {50, 3}};
+    for (int bin = 2; bin < 50; ++bin)
+        expected[bin] = bin % 2 == 0 ? 1 : 3;
+    EXPECT_EQ(binsOf(survey, kEM1), expected);
+    EXPECT_EQ(markOf(survey, kEM1), 25);
+}
+
+// Width 2 a bin: the first takes up to 1 (and the tie 1 itself), the last from 97 on.
+TEST(Histogram, FirstBinIsHalfAsWideAndLastOneAndAHalfTimes) {
+    EXPECT_EQ(binsOf(surveyOfReadings({0, 0.99, 1, 1.01, 2.99, 96.99, 97.01, 98.5, 99.5, 100}), kEM1),
+              (Bins{{1, 3}, {2, 2}, {49, 1}, {50, 4}}));
+}
+
+TEST(Histogram, SmallestReadingIsInBin1AndLargestInBin50WhateverTheirSize) {
+    for (const double scale : {1e-300, 1e-3, 1.0, 1e12, 1e150})
+        EXPECT_EQ(binsOf(surveyOfReadings({-0.3 * scale, 0.7 * scale}), kEM1), (Bins{{1, 1}, {50, 1}}))
+            << scale;
+}
+
+TEST(Histogram, EverySiteIsCountedOnceWhateverTheNumberOfSites) {
+    for (std::size_t sites = 2; sites < 12; ++sites) {
+        std::vector<double> readings(sites);
+        std::iota(readings.begin(), readings.end(), 1.0);
+        std::int64_t counted = 0;
+        for (const auto& [bin, count] : binsOf(surveyOfReadings(readings), kEM1))
+            counted += count;
+        EXPECT_EQ(counted, static_cast<std::int64_t>(sites));
+    }
+}
+
+// i * 7919 % 1000 takes every value below 1000 equally often: 1000 times among a million sites.
+TEST(Histogram, BinsOfAMillionSites) {
+    const Survey survey = surveyOfReadings(
+        1000000, [](SiteIndex i) { return 1e6 + static_cast<double>(i * 7919 % 1000) / 8; },
+        [](SiteIndex) { return 0.0; });
+    Bins expected{{1, 10000}, {50, 30000}};
+    for (int bin = 2; bin < 50; ++bin)
+        expected[bin] = 20000;
+    EXPECT_EQ(binsOf(survey, kEM1), expected);
+}
+
+TEST(Histogram, ColumnsAboveEM2AreEM2) {
+    const Survey survey = surveyWithTies();
+    const HistogramStatistics statistics = histogramStatistics(survey, 9);
+    EXPECT_EQ(statistics, histogramStatistics(survey, kEM2));
+    EXPECT_EQ(countBins(survey, 9, statistics), countBins(survey, kEM2, statistics));
+}
+
+TEST(Histogram, FullestBarEndsATenthFromTheTopAndAnEmptyOneIsNoBar) {
+    BinCounts counts{};
+    counts[0] = 3;
+    counts[7] = 12;
+    counts[30] = 12;
+    counts[49] = 6;
+    const BarTops tops = barTops(counts);
+    EXPECT_DOUBLE_EQ(tops[0], 0.775);
+    EXPECT_DOUBLE_EQ(tops[7], 0.1);
+    EXPECT_DOUBLE_EQ(tops[30], 0.1);
+    EXPECT_DOUBLE_EQ(tops[49], 0.55);
+    EXPECT_EQ(tops[1], 1);
+    EXPECT_EQ(tops[48], 1);
+}
+
+TEST(Histogram, MeanMarkRoundsHalvesToEvenAndMayReachFifty) {
+    EXPECT_EQ(meanMark({25, 0, 0, 100}), 12);
+    EXPECT_EQ(meanMark({27, 0, 0, 100}), 14);
+    EXPECT_EQ(meanMark({99.9, 0, 0, 100}), 50);
+    EXPECT_EQ(meanMark({0.2, 0, 0, 100}), 0);
+}
+
+TEST(Histogram, EqualReadingsDivideByZero) {
+    const Survey survey = surveyOfReadings({5, 5, 5});
+    const HistogramStatistics statistics = histogramStatistics(survey, kEM1);
+    EXPECT_EQ(errorNumber([&] { countBins(survey, kEM1, statistics); }), 11);
+    EXPECT_EQ(errorNumber([&] { meanMark(statistics); }), 11);
+}
+
+TEST(Histogram, OneSiteDividesByZero) {
+    EXPECT_EQ(errorNumber([] { histogramStatistics(surveyOfReadings({5}), kEM1); }), 11);
+}
+
+TEST(Histogram, ARangeBeyondADoubleOverflows) {
+    const HistogramStatistics statistics{0, 1, -1.5e308, 1.5e308};
+    EXPECT_EQ(errorNumber([&] { countBins(surveyWithTies(), kEM1, statistics); }), 6);
+    EXPECT_EQ(errorNumber([&] { meanMark(statistics); }), 6);
+    EXPECT_EQ(errorNumber([] { meanMark({1e308, 1, 0, 1.5e308}); }), 6);
+}

@@ -1,0 +1,71 @@
+#include "support/PrintedPdf.h"
+
+#include "app/FileDialogs.h"
+#include "app/Printing.h"
+
+#include <QFileInfo>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+PrintedPdf::PrintedPdf() {
+    setDefaultPrinterName([] { return QString(); });
+    setFileResponder([this](const FileQuestion& question) {
+        ++questions_;
+        EXPECT_TRUE(question.toSave);
+        return cancels_ ? QString() : fromPath(folder_ / "page.pdf");
+    });
+}
+
+PrintedPdf::~PrintedPdf() {
+    setFileResponder({});
+    setDefaultPrinterName({});
+}
+
+bool PrintedPdf::exists() const {
+    return QFileInfo::exists(fromPath(folder_ / "page.pdf"));
+}
+
+QByteArray PrintedPdf::run(const QString& program, const QStringList& arguments) const {
+    QProcess process;
+    process.start(program, arguments);
+    const bool done = process.waitForFinished() && process.exitCode() == 0;
+    EXPECT_TRUE(done) << program.toStdString() << ": " << process.errorString().toStdString() << " "
+                      << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+QList<PrintedPdf::Word> PrintedPdf::words() const {
+    static const QRegularExpression kWord(
+        u"<word xMin=\"([-.0-9]+)\" yMin=\"([-.0-9]+)\" xMax=\"([-.0-9]+)\" yMax=\"([-.0-9]+)\">(.*?)</word>"_s);
+    const QString page =
+        QString::fromUtf8(run(u"pdftotext"_s, {u"-bbox"_s, fromPath(folder_ / "page.pdf"), u"-"_s}));
+    QList<Word> words;
+    for (const QRegularExpressionMatch& match : kWord.globalMatch(page)) {
+        const QPointF from(match.captured(1).toDouble(), match.captured(2).toDouble());
+        const QPointF to(match.captured(3).toDouble(), match.captured(4).toDouble());
+        words << Word{match.captured(5), QRectF(from, to).translated(-printableArea().topLeft())};
+    }
+    return words;
+}
+
+QRectF PrintedPdf::find(const QString& word, double top) const {
+    for (const Word& candidate : words())
+        if (candidate.text == word && candidate.box.top() >= top) return candidate.box;
+    return {};
+}
+
+QImage PrintedPdf::picture() const {
+    const QString base = fromPath(folder_ / "page");
+    run(u"pdftoppm"_s, {u"-r"_s, u"72"_s, u"-png"_s, u"-singlefile"_s, base + u".pdf"_s, base});
+    return QImage(base + u".png"_s).copy(printableArea().toAlignedRect());
+}
+
+QRectF PrintedPdf::printableArea() {
+    QPrinter printer;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    return printer.pageLayout().paintRect(QPageLayout::Point);
+}
