@@ -48,7 +48,8 @@ frmHelpTesl& viewer() {
 }  // namespace
 
 void openHelp(QWidget* from, int document) {
-    const QString path = fromPath(theSession().AppDir) + u"/helpdocs/hdoc%1.rtf"_s.arg(document, 3, 10, QChar(u'0'));
+    const QString path =
+        fromPath(theSession().AppDir) + u"/helpdocs/hdoc%1.rtf"_s.arg(document, 3, 10, QChar(u'0'));
     if (!QFileInfo::exists(path)) {
         tell(from, u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
                        QDir::toNativeSeparators(path));

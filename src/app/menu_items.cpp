@@ -23,6 +23,7 @@ constexpr std::array<MenuChange, 2> kSitesImported = {{{true, kSurveyItems}, {tr
 constexpr std::array<MenuChange, 2> kImportRefused = {{{false, kSurveyItems}, {false, kExport}}};
 constexpr std::array<MenuChange, 1> kRowsRecalculated = {{{true, kRowItems}}};
 constexpr std::array<MenuChange, 1> kFewerThanTwoRows = {{{false, kTwoRowItems}}};
+constexpr std::array<MenuChange, 1> kRowsLost = {{{true, kTwoRowItems}}};
 constexpr std::array<MenuChange, 1> kNoSitesLeft = {{{false, kSiteItems}}};
 constexpr std::array<MenuChange, 1> kRowEditorFinished = {{{true, kRowDialog}}};
 
@@ -41,6 +42,8 @@ std::span<const MenuChange> menuChanges(MenuEvent event) {
             return kRowsRecalculated;
         case MenuEvent::FewerThanTwoRows:
             return kFewerThanTwoRows;
+        case MenuEvent::RowsLost:
+            return kRowsLost;
         case MenuEvent::NoSitesLeft:
             return kNoSitesLeft;
         case MenuEvent::RowEditorFinished:

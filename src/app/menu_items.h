@@ -13,6 +13,7 @@ enum class MenuEvent {
     ImportRefused,      ///< an import was read but its row numbers are of no use
     RowsRecalculated,   ///< the rows were found anew, at most 250 of them
     FewerThanTwoRows,   ///< deleting sites on a row plot left fewer than two rows
+    RowsLost,           ///< deleting sites on the map emptied rows: all sites are one row, to be divided anew
     NoSitesLeft,        ///< the last site was deleted
     RowEditorFinished,  ///< the row plot editor was closed with its button
 };

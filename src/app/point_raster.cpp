@@ -82,6 +82,48 @@ void writeStamps(const Raster& raster, const RasterMap& map, const Stamp& stamp,
     }
 }
 
+// A stamp that is a square of one colour, as the pens of dots on a map are.
+bool isBlock(const Stamp& stamp, int size) {
+    return stamp.size == size && stamp.opaque.size() == static_cast<std::size_t>(size * size) &&
+           std::all_of(stamp.opaque.begin(), stamp.opaque.end(),
+                       [&](const Stamp::Pixel& p) { return p.colour == stamp.opaque.front().colour; });
+}
+
+// The same as writeStamps() without marks, for blocks: nearly every point takes the way whose limits leave
+// room for a whole block, which then is written without looking again.
+template <int Size, class Skip>
+void stampBlocks(const Raster& raster, const RasterMap& map, const Stamp& block, const double* x,
+                 const double* y, const Skip* skip, std::size_t count) {
+    constexpr double kToCorner = 0.5 + Size / 2.0;
+    constexpr double kRounding = 1e-6;  // what is nearer to the far edges than this goes the careful way
+    const double left = std::max(map.left, Size / 2.0 - 0.5);
+    const double top = std::max(map.top, Size / 2.0 - 0.5);
+    const double right = std::min(map.right, raster.width + 0.5 - Size / 2.0 - kRounding);
+    const double bottom = std::min(map.bottom, raster.height + 0.5 - Size / 2.0 - kRounding);
+    const std::uint32_t colour = block.opaque.front().colour;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double px = map.xScale * x[i] + map.xShift;
+        const double py = map.yScale * y[i] + map.yShift;
+        if (!(px >= left && px <= right && py >= top && py <= bottom)) {
+            writeStamps(raster, map, block, x + i, y + i, skip ? skip + i : nullptr, 1, nullptr);
+            continue;
+        }
+        if (skip && skip[i]) continue;
+        std::uint32_t* row = raster.pixels + (static_cast<int>(py + kToCorner) - Size) * raster.stride +
+                             (static_cast<int>(px + kToCorner) - Size);
+        for (int dy = 0; dy < Size; ++dy, row += raster.stride)
+            std::fill_n(row, Size, colour);
+    }
+}
+
+template <class Skip>
+void stampFastest(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x,
+                  const double* y, const Skip* skip, std::size_t count, StampMarks* marks) {
+    if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, s, x, y, skip, count);
+    if (marks == nullptr && isBlock(s, 2)) return stampBlocks<2>(raster, map, s, x, y, skip, count);
+    writeStamps(raster, map, s, x, y, skip, count, marks);
+}
+
 }  // namespace
 
 Stamp penStamp(int size, std::uint32_t colour) {
@@ -121,10 +163,10 @@ void StampMarks::nextSeries() {
 
 void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
                  const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
-    writeStamps(raster, map, s, x, y, skip, count, marks);
+    stampFastest(raster, map, s, x, y, skip, count, marks);
 }
 
 void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
                  const std::int16_t* skip, std::size_t count, StampMarks* marks) {
-    writeStamps(raster, map, s, x, y, skip, count, marks);
+    stampFastest(raster, map, s, x, y, skip, count, marks);
 }

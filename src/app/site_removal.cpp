@@ -1,18 +1,45 @@
 #include "app/site_removal.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 namespace {
 
+constexpr std::size_t kBlock = 64;
+
+bool noneMarked(const std::uint8_t* marks) {
+    std::array<std::uint64_t, kBlock / sizeof(std::uint64_t)> words;
+    std::memcpy(words.data(), marks, kBlock);
+    std::uint64_t any = 0;
+    for (const std::uint64_t word : words)
+        any |= word;
+    return any == 0;
+}
+
 SiteIndex compact(double* values, std::span<const std::uint8_t> marks) {
+    std::size_t kept = 0;
+    std::size_t i = 0;
     // Without a branch: every value is written to the next free place, which advances only when it is kept.
-    SiteIndex kept = 0;
-    for (std::size_t i = 0; i < marks.size(); ++i) {
-        values[kept] = values[i];
-        kept += marks[i] == 0 ? 1 : 0;
+    const auto compactUpTo = [&](std::size_t end) {
+        for (; i < end; ++i) {
+            values[kept] = values[i];
+            kept += marks[i] == 0 ? 1u : 0u;
+        }
+    };
+    // Few sites among many are the common case: what lies between them moves in blocks.
+    while (marks.size() - i >= kBlock) {
+        if (!noneMarked(marks.data() + i)) {
+            compactUpTo(i + kBlock);
+            continue;
+        }
+        if (kept != i) std::memmove(values + kept, values + i, kBlock * sizeof(double));
+        kept += kBlock;
+        i += kBlock;
     }
+    compactUpTo(marks.size());
     std::fill(values + kept, values + marks.size(), 0.0);
-    return kept;
+    return static_cast<SiteIndex>(kept);
 }
 
 }  // namespace

@@ -259,7 +259,11 @@ Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel) const {
     const PixelMap map = d_->map(rect(), group == kHighlight);
     const NearestPoint found = ::nearestPoint(d_->group(group), map, pixel.x() + 0.5, pixel.y() + 0.5);
     if (found.series < 0) return {};
-    return {found.series, static_cast<qsizetype>(found.point), qRound(found.distance)};
+    // Between the pixel that is pointed at and the pixel that the point falls on.
+    const Point at = point(group, found.series, static_cast<qsizetype>(found.point));
+    const double across = std::floor(map.pixelX(at.x)) - pixel.x();
+    const double down = std::floor(map.pixelY(at.y)) - pixel.y();
+    return {found.series, static_cast<qsizetype>(found.point), qRound(std::hypot(across, down))};
 }
 
 void Chart2D::showCross(double x, double y) {

@@ -59,7 +59,7 @@ class Chart2D : public QWidget {
     struct Nearest {
         int series = -1;
         qsizetype point = -1;
-        int distance = -1;  ///< whole pixels, straight across both directions; -1 when there is no point
+        int distance = -1;  ///< in whole pixels, across both directions; -1 when there is no point
     };
 
     explicit Chart2D(QWidget* parent = nullptr);

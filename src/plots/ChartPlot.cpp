@@ -15,6 +15,13 @@ constexpr int kTitlePadding = 5;
 constexpr int kOuterMargin = 6;
 constexpr int kCrossArm = 11;
 
+/// The room for labels of this width in whole steps of some letters, so that the plot does not jump each
+/// time that labels grow or shrink by one while it is being moved.
+int steadyWidth(double width, const QFontMetricsF& metrics) {
+    const double step = 4 * metrics.averageCharWidth();
+    return int(std::ceil(std::ceil(width / step) * step));
+}
+
 }  // namespace
 
 /// Ticks where they were laid out.
@@ -190,7 +197,7 @@ int ChartPlot::layOutVertical(QCPAxis& axis, Ticker& ticker, int height) {
     const double step = ticker.step();
     for (double tick = std::ceil(range.lower / step); tick <= std::floor(range.upper / step); ++tick)
         widest = std::max(widest, metrics.horizontalAdvance(ticker.label(tick * step)));
-    return kTickLength + kLabelPadding + int(std::ceil(widest)) + titleRoom(axis) + kOuterMargin;
+    return kTickLength + kLabelPadding + steadyWidth(widest, metrics) + titleRoom(axis) + kOuterMargin;
 }
 
 /// Returns how far a label at the end of the axis can stand over.
@@ -203,7 +210,7 @@ int ChartPlot::layOutHorizontal(int width) {
     xTicker_->choose(range, {double(width), 90, metrics.averageCharWidth() * 2, extent});
     const double widest = std::max(metrics.horizontalAdvance(xTicker_->label(range.lower)),
                                    metrics.horizontalAdvance(xTicker_->label(range.upper)));
-    return int(std::ceil(widest / 2)) + kOuterMargin;
+    return steadyWidth(widest / 2, metrics) + kOuterMargin;
 }
 
 QRect ChartPlot::crossRect() {

@@ -10,9 +10,8 @@ namespace {
 /// Symbols on the edge of the plot area are drawn whole.
 constexpr int kOverhang = 7;
 
-/// Points drawn in one go: the time that a line takes which crosses itself grows with the square of its
-/// length.
-constexpr std::ptrdiff_t kStretch = 16;
+/// A line of so many parts has several in each pixel column, and smoothing no longer shows.
+constexpr qsizetype kDense = 1500;
 
 bool isPaper(const QCPPainter& painter) {
     return painter.modes().testFlag(QCPPainter::pmVectorized);
@@ -55,6 +54,8 @@ QRect SymbolPlottable::clipRect() const {
 
 void SymbolPlottable::draw(QCPPainter* painter) {
     if (mKeyAxis->axisRect()->rect().isEmpty()) return;
+    // On the screen this also takes back the half pixel by which the library moves what it smooths.
+    painter->setAntialiasing(false);
     const PixelMap pixels = map();
     const double scale = isPaper(*painter) ? 4 : painter->device()->devicePixelRatioF();
     drawLines(*painter, pixels, scale);
@@ -77,21 +78,46 @@ void SymbolPlottable::drawLines(QCPPainter& painter, const PixelMap& pixels, dou
 
 void SymbolPlottable::drawLine(QCPPainter& painter, const ChartSeries& series) {
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(lineColour(series.style.colour), 1, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+    painter.setPen(QPen(lineColour(series.style.colour), 1, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     for (const PixelLines::Piece& piece : lines_.pieces) {
-        const PixelPoint* first = lines_.points.data() + piece.begin;
-        const PixelPoint* last = lines_.points.data() + piece.end - 1;
+        const std::span points(lines_.points.data() + piece.begin, piece.end - piece.begin);
         // A level line is sharp without smoothing.
-        painter.setAntialiasing(
-            !std::all_of(first, last, [&](const PixelPoint& p) { return p.y == last->y; }));
-        while (first < last) {
-            const PixelPoint* end = std::min(first + kStretch, last);
-            polyline_.clear();
-            std::for_each(first, end + 1, [&](const PixelPoint& p) { polyline_.append(QPointF(p.x, p.y)); });
-            painter.drawPolyline(polyline_);
-            first = end;
-        }
+        const bool isLevel = std::all_of(points.begin(), points.end(),
+                                         [&](const PixelPoint& p) { return p.y == points.front().y; });
+        painter.setRenderHint(QPainter::Antialiasing, !isLevel);
+        if (isPaper(painter))
+            drawWhole(painter, points);
+        else
+            drawInParts(painter, points);
     }
+}
+
+void SymbolPlottable::drawWhole(QCPPainter& painter, std::span<const PixelPoint> points) {
+    QPolygonF polyline;
+    for (const PixelPoint& p : points)
+        polyline.append(QPointF(p.x, p.y));
+    painter.drawPolyline(polyline);
+}
+
+/// Part by part, because the time to draw a wide line that crosses itself grows faster than its length.
+void SymbolPlottable::drawInParts(QCPPainter& painter, std::span<const PixelPoint> points) {
+    parts_.clear();
+    for (std::size_t i = 1; i < points.size(); ++i)
+        parts_.append(QLineF(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y));
+    if (parts_.size() < kDense) return painter.drawLines(parts_);
+    // Strokes one device pixel wide and unsmoothed are drawn many times faster; side by side they get the
+    // width of the others.
+    QPen pen = painter.pen();
+    pen.setCosmetic(true);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    static_cast<QPainter&>(painter).setPen(pen);
+    const double scale = painter.device()->devicePixelRatioF();
+    for (int i = 0; i < qRound(scale); ++i) {
+        painter.drawLines(parts_);
+        painter.translate(1 / scale, 0);
+    }
+    painter.restore();
 }
 
 void SymbolPlottable::stampSymbols(QCPPainter& painter, const PixelMap& pixels) {

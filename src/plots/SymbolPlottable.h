@@ -5,7 +5,9 @@
 #include "plots/chart_geometry.h"
 
 #include <QImage>
+#include <QLineF>
 
+#include <span>
 #include <vector>
 
 /// Draws all series of one chart group: first their lines, then their symbols. On the screen a symbol is a
@@ -32,12 +34,14 @@ class SymbolPlottable : public QCPAbstractPlottable {
   private:
     void drawLines(QCPPainter& painter, const PixelMap& map, double columnsPerPixel);
     void drawLine(QCPPainter& painter, const ChartSeries& series);
+    void drawWhole(QCPPainter& painter, std::span<const PixelPoint> points);
+    void drawInParts(QCPPainter& painter, std::span<const PixelPoint> points);
     void stampSymbols(QCPPainter& painter, const PixelMap& map);
     void printSymbols(QCPPainter& painter, const PixelMap& map);
 
     const std::vector<ChartSeries>& series_;
     PixelLines lines_;
-    QPolygonF polyline_;
+    QList<QLineF> parts_;
     QImage picture_;
     StampMarks marks_;
     StampCache stamps_;

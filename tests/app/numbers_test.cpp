@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <random>
@@ -38,12 +39,15 @@ std::optional<double> plainlyNumeric(std::string text) {
         negative = text[0] == '-';
         text.erase(0, 1);
     }
+    if (text.find("e+-") != std::string::npos) return std::nullopt;
     if (const auto plus = text.find("e+"); plus != std::string::npos) text.erase(plus + 1, 1);
     if (text.find_first_not_of("0123456789.e-") != std::string::npos) return std::nullopt;
     double value = 0;
     const char* const last = text.data() + text.size();
     const auto result = std::from_chars(text.data(), last, value);
-    if (result.ec != std::errc{} || result.ptr != last || text[0] == '-') return std::nullopt;
+    if (result.ec == std::errc::invalid_argument || result.ptr != last || text[0] == '-') return std::nullopt;
+    if (result.ec == std::errc::result_out_of_range) value = std::strtod(text.c_str(), nullptr);
+    if (!std::isfinite(value)) return std::nullopt;
     return negative ? -value : value;
 }
 

@@ -13,6 +13,11 @@ void typePositions(QWidget& window, const QString& boxes, const QString (&positi
     typeInto(window, boxes + u"_1"_s, positions[1]);
 }
 
+void accept(QWidget& window, const QString& button, const BeforeAccepting& look) {
+    if (look) look(window);
+    clickOn(window, button);
+}
+
 // Answers the next file dialog, and those after it, with one file.
 class ChosenFile {
   public:
@@ -26,12 +31,12 @@ class ChosenFile {
 
 }  // namespace
 
-void importTrimbleFile(frmMain& main, const TrimbleEntries& entries) {
+void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const BeforeAccepting& look) {
     const ChosenFile chosen(entries.file);
     chooseItem(main, u"mnuOpen"_s);
     QWidget& parameters = shownWindow(u"frmDataControl"_s);
     typeInto(parameters, u"Text2"_s, entries.minDistance);
-    clickOn(parameters, u"Command1"_s);
+    accept(parameters, u"Command1"_s, look);
 
     QWidget& format = shownWindow(u"frmIniDisplay"_s);
     if (!entries.siteNumber[0].isEmpty()) {
@@ -45,16 +50,17 @@ void importTrimbleFile(frmMain& main, const TrimbleEntries& entries) {
         clickOn(format, u"Check2"_s);
         typePositions(format, u"Text5"_s, entries.em2);
     }
-    clickOn(format, u"Command1"_s);
+    accept(format, u"Command1"_s, look);
     waitUntilClosed(u"frmIniDisplay"_s);
 }
 
-void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow) {
+void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow,
+                        const BeforeAccepting& look) {
     const ChosenFile chosen(file);
     chooseItem(main, u"mnuSave"_s);
     QWidget& output = shownWindow(u"frmOutput"_s);
     clickOn(output, u"Command1"_s);
     typeInto(output, u"txtBRN"_s, firstRow);
-    clickOn(output, u"Command2"_s);
+    accept(output, u"Command2"_s, look);
     waitUntilClosed(u"frmOutput"_s);
 }

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include <functional>
+
+class QWidget;
 class frmMain;
 
 // The acts of a typical run, each through the real windows.
@@ -15,8 +18,12 @@ struct TrimbleEntries {
     QString em2[2];  ///< both empty when the file has one reading
 };
 
+/// Called with each window when it has been filled in, before it is accepted.
+using BeforeAccepting = std::function<void(QWidget& window)>;
+
 /// Runs the import up to its report; the caller expects the message boxes.
-void importTrimbleFile(frmMain& main, const TrimbleEntries& entries);
+void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const BeforeAccepting& look = {});
 
 /// Exports the survey to `file`, with the row numbers beginning at `firstRow`.
-void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow = QStringLiteral("1"));
+void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow = QStringLiteral("1"),
+                        const BeforeAccepting& look = {});

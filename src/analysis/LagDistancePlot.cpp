@@ -1,0 +1,91 @@
+#include "analysis/LagDistancePlot.h"
+
+#include "app/Guarded.h"
+#include "app/frmMain.h"
+#include "app/numbers.h"
+#include "app/palette16.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kDistances = 1;  // series
+constexpr int kMinimum = 2;
+constexpr int kPickDistance = 3;  // pixels
+
+}  // namespace
+
+LagDistancePlot::LagDistancePlot(frmMain& main) : QObject(&main), Chart2D1(new Chart2D), main_(main) {
+    Chart2D1->setObjectName(u"Chart2D1"_s);
+    Chart2D1->setAccessibleName(tr("Lag distances"));
+    Chart2D1->setAxisTitle(Chart2D::Axis::X, u"Site sequence number"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::Y, u"Distance (meters)"_s);
+    Chart2D1->setSeriesCount(Chart2D::kData, 2);
+    Chart2D1->setSeriesName(Chart2D::kData, kDistances, tr("Distance"));
+    Chart2D1->setSeriesName(Chart2D::kData, kMinimum, tr("Minimum distance"));
+    main.addChart(Chart2D1);
+    connect(Chart2D1, &Chart2D::pointerMoved, this, &LagDistancePlot::readOut);
+    connect(Chart2D1, &Chart2D::pointerLeft, Chart2D1, [this] { Chart2D1->setFooterText({}); });
+}
+
+void LagDistancePlot::mnuTrue_Dis_Click() {
+    plot(LagMeasure::TrueDistance);
+}
+
+void LagDistancePlot::mnuX_Dis_Click() {
+    plot(LagMeasure::AlongX);
+}
+
+void LagDistancePlot::mnuY_Dis_Click() {
+    plot(LagMeasure::AlongY);
+}
+
+void LagDistancePlot::plot(LagMeasure measure) {
+    const Hourglass hourglass(&main_);
+    const LagDistances lag = lagDistances(theSurvey(), measure);
+    main_.hidePlots();
+    Chart2D1->beginBatch();
+    fill(lag);
+    setStyles(theSurvey().NumSites);
+    Chart2D1->setAxisRange(Chart2D::Axis::X, 0, static_cast<double>(theSurvey().NumSites));
+    Chart2D1->setAxisRange(Chart2D::Axis::Y, 0, lag.top);
+    Chart2D1->setHeaderText(
+        QString::fromLatin1(lag.header.data(), static_cast<qsizetype>(lag.header.size())));
+    Chart2D1->setHeaderFont(12, true);
+    Chart2D1->setFooterText({});
+    Chart2D1->endBatch();
+    Chart2D1->show();
+    Chart2D1->setFocus();
+}
+
+// Both series have as many points as there are sites; point i is site i's distance from site i - 1, so that
+// the last one stays a hole.
+void LagDistancePlot::fill(const LagDistances& lag) {
+    const auto sites = static_cast<qsizetype>(lag.distances.size());
+    for (const int series : {kDistances, kMinimum}) {
+        Chart2D1->setPointCount(Chart2D::kData, series, 0);
+        Chart2D1->setPointCount(Chart2D::kData, series, sites);
+    }
+    if (sites < 2) return;
+    const std::vector<double> numbers = sequenceNumbers(sites);
+    const std::vector<double> minimum(numbers.size(), theSurvey().MinDistance);
+    const auto x = std::span(numbers).subspan(1);
+    Chart2D1->setPoints(Chart2D::kData, kDistances, 1, x, lag.distances.subspan(1));
+    Chart2D1->setPoints(Chart2D::kData, kMinimum, 1, x, std::span(minimum).subspan(1));
+}
+
+void LagDistancePlot::setStyles(SiteIndex sites) {
+    // A line needs two points.
+    const ChartSymbol symbol = sites < 3 ? ChartSymbol::Disc : ChartSymbol::None;
+    Chart2D1->setSeriesStyle(Chart2D::kData, kDistances, {symbol, ChartLine::Thin, kLightBlue});
+    Chart2D1->setSeriesStyle(Chart2D::kData, kMinimum, {symbol, ChartLine::Thin, kLightRed});
+}
+
+void LagDistancePlot::readOut(QPoint pixel) {
+    const Chart2D::Nearest nearest = Chart2D1->nearestPoint(Chart2D::kData, pixel);
+    if (nearest.series != kDistances || nearest.distance > kPickDistance) return Chart2D1->setFooterText({});
+    const Chart2D::Point at = Chart2D1->point(Chart2D::kData, kDistances, nearest.point);
+    Chart2D1->setFooterText(tr("Site sequence number = %1, Distance = %2")
+                                .arg(nearest.point)
+                                .arg(QString::fromStdString(pictureFormat(at.y, 2))));
+}

@@ -1,0 +1,42 @@
+#include "analysis/lag_distance.h"
+
+#include "rows/row_detection.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+struct Measured {
+    const std::vector<double>& distances;
+    double largest;
+    std::string_view header;
+};
+
+Measured measured(Survey& survey, LagMeasure measure) {
+    if (measure == LagMeasure::AlongX) {
+        Calculate_X_Distance(survey);
+        return {survey.XDist, survey.MaxXDist, "Sample Distance Plot (By X)"};
+    }
+    if (measure == LagMeasure::AlongY) {
+        Calculate_Y_Distance(survey);
+        return {survey.YDist, survey.MaxYDist, "Sample Distance Plot (By Y)"};
+    }
+    Calculate_Distance(survey);
+    return {survey.TrueDist, survey.MaxTrueDist, "Sample Distance Plot (True Distance)"};
+}
+
+}  // namespace
+
+LagDistances lagDistances(Survey& survey, LagMeasure measure) {
+    const Measured result = measured(survey, measure);
+    const auto sites = static_cast<std::size_t>(survey.NumSites);
+    return {result.header, std::span(result.distances).first(sites),
+            std::max(result.largest, survey.MinDistance)};
+}
+
+std::vector<double> sequenceNumbers(SiteIndex count) {
+    std::vector<double> numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0.0);
+    return numbers;
+}

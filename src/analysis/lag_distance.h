@@ -1,0 +1,26 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+/// The measure of a lag distance plot.
+enum class LagMeasure { TrueDistance, AlongX, AlongY };
+
+/// What a lag distance plot shows: distances from each site to the one before it (metres) against the site's
+/// sequence number, and a line at the minimum distance between rows.
+struct LagDistances {
+    std::string_view header;
+    std::span<const double> distances;  ///< entry i is the distance from site i-1 to site i; entry 0 is none
+    double top = 0;  ///< upper end of the distance axis: the largest distance or MinDistance
+};
+
+/// Calculates the distances of this measure anew and gives them with what the plot needs. Nothing else in the
+/// survey changes; the measure chosen for row detection stays. Valid until the distances are calculated
+/// again.
+LagDistances lagDistances(Survey& survey, LagMeasure measure);
+
+/// 0, 1, 2, ..., count - 1: the sequence numbers of sites as positions on an axis.
+std::vector<double> sequenceNumbers(SiteIndex count);

@@ -1,0 +1,369 @@
+#include "plots/RowPlotEditor.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/frmMain.h"
+#include "app/palette16.h"
+#include "plots/row_deletion.h"
+#include "plots/row_number.h"
+#include "plots/row_plot_texts.h"
+#include "rows/row_detection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kHelpDocument = 114;
+constexpr int kPickDistance = 3;  // pixels
+
+constexpr SeriesStyle kEM1Profile{ChartSymbol::Disc, ChartLine::Thin, kBlue};
+constexpr SeriesStyle kEM2Profile{ChartSymbol::Square, ChartLine::Thin, kGreen};
+constexpr SeriesStyle kSites{ChartSymbol::Disc, ChartLine::None, kBlue};
+
+Chart2D* newChart(const QString& name, const QString& accessibleName) {
+    auto* const chart = new Chart2D;
+    chart->setObjectName(name);
+    chart->setAccessibleName(accessibleName);
+    return chart;
+}
+
+void setLimits(Chart2D& chart, const PlotLimits& limits) {
+    chart.setAxisRange(Chart2D::Axis::X, limits.PlotXMin, limits.PlotXMax);
+    chart.setAxisRange(Chart2D::Axis::Y, limits.PlotYMin, limits.PlotYMax);
+    chart.setAxisRange(Chart2D::Axis::Y2, limits.PlotYMin, limits.PlotYMax);
+}
+
+void setSeries(Chart2D& chart, int series, std::span<const double> x, std::span<const double> y) {
+    chart.setPointCount(Chart2D::kData, series, static_cast<qsizetype>(x.size()));
+    chart.setPoints(Chart2D::kData, series, 1, x, y);
+}
+
+void empty(Chart2D& chart) {
+    for (const auto group : {Chart2D::kData, Chart2D::kHighlight})
+        for (int series = 1; series <= chart.seriesCount(group); ++series)
+            chart.setPointCount(group, series, 0);
+}
+
+QString text(const std::string& utf8) {
+    return QString::fromStdString(utf8);
+}
+
+}  // namespace
+
+RowPlotEditor::RowPlotEditor(frmMain& main)
+    : Chart2D4(newChart(u"Chart2D4"_s, tr("Row map"))),
+      Chart2D3(newChart(u"Chart2D3"_s, tr("Row profile"))),
+      main_(main) {
+    setupUi(this);
+    main.addChart(Chart2D4);
+    main.addChart(Chart2D3);
+    main.addEditor(this);
+    joinControls();
+    joinChart(Chart2D3);
+    joinChart(Chart2D4);
+    connect(&main, &frmMain::plotsHidden, this, &RowPlotEditor::closeEditor);
+}
+
+void RowPlotEditor::joinControls() {
+    const auto join = [this](QAbstractButton* button, void (RowPlotEditor::*click)()) {
+        connect(button, &QAbstractButton::clicked, this, guarded(this, [this, click] { (this->*click)(); }));
+    };
+    join(Command1, &RowPlotEditor::Command1_Click);
+    join(Command2, &RowPlotEditor::Command2_Click);
+    join(Command3, &RowPlotEditor::Command3_Click);
+    join(Command4, &RowPlotEditor::Command4_Click);
+    join(Command5, &RowPlotEditor::Command5_Click);
+    join(Command6, &RowPlotEditor::Command6_Click);
+    join(Option1, &RowPlotEditor::Option1_Click);
+    join(Option2, &RowPlotEditor::Option2_Click);
+    connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    connect(Text1, &QLineEdit::textEdited, this, guarded(this, [this] { Text1_Change(); }));
+    connect(Text1, &QLineEdit::returnPressed, Command3, &QPushButton::click);
+    colourWhileChecked(*Option1);
+    colourWhileChecked(*Option2);
+    for (QWidget* const control : findChildren<QWidget*>())
+        control->installEventFilter(this);
+    main_.installEventFilter(this);
+}
+
+void RowPlotEditor::joinChart(Chart2D* chart) {
+    chart->installEventFilter(this);
+    chart->setSeriesCount(Chart2D::kData, 1);
+    chart->setSeriesCount(Chart2D::kHighlight, 1);
+    connect(chart, &Chart2D::pointerPressed, this,
+            [this, chart](QPoint pixel) { guarded(this, [this, chart, pixel] { press(chart, pixel); })(); });
+    connect(chart, &Chart2D::pointerMoved, this, [this, chart](QPoint pixel) { readOut(chart, pixel); });
+}
+
+void RowPlotEditor::mnuX_Click() {
+    openAtRowOne(true);
+}
+
+void RowPlotEditor::mnuY_Click() {
+    openAtRowOne(false);
+    setLimits(*Chart2D4, thePlotLimits());
+}
+
+void RowPlotEditor::openAtRowOne(bool byX) {
+    // Counted first: where that fails, everything stays as it was.
+    Calculate_NumPoints(theSurvey());
+    const Hourglass hourglass(&main_);
+    if (isHidden()) main_.hidePlots();
+    PlotByX = byX;
+    PlotByY = !byX;
+    EditorStarted = true;
+    Text1->clear();
+    Option1->setChecked(true);
+    Option1_Click();
+    show();
+    showRow(1);
+}
+
+void RowPlotEditor::showRow(int row) {
+    CurrentRow = row;
+    enableSteps(row > 1, row < theSurvey().NumRows);
+    Command6->setEnabled(true);
+    Row_Plot();
+}
+
+void RowPlotEditor::enableSteps(bool back, bool forward) {
+    Command1->setEnabled(back);
+    Command2->setEnabled(forward);
+}
+
+RowSites RowPlotEditor::sites() const {
+    // The number of an emptied row is that of the next one already.
+    return rowEmptied_ ? RowSites{} : rowSites(theSurvey(), CurrentRow);
+}
+
+std::span<const double> RowPlotEditor::along() const {
+    return columnOf(theSurvey(), alongColumn(PlotByX), sites());
+}
+
+std::span<const double> RowPlotEditor::across() const {
+    return columnOf(theSurvey(), acrossColumn(PlotByX), sites());
+}
+
+void RowPlotEditor::Row_Plot() {
+    Chart2D3->beginBatch();
+    selection_.clear();
+    rowEmptied_ = false;
+    cursor_ = 0;
+    fillProfile();
+    thePlotLimits() = rowProfileLimits(theSurvey(), sites(), PlotByX);
+    setLimits(*Chart2D3, thePlotLimits());
+    Chart2D3->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
+    Chart2D3->setAxisTitle(Chart2D::Axis::Y, u"ECa (mS/m)"_s);
+    Draw_Row_Map();
+    drawHighlights();
+    Chart2D3->endBatch();
+    showCharts();
+}
+
+void RowPlotEditor::fillProfile() {
+    const Survey& survey = theSurvey();
+    const int series = survey.TwoEMColumns ? 2 : 1;
+    Chart2D3->setSeriesCount(Chart2D::kData, series);
+    Chart2D3->setSeriesCount(Chart2D::kHighlight, series);
+    for (int s = 1; s <= series; ++s) {
+        setSeries(*Chart2D3, s, along(), columnOf(survey, s == 1 ? kEM1 : kEM2, sites()));
+        Chart2D3->setSeriesStyle(Chart2D::kData, s, s == 1 ? kEM1Profile : kEM2Profile);
+        if (series == 2) Chart2D3->setSeriesName(Chart2D::kData, s, s == 1 ? u"EM1"_s : u"EM2"_s);
+    }
+    if (series == 1) Chart2D3->setSeriesName(Chart2D::kData, 1, {});
+}
+
+void RowPlotEditor::Draw_Row_Map() {
+    Chart2D4->beginBatch();
+    setSeries(*Chart2D4, 1, along(), across());
+    Chart2D4->setSeriesStyle(Chart2D::kData, 1, kSites);
+    thePlotLimits() = rowMapLimits(theSurvey(), sites(), PlotByX);
+    setLimits(*Chart2D4, thePlotLimits());
+    Chart2D4->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
+    Chart2D4->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(acrossColumn(PlotByX))));
+    Chart2D4->setHeaderText(text(rowHeader(CurrentRow, sites().count)));
+    Chart2D4->endBatch();
+}
+
+// The highlight groups show the selection in its order; Command5 and the count follow it.
+void RowPlotEditor::drawHighlights() {
+    for (int series = 1; series <= Chart2D3->seriesCount(Chart2D::kHighlight); ++series)
+        Chart2D3->setPointCount(Chart2D::kHighlight, series, selection_.SelCount);
+    Chart2D4->setPointCount(Chart2D::kHighlight, 1, selection_.SelCount);
+    for (int i = 0; i < selection_.SelCount; ++i) {
+        const auto selected = static_cast<qsizetype>(selection_.SelPoints[static_cast<std::size_t>(i)]);
+        for (int series = 1; series <= Chart2D3->seriesCount(Chart2D::kHighlight); ++series) {
+            const Chart2D::Point point = Chart2D3->point(Chart2D::kData, series, selected);
+            Chart2D3->setPoint(Chart2D::kHighlight, series, i + 1, point.x, point.y);
+        }
+        const Chart2D::Point place = Chart2D4->point(Chart2D::kData, 1, selected);
+        Chart2D4->setPoint(Chart2D::kHighlight, 1, i + 1, place.x, place.y);
+    }
+    Command5->setEnabled(selection_.SelCount > 0);
+    lblSelected->setText(tr("Sites selected: %1").arg(selection_.SelCount));
+}
+
+void RowPlotEditor::showCharts() {
+    for (Chart2D* const chart : {Chart2D3, Chart2D4}) {
+        chart->hideCross();
+        chart->setFooterText(QString::fromLatin1(kNoPointSelected));
+        chart->show();
+    }
+    // The keys that move along the row work at once.
+    if (!Chart2D4->hasFocus() && !isAncestorOf(main_.focusWidget())) Chart2D3->setFocus();
+}
+
+void RowPlotEditor::Command1_Click() {
+    const Hourglass hourglass(&main_);
+    showRow(CurrentRow - 1);
+}
+
+void RowPlotEditor::Command2_Click() {
+    const Hourglass hourglass(&main_);
+    // The next row has moved up into the number of a row that was emptied.
+    showRow(rowEmptied_ ? CurrentRow : CurrentRow + 1);
+}
+
+void RowPlotEditor::Command3_Click() {
+    const RowNumber number = readRowNumber(Text1->text().toStdString(), theSurvey().NumRows);
+    if (number.outcome == RowNumber::Valid) {
+        const Hourglass hourglass(&main_);
+        return showRow(number.row);
+    }
+    const std::string_view message = rowNumberMessage(number.outcome);
+    tell(this, QString::fromLatin1(message.data(), static_cast<qsizetype>(message.size())));
+    if (number.outcome == RowNumber::NotNumeric) {
+        hide();
+        show();
+    }
+    Text1->setFocus();
+    Text1->selectAll();
+}
+
+void RowPlotEditor::Command4_Click() {
+    main_.menusFollow(MenuEvent::RowEditorFinished);
+    hide();
+    Chart2D3->hide();
+    Chart2D4->hide();
+    closeEditor();
+}
+
+void RowPlotEditor::closeEditor() {
+    EditorStarted = false;
+    selection_.clear();
+    cursor_ = 0;
+}
+
+void RowPlotEditor::Option1_Click() {
+    Command3->setEnabled(false);
+}
+
+void RowPlotEditor::Option2_Click() {
+    Command3->setEnabled(true);
+    Command5->setEnabled(false);
+    Text1->setFocus();
+}
+
+// Whoever types a number means to specify one.
+void RowPlotEditor::Text1_Change() {
+    if (Option2->isChecked()) return;
+    Option2->setChecked(true);
+    Option2_Click();
+}
+
+bool RowPlotEditor::pick(const Chart2D& chart, QPoint pixel) {
+    const Chart2D::Nearest nearest = chart.nearestPoint(Chart2D::kData, pixel);
+    PickSeries = nearest.series;
+    PickPoint = nearest.point;
+    PickDistance = nearest.distance;
+    return chart.pixelToData(pixel).inPlotArea && PickPoint > 0 && PickSeries == 1 &&
+           PickDistance <= kPickDistance;
+}
+
+void RowPlotEditor::readOut(Chart2D* chart, QPoint pixel) {
+    if (pick(*chart, pixel)) {
+        chart->setFooterText(readoutOf(chart, PickPoint));
+        chart->setCursor(Qt::CrossCursor);
+    } else {
+        chart->setFooterText(QString::fromLatin1(kNoPointSelected));
+        chart->unsetCursor();
+        main_.unsetCursor();
+    }
+}
+
+QString RowPlotEditor::readoutOf(const Chart2D* chart, qsizetype point) const {
+    const Chart2D::Point at = chart->point(Chart2D::kData, 1, point);
+    return text(chart == Chart2D3 ? profileReadout(at.x, at.y, PlotByX) : mapReadout(at.x, at.y, PlotByX));
+}
+
+void RowPlotEditor::press(Chart2D* chart, QPoint pixel) {
+    chart->setFocus();
+    readOut(chart, pixel);
+    if (!pick(*chart, pixel)) return;
+    toggle(PickPoint);
+    // The keys go on from here.
+    cursor_ = PickPoint;
+    Chart2D3->hideCross();
+    Chart2D4->hideCross();
+}
+
+void RowPlotEditor::toggle(qsizetype point) {
+    selection_.toggle(point, along());
+    Chart2D3->beginBatch();
+    Chart2D4->beginBatch();
+    drawHighlights();
+    Command6->setEnabled(false);
+    Chart2D4->endBatch();
+    Chart2D3->endBatch();
+}
+
+void RowPlotEditor::Command5_Click() {
+    {
+        const Hourglass hourglass(&main_);
+        const bool emptied = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+        if (emptied)
+            showEmptiedRow();
+        else if (CurrentRow != 1)
+            Row_Plot();
+        else if (PlotByX)
+            mnuX_Click();
+        else
+            mnuY_Click();
+        followDeletion();
+    }
+    Q_EMIT surveyChanged();
+}
+
+// Its axes stand around the survey's extent, X horizontal in either orientation, and say so.
+void RowPlotEditor::showEmptiedRow() {
+    rowEmptied_ = true;
+    cursor_ = 0;
+    empty(*Chart2D3);
+    empty(*Chart2D4);
+    drawHighlights();
+    Calculate_Max(theSurvey());
+    Calculate_Min(theSurvey());
+    const PlotLimits limits = emptiedRowLimits(theSurvey());
+    setLimits(*Chart2D4, limits);
+    Chart2D3->setAxisRange(Chart2D::Axis::X, limits.PlotXMin, limits.PlotXMax);
+    for (Chart2D* const chart : {Chart2D3, Chart2D4})
+        chart->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(kX)));
+    Chart2D4->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(kY)));
+    Chart2D4->setHeaderText(text(rowHeader(CurrentRow, 0)));
+    showCharts();
+}
+
+void RowPlotEditor::followDeletion() {
+    const int rows = theSurvey().NumRows;
+    if (CurrentRow < rows)
+        enableSteps(Command1->isEnabled() || CurrentRow != 1, true);
+    else
+        enableSteps(true, false);
+    if (rows < 2) {
+        enableSteps(false, false);
+        main_.menusFollow(MenuEvent::FewerThanTwoRows);
+    }
+    Command6->setEnabled(true);
+}

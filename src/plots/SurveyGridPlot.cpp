@@ -1,0 +1,69 @@
+#include "plots/SurveyGridPlot.h"
+
+#include "app/Guarded.h"
+#include "app/frmMain.h"
+#include "plots/plot_limits.h"
+#include "plots/row_plot_texts.h"
+#include "plots/row_sites.h"
+#include "rows/row_detection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kColoursInTurn = 15;  // colour 15 is never used
+constexpr int kPickDistance = 3;    // pixels
+
+}  // namespace
+
+SurveyGridPlot::SurveyGridPlot(frmMain& main) : QObject(&main), Chart2D2(new Chart2D), main_(main) {
+    Chart2D2->setObjectName(u"Chart2D2"_s);
+    Chart2D2->setAccessibleName(tr("Survey grid"));
+    Chart2D2->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(kX)));
+    Chart2D2->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(kY)));
+    main.addChart(Chart2D2);
+    connect(Chart2D2, &Chart2D::pointerMoved, this, &SurveyGridPlot::readOut);
+    connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText({}); });
+}
+
+void SurveyGridPlot::mnuGrid_Click() {
+    // Counted first: where that fails, everything stays as it was.
+    Calculate_NumPoints(theSurvey());
+    const Hourglass hourglass(&main_);
+    main_.hidePlots();
+    Chart2D2->beginBatch();
+    fillRows();
+    setLimits();
+    Chart2D2->setHeaderText(u"Sample Grid Plot"_s);
+    Chart2D2->setHeaderFont(12, true);
+    Chart2D2->setFooterText({});
+    Chart2D2->endBatch();
+    Chart2D2->show();
+    Chart2D2->setFocus();
+}
+
+void SurveyGridPlot::fillRows() {
+    const Survey& survey = theSurvey();
+    Chart2D2->setSeriesCount(Chart2D::kData, survey.NumRows);
+    for (int row = 1; row <= survey.NumRows; ++row) {
+        const RowSites sites = rowSites(survey, row);
+        Chart2D2->setPointCount(Chart2D::kData, row, static_cast<qsizetype>(sites.count));
+        Chart2D2->setPoints(Chart2D::kData, row, 1, columnOf(survey, kX, sites), columnOf(survey, kY, sites));
+        Chart2D2->setSymbolColour(Chart2D::kData, row, row % kColoursInTurn);
+    }
+}
+
+void SurveyGridPlot::setLimits() {
+    const PlotLimits& limits = thePlotLimits() = surveyGridLimits(theSurvey());
+    Chart2D2->setAxisRange(Chart2D::Axis::X, limits.PlotXMin, limits.PlotXMax);
+    Chart2D2->setAxisRange(Chart2D::Axis::Y, limits.PlotYMin, limits.PlotYMax);
+    Chart2D2->setAxisRange(Chart2D::Axis::Y2, limits.PlotYMin, limits.PlotYMax);
+}
+
+void SurveyGridPlot::readOut(QPoint pixel) {
+    const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel);
+    if (nearest.point < 1 || nearest.distance > kPickDistance) return Chart2D2->setFooterText({});
+    const Chart2D::Point at = Chart2D2->point(Chart2D::kData, nearest.series, nearest.point);
+    Chart2D2->setFooterText(
+        tr("Row #%1, %2").arg(nearest.series).arg(QString::fromStdString(mapReadout(at.x, at.y, true))));
+}

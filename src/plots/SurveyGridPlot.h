@@ -1,0 +1,29 @@
+#pragma once
+
+#include "plots/Chart2D.h"
+
+#include <QObject>
+
+class frmMain;
+
+/// The survey grid plot: every site in plan on Chart2D2, one coloured series for each row. It only shows.
+class SurveyGridPlot : public QObject {
+    Q_OBJECT
+
+  public:
+    /// Puts its chart into the main window, hidden.
+    explicit SurveyGridPlot(frmMain& main);
+
+    /// Draws the survey and shows it in place of whatever the main window showed. Requires sites and usable
+    /// rows; with more rows than NumPoints holds it throws subscriptOutOfRange and shows nothing.
+    void mnuGrid_Click();
+
+    Chart2D* const Chart2D2;
+
+  private:
+    void fillRows();
+    void setLimits();
+    void readOut(QPoint pixel);
+
+    frmMain& main_;
+};

@@ -1,0 +1,400 @@
+#include "plots/frmClip.h"
+
+#include "app/CaptionColour.h"
+#include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/MessageBox.h"
+#include "app/frmMain.h"
+#include "app/numbers.h"
+#include "app/palette16.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double kDotPen = 2;
+constexpr double kRectanglePen = 1;
+constexpr qint64 kRefreshEvery = 33;  // milliseconds; the eye follows no more
+constexpr double kCrossStep = 10;     // pixels an arrow key moves the cross
+constexpr double kCrossFineStep = 1;  // with Shift
+
+QSize firstSize(const QScreen* screen) {
+    return QSize(980, 760).boundedTo(screen->availableSize() * 0.92);
+}
+
+PictureBox::Scale scaleOf(const MapWindow& window) {
+    return {window.left, window.top, window.width, window.height};
+}
+
+// The busy pointer wherever the pointer is, over the map with its cross too.
+struct ScreenHourglass {
+    ScreenHourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~ScreenHourglass() { QApplication::restoreOverrideCursor(); }
+    ScreenHourglass(const ScreenHourglass&) = delete;
+    ScreenHourglass& operator=(const ScreenHourglass&) = delete;
+};
+
+}  // namespace
+
+frmClip::frmClip(frmMain& main) : QMainWindow(&main), main_(main) {
+    setupUi(this);
+    nameSubmenus();
+    keepPlaces();
+    resize(firstSize(screen()));
+    mapArea->setMap(picMapZoom);
+    picMapZoom->installEventFilter(this);
+    QPalette paper = lblInvitation->palette();
+    paper.setColor(QPalette::WindowText, QColor(0x50, 0x50, 0x50));
+    lblInvitation->setPalette(paper);
+    colourWhileChecked(*optUTM);
+    colourWhileChecked(*optLL);
+    Form_Load();
+    connectControls();
+    connectMap();
+}
+
+// A menu is enabled through its action, which Designer leaves without a name.
+void frmClip::nameSubmenus() {
+    for (QMenu* menu : findChildren<QMenu*>())
+        menu->menuAction()->setObjectName(menu->objectName());
+}
+
+// What is hidden for a while leaves its place free, so that the map keeps its size and the buttons theirs.
+void frmClip::keepPlaces() {
+    for (QWidget* widget : {static_cast<QWidget*>(frameClipC), static_cast<QWidget*>(frameLoc),
+                            static_cast<QWidget*>(frameHLR), static_cast<QWidget*>(cmdDelete)}) {
+        QSizePolicy policy = widget->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        widget->setSizePolicy(policy);
+    }
+}
+
+void frmClip::Form_Load() {
+    SiteMask.assign(static_cast<std::size_t>(theSurvey().NumSites), 0);
+    mnuZ->setEnabled(false);
+    mnuR->setEnabled(false);
+    for (QWidget* frame : {frameClipC, frameLoc, frameHLR})
+        frame->hide();
+    showCounts();
+    optUTM->setChecked(true);
+    cmdClipOff->setEnabled(false);
+    cmdDelete->hide();
+    fillComboRow();
+}
+
+void frmClip::connectControls() {
+    const auto onTrigger = [this](QAction* action, auto act) {
+        connect(action, &QAction::triggered, this, guarded(this, act));
+    };
+    onTrigger(mnuFullMapTrue, [this] { mnuFullMapTrue_Click(); });
+    onTrigger(mnuFullMapMax, [this] { mnuFullMapMax_Click(); });
+    for (const MapZone& zone : kMapZones)
+        onTrigger(
+            findChild<QAction*>(QLatin1StringView(zone.item.data(), static_cast<int>(zone.item.size()))),
+            [this, window = zone.window] { showZone(window); });
+    onTrigger(mnuRecover, [this] { mnuRecover_Click(); });
+    onTrigger(mnuGDRH1, [this] { openHelp(this, 108); });
+    onTrigger(mnuGDRH2, [this] { openHelp(this, 109); });
+    onTrigger(mnuGDRH3, [this] { openHelp(this, 110); });
+    onTrigger(mnuDone, [this] { close(); });
+    connect(cmdClipOn, &QPushButton::clicked, this, guarded(this, [this] { cmdClipOn_Click(); }));
+    connect(cmdClipOff, &QPushButton::clicked, this, guarded(this, [this] { cmdClipOff_Click(); }));
+    connect(cmdDelete, &QPushButton::clicked, this, guarded(this, [this] { cmdDelete_Click(); }));
+    connect(comboRow, &QComboBox::currentIndexChanged, this, guarded(this, [this] { DisplayMap(); }));
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+            guarded(this, [this] { escape(); }));
+}
+
+void frmClip::connectMap() {
+    connect(picMapZoom, &PictureBox::pointerMoved, this, [this](double px, double py) {
+        crossShown_ = false;
+        picMapZoom->hideCross();
+        guarded(this, [=, this] { picMapZoom_MouseMove(px, py); })();
+    });
+    connect(picMapZoom, &PictureBox::pointerPressed, this,
+            [this](double px, double py) { guarded(this, [=, this] { picMapZoom_MouseDown(px, py); })(); });
+    connect(picMapZoom, &PictureBox::redrawNeeded, this, &frmClip::redrawBeforeNextPaint);
+}
+
+void frmClip::fillComboRow() {
+    const QSignalBlocker quiet(comboRow);
+    comboRow->clear();
+    comboRow->addItem(u"none"_s);
+    for (int row = 1; row <= theSurvey().NumRows; ++row)
+        comboRow->addItem(QString::number(row));
+}
+
+void frmClip::showCounts() {
+    lblMS->setText(QString::number(masked_));
+    lblVS->setText(QString::number(theSurvey().NumSites - masked_));
+    lblDS->setText(QString::number(deleted_));
+}
+
+// The map ---------------------------------------------------------------------------------------------------
+
+void frmClip::showFullMap(bool TrueScale) {
+    SetMapScale(TrueScale);
+    mapShown_ = true;
+    lblInvitation->hide();
+    mapArea->keepSquare(TrueScale);
+    showZone(kFullMap);
+    mnuZ->setEnabled(true);
+    for (QWidget* frame : {frameClipC, frameLoc, frameHLR})
+        frame->show();
+    picMapZoom->setFocus();
+}
+
+void frmClip::showZone(const MapWindow& window) {
+    picMapZoom->setScale(scaleOf(window));
+    DisplayMap();
+}
+
+void frmClip::SetMapScale(bool TrueScale) {
+    // With every site deleted there is nothing to scale to, and nothing to draw.
+    if (theSurvey().NumSites > 0) extent_ = ::SetMapScale(theSurvey(), TrueScale);
+}
+
+void frmClip::DisplayMap() {
+    if (!mapShown_) return;
+    drawSites(Growing::Visibly);
+    picMapZoom->refresh();
+}
+
+void frmClip::drawSites(Growing growing) {
+    redrawPending_ = false;
+    picMapZoom->setPenWidth(kDotPen);
+    picMapZoom->clear();
+    sinceRefresh_.start();
+    for (const SiteRun& block : drawingBlocks(theSurvey())) {
+        drawSites(block, kBlue);
+        if (growing == Growing::AtOnce || sinceRefresh_.elapsed() < kRefreshEvery) continue;
+        picMapZoom->refresh();
+        sinceRefresh_.start();
+    }
+    if (comboRow->currentIndex() < 1) return;
+    for (const SiteRun& run : sitesOfRow(theSurvey(), comboRow->currentIndex()))
+        drawSites(run, kRed);
+}
+
+void frmClip::drawSites(const SiteRun& run, int colour) {
+    const SiteTable& sites = theSurvey().SiteData;
+    const PictureBox::Extent extent{extent_.MapXMin, extent_.MapXMax, extent_.MapYMin, extent_.MapYMax};
+    picMapZoom->drawPoints(sites.column(kX) + run.first, sites.column(kY) + run.first,
+                           SiteMask.data() + run.first, run.last - run.first, extent, colour);
+}
+
+// Zooming, moving and resizing come in quick succession: the sites are drawn once for each picture that
+// reaches the screen, not once for each event.
+void frmClip::redrawBeforeNextPaint() {
+    redrawPending_ = mapShown_;
+    picMapZoom->update();
+}
+
+bool frmClip::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == picMapZoom && event->type() == QEvent::Paint && redrawPending_) drawSites(Growing::AtOnce);
+    return QMainWindow::eventFilter(watched, event);
+}
+
+// Pointer and keys on the map
+// --------------------------------------------------------------------------------
+
+void frmClip::picMapZoom_MouseMove(double px, double py) {
+    if (!mapShown_) return;
+    if (picMapZoom->cursor().shape() != Qt::CrossCursor) picMapZoom->setCursor(Qt::CrossCursor);
+    cross_ = QPointF(px, py);
+    showLocation(px, py);
+    if (!ClipMode || !rectangleIsOpen()) return;
+    CornerX = px;
+    CornerY = py;
+    picMapZoom->showRubberBand(AnchorX, AnchorY, CornerX, CornerY, kGreen);
+}
+
+void frmClip::showLocation(double px, double py) {
+    const int decimals = optUTM->isChecked() ? 1 : 5;
+    const auto text = [=](double value) { return QString::fromStdString(pictureFormat(value, decimals)); };
+    txtXloc->setText(text(extent_.surveyX(px)));
+    txtYloc->setText(text(extent_.surveyY(py)));
+}
+
+void frmClip::picMapZoom_MouseDown(double px, double py) {
+    if (!ClipMode) return;
+    if (rectangleIsOpen()) {
+        picMapZoom->setPenWidth(kRectanglePen);
+        picMapZoom->hideRubberBand();
+        picMapZoom->fillRectangle(AnchorX, AnchorY, CornerX, CornerY, kLightYellow);
+        picMapZoom->refresh();
+        MaskSites(AnchorX, AnchorY, CornerX, CornerY);
+    } else {
+        AnchorX = CornerX = px;
+        AnchorY = CornerY = py;
+    }
+    ClickPhase = -ClickPhase;
+    cmdClipOff->setEnabled(!rectangleIsOpen());
+}
+
+void frmClip::MaskSites(double& x1, double& y1, double& x2, double& y2) {
+    const ScreenHourglass busy;
+    masked_ = ::MaskSites(theSurvey(), extent_, SiteMask, x1, y1, x2, y2);
+    showCounts();
+}
+
+void frmClip::escape() {
+    if (rectangleIsOpen())
+        abandonRectangle();
+    else
+        close();
+}
+
+void frmClip::abandonRectangle() {
+    ClickPhase = 1;
+    picMapZoom->hideRubberBand();
+    cmdClipOff->setEnabled(true);
+}
+
+void frmClip::keyPressEvent(QKeyEvent* event) {
+    if (!mapShown_ || !picMapZoom->hasFocus()) return QMainWindow::keyPressEvent(event);
+    const double step = event->modifiers().testFlag(Qt::ShiftModifier) ? kCrossFineStep : kCrossStep;
+    switch (event->key()) {
+        case Qt::Key_Left:
+            return moveCross(-step, 0);
+        case Qt::Key_Right:
+            return moveCross(step, 0);
+        case Qt::Key_Up:
+            return moveCross(0, -step);
+        case Qt::Key_Down:
+            return moveCross(0, step);
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return setCornerAtCross();
+        default:
+            QMainWindow::keyPressEvent(event);
+    }
+}
+
+// Moves the cross by so many pixels, from where the pointer was last or from the middle when that is out of
+// sight.
+void frmClip::moveCross(double right, double down) {
+    const auto [left, top, width, height] = picMapZoom->scale();
+    const QRectF shown(left, top, width, height);
+    const QPointF from = cross_ && shown.contains(*cross_) ? *cross_ : shown.center();
+    const QSizeF pixel = picMapZoom->pixelSize();
+    const double x = std::clamp(from.x() + right * pixel.width(), shown.left(), shown.right());
+    const double y = std::clamp(from.y() + down * pixel.height(), shown.top(), shown.bottom());
+    crossShown_ = true;
+    picMapZoom->showCross(x, y);
+    picMapZoom_MouseMove(x, y);
+}
+
+void frmClip::setCornerAtCross() {
+    // A corner that nobody sees coming is none: the first Enter shows where the cross is.
+    if (!crossShown_) return moveCross(0, 0);
+    picMapZoom_MouseDown(cross_->x(), cross_->y());
+}
+
+// Clipping, deleting, restoring
+// ------------------------------------------------------------------------------
+
+void frmClip::cmdClipOn_Click() {
+    ClipMode = true;
+    picMapZoom->setFocus();
+    cmdClipOn->setEnabled(false);
+    cmdClipOff->setEnabled(true);
+    for (QMenu* menu : {mnuV, mnuZ, mnuR})
+        menu->setEnabled(false);
+    cmdDelete->hide();
+    frameHLR->hide();
+}
+
+void frmClip::cmdClipOff_Click() {
+    ClipMode = false;
+    cmdClipOn->setEnabled(true);
+    cmdClipOff->setEnabled(false);
+    mnuV->setEnabled(true);
+    mnuZ->setEnabled(true);
+    frameHLR->show();
+    if (masked_ == 0) return;
+    mnuR->setEnabled(true);
+    cmdDelete->show();
+}
+
+void frmClip::cmdDelete_Click() {
+    if (ask(this,
+            u"This action will permanently delete all currently masked site.\n"
+            u"Are you sure you wish to delete these sites?"_s)) {
+        const SiteIndex removed = deleteMaskedSites(theSurvey(), SiteMask);
+        deleted_ += removed;
+        masked_ = 0;
+        showCounts();
+        mnuR->setEnabled(false);
+        cmdDelete->hide();
+        if (removed > 0) Q_EMIT surveyChanged();
+        tell(this, u"All masked sites have been deleted."_s);
+    }
+    DisplayMap();
+}
+
+void frmClip::mnuRecover_Click() {
+    if (ask(this,
+            u"This action will restore (i.e., unmask) all currently masked site.\n"
+            u"Are you sure you wish to restore these sites?"_s)) {
+        recoverSites(SiteMask);
+        masked_ = 0;
+        showCounts();
+        cmdDelete->hide();
+        tell(this, u"All masked sites have been recovered."_s);
+    }
+    DisplayMap();
+}
+
+// Closing
+// ----------------------------------------------------------------------------------------------------
+
+void frmClip::closeEvent(QCloseEvent* event) {
+    event->setAccepted(Form_Unload());
+}
+
+bool frmClip::Form_Unload() {
+    const bool leave =
+        masked_ == 0 || ask(this,
+                            u"Warning! You have not deleted all of the currently masked sites.\n"
+                            u"Are you sure you wish to exit (and hence avoid deleting these sites)?"_s);
+    if (deleted_ > 0) checkRows();
+    return leave;
+}
+
+void frmClip::checkRows() {
+    if (theSurvey().NumSites == 0) {
+        forgetRows(theSurvey());
+        main_.menusFollow(MenuEvent::NoSitesLeft);
+        tell(this, u"There is no more point left in the file!"_s);
+        return;
+    }
+    bool RowDataOK = true;
+    ValidateRowInfo(RowDataOK);
+    if (RowDataOK) return;
+    main_.menusFollow(MenuEvent::RowsLost);
+    fillComboRow();
+    redrawBeforeNextPaint();
+    Q_EMIT surveyChanged();
+    beep();
+    RowInfoLossMsg();
+}
+
+void frmClip::RowInfoLossMsg() {
+    tell(this,
+         u"Warning!  The sites which you have deleted have resulted in the complete\n"
+         u"annihilation of 1 or more rows.  Due to this, all row information has been lost.\n\n"
+         u"In order to fix this problem, you will need to recalculate the row numbering\n"
+         u"information.  This can be done using the Delete / Join / Recalculate Rows menu\n"
+         u"option (by choosing the recalculate row numbering sub-option procedure).\n\n"
+         u"To avoid this problem in the future, you should avoid deleted entire rows\n"
+         u"when clipping a survey grid."_s);
+}

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "plots/site_masking.h"
+#include "ui_frmClip.h"
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+
+#include <optional>
+
+class frmMain;
+
+/// The map of the full survey: zones of the field are looked at, sites in rectangles drawn with the mouse or
+/// by keyboard are masked, and masked sites are restored or deleted for good. Three states: the map is not
+/// shown yet, browsing, and clipping, within which a rectangle may be open. Edits theSurvey(), which nothing
+/// else may change while the window is open.
+class frmClip : public QMainWindow, public Ui::frmClip {
+    Q_OBJECT
+
+  public:
+    explicit frmClip(frmMain& main);
+
+    void mnuFullMapTrue_Click() { showFullMap(true); }
+    void mnuFullMapMax_Click() { showFullMap(false); }
+    void mnuRecover_Click();
+    void cmdClipOn_Click();
+    void cmdClipOff_Click();
+    void cmdDelete_Click();
+    void picMapZoom_MouseMove(double px, double py);
+    void picMapZoom_MouseDown(double px, double py);
+    void DisplayMap();
+
+  Q_SIGNALS:
+    /// Sites have been deleted, or the row information has been lost.
+    void surveyChanged();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    enum class Growing { Visibly, AtOnce };
+
+    void Form_Load();
+    bool Form_Unload();
+    void nameSubmenus();
+    void connectControls();
+    void connectMap();
+    void keepPlaces();
+
+    void SetMapScale(bool TrueScale);
+    void MaskSites(double& x1, double& y1, double& x2, double& y2);
+    void ValidateRowInfo(bool& RowDataOK) { RowDataOK = ::ValidateRowInfo(theSurvey()); }
+    void RowInfoLossMsg();
+
+    void showFullMap(bool TrueScale);
+    void showZone(const MapWindow& window);
+    void drawSites(Growing growing);
+    void drawSites(const SiteRun& run, int colour);
+    void redrawBeforeNextPaint();
+    void showLocation(double px, double py);
+    void showCounts();
+    void fillComboRow();
+    void checkRows();
+    bool rectangleIsOpen() const { return ClickPhase == -1; }
+    void escape();
+    void abandonRectangle();
+    void moveCross(double right, double down);
+    void setCornerAtCross();
+
+    frmMain& main_;
+    MapExtent extent_;
+    SiteMaskArray SiteMask;
+    int ClickPhase = 1;  ///< 1 = the next click starts a rectangle, -1 = it ends the open one
+    bool ClipMode = false;
+    double CornerX = 0, CornerY = 0;  ///< the moving corner, on the map
+    double AnchorX = 0, AnchorY = 0;  ///< the first corner
+    SiteIndex masked_ = 0;
+    SiteIndex deleted_ = 0;  ///< since the window opened
+    bool mapShown_ = false;
+    bool redrawPending_ = false;
+    bool crossShown_ = false;
+    std::optional<QPointF> cross_;  ///< where pointer or cross was last, on the map
+    QElapsedTimer sinceRefresh_;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/survey.h"
+#include "plots/row_sites.h"
+
+/// The axis limits that a plot sets. A minimum may equal its maximum or lie above it: the rules for rows
+/// whose values are all equal are kept for negative values too.
+struct PlotLimits {
+    double PlotXMin = 0;
+    double PlotXMax = 0;
+    double PlotYMin = 0;
+    double PlotYMax = 0;
+    bool operator==(const PlotLimits&) const = default;
+};
+
+/// The limits of the last plot drawn, shared by the survey grid plot and the row plots.
+PlotLimits& thePlotLimits();
+
+/// Row profile: the along-row coordinate (metres) and the readings (mS/m; EM1 and, with TwoEMColumns, EM2). A
+/// row of one site gets 200 m to either side and 0.5 mS/m below its lowest and above its highest reading;
+/// else the margins are a twentieth of the coordinates' spread and a tenth of the readings'. A margin of 0
+/// becomes a twentieth of the lowest coordinate, or a tenth of the lowest reading. Requires a site.
+PlotLimits rowProfileLimits(const Survey& survey, RowSites sites, bool plotByX);
+
+/// Row map: along-row coordinate and the other one (metres). A row of one site gets 200 m to every side; else
+/// both margins are a twentieth of the spread. A margin of 0 becomes a twentieth of the lowest coordinate
+/// along the row, or a tenth of the lowest one across it. Requires a site.
+PlotLimits rowMapLimits(const Survey& survey, RowSites sites, bool plotByX);
+
+/// Row map without a site: the survey's extent (MaxX, MinX, ...) and 200 m to every side, X horizontal.
+PlotLimits emptiedRowLimits(const Survey& survey);
+
+/// Survey grid plot: a twentieth of the spread to every side, and no special case for a spread of 0. Throws
+/// subscriptOutOfRange without a site.
+PlotLimits surveyGridLimits(const Survey& survey);

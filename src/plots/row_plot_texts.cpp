@@ -1,0 +1,22 @@
+#include "plots/row_plot_texts.h"
+
+#include "app/numbers.h"
+#include "app/survey.h"
+
+std::string rowHeader(int row, std::int64_t points) {
+    return "Sample Row Plot:  Row #" + std::to_string(row) + " (" + std::to_string(points) +
+           (points > 1 ? " points)" : " point)");
+}
+
+std::string profileReadout(double along, double eca, bool plotByX) {
+    return (plotByX ? "UTM X = " : "UTM Y = ") + pictureFormat(along, 2) + ", ECa = " + pictureFormat(eca, 2);
+}
+
+std::string mapReadout(double along, double across, bool plotByX) {
+    return (plotByX ? "UTM X = " : "UTM Y = ") + pictureFormat(along, 2) +
+           (plotByX ? ", UTM Y = " : ", UTM X = ") + pictureFormat(across, 2);
+}
+
+const char* coordinateTitle(int column) {
+    return column == kX ? "X (meters)" : "Y (meters)";
+}

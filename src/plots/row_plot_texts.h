@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// What the row plots say in words.
+
+/// The header of the row map. Requires points >= 0.
+std::string rowHeader(int row, std::int64_t points);
+
+inline constexpr const char* kNoPointSelected = "No Point Selected";
+
+/// The read-out of a point of the row profile: coordinate along the row (metres) and ECa (mS/m).
+std::string profileReadout(double along, double eca, bool plotByX);
+
+/// The read-out of a point of the row map, the coordinate along the row first.
+std::string mapReadout(double along, double across, bool plotByX);
+
+/// The title of an axis that shows SiteData's column kX or kY.
+const char* coordinateTitle(int column);

@@ -1,0 +1,40 @@
+#include "plots/row_selection.h"
+
+#include "app/run_time_error.h"
+
+#include <algorithm>
+
+namespace {
+
+double valueOf(SiteIndex point, std::span<const double> along) {
+    return along[static_cast<std::size_t>(point - 1)];
+}
+
+}  // namespace
+
+int RowSelection::entryAt(double horizontal, std::span<const double> along) const {
+    const auto end = SelPoints.begin() + SelCount;
+    const auto found = std::find_if(
+        SelPoints.begin(), end, [&](SiteIndex selected) { return valueOf(selected, along) == horizontal; });
+    return found == end ? -1 : static_cast<int>(found - SelPoints.begin());
+}
+
+void RowSelection::append(SiteIndex point) {
+    if (SelCount == kMost) throw RunTimeError::subscriptOutOfRange();
+    SelPoints[static_cast<std::size_t>(SelCount++)] = point;
+}
+
+void RowSelection::remove(int entry) {
+    const auto place = SelPoints.begin() + entry;
+    std::copy(place + 1, SelPoints.begin() + SelCount, place);
+    --SelCount;
+}
+
+int RowSelection::toggle(SiteIndex point, std::span<const double> along) {
+    const int entry = entryAt(valueOf(point, along), along);
+    if (entry < 0)
+        append(point);
+    else
+        remove(entry);
+    return entry;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <array>
+#include <span>
+
+/// The points of the current row that are picked for deletion, in the order of selection.
+struct RowSelection {
+    static constexpr int kMost = 101;
+
+    /// Positions within the row, 1 for its first site; entries 0..SelCount-1 are valid.
+    std::array<SiteIndex, kMost> SelPoints{};
+    int SelCount = 0;
+
+    /// The entry whose point has this horizontal value, or -1. `along` holds the row's horizontal values, in
+    /// site order.
+    int entryAt(double horizontal, std::span<const double> along) const;
+
+    /// Appends a point. Throws subscriptOutOfRange, changing nothing, when kMost are selected already.
+    void append(SiteIndex point);
+    /// Takes entry 0..SelCount-1 out; later entries move down.
+    void remove(int entry);
+    void clear() { SelCount = 0; }
+
+    /// Picks or unpicks `point` (1..along.size()). Two sites with the same horizontal value count as one:
+    /// picking the second unpicks the first. Gives the entry taken out, or -1 when the point was appended.
+    int toggle(SiteIndex point, std::span<const double> along);
+};

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+// The map of the whole survey on which sites are masked, restored and deleted.
+//
+// A site at (X, Y) lies on the map at x = (X - MapXMin) / (MapXMax - MapXMin) and
+// y = 1 - (Y - MapYMin) / (MapYMax - MapYMin): north is up and the extent is the unit square. Zooming changes
+// the window of that space that is shown, never the extent.
+
+/// The part of the survey's plane (metres or degrees) that is the map's unit square. Its width and height are
+/// greater than zero.
+struct MapExtent {
+    double MapXMin = 0, MapXMax = 1, MapYMin = 0, MapYMax = 1;
+
+    double width() const { return MapXMax - MapXMin; }
+    double height() const { return MapYMax - MapYMin; }
+
+    double mapX(double surveyX) const { return (surveyX - MapXMin) / width(); }
+    double mapY(double surveyY) const { return 1 - (surveyY - MapYMin) / height(); }
+    double surveyX(double mapX) const { return mapX * width() + MapXMin; }
+    double surveyY(double mapY) const { return (1 - mapY) * height() + MapYMin; }
+};
+
+/// The extent of all sites; with TrueScale the shorter axis is widened around its centre, so that a metre is
+/// as long on either axis. An axis without extent, which could not be divided by, is widened around its
+/// centre: to the other axis's extent with TrueScale, else to one unit. Requires a site; throws
+/// subscriptOutOfRange without one and overflow when the extent is not finite.
+MapExtent SetMapScale(const Survey& survey, bool TrueScale);
+
+/// A window of the map's space: what the picture shows. y runs downwards.
+struct MapWindow {
+    double left = 0, top = 0, width = 1, height = 1;
+    bool operator==(const MapWindow&) const = default;
+};
+
+/// The whole field with a margin of 5 % all round.
+inline constexpr MapWindow kFullMap = {-0.05, -0.05, 1.1, 1.1};
+
+/// A menu item that shows a part of the field.
+struct MapZone {
+    std::string_view item;  ///< object name
+    MapWindow window;
+};
+
+/// Edges, quadrants and thirds. The edges show the outer 15 % of the field and the margin; the quadrants
+/// reach 0.05 beyond the centre line on one side only.
+inline constexpr std::array<MapZone, 14> kMapZones = {{
+    {"mnuZnorth", {-0.05, -0.05, 1.1, 0.2}},
+    {"mnuZsouth", {-0.05, 0.85, 1.1, 0.2}},
+    {"mnuZwest", {-0.05, -0.05, 0.2, 1.1}},
+    {"mnuZeast", {0.85, -0.05, 0.2, 1.1}},
+    {"mnuZnw", {-0.05, -0.05, 0.55, 0.55}},
+    {"mnuZne", {0.5, -0.05, 0.55, 0.55}},
+    {"mnuZsw", {-0.05, 0.5, 0.55, 0.55}},
+    {"mnuZse", {0.5, 0.5, 0.55, 0.55}},
+    {"mnuZw13", {-0.05, -0.05, 0.35, 1.1}},
+    {"mnuZc13v", {0.3, -0.05, 0.4, 1.1}},
+    {"mnuZe13", {0.7, -0.05, 0.35, 1.1}},
+    {"mnuZn13", {-0.05, -0.05, 1.1, 0.35}},
+    {"mnuZc13h", {-0.05, 0.3, 1.1, 0.4}},
+    {"mnuZs13", {-0.05, 0.7, 1.1, 0.35}},
+}};
+
+/// One entry a site: 0 = shown and kept, 1 = masked.
+using SiteMaskArray = std::vector<std::uint8_t>;
+
+/// Masks the sites strictly inside the rectangle with these opposite corners (map space, in either order); a
+/// site on an edge stays as it is, and so do masks set before. Gives the number of sites masked in all. y1
+/// and y2 are overwritten with the rectangle's northern and southern edge in survey units. Requires one entry
+/// of SiteMask for each site.
+SiteIndex MaskSites(const Survey& survey, const MapExtent& extent, SiteMaskArray& SiteMask, double x1,
+                    double& y1, double x2, double& y2);
+
+/// Unmasks every site.
+void recoverSites(SiteMaskArray& SiteMask);
+
+/// Takes the masked sites out of the survey for good, gives their number, and leaves SiteMask with an entry
+/// of 0 for each site kept. The others keep their order and their row numbers; a row that has lost all its
+/// sites is a gap in the numbering, with 0 sites in NumPoints. The storage shrinks to the sites kept, and the
+/// distances that have been calculated are calculated anew.
+SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
+
+/// True when the row numbers run 1, 1, ..., 2, 2, ... up to NumRows without a gap and never fall back. When
+/// they do not, the row information is lost: all sites then make up one row. Requires a site.
+bool ValidateRowInfo(Survey& survey);
+
+/// The rows of a survey without sites: none.
+void forgetRows(Survey& survey);
+
+/// Consecutive sites, [first, last).
+struct SiteRun {
+    SiteIndex first = 0;
+    SiteIndex last = 0;
+    bool operator==(const SiteRun&) const = default;
+};
+
+/// All sites in order, in blocks whose ends are multiples of 100 sites (but for the last): after each of them
+/// a map that is being drawn may be shown as far as it is.
+std::vector<SiteRun> drawingBlocks(const Survey& survey);
+
+/// The runs of sites whose row number, rounded, is `row`; one run where rows are stored as they should be.
+std::vector<SiteRun> sitesOfRow(const Survey& survey, int row);

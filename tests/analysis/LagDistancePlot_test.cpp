@@ -1,0 +1,172 @@
+#include "analysis/LagDistancePlot.h"
+
+#include "app/Guarded.h"
+#include "app/frmMain.h"
+#include "plots/RowPlotEditor.h"
+#include "support/ExpectedBoxes.h"
+#include "support/PlotWindow.h"
+#include "support/made_survey.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Point = Chart2D::Point;
+using Axis = Chart2D::Axis;
+
+// Two rows of three sites 10 m apart, 40 m between the rows; rows begin at gaps of more than 20 m.
+Survey twoRows() {
+    return madeSurvey({{0, 0, 1, 1, 1},
+                       {10, 0, 1, 1, 1},
+                       {20, 0, 1, 1, 1},
+                       {20, 40, 1, 1, 2},
+                       {10, 40, 1, 1, 2},
+                       {0, 40, 1, 1, 2}});
+}
+
+class LagPlots : public testing::Test {
+  protected:
+    LagPlots() : lag(*new LagDistancePlot(main)), chart(*lag.Chart2D1) {
+        const auto join = [this](QAction* item, void (LagDistancePlot::*click)()) {
+            QObject::connect(item, &QAction::triggered, &main,
+                             guarded(&main, [this, click] { (lag.*click)(); }));
+        };
+        join(main.mnuTrue_Dis, &LagDistancePlot::mnuTrue_Dis_Click);
+        join(main.mnuX_Dis, &LagDistancePlot::mnuX_Dis_Click);
+        join(main.mnuY_Dis, &LagDistancePlot::mnuY_Dis_Click);
+        main.resize(1024, 768);
+        main.show();
+    }
+    void expectDistances(const std::vector<double>& distances) {
+        const auto sites = static_cast<qsizetype>(distances.size()) + 1;
+        for (const int series : {1, 2}) {
+            ASSERT_EQ(chart.pointCount(Chart2D::kData, series), sites);
+            EXPECT_TRUE(chart.point(Chart2D::kData, series, 0) == Point());
+            EXPECT_TRUE(chart.point(Chart2D::kData, series, sites) == Point());
+        }
+        for (qsizetype i = 1; i < sites; ++i) {
+            EXPECT_TRUE(chart.point(Chart2D::kData, 1, i) ==
+                        (Point{double(i), distances[static_cast<std::size_t>(i) - 1]}));
+            EXPECT_TRUE(chart.point(Chart2D::kData, 2, i) == (Point{double(i), theSurvey().MinDistance}));
+        }
+    }
+    void expectRange(Axis axis, double minimum, double maximum) {
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).minimum, minimum);
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).maximum, maximum);
+    }
+
+    frmMain main;
+    LagDistancePlot& lag;
+    Chart2D& chart;
+    ExpectedBoxes boxes;
+};
+
+}  // namespace
+
+TEST_F(LagPlots, ShowTrueDistancesAndTheMinimumDistance) {
+    EXPECT_FALSE(chart.isVisible());
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    EXPECT_TRUE(chart.isVisible());
+    expectDistances({10, 10, 40, 10, 10});
+    expectRange(Axis::X, 0, 6);
+    expectRange(Axis::Y, 0, 40);
+    EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (True Distance)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::X), u"Site sequence number"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::Y), u"Distance (meters)"_s);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(LagPlots, ShowDistancesAlongXAndAlongYOnTheSameChart) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    main.mnuX_Dis->trigger();
+    expectDistances({10, 10, 0, 10, 10});
+    expectRange(Axis::Y, 0, 20);
+    EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (By X)"_s);
+    main.mnuY_Dis->trigger();
+    expectDistances({0, 0, 40, 0, 0});
+    expectRange(Axis::Y, 0, 40);
+    EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (By Y)"_s);
+    EXPECT_EQ(theSurvey().MaxYDist, 40);
+}
+
+TEST_F(LagPlots, DrawTheMinimumDistanceOnTheTopEdgeWhereItIsTheLargest) {
+    Survey survey = twoRows();
+    survey.MinDistance = 75;
+    openSurvey(main, survey);
+    main.mnuTrue_Dis->trigger();
+    expectRange(Axis::Y, 0, 75);
+}
+
+TEST_F(LagPlots, DrawALightBlueAndALightRedLine) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    for (const int series : {1, 2}) {
+        const SeriesStyle style = chart.seriesStyle(Chart2D::kData, series);
+        EXPECT_EQ(style.line, ChartLine::Thin);
+        EXPECT_EQ(style.symbol, ChartSymbol::None);
+        EXPECT_EQ(style.colour, series == 1 ? 9 : 12);
+    }
+}
+
+TEST_F(LagPlots, ShowSymbolsWhereThereAreFewerThanThreeSites) {
+    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}}));
+    main.mnuTrue_Dis->trigger();
+    expectDistances({10});
+    for (const int series : {1, 2})
+        EXPECT_EQ(chart.seriesStyle(Chart2D::kData, series).symbol, ChartSymbol::Disc);
+    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {20, 0, 1, 1, 1}}));
+    main.mnuTrue_Dis->trigger();
+    EXPECT_EQ(chart.seriesStyle(Chart2D::kData, 1).symbol, ChartSymbol::None);
+}
+
+TEST_F(LagPlots, OfOneSiteShowEmptyAxes) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}}));
+    main.mnuTrue_Dis->trigger();
+    expectDistances({});
+    expectRange(Axis::X, 0, 1);
+    expectRange(Axis::Y, 0, 20);
+    EXPECT_TRUE(chart.isVisible());
+}
+
+TEST_F(LagPlots, FollowAShorterSurvey) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {40, 0, 1, 1, 1}}));
+    main.mnuTrue_Dis->trigger();
+    expectDistances({10, 30});
+    expectRange(Axis::X, 0, 3);
+}
+
+TEST_F(LagPlots, TakeThePlaceOfTheRowPlotsAndGiveItBack) {
+    auto& editor = *new RowPlotEditor(main);
+    openSurvey(main, twoRows());
+    editor.mnuX_Click();
+    main.mnuTrue_Dis->trigger();
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(editor.Chart2D3->isVisible());
+    EXPECT_FALSE(editor.EditorStarted);
+    EXPECT_TRUE(chart.isVisible());
+    editor.mnuX_Click();
+    EXPECT_FALSE(chart.isVisible());
+}
+
+TEST_F(LagPlots, ChangeNothingButTheDistances) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    expectSameSurvey(theSurvey(), twoRows());
+}
+
+TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));
+    EXPECT_EQ(chart.footerText(), u"Site sequence number = 2, Distance = 10.00"_s);
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 1));
+    EXPECT_EQ(chart.footerText(), QString());
+}

@@ -1,0 +1,75 @@
+#include "analysis/lag_distance.h"
+
+#include "support/made_survey.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Two rows of three sites 10 m apart, 40 m between the rows.
+Survey twoRows() {
+    return madeSurvey({{0, 0, 1, 1, 1},
+                       {10, 0, 1, 1, 1},
+                       {20, 0, 1, 1, 1},
+                       {20, 40, 1, 1, 2},
+                       {10, 40, 1, 1, 2},
+                       {0, 40, 1, 1, 2}});
+}
+
+std::vector<double> distancesOf(const LagDistances& lag) {
+    return {lag.distances.begin(), lag.distances.end()};
+}
+
+}  // namespace
+
+TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRows) {
+    Survey survey = twoRows();
+    const LagDistances lag = lagDistances(survey, LagMeasure::TrueDistance);
+    EXPECT_EQ(distancesOf(lag), (std::vector<double>{0, 10, 10, 40, 10, 10}));
+    EXPECT_EQ(lag.top, 40);
+    EXPECT_EQ(lag.header, "Sample Distance Plot (True Distance)");
+}
+
+TEST(LagDistance, IsMeasuredAlongOneCoordinateToo) {
+    Survey survey = twoRows();
+    const LagDistances alongX = lagDistances(survey, LagMeasure::AlongX);
+    EXPECT_EQ(distancesOf(alongX), (std::vector<double>{0, 10, 10, 0, 10, 10}));
+    EXPECT_EQ(alongX.header, "Sample Distance Plot (By X)");
+    EXPECT_EQ(survey.MaxXDist, 10);
+    const LagDistances alongY = lagDistances(survey, LagMeasure::AlongY);
+    EXPECT_EQ(distancesOf(alongY), (std::vector<double>{0, 0, 0, 40, 0, 0}));
+    EXPECT_EQ(alongY.header, "Sample Distance Plot (By Y)");
+    EXPECT_EQ(alongY.top, 40);
+}
+
+TEST(LagDistance, ReachesUpToTheMinimumDistanceAtLeast) {
+    Survey survey = twoRows();
+    survey.MinDistance = 75;
+    EXPECT_EQ(lagDistances(survey, LagMeasure::TrueDistance).top, 75);
+}
+
+TEST(LagDistance, FollowsTheCoordinatesAsTheyAreNow) {
+    Survey survey = twoRows();
+    survey.SiteData(kY, 3) = 30;
+    EXPECT_EQ(lagDistances(survey, LagMeasure::TrueDistance).distances[3], 30);
+}
+
+TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
+    Survey survey = twoRows();
+    lagDistances(survey, LagMeasure::AlongY);
+    EXPECT_TRUE(survey.UseTrueDist);
+    EXPECT_EQ(survey.DistanceMode, 1);
+    EXPECT_EQ(survey.NumRows, 2);
+}
+
+TEST(LagDistance, OfOneSiteIsNone) {
+    Survey survey = madeSurvey({{5, 5, 1, 1, 1}});
+    const LagDistances lag = lagDistances(survey, LagMeasure::TrueDistance);
+    EXPECT_EQ(distancesOf(lag), std::vector<double>{0});
+    EXPECT_EQ(lag.top, 20);
+}
+
+TEST(LagDistance, StandsAtTheSequenceNumberOfItsSite) {
+    EXPECT_EQ(sequenceNumbers(4), (std::vector<double>{0, 1, 2, 3}));
+    EXPECT_TRUE(sequenceNumbers(0).empty());
+}

@@ -1,0 +1,343 @@
+#include "export/frmOutput.h"
+
+#include "app/CaptionColour.h"
+#include "app/FileDialogs.h"
+#include "app/palette16.h"
+#include "app/survey.h"
+#include "support/ExpectedBoxes.h"
+#include "support/row_surveys.h"
+#include "support/temporary_folder.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kGridQuestion =
+    u"Attention: This will create a GRID file format, without any row numbers.\n"
+    u"Are you sure that you wish to do this?"_s;
+
+// A survey, a folder, and a file dialog that is answered with a file in it.
+class OutputWindow : public testing::Test {
+  protected:
+    OutputWindow() {
+        theSurvey() = surveyWithRows({{1, 2, 3, 4, 1, 11}, {5, 6, 7, 8, 2, 12}, {9, 8, 7, 6, 3, 13}});
+        theSession().DataSaved = false;
+        answerDialogWith(folder_ / "out.txt");
+    }
+    ~OutputWindow() override { setFileResponder({}); }
+
+    void answerDialogWith(const std::string& path) {
+        setFileResponder([this, path](const FileQuestion& question) {
+            questions_ << question;
+            return fromPath(path);
+        });
+    }
+    void choosePath(frmOutput& window) { QTest::mouseClick(window.Command1, Qt::LeftButton); }
+    static void clickGrid(frmOutput& window) {
+        QTest::mouseClick(window.chkNoRow, Qt::LeftButton, {}, QPoint(8, window.chkNoRow->height() / 2));
+    }
+    std::string written() const { return readFile(folder_ / "out.txt"); }
+    bool nothingWritten() const { return std::filesystem::is_empty(folder_.path()); }
+
+    TemporaryFolder folder_;
+    QList<FileQuestion> questions_;
+};
+
+QColor colourOf(const QWidget* widget) {
+    return widget->palette().color(QPalette::Active, QPalette::WindowText);
+}
+
+QString plain(const QString& caption) {
+    return QString(caption).remove(u'&');
+}
+
+}  // namespace
+
+TEST_F(OutputWindow, HasItsTextsAndNames) {
+    const frmOutput window;
+    EXPECT_EQ(window.objectName(), u"frmOutput"_s);
+    EXPECT_EQ(window.windowTitle(), u"Output an VARN-95 Transect Data File"_s);
+    EXPECT_EQ(plain(window.lblText1->text()), u"Record format:"_s);
+    EXPECT_EQ(plain(window.lblText2->text()), u"Target Output file:"_s);
+    EXPECT_EQ(plain(window.lblBRN->text()),
+              u"Make the first set of row numbers begin with the following value:"_s);
+    EXPECT_EQ(plain(window.chkNoRow->text()), u"Remove all row numbers (use Grid output file format)"_s);
+    EXPECT_EQ(plain(window.Command1->text()), u"Specify the Output File Name"_s);
+    EXPECT_EQ(plain(window.Command2->text()), u"Create and Save the File"_s);
+    EXPECT_EQ(plain(window.Command3->text()), u"Cancel"_s);
+}
+
+TEST_F(OutputWindow, OpensWithTheRecordFormatOfTheSurvey) {
+    for (const bool ids : {false, true}) {
+        for (const bool two : {false, true}) {
+            theSurvey().SiteIDPresent = ids;
+            theSurvey().TwoEMColumns = two;
+            const frmOutput window;
+            const QString expected = (ids ? u"Site_#  "_s : QString()) + u"X_coord  Y_coord  EM1"_s +
+                                     (two ? u"  EM2"_s : QString()) + u"  Row_#"_s;
+            EXPECT_EQ(window.Text1->text(), expected);
+            EXPECT_TRUE(window.Text1->isReadOnly());
+        }
+    }
+    const frmOutput window;
+    EXPECT_FALSE(window.Command2->isEnabled());
+    EXPECT_EQ(window.txtBRN->text(), u"1"_s);
+    EXPECT_EQ(window.Text2->text(), QString());
+    EXPECT_FALSE(window.chkNoRow->isChecked());
+}
+
+TEST_F(OutputWindow, AsksForTheFile) {
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    ASSERT_EQ(questions_.size(), 1);
+    EXPECT_TRUE(questions_[0].toSave);
+    EXPECT_EQ(questions_[0].filter, u"Text Files (*.txt)|*.TXT|Data Files (*.dat)|*.DAT|All Files (*.*)|*"_s);
+    EXPECT_EQ(window.Text2->text(), fromPath(folder_ / "out.txt"));
+    EXPECT_TRUE(window.Command2->isEnabled());
+    EXPECT_TRUE(nothingWritten());
+}
+
+TEST_F(OutputWindow, KeepsTheFileWhenTheDialogIsCancelled) {
+    frmOutput window;
+    window.show();
+    answerDialogWith("");
+    choosePath(window);
+    EXPECT_FALSE(window.Command2->isEnabled());
+    answerDialogWith(folder_ / "out.txt");
+    choosePath(window);
+    answerDialogWith("");
+    choosePath(window);
+    EXPECT_EQ(window.Text2->text(), fromPath(folder_ / "out.txt"));
+    EXPECT_TRUE(window.Command2->isEnabled());
+}
+
+TEST_F(OutputWindow, AddsNoExtension) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    answerDialogWith(folder_ / "field 7, \"north\" 100%");
+    choosePath(window);
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "field 7, \"north\" 100%"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "field 7, \"north\" 100%"));
+}
+
+TEST_F(OutputWindow, WritesTheFileAndCloses) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    QSignalSpy exported(&window, &frmOutput::exported);
+    const int beeps = beepCount();
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(written(),
+              " 11            1             2             3             4             1 \r\n"
+              " 12            5             6             7             8             2 \r\n"
+              " 13            9             8             7             6             3 \r\n");
+    EXPECT_EQ(beepCount(), beeps + 1);
+    EXPECT_TRUE(theSession().DataSaved);
+    EXPECT_EQ(exported.count(), 1);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(OutputWindow, HasTheFileInPlaceBeforeItSaysSo) {
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    bool said = false;
+    setMessageResponder([&](const MessageBox&) {
+        said = true;
+        EXPECT_EQ(written().size(), 3u * (70 + 5));
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+        EXPECT_FALSE(theSession().DataSaved);
+        EXPECT_TRUE(window.isVisible());
+        return true;
+    });
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    setMessageResponder({});
+    EXPECT_TRUE(said);
+}
+
+TEST_F(OutputWindow, BeginsRowsWithTheNumberGiven) {
+    ExpectedBoxes boxes;
+    theSurvey().SiteIDPresent = theSurvey().TwoEMColumns = false;
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    window.txtBRN->setText(u"5"_s);
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(written(),
+              " 1             2             3             5 \r\n"
+              " 5             6             7             6 \r\n"
+              " 9             8             7             7 \r\n");
+}
+
+TEST_F(OutputWindow, RefusesABeginningRowThatIsNoNumber) {
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    for (const auto& entry : {u"abc"_s, u""_s, u"1,5"_s, u"5 6"_s, u"nan"_s}) {
+        ExpectedBoxes boxes;
+        const int beeps = beepCount();
+        window.txtBRN->setText(entry);
+        boxes.tell(u"Error! The beginning row number is non-numeric!"_s);
+        QTest::mouseClick(window.Command2, Qt::LeftButton);
+        EXPECT_EQ(beepCount(), beeps + 1);
+        EXPECT_TRUE(window.isVisible());
+    }
+    EXPECT_TRUE(nothingWritten());
+    EXPECT_FALSE(theSession().DataSaved);
+}
+
+TEST_F(OutputWindow, RefusesABeginningRowBelowOneOrBeyondAnyRow) {
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    for (const auto& entry : {u"0"_s, u"-2"_s, u"0.5"_s, u"-1e300"_s, u"2147483648"_s, u"1e300"_s}) {
+        ExpectedBoxes boxes;
+        const int beeps = beepCount();
+        window.txtBRN->setText(entry);
+        boxes.tell(u"Error! The specified beginning row number is < 1!"_s);
+        QTest::mouseClick(window.Command2, Qt::LeftButton);
+        EXPECT_EQ(beepCount(), beeps + 1);
+    }
+    EXPECT_TRUE(nothingWritten());
+}
+
+TEST_F(OutputWindow, RoundsTheBeginningRowHalvesToEven) {
+    theSurvey() = surveyWithRows({{0, 0, 0, 0, 1}});
+    theSurvey().SiteIDPresent = theSurvey().TwoEMColumns = false;
+    const std::vector<std::pair<QString, std::string>> entries = {{u"5"_s, "5"},
+                                                                  {u"2.7"_s, "3"},
+                                                                  {u"2.5"_s, "2"},
+                                                                  {u"3.5"_s, "4"},
+                                                                  {u" 1D1 "_s, "10"},
+                                                                  {u"0.6"_s, "1"},
+                                                                  {u"2147483647"_s, "2147483647"}};
+    for (const auto& [entry, row] : entries) {
+        ExpectedBoxes boxes;
+        frmOutput window;
+        window.show();
+        choosePath(window);
+        window.txtBRN->clear();
+        QTest::keyClicks(window.txtBRN, entry);
+        boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+        QTest::keyClick(window.txtBRN, Qt::Key_Return);
+        EXPECT_EQ(written(), " 0             0             0             " + row + " \r\n");
+    }
+}
+
+TEST_F(OutputWindow, AsksBeforeItLeavesOutTheRowsAndTakesNoForAnAnswer) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    boxes.ask(false, kGridQuestion);
+    clickGrid(window);
+    EXPECT_FALSE(window.chkNoRow->isChecked());
+    EXPECT_EQ(colourOf(window.chkNoRow), captionColour(kBlack, window));
+    EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2  Row_#"_s);
+}
+
+TEST_F(OutputWindow, LeavesOutTheRowsAndTakesThemBack) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    boxes.ask(true, kGridQuestion);
+    clickGrid(window);
+    EXPECT_TRUE(window.chkNoRow->isChecked());
+    EXPECT_EQ(colourOf(window.chkNoRow), captionColour(kLightBlue, window));
+    EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2"_s);
+    clickGrid(window);
+    EXPECT_FALSE(window.chkNoRow->isChecked());
+    EXPECT_EQ(colourOf(window.chkNoRow), captionColour(kBlack, window));
+    EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2  Row_#"_s);
+}
+
+TEST_F(OutputWindow, WritesTheGridFormat) {
+    ExpectedBoxes boxes;
+    theSurvey().SiteIDPresent = theSurvey().TwoEMColumns = false;
+    frmOutput window;
+    window.show();
+    boxes.ask(true, kGridQuestion);
+    clickGrid(window);
+    EXPECT_EQ(window.Text1->text(), u"X_coord  Y_coord  EM1"_s);
+    choosePath(window);
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(written(),
+              " 1             2             3 \r\n"
+              " 5             6             7 \r\n"
+              " 9             8             7 \r\n");
+}
+
+TEST_F(OutputWindow, ChecksTheBeginningRowForAGridToo) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    boxes.ask(true, kGridQuestion);
+    clickGrid(window);
+    choosePath(window);
+    window.txtBRN->setText(u"x"_s);
+    boxes.tell(u"Error! The beginning row number is non-numeric!"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_TRUE(nothingWritten());
+}
+
+TEST_F(OutputWindow, ReportsAFailureAndStaysAsItWas) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    answerDialogWith(folder_ / "gone/out.txt");
+    choosePath(window);
+    QSignalSpy exported(&window, &frmOutput::exported);
+    const int beeps = beepCount();
+    boxes.tell(fromPath(folder_ / "gone/out.txt") + u" cannot be written: No such file or directory"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(beepCount(), beeps);
+    EXPECT_FALSE(theSession().DataSaved);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(window.Command2->isEnabled());
+    EXPECT_EQ(window.Text2->text(), fromPath(folder_ / "gone/out.txt"));
+    EXPECT_EQ(exported.count(), 0);
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(OutputWindow, WithoutASurveyWritesAnEmptyFile) {
+    ExpectedBoxes boxes;
+    theSurvey() = Survey{};
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(written(), "");
+    EXPECT_TRUE(theSession().DataSaved);
+}
+
+TEST_F(OutputWindow, CancelWritesNothing) {
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    QTest::mouseClick(window.Command3, Qt::LeftButton);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(nothingWritten());
+    EXPECT_FALSE(theSession().DataSaved);
+}
+
+TEST_F(OutputWindow, EscapeCancels) {
+    frmOutput window;
+    window.show();
+    choosePath(window);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(nothingWritten());
+}

@@ -1,0 +1,70 @@
+#include "import/error_log.h"
+
+#include "app/survey.h"
+#include "import/import_report.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+TEST(ErrorLog, HoldsOneLineForEachRejectedOne) {
+    const TemporaryFolder folder;
+    ErrorLog log(folder / "error_log.dat");
+    log.reject(17, "  1.0 abc 2.0", reject_reason::kX);
+    log.reject(1000000, std::string_view("a\0\x01\xFF", 4), reject_reason::kEM1BelowCutoff);
+    log.commit();
+    EXPECT_EQ(readFile(folder / "error_log.dat"),
+              "Line # 17   1.0 abc 2.0  -> non-numeric X-coord data\r\n" +
+                  std::string("Line # 1000000 a\0\x01\xFF  -> 1st EM reading below cut-off\r\n", 54));
+    EXPECT_EQ(log.problem(), "");
+}
+
+TEST(ErrorLog, StaysTheOldOneUntilCommitted) {
+    const TemporaryFolder folder;
+    writeFile(folder / "error_log.dat", "old");
+    {
+        ErrorLog log(folder / "error_log.dat");
+        log.reject(1, "x", reject_reason::kY);
+    }
+    EXPECT_EQ(readFile(folder / "error_log.dat"), "old");
+}
+
+TEST(ErrorLog, ThatCannotBeCreatedSaysWhyAndTakesEverything) {
+    const TemporaryFolder folder;
+    ErrorLog log(folder / "none/error_log.dat");
+    EXPECT_EQ(log.problem(), folder / "none/error_log.dat cannot be written: No such file or directory");
+    log.reject(1, "x", reject_reason::kY);
+    log.commit();
+}
+
+TEST(ErrorLog, LiesInTheDataFolder) {
+    Session session;
+    session.DataDir = "/some/where";
+    EXPECT_EQ(errorLogPath(session), "/some/where/error_log.dat");
+}
+
+TEST(ImportReport, OfTheTrimbleImportLeavesABlankForTheSign) {
+    EXPECT_EQ(trimbleImportReport(12, 3),
+              "There are  12 valid records in this file.\n\n"
+              "There are  3 records in this file\n"
+              "containing non-numeric or invalid numeric values.\n\n"
+              "Please refer to the error_log.dat text file for more details.");
+    EXPECT_EQ(trimbleImportReport(0, 0),
+              "There are  0 valid records in this file.\n\n"
+              "There are  0 records in this file\n"
+              "containing non-numeric or invalid numeric values.");
+}
+
+TEST(ImportReport, OfTheGenericImportNamesDroppedRecordsOnlyWhenThereAreSome) {
+    EXPECT_EQ(genericImportReport(12, 3),
+              "There are 12 valid records in this file.\n\n"
+              "There are 3 records in this file\n"
+              "containing non-numeric or invalid numeric values.\n"
+              "Please refer to the error_log.dat text file for more details.");
+    EXPECT_EQ(genericImportReport(0, 0), "There are 0 valid records in this file.");
+}
+
+TEST(NumberField, HasABlankOrAMinusForItsSign) {
+    EXPECT_EQ(numberField(17), " 17");
+    EXPECT_EQ(numberField(0), " 0");
+    EXPECT_EQ(numberField(-3), "-3");
+}

@@ -1,0 +1,264 @@
+#include "import/frmIniDisplay.h"
+
+#include "app/CaptionColour.h"
+#include "app/palette16.h"
+#include "app/run_time_error.h"
+#include "support/ImportTest.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QScrollBar>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ImportFormat : public ImportTest {
+  protected:
+    void open(std::string_view bytes = "1 2 3\n") {
+        TrimbleOptions options;
+        options.path = sensorFile(bytes);
+        options.EMCutoff = -4;
+        window = std::make_unique<frmIniDisplay>(&main, options);
+        QObject::connect(window.get(), &frmIniDisplay::formatChosen, window.get(),
+                         [this](const TrimbleOptions& complete) {
+                             chosen = complete;
+                             ++timesChosen;
+                         });
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    void typePositions(QLineEdit& start, QLineEdit& end, const QString& first, const QString& last) {
+        type(start, first);
+        type(end, last);
+    }
+    void typeGoodPositions() {
+        typePositions(*window->Text2_0, *window->Text2_1, u"10"_s, u"20"_s);
+        typePositions(*window->Text3_0, *window->Text3_1, u"22"_s, u"32"_s);
+        typePositions(*window->Text4_0, *window->Text4_1, u"5"_s, u"5"_s);
+    }
+    void expectInvalid() {
+        boxes.tell(u"Invalid Input"_s);
+        click(*window->Command1);
+        EXPECT_EQ(boxes.pending(), 0);
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_EQ(timesChosen, 0);
+    }
+    void expectColumns(const FieldColumns& field, int start, int end, int length) {
+        EXPECT_EQ(field.Start, start);
+        EXPECT_EQ(field.End, end);
+        EXPECT_EQ(field.Len, length);
+    }
+    QStringList preview() const { return window->picPreview->toPlainText().split(u'\n'); }
+    QColor colourOf(const QWidget& widget) const { return widget.palette().color(QPalette::WindowText); }
+
+    std::unique_ptr<frmIniDisplay> window;
+    TrimbleOptions chosen;
+    int timesChosen = 0;
+};
+
+}  // namespace
+
+TEST_F(ImportFormat, OpensWithItsTextsAndEmptyBoxes) {
+    open();
+    EXPECT_EQ(window->windowTitle(), u"Input Signal Record Information"_s);
+    EXPECT_EQ(window->fraPositions->title(), u"Data Column Position Information: "_s);
+    EXPECT_EQ(window->Label1->text(), u"Starting Position"_s);
+    EXPECT_EQ(window->Label2->text(), u"Ending Position"_s);
+    const auto caption = [](QString text) { return text.remove(u'&'); };
+    EXPECT_EQ(caption(window->Check1->text()), u"Site number"_s);
+    EXPECT_EQ(caption(window->Label3->text()), u"X"_s);
+    EXPECT_EQ(caption(window->Label4->text()), u"Y"_s);
+    EXPECT_EQ(caption(window->Label5->text()), u"1st EM column"_s);
+    EXPECT_EQ(caption(window->Check2->text()), u"2nd EM column"_s);
+    EXPECT_EQ(window->Command2->text(), u"Cancel"_s);
+    for (const QLineEdit* box : window->fraPositions->findChildren<QLineEdit*>())
+        EXPECT_EQ(box->text(), QString());
+    EXPECT_FALSE(window->Check1->isChecked() || window->Check2->isChecked());
+    EXPECT_FALSE(window->Text1_0->isVisible() || window->Text1_1->isVisible());
+    EXPECT_FALSE(window->Text5_0->isVisible() || window->Text5_1->isVisible());
+    EXPECT_TRUE(window->Text2_0->isVisible() && window->Text4_1->isVisible());
+    EXPECT_TRUE(window->Text2_0->hasFocus());
+}
+
+TEST_F(ImportFormat, ShowsTheFirstLinesBelowTheRuler) {
+    open("\n\n  1  2\r\n\nx\n22\n33\n44\n55\n66\n");
+    EXPECT_EQ(
+        preview(),
+        (QStringList{
+            u"000000000111111111122222222223333333333444444444455555555556666666666777777777788888888889999999999"_s,
+            u"123456789012345678901234567890123456789012345678901234567890123456789012345678901234567890123456789"_s,
+            u"  1  2"_s, u"22"_s, u"33"_s, u"44"_s, u"55"_s}));
+}
+
+TEST_F(ImportFormat, ShowsOnlyTheRulerOfAnEmptyFile) {
+    open("");
+    EXPECT_EQ(preview().size(), 2);
+}
+
+TEST_F(ImportFormat, ShowsOneCharacterForEachByte) {
+    open(std::string_view("a\0\tb\x1B\x7F\x85\xC3\xBC\xADz\n", 12));
+    EXPECT_EQ(preview()[2], u"a·→b···Ã¼·z"_s);
+}
+
+TEST_F(ImportFormat, ShowsThePreviewInAFixedPitchBlackOnWhite) {
+    open();
+    EXPECT_EQ(window->picPreview->font().family(), u"Courier New"_s);
+    EXPECT_TRUE(QFontInfo(window->picPreview->font()).fixedPitch());
+    const QFontMetrics metrics(window->picPreview->font());
+    const int cell = metrics.horizontalAdvance(u'0');
+    for (const QChar c : u"1iWÃ·→ü"_s)
+        EXPECT_EQ(metrics.horizontalAdvance(c), cell) << c.unicode();
+    EXPECT_EQ(window->picPreview->palette().color(QPalette::Base), QColor(Qt::white));
+    EXPECT_EQ(window->picPreview->palette().color(QPalette::Text), QColor(Qt::black));
+}
+
+TEST_F(ImportFormat, ShowsAllSevenLinesAndScrollsToTheEndsOfLongOnes) {
+    open(std::string(5000, 'x') + "\n22\n33\n44\n55\n");
+    window->resize(window->minimumSizeHint());
+    EXPECT_FALSE(window->picPreview->verticalScrollBar()->isVisible());
+    EXPECT_TRUE(window->picPreview->horizontalScrollBar()->isVisible());
+    EXPECT_EQ(preview()[2].size(), 5000);
+}
+
+TEST_F(ImportFormat, ShowsBoxesOfAFieldWhileItIsChecked) {
+    open();
+    const QColor blue = captionColour(kLightBlue, *window);
+    const QColor black = captionColour(kBlack, *window);
+    for (const auto& [check, start, end] : {std::tuple{window->Check1, window->Text1_0, window->Text1_1},
+                                            std::tuple{window->Check2, window->Text5_0, window->Text5_1}}) {
+        EXPECT_EQ(colourOf(*check), black);
+        click(*check);
+        EXPECT_TRUE(start->isVisible() && end->isVisible());
+        EXPECT_TRUE(start->hasFocus());
+        EXPECT_EQ(colourOf(*check), blue);
+        click(*check);
+        EXPECT_FALSE(start->isVisible() || end->isVisible());
+        EXPECT_EQ(colourOf(*check), black);
+    }
+    for (const QLabel* label : {window->Label3, window->Label4, window->Label5})
+        EXPECT_EQ(colourOf(*label), blue);
+}
+
+TEST_F(ImportFormat, EmptiesABoxWithABeepWhenALetterIsTyped) {
+    open();
+    click(*window->Check1);
+    click(*window->Check2);
+    for (QLineEdit* box : window->fraPositions->findChildren<QLineEdit*>()) {
+        const int beeps = beepCount();
+        type(*box, u"12"_s);
+        EXPECT_EQ(beepCount(), beeps);
+        QTest::keyClicks(box, u"x"_s);
+        EXPECT_EQ(beepCount(), beeps + 1) << box->objectName().toStdString();
+        EXPECT_EQ(box->text(), QString());
+        EXPECT_TRUE(box->hasFocus());
+    }
+}
+
+TEST_F(ImportFormat, HandsOnTheColumnsOfEachField) {
+    open();
+    click(*window->Check1);
+    click(*window->Check2);
+    typePositions(*window->Text1_0, *window->Text1_1, u"1"_s, u"8"_s);
+    typeGoodPositions();
+    typePositions(*window->Text5_0, *window->Text5_1, u"40"_s, u"48"_s);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    ASSERT_EQ(timesChosen, 1);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(chosen.SiteIDPresent && chosen.TwoEMColumns);
+    expectColumns(chosen.SiteIDField, 1, 8, 8);
+    expectColumns(chosen.XField, 10, 20, 11);
+    expectColumns(chosen.YField, 22, 32, 11);
+    expectColumns(chosen.EM1Field, 5, 5, 1);
+    expectColumns(chosen.EM2Field, 40, 48, 9);
+    EXPECT_EQ(chosen.EMCutoff, -4);
+    expectSurveyUntouched();
+}
+
+TEST_F(ImportFormat, LeavesFieldsThatAreNotInUseAlone) {
+    open();
+    click(*window->Check2);
+    typePositions(*window->Text5_0, *window->Text5_1, u"9"_s, u"3"_s);
+    click(*window->Check2);
+    typeGoodPositions();
+    click(*window->Command1);
+    ASSERT_EQ(timesChosen, 1);
+    EXPECT_FALSE(chosen.SiteIDPresent || chosen.TwoEMColumns);
+    expectColumns(chosen.SiteIDField, 0, 0, 0);
+    expectColumns(chosen.EM2Field, 0, 0, 0);
+}
+
+TEST_F(ImportFormat, RefusesPositionsThatAreNoField) {
+    open();
+    expectInvalid();  // all empty
+    EXPECT_TRUE(window->Text2_0->hasFocus());
+    typeGoodPositions();
+    const auto refuse = [this](QLineEdit& start, QLineEdit& end, const QString& first, const QString& last) {
+        const QString oldFirst = start.text();
+        const QString oldLast = end.text();
+        typePositions(start, end, first, last);
+        expectInvalid();
+        EXPECT_TRUE(start.hasFocus());
+        start.setText(oldFirst);
+        end.setText(oldLast);
+    };
+    refuse(*window->Text2_0, *window->Text2_1, u"6"_s, u"5"_s);
+    refuse(*window->Text3_0, *window->Text3_1, u"0"_s, u"5"_s);
+    refuse(*window->Text4_0, *window->Text4_1, u""_s, u"5"_s);
+    refuse(*window->Text4_0, *window->Text4_1, u"5"_s, u""_s);
+    refuse(*window->Text4_0, *window->Text4_1, u"0.5"_s, u"5"_s);  // rounded to 0
+    click(*window->Check1);
+    expectInvalid();
+    typePositions(*window->Text1_0, *window->Text1_1, u"1"_s, u"2"_s);
+    click(*window->Check2);
+    expectInvalid();
+}
+
+TEST_F(ImportFormat, RoundsFractionsAndClampsWhatIsTooLarge) {
+    open();
+    typeGoodPositions();
+    window->Text2_0->setText(u"-3"_s);
+    expectInvalid();
+    typePositions(*window->Text2_0, *window->Text2_1, u"2.5"_s, u"3.5"_s);
+    typePositions(*window->Text4_0, *window->Text4_1, u"1"_s, u"99999999999"_s);
+    click(*window->Command1);
+    ASSERT_EQ(timesChosen, 1);
+    expectColumns(chosen.XField, 2, 4, 3);
+    expectColumns(chosen.EM1Field, 1, 2147483647, 2147483647);
+}
+
+TEST_F(ImportFormat, ShadesTheColumnsTyped) {
+    open("0123456789\n0123\n");
+    typePositions(*window->Text2_0, *window->Text2_1, u"3"_s, u"6"_s);
+    const auto shades = window->picPreview->extraSelections();
+    ASSERT_EQ(shades.size(), 2);
+    EXPECT_EQ(shades[0].cursor.selectedText(), u"2345"_s);
+    EXPECT_EQ(shades[1].cursor.selectedText(), u"23"_s);
+    type(*window->Text2_1, u"2"_s);
+    EXPECT_TRUE(window->picPreview->extraSelections().isEmpty());
+}
+
+TEST_F(ImportFormat, CancelledLeavesEverythingAsItWas) {
+    for (const bool escape : {false, true}) {
+        open();
+        click(*window->Check1);
+        typeGoodPositions();
+        if (escape)
+            QTest::keyClick(window.get(), Qt::Key_Escape);
+        else
+            click(*window->Command2);
+        EXPECT_FALSE(window->isVisible());
+        EXPECT_EQ(timesChosen, 0);
+        expectSurveyUntouched();
+    }
+}
+
+TEST_F(ImportFormat, OfAFileThatIsGoneIsAnError) {
+    TrimbleOptions options;
+    options.path = folder / "gone.dat";
+    EXPECT_THROW(frmIniDisplay(&main, options), RunTimeError);
+}

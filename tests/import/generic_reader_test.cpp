@@ -1,0 +1,339 @@
+#include "import/generic_reader.h"
+
+#include "app/run_time_error.h"
+#include "import/error_log.h"
+#include "rows/row_detection.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace {
+
+constexpr GenericLayout kThree = kGenericLayouts[4];       // X Y Ec1
+constexpr GenericLayout kThreeRow = kGenericLayouts[0];    // X Y Ec1 Row
+constexpr GenericLayout kEverything = kGenericLayouts[3];  // Site X Y Ec1 Ec2 Row
+
+class GenericFile : public testing::Test {
+  protected:
+    GenericFile() {
+        options.path = folder / "generic.txt";
+        options.errorLogPath = folder / "error_log.dat";
+        options.layout = kThree;
+    }
+
+    GenericImportResult import(std::string_view bytes) {
+        writeFile(options.path, bytes);
+        return importGenericFile(options, parameters);
+    }
+    std::string log() const { return readFile(options.errorLogPath); }
+
+    // The log that a file leaves.
+    std::string logOf(std::string_view bytes) {
+        import(bytes);
+        return log();
+    }
+
+    // X, Y, EM1 of every site, for comparing.
+    std::string sitesOf(std::string_view bytes) {
+        const Survey survey = import(bytes).survey;
+        std::string text;
+        for (SiteIndex i = 0; i < survey.NumSites; ++i)
+            for (const int column : {kX, kY, kEM1})
+                text += std::to_string(static_cast<int>(survey.SiteData(column, i))) +
+                        (column == kEM1 ? ";" : " ");
+        return text;
+    }
+
+    // A file of the layout X Y Ec1 Row with these row numbers.
+    GenericImportResult importRows(const std::vector<double>& rows) {
+        options.layout = kThreeRow;
+        std::string bytes;
+        for (const double row : rows)
+            bytes += "1,2,3," + std::to_string(row) + "\n";
+        return import(bytes);
+    }
+
+    const TemporaryFolder folder;
+    GenericOptions options;
+    Survey parameters;
+};
+
+}  // namespace
+
+TEST_F(GenericFile, InEachLayoutPutsItsColumnsInPlace) {
+    for (const GenericLayout& layout : kGenericLayouts) {
+        options.layout = layout;
+        std::string record;
+        if (layout.siteNumber) record += "7,";
+        record += "10.5,20.5,30.5";
+        if (layout.secondReading) record += ",40.5";
+        if (layout.rowNumber) record += ",1";
+        const Survey survey = import(record + "\n" + record + "\n").survey;
+        ASSERT_EQ(survey.NumSites, 2) << record;
+        EXPECT_EQ(survey.SiteIDPresent, layout.siteNumber);
+        EXPECT_EQ(survey.TwoEMColumns, layout.secondReading);
+        EXPECT_EQ(survey.SiteID, layout.siteNumber ? std::vector<double>({7, 7}) : std::vector<double>());
+        EXPECT_EQ(survey.SiteData(kX, 1), 10.5);
+        EXPECT_EQ(survey.SiteData(kY, 1), 20.5);
+        EXPECT_EQ(survey.SiteData(kEM1, 1), 30.5);
+        EXPECT_EQ(survey.SiteData(kEM2, 1), layout.secondReading ? 40.5 : 0);
+        EXPECT_EQ(survey.SiteData(kRow, 1), 1);
+        EXPECT_EQ(survey.NumRows, 1);
+        EXPECT_EQ(survey.NumPoints[1], 2);
+    }
+}
+
+TEST_F(GenericFile, LayoutsStandInTheirOrder) {
+    const std::array<int, 8> columns = {4, 5, 5, 6, 3, 4, 4, 5};
+    for (std::size_t i = 0; i < 8; ++i)
+        EXPECT_EQ(kGenericLayouts[i].columns(), columns[i]);
+    EXPECT_TRUE(kGenericLayouts[6].siteNumber && !kGenericLayouts[6].secondReading);
+}
+
+TEST_F(GenericFile, MayBeSeparatedByCommasBlanksOrTabs) {
+    const std::string sites = "1 2 3;4 5 6;";
+    EXPECT_EQ(sitesOf("1,2,3\n4,5,6\n"), sites);
+    EXPECT_EQ(sitesOf("1 2 3\r\n4 5 6\r\n"), sites);
+    EXPECT_EQ(sitesOf("1\t2\t3\r4\t5\t6"), sites);
+    EXPECT_EQ(sitesOf("  1 , 2\t,\t3  \n\n\n 4,5 6"), sites);
+    EXPECT_EQ(sitesOf("\xEF\xBB\xBF"
+                      "1,2,3\n4,5,6"),
+              sites);
+}
+
+TEST_F(GenericFile, MayHaveRecordsAcrossLinesAndSeveralOnALine) {
+    const std::string sites = "1 2 3;4 5 6;";
+    EXPECT_EQ(sitesOf("1\n2\n3\n4\n5\n6\n"), sites);
+    EXPECT_EQ(sitesOf("1,2\n3,4\n5,6\n"), sites);
+    EXPECT_EQ(sitesOf("1,2,3,4,5,6\n"), sites);
+    EXPECT_EQ(sitesOf("1 2 3 4 5 6"), sites);
+    EXPECT_EQ(sitesOf("1,\n2,\n3,\n4,\n5,\n6\n"), sites);
+    EXPECT_EQ(sitesOf("1,2,\n3\n4,5,\n6\n"), sites);
+    EXPECT_EQ(sitesOf("1,2\n,3\n4,5\n,6\n"), sites);
+}
+
+TEST_F(GenericFile, MayHaveCommasAtTheEndsOfItsLines) {
+    EXPECT_EQ(sitesOf("1,2,3,\n4,5,6,\n"), "1 2 3;4 5 6;");
+}
+
+TEST_F(GenericFile, MayHaveQuotedValues) {
+    EXPECT_EQ(sitesOf("\"1\",\" 2 \",\"3\"\n\"4\" \"5\" \"6\""), "1 2 3;4 5 6;");
+    EXPECT_EQ(logOf("\"1,5\",2,3\n"), "Line # 1 \"1,5\" 2 3  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(logOf("\"1\"x,2,3\n"), "Line # 1 \"1\"x 2 3  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(logOf("1,2,\"3\n4,5,6\n"), "Line # 1 1 2 \"3  -> non-numeric 1st EM reading\r\n");
+    EXPECT_EQ(logOf("\"\",2,3\n"), "Line # 1 \"\" 2 3  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(GenericFile, KeepsReadingsEqualToTheCutOff) {
+    options.cutoff = 0.5;
+    EXPECT_EQ(import("1,2,0.5\n1,2,0.499\n").survey.NumSites, 1);
+    EXPECT_EQ(log(), "Line # 2 1 2 0.499  -> 1st EM reading below cut-off\r\n");
+}
+
+TEST_F(GenericFile, LogsWhyEachRecordIsDropped) {
+    options.layout = kEverything;
+    const auto reason = [this](const std::string& record) {
+        const std::string written = logOf(record);
+        return written.substr(written.find("  -> "));
+    };
+    EXPECT_EQ(reason("a 1 1 1 1 1"), "  -> non-numeric site ID\r\n");
+    EXPECT_EQ(reason("1 1 1 1 x 1"), "  -> non-numeric 2nd EM reading\r\n");
+    EXPECT_EQ(reason("1 1 1 1 -1 1"), "  -> 2nd EM reading below cut-off\r\n");
+    EXPECT_EQ(reason("1 x 1 1 1 1"), "  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(reason("1 1 x 1 1 1"), "  -> non-numeric Y-coord data\r\n");
+    EXPECT_EQ(reason("1 1 1 x 1 1"), "  -> non-numeric 1st EM reading\r\n");
+    EXPECT_EQ(reason("1 1 1 -1 1 1"), "  -> 1st EM reading below cut-off\r\n");
+    EXPECT_EQ(reason("1 1 1 1 1 x"), "  -> non-numeric row number\r\n");
+    EXPECT_EQ(reason("1 1 1 1 1 1.5"), "  -> non-numeric row number\r\n");
+}
+
+TEST_F(GenericFile, LooksAtTheSecondReadingFirst) {
+    options.layout = kEverything;
+    EXPECT_EQ(logOf("1 x x -1 -1 x\n"), "Line # 1 1 x x -1 -1 x  -> 2nd EM reading below cut-off\r\n");
+    EXPECT_EQ(logOf("x x x x x x\n"), "Line # 1 x x x x x x  -> non-numeric site ID\r\n");
+    EXPECT_EQ(logOf("1 x x x x x\n"), "Line # 1 1 x x x x x  -> non-numeric 2nd EM reading\r\n");
+}
+
+TEST_F(GenericFile, LosesOneRecordToAHeaderLine) {
+    const auto result = import("X,Y,ECa\n1,2,3\n4,5,6\n");
+    EXPECT_EQ(result.survey.NumSites, 2);
+    EXPECT_EQ(result.dropped, 1);
+    EXPECT_EQ(log(), "Line # 1 X Y ECa  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(GenericFile, LosesOneRecordToAValueMissingBetweenCommas) {
+    EXPECT_EQ(sitesOf("1,,3\n4,5,6\n"), "4 5 6;");
+    EXPECT_EQ(log(), "Line # 1 1  3  -> non-numeric Y-coord data\r\n");
+    EXPECT_EQ(sitesOf("1 , \t, 3\n4,5,6\n"), "4 5 6;");
+    EXPECT_EQ(sitesOf("1,2,3\n,5,6\n7,8,9\n"), "1 2 3;7 8 9;");
+    EXPECT_EQ(log(), "Line # 2  5 6  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(GenericFile, LosesOneRecordToAValueMissingAtTheEndOfItsLine) {
+    EXPECT_EQ(sitesOf("1,2,3\n4,5,\n7,8,9\n"), "1 2 3;7 8 9;");
+    EXPECT_EQ(log(), "Line # 2 4 5   -> non-numeric 1st EM reading\r\n");
+}
+
+TEST_F(GenericFile, CutShortByItsEndLosesTheLastRecord) {
+    const auto result = import("1,2,3\n4,\n5");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.dropped, 1);
+    EXPECT_EQ(log(), "Line # 2 4 5  -> incomplete record at end of file\r\n");
+    EXPECT_EQ(logOf("1,2,3\n4,5,\n"), "Line # 2 4 5  -> incomplete record at end of file\r\n");
+}
+
+TEST_F(GenericFile, LogsTheLineOnWhichARecordBegins) {
+    EXPECT_EQ(logOf("1 2\n3\n\n4\nx 6 7\nx\n8 9"),
+              "Line # 4 4 x 6  -> non-numeric Y-coord data\r\nLine # 5 7 x 8  -> non-numeric Y-coord data\r\n"
+              "Line # 7 9  -> incomplete record at end of file\r\n");
+}
+
+TEST_F(GenericFile, LogsValuesAsTheyStandInTheFile) {
+    EXPECT_EQ(logOf("1.500,  +2.0E0 ,\t-0007\n"),
+              "Line # 1 1.500 +2.0E0 -0007  -> 1st EM reading below cut-off\r\n");
+}
+
+TEST_F(GenericFile, ThatIsEmptyGivesNothing) {
+    for (const char* bytes : {"", "\n\r\n \t\n", "\xEF\xBB\xBF"}) {
+        const auto result = import(bytes);
+        EXPECT_EQ(result.survey.NumSites, 0);
+        EXPECT_EQ(result.survey.NumRows, 0);
+        EXPECT_EQ(result.dropped, 0);
+        EXPECT_EQ(result.rowCheck, RowCheck::Passed);
+    }
+}
+
+TEST_F(GenericFile, HasATableOfExactlyItsSites) {
+    options.layout = kGenericLayouts[6];
+    std::string bytes;
+    for (int i = 0; i < 250; ++i)
+        bytes += std::to_string(i) + ",1,2," + std::to_string(i) + "\n";
+    const Survey survey = import(bytes).survey;
+    EXPECT_EQ(survey.NumSites, 250);
+    EXPECT_EQ(survey.SiteData.capacity(), 250);
+    EXPECT_EQ(survey.SiteID.size(), 250U);
+    EXPECT_EQ(survey.SiteData(kEM1, 249), 249);
+    EXPECT_EQ(survey.SiteID[249], 249);
+}
+
+TEST_F(GenericFile, MayHaveRowsThatGrowByOne) {
+    const auto result = importRows({1, 1, 2, 3, 3});
+    EXPECT_EQ(result.rowCheck, RowCheck::Passed);
+    EXPECT_EQ(result.survey.NumRows, 3);
+    EXPECT_EQ(result.survey.RowIndex, 3);
+    EXPECT_EQ(result.survey.NumPoints[1], 2);
+    EXPECT_EQ(result.survey.NumPoints[2], 1);
+    EXPECT_EQ(result.survey.NumPoints[3], 2);
+    EXPECT_TRUE(rowsAreUsable(result.survey));
+}
+
+TEST_F(GenericFile, WhoseRowsAreOutOfOrderIsReadButRefused) {
+    for (const auto& rows : {std::vector<double>{1, 2, 4}, {1, 2, 1}, {1, 0}, {1, 1, 3}}) {
+        const auto result = importRows(rows);
+        EXPECT_EQ(result.rowCheck, RowCheck::NotSequential);
+        EXPECT_EQ(result.survey.NumSites, static_cast<SiteIndex>(rows.size()));
+        EXPECT_EQ(result.survey.NumRows, 0);
+        EXPECT_EQ(result.survey.SiteData(kRow, result.survey.NumSites - 1), rows.back());
+    }
+    EXPECT_EQ(importRows({2, 3}).rowCheck, RowCheck::FirstRowNotOne);
+    EXPECT_EQ(importRows({0, 1}).rowCheck, RowCheck::FirstRowNotOne);
+}
+
+TEST_F(GenericFile, MayHaveMoreRowsThanTheSystemHolds) {
+    std::vector<double> rows;
+    for (int i = 1; i <= 250; ++i)
+        rows.push_back(i);
+    EXPECT_EQ(importRows(rows).survey.NumPoints[250], 1);
+    rows.push_back(251);
+    const auto result = importRows(rows);
+    EXPECT_EQ(result.rowCheck, RowCheck::Passed);
+    EXPECT_EQ(result.survey.NumRows, 251);
+    EXPECT_EQ(result.survey.RowIndex, 251);
+}
+
+TEST_F(GenericFile, IsInOneRowWithoutARowColumn) {
+    parameters.NumRows = 7;
+    const Survey survey = import("0,0,1\n1000,0,1\n5000,0,1\n").survey;
+    EXPECT_EQ(survey.NumRows, 1);
+    EXPECT_EQ(survey.RowIndex, 1);
+    EXPECT_EQ(survey.SiteData(kRow, 2), 1);
+    EXPECT_EQ(survey.NumPoints[1], 3);
+}
+
+TEST_F(GenericFile, HasTheDistancesOfTheMeasureInForce) {
+    const std::string bytes = "0,0,1\n3,4,1\n";
+    EXPECT_EQ(import(bytes).survey.MaxTrueDist, 5);
+    EXPECT_TRUE(import(bytes).survey.UseTrueDist);
+    parameters.chooseDistance(2);
+    EXPECT_EQ(import(bytes).survey.MaxXDist, 3);
+    EXPECT_EQ(import(bytes).survey.TrueDist.size(), 0U);
+    parameters.chooseDistance(3);
+    EXPECT_EQ(import(bytes).survey.MaxYDist, 4);
+}
+
+TEST_F(GenericFile, LeavesTheParametersAsTheyWere) {
+    parameters.EMCutoff = -3;
+    parameters.MinDistance = 4;
+    parameters.NegateEM = parameters.DivideEMBy10 = true;
+    parameters.chooseDistance(2);
+    parameters.XField = {1, 2, 2};
+    const Survey survey = import("1,2,3").survey;
+    EXPECT_EQ(survey.EMCutoff, -3);
+    EXPECT_EQ(survey.MinDistance, 4);
+    EXPECT_TRUE(survey.NegateEM && survey.DivideEMBy10);
+    EXPECT_EQ(survey.DistanceMode, 2);
+    EXPECT_EQ(survey.XField.Len, 2);
+    EXPECT_EQ(survey.SiteData(kEM1, 0), 3);  // and they are not applied
+}
+
+TEST_F(GenericFile, WhoseDistancesOverflowIsAnErrorAndKeepsTheLog) {
+    writeFile(options.errorLogPath, "old");
+    EXPECT_THROW(import("1e300,0,1\n-1e300,0,1\n"), RunTimeError);
+    EXPECT_EQ(log(), "old");
+}
+
+TEST_F(GenericFile, ThatCannotBeReadIsAnErrorAndKeepsTheLog) {
+    writeFile(options.errorLogPath, "old");
+    options.path = folder / "missing.txt";
+    EXPECT_THROW(importGenericFile(options, parameters), RunTimeError);
+    options.path = folder.path();
+    EXPECT_THROW(importGenericFile(options, parameters), RunTimeError);
+    EXPECT_EQ(log(), "old");
+}
+
+TEST_F(GenericFile, IsReadWithoutALogThatCannotBeCreated) {
+    options.errorLogPath = folder / "none/error_log.dat";
+    const auto result = import("1,2,3\nx,y,z\n");
+    EXPECT_EQ(result.logProblem, folder / "none/error_log.dat cannot be written: No such file or directory");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.dropped, 1);
+}
+
+TEST_F(GenericFile, OfOddNumbersTakesThoseThatAreNumeric) {
+    for (const char* number : {"-0", ".5", "5.", "+.5E+1", "1d5", "1e308"})
+        EXPECT_EQ(import("1," + std::string(number) + ",3").survey.NumSites, 1) << number;
+    for (const char* text : {"nan", "inf", "0x10", "1e999", ".", "1.2.3", "1-2"})
+        EXPECT_EQ(import("1," + std::string(text) + ",3").dropped, 1) << text;
+    EXPECT_EQ(import("1,0." + std::string(400, '3') + ",3").survey.SiteData(kY, 0), 1.0 / 3);
+}
+
+TEST_F(GenericFile, ThatIsBinaryEndsAsOneLogLineForEachRecord) {
+    std::string bytes;
+    for (int i = 0; i < 100'000; ++i)
+        bytes += static_cast<char>(i * 7919 >> 3);
+    const auto result = import(bytes);
+    EXPECT_EQ(result.survey.NumSites, 0);
+    const std::string written = log();
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), result.dropped);
+}
+
+TEST_F(GenericFile, ReadsALineOfManyMegabytes) {
+    std::string bytes;
+    for (int i = 0; i < 500'000; ++i)
+        bytes += "1,2,3 ";
+    EXPECT_EQ(import(bytes).survey.NumSites, 500'000);
+    EXPECT_EQ(logOf("1," + std::string(5'000'000, 'y') + ",3"),
+              "Line # 1 1 " + std::string(5'000'000, 'y') + " 3  -> non-numeric Y-coord data\r\n");
+}

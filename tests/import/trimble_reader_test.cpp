@@ -1,0 +1,418 @@
+#include "import/trimble_reader.h"
+
+#include "app/run_time_error.h"
+#include "import/error_log.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+FieldColumns columns(int start, int end) {
+    return {start, end, end - start + 1};
+}
+
+// Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111 22222222".
+class TrimbleFile : public testing::Test {
+  protected:
+    TrimbleFile() {
+        options.path = folder / "sensor.dat";
+        options.errorLogPath = folder / "error_log.dat";
+        options.EMCutoff = -10;
+        options.MinDistance = 5;
+        options.SiteIDField = columns(1, 4);
+        options.XField = columns(6, 13);
+        options.YField = columns(15, 22);
+        options.EM1Field = columns(24, 31);
+        options.EM2Field = columns(33, 40);
+    }
+
+    TrimbleImportResult import(std::string_view bytes) {
+        writeFile(options.path, bytes);
+        return importTrimbleFile(options);
+    }
+    std::string log() const { return readFile(options.errorLogPath); }
+
+    // One line of X, Y, EM1 in the columns above.
+    static std::string line(const std::string& x, const std::string& y, const std::string& em1,
+                            const std::string& em2 = "", const std::string& id = "") {
+        const auto right = [](const std::string& text, std::size_t width) {
+            return std::string(width - std::min(width, text.size()), ' ') + text;
+        };
+        return right(id, 4) + " " + right(x, 8) + " " + right(y, 8) + " " + right(em1, 8) + " " +
+               right(em2, 8);
+    }
+    std::string rejection(const std::string& bad, std::string_view reason) {
+        import(bad + "\r\n");
+        const std::string expected = "Line # 1 " + bad + std::string(reason) + "\r\n";
+        EXPECT_EQ(log(), expected);
+        return log() == expected ? "as expected" : log();
+    }
+
+    const TemporaryFolder folder;
+    TrimbleOptions options;
+};
+
+}  // namespace
+
+TEST_F(TrimbleFile, GivesItsSitesInFileOrder) {
+    options.SiteIDPresent = options.TwoEMColumns = true;
+    const auto result = import(line("1.5", "2.5", "30.25", "40", "7") + "\r\n" +
+                               line("-1.5", "1e2", "31", "41.5", "8") + "\r\n");
+    const Survey& survey = result.survey;
+    ASSERT_EQ(survey.NumSites, 2);
+    EXPECT_EQ(result.errors, 0);
+    EXPECT_EQ(log(), "");
+    EXPECT_EQ(survey.SiteID[0], 7);
+    EXPECT_EQ(survey.SiteID[1], 8);
+    EXPECT_EQ(survey.SiteData(kX, 0), 1.5);
+    EXPECT_EQ(survey.SiteData(kY, 0), 2.5);
+    EXPECT_EQ(survey.SiteData(kEM1, 0), 30.25);
+    EXPECT_EQ(survey.SiteData(kEM2, 0), 40);
+    EXPECT_EQ(survey.SiteData(kX, 1), -1.5);
+    EXPECT_EQ(survey.SiteData(kY, 1), 100);
+    EXPECT_EQ(survey.SiteData(kEM1, 1), 31);
+    EXPECT_EQ(survey.SiteData(kEM2, 1), 41.5);
+}
+
+TEST_F(TrimbleFile, HandsItsParametersToTheSurvey) {
+    options.SiteIDPresent = true;
+    options.NegateEM = true;
+    options.DivideEMBy10 = true;
+    options.DistanceMode = 3;
+    const Survey survey = import(line("1", "2", "-3", "", "1")).survey;
+    EXPECT_TRUE(survey.SiteIDPresent);
+    EXPECT_FALSE(survey.TwoEMColumns);
+    EXPECT_TRUE(survey.NegateEM);
+    EXPECT_TRUE(survey.DivideEMBy10);
+    EXPECT_EQ(survey.DistanceMode, 3);
+    EXPECT_TRUE(survey.UseYDist);
+    EXPECT_FALSE(survey.UseTrueDist);
+    EXPECT_EQ(survey.EMCutoff, -10);
+    EXPECT_EQ(survey.MinDistance, 5);
+    EXPECT_EQ(survey.XField.Start, 6);
+    EXPECT_EQ(survey.EM2Field.Len, 8);
+}
+
+TEST_F(TrimbleFile, LogsWhyEachLineIsRejected) {
+    using namespace reject_reason;
+    options.SiteIDPresent = options.TwoEMColumns = true;
+    EXPECT_EQ(rejection(line("1", "2", "3", "4", "A1"), "  -> non-numeric site ID"), "as expected");
+    EXPECT_EQ(rejection(line("1", "2", "3", "x", "1"), "  -> non-numeric 2nd EM reading"), "as expected");
+    EXPECT_EQ(rejection(line("1", "2", "3", "-10.01", "1"), "  -> 2nd EM reading below cut-off"),
+              "as expected");
+    EXPECT_EQ(rejection(line("1,5", "2", "3", "4", "1"), "  -> non-numeric X-coord data"), "as expected");
+    EXPECT_EQ(rejection(line("1", "N2", "3", "4", "1"), "  -> non-numeric Y-coord data"), "as expected");
+    EXPECT_EQ(rejection(line("1", "2", "", "4", "1"), "  -> non-numeric 1st EM reading"), "as expected");
+    EXPECT_EQ(rejection(line("1", "2", "-11", "4", "1"), "  -> 1st EM reading below cut-off"), "as expected");
+}
+
+TEST_F(TrimbleFile, NamesTheFirstReasonOnly) {
+    options.SiteIDPresent = options.TwoEMColumns = true;
+    EXPECT_EQ(rejection(line("x", "x", "x", "x", "x"), reject_reason::kSiteID), "as expected");
+    EXPECT_EQ(rejection(line("x", "x", "x", "x", "1"), reject_reason::kEM2), "as expected");
+    EXPECT_EQ(rejection(line("x", "x", "x", "-11", "1"), reject_reason::kEM2BelowCutoff), "as expected");
+    EXPECT_EQ(rejection(line("x", "x", "x", "1", "1"), reject_reason::kX), "as expected");
+    EXPECT_EQ(rejection(line("1", "x", "x", "1", "1"), reject_reason::kY), "as expected");
+    EXPECT_EQ(rejection(line("1", "1", "x", "1", "1"), reject_reason::kEM1), "as expected");
+}
+
+TEST_F(TrimbleFile, LooksAtSiteNumberAndSecondReadingOnlyWhenTheyArePresent) {
+    const auto result = import(line("1", "2", "3", "x", "x") + "\n");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_TRUE(result.survey.SiteID.empty());
+}
+
+TEST_F(TrimbleFile, SkipsShortLinesSilentlyButCountsThem) {
+    const auto result = import("\r\nx\r\n" + line("1", "2", "3") + "\r\n\r\nxx\r\n");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(log(), "Line # 5 xx  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(TrimbleFile, AcceptsReadingsEqualToTheCutOff) {
+    options.TwoEMColumns = true;
+    const auto result = import(line("1", "2", "-10", "-10") + "\n" + line("1", "2", "-10.0001", "5") + "\n" +
+                               line("1", "2", "5", "-10.0001") + "\n");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.errors, 2);
+}
+
+TEST_F(TrimbleFile, ConvertsReadingsBeforeTheyMeetTheCutOff) {
+    options.TwoEMColumns = options.NegateEM = options.DivideEMBy10 = true;
+    options.EMCutoff = 25.4;
+    const auto result = import(line("1", "2", "-254", "-254") + "\n" + line("1", "2", "-253", "-254") + "\n" +
+                               line("1", "2", "-254", "254") + "\n");
+    ASSERT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.survey.SiteData(kEM1, 0), 25.4);
+    EXPECT_EQ(result.survey.SiteData(kEM2, 0), 25.4);
+    EXPECT_EQ(log(), "Line # 2 " + line("1", "2", "-253", "-254") +
+                         "  -> 1st EM reading below cut-off\r\n"
+                         "Line # 3 " +
+                         line("1", "2", "-254", "254") + "  -> 2nd EM reading below cut-off\r\n");
+}
+
+TEST_F(TrimbleFile, GivesANegatedZeroNoSign) {
+    options.NegateEM = true;
+    EXPECT_FALSE(std::signbit(import(line("1", "2", "0")).survey.SiteData(kEM1, 0)));
+}
+
+TEST_F(TrimbleFile, LeavesTheValuesOfARejectedLineInTheSlotForTheNextSite) {
+    options.SiteIDPresent = options.TwoEMColumns = true;
+    writeFile(options.path, line("1", "2", "3", "4", "5") + "\n" + line("11", "12", "x", "14", "15") + "\n");
+    Survey survey;
+    ErrorLog errorLog(options.errorLogPath);
+    EXPECT_EQ(readTrimbleFile(options, survey, errorLog), 1);
+    ASSERT_EQ(survey.NumSites, 1);
+    EXPECT_EQ(survey.SiteID[1], 15);
+    EXPECT_EQ(survey.SiteData(kX, 1), 11);
+    EXPECT_EQ(survey.SiteData(kY, 1), 12);
+    EXPECT_EQ(survey.SiteData(kEM2, 1), 14);
+
+    const auto result =
+        import(line("11", "12", "x", "14", "15") + "\n" + line("21", "22", "23", "24", "25") + "\n");
+    ASSERT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.survey.SiteID[0], 25);
+    EXPECT_EQ(result.survey.SiteData(kX, 0), 21);
+    EXPECT_EQ(result.survey.SiteData(kEM2, 0), 24);
+}
+
+TEST_F(TrimbleFile, GrowsTheTableByAHundredTenSitesBeforeItIsFull) {
+    options.SiteIDPresent = true;
+    std::string bytes;
+    SiteIndex sites = 0;
+    const auto capacityWith = [&](SiteIndex wanted) {
+        for (; sites < wanted; ++sites)
+            bytes += line("1", "2", std::to_string(sites), "", std::to_string(sites)) + "\n";
+        const Survey survey = import(bytes).survey;
+        EXPECT_EQ(survey.NumSites, wanted);
+        EXPECT_EQ(survey.SiteID.size(), static_cast<std::size_t>(survey.SiteData.capacity()));
+        EXPECT_EQ(survey.SiteData(kEM1, wanted - 1), static_cast<double>(wanted - 1));
+        EXPECT_EQ(survey.SiteID.at(static_cast<std::size_t>(wanted - 1)), static_cast<double>(wanted - 1));
+        return survey.SiteData.capacity();
+    };
+    EXPECT_EQ(capacityWith(1), 100);
+    EXPECT_EQ(capacityWith(90), 100);
+    EXPECT_EQ(capacityWith(91), 200);
+    EXPECT_EQ(capacityWith(102), 200);
+    EXPECT_EQ(capacityWith(190), 200);
+    EXPECT_EQ(capacityWith(191), 300);
+}
+
+TEST_F(TrimbleFile, CutsFieldsAtTheEndOfTheLine) {
+    const std::string cut = line("1", "2", "").substr(0, 23);
+    const auto result = import(cut + "3\n" + cut + "\n" + cut.substr(0, 14) + "\n" + cut.substr(0, 4) + "\n");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.survey.SiteData(kEM1, 0), 3);
+    EXPECT_EQ(log(), "Line # 2 " + cut + "  -> non-numeric 1st EM reading\r\nLine # 3 " + cut.substr(0, 14) +
+                         "  -> non-numeric Y-coord data\r\nLine # 4 " + cut.substr(0, 4) +
+                         "  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(TrimbleFile, TakesAFieldBehindEveryLineAsEmpty) {
+    options.EM1Field = columns(2147483647, 2147483647);
+    EXPECT_EQ(rejection(line("1", "2", "3"), reject_reason::kEM1), "as expected");
+    options.EM1Field = columns(24, 2147483647);
+    EXPECT_EQ(import(line("1", "2", "3")).survey.SiteData(kEM1, 0), 3);
+}
+
+TEST_F(TrimbleFile, TakesASenselessLayoutAsEmptyFields) {
+    options.XField = {0, 0, 0};
+    EXPECT_EQ(rejection(line("1", "2", "3"), reject_reason::kX), "as expected");
+    options.XField = {-5, -1, 5};
+    EXPECT_EQ(rejection(line("1", "2", "3"), reject_reason::kX), "as expected");
+}
+
+TEST_F(TrimbleFile, ReadsAFieldOfOneColumn) {
+    options.XField = columns(5, 5);
+    options.YField = columns(6, 6);
+    options.EM1Field = columns(7, 7);
+    const Survey survey = import("abcd123\n").survey;
+    ASSERT_EQ(survey.NumSites, 1);
+    EXPECT_EQ(survey.SiteData(kX, 0), 1);
+    EXPECT_EQ(survey.SiteData(kY, 0), 2);
+    EXPECT_EQ(survey.SiteData(kEM1, 0), 3);
+}
+
+TEST_F(TrimbleFile, CountsColumnsInBytes) {
+    options.XField = columns(4, 6);
+    options.YField = columns(8, 9);
+    options.EM1Field = columns(11, 12);
+    // Two bytes of UTF-8 and one of Latin-1.
+    const Survey survey = import(
+                              "ü\xFC"
+                              "1.5 22 33\n")
+                              .survey;
+    ASSERT_EQ(survey.NumSites, 1);
+    EXPECT_EQ(survey.SiteData(kX, 0), 1.5);
+    EXPECT_EQ(survey.SiteData(kEM1, 0), 33);
+}
+
+TEST_F(TrimbleFile, ReadsEveryKindOfLineEnd) {
+    const std::string site = line("1", "2", "3");
+    EXPECT_EQ(import(site + "\r" + site + "\r").survey.NumSites, 2);
+    EXPECT_EQ(import(site + "\n" + site + "\n").survey.NumSites, 2);
+    EXPECT_EQ(import(site + "\r\n" + site + "\r" + site + "\n" + site).survey.NumSites, 4);
+    EXPECT_EQ(import("\xEF\xBB\xBF" + site).survey.NumSites, 1);
+    EXPECT_EQ(import(site).survey.NumSites, 1);
+}
+
+TEST_F(TrimbleFile, ThatIsEmptyGivesNoSiteAndNoRow) {
+    const auto result = import("");
+    EXPECT_EQ(result.survey.NumSites, 0);
+    EXPECT_EQ(result.survey.NumRows, 0);
+    EXPECT_EQ(result.errors, 0);
+    EXPECT_EQ(log(), "");
+}
+
+TEST_F(TrimbleFile, ThatIsWhollyInvalidGivesNoSite) {
+    const auto result = import("header line one\r\nheader line two\r\n");
+    EXPECT_EQ(result.survey.NumSites, 0);
+    EXPECT_EQ(result.survey.NumRows, 0);
+    EXPECT_EQ(result.errors, 2);
+}
+
+TEST_F(TrimbleFile, ThatIsBinaryEndsAsOneLogLineForEachLine) {
+    std::string bytes;
+    for (int i = 0; i < 100'000; ++i)
+        bytes += static_cast<char>(i * 7919 >> 3);
+    const auto result = import(bytes);
+    EXPECT_EQ(result.survey.NumSites, 0);
+    const std::string written = log();
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), result.errors);
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\r'), result.errors);
+    EXPECT_GT(result.errors, 0);
+}
+
+TEST_F(TrimbleFile, KeepsTheBytesOfRejectedLinesInTheLog) {
+    const std::string odd("\0\x01 ü \xFC\x1B\x85 -> \t", 14);
+    import(odd + "\r\n");
+    EXPECT_EQ(log(), "Line # 1 " + odd + "  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(TrimbleFile, ReadsALineOfManyMegabytes) {
+    const auto result = import(line("1", "2", "3") + std::string(10'000'000, 'x') + "\n" +
+                               std::string(10'000'000, 'y') + "\n" + line("4", "5", "6"));
+    EXPECT_EQ(result.survey.NumSites, 2);
+    EXPECT_EQ(log(), "Line # 2 " + std::string(10'000'000, 'y') + "  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(TrimbleFile, TakesEveryFormOfNumberAndNothingElse) {
+    const auto accepted = [this](const std::string& em1) {
+        return import(line("1", "2", em1)).survey.NumSites == 1;
+    };
+    for (const char* number : {"-0", ".5", "5.", "+.5E+1", "1d5", "1D5", " 7", "1e308"})
+        EXPECT_TRUE(accepted(number)) << number;
+    for (const char* text : {"12 34", "1,5", "nan", "inf", "0x10", "1e999", ".", "-", "1.2.3"})
+        EXPECT_FALSE(accepted(text)) << text;
+}
+
+TEST_F(TrimbleFile, ReadsNumbersOfFourHundredDigits) {
+    options.EM1Field = columns(24, 1000);
+    const std::string head = line("1", "2", "").substr(0, 23);
+    EXPECT_EQ(import(head + "0." + std::string(400, '3')).survey.SiteData(kEM1, 0), 1.0 / 3);
+    EXPECT_EQ(import(head + "1" + std::string(400, '0')).errors, 1);
+}
+
+TEST_F(TrimbleFile, FindsRows) {
+    const auto result = import(line("0", "0", "1") + "\n" + line("1", "0", "1") + "\n" + line("1", "5", "1") +
+                               "\n" + line("1", "10.1", "1") + "\n");
+    EXPECT_EQ(result.rows, RowDetection::Assigned);
+    EXPECT_EQ(result.survey.NumRows, 2);
+    EXPECT_EQ(result.survey.SiteData(kRow, 2), 1);
+    EXPECT_EQ(result.survey.SiteData(kRow, 3), 2);
+    EXPECT_DOUBLE_EQ(result.survey.MaxTrueDist, 5.1);
+    EXPECT_EQ(result.survey.TrueDist.size(), 5U);
+}
+
+TEST_F(TrimbleFile, MeasuresDistanceAsChosen) {
+    const std::string bytes =
+        line("0", "0", "1") + "\n" + line("1", "0", "1") + "\n" + line("1", "50", "1") + "\n";
+    options.DistanceMode = 2;
+    EXPECT_EQ(import(bytes).survey.NumRows, 1);
+    options.DistanceMode = 3;
+    EXPECT_EQ(import(bytes).survey.NumRows, 2);
+}
+
+TEST_F(TrimbleFile, OfMoreThan250RowsKeepsItsSites) {
+    std::string bytes;
+    for (int i = 0; i < 252; ++i)
+        bytes += line(std::to_string(i * 10), "0", "1") + "\n";
+    const auto result = import(bytes);
+    EXPECT_EQ(result.rows, RowDetection::TooManyRows);
+    EXPECT_EQ(result.survey.NumSites, 252);
+    EXPECT_EQ(result.survey.NumRows, 0);
+    // The gap behind the first site opens no row: 251 sites make 250 rows.
+    const auto fits = import(bytes.substr(0, bytes.rfind(line("2510", "0", "1"))));
+    EXPECT_EQ(fits.rows, RowDetection::Assigned);
+    EXPECT_EQ(fits.survey.NumRows, 250);
+}
+
+TEST_F(TrimbleFile, WithAllSitesAtOnePlaceIsOneRow) {
+    const std::string site = line("0", "0", "1") + "\n";
+    const auto result = import(site + site + site);
+    EXPECT_EQ(result.survey.NumRows, 1);
+    EXPECT_EQ(result.survey.MaxTrueDist, 0);
+}
+
+TEST_F(TrimbleFile, WhoseDistancesOverflowIsAnErrorAndKeepsTheLog) {
+    writeFile(options.errorLogPath, "old");
+    try {
+        import(line("1e300", "0", "1") + "\nbad\n" + line("-1e300", "0", "1") + "\n");
+        ADD_FAILURE() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), RunTimeError::kOverflow);
+    }
+    EXPECT_EQ(log(), "old");
+}
+
+TEST_F(TrimbleFile, ThatCannotBeReadIsAnErrorAndKeepsTheLog) {
+    writeFile(options.errorLogPath, "old");
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const std::string& path : {folder / "missing.dat", folder.path(), folder / "pipe"}) {
+        options.path = path;
+        try {
+            importTrimbleFile(options);
+            ADD_FAILURE() << "no error";
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(error.description().find(path), 0U) << error.description();
+        }
+        EXPECT_EQ(log(), "old");
+    }
+}
+
+TEST_F(TrimbleFile, MayBeTheErrorLogItself) {
+    import("first bad line\r\nsecond bad line\r\n");
+    options.path = options.errorLogPath;
+    const auto result = importTrimbleFile(options);
+    EXPECT_EQ(result.errors, 2);
+    EXPECT_EQ(
+        log(),
+        "Line # 1 Line # 1 first bad line  -> non-numeric X-coord data  -> non-numeric X-coord data\r\n"
+        "Line # 2 Line # 2 second bad line  -> non-numeric X-coord data  -> non-numeric X-coord data\r\n");
+}
+
+TEST_F(TrimbleFile, IsReadWithoutALogThatCannotBeCreated) {
+    options.errorLogPath = folder / "none/error_log.dat";
+    const auto result = import(line("1", "2", "3") + "\nbad\n");
+    EXPECT_EQ(result.logProblem, folder / "none/error_log.dat cannot be written: No such file or directory");
+    EXPECT_EQ(result.survey.NumSites, 1);
+    EXPECT_EQ(result.errors, 1);
+}
+
+TEST_F(TrimbleFile, OfThreeMillionSitesIsRead) {
+    std::string bytes;
+    const std::string site = line("1", "2", "3").substr(0, 31) + "\n";
+    bytes.reserve(3'000'000 * site.size());
+    for (int i = 0; i < 3'000'000; ++i)
+        bytes += site;
+    const auto result = import(bytes);
+    EXPECT_EQ(result.survey.NumSites, 3'000'000);
+    EXPECT_EQ(result.survey.NumRows, 1);
+    EXPECT_EQ(result.survey.SiteData(kEM1, 2'999'999), 3);
+}

@@ -1,0 +1,585 @@
+#include "plots/Chart2D.h"
+
+#include "app/palette16.h"
+#include "app/run_time_error.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using Axis = Chart2D::Axis;
+
+namespace {
+
+constexpr auto kData = Chart2D::kData;
+constexpr auto kHighlight = Chart2D::kHighlight;
+
+class Chart2DTest : public testing::Test {
+  protected:
+    Chart2DTest() {
+        chart.resize(800, 600);
+        chart.setAxisRange(Axis::X, 0, 100);
+        chart.setAxisRange(Axis::Y, 0, 50);
+        chart.setSeriesCount(kData, 1);
+    }
+
+    void show() {
+        chart.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&chart));
+        QCoreApplication::processEvents();
+    }
+
+    void addPoint(double x, double y, Chart2D::Group group = kData, int series = 1) {
+        const qsizetype count = chart.pointCount(group, series);
+        chart.setPointCount(group, series, count + 1);
+        chart.setPoint(group, series, count + 1, x, y);
+    }
+
+    QPoint pixel(double x, double y) const {
+        const QPointF p = chart.dataToPixel(x, y);
+        return {int(std::floor(p.x())), int(std::floor(p.y()))};
+    }
+
+    void wheel(QPoint at, int angle) {
+        QWheelEvent event(QPointF(at), chart.mapToGlobal(QPointF(at)), QPoint(), QPoint(0, angle),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&chart, &event);
+    }
+
+    static int countColour(const QImage& image, const QColor& colour) {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                count += image.pixelColor(x, y) == colour;
+        return count;
+    }
+
+    static QColor palette(int number) { return QColor::fromRgb(kBasicPalette[std::size_t(number)]); }
+
+    Chart2D chart;
+};
+
+QByteArray pdfOf(const Chart2D& chart) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(1200);
+    QPainter painter(&writer);
+    chart.print(painter, QRectF(0, 0, writer.width(), writer.width() * 0.6));
+    painter.end();
+    return bytes;
+}
+
+}  // namespace
+
+TEST_F(Chart2DTest, KeepsExactDoubles) {
+    addPoint(436000.123456789, -0.1);
+    EXPECT_EQ(chart.point(kData, 1, 1), (Chart2D::Point{436000.123456789, -0.1}));
+}
+
+TEST_F(Chart2DTest, APointThatWasNotSetIsAHoleAndSoIsPointZero) {
+    chart.setPointCount(kData, 1, 3);
+    for (qsizetype point = 0; point <= 3; ++point)
+        EXPECT_EQ(chart.point(kData, 1, point), (Chart2D::Point{kHole, kHole}));
+    chart.setPoint(kData, 1, 0, 1, 2);
+    EXPECT_EQ(chart.point(kData, 1, 0), (Chart2D::Point{1, 2}));
+    EXPECT_EQ(chart.pointCount(kData, 1), 3);
+}
+
+TEST_F(Chart2DTest, ReducingThePointCountDropsTheLastPoints) {
+    for (int i = 1; i <= 4; ++i)
+        addPoint(i, 10 * i);
+    chart.setPointCount(kData, 1, 2);
+    EXPECT_EQ(chart.pointCount(kData, 1), 2);
+    EXPECT_EQ(chart.point(kData, 1, 2), (Chart2D::Point{2, 20}));
+    chart.setPointCount(kData, 1, 3);
+    EXPECT_EQ(chart.point(kData, 1, 3), (Chart2D::Point{kHole, kHole}));
+}
+
+TEST_F(Chart2DTest, GroupsKeepTheirSeriesApart) {
+    chart.setSeriesCount(kData, 3);
+    chart.setSeriesCount(kHighlight, 2);
+    addPoint(1, 1, kData, 3);
+    EXPECT_EQ(chart.seriesCount(kData), 3);
+    EXPECT_EQ(chart.seriesCount(kHighlight), 2);
+    EXPECT_EQ(chart.pointCount(kHighlight, 2), 0);
+    chart.setSeriesCount(kData, 1);
+    chart.setSeriesCount(kData, 3);
+    EXPECT_EQ(chart.pointCount(kData, 3), 0);
+}
+
+TEST_F(Chart2DTest, SetsManyPointsAtOnce) {
+    chart.setPointCount(kData, 1, 4);
+    const std::vector<double> x = {1, 2, 3};
+    const std::vector<double> y = {4, 5, 6};
+    chart.setPoints(kData, 1, 2, x, y);
+    EXPECT_EQ(chart.point(kData, 1, 1), (Chart2D::Point{kHole, kHole}));
+    EXPECT_EQ(chart.point(kData, 1, 4), (Chart2D::Point{3, 6}));
+    EXPECT_THROW(chart.setPoints(kData, 1, 3, x, y), RunTimeError);
+    EXPECT_EQ(chart.point(kData, 1, 4), (Chart2D::Point{3, 6}));
+}
+
+TEST_F(Chart2DTest, WhatDoesNotExistIsSubscriptOutOfRange) {
+    chart.setPointCount(kData, 1, 2);
+    EXPECT_THROW(chart.point(kData, 1, 3), RunTimeError);
+    EXPECT_THROW(chart.point(kData, 1, -1), RunTimeError);
+    EXPECT_THROW(chart.setPoint(kData, 1, 3, 0, 0), RunTimeError);
+    EXPECT_THROW(chart.setPoint(kData, 0, 1, 0, 0), RunTimeError);
+    EXPECT_THROW(chart.setPointCount(kData, 2, 1), RunTimeError);
+    EXPECT_THROW(chart.setSymbolColour(kHighlight, 1, 4), RunTimeError);
+    EXPECT_THROW(chart.setSeriesCount(kData, -1), RunTimeError);
+    EXPECT_THROW(chart.seriesCount(static_cast<Chart2D::Group>(3)), RunTimeError);
+    EXPECT_EQ(chart.pointCount(kData, 1), 2);
+}
+
+TEST_F(Chart2DTest, AxisRangesAnswerWhatWasSet) {
+    chart.setAxisRange(Axis::X, 5, 5);
+    chart.setAxisRange(Axis::Y, 10, -2);
+    EXPECT_EQ(chart.axisRange(Axis::X), (Chart2D::Range{5, 5}));
+    EXPECT_EQ(chart.axisRange(Axis::Y), (Chart2D::Range{10, -2}));
+}
+
+TEST_F(Chart2DTest, TheSecondYAxisFollowsTheFirstUntilItIsSet) {
+    EXPECT_EQ(chart.axisRange(Axis::Y2), (Chart2D::Range{0, 50}));
+    chart.setAxisRange(Axis::Y2, 0, 10);
+    chart.setAxisRange(Axis::Y, 1, 2);
+    EXPECT_EQ(chart.axisRange(Axis::Y2), (Chart2D::Range{0, 10}));
+}
+
+TEST_F(Chart2DTest, TheHighlightGroupIsMeasuredOnTheSecondYAxis) {
+    chart.setAxisRange(Axis::Y2, 0, 100);
+    chart.setSeriesCount(kHighlight, 1);
+    addPoint(50, 50, kHighlight);
+    EXPECT_EQ(chart.nearestPoint(kHighlight, pixel(50, 25)).distance, 0);
+    EXPECT_GT(chart.nearestPoint(kHighlight, pixel(50, 50)).distance, 100);
+}
+
+TEST_F(Chart2DTest, AZeroWidthRangeShowsItsValueInTheMiddle) {
+    const double middle = chart.dataToPixel(50, 0).x();
+    chart.setAxisRange(Axis::X, 436000.12, 436000.12);
+    addPoint(436000.12, 25);
+    EXPECT_NEAR(chart.dataToPixel(436000.12, 25).x(), middle, 30);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(436000.12, 25)).point, 1);
+    show();
+    EXPECT_GT(countColour(chart.grab().toImage(), palette(1)), 5);
+}
+
+TEST_F(Chart2DTest, AReversedRangeRunsDown) {
+    chart.setAxisRange(Axis::X, 100, 0);
+    chart.setAxisRange(Axis::Y, 50, 0);
+    EXPECT_GT(chart.dataToPixel(10, 5).x(), chart.dataToPixel(90, 5).x());
+    EXPECT_LT(chart.dataToPixel(10, 5).y(), chart.dataToPixel(90, 45).y());
+    addPoint(10, 5);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(10, 5)).distance, 0);
+}
+
+TEST_F(Chart2DTest, KeepsTitlesHeaderAndFooter) {
+    chart.setAxisTitle(Axis::X, u"X (meters)"_s);
+    chart.setAxisTitle(Axis::Y, u"ECa (mS/m)"_s);
+    chart.setAxisTitle(Axis::Y2, u"other"_s);
+    chart.setHeaderText(u"Sample Grid Plot"_s);
+    chart.setFooterText(u"No Point Selected"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::X), u"X (meters)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::Y), u"ECa (mS/m)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::Y2), u"other"_s);
+    EXPECT_EQ(chart.headerText(), u"Sample Grid Plot"_s);
+    EXPECT_EQ(chart.footerText(), u"No Point Selected"_s);
+    EXPECT_EQ(chart.accessibleName(), u"Sample Grid Plot"_s);
+    EXPECT_EQ(chart.accessibleDescription(), u"No Point Selected"_s);
+}
+
+TEST_F(Chart2DTest, PixelsAndDataAreEachOthersInverse) {
+    chart.setAxisRange(Axis::X, 436000, 437000);
+    const QPoint p = pixel(436123.4, 12.5);
+    const Chart2D::PixelData data = chart.pixelToData(p);
+    EXPECT_TRUE(data.inPlotArea);
+    EXPECT_NEAR(data.x, 436123.4, 1.5);
+    EXPECT_NEAR(data.y, 12.5, 0.1);
+}
+
+TEST_F(Chart2DTest, TitlesAndMarginsAreNotThePlotArea) {
+    EXPECT_FALSE(chart.pixelToData(QPoint(2, 300)).inPlotArea);
+    EXPECT_FALSE(chart.pixelToData(QPoint(400, 2)).inPlotArea);
+    EXPECT_FALSE(chart.pixelToData(QPoint(400, 597)).inPlotArea);
+    EXPECT_TRUE(chart.pixelToData(QPoint(400, 300)).inPlotArea);
+}
+
+TEST_F(Chart2DTest, NearestPointMeasuresInBothDirections) {
+    addPoint(50, 25);
+    const QPoint at = pixel(50, 25);
+    EXPECT_EQ(chart.nearestPoint(kData, at).distance, 0);
+    EXPECT_EQ(chart.nearestPoint(kData, at + QPoint(3, 0)).distance, 3);
+    EXPECT_EQ(chart.nearestPoint(kData, at - QPoint(0, 3)).distance, 3);
+    EXPECT_NEAR(chart.nearestPoint(kData, at + QPoint(30, 40)).distance, 50, 1);
+    EXPECT_EQ(chart.nearestPoint(kData, at).series, 1);
+    EXPECT_EQ(chart.nearestPoint(kData, at).point, 1);
+}
+
+TEST_F(Chart2DTest, WithoutAPointToPickSeriesAndPointAreMinusOne) {
+    addPoint(kHole, 25);
+    addPoint(50, kHole);
+    addPoint(kHole, kHole);
+    for (const auto group : {kData, kHighlight}) {
+        const Chart2D::Nearest none = chart.nearestPoint(group, pixel(50, 25));
+        EXPECT_EQ(none.series, -1);
+        EXPECT_EQ(none.point, -1);
+    }
+}
+
+TEST_F(Chart2DTest, ManyChangesCostOneRedraw) {
+    show();
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    for (int i = 1; i <= 50; ++i)
+        addPoint(i, i);
+    chart.setAxisRange(Axis::X, 0, 60);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(redrawn.count(), 1);
+}
+
+TEST_F(Chart2DTest, ABatchSuspendsRedrawingUntilItsEnd) {
+    show();
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    chart.beginBatch();
+    chart.beginBatch();
+    addPoint(10, 10);
+    chart.repaint();
+    chart.endBatch();
+    chart.repaint();
+    EXPECT_EQ(redrawn.count(), 0);
+    chart.endBatch();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(redrawn.count(), 1);
+}
+
+TEST_F(Chart2DTest, AHiddenChartIsNotDrawnAndIsUpToDateWhenShown) {
+    show();
+    chart.hide();
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    addPoint(50, 25);
+    chart.setSymbolColour(kData, 1, 12);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(redrawn.count(), 0);
+    show();
+    EXPECT_GE(redrawn.count(), 1);
+    EXPECT_GT(countColour(chart.grab().toImage(), palette(12)), 5);
+}
+
+TEST_F(Chart2DTest, AFooterNeitherRedrawsNorMovesThePlot) {
+    show();
+    const QPointF before = chart.dataToPixel(10, 10);
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    chart.setFooterText(u"UTM X = 436123.40, ECa = 52.11"_s);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(redrawn.count(), 0);
+    EXPECT_EQ(chart.dataToPixel(10, 10), before);
+    const QImage image = chart.grab().toImage();
+    EXPECT_LT(countColour(image.copy(0, image.height() - 20, image.width(), 20), Qt::white), 800 * 20);
+}
+
+TEST_F(Chart2DTest, SymbolsAreDrawnWhereTheyArePickedInTheirColour) {
+    addPoint(50, 25);
+    chart.setSymbolColour(kData, 1, 4);
+    show();
+    const QImage image = chart.grab().toImage();
+    const QPointF at = chart.dataToPixel(50, 25) * image.devicePixelRatio();
+    EXPECT_EQ(image.pixelColor(int(at.x()), int(at.y())), palette(4));
+}
+
+TEST_F(Chart2DTest, PaleColoursHaveADarkOutline) {
+    addPoint(50, 25);
+    show();
+    for (const int pale : {7, 10, 11, 14, 15}) {
+        chart.setSymbolColour(kData, 1, pale);
+        const QImage image = chart.grab().toImage();
+        const QPointF at = chart.dataToPixel(50, 25) * image.devicePixelRatio();
+        const QImage symbol = image.copy(int(at.x()) - 4, int(at.y()) - 4, 9, 9);
+        int dark = 0;
+        for (int y = 0; y < 9; ++y)
+            for (int x = 0; x < 9; ++x)
+                dark += symbol.pixelColor(x, y).lightness() < 140;
+        EXPECT_GE(dark, 8) << "colour " << pale;
+    }
+}
+
+TEST_F(Chart2DTest, HighlightsAreRingsAroundTheDataBeneath) {
+    addPoint(50, 25);
+    chart.setSeriesCount(kHighlight, 1);
+    addPoint(50, 25, kHighlight);
+    show();
+    const QImage image = chart.grab().toImage();
+    const QPointF at = chart.dataToPixel(50, 25) * image.devicePixelRatio();
+    EXPECT_EQ(image.pixelColor(int(at.x()), int(at.y())), palette(1));
+    EXPECT_GT(countColour(image, palette(12)), 8);
+}
+
+TEST_F(Chart2DTest, HolesAreNotDrawn) {
+    addPoint(kHole, 25);
+    addPoint(50, kHole);
+    chart.setSeriesStyle(kData, 1, {ChartSymbol::Disc, ChartLine::Thin, 12});
+    show();
+    EXPECT_EQ(countColour(chart.grab().toImage(), palette(12)), 0);
+}
+
+TEST_F(Chart2DTest, ThePaperStaysWhiteInADarkTheme) {
+    QPalette dark(Qt::black);
+    dark.setColor(QPalette::Window, Qt::black);
+    chart.setPalette(dark);
+    show();
+    const QImage image = chart.grab().toImage();
+    EXPECT_EQ(image.pixelColor(5, image.height() / 2), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::white));
+}
+
+TEST_F(Chart2DTest, ASpikeInALongLineIsDrawn) {
+    constexpr int kCount = 200000;
+    chart.setPointCount(kData, 1, kCount);
+    for (int i = 1; i <= kCount; ++i)
+        chart.setPoint(kData, 1, i, i, i == 123456 ? 45 : 5);
+    chart.setSeriesStyle(kData, 1, {ChartSymbol::None, ChartLine::Thin, 9});
+    chart.setAxisRange(Axis::X, 0, kCount);
+    show();
+    const QImage image = chart.grab().toImage();
+    const QPointF at = chart.dataToPixel(123456, 40) * image.devicePixelRatio();
+    int bluish = 0;
+    for (int dx = -2; dx <= 2; ++dx)
+        bluish += image.pixelColor(int(at.x()) + dx, int(at.y())).red() < 200;
+    EXPECT_GE(bluish, 1);
+}
+
+TEST_F(Chart2DTest, ThePointerIsReported) {
+    show();
+    QSignalSpy pressed(&chart, &Chart2D::pointerPressed);
+    QSignalSpy moved(&chart, &Chart2D::pointerMoved);
+    QSignalSpy left(&chart, &Chart2D::pointerLeft);
+    QTest::mouseMove(&chart, QPoint(300, 200));
+    QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, QPoint(300, 200));
+    QTest::mouseClick(&chart, Qt::RightButton, Qt::NoModifier, QPoint(310, 200));
+    ASSERT_EQ(pressed.count(), 1);
+    EXPECT_EQ(pressed.at(0).at(0).toPoint(), QPoint(300, 200));
+    ASSERT_GE(moved.count(), 1);
+    EXPECT_EQ(moved.at(0).at(0).toPoint(), QPoint(300, 200));
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(&chart, &leave);
+    EXPECT_EQ(left.count(), 1);
+}
+
+TEST_F(Chart2DTest, TheWheelZoomsAroundThePointerAndHomeReturns) {
+    show();
+    const QPoint at = pixel(30, 20);
+    wheel(at, 240);
+    EXPECT_TRUE(chart.isZoomed());
+    EXPECT_NEAR((chart.dataToPixel(30, 20) - QPointF(at)).manhattanLength(), 0, 2.5);
+    EXPECT_LT(chart.pixelToData(at + QPoint(100, 0)).x - chart.pixelToData(at).x, 100.0 * 100 / 700 * 0.8);
+    EXPECT_EQ(chart.axisRange(Axis::X), (Chart2D::Range{0, 100}));
+    QTest::keyClick(&chart, Qt::Key_Home);
+    EXPECT_FALSE(chart.isZoomed());
+    EXPECT_EQ(pixel(30, 20), at);
+}
+
+TEST_F(Chart2DTest, PickingFollowsTheView) {
+    addPoint(30, 20);
+    addPoint(90, 45);
+    show();
+    for (int i = 0; i < 8; ++i)
+        wheel(pixel(30, 20), 120);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(30, 20)).point, 1);
+    // The other point is out of sight now, so it is never the nearest.
+    EXPECT_EQ(chart.nearestPoint(kData, QPoint(780, 40)).point, 1);
+}
+
+TEST_F(Chart2DTest, DraggingWithTheRightOrMiddleButtonMovesTheView) {
+    show();
+    for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
+        chart.resetView();
+        QSignalSpy pressed(&chart, &Chart2D::pointerPressed);
+        const QPointF before = chart.dataToPixel(50, 25);
+        QTest::mousePress(&chart, button, Qt::NoModifier, QPoint(400, 300));
+        QTest::mouseMove(&chart, QPoint(460, 270));
+        QTest::mouseRelease(&chart, button, Qt::NoModifier, QPoint(460, 270));
+        const QPointF by = chart.dataToPixel(50, 25) - before;
+        EXPECT_NEAR(by.x(), 60, 1);
+        EXPECT_NEAR(by.y(), -30, 1);
+        EXPECT_EQ(pressed.count(), 0);
+    }
+}
+
+TEST_F(Chart2DTest, ADoubleClickReturnsToTheLimitsAndReportsBothPresses) {
+    show();
+    wheel(QPoint(400, 300), 360);
+    QSignalSpy pressed(&chart, &Chart2D::pointerPressed);
+    QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, QPoint(400, 300));
+    EXPECT_TRUE(chart.isZoomed());
+    const QPointF at(400, 300);
+    QMouseEvent second(QEvent::MouseButtonDblClick, at, chart.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                       Qt::NoModifier);
+    QCoreApplication::sendEvent(&chart, &second);
+    EXPECT_FALSE(chart.isZoomed());
+    EXPECT_EQ(pressed.count(), 2);
+}
+
+TEST_F(Chart2DTest, SettingLimitsReturnsTheViewOfThatAxis) {
+    wheel(QPoint(400, 300), 360);
+    chart.setAxisRange(Axis::X, 0, 10);
+    EXPECT_NEAR(chart.pixelToData(pixel(5, 20)).x, 5, 0.1);
+    chart.setAxisRange(Axis::Y, 0, 10);
+    chart.setAxisRange(Axis::Y2, 0, 10);
+    EXPECT_FALSE(chart.isZoomed());
+}
+
+TEST_F(Chart2DTest, KeysOfTheOwnerAreLeftToTheParent) {
+    for (const auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp,
+                           Qt::Key_PageDown, Qt::Key_Space, Qt::Key_Delete, Qt::Key_Return, Qt::Key_F1}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&chart, &press);
+        EXPECT_FALSE(press.isAccepted()) << key;
+    }
+    EXPECT_TRUE(chart.focusPolicy() & Qt::TabFocus);
+}
+
+TEST_F(Chart2DTest, KeysZoomAndMoveTheView) {
+    show();
+    QTest::keyClick(&chart, Qt::Key_Plus);
+    const double wide = chart.pixelToData(QPoint(500, 300)).x - chart.pixelToData(QPoint(400, 300)).x;
+    EXPECT_TRUE(chart.isZoomed());
+    QTest::keyClick(&chart, Qt::Key_Minus);
+    EXPECT_GT(chart.pixelToData(QPoint(500, 300)).x - chart.pixelToData(QPoint(400, 300)).x, wide);
+    const double x = chart.pixelToData(QPoint(400, 300)).x;
+    QTest::keyClick(&chart, Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_GT(chart.pixelToData(QPoint(400, 300)).x, x);
+}
+
+TEST_F(Chart2DTest, TheCrossLiesOverThePlotWithoutRedrawingIt) {
+    show();
+    const QImage before = chart.grab().toImage();
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    chart.showCross(40, 20);
+    EXPECT_NE(chart.grab().toImage(), before);
+    chart.hideCross();
+    EXPECT_EQ(chart.grab().toImage(), before);
+    EXPECT_EQ(redrawn.count(), 0);
+}
+
+TEST_F(Chart2DTest, PaperShowsWhatTheScreenShows) {
+    addPoint(20, 10);
+    addPoint(80, 40);
+    chart.setSymbolColour(kData, 1, 12);
+    chart.setHeaderText(u"Header"_s);
+    show();
+    const QImage screen = chart.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    QImage paper(screen.size(), QImage::Format_RGB32);
+    paper.setDotsPerMeterX(3780);
+    paper.setDotsPerMeterY(3780);
+    paper.fill(Qt::white);
+    QPainter painter(&paper);
+    chart.print(painter, QRectF(0, 0, 800, 600));
+    painter.end();
+    for (const QPointF at : {chart.dataToPixel(20, 10), chart.dataToPixel(80, 40)})
+        EXPECT_EQ(paper.pixelColor(at.toPoint()), palette(12));
+    int differing = 0;
+    for (int y = 2; y < 598; ++y)
+        for (int x = 2; x < 798; ++x)
+            differing +=
+                std::abs(paper.pixelColor(x, y).lightness() - screen.pixelColor(x, y).lightness()) > 100;
+    EXPECT_LT(differing, 2500);
+}
+
+TEST_F(Chart2DTest, APrintedChartLooksAlikeAtEveryResolution) {
+    addPoint(50, 25);
+    chart.setSymbolColour(kData, 1, 12);
+    const auto redShare = [&](int dotsPerInch) {
+        QImage paper(6 * dotsPerInch, 4 * dotsPerInch, QImage::Format_RGB32);
+        paper.setDotsPerMeterX(qRound(dotsPerInch / 0.0254));
+        paper.setDotsPerMeterY(qRound(dotsPerInch / 0.0254));
+        paper.fill(Qt::white);
+        QPainter painter(&paper);
+        chart.print(painter, QRectF(paper.rect()));
+        painter.end();
+        return double(countColour(paper, palette(12))) / (dotsPerInch * dotsPerInch);
+    };
+    EXPECT_NEAR(redShare(600) / redShare(300), 1, 0.15);
+    EXPECT_NEAR(redShare(300) * 96 * 96, 3.14159 * 2.5 * 2.5, 4);
+}
+
+TEST_F(Chart2DTest, PrintingLeavesTheScreenAsItWas) {
+    addPoint(50, 25);
+    show();
+    const QImage before = chart.grab().toImage();
+    const QPointF place = chart.dataToPixel(50, 25);
+    pdfOf(chart);
+    EXPECT_EQ(chart.dataToPixel(50, 25), place);
+    EXPECT_EQ(chart.grab().toImage(), before);
+}
+
+TEST_F(Chart2DTest, APrintedSurveyIsASmallFile) {
+    constexpr int kRows = 250;
+    constexpr int kPerRow = 400;
+    chart.setSeriesCount(kData, kRows);
+    for (int r = 1; r <= kRows; ++r) {
+        chart.setPointCount(kData, r, kPerRow);
+        for (int i = 1; i <= kPerRow; ++i)
+            chart.setPoint(kData, r, i, 100.0 * i / kPerRow, 50.0 * r / kRows);
+        chart.setSymbolColour(kData, r, r % 15);
+    }
+    const QByteArray pdf = pdfOf(chart);
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_LT(pdf.size(), 1500000);
+}
+
+TEST_F(Chart2DTest, AChartTooSmallForItsMarginsIsNoError) {
+    addPoint(50, 25);
+    for (const QSize size : {QSize(40, 30), QSize(1, 1), QSize(300, 40)}) {
+        chart.resize(size);
+        show();
+        EXPECT_FALSE(chart.grab().isNull());
+        chart.nearestPoint(kData, QPoint(0, 0));
+    }
+}
+
+TEST_F(Chart2DTest, PicksTheDrawnSymbolAtEveryDisplayScale) {
+    addPoint(33.3, 17.7);
+    chart.setSymbolColour(kData, 1, 12);
+    show();
+    const QImage image = chart.grab().toImage();
+    QRect box;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y).green() < 160 && image.pixelColor(x, y).red() > 200)
+                box |= QRect(x, y, 1, 1);
+    const double scale = image.devicePixelRatio();
+    EXPECT_NEAR(box.width(), 5 * scale, 1.6);
+    const QPointF middle = QRectF(box).center() / scale;
+    const QPointF place = chart.dataToPixel(33.3, 17.7);
+    EXPECT_NEAR(middle.x(), place.x(), 0.55);
+    EXPECT_NEAR(middle.y(), place.y(), 0.55);
+    EXPECT_LE(chart.nearestPoint(kData, QPoint(int(middle.x()), int(middle.y()))).distance, 1);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7)).distance, 0);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7) + QPoint(3, 0)).distance, 3);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7) - QPoint(0, 4)).distance, 4);
+}
+
+TEST(Chart2DScales, ChartAndPictureBoxHoldAtDisplayScalesOneAndAHalfAndTwo) {
+    if (qEnvironmentVariableIsSet("QT_SCALE_FACTOR")) return;
+    for (const auto* scale : {"1.5", "2"}) {
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_SCALE_FACTOR"_s, QString::fromLatin1(scale));
+        child.setProcessEnvironment(environment);
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {u"--gtest_filter=Chart2DTest.*EveryDisplayScale:Chart2DTest.Symbols*:"
+                     "Chart2DTest.TheWheel*:Chart2DTest.NearestPoint*:PictureBoxTest.*EveryDisplayScale"_s});
+        ASSERT_TRUE(child.waitForFinished(60000));
+        EXPECT_EQ(child.exitCode(), 0) << scale << "\n" << child.readAll().toStdString();
+    }
+}

@@ -1,0 +1,242 @@
+#pragma once
+
+#include "app/MessageBox.h"
+#include "app/Windows.h"
+#include "app/frmMain.h"
+#include "app/palette16.h"
+#include "plots/frmClip.h"
+#include "rows/row_detection.h"
+#include "support/ExpectedBoxes.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+inline const QString kDeleteQuestion =
+    u"This action will permanently delete all currently masked site.\n"
+    u"Are you sure you wish to delete these sites?"_s;
+inline const QString kDeleted = u"All masked sites have been deleted."_s;
+inline const QString kExitQuestion =
+    u"Warning! You have not deleted all of the currently masked sites.\n"
+    u"Are you sure you wish to exit (and hence avoid deleting these sites)?"_s;
+
+// What can be used in each state.
+inline const QString kNotShown = u"mnuV cmdClipOn"_s;
+inline const QString kBrowsing = u"mnuV mnuZ cmdClipOn frameClipC frameHLR frameLoc"_s;
+inline const QString kBrowsingMasked = u"mnuV mnuZ mnuR cmdClipOn cmdDelete frameClipC frameHLR frameLoc"_s;
+inline const QString kRestored = u"mnuV mnuZ mnuR cmdClipOn frameClipC frameHLR frameLoc"_s;
+inline const QString kClipping = u"cmdClipOff frameClipC frameLoc"_s;
+inline const QString kRectangleOpen = u"frameClipC frameLoc"_s;
+
+using Record = std::array<double, 6>;  // X, Y, EM1, EM2, row, site ID
+
+inline QList<Record> records(const Survey& survey) {
+    QList<Record> sites;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        Record site{};
+        for (int column = 0; column < kSiteColumns; ++column)
+            site[static_cast<std::size_t>(column)] = survey.SiteData(column, i);
+        site[5] = survey.SiteID[static_cast<std::size_t>(i)];
+        sites << site;
+    }
+    return sites;
+}
+
+// Three rows of four sites, 10 m apart, at y = 100, 110 and 120.
+inline Survey threeRows() {
+    Survey survey;
+    survey.NumSites = 12;
+    survey.TwoEMColumns = survey.SiteIDPresent = true;
+    survey.SiteData.resize(survey.NumSites);
+    for (int i = 0; i < 12; ++i) {
+        survey.SiteData(kX, i) = 10.0 * (i % 4);
+        survey.SiteData(kY, i) = 100 + 10.0 * (i / 4);
+        survey.SiteData(kEM1, i) = 30 + i;
+        survey.SiteData(kEM2, i) = 60 + i;
+        survey.SiteData(kRow, i) = 1.0 + i / 4;
+        survey.SiteID.push_back(1000 + i);
+    }
+    survey.NumRows = 3;
+    survey.chooseDistance(1);
+    Calculate_Distance(survey);
+    Calculate_NumPoints(survey);
+    return survey;
+}
+
+inline QString plainText(QString caption) {
+    return caption.remove(u'&');
+}
+
+inline Survey manySites(SiteIndex sites) {
+    Survey survey;
+    survey.NumSites = sites;
+    survey.SiteIDPresent = true;
+    survey.SiteData.resize(sites);
+    survey.SiteID.assign(static_cast<std::size_t>(sites), 0);
+    for (SiteIndex i = 0; i < sites; ++i) {
+        survey.SiteData(kX, i) = static_cast<double>(i % 1000);
+        survey.SiteData(kY, i) = static_cast<double>(i / 1000);
+        survey.SiteData(kRow, i) = 1;
+    }
+    survey.NumRows = survey.RowIndex = 1;
+    return survey;
+}
+
+/// Opens the map on three rows of four sites and drives it as a user does.
+class ClipWindow : public testing::Test {
+  protected:
+    ExpectedBoxes boxes;
+    frmMain main;
+    QPointer<frmClip> window;
+    QList<Record> expected;  ///< the sites as they should be
+    std::unique_ptr<QSignalSpy> changes;
+
+    ClipWindow() {
+        theSurvey() = threeRows();
+        main.menusFollow(MenuEvent::SitesImported);
+        // Not shown: without a window system the pointer would find the window that was shown first.
+    }
+    ~ClipWindow() override {
+        delete window;
+        theSurvey() = Survey{};
+    }
+
+    void open() {
+        expected = records(theSurvey());
+        window = new frmClip(main);
+        changes = std::make_unique<QSignalSpy>(window.data(), &frmClip::surveyChanged);
+        showModal(window);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    }
+
+    void openOnFullMap() {
+        open();
+        choose(u"mnuFullMapMax"_s);
+    }
+
+    // Chooses a menu item as a user does, who cannot when it or its menu is disabled.
+    void choose(const QString& name) {
+        QAction* const item = window->findChild<QAction*>(name);
+        ASSERT_NE(item, nullptr) << name.toStdString();
+        for (QMenu* menu : window->findChildren<QMenu*>())
+            if (menu->actions().contains(item)) {
+                ASSERT_TRUE(menu->menuAction()->isEnabled());
+                ASSERT_TRUE(menu->isEnabled());
+            }
+        ASSERT_TRUE(item->isEnabled());
+        item->trigger();
+    }
+
+    void click(QPushButton* button) {
+        ASSERT_TRUE(button->isVisible() && button->isEnabled());
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+    QStringList usable() {
+        QStringList names;
+        for (QMenu* menu : {window->mnuV, window->mnuZ, window->mnuR})
+            if (menu->menuAction()->isEnabled()) names << menu->objectName();
+        for (QPushButton* button : {window->cmdClipOn, window->cmdClipOff})
+            if (button->isEnabled()) names << button->objectName();
+        for (QWidget* widget :
+             {static_cast<QWidget*>(window->cmdDelete), static_cast<QWidget*>(window->frameClipC),
+              static_cast<QWidget*>(window->frameHLR), static_cast<QWidget*>(window->frameLoc)})
+            if (!widget->isHidden()) names << widget->objectName();
+        return names;
+    }
+
+    // The whole survey, the three counts and what can be used.
+    void expectState(const QString& state, int masked, int deleted) {
+        EXPECT_EQ(usable().join(u' ').toStdString(), state.toStdString());
+        EXPECT_EQ(window->lblMS->text(), QString::number(masked));
+        EXPECT_EQ(window->lblVS->text(), QString::number(expected.size() - masked));
+        EXPECT_EQ(window->lblDS->text(), QString::number(deleted));
+        expectSurvey();
+    }
+
+    void expectSurvey() {
+        EXPECT_EQ(records(theSurvey()), expected);
+        EXPECT_EQ(theSurvey().NumSites, expected.size());
+        EXPECT_EQ(theSurvey().SiteData.capacity(), expected.size());
+        EXPECT_EQ(theSurvey().SiteID.size(), static_cast<std::size_t>(expected.size()));
+        const auto distances = theSurvey().TrueDist;
+        Calculate_Distance(theSurvey());
+        EXPECT_EQ(distances, theSurvey().TrueDist);
+    }
+
+    void expectOneRow() {
+        for (Record& site : expected)
+            site[4] = 1;
+        expectSurvey();
+        EXPECT_EQ(theSurvey().NumRows, 1);
+        EXPECT_EQ(theSurvey().RowIndex, 1);
+        EXPECT_EQ(theSurvey().NumPoints[1], expected.size());
+        EXPECT_EQ(theSurvey().NumPoints[2], 0);
+        EXPECT_EQ(theSurvey().NumPoints[3], 0);
+    }
+
+    QPoint pixel(double mapX, double mapY) { return window->picMapZoom->toPixel(mapX, mapY).toPoint(); }
+    QPoint pixelOfSite(double x, double y) {
+        const MapExtent extent = ::SetMapScale(threeRows(), mapIsTrue);
+        return pixel(extent.mapX(x), extent.mapY(y));
+    }
+    bool mapIsTrue = false;
+
+    void moveTo(const QPoint& place) { QTest::mouseMove(window->picMapZoom, place); }
+    void press(const QPoint& place) {
+        QTest::mouseClick(window->picMapZoom, Qt::LeftButton, Qt::NoModifier, place);
+    }
+    void drawRectangle(const QPoint& from, const QPoint& to) {
+        moveTo(from);
+        press(from);
+        moveTo(to);
+        press(to);
+    }
+    // With opposite corners in survey units, kept within the margin of the full map.
+    void mask(double x1, double y1, double x2, double y2) {
+        const auto place = [this](double x, double y) {
+            return pixelOfSite(std::clamp(x, -1.2, 31.2), std::clamp(y, 99.2, 120.8));
+        };
+        drawRectangle(place(x1, y1), place(x2, y2));
+    }
+    void maskAndFinish(double x1, double y1, double x2, double y2) {
+        click(window->cmdClipOn);
+        mask(x1, y1, x2, y2);
+        click(window->cmdClipOff);
+    }
+    void maskAndDelete(double x1, double y1, double x2, double y2) {
+        maskAndFinish(x1, y1, x2, y2);
+        boxes.ask(true, kDeleteQuestion);
+        boxes.tell(kDeleted);
+        click(window->cmdDelete);
+        expected.removeIf([=](const Record& site) {
+            return site[0] > std::min(x1, x2) && site[0] < std::max(x1, x2) && site[1] > std::min(y1, y2) &&
+                   site[1] < std::max(y1, y2);
+        });
+    }
+
+    QImage picture() { return window->picMapZoom->grab().toImage(); }
+    // The colour of a site's dot, white where there is none.
+    QRgb dotAt(double x, double y) { return picture().pixel(pixelOfSite(x, y)) & 0xFFFFFFU; }
+    bool shows(int colour) {
+        const QImage image = picture();
+        for (int row = 2; row < image.height() - 2; ++row)
+            for (int column = 2; column < image.width() - 2; ++column)
+                if ((image.pixel(column, row) & 0xFFFFFFU) == kBasicPalette[static_cast<std::size_t>(colour)])
+                    return true;
+        return false;
+    }
+    static QRgb colour(int number) { return kBasicPalette[static_cast<std::size_t>(number)]; }
+
+    void closeWindow() {
+        window->mnuDone->trigger();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+};

@@ -1,0 +1,156 @@
+#include "plots/RowPlotEditor.h"
+#include "support/RowPlots.h"
+
+using namespace Qt::StringLiterals;
+using Axis = Chart2D::Axis;
+
+TEST_F(RowPlots, DeleteSitesInEveryOrder) {
+    for (const std::vector<qsizetype>& order :
+         {std::vector<qsizetype>{1, 2, 4}, {4, 2, 1}, {2, 4, 1}, {2, 1, 4}, {4, 1, 2}, {1, 4, 2}}) {
+        openByX(threeRows());
+        click("Command2");
+        click("Command2");
+        deletePoints(order);
+        Survey expected = threeRows();
+        deleteOneByOne(expected, 3, {order.begin(), order.end()});
+        expectSameSurvey(theSurvey(), expected);
+        EXPECT_EQ(theSurvey().SiteData(kX, 6), 140);
+        expectRowShown(3);
+        expectNothingSelected();
+        expectSteps(true, false);
+        EXPECT_TRUE(editor.Command6->isEnabled());
+    }
+    EXPECT_EQ(changes, 6);
+}
+
+TEST_F(RowPlots, DeleteSitesOfRowOneAndOpenAfresh) {
+    openByY(threeRows());
+    typeRow(u"1"_s);
+    QTest::keyClick(editor.Text1, Qt::Key_Return);
+    clickPoint(map, 1, 4);
+    clickPoint(map, 1, 2);
+    click("Command5");
+    Survey expected = threeRows();
+    deleteOneByOne(expected, 1, {4, 2});
+    expectSameSurvey(theSurvey(), expected);
+    expectRowShown(1);
+    EXPECT_TRUE(editor.PlotByY);
+    EXPECT_TRUE(editor.Option1->isChecked());
+    EXPECT_FALSE(editor.Command3->isEnabled());
+    EXPECT_EQ(editor.Text1->text(), QString());
+    expectSteps(false, true);
+    expectNothingSelected();
+}
+
+TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
+    openByX(threeRows());
+    click("Command2");
+    Survey expected = threeRows();
+    deleteOneByOne(expected, 2, {1});
+    deletePoints({1});
+    expectSameSurvey(theSurvey(), expected);
+    expectEmptied(2);
+    EXPECT_EQ(theSurvey().NumRows, 2);
+    expectRange(map, Axis::X, -100, 360);
+    expectRange(map, Axis::Y, -190, 313);
+    expectRange(profile, Axis::X, -100, 360);
+    expectSteps(true, false);
+    click("Command1");
+    expectRowShown(1);
+    click("Command2");
+    expectRowShown(2);
+    EXPECT_EQ(theSurvey().SiteData(kEM1, 5), 12);
+}
+
+TEST_F(RowPlots, StepOnFromAnEmptiedFirstRowToTheOneThatMovedUp) {
+    openByX(threeRows());
+    Survey expected = threeRows();
+    deleteOneByOne(expected, 1, {3, 1, 5, 2, 4});
+    deletePoints({3, 1, 5, 2, 4});
+    expectSameSurvey(theSurvey(), expected);
+    expectEmptied(1);
+    expectSteps(false, true);
+    click("Command2");
+    expectRowShown(1);
+    expectSteps(false, true);
+    click("Command2");
+    expectRowShown(2);
+    expectSteps(true, false);
+}
+
+TEST_F(RowPlots, StepBackFromAnEmptiedLastRow) {
+    openByX(threeRows());
+    typeRow(u"3"_s);
+    QTest::keyClick(editor.Text1, Qt::Key_Return);
+    Survey expected = threeRows();
+    deleteOneByOne(expected, 3, {4, 3, 2, 1});
+    deletePoints({4, 3, 2, 1});
+    expectSameSurvey(theSurvey(), expected);
+    expectEmptied(3);
+    expectSteps(true, false);
+    click("Command1");
+    expectRowShown(2);
+    expectSteps(true, false);
+}
+
+TEST_F(RowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
+    openByX(threeRows());
+    click("Command2");
+    deletePoints({1});
+    clickAt(profile, profile.rect().center());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    QTest::keyClick(&profile, Qt::Key_Space);
+    expectEmptied(2);
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+}
+
+TEST_F(RowPlots, DisableWhatNeedsTwoRows) {
+    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 90, 7, 7, 2}}));
+    click("Command2");
+    deletePoints({1});
+    expectSteps(false, false);
+    for (const QString& item : {u"mnuRow"_s, u"mnuDistance"_s, u"mnuGrid"_s, u"mnuData"_s, u"mnuStat"_s})
+        EXPECT_FALSE(main.menuItem(item)->isEnabled()) << item.toStdString();
+    EXPECT_TRUE(main.menuItem(u"mnuIDEW"_s)->isEnabled());
+    click("Command4");
+    EXPECT_TRUE(main.menuItem(u"mnuData"_s)->isEnabled());
+    EXPECT_FALSE(main.menuItem(u"mnuRow"_s)->isEnabled());
+}
+
+TEST_F(RowPlots, EmptyTheOnlyRow) {
+    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}}));
+    expectSteps(false, false);
+    deletePoints({2, 1});
+    EXPECT_EQ(theSurvey().NumSites, 0);
+    EXPECT_EQ(theSurvey().NumRows, 0);
+    expectEmptied(1);
+    expectSteps(false, false);
+    boxes.tell(u"Invalid Input: row number out of range"_s);
+    typeRow(u"1"_s);
+    QTest::keyClick(editor.Text1, Qt::Key_Return);
+    EXPECT_EQ(boxes.pending(), 0);
+    expectEmptied(1);
+}
+
+TEST_F(RowPlots, DeleteTextAndNotSitesWhileANumberIsTyped) {
+    openByX(threeRows());
+    clickPoint(profile, 1, 2);
+    editor.Text1->setFocus();
+    QTest::keyClick(editor.Text1, Qt::Key_Delete);
+    EXPECT_EQ(theSurvey().NumSites, 10);
+}
+
+TEST_F(RowPlots, NameTheAxesOfAnEmptiedRowForWhatTheyShow) {
+    openByY(threeRows());
+    click("Command2");
+    deletePoints({1});
+    expectRange(map, Chart2D::Axis::X, -100, 360);
+    expectRange(profile, Chart2D::Axis::X, -100, 360);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::Y), u"Y (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
+    click("Command1");
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::Y), u"X (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
+}

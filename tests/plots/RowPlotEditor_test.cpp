@@ -1,0 +1,225 @@
+#include "plots/RowPlotEditor.h"
+
+#include "support/RowPlots.h"
+
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+using Point = Chart2D::Point;
+using Axis = Chart2D::Axis;
+
+TEST_F(RowPlots, AreHiddenUntilTheEditorIsOpened) {
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(profile.isVisible());
+    EXPECT_FALSE(map.isVisible());
+    EXPECT_FALSE(editor.EditorStarted);
+}
+
+TEST_F(RowPlots, OpenAtRowOneByX) {
+    openByX(threeRows());
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_TRUE(editor.EditorStarted);
+    EXPECT_TRUE(editor.PlotByX);
+    EXPECT_FALSE(editor.PlotByY);
+    expectRowShown(1);
+    expectNothingSelected();
+    expectSteps(false, true);
+    EXPECT_TRUE(editor.Option1->isChecked());
+    EXPECT_FALSE(editor.Command3->isEnabled());
+    EXPECT_EQ(editor.Text1->text(), QString());
+    EXPECT_EQ(profile.axisTitle(Axis::X), u"X (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Axis::Y), u"ECa (mS/m)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::X), u"X (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::Y), u"Y (meters)"_s);
+    expectRange(profile, Axis::X, 98, 142);
+    expectRange(profile, Axis::Y, 16.5, 58.5);
+    expectRange(profile, Axis::Y2, 16.5, 58.5);
+    expectRange(map, Axis::X, 98, 142);
+    expectRange(map, Axis::Y, 9.9, 12.1);
+    expectRange(map, Axis::Y2, 9.9, 12.1);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
+    openByY(threeRows());
+    EXPECT_FALSE(editor.PlotByX);
+    EXPECT_TRUE(editor.PlotByY);
+    expectRowShown(1);
+    EXPECT_EQ(profile.axisTitle(Axis::X), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::X), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::Y), u"X (meters)"_s);
+    expectRange(profile, Axis::X, 9.9, 12.1);
+    expectRange(map, Axis::X, 9.9, 12.1);
+    expectRange(map, Axis::Y, 98, 142);
+    EXPECT_EQ(thePlotLimits().PlotXMin, map.axisRange(Axis::X).minimum);
+    EXPECT_EQ(thePlotLimits().PlotYMax, map.axisRange(Axis::Y).maximum);
+}
+
+TEST_F(RowPlots, ShowTheMapAboveTheProfile) {
+    openByX(threeRows());
+    QTest::qWait(1);
+    EXPECT_LE(map.geometry().bottom(), profile.geometry().top());
+}
+
+TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
+    Survey survey = threeRows();
+    survey.TwoEMColumns = false;
+    openByX(survey);
+    EXPECT_EQ(profile.seriesCount(Chart2D::kData), 1);
+    expectRange(profile, Axis::Y, 19, 31);
+    clickPoint(profile, 1, 2);
+    EXPECT_EQ(profile.seriesCount(Chart2D::kHighlight), 1);
+    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{110, 30}}));
+}
+
+TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
+    std::vector<MadeSite> sites;
+    for (int row = 1; row <= 250; ++row)
+        sites.push_back({double(row), 0, 1, 1, row});
+    Survey survey = madeSurvey(sites);
+    survey.SiteData.resize(251);
+    survey.SiteData(kRow, 250) = 251;
+    survey.NumSites = 251;
+    survey.NumRows = 251;
+    boxes.tell(u"Subscript out of range"_s);
+    openByX(survey);
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(profile.isVisible());
+    EXPECT_FALSE(editor.EditorStarted);
+}
+
+TEST_F(RowPlots, StepThroughTheRowsAndBack) {
+    openByX(threeRows());
+    click("Command2");
+    expectRowShown(2);
+    expectSteps(true, true);
+    click("Command2");
+    expectRowShown(3);
+    expectSteps(true, false);
+    click("Command1");
+    expectRowShown(2);
+    expectSteps(true, true);
+    click("Command1");
+    expectRowShown(1);
+    expectSteps(false, true);
+}
+
+TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
+    openByX(threeRows());
+    click("Command2");
+    expectRange(profile, Axis::X, -60, 340);
+    expectRange(profile, Axis::Y, 32.5, 66.5);
+    expectRange(map, Axis::X, -60, 340);
+    expectRange(map, Axis::Y, -140, 260);
+    EXPECT_EQ(map.headerText(), u"Sample Row Plot:  Row #2 (1 point)"_s);
+}
+
+TEST_F(RowPlots, StepByPageKeysFromAnywhereInTheEditor) {
+    openByX(threeRows());
+    QTest::keyClick(&profile, Qt::Key_PageDown);
+    expectRowShown(2);
+    QTest::keyClick(&map, Qt::Key_PageDown);
+    expectRowShown(3);
+    QTest::keyClick(&map, Qt::Key_PageDown);
+    expectRowShown(3);
+    QTest::keyClick(editor.Text1, Qt::Key_PageUp);
+    QTest::keyClick(editor.Command4, Qt::Key_PageUp);
+    expectRowShown(1);
+    QTest::keyClick(&main, Qt::Key_PageUp);
+    expectRowShown(1);
+    QTest::keyClick(&main, Qt::Key_PageDown);
+    expectRowShown(2);
+}
+
+TEST_F(RowPlots, StepButtonsAreNamedForThoseWhoCannotSeeThem) {
+    EXPECT_EQ(editor.Command1->accessibleName(), u"Previous row"_s);
+    EXPECT_EQ(editor.Command2->accessibleName(), u"Next row"_s);
+}
+
+TEST_F(RowPlots, PlotTheRowThatWasTyped) {
+    openByX(threeRows());
+    click("Option2");
+    EXPECT_TRUE(editor.Command3->isEnabled());
+    EXPECT_TRUE(editor.Text1->hasFocus());
+    typeRow(u"3"_s);
+    click("Command3");
+    expectRowShown(3);
+    expectSteps(true, false);
+    EXPECT_FALSE(editor.Command5->isEnabled());
+    EXPECT_TRUE(editor.Command6->isEnabled());
+    click("Option1");
+    EXPECT_FALSE(editor.Command3->isEnabled());
+}
+
+TEST_F(RowPlots, PlotTheRowThatWasTypedOnEnter) {
+    openByX(threeRows());
+    typeRow(u"2"_s);
+    EXPECT_TRUE(editor.Option2->isChecked());
+    QTest::keyClick(editor.Text1, Qt::Key_Return);
+    expectRowShown(2);
+    expectSteps(true, true);
+}
+
+TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
+    openByX(threeRows());
+    click("Command2");
+    clickPoint(profile, 1, 1);
+    click("Option2");
+    const auto expectUnchanged = [this] {
+        expectRowShown(2);
+        EXPECT_TRUE(editor.isVisible());
+        EXPECT_EQ(selected(), std::vector<SiteIndex>{1});
+    };
+    boxes.tell(u"Invalid Input: you have to enter a numeric value"_s);
+    click("Command3");
+    expectUnchanged();
+    boxes.tell(u"Invalid Input: you have to enter a numeric value"_s);
+    typeRow(u"two"_s);
+    click("Command3");
+    expectUnchanged();
+    for (const QString& number : {u"0"_s, u"4"_s, u"-1"_s, u"1e9"_s}) {
+        boxes.tell(u"Invalid Input: row number out of range"_s);
+        typeRow(number);
+        click("Command3");
+        expectUnchanged();
+    }
+    EXPECT_EQ(boxes.pending(), 0);
+}
+
+TEST_F(RowPlots, CloseWithFinishedAndOpenAgainAtRowOne) {
+    openByX(threeRows());
+    click("Command2");
+    clickPoint(profile, 1, 1);
+    main.menuItem(u"mnuData"_s)->setEnabled(false);
+    click("Command4");
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(profile.isVisible());
+    EXPECT_FALSE(map.isVisible());
+    EXPECT_FALSE(editor.EditorStarted);
+    EXPECT_TRUE(main.menuItem(u"mnuData"_s)->isEnabled());
+    main.mnuX->trigger();
+    expectRowShown(1);
+    expectNothingSelected();
+    EXPECT_TRUE(editor.Command6->isEnabled());
+}
+
+TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
+    openByX(threeRows());
+    clickPoint(profile, 1, 1);
+    main.mnuClear->trigger();
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(profile.isVisible());
+    EXPECT_FALSE(editor.EditorStarted);
+    EXPECT_EQ(editor.selection().SelCount, 0);
+    QTest::keyClick(&main, Qt::Key_PageDown);
+    EXPECT_FALSE(profile.isVisible());
+}
+
+TEST_F(RowPlots, OfferHelpByButtonAndByKey) {
+    openByX(threeRows());
+    const QSignalSpy asked(editor.cmdHelp, &QPushButton::clicked);
+    click("cmdHelp");
+    QTest::keyClick(&map, Qt::Key_F1);
+    QTest::keyClick(editor.Text1, Qt::Key_F1);
+    EXPECT_EQ(asked.count(), 3);
+}

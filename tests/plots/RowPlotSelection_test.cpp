@@ -1,0 +1,187 @@
+#include "plots/RowPlotEditor.h"
+#include "support/RowPlots.h"
+
+using namespace Qt::StringLiterals;
+using Point = Chart2D::Point;
+
+TEST_F(RowPlots, ReadOutTheProfileUnderThePointer) {
+    openByX(threeRows());
+    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2));
+    EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
+    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(0, 12));
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+    pointAt(profile, pixelOf(profile, Chart2D::kData, 2, 2));
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+    pointAt(profile, QPoint(2, 2));
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+    main.mnuY->trigger();
+    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 4));
+    EXPECT_EQ(profile.footerText(), u"UTM Y = 12.00, ECa = 28.00"_s);
+}
+
+TEST_F(RowPlots, ReadOutTheMapUnderThePointer) {
+    openByX(threeRows());
+    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
+    EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
+    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4) + QPoint(9, 0));
+    EXPECT_EQ(map.footerText(), u"No Point Selected"_s);
+    main.mnuY->trigger();
+    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
+    EXPECT_EQ(map.footerText(), u"UTM Y = 12.00, UTM X = 130.00"_s);
+}
+
+TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
+    openByX(threeRows());
+    EXPECT_TRUE(editor.Command6->isEnabled());
+    clickPoint(profile, 1, 4);
+    EXPECT_TRUE(editor.Command5->isEnabled());
+    EXPECT_FALSE(editor.Command6->isEnabled());
+    clickPoint(map, 1, 2);
+    EXPECT_EQ(selected(), (std::vector<SiteIndex>{4, 2}));
+    EXPECT_EQ(editor.lblSelected->text(), u"Sites selected: 2"_s);
+    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 28}, {110, 30}}));
+    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 2) == std::vector<Point>({{130, 55}, {110, 45}}));
+    EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {110, 11}}));
+}
+
+TEST_F(RowPlots, LeaveAPointThatIsPickedTwiceUnselected) {
+    openByX(threeRows());
+    for (const qsizetype point : {4, 2, 5})
+        clickPoint(profile, 1, point);
+    clickPoint(map, 1, 2);
+    EXPECT_EQ(selected(), (std::vector<SiteIndex>{4, 5}));
+    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 28}, {140, 22}}));
+    EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {140, 10}}));
+    EXPECT_TRUE(editor.Command5->isEnabled());
+    clickPoint(profile, 1, 5);
+    clickPoint(profile, 1, 4);
+    expectNothingSelected();
+    EXPECT_FALSE(editor.Command6->isEnabled());
+}
+
+TEST_F(RowPlots, TakeSitesAtTheSameCoordinateForOne) {
+    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {2, 9, 15, 15, 1}, {3, 1, 8, 8, 1}}));
+    clickPoint(map, 1, 2);
+    clickPoint(map, 1, 3);
+    expectNothingSelected();
+    clickPoint(map, 1, 3);
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{3});
+}
+
+TEST_F(RowPlots, SelectNothingBesideThePoints) {
+    openByX(threeRows());
+    clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(0, 5));
+    clickPoint(profile, 2, 2);
+    clickAt(profile, QPoint(1, 1));
+    clickAt(map, QPoint(1, 1));
+    expectNothingSelected();
+    EXPECT_TRUE(editor.Command6->isEnabled());
+}
+
+TEST_F(RowPlots, SelectThreePixelsBesideAPoint) {
+    openByX(threeRows());
+    clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(3, 0));
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
+}
+
+TEST_F(RowPlots, ForgetTheSelectionWithEveryNewRow) {
+    openByX(threeRows());
+    clickPoint(profile, 1, 4);
+    click("Command2");
+    expectNothingSelected();
+    EXPECT_TRUE(editor.Command6->isEnabled());
+    click("Command1");
+    clickPoint(profile, 1, 4);
+    main.mnuY->trigger();
+    expectNothingSelected();
+    EXPECT_TRUE(editor.Command6->isEnabled());
+}
+
+TEST_F(RowPlots, KeepTheSelectionWhenANumberIsToBeTypedButNotItsDeletion) {
+    openByX(threeRows());
+    clickPoint(profile, 1, 4);
+    click("Option2");
+    EXPECT_FALSE(editor.Command5->isEnabled());
+    EXPECT_EQ(editor.selection().SelCount, 1);
+    clickPoint(profile, 1, 2);
+    EXPECT_TRUE(editor.Command5->isEnabled());
+    EXPECT_EQ(editor.selection().SelCount, 2);
+}
+
+TEST_F(RowPlots, Refuse102SelectedPoints) {
+    openByX(longRow(120));
+    for (qsizetype point = 1; point <= 101; ++point)
+        clickPoint(profile, 1, point);
+    ASSERT_EQ(editor.selection().SelCount, 101);
+    const auto before = selected();
+    boxes.tell(u"Subscript out of range"_s);
+    clickPoint(profile, 1, 110);
+    EXPECT_EQ(boxes.pending(), 0);
+    EXPECT_EQ(selected(), before);
+    EXPECT_EQ(profile.pointCount(Chart2D::kHighlight, 1), 101);
+    EXPECT_EQ(map.pointCount(Chart2D::kHighlight, 1), 101);
+    Survey expected = longRow(120);
+    deleteOneByOne(expected, 1, before);
+    click("Command5");
+    expectSameSurvey(theSurvey(), expected);
+}
+
+TEST_F(RowPlots, AreEditedByKeyboardAlone) {
+    openByX(threeRows());
+    EXPECT_TRUE(profile.hasFocus());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    EXPECT_EQ(profile.footerText(), u"UTM X = 100.00, ECa = 20.00"_s);
+    EXPECT_EQ(map.footerText(), u"UTM X = 100.00, UTM Y = 10.00"_s);
+    QTest::keyClick(&profile, Qt::Key_Right);
+    QTest::keyClick(&profile, Qt::Key_Up);
+    QTest::keyClick(&profile, Qt::Key_Left);
+    EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
+    QTest::keyClick(&profile, Qt::Key_Space);
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
+    QTest::keyClick(&profile, Qt::Key_Space);
+    expectNothingSelected();
+    QTest::keyClick(&profile, Qt::Key_Delete);
+    EXPECT_EQ(theSurvey().NumSites, 10);
+    QTest::keyClick(&map, Qt::Key_Space);
+    QTest::keyClick(&map, Qt::Key_Delete);
+    Survey expected = threeRows();
+    deleteOneByOne(expected, 1, {2});
+    expectSameSurvey(theSurvey(), expected);
+    QTest::keyClick(&profile, Qt::Key_Left);
+    EXPECT_EQ(profile.footerText(), u"UTM X = 140.00, ECa = 22.00"_s);
+}
+
+TEST_F(RowPlots, GoOnByKeyboardWhereTheMousePicked) {
+    openByX(threeRows());
+    clickPoint(map, 1, 3);
+    QTest::keyClick(&map, Qt::Key_Right);
+    EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
+    QTest::keyClick(&map, Qt::Key_Space);
+    EXPECT_EQ(selected(), (std::vector<SiteIndex>{3, 4}));
+}
+
+TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
+    openByX(threeRows());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    for (int i = 0; i < 10; ++i)
+        QTest::keyClick(&profile, Qt::Key_Plus);
+    ASSERT_TRUE(profile.isZoomed());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    EXPECT_FALSE(profile.isZoomed());
+    EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
+}
+
+TEST_F(RowPlots, LookCloserWithoutChangingTheLimits) {
+    openByX(threeRows());
+    const PlotLimits shared = thePlotLimits();
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(&profile, Qt::Key_Plus);
+    EXPECT_TRUE(profile.isZoomed());
+    expectRange(profile, Chart2D::Axis::X, 98, 142);
+    EXPECT_EQ(thePlotLimits(), shared);
+    clickPoint(profile, 1, 2);
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
+    EXPECT_TRUE(profile.isZoomed());
+    click("Command2");
+    EXPECT_FALSE(profile.isZoomed());
+}

@@ -1,0 +1,145 @@
+#include "plots/SurveyGridPlot.h"
+
+#include "app/Guarded.h"
+#include "app/frmMain.h"
+#include "plots/RowPlotEditor.h"
+#include "plots/plot_limits.h"
+#include "support/ExpectedBoxes.h"
+#include "support/PlotWindow.h"
+#include "support/made_survey.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Point = Chart2D::Point;
+using Axis = Chart2D::Axis;
+
+Survey surveyOfRows(int rows) {
+    std::vector<MadeSite> sites;
+    for (int row = 1; row <= rows; ++row)
+        for (int i = 0; i < 3; ++i)
+            sites.push_back({100.0 * i, 10.0 * row, 1, 2, row});
+    return madeSurvey(sites);
+}
+
+class SurveyGrid : public testing::Test {
+  protected:
+    SurveyGrid() : grid(*new SurveyGridPlot(main)), chart(*grid.Chart2D2) {
+        QObject::connect(main.mnuGrid, &QAction::triggered, &main,
+                         guarded(&main, [this] { grid.mnuGrid_Click(); }));
+        main.resize(1024, 768);
+        main.show();
+    }
+    void plot(const Survey& survey) {
+        openSurvey(main, survey);
+        main.mnuGrid->trigger();
+    }
+    void expectRange(Axis axis, double minimum, double maximum) {
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).minimum, minimum);
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).maximum, maximum);
+    }
+
+    frmMain main;
+    SurveyGridPlot& grid;
+    Chart2D& chart;
+    ExpectedBoxes boxes;
+};
+
+}  // namespace
+
+TEST_F(SurveyGrid, ShowsEverySiteInTheSeriesOfItsRow) {
+    EXPECT_FALSE(chart.isVisible());
+    plot(madeSurvey(
+        {{5, 50, 1, 1, 1}, {7, 51, 1, 1, 1}, {9, 90, 1, 1, 2}, {1, 80, 1, 1, 3}, {3, 81, 1, 1, 3}}));
+    EXPECT_TRUE(chart.isVisible());
+    ASSERT_EQ(chart.seriesCount(Chart2D::kData), 3);
+    EXPECT_TRUE(pointsOf(chart, Chart2D::kData, 1) == std::vector<Point>({{5, 50}, {7, 51}}));
+    EXPECT_TRUE(pointsOf(chart, Chart2D::kData, 2) == std::vector<Point>({{9, 90}}));
+    EXPECT_TRUE(pointsOf(chart, Chart2D::kData, 3) == std::vector<Point>({{1, 80}, {3, 81}}));
+    EXPECT_EQ(chart.headerText(), u"Sample Grid Plot"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::X), u"X (meters)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::Y), u"Y (meters)"_s);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(SurveyGrid, ColoursRowsInTurnsOfFifteen) {
+    plot(surveyOfRows(31));
+    const auto colour = [this](int row) { return chart.seriesStyle(Chart2D::kData, row).colour; };
+    EXPECT_EQ(colour(1), 1);
+    EXPECT_EQ(colour(14), 14);
+    EXPECT_EQ(colour(15), 0);
+    EXPECT_EQ(colour(16), 1);
+    EXPECT_EQ(colour(30), 0);
+    EXPECT_EQ(colour(31), 1);
+}
+
+TEST_F(SurveyGrid, SharesItsLimits) {
+    plot(surveyOfRows(3));
+    expectRange(Axis::X, -10, 210);
+    expectRange(Axis::Y, 9, 31);
+    expectRange(Axis::Y2, 9, 31);
+    EXPECT_EQ(thePlotLimits(), (PlotLimits{-10, 210, 9, 31}));
+}
+
+TEST_F(SurveyGrid, HasNoWidthWhereAllSitesShareOneX) {
+    plot(madeSurvey({{5, 10, 1, 1, 1}, {5, 30, 1, 1, 1}}));
+    expectRange(Axis::X, 5, 5);
+    expectRange(Axis::Y, 9, 31);
+}
+
+TEST_F(SurveyGrid, OfOneRowIsOneBlueSeries) {
+    plot(surveyOfRows(1));
+    ASSERT_EQ(chart.seriesCount(Chart2D::kData), 1);
+    EXPECT_EQ(chart.seriesStyle(Chart2D::kData, 1).colour, 1);
+}
+
+TEST_F(SurveyGrid, CountsTheRowsAnew) {
+    plot(surveyOfRows(3));
+    Survey survey = surveyOfRows(2);
+    survey.NumPoints = {};
+    plot(survey);
+    ASSERT_EQ(chart.seriesCount(Chart2D::kData), 2);
+    EXPECT_EQ(chart.pointCount(Chart2D::kData, 2), 3);
+    EXPECT_EQ(theSurvey().NumPoints[2], 3);
+}
+
+TEST_F(SurveyGrid, ChangesNothingInTheSurvey) {
+    const Survey survey = surveyOfRows(4);
+    plot(survey);
+    expectSameSurvey(theSurvey(), survey);
+}
+
+TEST_F(SurveyGrid, TakesThePlaceOfTheRowPlots) {
+    auto& editor = *new RowPlotEditor(main);
+    openSurvey(main, surveyOfRows(3));
+    editor.mnuX_Click();
+    main.mnuGrid->trigger();
+    EXPECT_FALSE(editor.isVisible());
+    EXPECT_FALSE(editor.Chart2D3->isVisible());
+    EXPECT_FALSE(editor.Chart2D4->isVisible());
+    EXPECT_TRUE(chart.isVisible());
+    editor.mnuY_Click();
+    EXPECT_FALSE(chart.isVisible());
+    EXPECT_TRUE(editor.isVisible());
+}
+
+TEST_F(SurveyGrid, OfMoreRowsThanCanBeCountedIsRefused) {
+    Survey survey = surveyOfRows(250);
+    survey.SiteData(kRow, 749) = 251;
+    survey.NumRows = 251;
+    boxes.tell(u"Subscript out of range"_s);
+    plot(survey);
+    EXPECT_FALSE(chart.isVisible());
+}
+
+TEST_F(SurveyGrid, ReadsOutTheSiteUnderThePointer) {
+    plot(surveyOfRows(3));
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));
+    EXPECT_EQ(chart.footerText(), u"Row #2, UTM X = 200.00, UTM Y = 20.00"_s);
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3) + QPoint(20, 20));
+    EXPECT_EQ(chart.footerText(), QString());
+}

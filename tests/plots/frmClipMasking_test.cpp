@@ -1,0 +1,233 @@
+#include "plots/ClipWindow.h"
+
+#include <QElapsedTimer>
+#include <QWheelEvent>
+
+#include <cmath>
+
+TEST_F(ClipWindow, ChangesItsControlsWhenClippingIsSwitchedOnAndOff) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    expectState(kClipping, 0, 0);
+    press({40, 40});
+    expectState(kRectangleOpen, 0, 0);
+    press({40, 40});
+    expectState(kClipping, 0, 0);
+    click(window->cmdClipOff);
+    expectState(kBrowsing, 0, 0);
+}
+
+TEST_F(ClipWindow, IgnoresClicksWhileBrowsing) {
+    openOnFullMap();
+    drawRectangle(pixelOfSite(-1, 99.2), pixelOfSite(15, 115));
+    expectState(kBrowsing, 0, 0);
+    EXPECT_FALSE(shows(kLightYellow));
+    EXPECT_FALSE(shows(kGreen));
+}
+
+TEST_F(ClipWindow, MasksWhatARectangleHoldsInWhicheverDirectionItIsDrawn) {
+    const std::array<std::array<double, 4>, 4> directions = {
+        {{5, 115, 25, 105}, {25, 115, 5, 105}, {5, 105, 25, 115}, {25, 105, 5, 115}}};
+    for (const auto& [x1, y1, x2, y2] : directions) {
+        openOnFullMap();
+        click(window->cmdClipOn);
+        mask(x1, y1, x2, y2);
+        expectState(kClipping, 2, 0);
+        click(window->cmdClipOff);
+        expectState(kBrowsingMasked, 2, 0);
+        choose(u"mnuFullMapMax"_s);
+        EXPECT_EQ(dotAt(10, 110), 0xFFFFFFU);
+        EXPECT_EQ(dotAt(20, 110), 0xFFFFFFU);
+        EXPECT_EQ(dotAt(0, 110), colour(kBlue));
+        EXPECT_EQ(dotAt(30, 110), colour(kBlue));
+        delete window;
+    }
+}
+
+TEST_F(ClipWindow, LeavesASiteExactlyOnAnEdgeUnmasked) {
+    openOnFullMap();
+    const QPoint from = pixelOfSite(5, 115), to = pixelOfSite(15, 105);
+    const QPointF corner = window->picMapZoom->toScale(from);
+    const QPointF opposite = window->picMapZoom->toScale(to);
+    const MapExtent extent{0, 30, 100, 120};
+    const double west = extent.surveyX(corner.x()), east = extent.surveyX(opposite.x());
+    const double north = extent.surveyY(corner.y()), south = extent.surveyY(opposite.y());
+    const double inside = std::nextafter(west, 100);
+    const std::array<std::pair<double, double>, 5> places = {
+        {{west, 110}, {east, 110}, {10, north}, {10, south}, {inside, 110}}};
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        theSurvey().SiteData(kX, static_cast<SiteIndex>(i) + 4) = places[i].first;
+        theSurvey().SiteData(kY, static_cast<SiteIndex>(i) + 4) = places[i].second;
+    }
+    Calculate_Distance(theSurvey());
+    expected = records(theSurvey());
+    click(window->cmdClipOn);
+    drawRectangle(from, to);
+    expectState(kClipping, 1, 0);
+}
+
+TEST_F(ClipWindow, TakesTheSecondCornerFromTheLastMoveNotFromTheClick) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    moveTo(pixelOfSite(-1, 120.8));
+    press(pixelOfSite(-1, 120.8));
+    moveTo(pixelOfSite(5, 115));
+    // A press that no move precedes, as a touch screen sends it.
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(pixelOfSite(31, 99.2)),
+                      window->picMapZoom->mapToGlobal(QPointF(pixelOfSite(31, 99.2))), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window->picMapZoom, &event);
+    expectState(kClipping, 1, 0);
+}
+
+TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    const QPoint from = pixelOfSite(5, 115), to = pixelOfSite(15, 105), between = pixelOfSite(12, 107);
+    // An outline lies on the pixels of its coordinate or right beside them.
+    const auto isNear = [this](const QPoint& place, int wanted) {
+        const QImage image = picture();
+        for (int row = place.y() - 1; row <= place.y() + 1; ++row)
+            if ((image.pixel(place.x(), row) & 0xFFFFFFU) == colour(wanted)) return true;
+        return false;
+    };
+    moveTo(from);
+    press(from);
+    moveTo(between);
+    const QPoint edge((from.x() + between.x()) / 2, between.y());
+    EXPECT_TRUE(isNear(edge, kGreen));
+    moveTo(to);
+    EXPECT_FALSE(isNear(edge, kGreen));
+    EXPECT_TRUE(isNear({edge.x(), to.y()}, kGreen));
+    expectState(kRectangleOpen, 0, 0);
+    press(to);
+    EXPECT_FALSE(shows(kGreen));
+    EXPECT_TRUE(isNear(edge, kLightYellow));
+    EXPECT_EQ(dotAt(10, 110), colour(kLightYellow));
+    click(window->cmdClipOff);
+    EXPECT_TRUE(shows(kLightYellow));  // until the map is drawn again
+    choose(u"mnuFullMapMax"_s);
+    EXPECT_FALSE(shows(kLightYellow));
+}
+
+TEST_F(ClipWindow, CountsNoSiteTwice) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    mask(-1, 121, 15, 105);
+    expectState(kClipping, 4, 0);
+    mask(5, 115, 35, 95);
+    expectState(kClipping, 9, 0);
+    mask(5, 115, 35, 95);
+    expectState(kClipping, 9, 0);
+    click(window->cmdClipOff);
+    expectState(kBrowsingMasked, 9, 0);
+    click(window->cmdClipOn);
+    expectState(kClipping, 9, 0);
+}
+
+TEST_F(ClipWindow, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    moveTo(pixelOfSite(-1, 120.8));
+    press(pixelOfSite(-1, 120.8));
+    moveTo(pixelOfSite(15, 105));
+    EXPECT_TRUE(shows(kGreen));
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(shows(kGreen));
+    expectState(kClipping, 0, 0);
+    moveTo(pixelOfSite(20, 115));
+    EXPECT_FALSE(shows(kGreen));
+    mask(5, 115, 15, 105);  // begins with a first corner again
+    expectState(kClipping, 1, 0);
+    click(window->cmdClipOff);
+    boxes.ask(true, kExitQuestion);
+    QTest::keyClick(window, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(ClipWindow, CanBeClippedByKeyboardAlone) {
+    openOnFullMap();
+    QTest::keyClick(window, Qt::Key_C, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->cmdClipOff->isEnabled(); }));
+    expectState(kClipping, 0, 0);
+    ASSERT_TRUE(window->picMapZoom->hasFocus());
+    const auto key = [this](int k, Qt::KeyboardModifiers m = Qt::NoModifier) {
+        QTest::keyClick(window->picMapZoom, static_cast<Qt::Key>(k), m);
+    };
+    // Within reach of the middle: three sites at y = 110.
+    key(Qt::Key_Return);  // shows the cross
+    expectState(kClipping, 0, 0);
+    EXPECT_EQ(window->txtXloc->text(), u"15.0"_s);
+    EXPECT_EQ(window->txtYloc->text(), u"110.0"_s);
+    const auto go = [&](int arrow, const QLineEdit* readOut, auto arrived) {
+        for (int i = 0; i < 200 && !arrived(readOut->text().toDouble()); ++i)
+            key(arrow);
+    };
+    go(Qt::Key_Left, window->txtXloc, [](double x) { return x < 9; });
+    go(Qt::Key_Up, window->txtYloc, [](double y) { return y > 111; });
+    key(Qt::Key_Return);
+    expectState(kRectangleOpen, 0, 0);
+    go(Qt::Key_Right, window->txtXloc, [](double x) { return x > 21; });
+    go(Qt::Key_Down, window->txtYloc, [](double y) { return y < 109; });
+    EXPECT_TRUE(shows(kGreen));
+    key(Qt::Key_Enter);
+    expectState(kClipping, 2, 0);
+    const double before = window->txtXloc->text().toDouble();
+    key(Qt::Key_Right);
+    const double ten = window->txtXloc->text().toDouble() - before;
+    EXPECT_NEAR(ten, 10 * window->picMapZoom->pixelSize().width() * 30, 0.11);
+    for (int i = 0; i < 10; ++i)
+        key(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_NEAR(window->txtXloc->text().toDouble(), before, 0.01);
+    for (int i = 0; i < 300; ++i)
+        key(Qt::Key_Right);  // no further than the edge of the box
+    EXPECT_EQ(window->txtXloc->text(), QString::number(30 * 1.05, 'f', 1));
+    QTest::keyClick(window, Qt::Key_F, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->cmdClipOn->isEnabled(); }));
+    expectState(kBrowsingMasked, 2, 0);
+}
+
+TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    moveTo(pixelOfSite(5, 115));
+    press(pixelOfSite(5, 115));
+    const QPoint pointer = pixelOfSite(8, 112);
+    moveTo(pointer);
+    const QPointF place = window->picMapZoom->toScale(pointer);
+    QWheelEvent wheel(QPointF(pointer), window->picMapZoom->mapToGlobal(QPointF(pointer)), {}, {0, 240},
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window->picMapZoom, &wheel);
+    EXPECT_LT(window->picMapZoom->scale().width, 1.1);
+    EXPECT_NEAR(window->picMapZoom->toScale(pointer).x(), place.x(), 1e-12);
+    EXPECT_NEAR(window->picMapZoom->toScale(pointer).y(), place.y(), 1e-12);
+    EXPECT_EQ(dotAt(10, 110), colour(kBlue));  // the sites are drawn at their new places
+    EXPECT_TRUE(shows(kGreen));
+    const QPoint by(-30, -20);
+    const QPoint site = pixelOfSite(10, 110);
+    QTest::mousePress(window->picMapZoom, Qt::RightButton, Qt::NoModifier, pointer);
+    moveTo(pointer + by);
+    QTest::mouseRelease(window->picMapZoom, Qt::RightButton, Qt::NoModifier, pointer + by);
+    EXPECT_EQ(pixelOfSite(10, 110), site + by);
+    EXPECT_EQ(dotAt(10, 110), colour(kBlue));
+    expectState(kRectangleOpen, 0, 0);
+    moveTo(pixelOfSite(12, 108));
+    press(pixelOfSite(12, 108));
+    expectState(kClipping, 1, 0);
+}
+
+TEST_F(ClipWindow, FollowsThePointerAsFastOverAMillionSitesAsOverAFew) {
+    theSurvey() = manySites(1000000);
+    openOnFullMap();
+    click(window->cmdClipOn);
+    press({10, 10});
+    constexpr int kMoves = 100;
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < kMoves; ++i) {
+        moveTo({20 + 3 * i, 20 + 2 * i});
+        window->picMapZoom->repaint();
+    }
+    EXPECT_LT(time.elapsed(), 4 * kMoves);
+}

@@ -1,0 +1,290 @@
+#include "plots/site_masking.h"
+
+#include "app/run_time_error.h"
+#include "plots/site_records.h"
+#include "rows/row_detection.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+namespace {
+
+Survey surveyAt(const std::vector<std::pair<double, double>>& places) {
+    std::vector<Site> sites;
+    for (const auto& [x, y] : places)
+        sites.push_back({x, y, 1, 2, 1, static_cast<double>(sites.size())});
+    Survey survey = surveyOf(sites);
+    survey.NumRows = survey.RowIndex = 1;
+    return survey;
+}
+
+Survey surveyWithRows(const std::vector<double>& rows, int numRows) {
+    std::vector<Site> sites;
+    for (const double row : rows)
+        sites.push_back(
+            {static_cast<double>(sites.size()), row, 1, 2, row, static_cast<double>(sites.size())});
+    Survey survey = surveyOf(sites);
+    survey.NumRows = survey.RowIndex = numRows;
+    return survey;
+}
+
+SiteMaskArray maskFor(const Survey& survey) {
+    return SiteMaskArray(static_cast<std::size_t>(survey.NumSites), 0);
+}
+
+void expectExtent(const MapExtent& extent, double xMin, double xMax, double yMin, double yMax) {
+    EXPECT_EQ(extent.MapXMin, xMin);
+    EXPECT_EQ(extent.MapXMax, xMax);
+    EXPECT_EQ(extent.MapYMin, yMin);
+    EXPECT_EQ(extent.MapYMax, yMax);
+}
+
+}  // namespace
+
+TEST(MapScale, StretchesEachAxisOverItsOwnExtent) {
+    expectExtent(SetMapScale(surveyAt({{-3, 100}, {7, 120}, {2, 90}}), false), -3, 7, 90, 120);
+}
+
+TEST(MapScale, WidensTheShorterXAxisAroundItsCentreInTrueResolution) {
+    expectExtent(SetMapScale(surveyAt({{0, 100}, {10, 140}}), true), -15, 25, 100, 140);
+}
+
+TEST(MapScale, WidensTheShorterYAxisAroundItsCentreInTrueResolution) {
+    expectExtent(SetMapScale(surveyAt({{0, 100}, {40, 110}}), true), 0, 40, 85, 125);
+}
+
+TEST(MapScale, LeavesASquareFieldAsItIsInTrueResolution) {
+    expectExtent(SetMapScale(surveyAt({{0, 5}, {8, 13}}), true), 0, 8, 5, 13);
+}
+
+TEST(MapScale, GivesAnAxisWithoutExtentOneUnit) {
+    expectExtent(SetMapScale(surveyAt({{4, 100}, {4, 140}}), false), 3.5, 4.5, 100, 140);
+    expectExtent(SetMapScale(surveyAt({{0, 100}, {40, 100}}), false), 0, 40, 99.5, 100.5);
+}
+
+TEST(MapScale, GivesAnAxisWithoutExtentTheOtherOnesInTrueResolution) {
+    expectExtent(SetMapScale(surveyAt({{4, 100}, {4, 140}}), true), -16, 24, 100, 140);
+    expectExtent(SetMapScale(surveyAt({{0, 100}, {40, 100}}), true), 0, 40, 80, 120);
+}
+
+TEST(MapScale, PutsASingleSiteIntoTheMiddleOfOneUnit) {
+    for (const bool trueScale : {false, true})
+        expectExtent(SetMapScale(surveyAt({{7, -2}}), trueScale), 6.5, 7.5, -2.5, -1.5);
+}
+
+TEST(MapScale, IsNeverZeroWhereDoublesAreCoarserThanOneUnit) {
+    const MapExtent extent = SetMapScale(surveyAt({{1e18, -1e18}}), false);
+    EXPECT_GT(extent.width(), 0);
+    EXPECT_GT(extent.height(), 0);
+    EXPECT_NEAR(extent.mapX(1e18), 0.5, 0.3);
+}
+
+TEST(MapScale, RefusesAnExtentThatIsNotFinite) {
+    EXPECT_THROW(SetMapScale(surveyAt({{-1e308, 0}, {1e308, 1}}), false), RunTimeError);
+}
+
+TEST(MapScale, NeedsASite) {
+    EXPECT_THROW(SetMapScale(Survey{}, true), RunTimeError);
+}
+
+TEST(MapSpace, HasNorthAboveAndTheExtentAsUnitSquare) {
+    const MapExtent extent{100, 300, 1000, 1400};
+    EXPECT_EQ(extent.mapX(100), 0);
+    EXPECT_EQ(extent.mapX(300), 1);
+    EXPECT_EQ(extent.mapY(1400), 0);
+    EXPECT_EQ(extent.mapY(1000), 1);
+    EXPECT_EQ(extent.mapY(1300), 0.25);
+    EXPECT_EQ(extent.surveyX(0.25), 150);
+    EXPECT_EQ(extent.surveyY(0.25), 1300);
+}
+
+TEST(MapZones, AreTheFourteenOfTheMenu) {
+    // Left, top, width, height.
+    const std::map<std::string_view, MapWindow> expected = {
+        {"mnuZnorth", {-0.05, -0.05, 1.1, 0.2}}, {"mnuZsouth", {-0.05, 0.85, 1.1, 0.2}},
+        {"mnuZwest", {-0.05, -0.05, 0.2, 1.1}},  {"mnuZeast", {0.85, -0.05, 0.2, 1.1}},
+        {"mnuZnw", {-0.05, -0.05, 0.55, 0.55}},  {"mnuZne", {0.5, -0.05, 0.55, 0.55}},
+        {"mnuZsw", {-0.05, 0.5, 0.55, 0.55}},    {"mnuZse", {0.5, 0.5, 0.55, 0.55}},
+        {"mnuZw13", {-0.05, -0.05, 0.35, 1.1}},  {"mnuZc13v", {0.3, -0.05, 0.4, 1.1}},
+        {"mnuZe13", {0.7, -0.05, 0.35, 1.1}},    {"mnuZn13", {-0.05, -0.05, 1.1, 0.35}},
+        {"mnuZc13h", {-0.05, 0.3, 1.1, 0.4}},    {"mnuZs13", {-0.05, 0.7, 1.1, 0.35}}};
+    std::map<std::string_view, MapWindow> found;
+    for (const MapZone& zone : kMapZones)
+        found[zone.item] = zone.window;
+    EXPECT_EQ(found, expected);
+}
+
+namespace {
+
+// Five sites on the edges and corners of the square 1..3, one in it, one outside.
+const std::vector<std::pair<double, double>> kAroundASquare = {{0, 0}, {4, 4}, {1, 2}, {3, 2},
+                                                               {2, 1}, {2, 3}, {3, 3}, {2, 2}};
+
+}  // namespace
+
+TEST(Masking, LeavesASiteExactlyOnAnEdgeUnmaskedInAllFourDirections) {
+    const Survey survey = surveyAt(kAroundASquare);
+    const MapExtent extent = SetMapScale(survey, false);  // 0..4, so that 0.25 and 0.75 are 1 and 3
+    for (const auto& [x1, x2] : {std::pair{0.25, 0.75}, std::pair{0.75, 0.25}})
+        for (auto [y1, y2] : {std::pair{0.25, 0.75}, std::pair{0.75, 0.25}}) {
+            SiteMaskArray mask = maskFor(survey);
+            EXPECT_EQ(MaskSites(survey, extent, mask, x1, y1, x2, y2), 1);
+            EXPECT_EQ(mask, (SiteMaskArray{0, 0, 0, 0, 0, 0, 0, 1}));
+        }
+}
+
+TEST(Masking, OverwritesTheYArgumentsWithNorthAndSouthInSurveyUnits) {
+    const Survey survey = surveyAt({{0, 100}, {4, 500}});
+    const MapExtent extent = SetMapScale(survey, false);
+    SiteMaskArray mask = maskFor(survey);
+    double y1 = 0.75, y2 = 0.25;
+    MaskSites(survey, extent, mask, 0.1, y1, 0.2, y2);
+    EXPECT_EQ(y1, 400);
+    EXPECT_EQ(y2, 200);
+}
+
+TEST(Masking, KeepsMasksSetBeforeAndCountsNoneTwice) {
+    const Survey survey = surveyAt({{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}});
+    const MapExtent extent = SetMapScale(survey, false);
+    SiteMaskArray mask = maskFor(survey);
+    double y1 = 0.9, y2 = 0.4;
+    EXPECT_EQ(MaskSites(survey, extent, mask, 0.1, y1, 0.6, y2), 2);
+    y1 = 0.6, y2 = 0.1;
+    EXPECT_EQ(MaskSites(survey, extent, mask, 0.4, y1, 0.9, y2), 3);
+    EXPECT_EQ(mask, (SiteMaskArray{0, 1, 1, 1, 0}));
+}
+
+TEST(Masking, AnEmptyRectangleMasksNothing) {
+    const Survey survey = surveyAt({{0, 0}, {1, 1}, {2, 2}});
+    SiteMaskArray mask = maskFor(survey);
+    double y1 = 0.5, y2 = 0.5;
+    EXPECT_EQ(MaskSites(survey, SetMapScale(survey, false), mask, 0.5, y1, 0.5, y2), 0);
+}
+
+TEST(Restoring, UnmasksEverySite) {
+    SiteMaskArray mask{1, 0, 1, 1};
+    recoverSites(mask);
+    EXPECT_EQ(mask, (SiteMaskArray{0, 0, 0, 0}));
+}
+
+TEST(Deleting, TakesTheMaskedSitesOutInEveryColumnAndShrinksTheStorage) {
+    Survey survey =
+        surveyOf({{1, 2, 3, 4, 1, 10}, {5, 6, 7, 8, 1, 11}, {9, 8, 7, 6, 2, 12}, {5, 4, 3, 2, 3, 13}});
+    survey.NumRows = survey.RowIndex = 3;
+    survey.chooseDistance(1);
+    Calculate_Distance(survey);
+    SiteMaskArray mask{1, 0, 1, 0};
+    EXPECT_EQ(deleteMaskedSites(survey, mask), 2);
+    EXPECT_EQ(sitesOf(survey), (std::vector<Site>{{5, 6, 7, 8, 1, 11}, {5, 4, 3, 2, 3, 13}}));
+    EXPECT_EQ(survey.SiteData.capacity(), 2);
+    EXPECT_EQ(survey.SiteID.size(), 2U);
+    EXPECT_EQ(mask, (SiteMaskArray{0, 0}));
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 2, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 2);
+    EXPECT_EQ(survey.NumRows, 3);
+    EXPECT_EQ(survey.RowIndex, 3);
+    EXPECT_EQ((std::vector<std::int64_t>(survey.NumPoints.begin() + 1, survey.NumPoints.begin() + 5)),
+              (std::vector<std::int64_t>{1, 0, 1, 0}));
+}
+
+TEST(Deleting, RecalculatesEveryDistanceThatWasThere) {
+    Survey survey = surveyAt({{0, 0}, {3, 4}, {6, 8}});
+    survey.chooseDistance(2);
+    Calculate_X_Distance(survey);
+    Calculate_Y_Distance(survey);
+    SiteMaskArray mask{0, 1, 0};
+    deleteMaskedSites(survey, mask);
+    EXPECT_EQ(survey.XDist, (std::vector<double>{0, 6, 0}));
+    EXPECT_EQ(survey.YDist, (std::vector<double>{0, 8, 0}));
+    EXPECT_TRUE(survey.TrueDist.empty());
+}
+
+TEST(Deleting, KeepsEverySiteWhenNothingIsMasked) {
+    Survey survey = surveyAt({{0, 0}, {3, 4}});
+    const auto before = sitesOf(survey);
+    SiteMaskArray mask{0, 0};
+    EXPECT_EQ(deleteMaskedSites(survey, mask), 0);
+    EXPECT_EQ(sitesOf(survey), before);
+}
+
+TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
+    Survey survey = surveyOf({{1, 2, 3, 4, 1, 0}, {5, 6, 7, 8, 1, 0}}, false);
+    survey.chooseDistance(1);
+    SiteMaskArray mask{1, 1};
+    EXPECT_EQ(deleteMaskedSites(survey, mask), 2);
+    EXPECT_EQ(survey.NumSites, 0);
+    EXPECT_EQ(survey.SiteData.capacity(), 0);
+    EXPECT_TRUE(survey.SiteID.empty());
+    EXPECT_TRUE(mask.empty());
+}
+
+TEST(RowInformation, HoldsWhileNumbersRunUpToTheLastRow) {
+    for (const auto& rows : {std::vector<double>{1}, {1, 1, 1}, {1, 2, 3}, {1, 1, 2, 2, 2, 3}}) {
+        Survey survey = surveyWithRows(rows, static_cast<int>(rows.back()));
+        const auto before = sitesOf(survey);
+        EXPECT_TRUE(ValidateRowInfo(survey));
+        EXPECT_EQ(sitesOf(survey), before);
+        EXPECT_EQ(survey.NumRows, rows.back());
+    }
+}
+
+TEST(RowInformation, IsLostWhenARowIsGoneOrNumbersFallBack) {
+    const std::vector<std::pair<std::vector<double>, int>> lost = {{{2, 2, 3}, 3},  // the first row is gone
+                                                                   {{1, 1, 2}, 3},  // the last
+                                                                   {{1, 1, 3}, 3},  // one between
+                                                                   {{1, 2, 1, 2}, 2},  // falls back
+                                                                   {{1, 2, 3, 2}, 2}, {{1, 3, 2}, 2}};
+    for (const auto& [rows, numRows] : lost) {
+        Survey survey = surveyWithRows(rows, numRows);
+        EXPECT_FALSE(ValidateRowInfo(survey));
+        for (SiteIndex i = 0; i < survey.NumSites; ++i)
+            EXPECT_EQ(survey.SiteData(kRow, i), 1);
+        EXPECT_EQ(survey.NumRows, 1);
+        EXPECT_EQ(survey.RowIndex, 1);
+        EXPECT_EQ(survey.NumPoints[1], survey.NumSites);
+        EXPECT_EQ(survey.NumPoints[2], 0);
+        EXPECT_TRUE(rowsAreUsable(survey));
+    }
+}
+
+TEST(RowInformation, ReadsRowNumbersRounded) {
+    Survey survey = surveyWithRows({1.2, 0.9, 2.4, 1.6}, 2);
+    EXPECT_TRUE(ValidateRowInfo(survey));
+    EXPECT_EQ(survey.SiteData(kRow, 0), 1.2);
+}
+
+TEST(RowInformation, IsNoneWithoutSites) {
+    Survey survey = surveyWithRows({1, 2}, 2);
+    survey.NumPoints[1] = 1;
+    forgetRows(survey);
+    EXPECT_EQ(survey.NumRows, 0);
+    EXPECT_EQ(survey.RowIndex, 0);
+    EXPECT_EQ(survey.NumPoints[1], 0);
+    EXPECT_FALSE(rowsAreUsable(survey));
+}
+
+TEST(SitesOfARow, AreTheRunsOfItsNumber) {
+    const Survey survey = surveyWithRows({1, 1, 2, 2.4, 3, 2}, 3);
+    EXPECT_EQ(sitesOfRow(survey, 1), (std::vector<SiteRun>{{0, 2}}));
+    EXPECT_EQ(sitesOfRow(survey, 2), (std::vector<SiteRun>{{2, 4}, {5, 6}}));
+    EXPECT_EQ(sitesOfRow(survey, 3), (std::vector<SiteRun>{{4, 5}}));
+    EXPECT_TRUE(sitesOfRow(survey, 4).empty());
+    EXPECT_TRUE(sitesOfRow(Survey{}, 1).empty());
+}
+
+TEST(DrawingBlocks, CoverTheSurveyAndEndAtMultiplesOfAHundredSites) {
+    for (const SiteIndex sites : {0, 1, 100, 6399, 6400, 6401, 100000}) {
+        Survey survey;
+        survey.NumSites = sites;
+        SiteIndex next = 0;
+        for (const SiteRun& block : drawingBlocks(survey)) {
+            EXPECT_EQ(block.first, next);
+            EXPECT_GT(block.last, block.first);
+            EXPECT_TRUE(block.last % 100 == 0 || block.last == sites);
+            next = block.last;
+        }
+        EXPECT_EQ(next, sites);
+    }
+}

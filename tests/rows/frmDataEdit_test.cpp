@@ -1,0 +1,404 @@
+#include "rows/frmDataEdit.h"
+
+#include "app/CaptionColour.h"
+#include "app/frmMain.h"
+#include "app/palette16.h"
+#include "support/ExpectedBoxes.h"
+#include "support/row_surveys.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Survey fourRows() {
+    Survey survey = surveyWithRows({{0, 0, 1, 2, 1, 1},
+                                    {1, 0, 1, 2, 1, 2},
+                                    {1, 9, 1, 2, 2, 3},
+                                    {2, 9, 1, 2, 2, 4},
+                                    {50, 9, 1, 2, 3, 5},
+                                    {51, 30, 1, 2, 4, 6}});
+    survey.MinDistance = 8;
+    return survey;
+}
+
+// What a row dialog may change of a survey, to be compared before and after.
+struct Snapshot {
+    explicit Snapshot(const Survey& survey)
+        : sites(sitesIn(survey)),
+          points(survey.NumPoints),
+          numbers{survey.NumRows,     survey.RowIndex, survey.DistanceMode,
+                  survey.UseTrueDist, survey.UseXDist, survey.UseYDist},
+          minDistance(survey.MinDistance),
+          distances(survey.TrueDist) {}
+    bool operator==(const Snapshot& other) const = default;
+
+    std::vector<RowSite> sites;
+    std::array<std::int64_t, kMaxRows + 1> points;
+    std::array<int, 6> numbers;
+    double minDistance;
+    std::vector<double> distances;
+};
+
+std::vector<double> rowsNow() {
+    const double* const rows = theSurvey().SiteData.column(kRow);
+    return {rows, rows + theSurvey().NumSites};
+}
+
+class RowDialog : public testing::Test {
+  protected:
+    RowDialog() {
+        theSurvey() = fourRows();
+        main_.menusFollow(MenuEvent::SitesImported);
+        open();
+    }
+
+    void open() {
+        dialog_ = std::make_unique<frmDataEdit>(main_);
+        changed_ = std::make_unique<QSignalSpy>(dialog_.get(), &frmDataEdit::surveyChanged);
+        dialog_->show();
+    }
+    void choose(QRadioButton* option) {
+        QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2));
+    }
+    void enter(QRadioButton* option, const QString& first, const QString& second = {}) {
+        choose(option);
+        boxOf(option)->setText(first);
+        if (option == dialog_->Option1) dialog_->Text3->setText(second);
+    }
+    void press() { QTest::mouseClick(dialog_->Command1, Qt::LeftButton); }
+    QLineEdit* boxOf(const QRadioButton* option) const {
+        if (option == dialog_->Option1) return dialog_->Text2;
+        if (option == dialog_->Option2) return dialog_->Text4;
+        if (option == dialog_->Option3) return dialog_->Text1;
+        return option == dialog_->Option4 ? dialog_->Text5 : dialog_->Text6;
+    }
+    QList<QRadioButton*> options() const {
+        return {dialog_->Option1, dialog_->Option2, dialog_->Option3, dialog_->Option4, dialog_->Option5};
+    }
+    QStringList visibleInputs() const {
+        QStringList names;
+        for (const QLineEdit* box : dialog_->findChildren<QLineEdit*>())
+            if (box->isVisible()) names << box->objectName();
+        names.sort();
+        return names;
+    }
+    QStringList visibleLabels() const {
+        QStringList texts;
+        for (const QLabel* label : {dialog_->lblText2, dialog_->lblText3, dialog_->lblText4,
+                                    dialog_->lblText1, dialog_->lblText5, dialog_->lblText6})
+            if (label->isVisible()) texts << label->text().remove(u'&');
+        return texts;
+    }
+    void expectJustOpened() const {
+        EXPECT_TRUE(dialog_->isVisible());
+        EXPECT_EQ(visibleInputs(), QStringList());
+        EXPECT_EQ(visibleLabels(), QStringList());
+        for (const QLineEdit* box : dialog_->findChildren<QLineEdit*>())
+            EXPECT_EQ(box->text(), QString());
+        for (const QRadioButton* option : options())
+            EXPECT_FALSE(option->isChecked());
+        EXPECT_EQ(main_.findChildren<frmDataEdit*>().size(), 1);
+    }
+    // The message comes, nothing changes, and the dialog is as it opened.
+    void expectRefused(QRadioButton* option, const QString& first, const QString& second,
+                       const QString& message) {
+        SCOPED_TRACE(first.toStdString() + " " + second.toStdString());
+        const Snapshot before(theSurvey());
+        ExpectedBoxes boxes;
+        enter(option, first, second);
+        boxes.tell(message);
+        press();
+        EXPECT_TRUE(Snapshot(theSurvey()) == before);
+        EXPECT_EQ(changed_->count(), 0);
+        expectJustOpened();
+    }
+    bool enabled(const QString& item) const { return main_.menuItem(item)->isEnabled(); }
+
+    frmMain main_;
+    std::unique_ptr<frmDataEdit> dialog_;
+    std::unique_ptr<QSignalSpy> changed_;
+};
+
+// Sites 5 m apart: a row each for a smaller distance.
+Survey manyGaps() {
+    Survey survey = surveyAlongX(std::vector<double>(300, 5), 100);
+    for (SiteIndex i = 0; i < survey.NumSites; ++i)
+        survey.SiteData(kRow, i) = 1;
+    survey.NumRows = survey.RowIndex = 1;
+    return survey;
+}
+
+const QString kNotNumeric = u"Invalid Input: you have to enter a numeric value"_s;
+
+}  // namespace
+
+TEST_F(RowDialog, HasItsTextsAndNames) {
+    const auto plain = [](QString text) { return text.remove(u'&'); };
+    EXPECT_EQ(dialog_->objectName(), u"frmDataEdit"_s);
+    EXPECT_EQ(dialog_->windowTitle(), u"Row Editing / Re-numbering"_s);
+    EXPECT_EQ(dialog_->Frame1->title(), u"Row Editing / Row Re-numbering Options"_s);
+    EXPECT_EQ(plain(dialog_->Option1->text()), u"Joint two rows"_s);
+    EXPECT_EQ(dialog_->Option1->toolTip(), u"Function to joint two rows"_s);
+    EXPECT_EQ(plain(dialog_->Option2->text()), u"Delete a row"_s);
+    EXPECT_EQ(dialog_->Option2->toolTip(), u"Function to delete a row"_s);
+    EXPECT_EQ(plain(dialog_->Option3->text()), u"Specify true distance value"_s);
+    EXPECT_EQ(plain(dialog_->Option4->text()), u"Specify X distance value (for N-S runs)"_s);
+    EXPECT_EQ(plain(dialog_->Option5->text()), u"Specify Y distance value (for E-W runs)"_s);
+    EXPECT_EQ(dialog_->lblRecalculate->text(), u"Recalculate row numbering using a new distance value:"_s);
+    EXPECT_EQ(dialog_->lblRecalculate->toolTip(), u"Function to specify new distance value"_s);
+    EXPECT_EQ(plain(dialog_->Command2->text()), u"Cancel"_s);
+    EXPECT_EQ(plain(dialog_->cmdHelp->text()), u"Help"_s);
+}
+
+TEST_F(RowDialog, OpensEmptyWithNothingChosen) {
+    expectJustOpened();
+    for (const QRadioButton* option : options())
+        EXPECT_TRUE(option->isEnabled());
+}
+
+TEST_F(RowDialog, AnOptionShowsItsInputsAndHidesTheOthers) {
+    const QList<std::tuple<QRadioButton*, QStringList, QStringList>> expected = {
+        {dialog_->Option1, {u"Text2"_s, u"Text3"_s}, {u"Row #1:"_s, u"Row #2:"_s}},
+        {dialog_->Option2, {u"Text4"_s}, {u"Row:"_s}},
+        {dialog_->Option3, {u"Text1"_s}, {u"Enter the new true distance value:"_s}},
+        {dialog_->Option4, {u"Text5"_s}, {u"Enter the new X distance value:"_s}},
+        {dialog_->Option5, {u"Text6"_s}, {u"Enter the new Y distance value:"_s}}};
+    dialog_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    for (const auto& [option, boxes, labels] : expected) {
+        choose(option);
+        EXPECT_EQ(visibleInputs(), boxes);
+        EXPECT_EQ(visibleLabels(), labels);
+        EXPECT_EQ(dialog_->focusWidget(), boxOf(option));
+        for (const QRadioButton* other : options())
+            EXPECT_EQ(other->palette().color(QPalette::Active, QPalette::WindowText),
+                      captionColour(other == option ? kLightBlue : kBlack, *other));
+    }
+}
+
+TEST_F(RowDialog, WithNothingChosenDoesNothing) {
+    const Snapshot before(theSurvey());
+    const ExpectedBoxes boxes;
+    press();
+    EXPECT_TRUE(Snapshot(theSurvey()) == before);
+    expectJustOpened();
+}
+
+TEST_F(RowDialog, RefusesToJoinWhatIsNoPairOfRows) {
+    const QString notNumeric = u"Invalid Input: you have to enter numeric value(s)"_s;
+    const QString outOfRange = u"Invalid Input: row number(s) out of range"_s;
+    const QString notConsecutive = u"Invalid Input: you have to enter two consecutive numbers"_s;
+    expectRefused(dialog_->Option1, u"a"_s, u"2"_s, notNumeric);
+    expectRefused(dialog_->Option1, u"1"_s, u"b"_s, notNumeric);
+    expectRefused(dialog_->Option1, u""_s, u""_s, notNumeric);
+    expectRefused(dialog_->Option1, u"99"_s, u""_s, notNumeric);
+    expectRefused(dialog_->Option1, u"0"_s, u"1"_s, outOfRange);
+    expectRefused(dialog_->Option1, u"4"_s, u"5"_s, outOfRange);
+    expectRefused(dialog_->Option1, u"99999"_s, u"99998"_s, outOfRange);
+    expectRefused(dialog_->Option1, u"1"_s, u"3"_s, notConsecutive);
+    expectRefused(dialog_->Option1, u"2"_s, u"2"_s, notConsecutive);
+}
+
+TEST_F(RowDialog, RefusesToDeleteWhatIsNoRow) {
+    const QString outOfRange = u"Invalid Input: row number out of range"_s;
+    expectRefused(dialog_->Option2, u"x"_s, {}, kNotNumeric);
+    expectRefused(dialog_->Option2, u""_s, {}, kNotNumeric);
+    expectRefused(dialog_->Option2, u"0"_s, {}, outOfRange);
+    expectRefused(dialog_->Option2, u"5"_s, {}, outOfRange);
+    expectRefused(dialog_->Option2, u"1e99"_s, {}, outOfRange);
+}
+
+TEST_F(RowDialog, RefusesADistanceThatIsNone) {
+    for (QRadioButton* option : {dialog_->Option3, dialog_->Option4, dialog_->Option5}) {
+        expectRefused(option, u"x"_s, {}, kNotNumeric);
+        expectRefused(option, u""_s, {}, kNotNumeric);
+        expectRefused(option, u"1,5"_s, {}, kNotNumeric);
+        expectRefused(option, u"-1"_s, {}, u"Invalid Input: the number has to be greater than zero"_s);
+    }
+}
+
+TEST_F(RowDialog, JoinsTwoRowsAndCloses) {
+    const ExpectedBoxes boxes;
+    enter(dialog_->Option1, u"3"_s, u"2"_s);
+    press();
+    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 1, 2, 2, 2, 3}));
+    EXPECT_EQ(theSurvey().NumRows, 3);
+    EXPECT_EQ(theSurvey().RowIndex, 3);
+    EXPECT_EQ(theSurvey().NumPoints[2], 3);
+    EXPECT_EQ(changed_->count(), 1);
+    EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(RowDialog, RoundsARowNumberToTheEvenNeighbour) {
+    const ExpectedBoxes boxes;
+    enter(dialog_->Option1, u"2.5"_s, u"3.4"_s);
+    press();
+    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 1, 2, 2, 2, 3}));
+}
+
+TEST_F(RowDialog, DeletesARowAndClosesOnEnter) {
+    const ExpectedBoxes boxes;
+    dialog_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    choose(dialog_->Option2);
+    QTest::keyClicks(dialog_->Text4, u"2"_s);
+    QTest::keyClick(dialog_->Text4, Qt::Key_Return);
+    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 1, 2, 3}));
+    EXPECT_EQ(theSurvey().NumSites, 4);
+    EXPECT_EQ(theSurvey().SiteData(kX, 2), 50);
+    EXPECT_EQ(theSurvey().SiteID[2], 5);
+    EXPECT_EQ(theSurvey().TrueDist.size(), 5u);
+    EXPECT_EQ(changed_->count(), 1);
+    EXPECT_FALSE(dialog_->isVisible());
+    EXPECT_TRUE(enabled(u"mnuSave"_s));
+}
+
+TEST_F(RowDialog, DeletingTheOnlyRowDisablesWhatNeedsSites) {
+    theSurvey() = surveyWithRows({{1, 1, 1, 1, 1}, {2, 2, 2, 2, 1}});
+    ExpectedBoxes boxes;
+    enter(dialog_->Option2, u"1"_s);
+    boxes.tell(u"There is no more point left in the file!"_s);
+    press();
+    EXPECT_EQ(theSurvey().NumSites, 0);
+    EXPECT_EQ(theSurvey().NumRows, 0);
+    EXPECT_EQ(changed_->count(), 1);
+    EXPECT_FALSE(dialog_->isVisible());
+    for (const auto& item :
+         {u"mnuSave"_s, u"mnuInvokeIDE"_s, u"mnuIDEW"_s, u"mnuRow"_s, u"mnuData"_s, u"mnuStat"_s,
+          u"mnuDistance"_s, u"mnuGrid"_s, u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuClear"_s})
+        EXPECT_FALSE(enabled(item)) << item.toStdString();
+    EXPECT_TRUE(enabled(u"mnuAdjust"_s));
+    EXPECT_TRUE(enabled(u"mnuEL"_s));
+}
+
+TEST_F(RowDialog, RecalculatesByEachMeasureAndEnablesTheMenus) {
+    const QList<std::tuple<int, int, std::vector<double>>> expected = {
+        {2, 1, {1, 1, 2, 2, 3, 4}}, {3, 2, {1, 1, 1, 1, 2, 2}}, {4, 3, {1, 1, 2, 2, 2, 3}}};
+    for (const auto& [option, mode, rows] : expected) {
+        theSurvey() = fourRows();
+        open();
+        main_.menusFollow(MenuEvent::FewerThanTwoRows);
+        const ExpectedBoxes boxes;
+        enter(options()[option], u"7.5"_s);
+        press();
+        EXPECT_EQ(rowsNow(), rows);
+        EXPECT_EQ(theSurvey().DistanceMode, mode);
+        EXPECT_EQ(theSurvey().UseTrueDist, mode == 1);
+        EXPECT_EQ(theSurvey().UseXDist, mode == 2);
+        EXPECT_EQ(theSurvey().UseYDist, mode == 3);
+        EXPECT_EQ(theSurvey().MinDistance, 7.5);
+        EXPECT_EQ(changed_->count(), 1);
+        EXPECT_FALSE(dialog_->isVisible());
+        for (const auto& item : {u"mnuRow"_s, u"mnuStat"_s, u"mnuDistance"_s, u"mnuGrid"_s})
+            EXPECT_TRUE(enabled(item)) << item.toStdString();
+        EXPECT_FALSE(enabled(u"mnuData"_s));
+    }
+}
+
+TEST_F(RowDialog, TakesADistanceOfZero) {
+    const ExpectedBoxes boxes;
+    enter(dialog_->Option3, u"0"_s);
+    press();
+    EXPECT_EQ(theSurvey().MinDistance, 0);
+    EXPECT_EQ(theSurvey().NumRows, 5);
+    EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(RowDialog, StaysOpenForAnotherDistanceWhenThereAreTooManyRows) {
+    theSurvey() = manyGaps();
+    open();
+    main_.menusFollow(MenuEvent::FewerThanTwoRows);
+    {
+        ExpectedBoxes boxes;
+        enter(dialog_->Option3, u"4"_s);
+        boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
+        press();
+    }
+    EXPECT_TRUE(dialog_->isVisible());
+    EXPECT_EQ(theSurvey().RowIndex, 251);
+    EXPECT_EQ(theSurvey().NumRows, 1);
+    EXPECT_EQ(changed_->count(), 1);
+    EXPECT_FALSE(dialog_->Option1->isEnabled());
+    EXPECT_FALSE(dialog_->Option2->isEnabled());
+    EXPECT_TRUE(dialog_->Option3->isEnabled());
+    EXPECT_EQ(visibleInputs(), QStringList{u"Text1"_s});
+    EXPECT_FALSE(enabled(u"mnuGrid"_s));
+    EXPECT_EQ(main_.findChildren<frmDataEdit*>().size(), 1);
+    const ExpectedBoxes boxes;
+    dialog_->Text1->setText(u"5"_s);
+    press();
+    EXPECT_EQ(theSurvey().NumRows, 1);
+    EXPECT_EQ(theSurvey().RowIndex, 1);
+    EXPECT_TRUE(enabled(u"mnuGrid"_s));
+    EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(RowDialog, OpensForRecalculationOnlyAboveTheLimit) {
+    theSurvey().RowIndex = 251;
+    open();
+    expectJustOpened();
+    EXPECT_FALSE(dialog_->Option1->isEnabled());
+    EXPECT_FALSE(dialog_->Option2->isEnabled());
+    EXPECT_TRUE(dialog_->Option3->isEnabled() && dialog_->Option4->isEnabled() &&
+                dialog_->Option5->isEnabled());
+    theSurvey().RowIndex = 250;
+    open();
+    EXPECT_TRUE(dialog_->Option1->isEnabled());
+}
+
+TEST_F(RowDialog, FollowsTheRowLimitWhenItComesToTheFront) {
+    dialog_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    choose(dialog_->Option2);
+    theSurvey().RowIndex = 300;
+    QEvent activation(QEvent::ActivationChange);
+    QApplication::sendEvent(dialog_.get(), &activation);
+    expectJustOpened();
+    EXPECT_FALSE(dialog_->Option2->isEnabled());
+    theSurvey().RowIndex = 4;
+    QApplication::sendEvent(dialog_.get(), &activation);
+    EXPECT_TRUE(dialog_->Option2->isEnabled());
+}
+
+TEST_F(RowDialog, ReportsDistancesThatAreTooLargeAndChangesNothing) {
+    theSurvey().chooseDistance(3);
+    Calculate_Y_Distance(theSurvey());
+    theSurvey().SiteData(kX, 5) = 1e300;
+    const std::vector<RowSite> before = sitesIn(theSurvey());
+    ExpectedBoxes boxes;
+    enter(dialog_->Option3, u"5"_s);
+    boxes.tell(u"Overflow"_s);
+    press();
+    EXPECT_TRUE(sitesIn(theSurvey()) == before);
+    EXPECT_EQ(theSurvey().MinDistance, 8);
+    EXPECT_EQ(theSurvey().DistanceMode, 3);
+    EXPECT_EQ(changed_->count(), 0);
+    EXPECT_TRUE(dialog_->isVisible());
+}
+
+TEST_F(RowDialog, SaysWhenTheSurveyHasMeanwhileBeenEmptied) {
+    choose(dialog_->Option3);
+    dialog_->Text1->setText(u"5"_s);
+    theSurvey() = Survey{};
+    ExpectedBoxes boxes;
+    boxes.tell(u"There is no more point left in the file!"_s);
+    press();
+    EXPECT_EQ(theSurvey().NumRows, 0);
+    EXPECT_FALSE(dialog_->isVisible());
+}
+
+TEST_F(RowDialog, CancelAndEscapeChangeNothing) {
+    const Snapshot before(theSurvey());
+    enter(dialog_->Option2, u"1"_s);
+    QTest::mouseClick(dialog_->Command2, Qt::LeftButton);
+    EXPECT_FALSE(dialog_->isVisible());
+    open();
+    enter(dialog_->Option2, u"1"_s);
+    QTest::keyClick(dialog_.get(), Qt::Key_Escape);
+    EXPECT_FALSE(dialog_->isVisible());
+    EXPECT_TRUE(Snapshot(theSurvey()) == before);
+}

@@ -1,0 +1,204 @@
+#include "rows/frmStat.h"
+
+#include "app/CaptionColour.h"
+#include "app/palette16.h"
+#include "support/ExpectedBoxes.h"
+#include "support/row_surveys.h"
+
+#include <QClipboard>
+#include <QHeaderView>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Survey threeRows() {
+    return surveyWithRows({{0, 0, 10, 1.005, 1},
+                           {3, 4, 20, 2, 1},
+                           {1, 1, 60, 6, 2},
+                           {0, 0, 5, 50, 3},
+                           {0, 20, 7.5, 70, 3},
+                           {20, 0, 7, 75, 3}});
+}
+
+QString cell(const frmStat& window, int line, int column) {
+    return window.Stats->model()->index(line, column).data().toString();
+}
+
+QStringList line(const frmStat& window, int number) {
+    QStringList cells;
+    for (int column = 0; column < window.Stats->model()->columnCount(); ++column)
+        cells << cell(window, number, column);
+    return cells;
+}
+
+QStringList header(const frmStat& window) {
+    QStringList cells;
+    for (int column = 0; column < window.Stats->model()->columnCount(); ++column)
+        cells << window.Stats->model()->headerData(column, Qt::Horizontal).toString();
+    return cells;
+}
+
+void choose(QRadioButton* option) {
+    QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2));
+}
+
+QColor colourOf(const QWidget* widget) {
+    return widget->palette().color(QPalette::Active, QPalette::WindowText);
+}
+
+}  // namespace
+
+TEST(RowStatisticsWindow, HasItsTextsAndNames) {
+    theSurvey() = threeRows();
+    const frmStat window;
+    EXPECT_EQ(window.objectName(), u"frmStat"_s);
+    EXPECT_EQ(window.windowTitle(), u"Row Statistics"_s);
+    EXPECT_EQ(window.Stats->objectName(), u"Stats"_s);
+    EXPECT_EQ(window.optDSA->text().remove(u'&'), u"absolute (use for UTM's)"_s);
+    EXPECT_EQ(window.optDSR->text().remove(u'&'), u"relative (use for Lat/Long)"_s);
+    EXPECT_EQ(window.Frame1->title(), u"Distance Scale"_s);
+    EXPECT_EQ(window.mnuStatD->title().remove(u'&'), u"Done"_s);
+    EXPECT_EQ(window.mnuStatExit->text().remove(u'&'), u"Close Row Statistics window"_s);
+}
+
+TEST(RowStatisticsWindow, ShowsALineForEachRow) {
+    theSurvey() = threeRows();
+    const frmStat window;
+    EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 3"_s);
+    EXPECT_EQ(header(window),
+              (QStringList{u"Row"_s, u"# of Sites"_s, u"Row Length"_s, u"EC1 Mean"_s, u"EC2 Mean"_s}));
+    ASSERT_EQ(window.Stats->model()->rowCount(), 3);
+    EXPECT_EQ(line(window, 0), (QStringList{u"1"_s, u"2"_s, u"5.00"_s, u"15.00"_s, u"1.50"_s}));
+    EXPECT_EQ(line(window, 1), (QStringList{u"2"_s, u"1"_s, u"0.00"_s, u"60.00"_s, u"6.00"_s}));
+    EXPECT_EQ(line(window, 2), (QStringList{u"3"_s, u"3"_s, u"20.00"_s, u"6.50"_s, u"65.00"_s}));
+}
+
+TEST(RowStatisticsWindow, HasFourColumnsForOneReading) {
+    theSurvey() = threeRows();
+    theSurvey().TwoEMColumns = false;
+    const frmStat window;
+    EXPECT_EQ(header(window), (QStringList{u"Row"_s, u"# of Sites"_s, u"Row Length"_s, u"EC1 Mean"_s}));
+    EXPECT_EQ(line(window, 0), (QStringList{u"1"_s, u"2"_s, u"5.00"_s, u"15.00"_s}));
+}
+
+TEST(RowStatisticsWindow, SwitchesTheDistanceScale) {
+    theSurvey() = threeRows();
+    frmStat window;
+    window.show();
+    EXPECT_TRUE(window.optDSA->isChecked());
+    EXPECT_EQ(colourOf(window.optDSA), captionColour(kLightBlue, window));
+    EXPECT_EQ(colourOf(window.optDSR), captionColour(kBlack, window));
+    choose(window.optDSR);
+    EXPECT_EQ(cell(window, 0, 2), u"25.00"_s);
+    EXPECT_EQ(cell(window, 1, 2), u"0.00"_s);
+    EXPECT_EQ(cell(window, 2, 2), u"100.00"_s);
+    EXPECT_EQ(cell(window, 2, 3), u"6.50"_s);
+    EXPECT_EQ(colourOf(window.optDSA), captionColour(kBlack, window));
+    EXPECT_EQ(colourOf(window.optDSR), captionColour(kLightBlue, window));
+    choose(window.optDSA);
+    EXPECT_EQ(cell(window, 0, 2), u"5.00"_s);
+}
+
+TEST(RowStatisticsWindow, ShowsZeroWhenNoRowHasALength) {
+    theSurvey() = surveyWithRows({{1, 1, 0, 0, 1}, {5, 5, 0, 0, 2}});
+    frmStat window;
+    window.show();
+    choose(window.optDSR);
+    EXPECT_EQ(cell(window, 0, 2), u"0.00"_s);
+    EXPECT_EQ(cell(window, 1, 2), u"0.00"_s);
+}
+
+TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
+    theSurvey() = threeRows();
+    const std::vector<RowSite> before = sitesIn(theSurvey());
+    const auto points = theSurvey().NumPoints;
+    theSurvey().RowIndex = 17;
+    theSurvey().NumPoints.fill(0);
+    const frmStat window;
+    EXPECT_EQ(theSurvey().RowIndex, 3);
+    EXPECT_EQ(theSurvey().NumPoints, points);
+    EXPECT_EQ(theSurvey().NumRows, 3);
+    EXPECT_TRUE(sitesIn(theSurvey()) == before);
+}
+
+TEST(RowStatisticsWindow, ShowsMoreRunsThanRowsCanBeHeld) {
+    theSurvey() = surveyWithRows(std::vector<RowSite>(300));
+    for (SiteIndex i = 0; i < 300; ++i)
+        theSurvey().SiteData(kRow, i) = static_cast<double>(i + 1);
+    const frmStat window;
+    EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 300"_s);
+    EXPECT_EQ(window.Stats->model()->rowCount(), 300);
+    EXPECT_EQ(cell(window, 299, 0), u"300"_s);
+    EXPECT_EQ(theSurvey().RowIndex, 300);
+}
+
+TEST(RowStatisticsWindow, KeepsItsFiguresWhenTheSurveyChanges) {
+    theSurvey() = threeRows();
+    frmStat window;
+    window.show();
+    theSurvey() = Survey{};
+    choose(window.optDSR);
+    choose(window.optDSA);
+    EXPECT_EQ(line(window, 2), (QStringList{u"3"_s, u"3"_s, u"20.00"_s, u"6.50"_s, u"65.00"_s}));
+}
+
+TEST(RowStatisticsWindow, AlignsItsNumbersRight) {
+    theSurvey() = threeRows();
+    const frmStat window;
+    const auto* const model = window.Stats->model();
+    for (int column = 0; column < 5; ++column) {
+        EXPECT_TRUE(model->index(0, column).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
+        EXPECT_TRUE(model->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt() &
+                    Qt::AlignRight);
+    }
+    EXPECT_FALSE(window.Stats->horizontalHeader()->isHidden());
+}
+
+TEST(RowStatisticsWindow, CopiesTheTableForASpreadsheet) {
+    theSurvey() = threeRows();
+    frmStat window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    window.Stats->setFocus();
+    window.Stats->clearSelection();
+    QTest::keyClick(window.Stats, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              u"Row\t# of Sites\tRow Length\tEC1 Mean\tEC2 Mean\n"
+              u"1\t2\t5.00\t15.00\t1.50\n2\t1\t0.00\t60.00\t6.00\n3\t3\t20.00\t6.50\t65.00\n"_s);
+}
+
+TEST(RowStatisticsWindow, CopiesTheSelectedLines) {
+    theSurvey() = threeRows();
+    frmStat window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto lineCentre = [&](int number) {
+        return window.Stats->visualRect(window.Stats->model()->index(number, 1)).center();
+    };
+    QTest::mouseClick(window.Stats->viewport(), Qt::LeftButton, {}, lineCentre(2));
+    QTest::mouseClick(window.Stats->viewport(), Qt::LeftButton, Qt::ControlModifier, lineCentre(0));
+    QTest::keyClick(window.Stats, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              u"Row\t# of Sites\tRow Length\tEC1 Mean\tEC2 Mean\n"
+              u"1\t2\t5.00\t15.00\t1.50\n3\t3\t20.00\t6.50\t65.00\n"_s);
+}
+
+TEST(RowStatisticsWindow, ClosesFromItsMenu) {
+    theSurvey() = threeRows();
+    frmStat window;
+    window.show();
+    window.mnuStatExit->trigger();
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST(RowStatisticsWindow, OfNoSiteIsEmpty) {
+    theSurvey() = Survey{};
+    const frmStat window;
+    EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 0"_s);
+    EXPECT_EQ(window.Stats->model()->rowCount(), 0);
+}

@@ -1,0 +1,84 @@
+#include "support/ImportTest.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Survey surveyOfTheBeginning() {
+    Survey survey;
+    survey.SiteData.resize(2);
+    survey.SiteData(kX, 1) = 77;
+    survey.SiteData(kRow, 0) = survey.SiteData(kRow, 1) = 1;
+    survey.SiteID = {1, 2};
+    survey.NumSites = 2;
+    survey.SiteIDPresent = survey.TwoEMColumns = true;
+    survey.NumRows = survey.RowIndex = 1;
+    survey.chooseDistance(2);
+    survey.EMCutoff = -1;
+    survey.MinDistance = 3;
+    return survey;
+}
+
+}  // namespace
+
+ImportTest::ImportTest() {
+    theSurvey() = surveyOfTheBeginning();
+    theSession() = Session{};
+    theSession().AppDir = theSession().DataDir = folder.path();
+    theSession().DataSaved = true;
+    chooseFile({});
+    main.show();
+}
+
+ImportTest::~ImportTest() {
+    setFileResponder({});
+}
+
+void ImportTest::expectSurveyUntouched() const {
+    const Survey& survey = theSurvey();
+    EXPECT_EQ(survey.NumSites, 2);
+    EXPECT_EQ(survey.SiteData(kX, 1), 77);
+    EXPECT_EQ(survey.SiteID, (std::vector<double>{1, 2}));
+    EXPECT_TRUE(survey.SiteIDPresent);
+    EXPECT_TRUE(survey.TwoEMColumns);
+    EXPECT_EQ(survey.NumRows, 1);
+    EXPECT_EQ(survey.DistanceMode, 2);
+    EXPECT_TRUE(survey.UseXDist);
+    EXPECT_TRUE(theSession().DataSaved);
+}
+
+void ImportTest::expectMenus(bool surveyItems, bool save) const {
+    for (const char16_t* name :
+         {u"mnuSigCorr", u"mnuHist", u"mnuClear", u"mnuData", u"mnuInvokeIDE", u"mnuIDEW", u"mnuDistance",
+          u"mnuGrid", u"mnuStat", u"mnuRow", u"mnuAdjust", u"mnuEL"})
+        EXPECT_EQ(main.menuItem(QString::fromUtf16(name))->isEnabled(), surveyItems)
+            << QString::fromUtf16(name).toStdString();
+    EXPECT_EQ(main.mnuSave->isEnabled(), save);
+}
+
+std::string ImportTest::sensorFile(std::string_view bytes) const {
+    const std::string path = folder / "sensor file ü.dat";
+    writeFile(path, bytes);
+    return path;
+}
+
+void ImportTest::type(QLineEdit& box, const QString& text) {
+    box.setFocus();
+    box.clear();
+    QTest::keyClicks(&box, text);
+}
+
+void ImportTest::click(QWidget& button) {
+    ASSERT_TRUE(button.isVisible() && button.isEnabled());
+    QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(12, button.height() / 2));
+}
+
+void ImportTest::chooseFile(const std::string& path) {
+    setFileResponder([this, path](const FileQuestion& question) {
+        ++fileDialogs_;
+        lastQuestion_ = question;
+        return fromPath(path);
+    });
+}

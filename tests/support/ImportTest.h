@@ -1,0 +1,44 @@
+#pragma once
+
+#include "app/FileDialogs.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "support/ExpectedBoxes.h"
+#include "support/temporary_folder.h"
+
+#include <QLineEdit>
+#include <gtest/gtest.h>
+
+/// For tests of the import windows: a main window, a survey in memory that an import replaces or leaves
+/// alone, a folder for sensor files and error log, and no file dialog.
+class ImportTest : public testing::Test {
+  protected:
+    ImportTest();
+    ~ImportTest() override;
+
+    /// The survey of the beginning is still there: two sites, two readings, site numbers, one row, exported.
+    void expectSurveyUntouched() const;
+    /// Whether the items that need a survey are enabled, and mnuSave.
+    void expectMenus(bool surveyItems, bool save) const;
+
+    /// Writes a sensor file and gives its path.
+    std::string sensorFile(std::string_view bytes) const;
+    std::string errorLog() const { return readFile(folder / "error_log.dat"); }
+
+    /// Types into a box as a user does who first empties it.
+    static void type(QLineEdit& box, const QString& text);
+    static void click(QWidget& button);
+
+    /// A file dialog gives this path; empty is Cancel.
+    void chooseFile(const std::string& path);
+    int fileDialogs() const { return fileDialogs_; }
+    const FileQuestion& lastQuestion() const { return lastQuestion_; }
+
+    const TemporaryFolder folder;
+    ExpectedBoxes boxes;
+    frmMain main;
+
+  private:
+    int fileDialogs_ = 0;
+    FileQuestion lastQuestion_;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "app/survey.h"
+#include "plots/Chart2D.h"
+
+#include <vector>
+
+class frmMain;
+
+// What a user does with the plots of the main window: keys, clicks and a look at the charts.
+
+/// Puts a survey in place as the one of the process, with the menus as after an import.
+void openSurvey(frmMain& main, const Survey& survey);
+
+/// Clicks an enabled, visible button; fails the test when it cannot be clicked.
+void clickButton(QWidget& window, const char* name);
+/// The pixel of a point that the chart shows.
+QPoint pixelOf(const Chart2D& chart, Chart2D::Group group, int series, qsizetype point);
+/// Moves the pointer to a pixel / presses the left button there.
+void pointAt(Chart2D& chart, QPoint pixel);
+void clickAt(Chart2D& chart, QPoint pixel);
+/// Clicks a point of the data.
+void clickPoint(Chart2D& chart, int series, qsizetype point);
+
+/// The points of a series, from point 1 on.
+std::vector<Chart2D::Point> pointsOf(const Chart2D& chart, Chart2D::Group group, int series);
