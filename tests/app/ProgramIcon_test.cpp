@@ -28,7 +28,8 @@ TEST(ProgramIcon, GivesThePictureOfTheSizeThatIsAskedFor) {
         const QImage given = icon.pixmap(QSize(size, size), 1.0).toImage();
         const QImage drawn(u":/icon/%1.png"_s.arg(size));
         ASSERT_FALSE(drawn.isNull()) << size;
-        EXPECT_EQ(given.convertToFormat(QImage::Format_ARGB32), drawn.convertToFormat(QImage::Format_ARGB32))
+        EXPECT_EQ(given.convertToFormat(QImage::Format_ARGB32_Premultiplied),
+                  drawn.convertToFormat(QImage::Format_ARGB32_Premultiplied))
             << size;
     }
 }
