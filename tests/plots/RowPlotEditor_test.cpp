@@ -16,7 +16,7 @@ TEST_F(RowPlots, AreHiddenUntilTheEditorIsOpened) {
 }
 
 TEST_F(RowPlots, OpenAtRowOneByX) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     EXPECT_TRUE(editor.isVisible());
     EXPECT_TRUE(editor.EditorStarted);
     EXPECT_TRUE(editor.PlotByX);
@@ -41,7 +41,7 @@ TEST_F(RowPlots, OpenAtRowOneByX) {
 }
 
 TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
-    openByY(threeRows());
+    openByY(threeRowSurvey());
     EXPECT_FALSE(editor.PlotByX);
     EXPECT_TRUE(editor.PlotByY);
     expectRowShown(1);
@@ -56,13 +56,13 @@ TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
 }
 
 TEST_F(RowPlots, ShowTheMapAboveTheProfile) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     QTest::qWait(1);
     EXPECT_LE(map.geometry().bottom(), profile.geometry().top());
 }
 
 TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
-    Survey survey = threeRows();
+    Survey survey = threeRowSurvey();
     survey.TwoEMColumns = false;
     openByX(survey);
     EXPECT_EQ(profile.seriesCount(Chart2D::kData), 1);
@@ -89,7 +89,7 @@ TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
 }
 
 TEST_F(RowPlots, StepThroughTheRowsAndBack) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     expectRowShown(2);
     expectSteps(true, true);
@@ -105,7 +105,7 @@ TEST_F(RowPlots, StepThroughTheRowsAndBack) {
 }
 
 TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     expectRange(profile, Axis::X, -60, 340);
     expectRange(profile, Axis::Y, 32.5, 66.5);
@@ -115,7 +115,7 @@ TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
 }
 
 TEST_F(RowPlots, StepByPageKeysFromAnywhereInTheEditor) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     QTest::keyClick(&profile, Qt::Key_PageDown);
     expectRowShown(2);
     QTest::keyClick(&map, Qt::Key_PageDown);
@@ -137,7 +137,7 @@ TEST_F(RowPlots, StepButtonsAreNamedForThoseWhoCannotSeeThem) {
 }
 
 TEST_F(RowPlots, PlotTheRowThatWasTyped) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Option2");
     EXPECT_TRUE(editor.Command3->isEnabled());
     EXPECT_TRUE(editor.Text1->hasFocus());
@@ -152,7 +152,7 @@ TEST_F(RowPlots, PlotTheRowThatWasTyped) {
 }
 
 TEST_F(RowPlots, PlotTheRowThatWasTypedOnEnter) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     typeRow(u"2"_s);
     EXPECT_TRUE(editor.Option2->isChecked());
     QTest::keyClick(editor.Text1, Qt::Key_Return);
@@ -161,7 +161,7 @@ TEST_F(RowPlots, PlotTheRowThatWasTypedOnEnter) {
 }
 
 TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     clickPoint(profile, 1, 1);
     click("Option2");
@@ -187,7 +187,7 @@ TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
 }
 
 TEST_F(RowPlots, CloseWithFinishedAndOpenAgainAtRowOne) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     clickPoint(profile, 1, 1);
     main.menuItem(u"mnuData"_s)->setEnabled(false);
@@ -204,7 +204,7 @@ TEST_F(RowPlots, CloseWithFinishedAndOpenAgainAtRowOne) {
 }
 
 TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickPoint(profile, 1, 1);
     main.mnuClear->trigger();
     EXPECT_FALSE(editor.isVisible());
@@ -216,7 +216,7 @@ TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
 }
 
 TEST_F(RowPlots, OfferHelpByButtonAndByKey) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     const QSignalSpy asked(editor.cmdHelp, &QPushButton::clicked);
     click("cmdHelp");
     QTest::keyClick(&map, Qt::Key_F1);
