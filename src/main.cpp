@@ -1,21 +1,204 @@
+// The whole program on one page: which window each menu item opens, and what follows when one has done
+// something.
 #include "main.h"
 
+#include "analysis/LagDistancePlot.h"
+#include "analysis/frmAdjustData.h"
+#include "analysis/frmHistForm.h"
+#include "analysis/frmSigCorrStruct.h"
 #include "app/Guarded.h"
+#include "app/HelpOpener.h"
+#include "app/InterfaceControls.h"
+#include "app/MessageBox.h"
+#include "app/Windows.h"
 #include "app/editor_settings.h"
+#include "app/frmAbout.h"
 #include "app/frmMain.h"
+#include "app/program_directories.h"
 #include "app/survey.h"
+#include "export/frmOutput.h"
+#include "import/TrimbleImport.h"
+#include "import/frmGeneric.h"
+#include "plots/RowPlotEditor.h"
+#include "plots/SurveyGridPlot.h"
+#include "plots/frmClip.h"
+#include "rows/frmDataEdit.h"
+#include "rows/frmStat.h"
+#include "rows/row_detection.h"
+
+#include <QLocale>
+#include <QShortcut>
+#include <QStandardPaths>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Program : public QObject {
+  public:
+    explicit Program(frmMain& window)
+        : QObject(&window),
+          main_(window),
+          import_(window),
+          rowEditor_(new RowPlotEditor(window)),
+          grid_(window),
+          lag_(window) {
+        joinFile();
+        joinEdit();
+        joinReviewAndPlot();
+        joinHelp();
+        connect(&import_, &TrimbleImport::imported, this, [this] { surveyReplaced(); });
+        connect(&import_, &TrimbleImport::tooManyRows, this, [this] { showRowDialog(); });
+        connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { describeSurvey(); });
+    }
+
+  private:
+    void joinFile() {
+        on(main_.mnuOpen, [this] { import_.mnuOpen_Click(); });
+        on(main_.mnuOpen2, [this] {
+            auto* const window = new frmGeneric(main_);
+            connect(window, &frmGeneric::imported, this, [this] { surveyReplaced(); });
+            showModal(window);
+        });
+        on(main_.mnuSave, [this] { showModal(new frmOutput(&main_)); });
+    }
+
+    void joinEdit() {
+        on(main_.mnuIDEW, withSites([this] {
+               auto* const window = new frmClip(main_);
+               connect(window, &frmClip::surveyChanged, this, [this] { surveyChanged(); });
+               showModal(window);
+           }));
+        on(main_.mnuX, withRows([this] { rowEditor_->mnuX_Click(); }));
+        on(main_.mnuY, withRows([this] { rowEditor_->mnuY_Click(); }));
+        on(main_.mnuData, withSites([this] { showModal(rowDialog()); }));
+        on(main_.mnuAdjust, withSites([this] {
+               auto* const window = new frmAdjustData(&main_);
+               connect(window, &frmAdjustData::readingsChanged, this, [this] { surveyChanged(); });
+               showModal(window);
+           }));
+    }
+
+    void joinReviewAndPlot() {
+        on(main_.mnuStat, withRows([this] { showAfresh(statistics_, new frmStat(&main_)); }));
+        on(main_.mnuEL, [this] { mnuEL_Click(&main_); });
+        on(main_.mnuTrue_Dis, withSites([this] { lag_.mnuTrue_Dis_Click(); }));
+        on(main_.mnuX_Dis, withSites([this] { lag_.mnuX_Dis_Click(); }));
+        on(main_.mnuY_Dis, withSites([this] { lag_.mnuY_Dis_Click(); }));
+        on(main_.mnuGrid, withRows([this] { grid_.mnuGrid_Click(); }));
+        on(main_.mnuSigCorr, withSites([this] { mnuSigCorr_Click(); }));
+        on(main_.mnuHist, withSites([this] { showAfresh(histograms_, new frmHistForm(&main_)); }));
+        on(main_.mnuPlotHelp, [this] { openHelp(&main_, 111); });
+    }
+
+    void joinHelp() {
+        on(main_.mnuHelpAbout, [this] { showModal(new frmAbout(&main_)); });
+        on(main_.mnusetDTE, [this] { mnusetDTE_Click(&main_); });
+        on(main_.mnuDPI300, [this] { mnuDPI300_Click(&main_); });
+        on(main_.mnuDPI600, [this] { mnuDPI600_Click(&main_); });
+        on(main_.mnuDPI1200, [this] { mnuDPI1200_Click(&main_); });
+        on(main_.mnuHmain1, [this] { openHelp(&main_, 101); });
+        on(main_.mnuHmain2, [this] { openHelp(&main_, 102); });
+        on(main_.mnuHmain3, [this] { openHelp(&main_, 103); });
+        connect(new QShortcut(QKeySequence::HelpContents, &main_), &QShortcut::activated, this,
+                guarded(&main_, [this] { openHelp(&main_, helpOfView()); }));
+    }
+
+    void mnuSigCorr_Click() {
+        if (theSurvey().TwoEMColumns)
+            showAfresh(correlation_, new frmSigCorrStruct(&main_));
+        else
+            tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
+    }
+
+    // Of each window that only shows there is one, and it shows the survey as it is when it is opened.
+    void showAfresh(QPointer<QWidget>& shown, QWidget* window) {
+        delete shown;
+        shown = window;
+        showBeside(window);
+    }
+
+    frmDataEdit* rowDialog() {
+        if (rowDialog_.isNull()) {
+            rowDialog_ = new frmDataEdit(main_);
+            connect(rowDialog_, &frmDataEdit::surveyChanged, this, [this] { surveyChanged(); });
+        }
+        return rowDialog_;
+    }
+
+    // Not modal: the lag distance plots, which help to find a distance, stay within reach.
+    void showRowDialog() { showBeside(rowDialog()); }
+
+    void surveyReplaced() {
+        delete rowDialog_;
+        surveyChanged();
+    }
+
+    void surveyChanged() {
+        main_.hidePlots();
+        describeSurvey();
+    }
+
+    void describeSurvey() {
+        const Survey& survey = theSurvey();
+        if (survey.NumSites == 0) return main_.setInvitation(u"The survey has no sites."_s);
+        const QLocale words = QLocale::c();
+        main_.setInvitation(
+            u"%1 sites in %2 rows\nThe Plot menu shows them, the Edit menu cleans them."_s.arg(
+                words.toString(survey.NumSites), words.toString(survey.NumRows)));
+    }
+
+    int helpOfView() const {
+        if (rowEditor_->isVisible()) return 114;
+        return main_.lblInvitation->isVisible() ? 101 : 111;
+    }
+
+    void on(QAction* item, std::function<void()> action) {
+        connect(item, &QAction::triggered, this, guarded(&main_, std::move(action)));
+    }
+
+    std::function<void()> withSites(std::function<void()> action) {
+        return [this, action] {
+            if (theSurvey().NumSites > 0) return action();
+            tell(&main_, u"There is no more point left in the file!"_s);
+        };
+    }
+
+    // Without rows a view would draw nonsense: the user is told again and can give another distance.
+    std::function<void()> withRows(std::function<void()> action) {
+        return withSites([this, action] {
+            if (rowsAreUsable(theSurvey())) return action();
+            tell(&main_, QString::fromLatin1(kTooManyRows));
+            showRowDialog();
+        });
+    }
+
+    frmMain& main_;
+    TrimbleImport import_;
+    RowPlotEditor* const rowEditor_;  // owned by the main window
+    SurveyGridPlot grid_;
+    LagDistancePlot lag_;
+    QPointer<frmDataEdit> rowDialog_;
+    QPointer<QWidget> statistics_, histograms_, correlation_;
+};
+
+}  // namespace
 
 std::unique_ptr<frmMain> createProgram() {
     auto main = std::make_unique<frmMain>();
+    new Program(*main);
     return main;
 }
 
 int main(int argc, char** argv) {
     Application application(argc, argv);
-    Session& session = theSession();
-    session.AppDir = Application::applicationDirPath().toStdString();
-    session.DataDir = session.AppDir;
-    ReadTEinfo(session);
+    Application::setApplicationName(u"varn-tessel"_s);
+    findProgramDirectories(
+        theSession(), Application::applicationDirPath().toStdString(),
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/varn-tessel");
+    ReadTEinfo(theSession());
     const auto window = createProgram();
     window->show();
     return Application::exec();

@@ -2,7 +2,7 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev libgl-dev fonts-dejavu-core)
 display_packages=(xvfb)
-test_packages=(libgtest-dev clang-format clang-tidy)
+test_packages=(libgtest-dev clang-format clang-tidy poppler-utils)
 
 say() { printf '== %s\n' "$*"; }
 

@@ -54,6 +54,8 @@ frmAdjustData::frmAdjustData(QWidget* parent) : QDialog(parent) {
     setupUi(this);
     for (QWidget* entry : QList<QWidget*>{txtAdjEC1, txtAdjEC2, lblEM1, txtScale1, lblEM2, txtScale2})
         keepRoom(entry);
+    for (QLineEdit* box : {txtAdjEC1, txtAdjEC2, txtScale1, txtScale2})
+        box->setMinimumWidth(box->fontMetrics().horizontalAdvance(u"-00000.00000"_s));
     for (QAbstractButton* option : QList<QAbstractButton*>{optAddEM1, optAddEM2, optScale})
         colourWhileChecked(*option);
     const auto onChoice = [this](QRadioButton* option, auto choose) {

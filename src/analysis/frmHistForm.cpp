@@ -61,6 +61,8 @@ class TwipPage {
         QFont font = painter.font();
         font.setBold(true);
         painter.setFont(font);
+        // Without it bars are compressed like a photograph.
+        painter.setRenderHint(QPainter::LosslessImageRendering);
     }
 
     double width() const { return width_; }

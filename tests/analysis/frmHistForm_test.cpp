@@ -344,13 +344,12 @@ void expectBlock(const PrintedPdf& pdf, const QString& signal, double top, const
 // Colour on paper at the place of bar i of the block whose picture begins at `top` points.
 QColor barOnPaper(const QImage& page, int i, double top) {
     const double width = PrintedPdf::printableArea().width() / 2;
-    return page.pixelColor(qRound(25 + i / 51.0 * width), qRound(top + 200 - 4));
+    const QPointF place = QPointF(25 + i / 51.0 * width, top + 200 - 2) * PrintedPdf::kPixelsPerPoint;
+    return page.pixelColor(place.toPoint());
 }
 
-int distance(const QColor& colour, BasicColour number) {
-    const QColor wanted = QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number)]);
-    return std::abs(colour.red() - wanted.red()) + std::abs(colour.green() - wanted.green()) +
-           std::abs(colour.blue() - wanted.blue());
+QColor paletteColour(BasicColour number) {
+    return QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number)]);
 }
 
 }  // namespace
@@ -369,10 +368,10 @@ TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
         expectBlock(pdf, u"Ec1"_s, 200, u"0.00"_s, u"100.00"_s);
         expectBlock(pdf, u"Ec2"_s, 5200, u"3.00"_s, u"103.00"_s);
         const QImage page = pdf.picture();
-        EXPECT_LT(distance(barOnPaper(page, 1, 25), kLightBlue), 120);
-        EXPECT_LT(distance(barOnPaper(page, 26, 25), kBlue), 120);
-        EXPECT_LT(distance(barOnPaper(page, 45, 275), kGreen), 120);
-        EXPECT_LT(distance(barOnPaper(page, 1, 275), kLightGreen), 120);
+        EXPECT_EQ(barOnPaper(page, 1, 25), paletteColour(kLightBlue));
+        EXPECT_EQ(barOnPaper(page, 26, 25), paletteColour(kBlue));
+        EXPECT_EQ(barOnPaper(page, 45, 275), paletteColour(kGreen));
+        EXPECT_EQ(barOnPaper(page, 1, 275), paletteColour(kLightGreen));
         EXPECT_EQ(barOnPaper(page, 30, 25), QColor(Qt::white));
     }
     EXPECT_EQ(SeenHistogram(window().HG1).foot(50), kBlue) << "printing has changed the screen";
@@ -386,7 +385,7 @@ TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     window().mnuPrint->trigger();
     EXPECT_FALSE(pdf.find(u"Ec2"_s).isNull());
     EXPECT_NEAR(pdf.find(u"n/a"_s).left(), 25, 1.5);
-    EXPECT_LT(distance(barOnPaper(pdf.picture(), 1, 25), kLightBlue), 120);
+    EXPECT_EQ(barOnPaper(pdf.picture(), 1, 25), paletteColour(kLightBlue));
     EXPECT_EQ(barOnPaper(pdf.picture(), 1, 275), QColor(Qt::white));
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }

@@ -59,15 +59,17 @@ class CorrelationWindow : public testing::Test {
 
 const QColor kDarkBlue(0, 0, 0x80);
 
-// The box around all dark blue pixels of a page.
-QRect blueBox(const QImage& page) {
+// The box around all dark blue pixels of a page, in points.
+QRectF blueBox(const QImage& page) {
+    const QImage image = page.convertToFormat(QImage::Format_RGB32);
     QRect box;
-    for (int y = 0; y < page.height(); ++y)
-        for (int x = 0; x < page.width(); ++x) {
-            const QColor colour = page.pixelColor(x, y);
-            if (colour.blue() > 90 && colour.red() < 60 && colour.green() < 60) box |= QRect(x, y, 1, 1);
-        }
-    return box;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* const row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            if (row[x] == kDarkBlue.rgb()) box |= QRect(x, y, 1, 1);
+    }
+    return {QPointF(box.topLeft()) / PrintedPdf::kPixelsPerPoint,
+            QSizeF(box.size()) / PrintedPdf::kPixelsPerPoint};
 }
 
 }  // namespace
@@ -174,7 +176,7 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
     theSurvey() = surveyOfReadings({10, 30, 10, 30}, {60, 60, 20, 20});
     open();
     plot();
-    QSize size;
+    QSizeF size;
     for (const double scale : {1.0, 2.0, 4.0}) {
         SCOPED_TRACE(scale);
         theSession().PrintScale = scale;
@@ -189,11 +191,11 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
         const QRectF axisTitle = pdf.find(u"(EC1)"_s);
         EXPECT_LE(axisTitle.bottom(), corner + 482);
         EXPECT_GT(axisTitle.bottom(), corner + 440);
-        const QRect points = blueBox(pdf.picture());
+        const QRectF points = blueBox(pdf.picture());
         EXPECT_GT(points.width(), 300);
         if (size.isEmpty()) size = points.size();
-        EXPECT_NEAR(points.width(), size.width(), 3);
-        EXPECT_NEAR(points.height(), size.height(), 3);
+        EXPECT_NEAR(points.width(), size.width(), 1);
+        EXPECT_NEAR(points.height(), size.height(), 1);
         EXPECT_GT(points.left(), corner);
         EXPECT_LT(points.right(), corner + 480);
     }

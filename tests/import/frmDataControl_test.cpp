@@ -21,6 +21,7 @@ class ImportControl : public ImportTest {
                              ++timesChosen;
                          });
         window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
     void refuse(const QString& cutoff, const QString& distance, const QString& message) {

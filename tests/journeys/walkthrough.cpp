@@ -50,7 +50,7 @@ class Walkthrough {
 
     void keep(QWidget& window, const QString& name) {
         settle();
-        if (!window.grab().save(folder_ + u'/' + name + u".png"))
+        if (!window.grab().save(folder_ + u'/' + name + u".png"_s))
             throw DriverError("cannot write a picture into " + folder_.toStdString());
         say(u"picture "_s + name + u".png"_s);
     }
@@ -62,7 +62,7 @@ class Walkthrough {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr || !box->isVisible()) return;
         say(box->windowTitle() + u" says: "_s + box->text().replace(u'\n', u' '));
-        box->grab().save(folder_ + u"/message-%1.png"_s.arg(++messages_, 2, 10, u'0'));
+        box->grab().save(folder_ + u"/message-%1.png"_s.arg(++messages_, 2, 10, QChar(u'0')));
         auto* const yes = box->button(QMessageBox::Yes);
         (yes != nullptr ? yes : box->button(QMessageBox::Ok))->click();
     }

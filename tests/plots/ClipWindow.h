@@ -106,6 +106,7 @@ class ClipWindow : public testing::Test {
     ~ClipWindow() override {
         delete window;
         theSurvey() = Survey{};
+        theSession() = Session{};
     }
 
     void open() {

@@ -227,3 +227,22 @@ TEST_F(ClipWindow, LetsTheMapGrowBeforeTheEyesButNotFasterThanTheyFollow) {
         EXPECT_GE(counter.paints, 2);
     }
 }
+
+TEST_F(ClipWindow, OpensItsThreeHelpDocumentsAndTheFirstWithF1) {
+    open();
+    theSession().AppDir = "/no/such/directory";
+    const auto expectDocument = [this](int number) {
+        boxes.tell(
+            u"Warning!  File resource error.  VARN can not find the following file:\n"
+            u"/no/such/directory/helpdocs/hdoc%1.rtf"_s.arg(number));
+    };
+    expectDocument(108);
+    choose(u"mnuGDRH1"_s);
+    expectDocument(109);
+    choose(u"mnuGDRH2"_s);
+    expectDocument(110);
+    choose(u"mnuGDRH3"_s);
+    expectDocument(108);
+    QTest::keyClick(window, Qt::Key_F1);
+    EXPECT_EQ(boxes.pending(), 0);
+}

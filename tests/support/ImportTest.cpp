@@ -1,5 +1,6 @@
 #include "support/ImportTest.h"
 
+#include <QKeyEvent>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -67,7 +68,11 @@ std::string ImportTest::sensorFile(std::string_view bytes) const {
 void ImportTest::type(QLineEdit& box, const QString& text) {
     box.setFocus();
     box.clear();
-    QTest::keyClicks(&box, text);
+    // QTest::keyClicks knows ASCII only.
+    for (const QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+        QCoreApplication::sendEvent(&box, &press);
+    }
 }
 
 void ImportTest::click(QWidget& button) {

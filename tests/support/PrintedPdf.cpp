@@ -60,8 +60,11 @@ QRectF PrintedPdf::find(const QString& word, double top) const {
 
 QImage PrintedPdf::picture() const {
     const QString base = fromPath(folder_ / "page");
-    run(u"pdftoppm"_s, {u"-r"_s, u"72"_s, u"-png"_s, u"-singlefile"_s, base + u".pdf"_s, base});
-    return QImage(base + u".png"_s).copy(printableArea().toAlignedRect());
+    const QString resolution = QString::number(72 * kPixelsPerPoint);
+    run(u"pdftoppm"_s, {u"-r"_s, resolution, u"-png"_s, u"-singlefile"_s, base + u".pdf"_s, base});
+    const QRectF area = printableArea();
+    return QImage(base + u".png"_s)
+        .copy(QRectF(area.topLeft() * kPixelsPerPoint, area.size() * kPixelsPerPoint).toRect());
 }
 
 QRectF PrintedPdf::printableArea() {

@@ -31,8 +31,9 @@ class PrintedPdf {
     /// The box of the first word with this text that begins below `top` (points); a null one when there is
     /// none.
     QRectF find(const QString& word, double top = 0) const;
-    /// The printable area, one pixel for a point.
+    /// The printable area, kPixelsPerPoint pixels for a point.
     QImage picture() const;
+    static constexpr int kPixelsPerPoint = 2;
     /// The printable area (points, from the corner of the page).
     static QRectF printableArea();
 

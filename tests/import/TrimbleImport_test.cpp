@@ -1,0 +1,208 @@
+#include "import/TrimbleImport.h"
+
+#include "import/frmDataControl.h"
+#include "import/frmIniDisplay.h"
+#include "support/ImportTest.h"
+
+#include <QSignalSpy>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kReportTitle = u"VARN-Tesl File Import Message"_s;
+
+QString report(int valid, int errors) {
+    QString text =
+        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
+        u"containing non-numeric or invalid numeric values."_s.arg(valid)
+            .arg(errors);
+    if (errors > 0) text += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
+    return text;
+}
+
+// Files of lines "xxxx yyyy eeee".
+class TrimbleImportChain : public ImportTest {
+  protected:
+    TrimbleImportChain()
+        : import(main),
+          imported(&import, &TrimbleImport::imported),
+          tooMany(&import, &TrimbleImport::tooManyRows) {}
+
+    void goThroughControl(const QString& minDistance) {
+        import.mnuOpen_Click();
+        auto* const window = main.findChild<frmDataControl*>();
+        ASSERT_TRUE(window != nullptr && window->isVisible());
+        EXPECT_EQ(window->windowModality(), Qt::WindowModal);
+        type(*window->Text2, minDistance);
+        click(*window->Option3);
+        click(*window->Command1);
+    }
+    frmIniDisplay* display() const {
+        auto* const window = main.findChild<frmIniDisplay*>();
+        return window != nullptr && window->isVisible() ? window : nullptr;
+    }
+    void goThroughFormat(const QString& lastOfY = u"9"_s, const QString& firstOfEM1 = u"11"_s) {
+        frmIniDisplay* const window = display();
+        ASSERT_NE(window, nullptr);
+        EXPECT_EQ(window->windowModality(), Qt::WindowModal);
+        window->Text2_0->setText(u"1"_s);
+        window->Text2_1->setText(u"4"_s);
+        window->Text3_0->setText(u"6"_s);
+        window->Text3_1->setText(lastOfY);
+        window->Text4_0->setText(firstOfEM1);
+        window->Text4_1->setText(u"14"_s);
+        click(*window->Command1);
+    }
+    void importFile(std::string_view bytes) {
+        chooseFile(sensorFile(bytes));
+        goThroughControl(u"5"_s);
+        goThroughFormat();
+    }
+
+    TrimbleImport import;
+    QSignalSpy imported;
+    QSignalSpy tooMany;
+};
+
+}  // namespace
+
+TEST_F(TrimbleImportChain, LeadsFromTheMenuToTheReport) {
+    boxes.tell(report(3, 1), kReportTitle);
+    importFile("   0    0   10\r\n   9    1   20\r\n   x    1   20\r\n   9   50   30\r\n");
+    const Survey& survey = theSurvey();
+    EXPECT_EQ(survey.NumSites, 3);
+    EXPECT_EQ(survey.SiteData(kEM1, 2), 30);
+    EXPECT_FALSE(survey.SiteIDPresent || survey.TwoEMColumns);
+    EXPECT_EQ(survey.NumRows, 2);
+    EXPECT_EQ(survey.DistanceMode, 3);
+    EXPECT_EQ(survey.MaxYDist, 49);
+    EXPECT_FALSE(theSession().DataSaved);
+    EXPECT_EQ(theSession().InputFileName, folder / "sensor file ü.dat");
+    EXPECT_EQ(errorLog(), "Line # 3    x    1   20  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(imported.count(), 1);
+    EXPECT_EQ(tooMany.count(), 0);
+    expectMenus(true, true);
+    EXPECT_NE(main.cursor().shape(), Qt::WaitCursor);
+    EXPECT_EQ(lastQuestion().filter, u"All Files (*.*)|*"_s);
+    EXPECT_FALSE(lastQuestion().toSave);
+}
+
+TEST_F(TrimbleImportChain, OfAFileWithoutSitesDisablesTheMenus) {
+    main.menusFollow(MenuEvent::SitesImported);
+    boxes.tell(report(0, 0), kReportTitle);
+    importFile("");
+    EXPECT_EQ(theSurvey().NumSites, 0);
+    EXPECT_EQ(theSurvey().NumRows, 0);
+    EXPECT_FALSE(theSession().DataSaved);
+    EXPECT_EQ(imported.count(), 1);
+    expectMenus(false, true);
+}
+
+TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
+    std::string bytes;
+    for (int i = 0; i < 252; ++i)
+        bytes += i % 2 == 0 ? "   0    0   10\n" : "   0   99   10\n";
+    boxes.tell(report(252, 0), kReportTitle);
+    boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
+    importFile(bytes);
+    EXPECT_EQ(theSurvey().NumSites, 252);
+    EXPECT_EQ(theSurvey().NumRows, 0);
+    EXPECT_EQ(imported.count(), 1);
+    EXPECT_EQ(tooMany.count(), 1);
+    expectMenus(true, true);
+}
+
+TEST_F(TrimbleImportChain, LeavesTheSurveyWhenTheFileDialogIsCancelled) {
+    goThroughControl(u"5"_s);
+    EXPECT_EQ(fileDialogs(), 1);
+    EXPECT_EQ(display(), nullptr);
+    EXPECT_EQ(theSession().InputFileName, "");
+    EXPECT_EQ(theSurvey().MinDistance, 5);
+    expectSurveyUntouched();
+}
+
+TEST_F(TrimbleImportChain, LeavesTheSurveyWhenAWindowIsCancelled) {
+    import.mnuOpen_Click();
+    click(*main.findChild<frmDataControl*>()->Command2);
+    EXPECT_EQ(fileDialogs(), 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(main.findChild<frmDataControl*>(), nullptr);
+
+    chooseFile(sensorFile("   0    0   10\n"));
+    goThroughControl(u"5"_s);
+    ASSERT_NE(display(), nullptr);
+    click(*display()->Check2);
+    click(*display()->Command2);
+    EXPECT_EQ(imported.count(), 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "error_log.dat"));
+    expectSurveyUntouched();
+}
+
+TEST_F(TrimbleImportChain, StartsWithItsDefaultsEachTime) {
+    chooseFile({});
+    goThroughControl(u"5"_s);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    import.mnuOpen_Click();
+    const auto* const window = main.findChild<frmDataControl*>();
+    EXPECT_TRUE(window->Option1->isChecked());
+    EXPECT_EQ(window->Text1->text(), u"-10"_s);
+    EXPECT_EQ(window->Text2->text(), QString());
+}
+
+TEST_F(TrimbleImportChain, ReportsAFileThatVanishesAndLeavesTheSurvey) {
+    const std::string path = sensorFile("   0    0   10\n");
+    chooseFile(path);
+    goThroughControl(u"5"_s);
+    std::filesystem::remove(path);
+    boxes.tell(fromPath(path) + u" cannot be opened: No such file or directory"_s);
+    goThroughFormat();
+    EXPECT_EQ(imported.count(), 0);
+    EXPECT_NE(main.cursor().shape(), Qt::WaitCursor);
+    expectSurveyUntouched();
+}
+
+TEST_F(TrimbleImportChain, ReportsAFileThatVanishesBeforeItIsShown) {
+    chooseFile(folder / "gone.dat");
+    boxes.tell(fromPath(folder / "gone.dat") + u" cannot be opened: No such file or directory"_s);
+    goThroughControl(u"5"_s);
+    EXPECT_EQ(display(), nullptr);
+    expectSurveyUntouched();
+}
+
+TEST_F(TrimbleImportChain, ReportsDistancesThatOverflowAndLeavesTheSurvey) {
+    main.menusFollow(MenuEvent::SitesImported);
+    chooseFile(sensorFile("   0  9e307 10\n   0 -9e307 10\n"));
+    goThroughControl(u"5"_s);
+    boxes.tell(u"Overflow"_s);
+    goThroughFormat(u"11"_s, u"13"_s);
+    EXPECT_EQ(imported.count(), 0);
+    expectMenus(true, true);
+    expectSurveyUntouched();
+}
+
+TEST_F(TrimbleImportChain, GoesOnWithoutALogThatCannotBeCreated) {
+    theSession().DataDir = folder / "none";
+    boxes.tell(u"The error log could not be written:\n"_s + fromPath(folder / "none/error_log.dat") +
+               u" cannot be written: No such file or directory\n\nThe file has been read without it."_s);
+    boxes.tell(report(1, 1), kReportTitle);
+    importFile("   0    0   10\nbad\n");
+    EXPECT_EQ(theSurvey().NumSites, 1);
+    expectMenus(true, true);
+}
+
+TEST_F(TrimbleImportChain, OpensHelpFromBothWindows) {
+    import.mnuOpen_Click();
+    boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+               fromPath(folder / "helpdocs/hdoc104.rtf"));
+    auto* const control = main.findChild<frmDataControl*>();
+    click(*control->cmdHelp);
+    chooseFile(sensorFile("   0    0   10\n"));
+    type(*control->Text2, u"1"_s);
+    click(*control->Command1);
+    boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+               fromPath(folder / "helpdocs/hdoc105.rtf"));
+    click(*display()->cmdHelp);
+}
