@@ -17,7 +17,7 @@ Survey numberedSites(SiteIndex count) {
 
 void expectRemoved(SiteIndex count, const std::vector<std::uint8_t>& marks) {
     Survey survey = numberedSites(count);
-    const std::vector<MadeSite> before = sitesOf(survey);
+    const std::vector<MadeSite> before = madeSitesOf(survey);
     std::vector<MadeSite> expected;
     std::vector<double> expectedIds;
     for (std::size_t i = 0; i < before.size(); ++i) {
@@ -26,7 +26,7 @@ void expectRemoved(SiteIndex count, const std::vector<std::uint8_t>& marks) {
         expectedIds.push_back(survey.SiteID[i]);
     }
     EXPECT_EQ(removeSites(survey, marks), count - static_cast<SiteIndex>(expected.size()));
-    ASSERT_TRUE(sitesOf(survey) == expected) << "of " << count << " sites";
+    ASSERT_TRUE(madeSitesOf(survey) == expected) << "of " << count << " sites";
     survey.SiteID.resize(expected.size());
     ASSERT_EQ(survey.SiteID, expectedIds);
 }

@@ -7,11 +7,11 @@ using Axis = Chart2D::Axis;
 TEST_F(RowPlots, DeleteSitesInEveryOrder) {
     for (const std::vector<qsizetype>& order :
          {std::vector<qsizetype>{1, 2, 4}, {4, 2, 1}, {2, 4, 1}, {2, 1, 4}, {4, 1, 2}, {1, 4, 2}}) {
-        openByX(threeRows());
+        openByX(threeRowSurvey());
         click("Command2");
         click("Command2");
         deletePoints(order);
-        Survey expected = threeRows();
+        Survey expected = threeRowSurvey();
         deleteOneByOne(expected, 3, {order.begin(), order.end()});
         expectSameSurvey(theSurvey(), expected);
         EXPECT_EQ(theSurvey().SiteData(kX, 6), 140);
@@ -24,13 +24,13 @@ TEST_F(RowPlots, DeleteSitesInEveryOrder) {
 }
 
 TEST_F(RowPlots, DeleteSitesOfRowOneAndOpenAfresh) {
-    openByY(threeRows());
+    openByY(threeRowSurvey());
     typeRow(u"1"_s);
     QTest::keyClick(editor.Text1, Qt::Key_Return);
     clickPoint(map, 1, 4);
     clickPoint(map, 1, 2);
     click("Command5");
-    Survey expected = threeRows();
+    Survey expected = threeRowSurvey();
     deleteOneByOne(expected, 1, {4, 2});
     expectSameSurvey(theSurvey(), expected);
     expectRowShown(1);
@@ -43,9 +43,9 @@ TEST_F(RowPlots, DeleteSitesOfRowOneAndOpenAfresh) {
 }
 
 TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
-    Survey expected = threeRows();
+    Survey expected = threeRowSurvey();
     deleteOneByOne(expected, 2, {1});
     deletePoints({1});
     expectSameSurvey(theSurvey(), expected);
@@ -63,8 +63,8 @@ TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
 }
 
 TEST_F(RowPlots, StepOnFromAnEmptiedFirstRowToTheOneThatMovedUp) {
-    openByX(threeRows());
-    Survey expected = threeRows();
+    openByX(threeRowSurvey());
+    Survey expected = threeRowSurvey();
     deleteOneByOne(expected, 1, {3, 1, 5, 2, 4});
     deletePoints({3, 1, 5, 2, 4});
     expectSameSurvey(theSurvey(), expected);
@@ -79,10 +79,10 @@ TEST_F(RowPlots, StepOnFromAnEmptiedFirstRowToTheOneThatMovedUp) {
 }
 
 TEST_F(RowPlots, StepBackFromAnEmptiedLastRow) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     typeRow(u"3"_s);
     QTest::keyClick(editor.Text1, Qt::Key_Return);
-    Survey expected = threeRows();
+    Survey expected = threeRowSurvey();
     deleteOneByOne(expected, 3, {4, 3, 2, 1});
     deletePoints({4, 3, 2, 1});
     expectSameSurvey(theSurvey(), expected);
@@ -94,7 +94,7 @@ TEST_F(RowPlots, StepBackFromAnEmptiedLastRow) {
 }
 
 TEST_F(RowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     deletePoints({1});
     clickAt(profile, profile.rect().center());
@@ -133,7 +133,7 @@ TEST_F(RowPlots, EmptyTheOnlyRow) {
 }
 
 TEST_F(RowPlots, DeleteTextAndNotSitesWhileANumberIsTyped) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickPoint(profile, 1, 2);
     editor.Text1->setFocus();
     QTest::keyClick(editor.Text1, Qt::Key_Delete);
@@ -141,7 +141,7 @@ TEST_F(RowPlots, DeleteTextAndNotSitesWhileANumberIsTyped) {
 }
 
 TEST_F(RowPlots, NameTheAxesOfAnEmptiedRowForWhatTheyShow) {
-    openByY(threeRows());
+    openByY(threeRowSurvey());
     click("Command2");
     deletePoints({1});
     expectRange(map, Chart2D::Axis::X, -100, 360);

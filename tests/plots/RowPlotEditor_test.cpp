@@ -2,8 +2,6 @@
 
 #include "support/RowPlots.h"
 
-#include <QSignalSpy>
-
 using namespace Qt::StringLiterals;
 using Point = Chart2D::Point;
 using Axis = Chart2D::Axis;
@@ -16,7 +14,7 @@ TEST_F(RowPlots, AreHiddenUntilTheEditorIsOpened) {
 }
 
 TEST_F(RowPlots, OpenAtRowOneByX) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     EXPECT_TRUE(editor.isVisible());
     EXPECT_TRUE(editor.EditorStarted);
     EXPECT_TRUE(editor.PlotByX);
@@ -41,7 +39,7 @@ TEST_F(RowPlots, OpenAtRowOneByX) {
 }
 
 TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
-    openByY(threeRows());
+    openByY(threeRowSurvey());
     EXPECT_FALSE(editor.PlotByX);
     EXPECT_TRUE(editor.PlotByY);
     expectRowShown(1);
@@ -56,13 +54,13 @@ TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
 }
 
 TEST_F(RowPlots, ShowTheMapAboveTheProfile) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     QTest::qWait(1);
     EXPECT_LE(map.geometry().bottom(), profile.geometry().top());
 }
 
 TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
-    Survey survey = threeRows();
+    Survey survey = threeRowSurvey();
     survey.TwoEMColumns = false;
     openByX(survey);
     EXPECT_EQ(profile.seriesCount(Chart2D::kData), 1);
@@ -89,7 +87,7 @@ TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
 }
 
 TEST_F(RowPlots, StepThroughTheRowsAndBack) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     expectRowShown(2);
     expectSteps(true, true);
@@ -105,7 +103,7 @@ TEST_F(RowPlots, StepThroughTheRowsAndBack) {
 }
 
 TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     expectRange(profile, Axis::X, -60, 340);
     expectRange(profile, Axis::Y, 32.5, 66.5);
@@ -115,7 +113,7 @@ TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
 }
 
 TEST_F(RowPlots, StepByPageKeysFromAnywhereInTheEditor) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     QTest::keyClick(&profile, Qt::Key_PageDown);
     expectRowShown(2);
     QTest::keyClick(&map, Qt::Key_PageDown);
@@ -137,7 +135,7 @@ TEST_F(RowPlots, StepButtonsAreNamedForThoseWhoCannotSeeThem) {
 }
 
 TEST_F(RowPlots, PlotTheRowThatWasTyped) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Option2");
     EXPECT_TRUE(editor.Command3->isEnabled());
     EXPECT_TRUE(editor.Text1->hasFocus());
@@ -152,7 +150,7 @@ TEST_F(RowPlots, PlotTheRowThatWasTyped) {
 }
 
 TEST_F(RowPlots, PlotTheRowThatWasTypedOnEnter) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     typeRow(u"2"_s);
     EXPECT_TRUE(editor.Option2->isChecked());
     QTest::keyClick(editor.Text1, Qt::Key_Return);
@@ -161,7 +159,7 @@ TEST_F(RowPlots, PlotTheRowThatWasTypedOnEnter) {
 }
 
 TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     clickPoint(profile, 1, 1);
     click("Option2");
@@ -187,7 +185,7 @@ TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
 }
 
 TEST_F(RowPlots, CloseWithFinishedAndOpenAgainAtRowOne) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     click("Command2");
     clickPoint(profile, 1, 1);
     main.menuItem(u"mnuData"_s)->setEnabled(false);
@@ -204,7 +202,7 @@ TEST_F(RowPlots, CloseWithFinishedAndOpenAgainAtRowOne) {
 }
 
 TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickPoint(profile, 1, 1);
     main.mnuClear->trigger();
     EXPECT_FALSE(editor.isVisible());
@@ -216,15 +214,20 @@ TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
 }
 
 TEST_F(RowPlots, OfferHelpByButtonAndByKey) {
-    openByX(threeRows());
-    const QSignalSpy asked(editor.cmdHelp, &QPushButton::clicked);
-    theSession().AppDir = "/no/such/folder";
-    for (int i = 0; i < 3; ++i)
+    openByX(threeRowSurvey());
+    theSession().AppDir = "/nowhere";
+    const auto expectHelp = [this] {
+        EXPECT_EQ(boxes.pending(), 0);
         boxes.tell(
             u"Warning!  File resource error.  VARN can not find the following file:\n"
-            u"/no/such/folder/helpdocs/hdoc114.rtf"_s);
+            u"/nowhere/helpdocs/hdoc114.rtf"_s);
+    };
+    expectHelp();
     click("cmdHelp");
+    expectHelp();
     QTest::keyClick(&map, Qt::Key_F1);
+    expectHelp();
     QTest::keyClick(editor.Text1, Qt::Key_F1);
-    EXPECT_EQ(asked.count(), 3);
+    EXPECT_EQ(boxes.pending(), 0);
+    theSession() = Session{};
 }

@@ -36,7 +36,7 @@ QRectF inked(const QImage& page, const QRectF& inches, int dotsPerInch) {
 
 TEST_F(RowPlots, PrintTheMapAboveTheProfileOnOnePage) {
     theSession().InputFileName = "/surveys/north field.dat";
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     const QImage page = printedPage(editor, 100);
     const QRectF title = inked(page, {0, 0, 8.27, 0.2}, 100);
     EXPECT_GT(title.width(), 7);
@@ -51,7 +51,7 @@ TEST_F(RowPlots, PrintTheMapAboveTheProfileOnOnePage) {
 }
 
 TEST_F(RowPlots, PrintAtTheSameSizeAtEveryResolution) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     const QRectF whole(0, 0, 8.27, 11.69);
     const QRectF coarse = inked(printedPage(editor, 150), whole, 150);
     const QRectF fine = inked(printedPage(editor, 300), whole, 300);
@@ -62,7 +62,7 @@ TEST_F(RowPlots, PrintAtTheSameSizeAtEveryResolution) {
 }
 
 TEST_F(RowPlots, PrintOnSmallerPaperWithoutCuttingAnything) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     QImage page(400, 300, QImage::Format_RGB32);
     page.fill(Qt::white);
     page.setDotsPerMeterX(3937);
@@ -76,7 +76,7 @@ TEST_F(RowPlots, PrintOnSmallerPaperWithoutCuttingAnything) {
 }
 
 TEST_F(RowPlots, PrintWithoutTheReadoutOfThePointer) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     const QImage before = printedPage(editor, 100);
     pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
     EXPECT_TRUE(printedPage(editor, 100) == before);
@@ -91,7 +91,7 @@ TEST_F(RowPlots, PrintIntoAPdfFileWhereNoPrinterIsInstalled) {
         EXPECT_TRUE(question.toSave);
         return path;
     });
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     for (const double scale : {1.0, 2.0, 4.0}) {
         theSession().PrintScale = scale;
         path = fromPath(folder / "row.pdf");

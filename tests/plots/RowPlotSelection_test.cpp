@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 using Point = Chart2D::Point;
 
 TEST_F(RowPlots, ReadOutTheProfileUnderThePointer) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2));
     EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
     pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(0, 12));
@@ -20,7 +20,7 @@ TEST_F(RowPlots, ReadOutTheProfileUnderThePointer) {
 }
 
 TEST_F(RowPlots, ReadOutTheMapUnderThePointer) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
     EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
     pointAt(map, pixelOf(map, Chart2D::kData, 1, 4) + QPoint(9, 0));
@@ -31,7 +31,7 @@ TEST_F(RowPlots, ReadOutTheMapUnderThePointer) {
 }
 
 TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     EXPECT_TRUE(editor.Command6->isEnabled());
     clickPoint(profile, 1, 4);
     EXPECT_TRUE(editor.Command5->isEnabled());
@@ -45,7 +45,7 @@ TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
 }
 
 TEST_F(RowPlots, LeaveAPointThatIsPickedTwiceUnselected) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     for (const qsizetype point : {4, 2, 5})
         clickPoint(profile, 1, point);
     clickPoint(map, 1, 2);
@@ -69,7 +69,7 @@ TEST_F(RowPlots, TakeSitesAtTheSameCoordinateForOne) {
 }
 
 TEST_F(RowPlots, SelectNothingBesideThePoints) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(0, 5));
     clickPoint(profile, 2, 2);
     clickAt(profile, QPoint(1, 1));
@@ -79,13 +79,13 @@ TEST_F(RowPlots, SelectNothingBesideThePoints) {
 }
 
 TEST_F(RowPlots, SelectThreePixelsBesideAPoint) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(3, 0));
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
 }
 
 TEST_F(RowPlots, ForgetTheSelectionWithEveryNewRow) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickPoint(profile, 1, 4);
     click("Command2");
     expectNothingSelected();
@@ -98,7 +98,7 @@ TEST_F(RowPlots, ForgetTheSelectionWithEveryNewRow) {
 }
 
 TEST_F(RowPlots, KeepTheSelectionWhenANumberIsToBeTypedButNotItsDeletion) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickPoint(profile, 1, 4);
     click("Option2");
     EXPECT_FALSE(editor.Command5->isEnabled());
@@ -109,7 +109,7 @@ TEST_F(RowPlots, KeepTheSelectionWhenANumberIsToBeTypedButNotItsDeletion) {
 }
 
 TEST_F(RowPlots, Refuse102SelectedPoints) {
-    openByX(longRow(120));
+    openByX(longRowSurvey(120));
     for (qsizetype point = 1; point <= 101; ++point)
         clickPoint(profile, 1, point);
     ASSERT_EQ(editor.selection().SelCount, 101);
@@ -120,14 +120,14 @@ TEST_F(RowPlots, Refuse102SelectedPoints) {
     EXPECT_EQ(selected(), before);
     EXPECT_EQ(profile.pointCount(Chart2D::kHighlight, 1), 101);
     EXPECT_EQ(map.pointCount(Chart2D::kHighlight, 1), 101);
-    Survey expected = longRow(120);
+    Survey expected = longRowSurvey(120);
     deleteOneByOne(expected, 1, before);
     click("Command5");
     expectSameSurvey(theSurvey(), expected);
 }
 
 TEST_F(RowPlots, AreEditedByKeyboardAlone) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     EXPECT_TRUE(profile.hasFocus());
     QTest::keyClick(&profile, Qt::Key_Right);
     EXPECT_EQ(profile.footerText(), u"UTM X = 100.00, ECa = 20.00"_s);
@@ -144,7 +144,7 @@ TEST_F(RowPlots, AreEditedByKeyboardAlone) {
     EXPECT_EQ(theSurvey().NumSites, 10);
     QTest::keyClick(&map, Qt::Key_Space);
     QTest::keyClick(&map, Qt::Key_Delete);
-    Survey expected = threeRows();
+    Survey expected = threeRowSurvey();
     deleteOneByOne(expected, 1, {2});
     expectSameSurvey(theSurvey(), expected);
     QTest::keyClick(&profile, Qt::Key_Left);
@@ -152,7 +152,7 @@ TEST_F(RowPlots, AreEditedByKeyboardAlone) {
 }
 
 TEST_F(RowPlots, GoOnByKeyboardWhereTheMousePicked) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     clickPoint(map, 1, 3);
     QTest::keyClick(&map, Qt::Key_Right);
     EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
@@ -161,7 +161,7 @@ TEST_F(RowPlots, GoOnByKeyboardWhereTheMousePicked) {
 }
 
 TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     QTest::keyClick(&profile, Qt::Key_Right);
     for (int i = 0; i < 10; ++i)
         QTest::keyClick(&profile, Qt::Key_Plus);
@@ -172,7 +172,7 @@ TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
 }
 
 TEST_F(RowPlots, LookCloserWithoutChangingTheLimits) {
-    openByX(threeRows());
+    openByX(threeRowSurvey());
     const PlotLimits shared = thePlotLimits();
     for (int i = 0; i < 3; ++i)
         QTest::keyClick(&profile, Qt::Key_Plus);

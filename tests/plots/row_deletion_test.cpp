@@ -76,7 +76,7 @@ TEST(RowDeletion, TakesExactlyTheSelectedSitesInEitherOrder) {
     for (const auto& order : {std::vector<SiteIndex>{1, 3}, std::vector<SiteIndex>{3, 1}}) {
         Survey survey = threeRows();
         EXPECT_FALSE(deletePoints(survey, 1, order));
-        EXPECT_TRUE(sitesOf(survey) ==
+        EXPECT_TRUE(madeSitesOf(survey) ==
                     (std::vector<MadeSite>{
                         {2, 1, 12, 22, 1}, {3, 40, 14, 24, 2}, {9, 90, 15, 25, 3}, {8, 90, 16, 26, 3}}));
         EXPECT_EQ(survey.SiteID[0], 1002);

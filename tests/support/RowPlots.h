@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 
 // Three rows along X: five sites, one site, four sites driven back.
-inline Survey threeRows() {
+inline Survey threeRowSurvey() {
     return madeSurvey({{100, 10, 20, 40, 1},
                        {110, 11, 30, 45, 1},
                        {120, 10, 25, 50, 1},
@@ -25,7 +25,7 @@ inline Survey threeRows() {
                        {130, 113, 11, 61, 3}});
 }
 
-inline Survey longRow(int sites) {
+inline Survey longRowSurvey(int sites) {
     std::vector<MadeSite> row;
     for (int i = 0; i < sites; ++i)
         row.push_back({double(i), 5, double(i % 7), double(10 + i % 5), 1});

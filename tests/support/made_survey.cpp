@@ -26,7 +26,7 @@ Survey madeSurvey(const std::vector<MadeSite>& sites) {
     return survey;
 }
 
-std::vector<MadeSite> sitesOf(const Survey& survey) {
+std::vector<MadeSite> madeSitesOf(const Survey& survey) {
     std::vector<MadeSite> sites;
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         sites.push_back({survey.SiteData(kX, i), survey.SiteData(kY, i), survey.SiteData(kEM1, i),
@@ -58,7 +58,7 @@ void expectSameDistances(const Survey& actual, const Survey& expected) {
 
 void expectSameSurvey(const Survey& actual, const Survey& expected) {
     EXPECT_EQ(actual.NumSites, expected.NumSites);
-    EXPECT_TRUE(sitesOf(actual) == sitesOf(expected)) << "sites differ";
+    EXPECT_TRUE(madeSitesOf(actual) == madeSitesOf(expected)) << "sites differ";
     EXPECT_EQ(idsOf(actual), idsOf(expected));
     EXPECT_EQ(actual.NumRows, expected.NumRows);
     EXPECT_EQ(actual.NumPoints, expected.NumPoints);

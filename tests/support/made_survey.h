@@ -15,7 +15,7 @@ struct MadeSite {
 Survey madeSurvey(const std::vector<MadeSite>& sites);
 
 /// The sites of a survey, to be compared whole.
-std::vector<MadeSite> sitesOf(const Survey& survey);
+std::vector<MadeSite> madeSitesOf(const Survey& survey);
 bool operator==(const MadeSite& a, const MadeSite& b);
 
 /// Fails the running test where two surveys differ in anything but the storage behind the last site: sites,
