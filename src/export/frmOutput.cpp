@@ -42,9 +42,9 @@ frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
 }
 
 void frmOutput::Form_Load() {
-    const QString widest = QString::fromStdString(recordFormat(true, true, true));
-    Text1->setMinimumWidth(Text1->fontMetrics().horizontalAdvance(widest) + 24);
-    txtBRN->setMaximumWidth(txtBRN->fontMetrics().horizontalAdvance(u"0000000000"_s) + 24);
+    // Room for a path of usual length, and for the largest row number.
+    Text2->setMinimumWidth(fontMetrics().averageCharWidth() * 64);
+    txtBRN->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000000"_s) + 16);
     showRecordFormat();
     Command2->setEnabled(false);
     txtBRN->setText(u"1"_s);

@@ -71,6 +71,7 @@ frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
         for (const Input& input : operation.inputs) {
             keepRoomWhenHidden(*input.label);
             keepRoomWhenHidden(*input.box);
+            input.box->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000000"_s) + 16);
         }
     }
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));

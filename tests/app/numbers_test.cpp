@@ -34,21 +34,11 @@ std::optional<double> plainlyNumeric(std::string text) {
     text = text.substr(first, text.find_last_not_of(" \t") - first + 1);
     for (char& c : text)
         if (c == 'd' || c == 'D' || c == 'E') c = 'e';
-    bool negative = false;
-    if (text[0] == '+' || text[0] == '-') {
-        negative = text[0] == '-';
-        text.erase(0, 1);
-    }
-    if (text.find("e+-") != std::string::npos) return std::nullopt;
-    if (const auto plus = text.find("e+"); plus != std::string::npos) text.erase(plus + 1, 1);
-    if (text.find_first_not_of("0123456789.e-") != std::string::npos) return std::nullopt;
-    double value = 0;
-    const char* const last = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), last, value);
-    if (result.ec == std::errc::invalid_argument || result.ptr != last || text[0] == '-') return std::nullopt;
-    if (result.ec == std::errc::result_out_of_range) value = std::strtod(text.c_str(), nullptr);
-    if (!std::isfinite(value)) return std::nullopt;
-    return negative ? -value : value;
+    if (text.find_first_not_of("0123456789.e+-") != std::string::npos) return std::nullopt;
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    if (end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
+    return value;
 }
 
 }  // namespace

@@ -341,3 +341,20 @@ TEST_F(OutputWindow, EscapeCancels) {
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(nothingWritten());
 }
+
+TEST_F(OutputWindow, OpensItsHelpWithButtonAndF1) {
+    theSession().AppDir = folder_.path();
+    frmOutput window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (const bool withKey : {false, true}) {
+        ExpectedBoxes boxes;
+        boxes.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
+        if (withKey)
+            QTest::keyClick(&window, Qt::Key_F1);
+        else
+            QTest::mouseClick(window.cmdHelp, Qt::LeftButton);
+        EXPECT_TRUE(boxes.last().text.endsWith(u"hdoc107.rtf"_s));
+    }
+}

@@ -112,7 +112,7 @@ TEST_F(ImportFormat, ShowsThePreviewInAFixedPitchBlackOnWhite) {
     const QFontMetrics metrics(window->picPreview->font());
     const int cell = metrics.horizontalAdvance(u'0');
     for (const QChar c : u"1iWÃ·→ü"_s)
-        EXPECT_EQ(metrics.horizontalAdvance(c), cell) << int{c.unicode()};
+        EXPECT_EQ(metrics.horizontalAdvance(c), cell) << static_cast<int>(c.unicode());
     EXPECT_EQ(window->picPreview->palette().color(QPalette::Base), QColor(Qt::white));
     EXPECT_EQ(window->picPreview->palette().color(QPalette::Text), QColor(Qt::black));
 }

@@ -560,8 +560,8 @@ TEST_F(Chart2DTest, PicksTheDrawnSymbolAtEveryDisplayScale) {
     EXPECT_NEAR(box.width(), 5 * scale, 1.6);
     const QPointF middle = QRectF(box).center() / scale;
     const QPointF place = chart.dataToPixel(33.3, 17.7);
-    EXPECT_NEAR(middle.x(), place.x(), 0.55);
-    EXPECT_NEAR(middle.y(), place.y(), 0.55);
+    EXPECT_NEAR(middle.x(), place.x(), 0.7);
+    EXPECT_NEAR(middle.y(), place.y(), 0.7);
     EXPECT_LE(chart.nearestPoint(kData, QPoint(int(middle.x()), int(middle.y()))).distance, 1);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7)).distance, 0);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7) + QPoint(3, 0)).distance, 3);

@@ -5,6 +5,7 @@
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
 #include "support/row_surveys.h"
+#include "support/temporary_folder.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -401,4 +402,20 @@ TEST_F(RowDialog, CancelAndEscapeChangeNothing) {
     QTest::keyClick(dialog_.get(), Qt::Key_Escape);
     EXPECT_FALSE(dialog_->isVisible());
     EXPECT_TRUE(Snapshot(theSurvey()) == before);
+}
+
+TEST_F(RowDialog, OpensItsHelpWithButtonAndF1) {
+    const TemporaryFolder folder;
+    theSession().AppDir = folder.path();
+    dialog_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    for (const bool withKey : {false, true}) {
+        ExpectedBoxes boxes;
+        boxes.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
+        if (withKey)
+            QTest::keyClick(dialog_.get(), Qt::Key_F1);
+        else
+            QTest::mouseClick(dialog_->cmdHelp, Qt::LeftButton);
+        EXPECT_TRUE(boxes.last().text.endsWith(u"hdoc112.rtf"_s));
+    }
 }
