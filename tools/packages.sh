@@ -2,7 +2,8 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev libgl-dev fonts-dejavu-core)
 display_packages=(xvfb)
-test_packages=(libgtest-dev clang-format clang-tidy poppler-utils)
+test_packages=(libgtest-dev clang-format clang-tidy poppler-utils
+    appstream desktop-file-utils dpkg-dev file lintian man-db)
 
 say() { printf '== %s\n' "$*"; }
 

@@ -26,7 +26,7 @@ std::string linkAddress(std::string_view instruction) {
     while (!instruction.empty()) {
         const auto argument = takeArgument(instruction);
         if (argument == "\\l")
-            place = "#" + std::string(takeArgument(instruction));
+            place = std::string(1, '#').append(takeArgument(instruction));
         else if (argument == "\\o" || argument == "\\t")
             takeArgument(instruction);  // a hint and a window, which are not followed
         else if (address.empty() && argument.substr(0, 1) != "\\")

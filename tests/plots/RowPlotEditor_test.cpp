@@ -218,6 +218,11 @@ TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
 TEST_F(RowPlots, OfferHelpByButtonAndByKey) {
     openByX(threeRows());
     const QSignalSpy asked(editor.cmdHelp, &QPushButton::clicked);
+    theSession().AppDir = "/no/such/folder";
+    for (int i = 0; i < 3; ++i)
+        boxes.tell(
+            u"Warning!  File resource error.  VARN can not find the following file:\n"
+            u"/no/such/folder/helpdocs/hdoc114.rtf"_s);
     click("cmdHelp");
     QTest::keyClick(&map, Qt::Key_F1);
     QTest::keyClick(editor.Text1, Qt::Key_F1);

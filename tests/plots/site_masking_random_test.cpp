@@ -86,7 +86,7 @@ TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
         const auto before = model.sites.size();
         model.deleteMasked();
         EXPECT_EQ(deleteMaskedSites(survey, mask), static_cast<SiteIndex>(before - model.sites.size()));
-        EXPECT_EQ(sitesOf(survey), model.sites);
+        EXPECT_EQ(recordsOf(survey), model.sites);
         Survey fresh = survey;
         Calculate_Chosen_Distance(fresh);
         EXPECT_EQ(survey.TrueDist, fresh.TrueDist);
@@ -95,7 +95,7 @@ TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
     }
     if (survey.NumSites == 0) return;
     EXPECT_EQ(ValidateRowInfo(survey), model.validate());
-    EXPECT_EQ(sitesOf(survey), model.sites);
+    EXPECT_EQ(recordsOf(survey), model.sites);
     EXPECT_EQ(survey.NumRows, model.numRows);
     const auto kept = survey.NumPoints;
     Calculate_NumPoints(survey);

@@ -177,7 +177,7 @@ TEST(Deleting, TakesTheMaskedSitesOutInEveryColumnAndShrinksTheStorage) {
     Calculate_Distance(survey);
     SiteMaskArray mask{1, 0, 1, 0};
     EXPECT_EQ(deleteMaskedSites(survey, mask), 2);
-    EXPECT_EQ(sitesOf(survey), (std::vector<Site>{{5, 6, 7, 8, 1, 11}, {5, 4, 3, 2, 3, 13}}));
+    EXPECT_EQ(recordsOf(survey), (std::vector<Site>{{5, 6, 7, 8, 1, 11}, {5, 4, 3, 2, 3, 13}}));
     EXPECT_EQ(survey.SiteData.capacity(), 2);
     EXPECT_EQ(survey.SiteID.size(), 2U);
     EXPECT_EQ(mask, (SiteMaskArray{0, 0}));
@@ -203,10 +203,10 @@ TEST(Deleting, RecalculatesEveryDistanceThatWasThere) {
 
 TEST(Deleting, KeepsEverySiteWhenNothingIsMasked) {
     Survey survey = surveyAt({{0, 0}, {3, 4}});
-    const auto before = sitesOf(survey);
+    const auto before = recordsOf(survey);
     SiteMaskArray mask{0, 0};
     EXPECT_EQ(deleteMaskedSites(survey, mask), 0);
-    EXPECT_EQ(sitesOf(survey), before);
+    EXPECT_EQ(recordsOf(survey), before);
 }
 
 TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
@@ -223,9 +223,9 @@ TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
 TEST(RowInformation, HoldsWhileNumbersRunUpToTheLastRow) {
     for (const auto& rows : {std::vector<double>{1}, {1, 1, 1}, {1, 2, 3}, {1, 1, 2, 2, 2, 3}}) {
         Survey survey = surveyWithRows(rows, static_cast<int>(rows.back()));
-        const auto before = sitesOf(survey);
+        const auto before = recordsOf(survey);
         EXPECT_TRUE(ValidateRowInfo(survey));
-        EXPECT_EQ(sitesOf(survey), before);
+        EXPECT_EQ(recordsOf(survey), before);
         EXPECT_EQ(survey.NumRows, rows.back());
     }
 }

@@ -28,7 +28,7 @@ inline Survey surveyOf(const std::vector<Site>& sites, bool withIDs = true) {
     return survey;
 }
 
-inline std::vector<Site> sitesOf(const Survey& survey) {
+inline std::vector<Site> recordsOf(const Survey& survey) {
     std::vector<Site> sites;
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         sites.push_back({survey.SiteData(kX, i), survey.SiteData(kY, i), survey.SiteData(kEM1, i),
