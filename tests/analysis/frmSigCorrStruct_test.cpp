@@ -66,7 +66,7 @@ QRectF blueBox(const QImage& page) {
     for (int y = 0; y < image.height(); ++y) {
         const auto* const row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         for (int x = 0; x < image.width(); ++x)
-            if (row[x] == kDarkBlue.rgb()) box |= QRect(x, y, 1, 1);
+            if (qBlue(row[x]) > 120 && qRed(row[x]) < 20 && qGreen(row[x]) < 20) box |= QRect(x, y, 1, 1);
     }
     return {QPointF(box.topLeft()) / PrintedPdf::kPixelsPerPoint,
             QSizeF(box.size()) / PrintedPdf::kPixelsPerPoint};
