@@ -34,6 +34,9 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     paper.setColor(QPalette::Window, Qt::white);
     paper.setColor(QPalette::WindowText, QColor(0x50, 0x50, 0x50));
     chartArea->setPalette(paper);
+    QFont larger = lblInvitation->font();
+    larger.setPointSizeF(larger.pointSizeF() * 1.25);
+    lblInvitation->setFont(larger);
     setInvitation(
         u"Import a sensor file to begin:\nFile, then “Import a Trimble/EM-38 Sensor file” "
         u"or “Inport a generic Sensor file”"_s);
