@@ -63,6 +63,7 @@ RowPlotEditor::RowPlotEditor(frmMain& main)
     joinControls();
     joinChart(Chart2D3);
     joinChart(Chart2D4);
+    Chart2D4->alignSides(*Chart2D3);
     connect(&main, &frmMain::plotsHidden, this, &RowPlotEditor::closeEditor);
 }
 
