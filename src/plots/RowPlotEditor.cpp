@@ -6,6 +6,7 @@
 #include "app/MessageBox.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
+#include "app/run_time_error.h"
 #include "plots/row_deletion.h"
 #include "plots/row_number.h"
 #include "plots/row_plot_texts.h"
@@ -323,7 +324,7 @@ void RowPlotEditor::toggle(qsizetype point) {
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(&main_);
-        const bool emptied = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+        const bool emptied = deleteSites();
         if (emptied)
             showEmptiedRow();
         else if (CurrentRow != 1)
@@ -335,6 +336,18 @@ void RowPlotEditor::Command5_Click() {
         followDeletion();
     }
     Q_EMIT surveyChanged();
+}
+
+bool RowPlotEditor::deleteSites() {
+    try {
+        return deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+    } catch (const RunTimeError&) {
+        // The sites are gone; charts that still show them must not stay.
+        followDeletion();
+        main_.hidePlots();
+        Q_EMIT surveyChanged();
+        throw;
+    }
 }
 
 // Its axes stand around the survey's extent, X horizontal in either orientation, and say so.
