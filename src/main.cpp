@@ -10,6 +10,7 @@
 #include "app/HelpOpener.h"
 #include "app/InterfaceControls.h"
 #include "app/MessageBox.h"
+#include "app/ProgramIcon.h"
 #include "app/Windows.h"
 #include "app/editor_settings.h"
 #include "app/frmAbout.h"
@@ -195,6 +196,8 @@ std::unique_ptr<frmMain> createProgram() {
 int main(int argc, char** argv) {
     Application application(argc, argv);
     Application::setApplicationName(u"varn-tessel"_s);
+    Application::setDesktopFileName(u"varn-tessel"_s);
+    Application::setWindowIcon(programIcon());
     findProgramDirectories(
         theSession(), Application::applicationDirPath().toStdString(),
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/varn-tessel");
