@@ -3,9 +3,10 @@
 #include <array>
 #include <cstdint>
 
-/// The 16-colour basic palette as 0xRRGGBB. A name says what a number is used for in the plots.
+/// The 16-colour basic palette as 0xRRGGBB. A name says what a number is used for in the plots. Red is a
+/// little lighter than usual, so that small dots of it are told from blue ones.
 inline constexpr std::array<std::uint32_t, 16> kBasicPalette = {
-    0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080, 0x808000, 0xC0C0C0,
+    0x000000, 0x000080, 0x008000, 0x008080, 0xB00000, 0x800080, 0x808000, 0xC0C0C0,
     0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
 
 enum BasicColour : int {
