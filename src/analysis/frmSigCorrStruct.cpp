@@ -40,9 +40,10 @@ frmSigCorrStruct::frmSigCorrStruct(QWidget* parent) : QMainWindow(parent) {
 }
 
 void frmSigCorrStruct::mnuPlot1_Click() {
-    // The survey may have been imported anew since the window was opened.
+    // The survey may have been imported anew since the window was opened, or all its sites deleted.
     if (!theSurvey().TwoEMColumns)
         return tell(this, u"This option is only available when 2 signal data columns are present."_s);
+    if (theSurvey().NumSites == 0) return tell(this, u"There is no more point left in the file!"_s);
     const Hourglass hourglass(this);
     Chart2D1->beginBatch();
     const auto end = qScopeGuard([this] { Chart2D1->endBatch(); });

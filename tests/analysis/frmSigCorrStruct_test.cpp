@@ -159,6 +159,14 @@ TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsWhenANewSurveyHasOne) {
     EXPECT_FALSE(chart().isVisible());
 }
 
+TEST_F(CorrelationWindow, SaysThatNoPointIsLeftWhenEverySiteHasBeenDeleted) {
+    open();
+    theSurvey().NumSites = 0;
+    boxes_.tell(u"There is no more point left in the file!"_s);
+    plot();
+    EXPECT_FALSE(chart().isVisible());
+}
+
 TEST_F(CorrelationWindow, PlotsAMillionSitesAtOnce) {
     theSurvey() = surveyOfReadings(
         1000000, [](SiteIndex i) { return static_cast<double>(i * 7919 % 1000); },
