@@ -1,6 +1,13 @@
 #include "app/frmAbout.h"
 
 #include "app/Guarded.h"
+#include "app/HelpOpener.h"
+
+#include <QShortcut>
+
+namespace {
+constexpr int kHelpDocument = 101;  // what the program is
+}
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setupUi(this);
@@ -9,4 +16,6 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     title.setBold(true);
     lblName->setFont(title);
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            guarded(this, [this] { openHelp(this, kHelpDocument); }));
 }
