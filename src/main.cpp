@@ -220,6 +220,7 @@ std::unique_ptr<frmMain> createProgram() {
 int main(int argc, char** argv) {
     Application application(argc, argv);
     Application::setApplicationName(u"varn-tessel"_s);
+    Application::setDesktopFileName(u"varn-tessel"_s);
     Application::setWindowIcon(programIcon());
     findProgramDirectories(
         theSession(), Application::applicationDirPath().toStdString(),

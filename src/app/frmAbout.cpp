@@ -6,8 +6,10 @@
 #include <QShortcut>
 
 namespace {
-constexpr int kHelpDocument = 101;  // what the program is
-}
+
+constexpr int kHelpDocument = 101;
+
+}  // namespace
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setupUi(this);
@@ -15,7 +17,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     title.setPointSizeF(title.pointSizeF() * 1.8);
     title.setBold(true);
     lblName->setFont(title);
-    connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
     connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
             guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
 }
