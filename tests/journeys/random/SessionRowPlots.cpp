@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kClear = 9;  // pixels between a point that is clicked and every other
+constexpr int kClear = 6;  // pixels between a point that is clicked and every other
 
 bool isNear(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) < kClear && std::abs(a.y() - b.y()) < kClear;
