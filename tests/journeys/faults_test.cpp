@@ -201,7 +201,10 @@ TEST_F(Faults, NamesWithEveryKindOfCharacterGoThroughImportAndExport) {
         SCOPED_TRACE(name.toStdString());
         const std::string path = folder / name.toStdString();
         writeFile(path, sensorLines(10, 0));
-        boxes.tellBeginning(u"There are  10 valid records in this file."_s);
+        boxes.tell(
+            u"There are  10 valid records in this file.\n\nThere are  0 records in this file\n"
+            u"containing non-numeric or invalid numeric values."_s,
+            u"VARN-Tesl File Import Message"_s);
         importTrimbleFile(*main, entries(path));
         boxes.tell(u"Output data saved to "_s + fromPath(path), u"VARN-Tesl"_s);
         exportTransectFile(*main, fromPath(path));

@@ -100,7 +100,10 @@ TEST_F(OddMachines, DoNotRunOutOfMemoryBySixtyFourSurveys) {
                                  {}};
     std::int64_t afterFour = 0;
     for (int survey = 1; survey <= 64; ++survey) {
-        boxes.tellBeginning(u"There are  20000 valid records in this file."_s);
+        boxes.tell(
+            u"There are  20000 valid records in this file.\n\nThere are  0 records in this file\n"
+            u"containing non-numeric or invalid numeric values."_s,
+            u"VARN-Tesl File Import Message"_s);
         importTrimbleFile(*main, entries);
         chooseItem(*main, u"mnuX"_s);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
