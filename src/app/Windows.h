@@ -4,9 +4,9 @@ class QWidget;
 
 // How windows come up. Both show the window, raise it, and delete it when it is closed.
 
-/// For windows that edit the survey or depend on its staying as it is: blocks the main window's hierarchy, while
-/// the help viewer, which has no parent, can be read and used. The window needs the main window, or a window
-/// above it, as parent.
+/// For windows that edit the survey or depend on its staying as it is: blocks the main window's hierarchy,
+/// while the help viewer, which has no parent, can be read and used. The window needs the main window, or a
+/// window above it, as parent.
 void showModal(QWidget* window);
 
 /// For windows that only show: the main window stays usable.
