@@ -53,3 +53,26 @@ SiteIndex removeSites(Survey& survey, std::span<const std::uint8_t> marks) {
     if (survey.SiteIDPresent) compact(survey.SiteID.data(), used);
     return before - survey.NumSites;
 }
+
+void closeGaps(double* values, SiteIndex count, std::span<const SiteIndex> removed) {
+    if (removed.empty()) return;
+    double* free = values + removed.front();
+    for (std::size_t i = 0; i < removed.size(); ++i) {
+        const SiteIndex next = i + 1 < removed.size() ? removed[i + 1] : count;
+        free = std::copy(values + removed[i] + 1, values + next, free);
+    }
+}
+
+SiteIndex removeSitesAt(Survey& survey, std::span<const SiteIndex> removed) {
+    const auto gone = static_cast<SiteIndex>(removed.size());
+    const SiteIndex before = survey.NumSites;
+    const auto take = [&](double* values) {
+        closeGaps(values, before, removed);
+        std::fill(values + (before - gone), values + before, 0.0);
+    };
+    for (int column = 0; column < kSiteColumns; ++column)
+        take(survey.SiteData.column(column));
+    if (survey.SiteIDPresent) take(survey.SiteID.data());
+    survey.NumSites = before - gone;
+    return gone;
+}

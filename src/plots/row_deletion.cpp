@@ -4,16 +4,18 @@
 #include "plots/row_sites.h"
 #include "rows/row_detection.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
 
-std::vector<std::uint8_t> marksOf(const RowSelection& selection, RowSites sites, SiteIndex numSites) {
-    std::vector<std::uint8_t> marks(static_cast<std::size_t>(numSites), 0);
-    for (int i = 0; i < selection.SelCount; ++i)
-        marks[static_cast<std::size_t>(sites.first + selection.SelPoints[static_cast<std::size_t>(i)] - 1)] =
-            1;
-    return marks;
+std::vector<SiteIndex> indicesOf(const RowSelection& selection, RowSites sites) {
+    std::vector<SiteIndex> indices(selection.SelPoints.begin(),
+                                   selection.SelPoints.begin() + selection.SelCount);
+    for (SiteIndex& index : indices)
+        index += sites.first - 1;
+    std::sort(indices.begin(), indices.end());
+    return indices;
 }
 
 void dropRow(Survey& survey, SiteIndex firstBehind) {
@@ -28,13 +30,14 @@ void dropRow(Survey& survey, SiteIndex firstBehind) {
 
 bool deleteSelectedSites(Survey& survey, int row, RowSelection& selection) {
     const RowSites sites = rowSites(survey, row);
-    const auto removed = removeSites(survey, marksOf(selection, sites, survey.NumSites));
+    const std::vector<SiteIndex> indices = indicesOf(selection, sites);
+    const SiteIndex removed = removeSitesAt(survey, indices);
     selection.clear();
     const bool emptied = removed > 0 && removed == sites.count;
     if (emptied)
         dropRow(survey, sites.first);
     else
         survey.NumPoints[static_cast<std::size_t>(row)] -= removed;
-    Calculate_Chosen_Distance(survey);
+    Distances_After_Removal(survey, indices);
     return emptied;
 }

@@ -1,6 +1,7 @@
 #include "rows/row_detection.h"
 
 #include "app/run_time_error.h"
+#include "app/site_removal.h"
 
 #include <algorithm>
 #include <array>
@@ -52,9 +53,45 @@ void fillDistances(const Survey& survey, std::vector<double>& distances, double&
     maximum = largest;
 }
 
-void fillAlong(const Survey& survey, int column, std::vector<double>& distances, double& maximum) {
+auto trueDistance(const Survey& survey) {
+    const double* const x = survey.SiteData.column(kX);
+    const double* const y = survey.SiteData.column(kY);
+    return [=](SiteIndex i) {
+        const double dx = x[i] - x[i - 1];
+        const double dy = y[i] - y[i - 1];
+        return std::sqrt(dx * dx + dy * dy);
+    };
+}
+
+auto distanceAlong(const Survey& survey, int column) {
     const double* const c = survey.SiteData.column(column);
-    fillDistances(survey, distances, maximum, [=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); });
+    return [=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); };
+}
+
+// Takes the distances of removed sites out and calculates those across the gaps. The largest is looked for
+// anew only if it may be among those that are gone.
+template <typename Distance>
+void closeDistanceGaps(const Survey& survey, std::span<const SiteIndex> removed,
+                       std::vector<double>& distances, double& maximum, Distance distance) {
+    const auto before = survey.NumSites + static_cast<SiteIndex>(removed.size());
+    if (removed.empty() || distances.size() != static_cast<std::size_t>(before) + 1)
+        return fillDistances(survey, distances, maximum, distance);
+    double* const out = distances.data();
+    double gone = 0;
+    for (const SiteIndex site : removed)
+        gone = std::max({gone, out[site], out[site + 1]});
+    closeGaps(out, before, removed);
+    distances.resize(static_cast<std::size_t>(survey.NumSites) + 1);
+    double across = 0;
+    for (std::size_t i = 0; i < removed.size(); ++i) {
+        const SiteIndex behind = removed[i] - static_cast<SiteIndex>(i);
+        const bool between = behind > 0 && behind < survey.NumSites;
+        distances[static_cast<std::size_t>(behind)] = between ? distance(behind) : 0;
+        across = std::max(across, distances[static_cast<std::size_t>(behind)]);
+    }
+    distances.front() = distances.back() = 0;
+    if (gone >= maximum || !std::isfinite(across)) return fillDistances(survey, distances, maximum, distance);
+    maximum = std::max(maximum, across);
 }
 
 const std::vector<double>* chosenDistances(const Survey& survey) {
@@ -78,21 +115,15 @@ int numberSites(Survey& survey, const double* distances) {
 }  // namespace
 
 void Calculate_Distance(Survey& survey) {
-    const double* const x = survey.SiteData.column(kX);
-    const double* const y = survey.SiteData.column(kY);
-    fillDistances(survey, survey.TrueDist, survey.MaxTrueDist, [=](SiteIndex i) {
-        const double dx = x[i] - x[i - 1];
-        const double dy = y[i] - y[i - 1];
-        return std::sqrt(dx * dx + dy * dy);
-    });
+    fillDistances(survey, survey.TrueDist, survey.MaxTrueDist, trueDistance(survey));
 }
 
 void Calculate_X_Distance(Survey& survey) {
-    fillAlong(survey, kX, survey.XDist, survey.MaxXDist);
+    fillDistances(survey, survey.XDist, survey.MaxXDist, distanceAlong(survey, kX));
 }
 
 void Calculate_Y_Distance(Survey& survey) {
-    fillAlong(survey, kY, survey.YDist, survey.MaxYDist);
+    fillDistances(survey, survey.YDist, survey.MaxYDist, distanceAlong(survey, kY));
 }
 
 void Calculate_Chosen_Distance(Survey& survey) {
@@ -102,6 +133,15 @@ void Calculate_Chosen_Distance(Survey& survey) {
         Calculate_X_Distance(survey);
     else if (survey.UseYDist)
         Calculate_Y_Distance(survey);
+}
+
+void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed) {
+    if (survey.UseTrueDist)
+        closeDistanceGaps(survey, removed, survey.TrueDist, survey.MaxTrueDist, trueDistance(survey));
+    else if (survey.UseXDist)
+        closeDistanceGaps(survey, removed, survey.XDist, survey.MaxXDist, distanceAlong(survey, kX));
+    else if (survey.UseYDist)
+        closeDistanceGaps(survey, removed, survey.YDist, survey.MaxYDist, distanceAlong(survey, kY));
 }
 
 RowDetection Assign_Row(Survey& survey) {

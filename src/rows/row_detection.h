@@ -2,6 +2,8 @@
 
 #include "app/survey.h"
 
+#include <span>
+
 // Rows (transects) are found from the gaps between consecutive sites, which a logger writes in driving order:
 // a gap longer than MinDistance starts a new row.
 
@@ -22,6 +24,12 @@ void Calculate_Y_Distance(Survey& survey);
 
 /// Calculates the distances of the measure chosen (UseTrueDist, else UseXDist, else UseYDist); none, nothing.
 void Calculate_Chosen_Distance(Survey& survey);
+
+/// Brings the distances of the measure chosen in step with sites that have been removed, given the indices
+/// they had (ascending, each once): the result is that of Calculate_Chosen_Distance, but only the distances
+/// across a gap are calculated. Requires distances that were in step before; arrays of another length are
+/// filled anew. Throws overflow as Calculate_Distance does.
+void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed);
 
 /// Writes the row column from the distances of the measure chosen, which must have been calculated. The gap
 /// behind site 0 is never looked at: sites 0 and 1 share row 1 however far apart they are. With no measure

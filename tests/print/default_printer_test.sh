@@ -23,7 +23,7 @@ done
 [ -x /usr/lib/cups/backend/cups-pdf ] && [ -f "$ppd" ] || leave_out "printer-driver-cups-pdf is not installed"
 [ "$(id -u)" = 0 ] && [ -w /etc/cups ] || leave_out "a print system of one's own needs root"
 
-work=$(mktemp -d /tmp/tessel-print.XXXXXX)
+work=$(mktemp -d -t tessel-print.XXXXXX)
 cups=
 # The printer's own settings are looked for here, wherever the print system has its own.
 settings=/etc/cups/cups-pdf-$(basename "$work").conf
