@@ -2,7 +2,7 @@
 
 #include "app/FileDialogs.h"
 #include "app/run_time_error.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/temporary_folder.h"
 
 #include <QPainter>
@@ -55,7 +55,7 @@ TEST_F(PrintingFailure, WhenTheDiskIsFullLeavesTheOldFile) {
     writeFile(target, "old");
     std::string description;
     {
-        const FileSizeLimit limit(4'000);
+        const FullDisk limit(4'000);
         description = failure();
     }
     EXPECT_EQ(description.find(target + " cannot be written: there is no room for the page in "), 0U)

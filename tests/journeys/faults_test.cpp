@@ -6,7 +6,7 @@
 #include "app/survey.h"
 #include "main.h"
 #include "support/ExpectedBoxes.h"
-#include "support/FileSizeLimit.h"
+#include "support/FullDisk.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
@@ -92,13 +92,21 @@ class Faults : public testing::Test {
 
 }  // namespace
 
-TEST_F(Faults, ADiskThatIsFullWhileTheErrorLogIsWrittenRefusesTheImport) {
+TEST_F(Faults, ADiskThatIsFullWhileTheErrorLogIsWrittenLeavesTheOldLogAndIsReported) {
     writeFile(folder / "survey.dat", sensorLines(10, 20'000));
-    boxes.tell(fromPath(folder / "error_log.dat") + u" cannot be written: File too large"_s);
+    boxes.tell(u"The error log could not be written:\n"_s + fromPath(folder / "error_log.dat") +
+               u" cannot be written: File too large\n\nThe file has been read without it."_s);
+    boxes.tell(
+        u"There are  10 valid records in this file.\n\nThere are  20000 records in this file\n"
+        u"containing non-numeric or invalid numeric values.\n\n"
+        u"Please refer to the error_log.dat text file for more details."_s,
+        u"VARN-Tesl File Import Message"_s);
     {
-        const FileSizeLimit limit(300'000);
+        const FullDisk limit(300'000);
         importTrimbleFile(*main, entries(folder / "survey.dat"));
     }
+    before = theSurvey();
+    EXPECT_EQ(before.NumSites, 10);
     expectAllAsBefore();
 }
 
@@ -110,7 +118,7 @@ TEST_F(Faults, ADiskThatIsFullWhileTheTransectFileIsWrittenLeavesTheOldOne) {
     writeFile(folder / "out.txt", "old");
     const std::size_t files = filesIn(folder.path());
     {
-        const FileSizeLimit limit(300'000);
+        const FullDisk limit(300'000);
         expectExportFails(folder / "out.txt", u"File too large"_s);
     }
     EXPECT_EQ(readFile(folder / "out.txt"), "old");
