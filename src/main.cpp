@@ -57,34 +57,40 @@ class Program : public QObject {
 
   private:
     void joinFile() {
-        on(main_.mnuOpen, [this] { import_.mnuOpen_Click(); });
+        on(main_.mnuOpen, [this] {
+            delete rowDialog_;
+            import_.mnuOpen_Click();
+        });
         on(main_.mnuOpen2, [this] {
             auto* const window = new frmGeneric(main_);
             connect(window, &frmGeneric::imported, this, [this] { surveyReplaced(); });
-            showModal(window);
+            showAlone(window);
         });
-        on(main_.mnuSave, [this] { showModal(new frmOutput(&main_)); });
+        on(main_.mnuSave, [this] { showAlone(new frmOutput(&main_)); });
     }
 
     void joinEdit() {
         on(main_.mnuIDEW, withSites([this] {
                auto* const window = new frmClip(main_);
                connect(window, &frmClip::surveyChanged, this, [this] { surveyChanged(); });
-               showModal(window);
+               showAlone(window);
            }));
         on(main_.mnuX, withRows([this] { rowEditor_->mnuX_Click(); }));
         on(main_.mnuY, withRows([this] { rowEditor_->mnuY_Click(); }));
-        on(main_.mnuData, withSites([this] { showModal(rowDialog()); }));
+        on(main_.mnuData, withSites([this] {
+               delete rowDialog_;
+               showModal(rowDialog());
+           }));
         on(main_.mnuAdjust, withSites([this] {
                auto* const window = new frmAdjustData(&main_);
                connect(window, &frmAdjustData::readingsChanged, this, [this] { surveyChanged(); });
-               showModal(window);
+               showAlone(window);
            }));
     }
 
     void joinReviewAndPlot() {
         on(main_.mnuStat, withRows([this] { showAfresh(statistics_, new frmStat(&main_)); }));
-        on(main_.mnuEL, [this] { mnuEL_Click(&main_); });
+        on(main_.mnuEL, [this] { mnuEL_Click(); });
         on(main_.mnuTrue_Dis, withSites([this] { lag_.mnuTrue_Dis_Click(); }));
         on(main_.mnuX_Dis, withSites([this] { lag_.mnuX_Dis_Click(); }));
         on(main_.mnuY_Dis, withSites([this] { lag_.mnuY_Dis_Click(); }));
@@ -112,6 +118,12 @@ class Program : public QObject {
             showAfresh(correlation_, new frmSigCorrStruct(&main_));
         else
             tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
+    }
+
+    // A row dialog that is open beside the main window could change the survey beneath this one.
+    void showAlone(QWidget* window) {
+        delete rowDialog_;
+        showModal(window);
     }
 
     // Of each window that only shows there is one, and it shows the survey as it is when it is opened.
@@ -144,11 +156,23 @@ class Program : public QObject {
 
     void describeSurvey() {
         const Survey& survey = theSurvey();
-        if (survey.NumSites == 0) return main_.setInvitation(u"The survey has no sites."_s);
-        const QLocale words = QLocale::c();
-        main_.setInvitation(
-            u"%1 sites in %2 rows\nThe Plot menu shows them, the Edit menu cleans them."_s.arg(
-                words.toString(survey.NumSites), words.toString(survey.NumRows)));
+        const QString sites = counted(survey.NumSites, u"site"_s);
+        if (survey.NumSites == 0)
+            main_.setInvitation(u"The survey has no sites."_s);
+        else if (rowsAreUsable(survey))
+            main_.setInvitation(u"%1 in %2\nThe Plot menu shows them, the Edit menu cleans them."_s.arg(
+                sites, counted(survey.NumRows, u"row"_s)));
+        else if (survey.RowIndex > kMaxRows)
+            main_.setInvitation(
+                u"%1, in too many rows\n"
+                u"Edit, then “Delete / Join / Re-calculate Rows” takes a larger distance"_s.arg(sites));
+        else
+            main_.setInvitation(
+                u"%1, with row numbers that are of no use\nImport another sensor file"_s.arg(sites));
+    }
+
+    static QString counted(qlonglong number, const QString& what) {
+        return QLocale::c().toString(number) + u' ' + (number == 1 ? what : what + u's');
     }
 
     int helpOfView() const {
@@ -196,6 +220,7 @@ std::unique_ptr<frmMain> createProgram() {
 int main(int argc, char** argv) {
     Application application(argc, argv);
     Application::setApplicationName(u"varn-tessel"_s);
+    Application::setDesktopFileName(u"varn-tessel"_s);
     Application::setWindowIcon(programIcon());
     findProgramDirectories(
         theSession(), Application::applicationDirPath().toStdString(),

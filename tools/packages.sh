@@ -4,6 +4,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev libgl-dev 
 display_packages=(xvfb)
 test_packages=(libgtest-dev clang-format clang-tidy poppler-utils
     appstream desktop-file-utils dpkg-dev file lintian man-db)
+fuzz_packages=(clang libclang-rt-14-dev)
 
 say() { printf '== %s\n' "$*"; }
 

@@ -114,6 +114,11 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     if (parent) move(parent->window()->pos() + offset.toPoint());
     for (QWidget* widget : QList<QWidget*>{Label1, Label2, HG1, HG2, frameHG})
         widget->hide();
+    // A histogram is whole or it is none, on the screen as on paper.
+    for (PictureBox* box : {HG1, HG2}) {
+        box->setZoomable(false);
+        box->setFocusPolicy(Qt::NoFocus);
+    }
     connect(HG1, &PictureBox::redrawNeeded, this, &frmHistForm::drawEM1);
     connect(HG2, &PictureBox::redrawNeeded, this, &frmHistForm::drawEM2);
     connect(mnuPlot, &QAction::triggered, this, guarded(this, [this] { mnuPlot_Click(); }));
@@ -170,7 +175,6 @@ void frmHistForm::DetermineHGD2() {
 
 void frmHistForm::showEM1(int meanMark) {
     plotted1_ = {em1_.frequencies, meanMark};
-    HG1->setScale(PictureBox::Scale{});
     lblHint->hide();
     Label1->show();
     HG1->show();
@@ -179,7 +183,6 @@ void frmHistForm::showEM1(int meanMark) {
 
 void frmHistForm::showEM2(int meanMark) {
     plotted2_ = {em2_.frequencies, meanMark};
-    HG2->setScale(PictureBox::Scale{});
     Label2->show();
     HG2->show();
     drawEM2();

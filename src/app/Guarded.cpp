@@ -3,6 +3,7 @@
 #include "app/MessageBox.h"
 #include "app/run_time_error.h"
 
+#include <csignal>
 #include <new>
 
 namespace {
@@ -25,6 +26,11 @@ QString descriptionOfCurrentException() {
 
 void reportRunTimeError(QWidget* parent) {
     tell(parent, descriptionOfCurrentException());
+}
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    // Handled rather than ignored: what is ignored would be inherited by the editors that we start.
+    std::signal(SIGXFSZ, [](int) {});
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -39,11 +39,12 @@ class Hourglass {
 };
 
 /// The application: an exception that leaves an event handler is reported like those in guarded slots, so
-/// that no event can end the program.
+/// that no event can end the program. A file that outgrows the process's limit is an error of writing like a
+/// full disk, not its end.
 class Application : public QApplication {
     Q_OBJECT
 
   public:
-    using QApplication::QApplication;
+    Application(int& argc, char** argv);
     bool notify(QObject* receiver, QEvent* event) override;
 };

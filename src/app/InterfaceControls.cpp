@@ -24,7 +24,7 @@ void setResolution(QWidget* parent, double printScale, int dpi) {
 
 }  // namespace
 
-void mnuEL_Click(QWidget*) {
+void mnuEL_Click() {
     const std::string log = theSession().DataDir + "/error_log.dat";
     if (!QFileInfo::exists(fromPath(log))) throw RunTimeError::file(log, "cannot be opened", ENOENT);
     startTextEditor(log);

@@ -6,7 +6,7 @@ class QWidget;
 
 /// Opens the error log of the last import in the text editor. Throws RunTimeError when there is none or the
 /// editor cannot be started.
-void mnuEL_Click(QWidget* parent);
+void mnuEL_Click();
 
 /// Asks for another text editor, in force until the program ends; the settings file is not written.
 void mnusetDTE_Click(QWidget* parent);

@@ -1,8 +1,11 @@
 #include "app/MessageBox.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -13,6 +16,17 @@ MessageResponder& currentResponder() {
 }
 
 int beeps = 0;
+
+// Messages have lines of their own, which the box would break anew at half their length. Only those that the
+// screen has no room for are broken, at blanks; and a box of few words leaves room for its title.
+void keepLines(QMessageBox& box) {
+    auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (label == nullptr) return;
+    const QFontMetrics metrics = label->fontMetrics();
+    const int title = metrics.horizontalAdvance(box.windowTitle()) * 3 / 2;
+    const int wanted = std::max(title, metrics.size(0, box.text()).width());
+    label->setMinimumWidth(std::min(wanted, box.screen()->availableSize().width() * 2 / 3));
+}
 
 bool showOnScreen(QWidget* parent, const MessageBox& message) {
     const auto icon = message.question ? QMessageBox::Question : QMessageBox::Information;
@@ -28,6 +42,7 @@ bool showOnScreen(QWidget* parent, const MessageBox& message) {
     } else {
         box.setStandardButtons(QMessageBox::Ok);
     }
+    keepLines(box);
     return box.exec() != QMessageBox::No;
 }
 

@@ -340,7 +340,7 @@ void PictureBox::changeScaleByUser(const Scale& scale) {
     Scale wanted = scale;
     wanted.left = std::clamp(wanted.left, -kFarthest, kFarthest);
     wanted.top = std::clamp(wanted.top, -kFarthest, kFarthest);
-    if (wanted == scale_) return;
+    if (!zoomable_ || wanted == scale_) return;
     setScale(wanted);
     Q_EMIT redrawNeeded();
 }

@@ -38,6 +38,9 @@ class PictureBox : public QWidget {
     void setScale(const Scale& scale);
     void setScale(double left, double top, double width, double height);
 
+    /// Whether the user may zoom and move the scale, as at first.
+    void setZoomable(bool on) { zoomable_ = on; }
+
     /// In device-independent pixels, 1 at first; for points, lines and outlines.
     void setPenWidth(double pixels) { penWidth_ = pixels; }
     double penWidth() const { return penWidth_; }
@@ -122,6 +125,7 @@ class PictureBox : public QWidget {
     void paintOverlays(QPainter& painter) const;
 
     Scale scale_;
+    bool zoomable_ = true;
     double penWidth_ = 1;
     QImage picture_;
     std::optional<Band> band_;

@@ -1,11 +1,11 @@
 #include "app/Printing.h"
 
 #include "app/FileDialogs.h"
+#include "app/file_replacement.h"
 #include "app/run_time_error.h"
 #include "app/survey.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -13,6 +13,8 @@
 
 #include <cmath>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -32,22 +34,27 @@ void drawPage(QPrinter& printer, const std::string& target, const PageDrawing& d
         throw RunTimeError::file(target, "cannot be printed on", "the print job failed");
 }
 
-// Written beside its name first, so that a failure leaves an existing file as it was.
-void drawPdf(QPrinter& printer, const QString& path, const PageDrawing& draw) {
-    const QString beside = path + QStringLiteral(".tessel-part");
+// The PDF engine keeps silent about what it could not write: only a whole file ends like this.
+bool isWholePdf(const QByteArray& pdf) {
+    return pdf.trimmed().endsWith("%%EOF");
+}
+
+// Drawn in the folder for temporary files first, so that a failure leaves an existing file as it was.
+void drawPdf(QPrinter& printer, const std::string& path, const PageDrawing& draw) {
+    FileReplacement target(path);
+    const QTemporaryDir folder;
+    if (!folder.isValid())
+        throw RunTimeError::file(path, "cannot be written", folder.errorString().toStdString());
+    QFile page(folder.filePath(u"page.pdf"_s));
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(beside);
-    try {
-        drawPage(printer, toPath(path), draw);
-    } catch (...) {
-        QFile::remove(beside);
-        throw;
-    }
-    if (::rename(toPath(beside).c_str(), toPath(path).c_str()) != 0) {
-        const int reason = errno;
-        QFile::remove(beside);
-        throw RunTimeError::file(toPath(path), "cannot be written", reason);
-    }
+    printer.setOutputFileName(page.fileName());
+    drawPage(printer, path, draw);
+    const QByteArray pdf = page.open(QIODevice::ReadOnly) ? page.readAll() : QByteArray();
+    if (!isWholePdf(pdf))
+        throw RunTimeError::file(path, "cannot be written",
+                                 "there is no room for the page in " + toPath(folder.path()));
+    target.write({pdf.constData(), static_cast<std::size_t>(pdf.size())});
+    target.commit();
 }
 
 }  // namespace
@@ -68,7 +75,7 @@ bool printPage(QWidget* parent, const QString& documentName, const PageDrawing& 
     if (path.isEmpty())
         drawPage(printer, name.toStdString(), draw);
     else
-        drawPdf(printer, path, draw);
+        drawPdf(printer, toPath(path), draw);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "app/column_statistics.h"
 
+#include "app/compensated_sum.h"
 #include "app/run_time_error.h"
 
 #include <algorithm>
@@ -11,31 +12,12 @@ int clampColumn(int column) {
     return std::clamp<int>(column, kX, kEM2);
 }
 
-double requireFinite(double value) {
-    if (!std::isfinite(value)) throw RunTimeError::overflow();
-    return value;
-}
-
-// A sum in two parts: the Double nearest to it and what that left out.
-struct Sum {
-    double value = 0;
-    double lost = 0;
-
-    void add(double term) {
-        const double before = value;
-        value = before + term;
-        const double part = value - before;  // Knuth's two-sum: exact without a comparison
-        lost += (before - (value - part)) + (term - part);
-    }
-    double rounded() const { return requireFinite(value + lost); }
-};
-
 // Sums f(i) over all sites in four independent running sums, each compensated (A. Neumaier, 1974), so that a
 // million readings keep the digits of a few; four, so that the additions overlap.
 template <typename Term>
-Sum sumOverSites(SiteIndex sites, Term term) {
+CompensatedSum sumOverSites(SiteIndex sites, Term term) {
     constexpr int kLanes = 4;
-    Sum lanes[kLanes];
+    CompensatedSum lanes[kLanes];
     SiteIndex i = 0;
     for (; i + kLanes <= sites; i += kLanes)
         for (int lane = 0; lane < kLanes; ++lane)
@@ -52,7 +34,7 @@ Sum sumOverSites(SiteIndex sites, Term term) {
 // The Double nearest to the mean, so that a constant column has exactly its constant as mean.
 double meanOf(const double* values, SiteIndex count) {
     if (count < 1) throw RunTimeError::divisionByZero();
-    const Sum sum = sumOverSites(count, [=](SiteIndex i) { return values[i]; });
+    const CompensatedSum sum = sumOverSites(count, [=](SiteIndex i) { return values[i]; });
     const auto divisor = static_cast<double>(count);
     const double quotient = sum.rounded() / divisor;
     const double remainder = std::fma(-quotient, divisor, sum.value) + sum.lost;

@@ -1,6 +1,15 @@
 #include "app/frmAbout.h"
 
 #include "app/Guarded.h"
+#include "app/HelpOpener.h"
+
+#include <QShortcut>
+
+namespace {
+
+constexpr int kHelpDocument = 101;
+
+}  // namespace
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     setupUi(this);
@@ -8,5 +17,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     title.setPointSizeF(title.pointSizeF() * 1.8);
     title.setBold(true);
     lblName->setFont(title);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            guarded(this, [this] { openHelp(this, kHelpDocument); }));
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
 }

@@ -56,7 +56,12 @@ LineReader::LineReader(const std::string& path) : path_(path), buffer_(kBlock) {
     }
     fileSize_ = status.st_size;
     position_ = end_ = buffer_.data();
-    skipByteOrderMark();
+    try {
+        skipByteOrderMark();
+    } catch (...) {
+        ::close(file_);
+        throw;
+    }
 }
 
 LineReader::~LineReader() {

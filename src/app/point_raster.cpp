@@ -84,7 +84,8 @@ void writeStamps(const Raster& raster, const RasterMap& map, const Stamp& stamp,
 
 // A stamp that is a square of one colour, as the pens of dots on a map are.
 bool isBlock(const Stamp& stamp, int size) {
-    return stamp.size == size && stamp.opaque.size() == static_cast<std::size_t>(size * size) &&
+    return stamp.size == size &&
+           stamp.opaque.size() == static_cast<std::size_t>(size) * static_cast<std::size_t>(size) &&
            std::all_of(stamp.opaque.begin(), stamp.opaque.end(),
                        [&](const Stamp::Pixel& p) { return p.colour == stamp.opaque.front().colour; });
 }

@@ -68,6 +68,8 @@ char* writeDigits(char* out, std::uint64_t value, int count) {
 std::int64_t wholeUnits(double magnitude, double scale) {
     const double scaled = magnitude * scale;
     if (!(scaled < 999'999'999'999'999.0)) return -1;
+    // A unit rounded wrongly does not divide back to the magnitude.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     const auto units = static_cast<std::int64_t>(scaled + 0.5);
     return static_cast<double>(units) / scale == magnitude ? units : -1;
 }

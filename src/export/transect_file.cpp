@@ -46,7 +46,8 @@ Fields chooseFields(const Survey& survey, const TransectFormat& format) {
 // zone, so that a copy of fixed length serves.
 char* fillZone(char* fieldStart, char* fieldEnd) {
     std::memset(fieldEnd, ' ', kPrintZone);
-    return fieldStart + (fieldEnd - fieldStart <= kPrintZone ? 1 : 2) * kPrintZone;
+    const std::ptrdiff_t zones = fieldEnd - fieldStart <= kPrintZone ? 1 : 2;
+    return fieldStart + zones * kPrintZone;
 }
 
 char* writeLine(char* out, const Fields& fields, SiteIndex site) {

@@ -9,23 +9,31 @@ std::string errorLogPath(const Session& session) {
 }
 
 ErrorLog::ErrorLog(const std::string& path) {
+    attempt([&] { file_.emplace(path); });
+}
+
+template <typename Action>
+void ErrorLog::attempt(Action action) {
     try {
-        file_.emplace(path);
+        action();
     } catch (const RunTimeError& error) {
         problem_ = error.description();
+        file_.reset();
     }
 }
 
 void ErrorLog::reject(std::int64_t lineNumber, std::string_view text, std::string_view reason) {
     if (!file_) return;
-    file_->write("Line #");
-    file_->write(numberField(lineNumber));
-    file_->write(" ");
-    file_->write(text);
-    file_->write(reason);
-    file_->write("\r\n");
+    attempt([&] {
+        file_->write("Line #");
+        file_->write(numberField(lineNumber));
+        file_->write(" ");
+        file_->write(text);
+        file_->write(reason);
+        file_->write("\r\n");
+    });
 }
 
 void ErrorLog::commit() {
-    if (file_) file_->commit();
+    if (file_) attempt([&] { file_->commit(); });
 }

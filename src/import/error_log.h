@@ -28,22 +28,25 @@ std::string errorLogPath(const Session& session);
 /// The error log of one import: one line for each rejected one, ended by CR LF:
 /// "Line # 17 ", the line or the record's values byte for byte, the reason. It takes the place of the last
 /// import's log when it is committed; an import that fails leaves that one as it was.
+///
+/// A log that cannot be written (no permission, disk full) is no reason to refuse the import: problem() then
+/// tells, nothing more is written, and the last import's log stays.
 class ErrorLog {
   public:
-    /// A log that cannot be created is no reason to refuse the import: problem() then tells, and nothing is
-    /// written.
     explicit ErrorLog(const std::string& path);
 
-    /// Throws RunTimeError when writing fails (disk full).
     void reject(std::int64_t lineNumber, std::string_view text, std::string_view reason);
 
-    /// Puts the log in place. Throws RunTimeError when that fails.
+    /// Puts the log in place.
     void commit();
 
-    /// Path and the system's reason if the log could not be created, else empty.
+    /// Path and the system's reason if the log could not be created, written or put in place, else empty.
     const std::string& problem() const { return problem_; }
 
   private:
+    template <typename Action>
+    void attempt(Action action);
+
     std::optional<FileReplacement> file_;
     std::string problem_;
 };

@@ -51,6 +51,10 @@ void frmDataControl::Command1_Click() {
         refuse(isNumeric(cutoff) ? *Text2 : *Text1, u"Non-numeric EM-cutoff or Minimum distance Input"_s);
         return;
     }
+    if (cutoff.empty() || distance.empty()) {  // which the check above has refused already
+        refuse(cutoff.empty() ? *Text1 : *Text2, u"Invalid EM-cutoff or Minimum distance Input"_s);
+        return;
+    }
     if (survey.MinDistance < 0) {  // 0 may pass, whatever the message says
         refuse(*Text2, u"Error: Minimum distance must be > 0"_s);
         return;

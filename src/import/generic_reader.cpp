@@ -227,12 +227,12 @@ GenericImportResult importGenericFile(const GenericOptions& options, const Surve
     survey = parametersOf(parameters);
     if (!survey.UseTrueDist && !survey.UseXDist && !survey.UseYDist) survey.chooseDistance(1);
     ErrorLog log(options.errorLogPath);
-    result.logProblem = log.problem();
     result.dropped = readGenericFile(options, survey, log);
     if (survey.NumSites > 0) {
         result.rowCheck = checkRows(survey);
         if (result.rowCheck == RowCheck::Passed) completeRows(survey);
     }
     log.commit();
+    result.logProblem = log.problem();
     return result;
 }

@@ -45,7 +45,7 @@ struct GenericImportResult {
     Survey survey;             ///< a new one; NumRows is 0 unless the row check passed and there are sites
     std::int64_t dropped = 0;  ///< records read that are no site
     RowCheck rowCheck = RowCheck::Passed;
-    std::string logProblem;  ///< path and reason if the error log could not be created, else empty
+    std::string logProblem;  ///< path and reason if the error log could not be written, else empty
 };
 
 /// Reads a comma- or blank-delimited file into a new survey, dropping records that cannot be used into the
@@ -58,8 +58,7 @@ struct GenericImportResult {
 /// record, is a value that is not numeric. A quoted value is its content.
 ///
 /// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
-/// leaving the last import's error log, when the file cannot be read, the log cannot be written on, or a
-/// distance overflows.
+/// leaving the last import's error log, when the file cannot be read or a distance overflows.
 GenericImportResult importGenericFile(const GenericOptions& options, const Survey& parameters);
 
 /// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has

@@ -144,12 +144,12 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
 TrimbleImportResult importTrimbleFile(const TrimbleOptions& options) {
     TrimbleImportResult result;
     ErrorLog log(options.errorLogPath);
-    result.logProblem = log.problem();
     result.errors = readTrimbleFile(options, result.survey, log);
     if (result.survey.NumSites > 0) {
         Calculate_Chosen_Distance(result.survey);
         result.rows = Assign_Row(result.survey);
     }
     log.commit();
+    result.logProblem = log.problem();
     return result;
 }

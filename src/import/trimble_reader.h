@@ -30,12 +30,12 @@ struct TrimbleImportResult {
     Survey survey;            ///< a new one, with distances and rows when it has sites
     std::int64_t errors = 0;  ///< rejected lines
     RowDetection rows = RowDetection::Assigned;
-    std::string logProblem;  ///< path and reason if the error log could not be created, else empty
+    std::string logProblem;  ///< path and reason if the error log could not be written, else empty
 };
 
 /// Reads a fixed-column sensor file into a new survey, rejecting line by line what cannot be used into the
 /// error log, and finds distances and rows. Throws RunTimeError, leaving the last import's error log, when
-/// the file cannot be read, the log cannot be written on, or a distance overflows.
+/// the file cannot be read or a distance overflows.
 TrimbleImportResult importTrimbleFile(const TrimbleOptions& options);
 
 /// The reading alone: sites and parameters, NumRows 0. Returns the number of rejected lines.

@@ -3,6 +3,7 @@
 #include "app/run_time_error.h"
 #include "plots/ChartFrame.h"
 #include "plots/ChartPlot.h"
+#include "plots/chart_views.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -20,17 +21,10 @@ constexpr double kZoomStep = 0.8;
 /// Part of the view that Ctrl and an arrow key move.
 constexpr double kMoveStep = 0.1;
 
-/// The limits of an axis as they were set, and what is shown of them.
-struct AxisState {
-    Chart2D::Range set;
-    AxisView home;
-    AxisView view;
-
-    void setLimits(double minimum, double maximum) {
-        set = {minimum, maximum};
-        home = view = viewOfLimits(minimum, maximum);
-    }
-};
+ChartViews::Axis viewAxis(Chart2D::Axis axis) {
+    if (axis == Chart2D::Axis::X) return ChartViews::kX;
+    return axis == Chart2D::Axis::Y ? ChartViews::kY : ChartViews::kY2;
+}
 
 SeriesStyle firstStyle(int group) {
     if (group == Chart2D::kHighlight) return {ChartSymbol::Ring, ChartLine::None, 12};
@@ -58,14 +52,14 @@ struct Chart2D::Private {
         return all[static_cast<std::size_t>(number) - 1];
     }
 
-    AxisState& axis(Axis a) { return axes[static_cast<std::size_t>(a)]; }
-
     QCPAxis* plotAxis(Axis a) {
         if (a == Axis::X) return plot->xAxis;
         return a == Axis::Y ? plot->yAxis : plot->yAxis2;
     }
 
-    void showViews() { plot->setViews(axis(Axis::X).view, axis(Axis::Y).view, axis(Axis::Y2).view); }
+    void showViews() {
+        plot->setViews(views.view(ChartViews::kX), views.view(ChartViews::kY), views.view(ChartViews::kY2));
+    }
 
     /// In pixels of the chart. The plot is placed first: a hidden widget learns its size only when shown.
     PixelMap map(const QRect& whole, bool highlight) {
@@ -82,26 +76,17 @@ struct Chart2D::Private {
     }
 
     void zoom(double xFraction, double xFactor, double yFraction, double yFactor) {
-        for (const Axis a : {Axis::X, Axis::Y, Axis::Y2}) {
-            const bool isX = a == Axis::X;
-            AxisState& state = axis(a);
-            state.view = zoomed(state.view, state.home, isX ? xFraction : yFraction, isX ? xFactor : yFactor);
-        }
+        views.zoom(xFraction, xFactor, yFraction, yFactor);
         showViews();
     }
 
-    /// Moves the view by parts of its width and height, to the right and upwards.
     void move(double xFraction, double yFraction) {
-        for (const Axis a : {Axis::X, Axis::Y, Axis::Y2}) {
-            AxisState& state = axis(a);
-            state.view = moved(state.view, state.home, a == Axis::X ? xFraction : yFraction);
-        }
+        views.move(xFraction, yFraction);
         showViews();
     }
 
     std::array<std::vector<ChartSeries>, 2> groups;
-    std::array<AxisState, 3> axes;
-    bool y2Set = false;
+    ChartViews views;
     int batches = 0;
     ChartFrame frame;
     ChartPlot* plot;
@@ -198,14 +183,13 @@ void Chart2D::setSeriesName(Group group, int series, const QString& name) {
 }
 
 void Chart2D::setAxisRange(Axis axis, double minimum, double maximum) {
-    d_->axis(axis).setLimits(minimum, maximum);
-    if (axis == Axis::Y2) d_->y2Set = true;
-    if (axis == Axis::Y && !d_->y2Set) d_->axis(Axis::Y2).setLimits(minimum, maximum);
+    d_->views.setLimits(viewAxis(axis), minimum, maximum);
     d_->showViews();
 }
 
 Chart2D::Range Chart2D::axisRange(Axis axis) const {
-    return d_->axis(axis).set;
+    const ChartViews::Limits& limits = d_->views.limits(viewAxis(axis));
+    return {limits.minimum, limits.maximum};
 }
 
 void Chart2D::setAxisTitle(Axis axis, const QString& title) {
@@ -275,15 +259,17 @@ void Chart2D::hideCross() {
 }
 
 bool Chart2D::isZoomed() const {
-    return std::any_of(d_->axes.begin(), d_->axes.end(),
-                       [](const AxisState& axis) { return !(axis.view == axis.home); });
+    return d_->views.isZoomed();
 }
 
 void Chart2D::resetView() {
     if (!isZoomed()) return;
-    for (AxisState& axis : d_->axes)
-        axis.view = axis.home;
+    d_->views.reset();
     d_->showViews();
+}
+
+void Chart2D::alignSides(Chart2D& other) {
+    d_->plot->alignSides(*other.d_->plot);
 }
 
 void Chart2D::print(QPainter& painter, const QRectF& target) const {

@@ -118,6 +118,11 @@ class Chart2D : public QWidget {
     bool isZoomed() const;
     void resetView();
 
+    /// From now on the plot areas of both charts begin and end at the same distances from their charts'
+    /// sides, whatever their labels need, on the screen and on paper. For charts of equal width, one below
+    /// the other.
+    void alignSides(Chart2D& other);
+
     /// Draws header, plot as it is shown and footer into a rectangle of the painter; letters and symbols
     /// get the size on paper that they have on a screen of 96 dots an inch, at every resolution.
     void print(QPainter& painter, const QRectF& target) const;

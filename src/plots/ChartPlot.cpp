@@ -1,7 +1,5 @@
 #include "plots/ChartPlot.h"
 
-#include "plots/axis_ticks.h"
-
 #include <QPicture>
 
 #include <algorithm>
@@ -22,21 +20,27 @@ int steadyWidth(double width, const QFontMetricsF& metrics) {
     return int(std::ceil(std::ceil(width / step) * step));
 }
 
+double widthOf(const std::string& label, const QFontMetricsF& metrics) {
+    return metrics.horizontalAdvance(QString::fromStdString(label));
+}
+
+int lineHeight(const QCPAxis& axis) {
+    return int(std::ceil(QFontMetricsF(axis.tickLabelFont()).height()));
+}
+
 }  // namespace
 
 /// Ticks where they were laid out.
 class ChartPlot::Ticker : public QCPAxisTicker {
   public:
-    void choose(const QCPRange& range, const TickRoom& room) {
-        ticks_ = chooseTickStep(range.lower, range.upper, room);
-    }
-    QString label(double tick) const { return QString::fromStdString(tickLabel(tick, ticks_)); }
-    double step() const { return ticks_.step; }
+    void choose(const TickStep& ticks) { ticks_ = ticks; }
 
   protected:
     double getTickStep(const QCPRange&) override { return ticks_.step; }
     int getSubTickCount(double) override { return 0; }
-    QString getTickLabel(double tick, const QLocale&, QChar, int) override { return label(tick); }
+    QString getTickLabel(double tick, const QLocale&, QChar, int) override {
+        return QString::fromStdString(tickLabel(tick, ticks_));
+    }
 
   private:
     TickStep ticks_;
@@ -106,6 +110,13 @@ void ChartPlot::setTextFont(const QFont& font) {
     markStale();
 }
 
+void ChartPlot::alignSides(ChartPlot& other) {
+    companion_ = &other;
+    other.companion_ = this;
+    markStale();
+    other.markStale();
+}
+
 void ChartPlot::markStale() {
     stale_ = layoutStale_ = true;
     if (!held_) update();
@@ -119,7 +130,7 @@ void ChartPlot::hold(bool on) {
 PixelMap ChartPlot::map(bool highlight) {
     if (layoutStale_) {
         setViewport(rect());
-        layOut(size());
+        layOut(size(), companion_ ? companion_->size() : QSize());
         updateLayout();
         layoutStale_ = false;
     }
@@ -137,7 +148,7 @@ void ChartPlot::print(QPainter& painter, const QSize& size) {
     QPicture picture;
     QCPPainter recorder(&picture);
     recorder.setModes(QCPPainter::pmVectorized | QCPPainter::pmNoCaching);
-    layOut(size);
+    layOut(size, size);
     toPainter(&recorder, size.width(), size.height());
     recorder.end();
     layoutStale_ = true;
@@ -174,42 +185,78 @@ int ChartPlot::titleRoom(const QCPAxis& axis) const {
     return kTitlePadding + int(std::ceil(QFontMetricsF(axis.labelFont()).height()));
 }
 
-void ChartPlot::layOut(const QSize& size) {
+int ChartPlot::topMargin() const {
+    return lineHeight(*xAxis) / 2 + 2;
+}
+
+int ChartPlot::bottomMargin() const {
+    return kTickLength + kLabelPadding + lineHeight(*xAxis) + titleRoom(*xAxis) + kOuterMargin;
+}
+
+int ChartPlot::plotHeight(const QSize& size) const {
+    return std::max(1, size.height() - topMargin() - bottomMargin());
+}
+
+void ChartPlot::layOut(const QSize& size, const QSize& companionSize) {
+    const Sides own = ownSides(size);
+    Sides sides = own;
+    if (companion_) {
+        const Sides others = companion_->ownSides(companionSize);
+        sides = {std::max(own.left, others.left), std::max(own.right, others.right)};
+        if (!(own == sides_)) companion_->markStale();
+    }
+    sides_ = own;
     const bool second = showsSecondScale();
     yAxis2->setTicks(second);
     yAxis2->setTickLabels(second);
-    const int lineHeight = int(std::ceil(QFontMetricsF(xAxis->tickLabelFont()).height()));
-    const int top = lineHeight / 2 + 2;
-    const int bottom = kTickLength + kLabelPadding + lineHeight + titleRoom(*xAxis) + kOuterMargin;
-    const int height = std::max(1, size.height() - top - bottom);
-    const int left = layOutVertical(*yAxis, *yTicker_, height);
-    const int right = second ? layOutVertical(*yAxis2, *y2Ticker_, height) : kOuterMargin;
-    const int overhang = layOutHorizontal(std::max(1, size.width() - left - right));
-    axisRect()->setMargins(QMargins(std::max(left, overhang), top, std::max(right, overhang), bottom));
+    const int height = plotHeight(size);
+    xTicker_->choose(horizontalTicks(std::max(1, size.width() - sides.left - sides.right)));
+    yTicker_->choose(verticalTicks(*yAxis, height));
+    y2Ticker_->choose(verticalTicks(*yAxis2, height));
+    axisRect()->setMargins(QMargins(sides.left, topMargin(), sides.right, bottomMargin()));
 }
 
-int ChartPlot::layOutVertical(QCPAxis& axis, Ticker& ticker, int height) {
+ChartPlot::Sides ChartPlot::ownSides(const QSize& size) const {
+    const int height = plotHeight(size);
+    const int left = labelRoom(*yAxis, height);
+    const int right = showsSecondScale() ? labelRoom(*yAxis2, height) : kOuterMargin;
+    const int over = overhang(std::max(1, size.width() - left - right));
+    return {std::max(left, over), std::max(right, over)};
+}
+
+TickStep ChartPlot::verticalTicks(const QCPAxis& axis, int height) const {
+    const QFontMetricsF metrics(axis.tickLabelFont());
+    const auto extent = [&](const std::string&) { return metrics.height(); };
+    return chooseTickStep(axis.range().lower, axis.range().upper,
+                          {double(height), 44, metrics.height() * 0.4, extent});
+}
+
+TickStep ChartPlot::horizontalTicks(int width) const {
+    const QFontMetricsF metrics(xAxis->tickLabelFont());
+    const auto extent = [&](const std::string& label) { return widthOf(label, metrics); };
+    return chooseTickStep(xAxis->range().lower, xAxis->range().upper,
+                          {double(width), 90, metrics.averageCharWidth() * 2, extent});
+}
+
+/// The room beside a vertical axis of this height.
+int ChartPlot::labelRoom(const QCPAxis& axis, int height) const {
     const QFontMetricsF metrics(axis.tickLabelFont());
     const QCPRange range = axis.range();
-    ticker.choose(range, {double(height), 44, metrics.height() * 0.4,
-                          [&](const std::string&) { return metrics.height(); }});
+    const TickStep ticks = verticalTicks(axis, height);
     double widest = 0;
-    const double step = ticker.step();
-    for (double tick = std::ceil(range.lower / step); tick <= std::floor(range.upper / step); ++tick)
-        widest = std::max(widest, metrics.horizontalAdvance(ticker.label(tick * step)));
+    for (double tick = std::ceil(range.lower / ticks.step); tick <= std::floor(range.upper / ticks.step);
+         ++tick)
+        widest = std::max(widest, widthOf(tickLabel(tick * ticks.step, ticks), metrics));
     return kTickLength + kLabelPadding + steadyWidth(widest, metrics) + titleRoom(axis) + kOuterMargin;
 }
 
-/// Returns how far a label at the end of the axis can stand over.
-int ChartPlot::layOutHorizontal(int width) {
+/// How far a label at the end of a horizontal axis of this width can stand over.
+int ChartPlot::overhang(int width) const {
     const QFontMetricsF metrics(xAxis->tickLabelFont());
-    const auto extent = [&](const std::string& label) {
-        return metrics.horizontalAdvance(QString::fromStdString(label));
-    };
+    const TickStep ticks = horizontalTicks(width);
     const QCPRange range = xAxis->range();
-    xTicker_->choose(range, {double(width), 90, metrics.averageCharWidth() * 2, extent});
-    const double widest = std::max(metrics.horizontalAdvance(xTicker_->label(range.lower)),
-                                   metrics.horizontalAdvance(xTicker_->label(range.upper)));
+    const double widest = std::max(widthOf(tickLabel(range.lower, ticks), metrics),
+                                   widthOf(tickLabel(range.upper, ticks), metrics));
     return steadyWidth(widest / 2, metrics) + kOuterMargin;
 }
 

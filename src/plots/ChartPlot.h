@@ -2,8 +2,10 @@
 
 #include "plots/CustomPlot.h"
 #include "plots/SymbolPlottable.h"
+#include "plots/axis_ticks.h"
 
-#include <array>
+#include <QPointer>
+
 #include <optional>
 #include <vector>
 
@@ -18,6 +20,9 @@ class ChartPlot : public QCustomPlot {
     void setTitle(QCPAxis* axis, const QString& text);
     /// The font of titles and tick labels; its pixel size counts.
     void setTextFont(const QFont& font);
+
+    /// Both plots get the margins at their sides that the needier of them needs.
+    void alignSides(ChartPlot& other);
 
     void markStale();
     /// While held, paint events show the plot as it was.
@@ -39,11 +44,24 @@ class ChartPlot : public QCustomPlot {
 
   private:
     class Ticker;
+    /// The margins at the sides of the plot area.
+    struct Sides {
+        int left = 0;
+        int right = 0;
+        bool operator==(const Sides&) const = default;
+    };
     void styleAxes();
-    void layOut(const QSize& size);
+    void layOut(const QSize& size, const QSize& companionSize);
+    /// The margins that the labels of this plot need when it is of this size.
+    Sides ownSides(const QSize& size) const;
+    int topMargin() const;
+    int bottomMargin() const;
+    int plotHeight(const QSize& size) const;
     int titleRoom(const QCPAxis& axis) const;
-    int layOutVertical(QCPAxis& axis, Ticker& ticker, int height);
-    int layOutHorizontal(int width);
+    TickStep verticalTicks(const QCPAxis& axis, int height) const;
+    TickStep horizontalTicks(int width) const;
+    int labelRoom(const QCPAxis& axis, int height) const;
+    int overhang(int width) const;
     bool showsSecondScale() const;
     QRect crossRect();
     void drawCross();
@@ -52,6 +70,8 @@ class ChartPlot : public QCustomPlot {
     SymbolPlottable* highlight_;
     QSharedPointer<Ticker> xTicker_, yTicker_, y2Ticker_;
     std::optional<QPointF> cross_;
+    QPointer<ChartPlot> companion_;
+    Sides sides_;  ///< those that were needed when this plot was laid out last
     bool stale_ = true;
     bool layoutStale_ = true;
     bool held_ = false;

@@ -6,6 +6,7 @@
 #include "app/MessageBox.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
+#include "app/run_time_error.h"
 #include "plots/row_deletion.h"
 #include "plots/row_number.h"
 #include "plots/row_plot_texts.h"
@@ -63,6 +64,7 @@ RowPlotEditor::RowPlotEditor(frmMain& main)
     joinControls();
     joinChart(Chart2D3);
     joinChart(Chart2D4);
+    Chart2D4->alignSides(*Chart2D3);
     connect(&main, &frmMain::plotsHidden, this, &RowPlotEditor::closeEditor);
 }
 
@@ -322,7 +324,7 @@ void RowPlotEditor::toggle(qsizetype point) {
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(&main_);
-        const bool emptied = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+        const bool emptied = deleteSites();
         if (emptied)
             showEmptiedRow();
         else if (CurrentRow != 1)
@@ -334,6 +336,18 @@ void RowPlotEditor::Command5_Click() {
         followDeletion();
     }
     Q_EMIT surveyChanged();
+}
+
+bool RowPlotEditor::deleteSites() {
+    try {
+        return deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+    } catch (const RunTimeError&) {
+        // The sites are gone; charts that still show them must not stay.
+        followDeletion();
+        main_.hidePlots();
+        Q_EMIT surveyChanged();
+        throw;
+    }
 }
 
 // Its axes stand around the survey's extent, X horizontal in either orientation, and say so.

@@ -81,6 +81,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
     void drawHighlights();
     void showEmptiedRow();
     void showCharts();
+    bool deleteSites();
     void followDeletion();
 
     bool pick(const Chart2D& chart, QPoint pixel);

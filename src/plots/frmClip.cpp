@@ -7,14 +7,12 @@
 #include "app/frmMain.h"
 #include "app/numbers.h"
 #include "app/palette16.h"
+#include "app/run_time_error.h"
 
 #include <QCloseEvent>
-#include <QKeyEvent>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -23,8 +21,6 @@ namespace {
 constexpr double kDotPen = 2;
 constexpr double kRectanglePen = 1;
 constexpr qint64 kRefreshEvery = 33;  // milliseconds; the eye follows no more
-constexpr double kCrossStep = 10;     // pixels an arrow key moves the cross
-constexpr double kCrossFineStep = 1;  // with Shift
 
 QSize firstSize(const QScreen* screen) {
     return QSize(980, 760).boundedTo(screen->availableSize() * 0.92);
@@ -203,8 +199,7 @@ bool frmClip::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-// Pointer and keys on the map
-// --------------------------------------------------------------------------------
+// The pointer on the map ------------------------------------------------------------------------------------
 
 void frmClip::picMapZoom_MouseMove(double px, double py) {
     if (!mapShown_) return;
@@ -246,61 +241,7 @@ void frmClip::MaskSites(double& x1, double& y1, double& x2, double& y2) {
     showCounts();
 }
 
-void frmClip::escape() {
-    if (rectangleIsOpen())
-        abandonRectangle();
-    else
-        close();
-}
-
-void frmClip::abandonRectangle() {
-    ClickPhase = 1;
-    picMapZoom->hideRubberBand();
-    cmdClipOff->setEnabled(true);
-}
-
-void frmClip::keyPressEvent(QKeyEvent* event) {
-    if (!mapShown_ || !picMapZoom->hasFocus()) return QMainWindow::keyPressEvent(event);
-    const double step = event->modifiers().testFlag(Qt::ShiftModifier) ? kCrossFineStep : kCrossStep;
-    switch (event->key()) {
-        case Qt::Key_Left:
-            return moveCross(-step, 0);
-        case Qt::Key_Right:
-            return moveCross(step, 0);
-        case Qt::Key_Up:
-            return moveCross(0, -step);
-        case Qt::Key_Down:
-            return moveCross(0, step);
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            return setCornerAtCross();
-        default:
-            QMainWindow::keyPressEvent(event);
-    }
-}
-
-// Moves the cross by so many pixels, from where the pointer was last or from the middle when that is out of
-// sight.
-void frmClip::moveCross(double right, double down) {
-    const auto [left, top, width, height] = picMapZoom->scale();
-    const QRectF shown(left, top, width, height);
-    const QPointF from = cross_ && shown.contains(*cross_) ? *cross_ : shown.center();
-    const QSizeF pixel = picMapZoom->pixelSize();
-    const double x = std::clamp(from.x() + right * pixel.width(), shown.left(), shown.right());
-    const double y = std::clamp(from.y() + down * pixel.height(), shown.top(), shown.bottom());
-    crossShown_ = true;
-    picMapZoom->showCross(x, y);
-    picMapZoom_MouseMove(x, y);
-}
-
-void frmClip::setCornerAtCross() {
-    // A corner that nobody sees coming is none: the first Enter shows where the cross is.
-    if (!crossShown_) return moveCross(0, 0);
-    picMapZoom_MouseDown(cross_->x(), cross_->y());
-}
-
-// Clipping, deleting, restoring
-// ------------------------------------------------------------------------------
+// Clipping, deleting, restoring -----------------------------------------------------------------------------
 
 void frmClip::cmdClipOn_Click() {
     ClipMode = true;
@@ -315,6 +256,7 @@ void frmClip::cmdClipOn_Click() {
 
 void frmClip::cmdClipOff_Click() {
     ClipMode = false;
+    picMapZoom->setFocus();
     cmdClipOn->setEnabled(true);
     cmdClipOff->setEnabled(false);
     mnuV->setEnabled(true);
@@ -329,16 +271,33 @@ void frmClip::cmdDelete_Click() {
     if (ask(this,
             u"This action will permanently delete all currently masked site.\n"
             u"Are you sure you wish to delete these sites?"_s)) {
-        const SiteIndex removed = deleteMaskedSites(theSurvey(), SiteMask);
-        deleted_ += removed;
-        masked_ = 0;
-        showCounts();
-        mnuR->setEnabled(false);
-        cmdDelete->hide();
-        if (removed > 0) Q_EMIT surveyChanged();
+        deleteSites();
         tell(this, u"All masked sites have been deleted."_s);
     }
     DisplayMap();
+}
+
+void frmClip::deleteSites() {
+    const SiteIndex before = theSurvey().NumSites;
+    try {
+        deleteMaskedSites(theSurvey(), SiteMask);
+    } catch (const RunTimeError&) {
+        followDeletion(before);
+        DisplayMap();
+        throw;
+    }
+    followDeletion(before);
+}
+
+void frmClip::followDeletion(SiteIndex sitesBefore) {
+    const SiteIndex removed = sitesBefore - theSurvey().NumSites;
+    deleted_ += removed;
+    masked_ = 0;
+    showCounts();
+    mnuR->setEnabled(false);
+    picMapZoom->setFocus();
+    cmdDelete->hide();
+    if (removed > 0) Q_EMIT surveyChanged();
 }
 
 void frmClip::mnuRecover_Click() {
@@ -354,8 +313,7 @@ void frmClip::mnuRecover_Click() {
     DisplayMap();
 }
 
-// Closing
-// ----------------------------------------------------------------------------------------------------
+// Closing ---------------------------------------------------------------------------------------------------
 
 void frmClip::closeEvent(QCloseEvent* event) {
     event->setAccepted(Form_Unload());

@@ -62,6 +62,8 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void showLocation(double px, double py);
     void showCounts();
     void fillComboRow();
+    void deleteSites();
+    void followDeletion(SiteIndex sitesBefore);
     void checkRows();
     bool rectangleIsOpen() const { return ClickPhase == -1; }
     void escape();

@@ -60,17 +60,17 @@ frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
     operations_ = {
         {Option1, {{lblText2, Text2}, {lblText3, Text3}}, &frmDataEdit::joinRows, 0},
         {Option2, {{lblText4, Text4}}, &frmDataEdit::deleteRow, 0},
-        {Option3, {{lblText1, Text1}}, &frmDataEdit::recalculate, 1},
-        {Option4, {{lblText5, Text5}}, &frmDataEdit::recalculate, 2},
-        {Option5, {{lblText6, Text6}}, &frmDataEdit::recalculate, 3},
+        {Option3, {{lblText1, Text1, lblUnit1}}, &frmDataEdit::recalculate, 1},
+        {Option4, {{lblText5, Text5, lblUnit5}}, &frmDataEdit::recalculate, 2},
+        {Option5, {{lblText6, Text6, lblUnit6}}, &frmDataEdit::recalculate, 3},
     };
     for (const Operation& operation : operations_) {
         colourWhileChecked(*operation.option);
         connect(operation.option, &QRadioButton::toggled, this,
                 guarded(this, [this, &operation] { Option_Click(operation); }));
         for (const Input& input : operation.inputs) {
-            keepRoomWhenHidden(*input.label);
-            keepRoomWhenHidden(*input.box);
+            for (QWidget* widget : widgetsOf(input))
+                keepRoomWhenHidden(*widget);
             input.box->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000000"_s) + 16);
         }
     }
@@ -80,6 +80,12 @@ frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
     auto* const help = new QShortcut(QKeySequence::HelpContents, this);
     connect(help, &QShortcut::activated, cmdHelp, &QPushButton::click);
     Form_Load();
+}
+
+QList<QWidget*> frmDataEdit::widgetsOf(const Input& input) {
+    QList<QWidget*> widgets{input.label, input.box};
+    if (input.unit != nullptr) widgets << input.unit;
+    return widgets;
 }
 
 // The dialog as it opens: nothing chosen, nothing entered.
@@ -117,10 +123,9 @@ void frmDataEdit::changeEvent(QEvent* event) {
 
 void frmDataEdit::Option_Click(const Operation& operation) {
     const bool chosen = operation.option->isChecked();
-    for (const Input& input : operation.inputs) {
-        input.label->setVisible(chosen);
-        input.box->setVisible(chosen);
-    }
+    for (const Input& input : operation.inputs)
+        for (QWidget* widget : widgetsOf(input))
+            widget->setVisible(chosen);
     if (chosen) operation.inputs.first().box->setFocus();
 }
 

@@ -27,6 +27,7 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     struct Input {
         QLabel* label;
         QLineEdit* box;
+        QLabel* unit = nullptr;  ///< null for a row number
     };
     struct Operation {
         QRadioButton* option;
@@ -35,6 +36,7 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
         int distanceMode;  ///< of the recalculations
     };
 
+    static QList<QWidget*> widgetsOf(const Input& input);
     void Form_Load();
     void followRowLimit();
     void Option_Click(const Operation& operation);

@@ -1,38 +1,25 @@
 #include "rows/row_statistics.h"
 
-#include "app/run_time_error.h"
+#include "app/compensated_sum.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-double requireFinite(double value) {
-    if (!std::isfinite(value)) throw RunTimeError::overflow();
-    return value;
-}
-
-// A running mean that keeps its digits: a sum about the first value, so that a large offset costs none, and
-// with what each addition rounds off carried along (Knuth's two-sum).
+// A mean taken as a sum about the first value, so that a large offset costs no digits.
 class RunningMean {
   public:
     explicit RunningMean(double first) : first_(first) {}
 
-    void add(double value) {
-        const double excess = value - first_;
-        const double before = sum_;
-        sum_ = before + excess;
-        const double part = sum_ - before;
-        lost_ += (before - (sum_ - part)) + (excess - part);
-    }
+    void add(double value) { excess_.add(value - first_); }
     double over(SiteIndex count) const {
-        return requireFinite(first_ + (sum_ + lost_) / static_cast<double>(count));
+        return requireFinite(first_ + excess_.rounded() / static_cast<double>(count));
     }
 
   private:
     double first_;
-    double sum_ = 0;
-    double lost_ = 0;
+    CompensatedSum excess_;
 };
 
 // The survey's columns as the pass reads them.

@@ -87,14 +87,14 @@ TEST_F(InterfaceControls, OpenTheErrorLogInTheEditor) {
         started = command;
         return true;
     });
-    mnuEL_Click(nullptr);
+    mnuEL_Click();
     EXPECT_EQ(started.program, u"/bin/ls"_s);
     EXPECT_EQ(started.arguments, QStringList{fromPath(folder / "error_log.dat")});
 }
 
 TEST_F(InterfaceControls, SayWhichErrorLogIsMissing) {
     try {
-        mnuEL_Click(nullptr);
+        mnuEL_Click();
         FAIL() << "no error";
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.description(),

@@ -1,8 +1,10 @@
 #include "app/MessageBox.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -35,6 +37,36 @@ TEST(TheMessageBox, ShowsTitlePlainTextAndOneButton) {
         QTest::keyClick(box, Qt::Key_Return);
     });
     tell(nullptr, u"<b>one</b>\ntwo"_s);
+}
+
+TEST(TheMessageBox, BreaksNoLineThatTheScreenHasRoomFor) {
+    const QString text =
+        u"one line that stays in one piece, however long such a line of a message may be\ntwo"_s;
+    onBox([text](QMessageBox* box) {
+        const auto* const label = box->findChild<QLabel*>(u"qt_msgbox_label"_s);
+        const QSize lines = label->fontMetrics().size(0, text);
+        ASSERT_LT(lines.width(), label->screen()->availableSize().width() * 2 / 3);
+        EXPECT_GE(label->width(), lines.width());
+        EXPECT_LT(label->height(), lines.height() + label->fontMetrics().height());
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    tell(nullptr, text);
+}
+
+TEST(TheMessageBox, OfFewWordsHasRoomForItsTitle) {
+    onBox([](QMessageBox* box) {
+        EXPECT_GT(box->width(), box->fontMetrics().horizontalAdvance(box->windowTitle()) * 3 / 2);
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    tell(nullptr, u"No"_s, u"A title that is longer than what the box says"_s);
+}
+
+TEST(TheMessageBox, IsNeverWiderThanTheScreen) {
+    onBox([](QMessageBox* box) {
+        EXPECT_LE(box->width(), box->screen()->availableSize().width());
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    tell(nullptr, QString(2000, u'x').replace(50, 1, u' '));
 }
 
 TEST(TheMessageBox, TakesOnlyYesForYes) {

@@ -179,6 +179,22 @@ TEST_F(PictureBoxTest, ZoomingHasLimitsAndKeepsTheShape) {
     EXPECT_NEAR(box.scale().height / box.scale().width, 0.2, 1e-6);
 }
 
+TEST_F(PictureBoxTest, KeepsItsScaleWhereItMayNotBeZoomed) {
+    box.setZoomable(false);
+    show();
+    QSignalSpy redraw(&box, &PictureBox::redrawNeeded);
+    wheel({100, 50}, 240);
+    QTest::keyClick(&box, Qt::Key_Plus);
+    QTest::keyClick(&box, Qt::Key_Left, Qt::ControlModifier);
+    QTest::mousePress(&box, Qt::RightButton, Qt::NoModifier, QPoint(200, 100));
+    QTest::mouseMove(&box, QPoint(240, 80));
+    QTest::mouseRelease(&box, Qt::RightButton, Qt::NoModifier, QPoint(240, 80));
+    EXPECT_EQ(box.scale(), PictureBox::Scale{});
+    EXPECT_EQ(redraw.count(), 0);
+    box.setScale(0, 0, 1, 0.2);
+    EXPECT_EQ(box.scale().height, 0.2);
+}
+
 TEST_F(PictureBoxTest, DraggingMovesTheScale) {
     show();
     for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {

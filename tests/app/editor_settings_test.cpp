@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace {
 
@@ -74,6 +75,20 @@ TEST_F(EditorSettings, FallBackOnAnEmptyEditor) {
 
 TEST_F(EditorSettings, FallBackWhenTheFileIsAFolder) {
     std::filesystem::create_directory(folder / "VARN_te_fio_info.dat");
+    expectFallback(read());
+}
+
+TEST_F(EditorSettings, FallBackWhenTheFileCannotBeRead) {
+    const std::string file = folder / "VARN_te_fio_info.dat";
+    std::filesystem::create_symlink(file, file);
+    expectFallback(read());
+    for (const char* unreadable : {"/proc/self/mem", "/dev/zero"}) {
+        std::filesystem::remove(file);
+        std::filesystem::create_symlink(unreadable, file);
+        expectFallback(read());
+    }
+    std::filesystem::remove(file);
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
     expectFallback(read());
 }
 

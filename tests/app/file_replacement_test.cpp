@@ -1,13 +1,12 @@
 #include "app/file_replacement.h"
 
 #include "app/run_time_error.h"
+#include "support/file_size_limit.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,23 +28,6 @@ std::string descriptionOf(Action action) {
     }
     return "no error";
 }
-
-// No file may grow beyond this many bytes while the object lives: a full disk for one process.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{bytes, old_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &old_); }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-  private:
-    rlimit old_{};
-};
 
 }  // namespace
 

@@ -1,5 +1,8 @@
 #include "app/frmAbout.h"
 
+#include "app/survey.h"
+#include "support/ExpectedBoxes.h"
+
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -30,6 +33,20 @@ TEST(AboutWindow, ClosesWithEnterAndEscape) {
         QTest::keyClick(&window, key);
         EXPECT_FALSE(window.isVisible());
     }
+}
+
+TEST(AboutWindow, OpensWhatTheProgramIsWithF1) {
+    const Session before = theSession();
+    theSession().AppDir = "/nowhere";
+    frmAbout window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ExpectedBoxes boxes;
+    boxes.tell(
+        u"Warning!  File resource error.  VARN can not find the following file:\n"
+        u"/nowhere/helpdocs/hdoc101.rtf"_s);
+    QTest::keyClick(&window, Qt::Key_F1);
+    theSession() = before;
 }
 
 TEST(AboutWindow, ShowsEveryTextWhole) {

@@ -6,9 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fcntl.h>
 #include <filesystem>
 #include <random>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -56,6 +58,25 @@ Lines plainlyLines(std::string_view bytes) {
     }
     if (open) lines.push_back(line);
     return lines;
+}
+
+// The number of the descriptor behind which a file is open, -1 when there is none.
+int descriptorOf(const std::string& path) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code ignored;
+        if (std::filesystem::read_symlink(entry.path(), ignored) == path)
+            return std::stoi(entry.path().filename().string());
+    }
+    return -1;
+}
+
+// From now on every reading from the file fails like that from a broken card: the process's memory is a file
+// whose first bytes nobody can read.
+void breakDevice(const std::string& path) {
+    const int broken = ::open("/proc/self/mem", O_RDONLY);
+    ASSERT_GE(broken, 0);
+    ASSERT_GE(::dup2(broken, descriptorOf(path)), 0);
+    ::close(broken);
 }
 
 }  // namespace
@@ -176,4 +197,26 @@ TEST(LineReader, SaysSoWhenTheFileShrinksWhileItIsRead) {
             }
         },
         RunTimeError);
+}
+
+TEST(LineReader, SaysSoWhenReadingFailsFromTheStart) {
+    EXPECT_EQ(descriptionOfOpening("/proc/self/mem"), "/proc/self/mem cannot be read: Input/output error");
+    EXPECT_EQ(descriptorOf("/proc/self/mem"), -1) << "left open";
+}
+
+TEST(LineReader, SaysSoWhenReadingFailsMidway) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "card.dat";
+    writeFile(path, std::string(1'000'000, 'x') + "\n" + std::string(1'000'000, 'x') + "\n");
+    LineReader reader(path);
+    std::string_view line;
+    ASSERT_TRUE(reader.next(line));
+    breakDevice(path);
+    try {
+        while (reader.next(line)) {
+        }
+        ADD_FAILURE() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.description(), path + " cannot be read: Input/output error");
+    }
 }

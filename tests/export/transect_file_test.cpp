@@ -1,14 +1,13 @@
 #include "export/transect_file.h"
 
 #include "app/run_time_error.h"
+#include "support/file_size_limit.h"
 #include "support/row_surveys.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -55,27 +54,6 @@ Survey manySites(int sites) {
         made.push_back({i * 0.25, i * 0.5, 10.0 + i % 7, 20, 1, 1.0 * i});
     return surveyWithRows(made);
 }
-
-// No file may grow beyond this while the object lives.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        handler_ = std::signal(SIGXFSZ, SIG_IGN);
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-  private:
-    rlimit before_{};
-    void (*handler_)(int) = SIG_DFL;
-};
 
 }  // namespace
 

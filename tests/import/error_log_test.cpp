@@ -2,9 +2,12 @@
 
 #include "app/survey.h"
 #include "import/import_report.h"
+#include "support/file_size_limit.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 TEST(ErrorLog, HoldsOneLineForEachRejectedOne) {
     const TemporaryFolder folder;
@@ -34,6 +37,32 @@ TEST(ErrorLog, ThatCannotBeCreatedSaysWhyAndTakesEverything) {
     EXPECT_EQ(log.problem(), folder / "none/error_log.dat cannot be written: No such file or directory");
     log.reject(1, "x", reject_reason::kY);
     log.commit();
+}
+
+TEST(ErrorLog, ThatTheDiskHasNoRoomForSaysWhyTakesEverythingAndStaysTheOldOne) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "error_log.dat";
+    writeFile(path, "old");
+    {
+        const FileSizeLimit limit(300'000);
+        ErrorLog log(path);
+        EXPECT_TRUE(log.problem().empty());
+        for (int line = 1; line <= 1000; ++line)
+            log.reject(line, std::string(1000, 'x'), reject_reason::kX);
+        EXPECT_EQ(log.problem(), path + " cannot be written: File too large");
+        log.commit();
+    }
+    EXPECT_EQ(readFile(path), "old");
+}
+
+TEST(ErrorLog, WhoseFolderVanishesSaysWhyWhenItIsToBePutInPlace) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "gone");
+    ErrorLog log(folder / "gone/error_log.dat");
+    log.reject(1, "line", reject_reason::kX);
+    std::filesystem::remove_all(folder / "gone");
+    log.commit();
+    EXPECT_EQ(log.problem(), folder / "gone/error_log.dat cannot be written: No such file or directory");
 }
 
 TEST(ErrorLog, LiesInTheDataFolder) {

@@ -2,6 +2,7 @@
 
 #include "app/run_time_error.h"
 #include "import/error_log.h"
+#include "support/file_size_limit.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -403,6 +404,18 @@ TEST_F(TrimbleFile, IsReadWithoutALogThatCannotBeCreated) {
     EXPECT_EQ(result.logProblem, folder / "none/error_log.dat cannot be written: No such file or directory");
     EXPECT_EQ(result.survey.NumSites, 1);
     EXPECT_EQ(result.errors, 1);
+}
+
+TEST_F(TrimbleFile, IsReadWithoutALogThatTheDiskHasNoRoomFor) {
+    writeFile(options.errorLogPath, "old");
+    writeFile(options.path,
+              line("1", "2", "3") + "\n" + std::string(400'000, 'x') + "\n" + line("4", "5", "6"));
+    const FileSizeLimit limit(300'000);
+    const auto result = importTrimbleFile(options);
+    EXPECT_EQ(result.logProblem, options.errorLogPath + " cannot be written: File too large");
+    EXPECT_EQ(result.survey.NumSites, 2);
+    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(log(), "old");
 }
 
 TEST_F(TrimbleFile, OfThreeMillionSitesIsRead) {

@@ -182,7 +182,9 @@ class Walkthrough {
 
     void exportSurvey() {
         beforeClick_ = [this](QWidget& window) { keep(window, u"19-"_s + window.objectName()); };
-        exportTransectFile(*main_, folder_ + u"/transect.txt"_s, u"1"_s, beforeClick_);
+        // A name without a folder: the picture is the same on every computer.
+        QDir::setCurrent(folder_);
+        exportTransectFile(*main_, u"transect.txt"_s, u"1"_s, beforeClick_);
         main_->close();
     }
 
@@ -202,12 +204,14 @@ int main(int argc, char** argv) {
         QTextStream(stderr) << "usage: varn-tessel-walkthrough SAMPLES FOLDER\n";
         return 2;
     }
+    const QString samples = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QString folder = QDir(QString::fromLocal8Bit(argv[2])).absolutePath();
     theSession().AppDir = Application::applicationDirPath().toStdString();
-    theSession().DataDir = argv[2];
+    theSession().DataDir = toPath(folder);
     int outcome = 0;
     QTimer::singleShot(0, &application, [&] {
         try {
-            Walkthrough(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2])).run();
+            Walkthrough(samples, folder).run();
         } catch (const std::exception& error) {
             QTextStream(stderr) << "error: " << error.what() << '\n';
             outcome = 1;

@@ -59,6 +59,17 @@ TEST_F(RowPlots, ShowTheMapAboveTheProfile) {
     EXPECT_LE(map.geometry().bottom(), profile.geometry().top());
 }
 
+TEST_F(RowPlots, StandOneBelowTheOtherPointByPoint) {
+    Survey survey = threeRowSurvey();
+    for (SiteIndex i = 0; i < survey.NumSites; ++i)
+        survey.SiteData(kY, i) += 5512000;
+    openByX(survey);
+    QCoreApplication::processEvents();
+    for (const double x : {100.0, 120.0, 140.0})
+        EXPECT_EQ(profile.mapTo(&main, profile.dataToPixel(x, 20).toPoint()).x(),
+                  map.mapTo(&main, map.dataToPixel(x, 5512010).toPoint()).x());
+}
+
 TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
     Survey survey = threeRowSurvey();
     survey.TwoEMColumns = false;

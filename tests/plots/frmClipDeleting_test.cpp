@@ -1,3 +1,4 @@
+#include "app/run_time_error.h"
 #include "plots/ClipWindow.h"
 
 namespace {
@@ -57,6 +58,30 @@ TEST_F(ClipWindow, DeletesOnYesOnly) {
     EXPECT_EQ(theSurvey().NumPoints[2], 3);
     maskAndDelete(25, 105, 35, 95);
     expectState(kBrowsing, 0, 4);
+}
+
+TEST_F(ClipWindow, CountsWhatIsDeletedEvenWhereADistanceBetweenTheSitesKeptOverflows) {
+    theSurvey().NumSites = 3;
+    for (int i = 0; i < 3; ++i) {
+        theSurvey().SiteData(kX, i) = 1e154 * i;
+        theSurvey().SiteData(kY, i) = i;
+        theSurvey().SiteData(kRow, i) = 1;
+    }
+    openOnFullMap();
+    click(window->cmdClipOn);
+    drawRectangle(pixel(0.4, 0.2), pixel(0.6, 0.8));
+    click(window->cmdClipOff);
+    boxes.ask(true, kDeleteQuestion);
+    boxes.tell(QString::fromStdString(RunTimeError::overflow().description()));
+    click(window->cmdDelete);
+    EXPECT_EQ(theSurvey().NumSites, 2);
+    EXPECT_EQ(window->lblMS->text(), u"0"_s);
+    EXPECT_EQ(window->lblVS->text(), u"2"_s);
+    EXPECT_EQ(window->lblDS->text(), u"1"_s);
+    EXPECT_EQ(usable().join(u' '), kBrowsing);
+    EXPECT_EQ(changes->count(), 1);
+    EXPECT_TRUE(shows(kBlue));
+    EXPECT_FALSE(shows(kLightYellow));
 }
 
 TEST_F(ClipWindow, DeletingWithNothingMaskedKeepsEverySiteAndSaysThatAllAreDeleted) {

@@ -17,6 +17,16 @@ TEST_F(ClipWindow, ChangesItsControlsWhenClippingIsSwitchedOnAndOff) {
     expectState(kBrowsing, 0, 0);
 }
 
+TEST_F(ClipWindow, LeavesTheKeyboardOnTheMapWhenClippingEnds) {
+    openOnFullMap();
+    maskAndFinish(-5, 95, 35, 105);
+    EXPECT_TRUE(window->picMapZoom->hasFocus());
+    boxes.ask(true, kDeleteQuestion);
+    boxes.tell(kDeleted);
+    click(window->cmdDelete);
+    EXPECT_TRUE(window->picMapZoom->hasFocus());
+}
+
 TEST_F(ClipWindow, IgnoresClicksWhileBrowsing) {
     openOnFullMap();
     drawRectangle(pixelOfSite(-1, 99.2), pixelOfSite(15, 115));

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -94,10 +96,16 @@ class RowDialog : public testing::Test {
             if (label->isVisible()) texts << label->text().remove(u'&');
         return texts;
     }
+    qsizetype visibleUnits() const {
+        const QList<QLabel*> units{dialog_->lblUnit1, dialog_->lblUnit5, dialog_->lblUnit6};
+        return std::count_if(units.begin(), units.end(),
+                             [](const QLabel* unit) { return unit->isVisible() && unit->text() == u"m"_s; });
+    }
     void expectJustOpened() const {
         EXPECT_TRUE(dialog_->isVisible());
         EXPECT_EQ(visibleInputs(), QStringList());
         EXPECT_EQ(visibleLabels(), QStringList());
+        EXPECT_EQ(visibleUnits(), 0);
         for (const QLineEdit* box : dialog_->findChildren<QLineEdit*>())
             EXPECT_EQ(box->text(), QString());
         for (const QRadioButton* option : options())
@@ -174,6 +182,7 @@ TEST_F(RowDialog, AnOptionShowsItsInputsAndHidesTheOthers) {
         choose(option);
         EXPECT_EQ(visibleInputs(), boxes);
         EXPECT_EQ(visibleLabels(), labels);
+        EXPECT_EQ(visibleUnits(), labels.first().contains(u"distance") ? 1 : 0);
         EXPECT_EQ(dialog_->focusWidget(), boxOf(option));
         for (const QRadioButton* other : options())
             EXPECT_EQ(other->palette().color(QPalette::Active, QPalette::WindowText),

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "app/run_time_error.h"
+
+#include <cmath>
+
+/// Gives the value back; throws overflow when it is not finite.
+inline double requireFinite(double value) {
+    if (!std::isfinite(value)) throw RunTimeError::overflow();
+    return value;
+}
+
+/// A running sum in two parts, the Double nearest to it and what that left out, so that millions of readings
+/// keep the digits of a few.
+struct CompensatedSum {
+    double value = 0;
+    double lost = 0;
+
+    void add(double term) {
+        const double before = value;
+        value = before + term;
+        const double part = value - before;  // Knuth's two-sum: exact without a comparison
+        lost += (before - (value - part)) + (term - part);
+    }
+    /// Throws overflow when the sum is not finite.
+    double rounded() const { return requireFinite(value + lost); }
+};

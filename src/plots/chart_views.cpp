@@ -1,0 +1,35 @@
+#include "plots/chart_views.h"
+
+#include <algorithm>
+
+void ChartViews::setLimits(Axis axis, double minimum, double maximum) {
+    const AxisView home = viewOfLimits(minimum, maximum);
+    axes_[axis] = {{minimum, maximum}, home, home};
+    if (axis == kY2) y2Set_ = true;
+    if (axis == kY && !y2Set_) axes_[kY2] = axes_[kY];
+}
+
+bool ChartViews::isZoomed() const {
+    return std::any_of(axes_.begin(), axes_.end(),
+                       [](const State& axis) { return !(axis.view == axis.home); });
+}
+
+void ChartViews::reset() {
+    for (State& axis : axes_)
+        axis.view = axis.home;
+}
+
+void ChartViews::zoom(double xFraction, double xFactor, double yFraction, double yFactor) {
+    for (const Axis a : {kX, kY, kY2}) {
+        State& axis = axes_[a];
+        axis.view =
+            zoomed(axis.view, axis.home, a == kX ? xFraction : yFraction, a == kX ? xFactor : yFactor);
+    }
+}
+
+void ChartViews::move(double xFraction, double yFraction) {
+    for (const Axis a : {kX, kY, kY2}) {
+        State& axis = axes_[a];
+        axis.view = moved(axis.view, axis.home, a == kX ? xFraction : yFraction);
+    }
+}

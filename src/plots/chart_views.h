@@ -1,0 +1,43 @@
+#pragma once
+
+#include "plots/chart_geometry.h"
+
+#include <array>
+#include <cstddef>
+
+/// The limits that were set for the axes of a chart, and the part of each that is shown of them: the user
+/// zooms and moves the view, never the limits.
+class ChartViews {
+  public:
+    enum Axis : std::size_t { kX, kY, kY2 };
+
+    struct Limits {
+        double minimum = 0;
+        double maximum = 1;
+    };
+
+    /// Keeps the limits as they are, equal or falling ones too, and returns the view of this axis to them.
+    /// The second Y axis follows the first one until it is set itself.
+    void setLimits(Axis axis, double minimum, double maximum);
+    const Limits& limits(Axis axis) const { return axes_[axis].limits; }
+
+    const AxisView& view(Axis axis) const { return axes_[axis].view; }
+    /// Whether a view is another than that of the limits.
+    bool isZoomed() const;
+    void reset();
+
+    /// Makes the view `xFactor` and `yFactor` times as wide around a place that is given in parts of the plot
+    /// area's width and height, from its lower left corner.
+    void zoom(double xFraction, double xFactor, double yFraction, double yFactor);
+    /// Moves the view by parts of its width and height, to the right and upwards.
+    void move(double xFraction, double yFraction);
+
+  private:
+    struct State {
+        Limits limits;
+        AxisView home;
+        AxisView view;
+    };
+    std::array<State, 3> axes_;
+    bool y2Set_ = false;
+};

@@ -1,0 +1,50 @@
+// The delimited file reader. The first byte is the layout, the second the cut-off, the others are the file.
+#include "app/run_time_error.h"
+#include "fuzz/memory_file.h"
+#include "import/generic_reader.h"
+
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+void requireSites(const GenericOptions& options, const GenericImportResult& result, std::size_t bytes) {
+    const Survey& survey = result.survey;
+    require(survey.NumSites >= 0 && result.dropped >= 0);
+    require(static_cast<std::size_t>(survey.NumSites + result.dropped) <= bytes);
+    require(survey.SiteData.capacity() == survey.NumSites);
+    for (SiteIndex site = 0; site < survey.NumSites; ++site) {
+        require(std::isfinite(survey.SiteData(kX, site)) && std::isfinite(survey.SiteData(kY, site)));
+        require(survey.SiteData(kEM1, site) >= options.cutoff);
+        require(!survey.TwoEMColumns || survey.SiteData(kEM2, site) >= options.cutoff);
+    }
+}
+
+void requireRows(const GenericImportResult& result) {
+    const Survey& survey = result.survey;
+    if (survey.NumSites == 0 || result.rowCheck != RowCheck::Passed || survey.NumRows > kMaxRows) return;
+    const auto first = survey.NumPoints.begin() + 1;
+    require(std::accumulate(first, first + survey.NumRows, SiteIndex{0}) == survey.NumSites);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzBytes bytes(data, size);
+    GenericOptions options;
+    options.layout = kGenericLayouts[bytes.byte() % kGenericLayouts.size()];
+    options.cutoff = static_cast<double>(bytes.byte()) - 128;
+    options.errorLogPath = kNoSuchFolder;
+    const MemoryFile file(bytes.rest());
+    options.path = file.path();
+    Survey parameters;
+    parameters.chooseDistance(1);
+    try {
+        const GenericImportResult result = importGenericFile(options, parameters);
+        requireSites(options, result, size);
+        requireRows(result);
+    } catch (const RunTimeError& error) {
+        require(error.number() == RunTimeError::kOverflow);
+    }
+    return 0;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// A regular file in memory, so that a reader can be fed at full speed.
+class MemoryFile {
+  public:
+    explicit MemoryFile(std::string_view bytes);
+    ~MemoryFile();
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    const std::string& path() const { return path_; }
+
+  private:
+    int file_ = -1;
+    std::string path_;
+};
+
+/// A path at which no file can be created.
+inline constexpr const char* kNoSuchFolder = "/proc/nowhere/error_log.dat";
+
+/// Takes small numbers off the front of a fuzzer's bytes; 0 when there are none left.
+class FuzzBytes {
+  public:
+    FuzzBytes(const std::uint8_t* data, std::size_t size)
+        : rest_(reinterpret_cast<const char*>(data), size) {}
+
+    unsigned byte() {
+        if (rest_.empty()) return 0;
+        const auto value = static_cast<unsigned char>(rest_.front());
+        rest_.remove_prefix(1);
+        return value;
+    }
+    std::string_view rest() const { return rest_; }
+
+  private:
+    std::string_view rest_;
+};
+
+/// Ends the process, so that the fuzzer keeps the bytes, when something that must hold does not.
+inline void require(bool holds) {
+    if (!holds) __builtin_trap();
+}

@@ -1,0 +1,206 @@
+// Files as they come out of loggers, off broken cards and out of the wrong program: each is read, or refused
+// with a reason, and what has been read can be exported and read again.
+#include "app/numbers.h"
+#include "app/run_time_error.h"
+#include "export/transect_file.h"
+#include "import/generic_reader.h"
+#include "import/trimble_reader.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+
+namespace {
+
+const std::string kFolder = std::string(TESSEL_SOURCE_DIR) + "/tests/import/data/odd_input/";
+
+FieldColumns columns(int start, int end) {
+    return {start, end, end - start + 1};
+}
+
+// Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111".
+class OddInput : public testing::Test {
+  protected:
+    OddInput() {
+        options.errorLogPath = folder / "error_log.dat";
+        options.EMCutoff = -10;
+        options.MinDistance = 50;
+        options.SiteIDPresent = true;
+        options.SiteIDField = columns(1, 4);
+        options.XField = columns(6, 13);
+        options.YField = columns(15, 22);
+        options.EM1Field = columns(24, 31);
+    }
+
+    TrimbleImportResult import(const std::string& path) {
+        options.path = path;
+        TrimbleImportResult result = importTrimbleFile(options);
+        if (result.rows == RowDetection::Assigned) {
+            Calculate_NumPoints(result.survey);
+            expectReadAgain(result.survey);
+        }
+        return result;
+    }
+    TrimbleImportResult importNamed(const std::string& name) { return import(kFolder + name); }
+
+    // Sites and rejected lines of a file; the log names each rejected one.
+    void expectRead(const std::string& name, SiteIndex sites, std::int64_t errors) {
+        SCOPED_TRACE(name);
+        const TrimbleImportResult result = importNamed(name);
+        EXPECT_EQ(result.survey.NumSites, sites);
+        EXPECT_EQ(result.errors, errors);
+        EXPECT_EQ(linesOfLog(), errors);
+    }
+
+    std::int64_t linesOfLog() const {
+        std::int64_t lines = 0;
+        const std::string log = readFile(options.errorLogPath);
+        for (auto at = log.find("Line # "); at != std::string::npos; at = log.find("\r\nLine # ", at + 1))
+            ++lines;
+        return lines;
+    }
+
+    // The transect file gives the same sites to who reads it.
+    void expectReadAgain(const Survey& survey) {
+        if (survey.NumSites == 0) return;
+        writeTransectFile(survey, folder / "transect.txt", {});
+        GenericOptions again;
+        again.path = folder / "transect.txt";
+        again.errorLogPath = folder / "second_log.dat";
+        again.cutoff = options.EMCutoff;
+        again.layout = kGenericLayouts[survey.TwoEMColumns ? 3 : 2];
+        const GenericImportResult result = importGenericFile(again, Survey{});
+        ASSERT_EQ(result.survey.NumSites, survey.NumSites);
+        for (const int column : {kX, kY, kEM1})
+            for (SiteIndex site = 0; site < survey.NumSites; ++site)
+                EXPECT_NEAR(result.survey.SiteData(column, site), survey.SiteData(column, site),
+                            std::abs(survey.SiteData(column, site)) * 1e-14);
+    }
+
+    const TemporaryFolder folder;
+    TrimbleOptions options;
+};
+
+std::string siteLines(int sites) {
+    std::string bytes;
+    for (int i = 0; i < sites; ++i)
+        bytes += "   1 " + std::to_string(10'000'000 + i) + " 20000000       12\r\n";
+    return bytes;
+}
+
+}  // namespace
+
+TEST_F(OddInput, OfEveryKindOfLineEndIsRead) {
+    expectRead("empty.dat", 0, 0);
+    expectRead("one_line_without_end.dat", 1, 0);
+    expectRead("carriage_returns_alone.dat", 4, 0);
+    expectRead("line_feeds_alone.dat", 4, 0);
+    expectRead("mixed_line_ends.dat", 4, 0);
+    expectRead("byte_order_mark.dat", 4, 0);
+}
+
+TEST_F(OddInput, OfOtherBytesThanTextLosesOnlyTheLinesConcerned) {
+    expectRead("latin1_and_utf8_text.dat", 2, 1);
+    expectRead("nul_bytes.dat", 2, 1);
+    const TrimbleImportResult binary = importNamed("binary_logger_file.dat");
+    EXPECT_EQ(binary.survey.NumSites, 0);
+    EXPECT_EQ(binary.errors, linesOfLog());
+    EXPECT_GT(binary.errors, 0);
+}
+
+TEST_F(OddInput, WithShortLinesReadsWhatIsLeftOfAField) {
+    expectRead("fields_cut_by_line_end.dat", 1, 3);  // 24 to 31 hold a number only in whole lines
+    expectRead("fields_behind_line_end.dat", 1, 2);
+}
+
+TEST_F(OddInput, OfEveryFormOfNumberKeepsTheNumericOnes) {
+    const TrimbleImportResult result = importNamed("number_forms.dat");
+    const std::array<double, 6> readings = {0, .5, 5, 5, 100000, 0};
+    ASSERT_EQ(result.survey.NumSites, 6);
+    for (SiteIndex site = 0; site < 6; ++site)
+        EXPECT_EQ(result.survey.SiteData(kEM1, site), readings[static_cast<std::size_t>(site)]) << site;
+    EXPECT_EQ(result.errors, 6);
+}
+
+TEST_F(OddInput, OfFourHundredDigitsIsExactOrNotNumeric) {
+    options.TwoEMColumns = true;
+    options.EM2Field = columns(33, 432);
+    const TrimbleImportResult result = importNamed("numbers_of_400_digits.dat");
+    ASSERT_EQ(result.survey.NumSites, 2);
+    EXPECT_EQ(result.survey.SiteData(kEM2, 0), 12.5);
+    EXPECT_EQ(result.survey.SiteData(kEM2, 1), 1.0 / 3);
+    EXPECT_EQ(result.errors, 1);
+}
+
+TEST_F(OddInput, WithAllSitesAtOnePlaceIsOneRow) {
+    const TrimbleImportResult result = importNamed("all_at_one_place.dat");
+    EXPECT_EQ(result.survey.NumRows, 1);
+    EXPECT_EQ(result.survey.NumPoints[1], 30);
+    EXPECT_EQ(result.survey.MaxTrueDist, 0);
+}
+
+TEST_F(OddInput, WithMissingFixesKeepsThemAsSitesFarAway) {
+    const TrimbleImportResult result = importNamed("missing_fixes_at_zero.dat");
+    EXPECT_EQ(result.survey.NumSites, 11);
+    EXPECT_EQ(result.survey.NumRows, 5);  // each missing fix parts the row, and is one
+}
+
+TEST_F(OddInput, OfNegativeCoordinatesOnlyIsRead) {
+    const TrimbleImportResult result = importNamed("negative_coordinates_only.dat");
+    EXPECT_EQ(result.survey.NumSites, 5);
+    EXPECT_EQ(result.survey.SiteData(kX, 4), -105);
+    EXPECT_EQ(result.survey.NumRows, 1);
+}
+
+TEST_F(OddInput, WhoseDistancesOverflowIsReported) {
+    options.path = kFolder + "coordinates_of_1e300.dat";
+    try {
+        importTrimbleFile(options);
+        ADD_FAILURE() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), RunTimeError::kOverflow);
+    }
+}
+
+TEST_F(OddInput, OfExactly250RowsIsReadAndOf251Reported) {
+    const TrimbleImportResult most = importNamed("rows_250.dat");
+    EXPECT_EQ(most.rows, RowDetection::Assigned);
+    EXPECT_EQ(most.survey.NumRows, 250);
+    EXPECT_EQ(most.survey.NumPoints[250], 2);
+    const TrimbleImportResult tooMany = importNamed("rows_251.dat");
+    EXPECT_EQ(tooMany.rows, RowDetection::TooManyRows);
+    EXPECT_EQ(tooMany.survey.NumSites, 502);
+}
+
+TEST_F(OddInput, OfRowsOfOneSiteIsRead) {
+    const TrimbleImportResult result = importNamed("rows_of_one_site.dat");
+    EXPECT_EQ(result.survey.NumSites, 20);
+    EXPECT_EQ(result.survey.NumRows, 19);  // the first gap parts no rows
+    EXPECT_EQ(result.survey.NumPoints[1], 2);
+    for (std::size_t row = 2; row <= 19; ++row)
+        EXPECT_EQ(result.survey.NumPoints[row], 1);
+}
+
+TEST_F(OddInput, OfFortyThousandSitesIsReadAndExported) {
+    writeFile(folder / "large.dat", siteLines(40'000));
+    const TrimbleImportResult result = import(folder / "large.dat");
+    EXPECT_EQ(result.survey.NumSites, 40'000);
+    EXPECT_EQ(result.errors, 0);
+}
+
+TEST_F(OddInput, MayHaveAnyNameThatTheSystemAllows) {
+    for (const std::string& name : std::initializer_list<std::string>{
+             "two  blanks .dat", "\"quoted\" 'twice'.dat",
+             "Gr\xC3\xBC\xC3\x9F"
+             "e.dat",
+             "100%n %s %1.dat", "not UTF-8 \xFC\xDF.dat", "; rm -rf $HOME `ls` | cat.dat", "-rf",
+             "line\nfeed.dat", "UPPER.DAT", std::string(200, 'x')}) {
+        SCOPED_TRACE(name);
+        writeFile(folder / name, siteLines(3));
+        EXPECT_EQ(import(folder / name).survey.NumSites, 3);
+        writeTransectFile(import(folder / name).survey, folder / ("out " + name), {});
+        EXPECT_FALSE(readFile(folder / ("out " + name)).empty());
+    }
+}

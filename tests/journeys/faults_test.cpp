@@ -1,0 +1,235 @@
+// What fails under the program's hands, in the real windows: it says what, where and why; the survey and the
+// files stay as they were; and the program goes on.
+#include "app/FileDialogs.h"
+#include "app/TextEditor.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "support/ExpectedBoxes.h"
+#include "support/FileSizeLimit.h"
+#include "support/Journeys.h"
+#include "support/UserDriver.h"
+#include "support/made_survey.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::string sensorLines(int sites, int rejected) {
+    std::string bytes;
+    for (int i = 0; i < sites; ++i)
+        bytes += std::to_string(1'000'000 + i) + " 2000000      12\r\n";
+    for (int i = 0; i < rejected; ++i)
+        bytes += "no number anywhere\r\n";
+    return bytes;
+}
+
+class Faults : public testing::Test {
+  protected:
+    Faults() {
+        theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
+        theSession() = Session{};
+        theSession().AppDir = theSession().DataDir = folder.path();
+        main = createProgram();
+        main->menusFollow(MenuEvent::SitesImported);
+        main->show();
+        before = theSurvey();
+        writeFile(folder / "error_log.dat", "the last import's log");
+    }
+    ~Faults() override {
+        setFileResponder({});
+        setProgramStarter({});
+    }
+
+    TrimbleEntries entries(const std::string& file) const {
+        return {fromPath(file), u"20"_s, {}, {u"1"_s, u"7"_s}, {u"9"_s, u"15"_s}, {u"17"_s, u"24"_s}, {}};
+    }
+
+    // Survey and log are those of before, and what was refused works as soon as nothing is in its way.
+    void expectAllAsBefore() {
+        expectSameSurvey(theSurvey(), before);
+        EXPECT_EQ(readFile(folder / "error_log.dat"), "the last import's log");
+        EXPECT_FALSE(theSession().DataSaved);
+        const QString file = fromPath(folder / "afterwards.txt");
+        boxes.tell(u"Output data saved to "_s + file, u"VARN-Tesl"_s);
+        exportTransectFile(*main, file);
+        EXPECT_FALSE(readFile(folder / "afterwards.txt").empty());
+    }
+
+    // The export to this file fails with this reason; its window stays open for another name.
+    void expectExportFails(const std::string& file, const QString& reason) {
+        boxes.tell(fromPath(file) + u" cannot be written: "_s + reason);
+        tryToExport(file);
+        EXPECT_TRUE(isShown(u"frmOutput"_s));
+        clickOn(shownWindow(u"frmOutput"_s), u"Command3"_s);
+        waitUntilClosed(u"frmOutput"_s);
+    }
+    void tryToExport(const std::string& file, const std::function<void()>& meanwhile = {}) {
+        setFileResponder([file](const FileQuestion&) { return fromPath(file); });
+        chooseItem(*main, u"mnuSave"_s);
+        QWidget& window = shownWindow(u"frmOutput"_s);
+        clickOn(window, u"Command1"_s);
+        if (meanwhile) meanwhile();
+        clickOn(window, u"Command2"_s);
+    }
+
+    std::size_t filesIn(const std::string& path) const {
+        const std::filesystem::directory_iterator files(path);
+        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+
+    TemporaryFolder folder;
+    ExpectedBoxes boxes;
+    std::unique_ptr<frmMain> main;
+    Survey before;
+};
+
+}  // namespace
+
+TEST_F(Faults, ADiskThatIsFullWhileTheErrorLogIsWrittenRefusesTheImport) {
+    writeFile(folder / "survey.dat", sensorLines(10, 20'000));
+    boxes.tell(fromPath(folder / "error_log.dat") + u" cannot be written: File too large"_s);
+    {
+        const FileSizeLimit limit(300'000);
+        importTrimbleFile(*main, entries(folder / "survey.dat"));
+    }
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, ADiskThatIsFullWhileTheTransectFileIsWrittenLeavesTheOldOne) {
+    std::vector<MadeSite> sites;
+    for (int i = 0; i < 20'000; ++i)
+        sites.push_back({double(i), 5, 20, 30, 1});
+    theSurvey() = before = madeSurvey(sites);
+    writeFile(folder / "out.txt", "old");
+    const std::size_t files = filesIn(folder.path());
+    {
+        const FileSizeLimit limit(300'000);
+        expectExportFails(folder / "out.txt", u"File too large"_s);
+    }
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    EXPECT_EQ(filesIn(folder.path()), files);
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, AFolderRemovedBetweenChoosingAndWritingIsReported) {
+    std::filesystem::create_directory(folder / "card");
+    boxes.tell(fromPath(folder / "card/out.txt") + u" cannot be written: No such file or directory"_s);
+    tryToExport(folder / "card/out.txt", [&] { std::filesystem::remove(folder / "card"); });
+    std::filesystem::create_directory(folder / "card");
+    boxes.tell(u"Output data saved to "_s + fromPath(folder / "card/out.txt"), u"VARN-Tesl"_s);
+    clickOn(shownWindow(u"frmOutput"_s), u"Command2"_s);
+    EXPECT_FALSE(readFile(folder / "card/out.txt").empty());
+}
+
+TEST_F(Faults, ATargetThatIsAFolderADeviceOrAPipeIsRefused) {
+    expectExportFails(folder.path(), u"Is a directory"_s);
+    expectExportFails("/dev/null", u"Invalid argument"_s);
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    expectExportFails(folder / "pipe", u"Invalid argument"_s);
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, AReadOnlyTargetIsRefused) {
+    writeFile(folder / "out.txt", "old");
+    std::filesystem::permissions(folder / "out.txt", std::filesystem::perms::owner_read);
+    expectExportFails(folder / "out.txt", u"Permission denied"_s);
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, ASourceThatVanishesMeanwhileIsReported) {
+    writeFile(folder / "survey.dat", sensorLines(10, 0));
+    boxes.tell(fromPath(folder / "survey.dat") + u" cannot be opened: No such file or directory"_s);
+    importTrimbleFile(*main, entries(folder / "survey.dat"), [&](const QWidget& window) {
+        if (window.objectName() == u"frmIniDisplay"_s) std::filesystem::remove(folder / "survey.dat");
+    });
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, ASourceThatBecomesUnreadableMeanwhileIsReported) {
+    writeFile(folder / "survey.dat", sensorLines(10, 0));
+    boxes.tell(fromPath(folder / "survey.dat") + u" cannot be read: Input/output error"_s);
+    importTrimbleFile(*main, entries(folder / "survey.dat"), [&](const QWidget& window) {
+        if (window.objectName() != u"frmIniDisplay"_s) return;
+        std::filesystem::remove(folder / "survey.dat");
+        std::filesystem::create_symlink("/proc/self/mem", folder / "survey.dat");
+    });
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, ASourceThatIsNoFileIsRefusedBeforeItIsShown) {
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const std::pair<std::string, QString> sources[] = {{"/dev/zero", u"it is not a regular file"_s},
+                                                       {folder / "pipe", u"it is not a regular file"_s},
+                                                       {folder.path(), u"it is a folder"_s}};
+    for (const auto& [source, reason] : sources) {
+        boxes.tell(fromPath(source) + u" cannot be read: "_s + reason);
+        setFileResponder([file = source](const FileQuestion&) { return fromPath(file); });
+        chooseItem(*main, u"mnuOpen"_s);
+        QWidget& parameters = shownWindow(u"frmDataControl"_s);
+        typeInto(parameters, u"Text2"_s, u"20"_s);
+        clickOn(parameters, u"Command1"_s);
+        EXPECT_FALSE(isShown(u"frmIniDisplay"_s));
+    }
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, AFileNameThatIsNotUtf8IsReportedOrRead) {
+    // The desktop's names are Unicode: of such a name it knows only a replacement, which no file has.
+    writeFile(folder / "field\xFC.dat", sensorLines(10, 0));
+    const QString shown = fromPath(folder / "field\xFC.dat");
+    boxes.tell(shown + u" cannot be opened: No such file or directory"_s);
+    setFileResponder([shown](const FileQuestion&) { return shown; });
+    chooseItem(*main, u"mnuOpen"_s);
+    QWidget& parameters = shownWindow(u"frmDataControl"_s);
+    typeInto(parameters, u"Text2"_s, u"20"_s);
+    clickOn(parameters, u"Command1"_s);
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, NamesWithEveryKindOfCharacterGoThroughImportAndExport) {
+    const QString names[] = {u"two  blanks .dat"_s, u"\"quoted\" 'twice'.dat"_s,  u"Grüße Ω.dat"_s,
+                             u"100%1 %n %s.dat"_s,  u"; rm -rf `ls` $HOME.dat"_s, QString(200, u'x')};
+    for (const QString& name : names) {
+        SCOPED_TRACE(name.toStdString());
+        const std::string path = folder / name.toStdString();
+        writeFile(path, sensorLines(10, 0));
+        boxes.tell(
+            u"There are  10 valid records in this file.\n\nThere are  0 records in this file\n"
+            u"containing non-numeric or invalid numeric values."_s,
+            u"VARN-Tesl File Import Message"_s);
+        importTrimbleFile(*main, entries(path));
+        boxes.tell(u"Output data saved to "_s + fromPath(path), u"VARN-Tesl"_s);
+        exportTransectFile(*main, fromPath(path));
+        EXPECT_EQ(readFile(path).find(" 1000000 "), 0U);
+    }
+}
+
+TEST_F(Faults, AnEditorThatCannotBeStartedIsReported) {
+    const QString log = fromPath(folder / "error_log.dat");
+    theSession().TextEditor = folder / "no such editor ";
+    boxes.tell(log + u" cannot be opened: there is no program "_s + fromPath(folder / "no such editor"));
+    chooseItem(*main, u"mnuEL"_s);
+    writeFile(folder / "editor",
+              "\x7f"
+              "ELF but broken");
+    std::filesystem::permissions(folder / "editor", std::filesystem::perms::owner_all);
+    theSession().TextEditor = folder / "editor ";
+    boxes.tell(log + u" cannot be opened: "_s + fromPath(folder / "editor") + u" cannot be started"_s);
+    chooseItem(*main, u"mnuEL"_s);
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, MissingHelpDocumentsAreReported) {
+    boxes.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:\n"_s);
+    chooseItem(*main, u"mnuHmain1"_s);
+    EXPECT_EQ(boxes.last().text.section(u'\n', 1), fromPath(folder / "helpdocs/hdoc101.rtf"));
+    expectAllAsBefore();
+}

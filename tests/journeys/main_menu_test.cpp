@@ -1,0 +1,196 @@
+// What the items of the main menu open, chosen in the whole program.
+#include "app/FileDialogs.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "support/ExpectedBoxes.h"
+#include "support/UserDriver.h"
+#include "support/made_survey.h"
+#include "support/temporary_folder.h"
+
+#include <QLabel>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <tuple>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class MainMenu : public testing::Test {
+  protected:
+    MainMenu() {
+        // Two rows, 10 m apart, of three sites each.
+        theSurvey() = madeSurvey({{0, 0, 10, 20, 1},
+                                  {0, 5, 11, 22, 1},
+                                  {0, 9, 12, 21, 1},
+                                  {10, 9, 13, 25, 2},
+                                  {10, 5, 14, 27, 2},
+                                  {10, 0, 15, 26, 2}});
+        theSession() = Session{};
+        theSession().AppDir = theSession().DataDir = folder.path();
+        main = createProgram();
+        main->menusFollow(MenuEvent::SitesImported);
+        main->show();
+    }
+
+    void useTheRealHelpDocuments() { theSession().AppDir = TESSEL_SOURCE_DIR; }
+
+    void expectMissingHelp(int document) {
+        boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+                   fromPath(folder / ("helpdocs/hdoc" + std::to_string(document) + ".rtf")));
+    }
+    void expectHelpOfF1(int document) {
+        expectMissingHelp(document);
+        main->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
+        QTest::keyClick(main.get(), Qt::Key_F1);
+        EXPECT_EQ(boxes.pending(), 0) << document;
+    }
+
+    // Opens the window, checks that it blocks the main window or does not, and closes it.
+    void expectOpens(const QString& item, const QString& name, Qt::WindowModality modality) {
+        chooseItem(*main, item);
+        QWidget& window = shownWindow(name);
+        EXPECT_EQ(window.windowModality(), modality) << name.toStdString();
+        window.close();
+        waitUntilClosed(name);
+    }
+
+    // As a mouse does: through the windowing system, which a modal window bars.
+    static void clickThroughTheDesktop(QWidget& button) {
+        QWidget* const window = button.window();
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          button.mapTo(window, button.rect().center()));
+    }
+
+    TemporaryFolder folder;
+    ExpectedBoxes boxes;
+    std::unique_ptr<frmMain> main;
+};
+
+}  // namespace
+
+TEST_F(MainMenu, OpensModalWhatReliesOnTheSurveyAndBesideItWhatOnlyShows) {
+    expectOpens(u"mnuOpen"_s, u"frmDataControl"_s, Qt::WindowModal);
+    expectOpens(u"mnuOpen2"_s, u"frmGeneric"_s, Qt::WindowModal);
+    expectOpens(u"mnuSave"_s, u"frmOutput"_s, Qt::WindowModal);
+    expectOpens(u"mnuIDEW"_s, u"frmClip"_s, Qt::WindowModal);
+    expectOpens(u"mnuData"_s, u"frmDataEdit"_s, Qt::WindowModal);
+    expectOpens(u"mnuAdjust"_s, u"frmAdjustData"_s, Qt::WindowModal);
+    expectOpens(u"mnuHelpAbout"_s, u"frmAbout"_s, Qt::WindowModal);
+    expectOpens(u"mnuStat"_s, u"frmStat"_s, Qt::NonModal);
+    expectOpens(u"mnuSigCorr"_s, u"frmSigCorrStruct"_s, Qt::NonModal);
+    expectOpens(u"mnuHist"_s, u"frmHistForm"_s, Qt::NonModal);
+}
+
+TEST_F(MainMenu, ShowsThePlotsOneAtATime) {
+    const std::pair<QString, QString> plots[] = {
+        {u"mnuTrue_Dis"_s, u"Chart2D1"_s}, {u"mnuX"_s, u"Chart2D3"_s},     {u"mnuGrid"_s, u"Chart2D2"_s},
+        {u"mnuY"_s, u"Chart2D4"_s},        {u"mnuX_Dis"_s, u"Chart2D1"_s}, {u"mnuY_Dis"_s, u"Chart2D1"_s}};
+    for (const auto& [item, chart] : plots) {
+        chooseItem(*main, item);
+        EXPECT_TRUE(control(*main, chart).isVisible()) << item.toStdString();
+        EXPECT_FALSE(main->lblInvitation->isVisible());
+    }
+    for (const QString& hidden : {u"Chart2D2"_s, u"Chart2D3"_s, u"Chart2D4"_s, u"Frame1"_s})
+        EXPECT_FALSE(main->findChild<QWidget*>(hidden)->isVisible()) << hidden.toStdString();
+    chooseItem(*main, u"mnuClear"_s);
+    EXPECT_FALSE(main->findChild<QWidget*>(u"Chart2D1"_s)->isVisible());
+    EXPECT_TRUE(main->lblInvitation->isVisible());
+}
+
+TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {
+    theSurvey().TwoEMColumns = false;
+    boxes.tell(u"This option is only available when 2 signal data columns are present."_s);
+    chooseItem(*main, u"mnuSigCorr"_s);
+    EXPECT_FALSE(isShown(u"frmSigCorrStruct"_s));
+}
+
+TEST_F(MainMenu, OpensItsHelpDocuments) {
+    const std::pair<QString, int> documents[] = {
+        {u"mnuHmain1"_s, 101}, {u"mnuHmain2"_s, 102}, {u"mnuHmain3"_s, 103}, {u"mnuPlotHelp"_s, 111}};
+    for (const auto& [item, document] : documents) {
+        expectMissingHelp(document);
+        chooseItem(*main, item);
+        EXPECT_EQ(boxes.pending(), 0) << item.toStdString();
+        EXPECT_FALSE(isShown(u"frmHelpTesl"_s));
+    }
+}
+
+TEST_F(MainMenu, GivesHelpForWhatTheMainWindowShows) {
+    expectHelpOfF1(101);
+    chooseItem(*main, u"mnuGrid"_s);
+    expectHelpOfF1(111);
+    chooseItem(*main, u"mnuX"_s);
+    expectHelpOfF1(114);
+}
+
+TEST_F(MainMenu, ChangesThePrinterResolution) {
+    const std::pair<QString, double> items[] = {
+        {u"mnuDPI600"_s, 2.0}, {u"mnuDPI1200"_s, 4.0}, {u"mnuDPI300"_s, 1.0}};
+    for (const auto& [item, scale] : items) {
+        boxes.tell(u"The printer resolution has been temporarily redefined to be %1 DPI."_s.arg(item.mid(6)));
+        chooseItem(*main, item);
+        EXPECT_EQ(theSession().PrintScale, scale);
+    }
+}
+
+TEST_F(MainMenu, AsksBeforeItChangesTheTextEditor) {
+    theSession().TextEditor = "/bin/ls ";
+    boxes.ask(false,
+              u"Note: you should use the PELR program if you wish to perminantly\n"
+              u"change the default text editor used by all VARN programs.\n\n"
+              u"However, you can temporarily reset the text editor now (for this session only).\n\n"
+              u"Would you like to temporarily reset the current, default text editor?"_s);
+    chooseItem(*main, u"mnusetDTE"_s);
+    EXPECT_EQ(theSession().TextEditor, "/bin/ls ");
+}
+
+// Whatever window is open, its help can be read beside it, found in, and closed.
+TEST_F(MainMenu, LetsHelpBeReadBesideEveryModalWindow) {
+    useTheRealHelpDocuments();
+    const std::tuple<QString, QString, QString> windows[] = {
+        {u"mnuOpen"_s, u"frmDataControl"_s, u"cmdHelp"_s},
+        {u"mnuOpen2"_s, u"frmGeneric"_s, u"cmdHelp"_s},
+        {u"mnuSave"_s, u"frmOutput"_s, u"cmdHelp"_s},
+        {u"mnuData"_s, u"frmDataEdit"_s, u"cmdHelp"_s},
+        {u"mnuAdjust"_s, u"frmAdjustData"_s, u"cmdHelp"_s}};
+    for (const auto& [item, name, help] : windows) {
+        chooseItem(*main, item);
+        QWidget& window = shownWindow(name);
+        clickOn(window, help);
+        QWidget& viewer = shownWindow(u"frmHelpTesl"_s);
+        EXPECT_TRUE(window.isVisible()) << name.toStdString();
+        clickThroughTheDesktop(control(viewer, u"Command2"_s));
+        waitUntilClosed(u"frmHelpTesl"_s);
+        EXPECT_TRUE(window.isVisible()) << name.toStdString();
+        window.close();
+        waitUntilClosed(name);
+    }
+    chooseItem(*main, u"mnuIDEW"_s);
+    QWidget& map = shownWindow(u"frmClip"_s);
+    chooseItem(map, u"mnuGDRH1"_s);
+    clickThroughTheDesktop(control(shownWindow(u"frmHelpTesl"_s), u"Command2"_s));
+    waitUntilClosed(u"frmHelpTesl"_s);
+}
+
+// The figures are those of the moment at which the window was opened.
+TEST_F(MainMenu, LeavesReviewWindowsAsTheyAreWhenARowIsDeleted) {
+    chooseItem(*main, u"mnuStat"_s);
+    QWidget& statistics = shownWindow(u"frmStat"_s);
+    chooseItem(*main, u"mnuData"_s);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    clickOn(dialog, u"Option2"_s);
+    typeInto(dialog, u"Text4"_s, u"2"_s);
+    clickOn(dialog, u"Command1"_s);
+    waitUntilClosed(u"frmDataEdit"_s);
+    EXPECT_EQ(theSurvey().NumSites, 3);
+    EXPECT_TRUE(main->lblInvitation->text().startsWith(u"3 sites in 1 row\n"));
+    EXPECT_EQ(controlAs<QLabel>(statistics, u"lblInfo"_s).text(), u"Total # of detected rows = 2"_s);
+    chooseItem(*main, u"mnuStat"_s);
+    EXPECT_EQ(controlAs<QLabel>(shownWindow(u"frmStat"_s), u"lblInfo"_s).text(),
+              u"Total # of detected rows = 1"_s);
+}

@@ -1,0 +1,208 @@
+#include "journeys/random/RandomSession.h"
+
+#include "app/FileDialogs.h"
+#include "app/MessageBox.h"
+#include "app/TextEditor.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "plots/RowPlotEditor.h"
+#include "support/UserDriver.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const std::vector<std::string> kSurveyItems = {"mnuSigCorr",   "mnuHist", "mnuClear",    "mnuData",
+                                               "mnuInvokeIDE", "mnuIDEW", "mnuDistance", "mnuGrid",
+                                               "mnuStat",      "mnuRow",  "mnuAdjust",   "mnuEL"};
+
+// The submenus that an item stands in.
+const std::map<std::string, std::vector<std::string>> kSubmenus = {
+    {"mnuX", {"mnuRow", "mnuInvokeIDE"}}, {"mnuY", {"mnuRow", "mnuInvokeIDE"}},
+    {"mnuIDEW", {"mnuInvokeIDE"}},        {"mnuTrue_Dis", {"mnuDistance"}},
+    {"mnuX_Dis", {"mnuDistance"}},        {"mnuY_Dis", {"mnuDistance"}}};
+
+void letWindowsGo() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+}  // namespace
+
+const std::vector<RandomSession::Act>& RandomSession::acts() {
+    using S = RandomSession;
+    static const std::vector<Act> all = {
+        {"import fixed columns", 6, &S::always, &S::importTrimble},
+        {"import delimited", 5, &S::always, &S::importGeneric},
+        {"open row plots", 14, &S::canPlotRows, &S::openRowPlots},
+        {"step to a row", 40, &S::canStep, &S::stepRow},
+        {"plot a row by number", 12, &S::rowPlotsOpen, &S::plotRowNumber},
+        {"pick points", 70, &S::rowPlotsOpen, &S::pickPoints},
+        {"delete points", 60, &S::canDelete, &S::deletePoints},
+        {"finish row plots", 4, &S::rowPlotsOpen, &S::finishRowPlots},
+        {"edit on the map", 9, &S::canMap, &S::editOnMap},
+        {"row dialog", 14, &S::canEditRows, &S::editRows},
+        {"survey grid", 3, &S::canPlotGrid, &S::plotGrid},
+        {"lag distances", 3, &S::canPlotLag, &S::plotLag},
+        {"row statistics", 3, &S::canReview, &S::reviewRows},
+        {"adjust readings", 6, &S::canAdjust, &S::adjust},
+        {"histograms", 2, &S::canAnalyse, &S::histograms},
+        {"correlation", 2, &S::canAnalyse, &S::correlation},
+        {"export", 6, &S::canExport, &S::exportSurvey},
+        {"clear screen", 2, &S::canClear, &S::clearScreen},
+        {"other items", 2, &S::always, &S::otherItems},
+        {"try to close", 1, &S::hasUnsaved, &S::tryToClose},
+    };
+    return all;
+}
+
+RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
+    theSurvey() = Survey{};
+    theSession() = Session{};
+    theSession().AppDir = theSession().DataDir = folder_.path();
+    theSession().TextEditor = "/bin/true ";
+    for (const std::string& item : kSurveyItems)
+        menus_[item] = false;
+    menus_["mnuSave"] = true;
+    setMessageResponder([this](const MessageBox& box) { return respond(box); });
+    setFileResponder([this](const FileQuestion&) { return respondWithFile(); });
+    setProgramStarter([](const EditorCommand&) { return true; });
+    main_ = createProgram();
+    main_->show();
+    editor_ = main_->findChild<RowPlotEditor*>();
+    letWindowsGo();
+}
+
+RandomSession::~RandomSession() {
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window != main_.get()) window->hide();
+    main_.reset();
+    setMessageResponder({});
+    setFileResponder({});
+    setProgramStarter({});
+}
+
+std::string RandomSession::run(long acts) {
+    for (long number = 1; number <= acts; ++number) {
+        std::vector<const Act*> possible;
+        for (const Act& act : RandomSession::acts())
+            if ((this->*act.possible)())
+                possible.insert(possible.end(), static_cast<std::size_t>(act.weight), &act);
+        const Act& act = *oneOf(possible);
+        ++made_[act.name];
+        try {
+            (this->*act.make)();
+            letWindowsGo();
+            compare();
+        } catch (const std::exception& error) {
+            differ(error.what());
+        }
+        if (!difference_.empty())
+            return "seed " + std::to_string(seed_) + ", act " + std::to_string(number) + " (" + act.name +
+                   "): " + difference_;
+    }
+    return {};
+}
+
+void RandomSession::movePointer(QWidget& widget, const QPoint& pixel) {
+    QMouseEvent move(QEvent::MouseMove, pixel, widget.mapToGlobal(QPointF(pixel)), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&widget, &move);
+}
+
+// Boxes and files -------------------------------------------------------------------------------------------
+
+void RandomSession::expect(const QString& text, const QString& title) {
+    boxes_.append({title, text, false, true});
+}
+
+void RandomSession::expectQuestion(bool answer, const QString& text) {
+    boxes_.append({u"VARN-Tessel"_s, text, true, answer});
+}
+
+bool RandomSession::respond(const MessageBox& box) {
+    if (boxes_.isEmpty()) {
+        differ("unexpected box: " + box.text.toStdString());
+        return false;
+    }
+    const ExpectedBox wanted = boxes_.takeFirst();
+    sameText("a box's text", box.text, wanted.text);
+    sameText("the title of the box " + box.text.toStdString(), box.title, wanted.title);
+    same("the kind of the box " + box.text.toStdString(), box.question, wanted.question);
+    return wanted.answer;
+}
+
+QString RandomSession::respondWithFile() {
+    if (!files_.isEmpty()) return files_.takeFirst();
+    differ("unexpected file dialog");
+    return {};
+}
+
+void RandomSession::differ(const std::string& what) {
+    if (difference_.empty()) difference_ = what;
+}
+
+void RandomSession::sameText(const std::string& what, const QString& actual, const QString& wanted) {
+    if (actual != wanted)
+        differ(what + " is \"" + actual.toStdString() + "\", expected \"" + wanted.toStdString() + "\"");
+}
+
+// Menus and plots -------------------------------------------------------------------------------------------
+
+bool RandomSession::canChoose(const std::string& item) const {
+    const auto isEnabled = [this](const std::string& name) {
+        const auto found = menus_.find(name);
+        return found == menus_.end() || found->second;
+    };
+    const auto submenus = kSubmenus.find(item);
+    if (submenus != kSubmenus.end())
+        for (const std::string& submenu : submenus->second)
+            if (!isEnabled(submenu)) return false;
+    return isEnabled(item);
+}
+
+void RandomSession::setMenus(bool enabled, const std::vector<std::string>& items) {
+    for (const std::string& item : items)
+        menus_[item] = enabled;
+}
+
+void RandomSession::plotsHidden() {
+    chart_.clear();
+    editing_ = false;
+    picked_.clear();
+}
+
+void RandomSession::surveyImported() {
+    plotsHidden();
+    saved_ = false;
+    rowDialog_ = false;
+    setMenus(!survey_.empty(), kSurveyItems);
+    if (!survey_.empty()) setMenus(true, {"mnuSave"});
+}
+
+void RandomSession::noSitesLeft() {
+    expect(u"There is no more point left in the file!"_s);
+    setMenus(false, {"mnuSave", "mnuInvokeIDE", "mnuIDEW", "mnuRow", "mnuData", "mnuStat", "mnuDistance",
+                     "mnuGrid", "mnuSigCorr", "mnuHist", "mnuClear"});
+}
+
+bool RandomSession::choose(const QString& item, bool wantsRows) {
+    const bool opens = !survey_.empty() && (!wantsRows || survey_.rowsUsable());
+    if (survey_.empty()) {
+        expect(u"There is no more point left in the file!"_s);
+    } else if (!opens) {
+        expect(u"Too many rows: Please specify a larger distance value"_s);
+        rowDialog_ = true;
+    } else if (wantsRows && survey_.rowSizes().size() > 250 && item != u"mnuStat"_s) {
+        expect(u"Subscript out of range"_s);
+        chooseItem(*main_, item);
+        return false;
+    }
+    chooseItem(*main_, item);
+    return opens;
+}

@@ -1,0 +1,135 @@
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "journeys/random/RandomSession.h"
+#include "plots/Chart2D.h"
+#include "plots/RowPlotEditor.h"
+#include "support/UserDriver.h"
+
+#include <QLabel>
+
+#include <bit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool sameBits(double a, double b) {
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+std::string shown(double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", value);
+    return text;
+}
+
+}  // namespace
+
+void RandomSession::compare() {
+    if (!boxes_.isEmpty()) differ("a box did not come: " + boxes_.first().text.toStdString());
+    if (!files_.isEmpty()) differ("a file dialog did not come");
+    compareSites();
+    compareRows();
+    compareMenus();
+    comparePlots();
+    compareRowPlots();
+}
+
+void RandomSession::compareSites() {
+    const Survey& survey = theSurvey();
+    same<long>("NumSites", survey.NumSites, static_cast<long>(survey_.sites.size()));
+    same("SiteIDPresent", survey.SiteIDPresent, survey_.ids);
+    same("TwoEMColumns", survey.TwoEMColumns, survey_.two);
+    if (!difference_.empty()) return;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        const PlainSite& site = survey_.sites[static_cast<std::size_t>(i)];
+        const double id = survey_.ids ? survey.SiteID[static_cast<std::size_t>(i)] : site.id;
+        const double actual[] = {survey.SiteData(kX, i),   survey.SiteData(kY, i),
+                                 survey.SiteData(kEM1, i), survey_.two ? survey.SiteData(kEM2, i) : site.em2,
+                                 survey.SiteData(kRow, i), id};
+        const double wanted[] = {site.x, site.y, site.em1, site.em2, double(site.row), site.id};
+        const char* const names[] = {"X", "Y", "EM1", "EM2", "row", "ID"};
+        for (std::size_t field = 0; field < 6; ++field)
+            if (!sameBits(actual[field], wanted[field]))
+                differ(std::string(names[field]) + " of site " + std::to_string(i) + " is " +
+                       shown(actual[field]) + ", expected " + shown(wanted[field]));
+    }
+    if (!sameBits(theSession().EMAdjustTotalA, totalA_)) differ("EMAdjustTotalA differs");
+    if (!sameBits(theSession().EMAdjustTotalB, totalB_)) differ("EMAdjustTotalB differs");
+    same("DataSaved", theSession().DataSaved, saved_);
+}
+
+void RandomSession::compareRows() {
+    const Survey& survey = theSurvey();
+    same("NumRows", survey.NumRows, survey_.rows);
+    same("too many rows", survey.RowIndex > 250, survey_.rowIndex > 250);
+    same("MinDistance", survey.MinDistance, survey_.minDistance);
+    same("DistanceMode", survey.DistanceMode, survey_.measure);
+    if (!difference_.empty()) return;
+    const std::vector<long> sizes = survey_.rowSizes();
+    if (counted_ && survey_.rows <= 250 && survey_.rowsUsable())
+        for (std::size_t r = 0; r < sizes.size(); ++r)
+            same<long>("NumPoints of row " + std::to_string(r + 1), survey.NumPoints[r + 1], sizes[r]);
+    if (!measured_) return;
+    const auto& distances = survey_.measure == 1   ? survey.TrueDist
+                            : survey_.measure == 2 ? survey.XDist
+                                                   : survey.YDist;
+    same("the number of distances", distances.size(), survey_.sites.size() + 1);
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        if (!sameBits(distances[i], survey_.distance(i)))
+            differ("the distance of site " + std::to_string(i) + " is " + shown(distances[i]) +
+                   ", expected " + shown(survey_.distance(i)));
+}
+
+void RandomSession::compareMenus() {
+    for (const QAction* action : main_->findChildren<QAction*>()) {
+        const std::string name = action->objectName().toStdString();
+        if (!name.starts_with("mnu")) continue;
+        const auto found = menus_.find(name);
+        same("enabled " + name, action->isEnabled(), found == menus_.end() || found->second);
+    }
+}
+
+void RandomSession::comparePlots() {
+    const auto visible = [this](const QString& name) {
+        return main_->findChild<QWidget*>(name)->isVisible();
+    };
+    for (const QString& chart : {u"Chart2D1"_s, u"Chart2D2"_s})
+        same("visible " + chart.toStdString(), visible(chart), chart_ == chart);
+    for (const QString& part : {u"Chart2D3"_s, u"Chart2D4"_s, u"Frame1"_s})
+        same("visible " + part.toStdString(), visible(part), editing_);
+    same("visible lblInvitation", visible(u"lblInvitation"_s), chart_.isEmpty() && !editing_);
+    same("visible frmDataEdit", isShown(u"frmDataEdit"_s), rowDialog_);
+    same("visible frmStat", isShown(u"frmStat"_s), !statistics_.isEmpty());
+    if (!statistics_.isEmpty() && isShown(u"frmStat"_s))
+        sameText("lblInfo", controlAs<QLabel>(shownWindow(u"frmStat"_s), u"lblInfo"_s).text(), statistics_);
+}
+
+void RandomSession::compareRowPlots() {
+    if (!editing_ || !difference_.empty()) return;
+    same("CurrentRow", editor_->CurrentRow, row_);
+    same("enabled Command1", editor_->Command1->isEnabled(), back_);
+    same("enabled Command2", editor_->Command2->isEnabled(), forward_);
+    same("enabled Command5", editor_->Command5->isEnabled(), delete_);
+    same("enabled Command6", editor_->Command6->isEnabled(), print_);
+    const auto sites = emptied_ ? std::vector<std::size_t>{} : survey_.sitesOfRow(row_);
+    const qsizetype count = static_cast<qsizetype>(sites.size());
+    const QString points =
+        emptied_ ? u"0 point)"_s : u"%1 point%2)"_s.arg(count).arg(count == 1 ? u""_s : u"s"_s);
+    sameText("the header of the row map", editor_->Chart2D4->headerText(),
+             u"Sample Row Plot:  Row #%1 ("_s.arg(row_) + points);
+    same<long>("points selected", editor_->Chart2D3->pointCount(Chart2D::kHighlight, 1),
+               static_cast<long>(picked_.size()));
+    same<long>("points of the profile", editor_->Chart2D3->pointCount(Chart2D::kData, 1), count);
+    same<long>("points of the map", editor_->Chart2D4->pointCount(Chart2D::kData, 1), count);
+    if (!difference_.empty()) return;
+    for (qsizetype k = 0; k < count; ++k) {
+        const PlainSite& site = survey_.sites[sites[static_cast<std::size_t>(k)]];
+        const double along = byX_ ? site.x : site.y;
+        if (editor_->Chart2D3->point(Chart2D::kData, 1, k + 1) != Chart2D::Point{along, site.em1})
+            differ("point " + std::to_string(k + 1) + " of the profile differs");
+        if (editor_->Chart2D4->point(Chart2D::kData, 1, k + 1) !=
+            Chart2D::Point{along, byX_ ? site.y : site.x})
+            differ("point " + std::to_string(k + 1) + " of the map differs");
+    }
+}

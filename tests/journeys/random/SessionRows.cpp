@@ -1,0 +1,145 @@
+#include "app/frmMain.h"
+#include "journeys/random/RandomSession.h"
+#include "support/UserDriver.h"
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct TypedRow {
+    bool numeric = false;
+    double number = 0;
+    bool within(int rows) const { return number >= 1 && number <= rows; }
+};
+
+TypedRow typedRow(const QString& text) {
+    TypedRow row;
+    row.numeric = plainNumeric(text.toStdString(), row.number);
+    row.number = std::nearbyint(row.number);
+    return row;
+}
+
+}  // namespace
+
+// One or more operations in the row dialog; one that was opened from the menu is closed at the end.
+void RandomSession::editRows() {
+    const bool wasOpen = rowDialog_;
+    if (!wasOpen) {
+        if (!choose(u"mnuData"_s, false)) return;
+        rowDialog_ = true;
+    }
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    dialog.activateWindow();
+    QCoreApplication::processEvents();
+    for (int tries = 0; rowDialog_ && tries < 8 && difference_.empty(); ++tries) {
+        const bool editable = survey_.rowIndex <= 250;
+        const int operation = editable ? below(3) : 2;
+        same("enabled Option1", control(dialog, u"Option1"_s).isEnabled(), editable);
+        if (operation == 0)
+            joinRows(dialog);
+        else if (operation == 1)
+            deleteRow(dialog);
+        else
+            recalculate(dialog);
+        if (chance(10)) break;
+    }
+    if (!rowDialog_ || (wasOpen && chance(50))) return;
+    clickOn(dialog, u"Command2"_s);
+    rowDialog_ = false;
+}
+
+void RandomSession::joinRows(QWidget& dialog) {
+    const int row = 1 + below(std::max(1, survey_.rows - 1));
+    std::vector<QString> entry = {QString::number(row), QString::number(row + 1)};
+    if (chance(40)) std::swap(entry[0], entry[1]);
+    const std::vector<QString> bad = {u"abc"_s, u""_s,    u"0"_s,
+                                      u"-1"_s,  u"1e9"_s, u"1.5"_s,
+                                      u"1"_s,   u"2.5"_s, QString::number(survey_.rows + 1)};
+    if (chance(30)) entry[static_cast<std::size_t>(below(2))] = oneOf(bad);
+    clickOn(dialog, u"Option1"_s);
+    typeInto(dialog, u"Text2"_s, entry[0]);
+    typeInto(dialog, u"Text3"_s, entry[1]);
+    const TypedRow a = typedRow(entry[0]), b = typedRow(entry[1]);
+    const bool within = a.within(survey_.rows) && b.within(survey_.rows);
+    const bool valid = a.numeric && b.numeric && within && std::abs(a.number - b.number) == 1;
+    if (survey_.empty())
+        noSitesLeft();
+    else if (!a.numeric || !b.numeric)
+        expect(u"Invalid Input: you have to enter numeric value(s)"_s);
+    else if (!within)
+        expect(u"Invalid Input: row number(s) out of range"_s);
+    else if (!valid)
+        expect(u"Invalid Input: you have to enter two consecutive numbers"_s);
+    clickOn(dialog, u"Command1"_s);
+    if (survey_.empty()) rowDialog_ = false;
+    if (!valid || survey_.empty()) return;
+    rowDialog_ = false;
+    joinPlainRows(survey_, static_cast<int>(a.number), static_cast<int>(b.number));
+    counted_ = true;
+    plotsHidden();
+}
+
+void RandomSession::deleteRow(QWidget& dialog) {
+    const std::vector<QString> bad = {
+        u"abc"_s, u""_s, u"0"_s, u"-1"_s, u"1e9"_s, u"0.5"_s, QString::number(survey_.rows + 1)};
+    const QString entry = chance(25) ? oneOf(bad) : QString::number(1 + below(std::max(1, survey_.rows)));
+    clickOn(dialog, u"Option2"_s);
+    typeInto(dialog, u"Text4"_s, entry);
+    const TypedRow row = typedRow(entry);
+    if (survey_.empty()) {
+        noSitesLeft();
+        clickOn(dialog, u"Command1"_s);
+        rowDialog_ = false;
+        return;
+    }
+    const bool valid = row.numeric && row.within(survey_.rows);
+    if (!row.numeric)
+        expect(u"Invalid Input: you have to enter a numeric value"_s);
+    else if (!valid)
+        expect(u"Invalid Input: row number out of range"_s);
+    else
+        deletePlainRow(survey_, static_cast<int>(row.number));
+    if (valid && survey_.empty()) noSitesLeft();
+    clickOn(dialog, u"Command1"_s);
+    if (!valid) return;
+    rowDialog_ = false;
+    counted_ = true;
+    plotsHidden();
+}
+
+void RandomSession::recalculate(QWidget& dialog) {
+    const int measure = 1 + below(3);
+    const QString box = measure == 1 ? u"Text1"_s : measure == 2 ? u"Text5"_s : u"Text6"_s;
+    const std::vector<QString> entries = {u"abc"_s, u""_s,  u"-1"_s,  u"3 m"_s, u"0"_s,
+                                          u"3"_s,   u"3"_s, u"2.5"_s, u"0.9"_s, u"1e3"_s};
+    const QString entry = oneOf(entries);
+    clickOn(dialog, u"Option%1"_s.arg(measure + 2));
+    typeInto(dialog, box, entry);
+    double distance = 0;
+    const bool numeric = plainNumeric(entry.toStdString(), distance);
+    if (survey_.empty())
+        noSitesLeft();
+    else if (!numeric)
+        expect(u"Invalid Input: you have to enter a numeric value"_s);
+    else if (distance < 0)
+        expect(u"Invalid Input: the number has to be greater than zero"_s);
+    const bool runs = !survey_.empty() && numeric && distance >= 0;
+    bool found = false;
+    if (runs) {
+        survey_.measure = measure;
+        survey_.minDistance = distance;
+        found = findPlainRows(survey_);
+        if (!found) expect(u"Too many rows: Please specify a larger distance value"_s);
+    }
+    clickOn(dialog, u"Command1"_s);
+    if (survey_.empty()) rowDialog_ = false;
+    if (!runs) return;
+    plotsHidden();
+    measured_ = true;
+    counted_ = found;
+    if (!found) return;
+    rowDialog_ = false;
+    setMenus(true, {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid"});
+}

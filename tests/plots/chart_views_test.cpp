@@ -1,0 +1,68 @@
+#include "plots/chart_views.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+void expectView(const ChartViews& views, ChartViews::Axis axis, double lower, double upper) {
+    EXPECT_DOUBLE_EQ(views.view(axis).lower, lower);
+    EXPECT_DOUBLE_EQ(views.view(axis).upper, upper);
+}
+
+ChartViews hundredByFifty() {
+    ChartViews views;
+    views.setLimits(ChartViews::kX, 0, 100);
+    views.setLimits(ChartViews::kY, 0, 50);
+    return views;
+}
+
+}  // namespace
+
+TEST(ChartViews, KeepLimitsAsTheyWereSet) {
+    ChartViews views;
+    views.setLimits(ChartViews::kX, 7, 7);
+    views.setLimits(ChartViews::kY, 10, -10);
+    EXPECT_EQ(views.limits(ChartViews::kX).minimum, 7);
+    EXPECT_EQ(views.limits(ChartViews::kX).maximum, 7);
+    EXPECT_EQ(views.limits(ChartViews::kY).minimum, 10);
+    EXPECT_EQ(views.limits(ChartViews::kY).maximum, -10);
+    EXPECT_LT(views.view(ChartViews::kX).lower, views.view(ChartViews::kX).upper);
+    EXPECT_TRUE(views.view(ChartViews::kY).reversed);
+    EXPECT_FALSE(views.isZoomed());
+}
+
+TEST(ChartViews, TheSecondYAxisFollowsTheFirstUntilItIsSet) {
+    ChartViews views = hundredByFifty();
+    expectView(views, ChartViews::kY2, 0, 50);
+    views.setLimits(ChartViews::kY2, 1, 2);
+    views.setLimits(ChartViews::kY, 0, 80);
+    expectView(views, ChartViews::kY2, 1, 2);
+}
+
+TEST(ChartViews, ZoomAroundAPlaceOfThePlotArea) {
+    ChartViews views = hundredByFifty();
+    views.zoom(0.25, 0.5, 1, 0.5);
+    expectView(views, ChartViews::kX, 12.5, 62.5);
+    expectView(views, ChartViews::kY, 25, 50);
+    expectView(views, ChartViews::kY2, 25, 50);
+    EXPECT_TRUE(views.isZoomed());
+    EXPECT_EQ(views.limits(ChartViews::kX).maximum, 100);
+}
+
+TEST(ChartViews, MoveToTheRightAndUpwards) {
+    ChartViews views = hundredByFifty();
+    views.move(0.1, -0.2);
+    expectView(views, ChartViews::kX, 10, 110);
+    expectView(views, ChartViews::kY, -10, 40);
+}
+
+TEST(ChartViews, ReturnToTheLimits) {
+    ChartViews views = hundredByFifty();
+    views.zoom(0.5, 0.5, 0.5, 0.5);
+    views.setLimits(ChartViews::kX, 0, 10);
+    expectView(views, ChartViews::kX, 0, 10);
+    EXPECT_TRUE(views.isZoomed());
+    views.reset();
+    expectView(views, ChartViews::kY, 0, 50);
+    EXPECT_FALSE(views.isZoomed());
+}
