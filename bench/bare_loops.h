@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+// The least code that does the work of a job without the program: what a job is measured against.
+
+/// Columns in memory that nobody has filled.
+struct BareTable {
+    static constexpr int kColumns = 5;
+    std::unique_ptr<double[]> columns[kColumns];
+    std::size_t sites = 0;
+};
+
+/// Maps the file, finds line ends with memchr, converts five fixed fields with std::from_chars, stores them.
+/// Lines with a field that is no number are passed over.
+BareTable bareFixedColumnImport(const std::string& path);
+/// The same for five fields separated by commas, then one pass of distances.
+BareTable bareCommaImport(const std::string& path);
+
+/// One pass of distances and row numbers. The arrays must be as long as the survey.
+double bareDistancesAndRows(const Survey& survey, double* distances, double* rows);
+
+/// Formats five fields a site with std::to_chars in its shortest form into zones of 14 characters and writes
+/// the file with write().
+void bareExport(const Survey& survey, const std::string& path);
+
+/// Points to pixels: a block of `dot` pixels in one colour for each site that is not masked.
+struct BarePicture {
+    int width, height;
+    std::vector<std::uint32_t> pixels;
+    BarePicture(int w, int h)
+        : width(w), height(h), pixels(static_cast<std::size_t>(w) * static_cast<std::size_t>(h)) {}
+};
+void barePoints(BarePicture& picture, const Survey& survey, const std::uint8_t* mask, int dot);
+/// A line through all distances: for each pixel column the lowest and the highest are kept, then drawn.
+void bareLine(BarePicture& picture, std::span<const double> values, double top);
+
+/// Marks the sites inside a rectangle in survey units and counts the marks.
+SiteIndex bareMask(const Survey& survey, std::uint8_t* mask, double west, double south, double east,
+                   double north);
+
+/// Moves every column of the table by one site: one pass over the table, reading and writing.
+void bareTablePass(Survey& survey);
+
+/// Sum, sum of squares, minimum and maximum in two passes, then counts of 50 bins in a third.
+struct BareHistogram {
+    double mean = 0, squares = 0, minimum = 0, maximum = 0;
+    std::int64_t bins[50] = {};
+};
+BareHistogram bareHistogram(const double* readings, SiteIndex sites);

@@ -1,0 +1,196 @@
+// What computes, each job ("name/size") beside its bare loop ("name:bare/size").
+#include "analysis/histogram.h"
+#include "app/column_statistics.h"
+#include "bench/bare_loops.h"
+#include "bench/made_field.h"
+#include "export/transect_file.h"
+#include "import/error_log.h"
+#include "import/import_report.h"
+#include "plots/row_deletion.h"
+#include "plots/row_sites.h"
+#include "plots/site_masking.h"
+#include "rows/row_detection.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <map>
+
+namespace {
+
+// Fields are made once for all benchmarks.
+const Survey& field(SiteIndex sites) {
+    static std::map<SiteIndex, Survey> fields;
+    const auto found = fields.find(sites);
+    return found != fields.end() ? found->second : fields.emplace(sites, madeField(sites)).first->second;
+}
+
+void countSites(benchmark::State& state) {
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void countFile(benchmark::State& state, const std::string& path) {
+    countSites(state);
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(std::filesystem::file_size(path)));
+}
+
+void trimbleImport(benchmark::State& state) {
+    const TrimbleOptions options = trimbleFileOptions(state.range(0));
+    for (auto _ : state) {
+        Survey survey;
+        ErrorLog log(options.errorLogPath);
+        const std::int64_t errors = readTrimbleFile(options, survey, log);
+        log.commit();
+        benchmark::DoNotOptimize(trimbleImportReport(survey.NumSites, errors));
+    }
+    countFile(state, options.path);
+}
+void trimbleImportBare(benchmark::State& state) {
+    const std::string path = trimbleFile(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareFixedColumnImport(path).sites);
+    countFile(state, path);
+}
+
+void genericImport(benchmark::State& state) {
+    const GenericOptions options = genericFileOptions(state.range(0));
+    const Survey parameters;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(importGenericFile(options, parameters).survey.NumSites);
+    countFile(state, options.path);
+}
+void genericImportBare(benchmark::State& state) {
+    const std::string path = genericFile(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareCommaImport(path).sites);
+    countFile(state, path);
+}
+
+void distancesAndRows(benchmark::State& state) {
+    Survey survey = field(state.range(0));
+    for (auto _ : state) {
+        Calculate_Chosen_Distance(survey);
+        benchmark::DoNotOptimize(Assign_Row(survey));
+    }
+    countSites(state);
+}
+void distancesAndRowsBare(benchmark::State& state) {
+    Survey survey = field(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            bareDistancesAndRows(survey, survey.TrueDist.data(), survey.SiteData.column(kRow)));
+    countSites(state);
+}
+
+Survey withoutIDs(SiteIndex sites) {
+    Survey survey = field(sites);
+    survey.SiteIDPresent = false;
+    survey.SiteID.clear();
+    return survey;
+}
+void transectExport(benchmark::State& state) {
+    const Survey survey = withoutIDs(state.range(0));
+    const std::string path = benchFolder() + "/transect.txt";
+    for (auto _ : state)
+        writeTransectFile(survey, path, TransectFormat{});
+    countFile(state, path);
+}
+void transectExportBare(benchmark::State& state) {
+    const Survey survey = withoutIDs(state.range(0));
+    const std::string path = benchFolder() + "/bare_transect.txt";
+    for (auto _ : state)
+        bareExport(survey, path);
+    countFile(state, path);
+}
+
+void maskRectangle(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    const MapExtent extent = SetMapScale(survey, false);
+    SiteMaskArray mask(static_cast<std::size_t>(survey.NumSites), 0);
+    for (auto _ : state) {
+        double north = 0.3, south = 0.7;
+        benchmark::DoNotOptimize(MaskSites(survey, extent, mask, 0.3, north, 0.7, south));
+    }
+    countSites(state);
+}
+void maskRectangleBare(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    const MapExtent e = SetMapScale(survey, false);
+    SiteMaskArray mask(static_cast<std::size_t>(survey.NumSites), 0);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            bareMask(survey, mask.data(), e.surveyX(0.3), e.surveyY(0.7), e.surveyX(0.7), e.surveyY(0.3)));
+    countSites(state);
+}
+
+void histogram(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    for (auto _ : state) {
+        const HistogramStatistics statistics = histogramStatistics(survey, kEM1);
+        benchmark::DoNotOptimize(countBins(survey, kEM1, statistics));
+    }
+    countSites(state);
+}
+void histogramBare(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareHistogram(survey.SiteData.column(kEM1), survey.NumSites));
+    countSites(state);
+}
+
+// Every other site of a row, 100 at most.
+RowSelection pickedSites(const Survey& survey, int row) {
+    RowSelection selection;
+    const SiteIndex sites = rowSites(survey, row).count;
+    for (SiteIndex point = 1; point <= sites && selection.SelCount < 100; point += 2)
+        selection.append(point);
+    return selection;
+}
+// The first rows, so that nearly the whole table moves.
+void deletePicked(benchmark::State& state) {
+    Survey survey = field(state.range(0));
+    int row = 1;
+    for (auto _ : state) {
+        RowSelection selection = pickedSites(survey, row);
+        benchmark::DoNotOptimize(deleteSelectedSites(survey, row, selection));
+        row = row % 10 + 1;
+        if (row > 1) continue;
+        state.PauseTiming();
+        survey = field(state.range(0));
+        state.ResumeTiming();
+    }
+    countSites(state);
+}
+void deletePickedBare(benchmark::State& state) {
+    Survey survey = field(state.range(0));
+    for (auto _ : state) {
+        bareTablePass(survey);
+        benchmark::ClobberMemory();
+    }
+    countSites(state);
+}
+
+void sizes(benchmark::internal::Benchmark* job) {
+    for (const int size : {10'000, 100'000, 1'000'000, 5'000'000})
+        job->Arg(size);
+    job->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(trimbleImport)->Name("Trimble import")->Apply(sizes);
+BENCHMARK(trimbleImportBare)->Name("Trimble import:bare")->Apply(sizes);
+BENCHMARK(genericImport)->Name("generic import")->Apply(sizes);
+BENCHMARK(genericImportBare)->Name("generic import:bare")->Apply(sizes);
+BENCHMARK(distancesAndRows)->Name("distances and rows")->Apply(sizes);
+BENCHMARK(distancesAndRowsBare)->Name("distances and rows:bare")->Apply(sizes);
+BENCHMARK(transectExport)->Name("transect export")->Apply(sizes);
+BENCHMARK(transectExportBare)->Name("transect export:bare")->Apply(sizes);
+BENCHMARK(maskRectangle)->Name("mask a rectangle")->Apply(sizes);
+BENCHMARK(maskRectangleBare)->Name("mask a rectangle:bare")->Apply(sizes);
+BENCHMARK(histogram)->Name("histogram and statistics")->Apply(sizes);
+BENCHMARK(histogramBare)->Name("histogram and statistics:bare")->Apply(sizes);
+BENCHMARK(deletePicked)->Name("delete 100 picked sites")->Apply(sizes);
+BENCHMARK(deletePickedBare)->Name("delete 100 picked sites:bare")->Apply(sizes);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,146 @@
+// A typical run through the real windows on a made-up field, act by act:
+//     tessel_typical_run SITES
+// prints how long each act kept the user waiting, from the click until the screen is drawn.
+#include "app/Guarded.h"
+#include "app/MessageBox.h"
+#include "app/PictureBox.h"
+#include "app/frmMain.h"
+#include "bench/made_field.h"
+#include "main.h"
+#include "plots/Chart2D.h"
+#include "support/Journeys.h"
+#include "support/UserDriver.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+double cpuMilliseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) * 1e-6;
+}
+
+template <typename Act>
+void timed(const char* name, const Act& act) {
+    QElapsedTimer wall;
+    wall.start();
+    const double before = cpuMilliseconds();
+    act();
+    QApplication::processEvents();
+    std::printf("%-44s %9.1f ms CPU %9.1f ms\n", name, cpuMilliseconds() - before,
+                static_cast<double>(wall.nsecsElapsed()) * 1e-6);
+    std::fflush(stdout);
+}
+
+void importField(frmMain& main, SiteIndex sites) {
+    const QString file = QString::fromStdString(trimbleFile(sites));
+    const TrimbleEntries entries{file,
+                                 u"5"_s,
+                                 {u"1"_s, u"8"_s},
+                                 {u"10"_s, u"21"_s},
+                                 {u"23"_s, u"34"_s},
+                                 {u"36"_s, u"43"_s},
+                                 {u"45"_s, u"52"_s}};
+    timed("read and report (mnuOpen)", [&] { importTrimbleFile(main, entries); });
+}
+
+void review(frmMain& main) {
+    timed("row statistics", [&] { chooseItem(main, u"mnuStat"_s); });
+    shownWindow(u"frmStat"_s).close();
+    timed("lag distance plot", [&] { chooseItem(main, u"mnuTrue_Dis"_s); });
+    timed("survey grid plot", [&] { chooseItem(main, u"mnuGrid"_s); });
+}
+
+void editOnTheMap(frmMain& main) {
+    timed("open the map's window", [&] { chooseItem(main, u"mnuIDEW"_s); });
+    QWidget& map = shownWindow(u"frmClip"_s);
+    timed("full map", [&] { chooseItem(map, u"mnuFullMapMax"_s); });
+    timed("a quadrant", [&] { chooseItem(map, u"mnuZnw"_s); });
+    timed("full map again", [&] { chooseItem(map, u"mnuFullMapMax"_s); });
+    clickOn(map, u"cmdClipOn"_s);
+    auto& box = controlAs<PictureBox>(map, u"picMapZoom"_s);
+    const auto at = [&box](double x, double y) {
+        return QPoint(static_cast<int>(box.width() * x), static_cast<int>(box.height() * y));
+    };
+    timed("first corner", [&] { QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.4, 0.4)); });
+    timed("move the rectangle", [&] { QTest::mouseMove(&box, at(0.45, 0.46)); });
+    timed("mask the rectangle",
+          [&] { QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.45, 0.46)); });
+    clickOn(map, u"cmdClipOff"_s);
+    timed("delete the masked sites", [&] { clickOn(map, u"cmdDelete"_s); });
+    timed("leave the map", [&] { chooseItem(map, u"mnuDone"_s); });
+}
+
+void editARow(frmMain& main) {
+    QWidget& window = main;
+    timed("row plots", [&] { chooseItem(main, u"mnuY"_s); });
+    clickOn(window, u"Option2"_s);
+    typeInto(window, u"Text1"_s, u"4"_s);
+    timed("plot row 4", [&] { clickOn(window, u"Command3"_s); });
+    auto& profile = controlAs<Chart2D>(window, u"Chart2D3"_s);
+    const auto point = profile.point(Chart2D::kData, 1, profile.pointCount(Chart2D::kData, 1) / 2);
+    const QPoint pixel = profile.dataToPixel(point.x, point.y).toPoint();
+    timed("pick a site", [&] { QTest::mouseClick(&profile, Qt::LeftButton, Qt::NoModifier, pixel); });
+    timed("delete the picked site", [&] { clickOn(window, u"Command5"_s); });
+    timed("leave the row plots", [&] { clickOn(window, u"Command4"_s); });
+}
+
+void editRows(frmMain& main) {
+    chooseItem(main, u"mnuData"_s);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    clickOn(dialog, u"Option3"_s);
+    typeInto(dialog, u"Text1"_s, u"5"_s);
+    timed("find the rows anew", [&] { clickOn(dialog, u"Command1"_s); });
+}
+
+void analyse(frmMain& main) {
+    timed("open the adjustment", [&] { chooseItem(main, u"mnuAdjust"_s); });
+    clickOn(shownWindow(u"frmAdjustData"_s), u"cmdFinished"_s);
+    chooseItem(main, u"mnuHist"_s);
+    QWidget& histograms = shownWindow(u"frmHistForm"_s);
+    timed("histograms", [&] { chooseItem(histograms, u"mnuPlot"_s); });
+    chooseItem(histograms, u"mnuDone"_s);
+    chooseItem(main, u"mnuSigCorr"_s);
+    QWidget& correlation = shownWindow(u"frmSigCorrStruct"_s);
+    timed("correlation plot", [&] { chooseItem(correlation, u"mnuPlot1"_s); });
+    chooseItem(correlation, u"mnuExit"_s);
+}
+
+void run(SiteIndex sites) {
+    trimbleFile(sites);  // written before the clock runs
+    setMessageResponder([](const MessageBox&) { return true; });
+    const auto main = createProgram();
+    timed("show the main window", [&] { main->show(); });
+    importField(*main, sites);
+    review(*main);
+    editOnTheMap(*main);
+    editARow(*main);
+    editRows(*main);
+    analyse(*main);
+    const QString file = QString::fromStdString(benchFolder() + "/transect.txt");
+    timed("export and write", [&] { exportTransectFile(*main, file); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    Application application(argc, argv);
+    theSession().AppDir = Application::applicationDirPath().toStdString();
+    theSession().DataDir = benchFolder();
+    try {
+        run(argc > 1 ? std::atoll(argv[1]) : 5'000'000);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "error: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

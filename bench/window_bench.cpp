@@ -1,0 +1,155 @@
+// What shows, in real windows without a screen, each job ("name/size") beside its bare loop
+// ("name:bare/size").
+#include "analysis/LagDistancePlot.h"
+#include "app/Guarded.h"
+#include "app/PictureBox.h"
+#include "app/frmMain.h"
+#include "bench/bare_loops.h"
+#include "bench/made_field.h"
+#include "plots/SurveyGridPlot.h"
+#include "plots/frmClip.h"
+
+#include <QMouseEvent>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr QSize kMapSize(1000, 800);
+constexpr int kDot = 2;
+
+// The survey of the process is made anew only when the size changes.
+Survey& openField(SiteIndex sites) {
+    Survey& survey = theSurvey();
+    if (survey.NumSites != sites) survey = madeField(sites);
+    return survey;
+}
+
+void countSites(benchmark::State& state) {
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void moveTo(QWidget& widget, QPointF pixel) {
+    QMouseEvent move(QEvent::MouseMove, pixel, widget.mapToGlobal(pixel), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&widget, &move);
+    QApplication::processEvents();
+}
+
+// A main window with the map of the survey above it, the picture of the wanted size.
+struct Map {
+    frmMain main;
+    frmClip clip{main};
+    PictureBox& picture;
+
+    Map() : picture(*clip.findChild<PictureBox*>(QStringLiteral("picMapZoom"))) {
+        clip.show();
+        clip.mnuFullMapMax_Click();
+        QApplication::processEvents();
+        clip.resize(clip.size() + kMapSize - picture.size());
+        QApplication::processEvents();
+    }
+};
+
+void displayMap(benchmark::State& state) {
+    openField(state.range(0));
+    Map map;
+    if (map.picture.size() != kMapSize) return state.SkipWithError("the map has another size");
+    for (auto _ : state)
+        map.clip.DisplayMap();
+    countSites(state);
+}
+void displayMapBare(benchmark::State& state) {
+    const Survey& survey = openField(state.range(0));
+    const SiteMaskArray mask(static_cast<std::size_t>(survey.NumSites), 0);
+    BarePicture picture(kMapSize.width(), kMapSize.height());
+    for (auto _ : state) {
+        barePoints(picture, survey, mask.data(), kDot);
+        benchmark::ClobberMemory();
+    }
+    countSites(state);
+}
+
+void moveOnMap(benchmark::State& state) {
+    openField(state.range(0));
+    Map map;
+    map.clip.cmdClipOn_Click();
+    map.clip.picMapZoom_MouseDown(0.1, 0.1);
+    int step = 0;
+    for (auto _ : state)
+        moveTo(map.picture, QPointF(300 + (step++ % 400), 300));
+    map.clip.cmdClipOff_Click();
+}
+
+// Points as a chart of the main window draws them, the first time and every time.
+template <typename Plot, void (Plot::*Click)()>
+void plotFirst(benchmark::State& state) {
+    openField(state.range(0));
+    frmMain main;
+    main.resize(1100, 900);
+    main.show();
+    Plot plot(main);
+    for (auto _ : state) {
+        (plot.*Click)();
+        QApplication::processEvents();
+    }
+    countSites(state);
+}
+void gridBare(benchmark::State& state) {
+    displayMapBare(state);
+}
+void lagBare(benchmark::State& state) {
+    const Survey& survey = openField(state.range(0));
+    std::vector<double> distances(static_cast<std::size_t>(survey.NumSites) + 1);
+    std::vector<double> rows(distances.size());
+    BarePicture picture(kMapSize.width(), kMapSize.height());
+    for (auto _ : state) {
+        const double top = bareDistancesAndRows(survey, distances.data(), rows.data());
+        bareLine(picture, std::span(distances).first(static_cast<std::size_t>(survey.NumSites)), top);
+        benchmark::ClobberMemory();
+    }
+    countSites(state);
+}
+
+template <typename Plot, void (Plot::*Click)()>
+void moveOnPlot(benchmark::State& state) {
+    openField(state.range(0));
+    frmMain main;
+    main.resize(1100, 900);
+    main.show();
+    Plot plot(main);
+    (plot.*Click)();
+    QApplication::processEvents();
+    auto& chart = *main.findChild<Chart2D*>();
+    int step = 0;
+    for (auto _ : state)
+        moveTo(chart, QPointF(300 + (step++ % 400), 300));
+}
+
+constexpr auto kGrid = &SurveyGridPlot::mnuGrid_Click;
+constexpr auto kLag = &LagDistancePlot::mnuTrue_Dis_Click;
+
+void sizes(benchmark::internal::Benchmark* job) {
+    for (const int size : {10'000, 100'000, 1'000'000, 5'000'000})
+        job->Arg(size);
+    job->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(displayMap)->Name("DisplayMap")->Apply(sizes);
+BENCHMARK(displayMapBare)->Name("DisplayMap:bare")->Apply(sizes);
+BENCHMARK(plotFirst<SurveyGridPlot, kGrid>)->Name("survey grid plot")->Apply(sizes);
+BENCHMARK(gridBare)->Name("survey grid plot:bare")->Apply(sizes);
+BENCHMARK(plotFirst<LagDistancePlot, kLag>)->Name("lag distance plot")->Apply(sizes);
+BENCHMARK(lagBare)->Name("lag distance plot:bare")->Apply(sizes);
+BENCHMARK(moveOnMap)->Name("mouse move on the map")->Apply(sizes);
+BENCHMARK(moveOnPlot<SurveyGridPlot, kGrid>)->Name("mouse move on the grid plot")->Apply(sizes);
+BENCHMARK(moveOnPlot<LagDistancePlot, kLag>)->Name("mouse move on the lag plot")->Apply(sizes);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    Application application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
