@@ -1,7 +1,7 @@
 # Sourced by run and test: installs the Debian packages that are missing, and only those.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libqcustomplot-dev libgl-dev fonts-dejavu-core)
-display_packages=(xvfb)
+display_packages=(xvfb xauth)
 test_packages=(libgtest-dev clang-format clang-tidy poppler-utils
     appstream desktop-file-utils dpkg-dev file lintian man-db pandoc
     cups-daemon cups-client cups-filters printer-driver-cups-pdf ghostscript)
