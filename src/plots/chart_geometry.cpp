@@ -1,6 +1,7 @@
 #include "plots/chart_geometry.h"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <utility>
 
@@ -43,6 +44,40 @@ bool clipLine(const PixelRect& area, PixelPoint& a, PixelPoint& b) {
     return true;
 }
 
+/// Whether one of a block of points may be nearer than `best` (a squared distance). Two passes without
+/// branches, the second only where the first, across alone, leaves it open.
+class NearBlock {
+  public:
+    static constexpr std::size_t kPoints = 128;
+
+    NearBlock(const PixelMap& map, double px, double py) : map_(map), px_(px), py_(py) {}
+
+    bool mayBeNearer(const double* x, const double* y, double best) const {
+        // The signs of the differences, gathered without a branch. Of what is no number any sign will do.
+        std::int64_t signs = 0;
+        for (std::size_t i = 0; i < kPoints; ++i)
+            signs |= std::bit_cast<std::int64_t>(squareX(x[i]) - best);
+        if (signs >= 0) return false;
+        signs = 0;
+        for (std::size_t i = 0; i < kPoints; ++i)
+            signs |= std::bit_cast<std::int64_t>(squareX(x[i]) + squareY(y[i]) - best);
+        return signs < 0;
+    }
+
+  private:
+    double squareX(double x) const {
+        const double dx = map_.pixelX(x) - px_;
+        return dx * dx;
+    }
+    double squareY(double y) const {
+        const double dy = map_.pixelY(y) - py_;
+        return dy * dy;
+    }
+
+    PixelMap map_;
+    double px_, py_;
+};
+
 /// Takes points one by one and lays down the lines that remain.
 class LineBuilder {
   public:
@@ -52,11 +87,10 @@ class LineBuilder {
     void add(PixelPoint point) {
         // Points beyond the sides share one column each: they matter only for the slope of the line that
         // enters the plot area.
-        const double column =
-            std::floor(std::clamp(point.x, area_.left - 2, area_.right + 2) * columnsPerPixel_);
-        if (!open_ || column != column_) {
+        const double place = std::clamp(point.x, area_.left - 2, area_.right + 2) * columnsPerPixel_;
+        if (!open_ || !(place >= column_ && place < column_ + 1)) {
             finishColumn();
-            column_ = column;
+            column_ = std::floor(place);
             first_ = lowest_ = highest_ = point;
             lowestFirst_ = open_ = true;
         }
@@ -152,6 +186,7 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     const double slack = 1e-3;
     const PixelRect shown{map.area.left - slack, map.area.top - slack, map.area.right + slack,
                           map.area.bottom + slack};
+    const NearBlock block(map, px, py);
     double best = std::numeric_limits<double>::infinity();
     NearestPoint found;
     for (std::size_t s = 0; s < series.size(); ++s) {
@@ -159,6 +194,10 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
         const double* y = series[s].y.data();
         const std::size_t count = series[s].x.size();
         for (std::size_t i = 0; i < count; ++i) {
+            if (i % NearBlock::kPoints == 0)
+                while (i + NearBlock::kPoints <= count && !block.mayBeNearer(x + i, y + i, best))
+                    i += NearBlock::kPoints;
+            if (i == count) break;
             const double pointX = map.pixelX(x[i]);
             const double pointY = map.pixelY(y[i]);
             const double dx = pointX - px;
