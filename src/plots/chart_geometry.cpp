@@ -9,6 +9,7 @@ namespace {
 
 constexpr double kLargest = 1e240;
 constexpr double kFarthestPixel = 1e9;
+constexpr double kNowhere = std::numeric_limits<double>::infinity();
 
 /// The smallest width that ticks and pixels around `value` can still resolve.
 double resolvableWidth(double value) {
@@ -77,6 +78,17 @@ class NearBlock {
     PixelMap map_;
     double px_, py_;
 };
+
+/// How far (squared) a few of the points are at most from a pixel: what is farther need not be looked at.
+/// `squared` gives infinity for points that cannot be picked.
+template <typename Squared>
+double squaredOfSample(std::span<const ChartSeries> series, const Squared& squared) {
+    double best = kNowhere;
+    for (const ChartSeries& s : series)
+        for (std::size_t i = 0; i < s.x.size(); i += 16 * NearBlock::kPoints)
+            best = std::min(best, squared(s.x[i], s.y[i]));
+    return best;
+}
 
 /// Takes points one by one and lays down the lines that remain.
 class LineBuilder {
@@ -186,8 +198,17 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     const double slack = 1e-3;
     const PixelRect shown{map.area.left - slack, map.area.top - slack, map.area.right + slack,
                           map.area.bottom + slack};
+    const auto squared = [&](double x, double y) {
+        const double pointX = map.pixelX(x);
+        const double pointY = map.pixelY(y);
+        const double dx = pointX - px;
+        const double dy = pointY - py;
+        const bool isPickable = shown.contains(pointX, pointY) && !isHole(x, y);
+        return isPickable ? dx * dx + dy * dy : kNowhere;
+    };
     const NearBlock block(map, px, py);
-    double best = std::numeric_limits<double>::infinity();
+    // Just above, so that the first of equally near points is found anew.
+    double best = std::nextafter(squaredOfSample(series, squared), kNowhere);
     NearestPoint found;
     for (std::size_t s = 0; s < series.size(); ++s) {
         const double* x = series[s].x.data();
@@ -198,13 +219,9 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
                 while (i + NearBlock::kPoints <= count && !block.mayBeNearer(x + i, y + i, best))
                     i += NearBlock::kPoints;
             if (i == count) break;
-            const double pointX = map.pixelX(x[i]);
-            const double pointY = map.pixelY(y[i]);
-            const double dx = pointX - px;
-            const double dy = pointY - py;
-            const double squared = dx * dx + dy * dy;
-            if (!(squared < best) || !shown.contains(pointX, pointY) || isHole(x[i], y[i])) continue;
-            best = squared;
+            const double distance = squared(x[i], y[i]);
+            if (!(distance < best)) continue;
+            best = distance;
             found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0};
         }
     }
