@@ -28,7 +28,9 @@ const QWidget* mainWindow() {
 }
 
 // A rectangle of that size over the middle of another, moved and cut so that it stays on the screen.
-QRect placedOver(const QRect& other, QSize size, const QRect& screen) {
+QRect placedOver(const QRect& other, QSize size, const QRect& wholeScreen) {
+    // The frame, whose size is not known before the window has been shown, needs room too.
+    const QRect screen = wholeScreen.marginsRemoved(QMargins(8, 32, 8, 8));
     QRect place(QPoint(), size.boundedTo(screen.size()));
     place.moveCenter(other.center());
     place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));

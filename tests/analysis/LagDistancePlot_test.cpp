@@ -29,15 +29,16 @@ Survey twoRows() {
 class LagPlots : public testing::Test {
   protected:
     LagPlots() : lag(*new LagDistancePlot(main)), chart(*lag.Chart2D1) {
-        const auto join = [this](QAction* item, void (LagDistancePlot::*click)()) {
-            QObject::connect(item, &QAction::triggered, &main,
-                             guarded(&main, [this, click] { (lag.*click)(); }));
-        };
         join(main.mnuTrue_Dis, &LagDistancePlot::mnuTrue_Dis_Click);
         join(main.mnuX_Dis, &LagDistancePlot::mnuX_Dis_Click);
         join(main.mnuY_Dis, &LagDistancePlot::mnuY_Dis_Click);
         main.resize(1024, 768);
         main.show();
+    }
+    void join(QAction* item, void (LagDistancePlot::*click)()) {
+        LagDistancePlot* const plot = &lag;
+        QObject::connect(item, &QAction::triggered, plot,
+                         guarded(&main, [plot, click] { (plot->*click)(); }));
     }
     void expectDistances(const std::vector<double>& distances) {
         const auto sites = static_cast<qsizetype>(distances.size()) + 1;

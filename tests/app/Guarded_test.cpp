@@ -3,7 +3,6 @@
 #include "app/run_time_error.h"
 #include "support/ExpectedBoxes.h"
 
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -33,14 +32,14 @@ TEST(RunTimeErrors, InASlotAreShownWithTheirDescription) {
 }
 
 TEST(RunTimeErrors, ThatLeaveAnEventHandlerDoNotEndTheProgram) {
-    struct Failing : QWidget {
-        void mousePressEvent(QMouseEvent*) override { throw RunTimeError::overflow(); }
+    struct Failing : QObject {
+        bool event(QEvent*) override { throw RunTimeError::overflow(); }
     };
     ExpectedBoxes boxes;
     boxes.tell(u"Overflow"_s);
-    Failing widget;
-    widget.show();
-    QTest::mouseClick(&widget, Qt::LeftButton);
+    Failing object;
+    QEvent event(QEvent::User);
+    EXPECT_TRUE(QCoreApplication::sendEvent(&object, &event));
 }
 
 TEST(TheHourglass, IsTakenOffHoweverTheWorkEnds) {

@@ -269,7 +269,9 @@ TEST_F(HelpViewer, ComesUpOverTheMainWindow) {
     frmHelpTesl* window = open(101, &main);
     EXPECT_TRUE(window->frameGeometry().intersects(main.frameGeometry()));
     const QRect screen = window->screen()->availableGeometry();
-    EXPECT_TRUE(screen.contains(window->geometry()));
+    const QRect place = window->geometry();
+    EXPECT_TRUE(screen.contains(place))
+        << place.x() << "," << place.y() << " " << place.width() << "x" << place.height();
     window->close();
     main.hide();
 }

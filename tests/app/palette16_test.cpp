@@ -20,8 +20,9 @@ double luminance(int colour) {
 
 // As contrast is measured for text, from 1 (none) to 21 (black on white).
 double contrast(int one, int other) {
-    const auto [low, high] = std::minmax(luminance(one), luminance(other));
-    return (high + 0.05) / (low + 0.05);
+    const double a = luminance(one);
+    const double b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
 }  // namespace

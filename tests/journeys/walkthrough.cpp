@@ -103,11 +103,11 @@ class Walkthrough {
         const auto at = [&box](double x, double y) {
             return QPoint(static_cast<int>(box.width() * x), static_cast<int>(box.height() * y));
         };
-        QTest::mouseMove(&box, at(0.55, 0.60));
-        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.55, 0.60));
-        QTest::mouseMove(&box, at(0.68, 0.72));
+        QTest::mouseMove(&box, at(0.06, 0.28));
+        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.06, 0.28));
+        QTest::mouseMove(&box, at(0.97, 0.345));
         keep(map, u"08-frmClip-rectangle"_s);
-        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.68, 0.72));
+        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.97, 0.345));
         clickOn(map, u"cmdClipOff"_s);
         clickOn(map, u"cmdDelete"_s);
         chooseItem(map, u"mnuFullMapTrue"_s);
