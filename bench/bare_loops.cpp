@@ -158,6 +158,24 @@ void barePoints(BarePicture& picture, const Survey& survey, const std::uint8_t* 
     }
 }
 
+void bareDiscs(BarePicture& picture, const Survey& survey) {
+    const double* const x = survey.SiteData.column(kX);
+    const double* const y = survey.SiteData.column(kY);
+    const double* const row = survey.SiteData.column(kRow);
+    const double xScale = (picture.width - 6) / (survey.MaxX - survey.MinX);
+    const double yScale = (picture.height - 6) / (survey.MaxY - survey.MinY);
+    std::fill(picture.pixels.begin(), picture.pixels.end(), 0xffffffffu);
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        const auto px = static_cast<int>((x[i] - survey.MinX) * xScale);
+        const auto py = static_cast<int>((survey.MaxY - y[i]) * yScale);
+        const std::uint32_t colour = 0xff000000u + static_cast<std::uint32_t>(row[i]) * 0x10305u;
+        std::uint32_t* at = picture.pixels.data() + py * picture.width + px;
+        for (int dy = 0; dy < 5; ++dy, at += picture.width)
+            for (int dx = dy % 4 == 0 ? 1 : 0; dx < (dy % 4 == 0 ? 4 : 5); ++dx)
+                at[dx] = colour;
+    }
+}
+
 void bareLine(BarePicture& picture, std::span<const double> values, double top) {
     std::vector<double> low(static_cast<std::size_t>(picture.width), top);
     std::vector<double> high(static_cast<std::size_t>(picture.width), 0.0);

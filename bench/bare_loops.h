@@ -38,6 +38,8 @@ struct BarePicture {
         : width(w), height(h), pixels(static_cast<std::size_t>(w) * static_cast<std::size_t>(h)) {}
 };
 void barePoints(BarePicture& picture, const Survey& survey, const std::uint8_t* mask, int dot);
+/// The same with a disc of five pixels (a block without its corners) and one colour for each row number.
+void bareDiscs(BarePicture& picture, const Survey& survey);
 /// A line through all distances: for each pixel column the lowest and the highest are kept, then drawn.
 void bareLine(BarePicture& picture, std::span<const double> values, double top);
 

@@ -95,7 +95,13 @@ void plotFirst(benchmark::State& state) {
     countSites(state);
 }
 void gridBare(benchmark::State& state) {
-    displayMapBare(state);
+    const Survey& survey = openField(state.range(0));
+    BarePicture picture(kMapSize.width(), kMapSize.height());
+    for (auto _ : state) {
+        bareDiscs(picture, survey);
+        benchmark::ClobberMemory();
+    }
+    countSites(state);
 }
 void lagBare(benchmark::State& state) {
     const Survey& survey = openField(state.range(0));

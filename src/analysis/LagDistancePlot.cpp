@@ -5,6 +5,8 @@
 #include "app/numbers.h"
 #include "app/palette16.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -59,19 +61,22 @@ void LagDistancePlot::plot(LagMeasure measure) {
 }
 
 // Both series have as many points as there are sites; point i is site i's distance from site i - 1, so that
-// the last one stays a hole.
+// the last one stays a hole. Part by part, so that what is not kept stays in the processor's cache.
 void LagDistancePlot::fill(const LagDistances& lag) {
     const auto sites = static_cast<qsizetype>(lag.distances.size());
     for (const int series : {kDistances, kMinimum}) {
-        Chart2D1->setPointCount(Chart2D::kData, series, 0);
         Chart2D1->setPointCount(Chart2D::kData, series, sites);
+        Chart2D1->setPoint(Chart2D::kData, series, sites, kHole, kHole);
     }
-    if (sites < 2) return;
-    const std::vector<double> numbers = sequenceNumbers(sites);
-    const std::vector<double> minimum(numbers.size(), theSurvey().MinDistance);
-    const auto x = std::span(numbers).subspan(1);
-    Chart2D1->setPoints(Chart2D::kData, kDistances, 1, x, lag.distances.subspan(1));
-    Chart2D1->setPoints(Chart2D::kData, kMinimum, 1, x, std::span(minimum).subspan(1));
+    constexpr qsizetype kPart = 4096;
+    const std::vector<double> minimum(kPart, theSurvey().MinDistance);
+    for (qsizetype first = 1; first < sites; first += kPart) {
+        const auto count = static_cast<std::size_t>(std::min(kPart, sites - first));
+        const std::vector<double> numbers = sequenceNumbers(first, static_cast<SiteIndex>(count));
+        const auto distances = lag.distances.subspan(static_cast<std::size_t>(first), count);
+        Chart2D1->setPoints(Chart2D::kData, kDistances, first, numbers, distances);
+        Chart2D1->setPoints(Chart2D::kData, kMinimum, first, numbers, std::span(minimum).first(count));
+    }
 }
 
 void LagDistancePlot::setStyles(SiteIndex sites) {

@@ -35,8 +35,8 @@ LagDistances lagDistances(Survey& survey, LagMeasure measure) {
             std::max(result.largest, survey.MinDistance)};
 }
 
-std::vector<double> sequenceNumbers(SiteIndex count) {
+std::vector<double> sequenceNumbers(SiteIndex first, SiteIndex count) {
     std::vector<double> numbers(static_cast<std::size_t>(count));
-    std::iota(numbers.begin(), numbers.end(), 0.0);
+    std::iota(numbers.begin(), numbers.end(), static_cast<double>(first));
     return numbers;
 }

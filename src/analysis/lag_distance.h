@@ -22,5 +22,5 @@ struct LagDistances {
 /// again.
 LagDistances lagDistances(Survey& survey, LagMeasure measure);
 
-/// 0, 1, 2, ..., count - 1: the sequence numbers of sites as positions on an axis.
-std::vector<double> sequenceNumbers(SiteIndex count);
+/// first, first + 1, ...: `count` sequence numbers of sites as positions on an axis.
+std::vector<double> sequenceNumbers(SiteIndex first, SiteIndex count);

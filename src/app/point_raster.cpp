@@ -12,28 +12,59 @@ std::uint32_t alphaOf(std::uint32_t colour) {
     return colour >> 24;
 }
 
-/// The premultiplied colour laid over what is there, two channels at a time.
+/// The premultiplied colour laid over what is there, all four channels in one word.
 std::uint32_t blended(std::uint32_t over, std::uint32_t under) {
-    const std::uint32_t rest = 255 - alphaOf(over);
-    std::uint32_t evens = (under & 0x00FF00FFU) * rest + 0x00800080U;
-    std::uint32_t odds = ((under >> 8) & 0x00FF00FFU) * rest + 0x00800080U;
-    evens = ((evens + ((evens >> 8) & 0x00FF00FFU)) >> 8) & 0x00FF00FFU;
-    odds = (odds + ((odds >> 8) & 0x00FF00FFU)) & 0xFF00FF00U;
-    return over + (evens | odds);
+    constexpr std::uint64_t kChannels = 0x00FF00FF00FF00FFU;
+    const std::uint64_t spread = (under | (std::uint64_t{under} << 24)) & kChannels;
+    std::uint64_t rest = spread * (255 - alphaOf(over)) + 0x0080008000800080U;
+    rest = ((rest + ((rest >> 8) & kChannels)) >> 8) & kChannels;
+    return over + static_cast<std::uint32_t>(rest | (rest >> 24));
 }
 
 bool isInside(const Raster& raster, int x, int y) {
     return x >= 0 && y >= 0 && x < raster.width && y < raster.height;
 }
 
-void writeWhole(std::uint32_t* corner, std::ptrdiff_t stride, const Stamp& stamp) {
-    for (const Stamp::Pixel& p : stamp.opaque)
-        corner[p.dy * stride + p.dx] = p.colour;
-    for (const Stamp::Pixel& p : stamp.translucent) {
-        std::uint32_t& pixel = corner[p.dy * stride + p.dx];
-        pixel = blended(p.colour, pixel);
+/// A stamp laid out for the rows of one raster: pixels of one colour side by side are one run.
+class PlacedStamp {
+  public:
+    PlacedStamp(const Stamp& stamp, std::ptrdiff_t stride) : stamp_(stamp) {
+        for (const Stamp::Pixel& p : stamp.opaque) {
+            const std::ptrdiff_t at = p.dy * stride + p.dx;
+            const bool continues =
+                !runs_.empty() && runs_.back().colour == p.colour && runs_.back().end == at && p.dx > 0;
+            if (continues)
+                ++runs_.back().end;
+            else
+                runs_.push_back({at, at + 1, p.colour});
+        }
+        for (const Stamp::Pixel& p : stamp.translucent)
+            translucent_.push_back({p.dy * stride + p.dx, p.colour});
     }
-}
+
+    const Stamp& stamp() const { return stamp_; }
+
+    void write(std::uint32_t* corner) const {
+        for (const Run& run : runs_)
+            for (std::ptrdiff_t at = run.begin; at != run.end; ++at)
+                corner[at] = run.colour;
+        for (const Pixel& p : translucent_)
+            corner[p.at] = blended(p.colour, corner[p.at]);
+    }
+
+  private:
+    struct Run {
+        std::ptrdiff_t begin, end;
+        std::uint32_t colour;
+    };
+    struct Pixel {
+        std::ptrdiff_t at;
+        std::uint32_t colour;
+    };
+    const Stamp& stamp_;
+    std::vector<Run> runs_;
+    std::vector<Pixel> translucent_;
+};
 
 void writeCut(const Raster& raster, int left, int top, const Stamp& stamp) {
     for (const Stamp::Pixel& p : stamp.opaque)
@@ -54,8 +85,9 @@ bool isPenPixel(int size, int x, int y) {
 }
 
 template <class Skip>
-void writeStamps(const Raster& raster, const RasterMap& map, const Stamp& stamp, const double* x,
+void writeStamps(const Raster& raster, const RasterMap& map, const PlacedStamp& placed, const double* x,
                  const double* y, const Skip* skip, std::size_t count, StampMarks* marks) {
+    const Stamp& stamp = placed.stamp();
     const int size = stamp.size;
     // From the centre of a point to the upper left corner of its stamp; `size` keeps the sum positive, so
     // that cutting off decimals rounds downwards.
@@ -78,7 +110,7 @@ void writeStamps(const Raster& raster, const RasterMap& map, const Stamp& stamp,
         if (marks && !marks->take(static_cast<std::size_t>(row) * static_cast<std::size_t>(raster.width) +
                                   static_cast<std::size_t>(column)))
             continue;
-        writeWhole(raster.pixels + row * raster.stride + column, raster.stride, stamp);
+        placed.write(raster.pixels + row * raster.stride + column);
     }
 }
 
@@ -93,7 +125,7 @@ bool isBlock(const Stamp& stamp, int size) {
 // The same as writeStamps() without marks, for blocks: nearly every point takes the way whose limits leave
 // room for a whole block, which then is written without looking again.
 template <int Size, class Skip>
-void stampBlocks(const Raster& raster, const RasterMap& map, const Stamp& block, const double* x,
+void stampBlocks(const Raster& raster, const RasterMap& map, const PlacedStamp& block, const double* x,
                  const double* y, const Skip* skip, std::size_t count) {
     constexpr double kToCorner = 0.5 + Size / 2.0;
     constexpr double kRounding = 1e-6;  // what is nearer to the far edges than this goes the careful way
@@ -101,7 +133,7 @@ void stampBlocks(const Raster& raster, const RasterMap& map, const Stamp& block,
     const double top = std::max(map.top, Size / 2.0 - 0.5);
     const double right = std::min(map.right, raster.width + 0.5 - Size / 2.0 - kRounding);
     const double bottom = std::min(map.bottom, raster.height + 0.5 - Size / 2.0 - kRounding);
-    const std::uint32_t colour = block.opaque.front().colour;
+    const std::uint32_t colour = block.stamp().opaque.front().colour;
     for (std::size_t i = 0; i < count; ++i) {
         const double px = map.xScale * x[i] + map.xShift;
         const double py = map.yScale * y[i] + map.yShift;
@@ -120,9 +152,10 @@ void stampBlocks(const Raster& raster, const RasterMap& map, const Stamp& block,
 template <class Skip>
 void stampFastest(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x,
                   const double* y, const Skip* skip, std::size_t count, StampMarks* marks) {
-    if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, s, x, y, skip, count);
-    if (marks == nullptr && isBlock(s, 2)) return stampBlocks<2>(raster, map, s, x, y, skip, count);
-    writeStamps(raster, map, s, x, y, skip, count, marks);
+    const PlacedStamp placed(s, raster.stride);
+    if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, placed, x, y, skip, count);
+    if (marks == nullptr && isBlock(s, 2)) return stampBlocks<2>(raster, map, placed, x, y, skip, count);
+    writeStamps(raster, map, placed, x, y, skip, count, marks);
 }
 
 }  // namespace

@@ -155,6 +155,20 @@ void Chart2D::setPoints(Group group, int series, qsizetype first, std::span<cons
     d_->plot->markStale();
 }
 
+void Chart2D::replacePoints(Group group, int series, std::span<const double> x, std::span<const double> y) {
+    ChartSeries& s = d_->series(group, series);
+    if (x.size() != y.size()) throw RunTimeError::subscriptOutOfRange();
+    const auto replace = [](std::vector<double>& points, std::span<const double> by) {
+        points.clear();
+        points.reserve(by.size() + 1);
+        points.push_back(kHole);
+        points.insert(points.end(), by.begin(), by.end());
+    };
+    replace(s.x, x);
+    replace(s.y, y);
+    d_->plot->markStale();
+}
+
 Chart2D::Point Chart2D::point(Group group, int series, qsizetype point) const {
     const ChartSeries& s = d_->series(group, series);
     if (point < 0 || static_cast<std::size_t>(point) >= s.x.size()) throw RunTimeError::subscriptOutOfRange();

@@ -79,6 +79,9 @@ class Chart2D : public QWidget {
     /// Sets the points first, first + 1, ...; requires x and y of equal length.
     void setPoints(Group group, int series, qsizetype first, std::span<const double> x,
                    std::span<const double> y);
+    /// The points 1, 2, ... become these and there are no others, in one pass; point 0 becomes a hole.
+    /// Requires x and y of equal length.
+    void replacePoints(Group group, int series, std::span<const double> x, std::span<const double> y);
     /// Exactly what was set.
     Point point(Group group, int series, qsizetype point) const;
 

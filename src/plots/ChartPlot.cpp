@@ -59,6 +59,9 @@ ChartPlot::ChartPlot(const std::vector<ChartSeries>& dataSeries,
     styleAxes();
     data_ = new SymbolPlottable(xAxis, yAxis, dataSeries);
     highlight_ = new SymbolPlottable(xAxis, yAxis2, highlightSeries);
+    // The library has queued a first drawing of its own, which would find ticks that nobody has chosen: as
+    // many as there are whole numbers on an axis. Only paint events draw.
+    mReplotting = true;
 }
 
 void ChartPlot::styleAxes() {
@@ -165,7 +168,9 @@ void ChartPlot::paintEvent(QPaintEvent* event) {
         layoutStale_ = true;
         map(false);
         stale_ = false;
+        mReplotting = false;
         replot(QCustomPlot::rpQueuedRefresh);
+        mReplotting = true;
     }
     QCustomPlot::paintEvent(event);
     if (cross_) drawCross();

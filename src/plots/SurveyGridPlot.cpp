@@ -47,8 +47,8 @@ void SurveyGridPlot::fillRows() {
     Chart2D2->setSeriesCount(Chart2D::kData, survey.NumRows);
     for (int row = 1; row <= survey.NumRows; ++row) {
         const RowSites sites = rowSites(survey, row);
-        Chart2D2->setPointCount(Chart2D::kData, row, static_cast<qsizetype>(sites.count));
-        Chart2D2->setPoints(Chart2D::kData, row, 1, columnOf(survey, kX, sites), columnOf(survey, kY, sites));
+        Chart2D2->replacePoints(Chart2D::kData, row, columnOf(survey, kX, sites),
+                                columnOf(survey, kY, sites));
         Chart2D2->setSymbolColour(Chart2D::kData, row, row % kColoursInTurn);
     }
 }

@@ -1,6 +1,7 @@
 #include "plots/chart_geometry.h"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <utility>
 
@@ -8,6 +9,7 @@ namespace {
 
 constexpr double kLargest = 1e240;
 constexpr double kFarthestPixel = 1e9;
+constexpr double kNowhere = std::numeric_limits<double>::infinity();
 
 /// The smallest width that ticks and pixels around `value` can still resolve.
 double resolvableWidth(double value) {
@@ -43,6 +45,51 @@ bool clipLine(const PixelRect& area, PixelPoint& a, PixelPoint& b) {
     return true;
 }
 
+/// Whether one of a block of points may be nearer than `best` (a squared distance). Two passes without
+/// branches, the second only where the first, across alone, leaves it open.
+class NearBlock {
+  public:
+    static constexpr std::size_t kPoints = 128;
+
+    NearBlock(const PixelMap& map, double px, double py) : map_(map), px_(px), py_(py) {}
+
+    bool mayBeNearer(const double* x, const double* y, double best) const {
+        // The signs of the differences, gathered without a branch. Of what is no number any sign will do.
+        std::int64_t signs = 0;
+        for (std::size_t i = 0; i < kPoints; ++i)
+            signs |= std::bit_cast<std::int64_t>(squareX(x[i]) - best);
+        if (signs >= 0) return false;
+        signs = 0;
+        for (std::size_t i = 0; i < kPoints; ++i)
+            signs |= std::bit_cast<std::int64_t>(squareX(x[i]) + squareY(y[i]) - best);
+        return signs < 0;
+    }
+
+  private:
+    double squareX(double x) const {
+        const double dx = map_.pixelX(x) - px_;
+        return dx * dx;
+    }
+    double squareY(double y) const {
+        const double dy = map_.pixelY(y) - py_;
+        return dy * dy;
+    }
+
+    PixelMap map_;
+    double px_, py_;
+};
+
+/// How far (squared) a few of the points are at most from a pixel: what is farther need not be looked at.
+/// `squared` gives infinity for points that cannot be picked.
+template <typename Squared>
+double squaredOfSample(std::span<const ChartSeries> series, const Squared& squared) {
+    double best = kNowhere;
+    for (const ChartSeries& s : series)
+        for (std::size_t i = 0; i < s.x.size(); i += 16 * NearBlock::kPoints)
+            best = std::min(best, squared(s.x[i], s.y[i]));
+    return best;
+}
+
 /// Takes points one by one and lays down the lines that remain.
 class LineBuilder {
   public:
@@ -52,11 +99,10 @@ class LineBuilder {
     void add(PixelPoint point) {
         // Points beyond the sides share one column each: they matter only for the slope of the line that
         // enters the plot area.
-        const double column =
-            std::floor(std::clamp(point.x, area_.left - 2, area_.right + 2) * columnsPerPixel_);
-        if (!open_ || column != column_) {
+        const double place = std::clamp(point.x, area_.left - 2, area_.right + 2) * columnsPerPixel_;
+        if (!open_ || !(place >= column_ && place < column_ + 1)) {
             finishColumn();
-            column_ = column;
+            column_ = std::floor(place);
             first_ = lowest_ = highest_ = point;
             lowestFirst_ = open_ = true;
         }
@@ -152,20 +198,30 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     const double slack = 1e-3;
     const PixelRect shown{map.area.left - slack, map.area.top - slack, map.area.right + slack,
                           map.area.bottom + slack};
-    double best = std::numeric_limits<double>::infinity();
+    const auto squared = [&](double x, double y) {
+        const double pointX = map.pixelX(x);
+        const double pointY = map.pixelY(y);
+        const double dx = pointX - px;
+        const double dy = pointY - py;
+        const bool isPickable = shown.contains(pointX, pointY) && !isHole(x, y);
+        return isPickable ? dx * dx + dy * dy : kNowhere;
+    };
+    const NearBlock block(map, px, py);
+    // Just above, so that the first of equally near points is found anew.
+    double best = std::nextafter(squaredOfSample(series, squared), kNowhere);
     NearestPoint found;
     for (std::size_t s = 0; s < series.size(); ++s) {
         const double* x = series[s].x.data();
         const double* y = series[s].y.data();
         const std::size_t count = series[s].x.size();
         for (std::size_t i = 0; i < count; ++i) {
-            const double pointX = map.pixelX(x[i]);
-            const double pointY = map.pixelY(y[i]);
-            const double dx = pointX - px;
-            const double dy = pointY - py;
-            const double squared = dx * dx + dy * dy;
-            if (!(squared < best) || !shown.contains(pointX, pointY) || isHole(x[i], y[i])) continue;
-            best = squared;
+            if (i % NearBlock::kPoints == 0)
+                while (i + NearBlock::kPoints <= count && !block.mayBeNearer(x + i, y + i, best))
+                    i += NearBlock::kPoints;
+            if (i == count) break;
+            const double distance = squared(x[i], y[i]);
+            if (!(distance < best)) continue;
+            best = distance;
             found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0};
         }
     }

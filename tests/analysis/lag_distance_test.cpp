@@ -70,6 +70,6 @@ TEST(LagDistance, OfOneSiteIsNone) {
 }
 
 TEST(LagDistance, StandsAtTheSequenceNumberOfItsSite) {
-    EXPECT_EQ(sequenceNumbers(4), (std::vector<double>{0, 1, 2, 3}));
-    EXPECT_TRUE(sequenceNumbers(0).empty());
+    EXPECT_EQ(sequenceNumbers(5, 4), (std::vector<double>{5, 6, 7, 8}));
+    EXPECT_TRUE(sequenceNumbers(1, 0).empty());
 }

@@ -133,6 +133,29 @@ TEST_F(Chart2DTest, SetsManyPointsAtOnce) {
     EXPECT_EQ(chart.point(kData, 1, 4), (Chart2D::Point{3, 6}));
 }
 
+TEST_F(Chart2DTest, ReplacingPointsLeavesNoOthers) {
+    chart.setPointCount(kData, 1, 5);
+    chart.setPoint(kData, 1, 0, 7, 7);
+    const std::vector<double> x = {1, 2, 3};
+    const std::vector<double> y = {4, 5, 6};
+    chart.replacePoints(kData, 1, x, y);
+    EXPECT_EQ(chart.pointCount(kData, 1), 3);
+    EXPECT_EQ(chart.point(kData, 1, 0), (Chart2D::Point{kHole, kHole}));
+    EXPECT_EQ(chart.point(kData, 1, 1), (Chart2D::Point{1, 4}));
+    EXPECT_EQ(chart.point(kData, 1, 3), (Chart2D::Point{3, 6}));
+    EXPECT_THROW(chart.replacePoints(kData, 1, x, std::span(y).first(2)), RunTimeError);
+    EXPECT_THROW(chart.replacePoints(kData, 2, x, y), RunTimeError);
+    EXPECT_EQ(chart.pointCount(kData, 1), 3);
+}
+
+TEST_F(Chart2DTest, IsDrawnForTheFirstTimeOnlyWhenItIsShown) {
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(redrawn.count(), 0);
+    show();
+    EXPECT_GE(redrawn.count(), 1);
+}
+
 TEST_F(Chart2DTest, WhatDoesNotExistIsSubscriptOutOfRange) {
     chart.setPointCount(kData, 1, 2);
     EXPECT_THROW(chart.point(kData, 1, 3), RunTimeError);

@@ -21,6 +21,21 @@ ChartSeries series(std::vector<double> x, std::vector<double> y) {
     return s;
 }
 
+// Every point in turn, the first of equally near ones.
+NearestPoint plainSearch(const std::vector<ChartSeries>& all, const PixelMap& map, double px, double py) {
+    NearestPoint found{-1, -1, 1e9};
+    for (std::size_t s = 0; s < all.size(); ++s)
+        for (std::size_t i = 0; i < all[s].x.size(); ++i) {
+            const double x = map.pixelX(all[s].x[i]);
+            const double y = map.pixelY(all[s].y[i]);
+            const double distance = std::sqrt((x - px) * (x - px) + (y - py) * (y - py));
+            if (isHole(all[s].x[i], all[s].y[i]) || !kArea.contains(x, y) || distance >= found.distance)
+                continue;
+            found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), distance};
+        }
+    return found;
+}
+
 }  // namespace
 
 TEST(ChartGeometry, EqualLimitsPutTheirValueInTheMiddle) {
@@ -108,6 +123,29 @@ TEST(ChartGeometry, TheNearestPointAgreesWithAPlainSearch) {
                 if (kArea.contains(map.pixelX(s.x[i]), map.pixelY(s.y[i])))
                     best = std::min(best, std::hypot(map.pixelX(s.x[i]) - px, map.pixelY(s.y[i]) - py));
         EXPECT_DOUBLE_EQ(nearestPoint(all, map, px, py).distance, best);
+    }
+}
+
+TEST(ChartGeometry, TheNearestOfThousandsOfPointsIsTheFirstThatAPlainSearchFinds) {
+    std::mt19937 random(12);
+    std::uniform_int_distribution<int> whole(0, 800);
+    for (const int count : {127, 128, 129, 5000, 10000}) {
+        std::vector<ChartSeries> all(2);
+        for (ChartSeries& s : all)
+            for (int i = 0; i < count; ++i) {
+                s.x.push_back(i % 50 == 0 ? kHole : whole(random));
+                s.y.push_back(whole(random) - 100);
+            }
+        const PixelMap map = unitMap();
+        for (int trial = 0; trial < 50; ++trial) {
+            const double px = whole(random);
+            const double py = whole(random);
+            const NearestPoint expected = plainSearch(all, map, px, py);
+            const NearestPoint found = nearestPoint(all, map, px, py);
+            EXPECT_EQ(found.series, expected.series);
+            EXPECT_EQ(found.point, expected.point);
+            EXPECT_DOUBLE_EQ(found.distance, expected.distance);
+        }
     }
 }
 
