@@ -133,7 +133,12 @@ void Chart2D::setPointCount(Group group, int series, qsizetype count) {
     if (count < 0) throw RunTimeError::subscriptOutOfRange();
     s.x.resize(static_cast<std::size_t>(count) + 1, kHole);
     s.y.resize(static_cast<std::size_t>(count) + 1, kHole);
+    s.ascends = false;
     d_->plot->markStale();
+}
+
+void Chart2D::declareAscending(Group group, int series) {
+    d_->series(group, series).ascends = true;
 }
 
 qsizetype Chart2D::pointCount(Group group, int series) const {
@@ -152,6 +157,7 @@ void Chart2D::setPoints(Group group, int series, qsizetype first, std::span<cons
         throw RunTimeError::subscriptOutOfRange();
     std::copy(x.begin(), x.end(), s.x.begin() + first);
     std::copy(y.begin(), y.end(), s.y.begin() + first);
+    s.ascends = false;
     d_->plot->markStale();
 }
 
@@ -166,6 +172,7 @@ void Chart2D::replacePoints(Group group, int series, std::span<const double> x, 
     };
     replace(s.x, x);
     replace(s.y, y);
+    s.ascends = false;
     d_->plot->markStale();
 }
 

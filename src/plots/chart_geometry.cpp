@@ -90,6 +90,22 @@ double squaredOfSample(std::span<const ChartSeries> series, const Squared& squar
     return best;
 }
 
+struct Stretch {
+    std::size_t first, last;  ///< one past the last
+};
+
+/// The points of a series that can lie within `reach` pixels of a column: all, unless x ascends.
+Stretch pointsNear(const ChartSeries& series, const PixelMap& map, double column, double reach) {
+    if (!series.ascends || !(reach < kNowhere)) return {0, series.x.size()};
+    reach += 1;  // whatever rounding does to the way back from pixels
+    const auto [low, high] =
+        std::minmax({(column - reach - map.xShift) / map.xScale, (column + reach - map.xShift) / map.xScale});
+    const auto begin = series.x.begin();
+    const auto first = std::lower_bound(begin + 1, series.x.end(), low);
+    const auto last = std::upper_bound(first, series.x.end(), high);
+    return {static_cast<std::size_t>(first - begin), static_cast<std::size_t>(last - begin)};
+}
+
 /// Takes points one by one and lays down the lines that remain.
 class LineBuilder {
   public:
@@ -213,12 +229,12 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     for (std::size_t s = 0; s < series.size(); ++s) {
         const double* x = series[s].x.data();
         const double* y = series[s].y.data();
-        const std::size_t count = series[s].x.size();
-        for (std::size_t i = 0; i < count; ++i) {
+        const auto [first, last] = pointsNear(series[s], map, px, std::sqrt(best));
+        for (std::size_t i = first; i < last; ++i) {
             if (i % NearBlock::kPoints == 0)
-                while (i + NearBlock::kPoints <= count && !block.mayBeNearer(x + i, y + i, best))
+                while (i + NearBlock::kPoints <= last && !block.mayBeNearer(x + i, y + i, best))
                     i += NearBlock::kPoints;
-            if (i == count) break;
+            if (i == last) break;
             const double distance = squared(x[i], y[i]);
             if (!(distance < best)) continue;
             best = distance;

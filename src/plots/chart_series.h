@@ -31,6 +31,9 @@ struct SeriesStyle {
 struct ChartSeries {
     std::vector<double> x{kHole};
     std::vector<double> y{kHole};
+    /// x never falls from point 1 on and point 0 is a hole: whoever fills the series says so, and the nearest
+    /// point is then looked for near the pointer only.
+    bool ascends = false;
     SeriesStyle style;
     std::string name;  ///< UTF-8; named series are explained beside the header
 };

@@ -720,3 +720,13 @@ TEST(Chart2DScales, ChartAndPictureBoxHoldAtDisplayScalesOneAndAHalfAndTwo) {
         EXPECT_EQ(child.exitCode(), 0) << scale << "\n" << child.readAll().toStdString();
     }
 }
+
+TEST_F(Chart2DTest, FindsAPointThatFellAfterTheSeriesWasDeclaredAscending) {
+    for (int i = 1; i <= 40; ++i)
+        addPoint(i * 2.0, 10);
+    chart.declareAscending(kData, 1);
+    show();
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(20, 10)).point, 10);
+    chart.setPoint(kData, 1, 40, 20, 10.5);
+    EXPECT_EQ(chart.nearestPoint(kData, pixel(20, 10.5)).point, 40);
+}

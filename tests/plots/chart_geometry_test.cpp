@@ -182,3 +182,34 @@ TEST(ChartGeometry, LinesAreCutOffAtThePlotAreaWithTheirSlope) {
     for (const PixelPoint& p : lines.points)
         EXPECT_TRUE(kArea.contains(p.x, p.y));
 }
+
+TEST(ChartGeometry, TheNearestPointOfAscendingSeriesIsTheOneThatAPlainSearchFinds) {
+    std::mt19937 random(13);
+    std::uniform_int_distribution<int> whole(0, 800);
+    for (const bool reversed : {false, true})
+        for (const int count : {0, 1, 129, 6000}) {
+            std::vector<ChartSeries> all(2);
+            for (ChartSeries& s : all) {
+                for (int i = 0; i < count; ++i) {
+                    s.x.push_back(whole(random));
+                    s.y.push_back(whole(random));
+                }
+                std::sort(s.x.begin() + 1, s.x.end());
+                s.x.push_back(kHole);
+                s.y.push_back(kHole);
+                s.ascends = true;
+            }
+            const PixelMap map = pixelMap(kArea, {0, 800, reversed}, {0, 600, false});
+            for (int trial = 0; trial < 200; ++trial) {
+                const double px = whole(random) + 0.5;
+                const double py = whole(random) + 0.5;
+                const NearestPoint expected = plainSearch(all, map, px, py);
+                const NearestPoint found = nearestPoint(all, map, px, py);
+                ASSERT_EQ(found.series, expected.series) << count << ' ' << px << ' ' << py;
+                ASSERT_EQ(found.point, expected.point);
+                if (expected.series > 0) {
+                    ASSERT_DOUBLE_EQ(found.distance, expected.distance);
+                }
+            }
+        }
+}
