@@ -89,7 +89,7 @@ void LagDistancePlot::setStyles(SiteIndex sites) {
 }
 
 void LagDistancePlot::readOut(QPoint pixel) {
-    const Chart2D::Nearest nearest = Chart2D1->nearestPoint(Chart2D::kData, pixel);
+    const Chart2D::Nearest nearest = Chart2D1->nearestPoint(Chart2D::kData, pixel, kPickDistance);
     if (nearest.series != kDistances || nearest.distance > kPickDistance) return Chart2D1->setFooterText({});
     const Chart2D::Point at = Chart2D1->point(Chart2D::kData, kDistances, nearest.point);
     Chart2D1->setFooterText(tr("Site sequence number = %1, Distance = %2")

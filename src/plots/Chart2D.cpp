@@ -260,9 +260,11 @@ QPointF Chart2D::dataToPixel(double x, double y) const {
     return {map.pixelX(x), map.pixelY(y)};
 }
 
-Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel) const {
+Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel, int within) const {
     const PixelMap map = d_->map(rect(), group == kHighlight);
-    const NearestPoint found = ::nearestPoint(d_->group(group), map, pixel.x() + 0.5, pixel.y() + 0.5);
+    // Distances are told between pixels, which lie up to one and a half apart from the places in them.
+    const double reach = within == kAnyDistance ? std::numeric_limits<double>::infinity() : within + 2.0;
+    const NearestPoint found = ::nearestPoint(d_->group(group), map, pixel.x() + 0.5, pixel.y() + 0.5, reach);
     if (found.series < 0) return {};
     // Between the pixel that is pointed at and the pixel that the point falls on.
     const Point at = point(group, found.series, static_cast<qsizetype>(found.point));

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -62,6 +63,8 @@ class Chart2D : public QWidget {
         int distance = -1;  ///< in whole pixels, across both directions; -1 when there is no point
     };
 
+    static constexpr int kAnyDistance = std::numeric_limits<int>::max();
+
     explicit Chart2D(QWidget* parent = nullptr);
     ~Chart2D() override;
 
@@ -116,7 +119,9 @@ class Chart2D : public QWidget {
     QPointF dataToPixel(double x, double y) const;
     /// The point shown in the plot area that is nearest to a pixel. One pass over the points of series
     /// that are not declared ascending.
-    Nearest nearestPoint(Group group, QPoint pixel) const;
+    /// Points farther away than `within` pixels need not be found: a pointer that reads out asks for no
+    /// others.
+    Nearest nearestPoint(Group group, QPoint pixel, int within = kAnyDistance) const;
 
     /// A cross over the plot, for who moves along the points by keyboard; never printed.
     void showCross(double x, double y);

@@ -61,7 +61,7 @@ void SurveyGridPlot::setLimits() {
 }
 
 void SurveyGridPlot::readOut(QPoint pixel) {
-    const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel);
+    const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel, kPickDistance);
     if (nearest.point < 1 || nearest.distance > kPickDistance) return Chart2D2->setFooterText({});
     const Chart2D::Point at = Chart2D2->point(Chart2D::kData, nearest.series, nearest.point);
     Chart2D2->setFooterText(

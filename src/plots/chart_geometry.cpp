@@ -209,7 +209,8 @@ PixelMap pixelMap(const PixelRect& area, const AxisView& x, const AxisView& y) {
     return map;
 }
 
-NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py) {
+NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
+                          double within) {
     // A point on the very edge of the plot area is shown and can be picked, whatever rounding did to it.
     const double slack = 1e-3;
     const PixelRect shown{map.area.left - slack, map.area.top - slack, map.area.right + slack,
@@ -224,7 +225,8 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     };
     const NearBlock block(map, px, py);
     // Just above, so that the first of equally near points is found anew.
-    double best = std::nextafter(squaredOfSample(series, squared), kNowhere);
+    const double known = std::min(squaredOfSample(series, squared), within * within);
+    double best = std::nextafter(known, kNowhere);
     NearestPoint found;
     for (std::size_t s = 0; s < series.size(); ++s) {
         const double* x = series[s].x.data();

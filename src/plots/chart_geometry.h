@@ -3,6 +3,7 @@
 #include "plots/chart_series.h"
 
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -58,7 +59,9 @@ struct NearestPoint {
 
 /// The point nearest to a pixel position among those that lie in the plot area; of equally near ones the
 /// first. One pass over all points, without allocation.
-NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py);
+/// Points farther away than `within` pixels need not be found.
+NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
+                          double within = std::numeric_limits<double>::infinity());
 
 struct PixelPoint {
     double x = 0, y = 0;

@@ -730,3 +730,18 @@ TEST_F(Chart2DTest, FindsAPointThatFellAfterTheSeriesWasDeclaredAscending) {
     chart.setPoint(kData, 1, 40, 20, 10.5);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(20, 10.5)).point, 40);
 }
+
+TEST_F(Chart2DTest, FindsEveryPointWithinTheDistanceAskedFor) {
+    addPoint(50, 25);
+    show();
+    const QPoint at = pixel(50, 25);
+    for (int dx = -3; dx <= 3; ++dx)
+        for (int dy = -3; dy <= 3; ++dy) {
+            const auto any = chart.nearestPoint(kData, at + QPoint(dx, dy));
+            const auto near = chart.nearestPoint(kData, at + QPoint(dx, dy), any.distance);
+            EXPECT_EQ(near.point, 1) << dx << ' ' << dy;
+            EXPECT_EQ(near.distance, any.distance);
+        }
+    EXPECT_EQ(chart.nearestPoint(kData, at + QPoint(40, 0), 3).point, -1);
+    EXPECT_EQ(chart.nearestPoint(kData, at + QPoint(40, 0)).point, 1);
+}
