@@ -50,11 +50,18 @@ void countByRowNumber(Survey& survey) {
     }
 }
 
-// Also those that are not in force at the moment: none may go on telling of sites that are gone.
-void recalculateDistances(Survey& survey) {
-    if (survey.UseTrueDist || !survey.TrueDist.empty()) Calculate_Distance(survey);
-    if (survey.UseXDist || !survey.XDist.empty()) Calculate_X_Distance(survey);
-    if (survey.UseYDist || !survey.YDist.empty()) Calculate_Y_Distance(survey);
+void forget(std::vector<double>& distances, double& largest) {
+    distances.clear();
+    largest = 0;
+}
+
+// Those of a measure that is not in force go: none may tell of sites that are gone, and who wants to see them
+// calculates them anew.
+void followDistances(Survey& survey) {
+    if (!survey.UseTrueDist) forget(survey.TrueDist, survey.MaxTrueDist);
+    if (!survey.UseXDist) forget(survey.XDist, survey.MaxXDist);
+    if (!survey.UseYDist) forget(survey.YDist, survey.MaxYDist);
+    Calculate_Chosen_Distance(survey);
 }
 
 bool rowsRunWithoutGap(const Survey& survey) {
@@ -128,7 +135,7 @@ SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
     if (survey.SiteIDPresent) survey.SiteID.resize(kept);
     SiteMask.assign(kept, 0);
     countByRowNumber(survey);
-    recalculateDistances(survey);
+    followDistances(survey);
     return removed;
 }
 

@@ -83,8 +83,8 @@ void recoverSites(SiteMaskArray& SiteMask);
 /// Takes the masked sites out of the survey for good, gives their number, and leaves SiteMask with an entry
 /// of 0 for each site kept. The others keep their order and their row numbers; a row that has lost all its
 /// sites is a gap in the numbering, with 0 sites in NumPoints. The storage shrinks to the sites kept, and the
-/// distances that have been calculated are calculated anew; where one of them is not finite, overflow is
-/// thrown with everything else done.
+/// distances of the measure in force are calculated anew, those of the others forgotten; where one is not
+/// finite, overflow is thrown with everything else done.
 SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
 
 /// True when the row numbers run 1, 1, ..., 2, 2, ... up to NumRows without a gap and never fall back. When

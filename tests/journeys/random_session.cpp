@@ -23,6 +23,8 @@ void passOn(QtMsgType, const QMessageLogContext&, const QString& message) {
 bool runSession(std::uint64_t seed, long acts, std::map<std::string, long>& made) {
     RandomSession session(seed);
     const std::string difference = session.run(acts);
+    for (const std::string& name : session.notReached())
+        std::printf("not reached: %s\n", name.c_str());
     for (const auto& [name, count] : session.actsMade())
         made[name] += count;
     if (!difference.empty()) std::printf("%s\n", difference.c_str());

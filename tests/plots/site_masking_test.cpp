@@ -189,7 +189,7 @@ TEST(Deleting, TakesTheMaskedSitesOutInEveryColumnAndShrinksTheStorage) {
               (std::vector<std::int64_t>{1, 0, 1, 0}));
 }
 
-TEST(Deleting, RecalculatesEveryDistanceThatWasThere) {
+TEST(Deleting, RecalculatesTheDistancesInForceAndForgetsTheOthers) {
     Survey survey = surveyAt({{0, 0}, {3, 4}, {6, 8}});
     survey.chooseDistance(2);
     Calculate_X_Distance(survey);
@@ -197,8 +197,19 @@ TEST(Deleting, RecalculatesEveryDistanceThatWasThere) {
     SiteMaskArray mask{0, 1, 0};
     deleteMaskedSites(survey, mask);
     EXPECT_EQ(survey.XDist, (std::vector<double>{0, 6, 0}));
-    EXPECT_EQ(survey.YDist, (std::vector<double>{0, 8, 0}));
+    EXPECT_TRUE(survey.YDist.empty());
+    EXPECT_EQ(survey.MaxYDist, 0);
     EXPECT_TRUE(survey.TrueDist.empty());
+}
+
+TEST(Deleting, IsNotHinderedByAMeasureThatIsNotInForce) {
+    Survey survey = surveyAt({{1e300, 0}, {3, 4}, {6, 8}});
+    survey.chooseDistance(3);
+    Calculate_Y_Distance(survey);
+    EXPECT_THROW(Calculate_Distance(survey), RunTimeError);
+    SiteMaskArray mask{0, 0, 1};
+    EXPECT_EQ(deleteMaskedSites(survey, mask), 1);
+    EXPECT_EQ(survey.YDist, (std::vector<double>{0, 4, 0}));
 }
 
 TEST(Deleting, KeepsEverySiteWhenNothingIsMasked) {

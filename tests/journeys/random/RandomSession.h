@@ -1,5 +1,6 @@
 #pragma once
 
+#include "journeys/random/Reached.h"
 #include "support/plain_survey.h"
 #include "support/temporary_folder.h"
 
@@ -38,6 +39,10 @@ class RandomSession {
     /// How often each act has been made.
     const std::map<std::string, long>& actsMade() const { return made_; }
 
+    /// The menu items, buttons, boxes and keys of the windows that have not been used, and the situations
+    /// that have not been met.
+    std::vector<std::string> notReached() const { return reached_.missing(); }
+
   private:
     struct Act {
         const char* name;
@@ -48,7 +53,13 @@ class RandomSession {
     struct ExpectedBox {
         QString title, text;
         bool question = false, answer = true;
+        bool whole = true;  ///< else the text holds `text`
     };
+    struct ExpectedFile {
+        QString answer;  ///< empty for Cancel
+        bool toSave = false;
+    };
+    using Action = std::function<void()>;
     static const std::vector<Act>& acts();
 
     // Chance.
@@ -60,18 +71,34 @@ class RandomSession {
     }
     double numberBetween(double low, double high) { return low + (high - low) * below(1'000'001) / 1e6; }
 
+    // The user's hand, where it needs more than a control's name (SessionHand.cpp).
     /// Moves the pointer over a widget; not by way of the screen's pointer, which finds the window on top.
     static void movePointer(QWidget& widget, const QPoint& pixel);
+    static void turnWheel(QWidget& widget, const QPoint& pixel, int notches);
+    /// Moves the pointer with the right button down.
+    static void drag(QWidget& widget, const QPoint& from, const QPoint& to);
+    /// Presses a key on a control of a window in front, "frmMain.Chart2D3 Del".
+    void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    static void bringToFront(QWidget& window);
+    void wantKeys();
+    void wantSituations();
+    /// Leaves a dialog by its button or with Escape.
+    void leave(QWidget& window, const QString& button);
 
     // What is expected and what differs.
     void expect(const QString& text, const QString& title = QStringLiteral("VARN-Tessel"));
+    /// A box with a text that holds `part`: what the system calls the reason is not ours to say.
+    void expectFailure(const std::string& part);
     void expectQuestion(bool answer, const QString& text);
+    void expectFile(const QString& answer, bool toSave = false) { files_.append({answer, toSave}); }
     bool respond(const MessageBox& box);
-    QString respondWithFile();
+    QString respondWithFile(bool toSave);
     void differ(const std::string& what);
     template <typename T>
     void same(const std::string& what, const T& actual, const T& wanted);
     void sameText(const std::string& what, const QString& actual, const QString& wanted);
+    /// A label's number, written with so many decimals.
+    void sameFigure(const std::string& what, const QString& actual, double wanted, int decimals);
 
     // Comparison (SessionComparison.cpp).
     void compare();
@@ -80,6 +107,7 @@ class RandomSession {
     void compareMenus();
     void comparePlots();
     void compareRowPlots();
+    void compareDistances();
 
     // The model beyond the survey.
     bool canChoose(const std::string& item) const;
@@ -90,22 +118,28 @@ class RandomSession {
     /// Chooses an item that wants sites, or sites and rows; true when the view is to open. Otherwise the
     /// boxes that say why not are expected before it is chosen.
     bool choose(const QString& item, bool wantsRows);
+    /// Chooses an item that opens a window on which the survey must stay as it is: a row dialog closes.
+    bool chooseAlone(const QString& item);
 
     bool always() const { return true; }
     bool hasUnsaved() const { return !saved_; }
 
     // Imports (SessionImports.cpp).
     void importTrimble();
+    void importManyRows();
     bool enterControls(PlainTrimbleOptions& options);
     bool enterFormat(const PlainTrimbleOptions& options);
-    void refuseControls(QWidget& window, PlainTrimbleOptions& options);
+    void refuseControls(QWidget& window);
+    void refuseFormat(QWidget& window, const PlainTrimbleOptions& options);
     void finishTrimbleImport(const PlainImport& import);
+    bool overflows(const PlainSurvey& survey, const std::string& where);
     std::string trimbleFile(const PlainTrimbleOptions& options);
     void importGeneric();
     struct GenericFile;
     GenericFile genericFile(int layout, double cutoff);
+    void lookAroundGeneric(QWidget& window);
     void refuseGeneric(QWidget& window);
-    void finishGenericImport(QWidget& window, const GenericFile& file);
+    void finishGenericImport(QWidget& window, GenericFile& file);
     std::vector<PlainSite> drivenSites();
 
     // Row plots (SessionRowPlots.cpp).
@@ -118,6 +152,13 @@ class RandomSession {
     void plotRowNumber();
     void pickPoints();
     void pickPoint(Chart2D& chart);
+    void pressBesideThePlot(Chart2D& chart);
+    void toggleModel(int point);
+    void walkAlongRow();
+    void pickMoreThanAllowed();
+    void compareReadout(const Chart2D& chart, int point);
+    double along(int point) const;
+    bool isPickedAt(double horizontal) const;
     void deletePoints();
     void finishRowPlots();
     void showRow(int row);
@@ -128,7 +169,17 @@ class RandomSession {
     void editOnMap();
     struct Map;
     void clip(Map& map);
-    bool drawRectangle(Map& map);
+    void drawRectangle(Map& map);
+    bool touchesSite(const Map& map, const QPoint& from, const QPoint& to) const;
+    void maskInside(Map& map, const QPoint& from, const QPoint& to);
+    void highlightRow(Map& map);
+    QPoint walkOverMap(Map& map);
+    void chooseZone(Map& map);
+    void lookCloser(Map& map);
+    void compareReadout(Map& map, const QPoint& pixel);
+    void comparePicture(Map& map);
+    void compareMapControls(Map& map, bool clipping);
+    void restore(Map& map);
     void decideOnMasked(Map& map);
     void leaveMap(Map& map);
     void checkRowsAfterMap(Map& map);
@@ -147,15 +198,46 @@ class RandomSession {
     void plotLag();
     void reviewRows();
     void adjust();
-    void adjustOnce(QWidget& window);
+    /// Applies what was entered to the model; false when it is refused.
+    using Adjustment = std::function<bool()>;
+    Adjustment enterAdjustment(QWidget& window);
+    Adjustment enterShift(QWidget& window, const QString& column, double PlainSite::*reading, double& total);
+    Adjustment enterFactor(QWidget& window, const QString& column, double PlainSite::*reading);
     void expectAdjustmentProblem();
     void histograms();
     void correlation();
     void exportSurvey();
     void refuseFirstRows(QWidget& window);
+    bool exportInto(QWidget& window, bool withRows);
     void clearScreen();
+    void compareStatistics(QWidget& window, bool relative);
+    void compareAdjustment(QWidget& window, const std::vector<PlainSite>& shown);
+    void compareHistograms(QWidget& window);
+
+    // Help, editor and resolution (SessionHelp.cpp).
     void otherItems();
     void tryToClose();
+    void changeEditor();
+    void changeResolution();
+    void showErrorLog();
+    void expectEditor(const std::string& path);
+    bool respondToStart(const QStringList& command);
+    /// Does what opens a help document, and reads it, or is told that it is missing.
+    void askForHelp(int document, const Action& ask);
+    /// The help of a dialog by its button or F1, now and then.
+    void helpOf(QWidget& window, int document, const QString& button = QStringLiteral("cmdHelp"));
+    void readHelp(int document);
+
+    // Charts and paper (SessionCharts.cpp).
+    bool chartShown() const { return editing_ || !chart_.isEmpty(); }
+    bool canPrint() const { return editing_ && print_; }
+    void lookCloser();
+    void lookCloser(Chart2D& chart);
+    void lookCloserByKeys(Chart2D& chart);
+    void printRow();
+    /// Chooses something that prints, with a printer or without; a print job may fail.
+    void print(const Action& choose);
+
     // The row dialog (SessionRows.cpp).
     void editRows();
     void joinRows(QWidget& dialog);
@@ -169,7 +251,11 @@ class RandomSession {
     RowPlotEditor* editor_ = nullptr;
 
     QList<ExpectedBox> boxes_;
-    QList<QString> files_;
+    QList<ExpectedFile> files_;
+    QList<QStringList> starts_;  ///< programs to be started, with their arguments
+    bool editorFails_ = false;
+    QString printer_;
+    Reached reached_;
     std::string difference_;
     std::map<std::string, long> made_;
 
@@ -178,6 +264,9 @@ class RandomSession {
     bool counted_ = false;   ///< the sites of each row have been counted since they changed
     bool measured_ = false;  ///< the distances have been calculated
     double totalA_ = 0, totalB_ = 0;
+    QString textEditor_ = QStringLiteral("/bin/true ");
+    int printScale_ = 1;
+    std::string log_;  ///< the error log
     std::map<std::string, bool> menus_;
     QString chart_;  ///< the chart shown, but for the row plots
     bool rowDialog_ = false;
@@ -185,8 +274,10 @@ class RandomSession {
 
     // The row plots.
     bool editing_ = false, byX_ = false, emptied_ = false;
-    bool back_ = false, forward_ = false, delete_ = false, print_ = false;
+    bool back_ = false, forward_ = false, delete_ = false, print_ = false, byNumber_ = false;
     int row_ = 0;
+    bool many_ = false;        ///< the next survey is to have many rows, or a long one
+    int cursor_ = 0;           ///< the point that the keys have come to
     std::vector<int> picked_;  ///< points of the row, from 1
 };
 

@@ -7,7 +7,9 @@
 
 #include <QLabel>
 
+#include <algorithm>
 #include <bit>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +30,7 @@ std::string shown(double value) {
 void RandomSession::compare() {
     if (!boxes_.isEmpty()) differ("a box did not come: " + boxes_.first().text.toStdString());
     if (!files_.isEmpty()) differ("a file dialog did not come");
+    if (!starts_.isEmpty()) differ("a program was not started");
     compareSites();
     compareRows();
     compareMenus();
@@ -57,6 +60,10 @@ void RandomSession::compareSites() {
     if (!sameBits(theSession().EMAdjustTotalA, totalA_)) differ("EMAdjustTotalA differs");
     if (!sameBits(theSession().EMAdjustTotalB, totalB_)) differ("EMAdjustTotalB differs");
     same("DataSaved", theSession().DataSaved, saved_);
+    same<double>("PrintScale", theSession().PrintScale, printScale_);
+    sameText("TextEditor", QString::fromStdString(theSession().TextEditor), textEditor_);
+    const std::string log = folder_ / "error_log.dat";
+    if (std::filesystem::exists(log) ? readFile(log) != log_ : !log_.empty()) differ("the error log differs");
 }
 
 void RandomSession::compareRows() {
@@ -70,6 +77,14 @@ void RandomSession::compareRows() {
     if (counted_ && survey_.rows <= 250 && survey_.rowsUsable())
         for (std::size_t r = 0; r < sizes.size(); ++r)
             same<long>("NumPoints of row " + std::to_string(r + 1), survey.NumPoints[r + 1], sizes[r]);
+    compareDistances();
+}
+
+void RandomSession::compareDistances() {
+    const Survey& survey = theSurvey();
+    same("UseTrueDist", survey.UseTrueDist, survey_.measure == 1);
+    same("UseXDist", survey.UseXDist, survey_.measure == 2);
+    same("UseYDist", survey.UseYDist, survey_.measure == 3);
     if (!measured_) return;
     const auto& distances = survey_.measure == 1   ? survey.TrueDist
                             : survey_.measure == 2 ? survey.XDist
@@ -79,6 +94,11 @@ void RandomSession::compareRows() {
         if (!sameBits(distances[i], survey_.distance(i)))
             differ("the distance of site " + std::to_string(i) + " is " + shown(distances[i]) +
                    ", expected " + shown(survey_.distance(i)));
+    const double largest = survey_.measure == 1   ? survey.MaxTrueDist
+                           : survey_.measure == 2 ? survey.MaxXDist
+                                                  : survey.MaxYDist;
+    if (!distances.empty() && largest != *std::max_element(distances.begin(), distances.end()))
+        differ("the largest distance is " + shown(largest));
 }
 
 void RandomSession::compareMenus() {
@@ -110,6 +130,7 @@ void RandomSession::compareRowPlots() {
     same("CurrentRow", editor_->CurrentRow, row_);
     same("enabled Command1", editor_->Command1->isEnabled(), back_);
     same("enabled Command2", editor_->Command2->isEnabled(), forward_);
+    same("enabled Command3", editor_->Command3->isEnabled(), byNumber_);
     same("enabled Command5", editor_->Command5->isEnabled(), delete_);
     same("enabled Command6", editor_->Command6->isEnabled(), print_);
     const auto sites = emptied_ ? std::vector<std::size_t>{} : survey_.sitesOfRow(row_);

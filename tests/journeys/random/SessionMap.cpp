@@ -1,10 +1,13 @@
 #include "app/PictureBox.h"
 #include "app/frmMain.h"
+#include "app/palette16.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 #include <algorithm>
@@ -20,10 +23,18 @@ struct Zone {
 };
 constexpr Zone kFull = {u"", -0.05, -0.05, 1.1, 1.1};
 const std::vector<Zone> kZones = {
-    {u"mnuZnorth", -0.05, -0.05, 1.1, 0.2}, {u"mnuZeast", 0.85, -0.05, 0.2, 1.1},
-    {u"mnuZse", 0.5, 0.5, 0.55, 0.55},      {u"mnuZw13", -0.05, -0.05, 0.35, 1.1},
-    {u"mnuZc13h", -0.05, 0.3, 1.1, 0.4},
+    {u"mnuZnorth", -0.05, -0.05, 1.1, 0.2}, {u"mnuZsouth", -0.05, 0.85, 1.1, 0.2},
+    {u"mnuZwest", -0.05, -0.05, 0.2, 1.1},  {u"mnuZeast", 0.85, -0.05, 0.2, 1.1},
+    {u"mnuZnw", -0.05, -0.05, 0.55, 0.55},  {u"mnuZne", 0.5, -0.05, 0.55, 0.55},
+    {u"mnuZsw", -0.05, 0.5, 0.55, 0.55},    {u"mnuZse", 0.5, 0.5, 0.55, 0.55},
+    {u"mnuZw13", -0.05, -0.05, 0.35, 1.1},  {u"mnuZc13v", 0.3, -0.05, 0.4, 1.1},
+    {u"mnuZe13", 0.7, -0.05, 0.35, 1.1},    {u"mnuZn13", -0.05, -0.05, 1.1, 0.35},
+    {u"mnuZc13h", -0.05, 0.3, 1.1, 0.4},    {u"mnuZs13", -0.05, 0.7, 1.1, 0.35},
 };
+
+// How far an arrow key moves the cross, and with Shift (pixels).
+constexpr int kCrossStep = 10;
+constexpr int kCrossFineStep = 1;
 
 }  // namespace
 
@@ -34,6 +45,9 @@ struct RandomSession::Map {
     Zone zone = kFull;
     std::vector<bool> masks = {};
     long deleted = 0;
+    int highlighted = 0;  ///< a row, or none
+    bool canRestore = false, canDelete = false;
+    bool fiveDecimals = false;
 
     long masked() const { return std::count(masks.begin(), masks.end(), true); }
     double surveyX(int pixel) const {
@@ -65,15 +79,22 @@ void setScale(Map& map, const PlainSurvey& survey, bool trueScale) {
         widen(map.xMin, map.xMax, dy);
     else if (trueScale)
         widen(map.yMin, map.yMax, dx);
-    if (map.xMax == map.xMin) widen(map.xMin, map.xMax, 1);
-    if (map.yMax == map.yMin) widen(map.yMin, map.yMax, 1);
+    // One unit, or eight of the steps in which numbers of that size come.
+    const auto least = [](double place) { return std::max(1.0, 8 * 0x1p-52 * std::abs(place)); };
+    if (map.xMax == map.xMin) widen(map.xMin, map.xMax, least(map.xMin));
+    if (map.yMax == map.yMin) widen(map.yMin, map.yMax, least(map.yMin));
 }
 
 }  // namespace
 
 void RandomSession::editOnMap() {
-    if (!choose(u"mnuIDEW"_s, false)) return;
+    if (!chooseAlone(u"mnuIDEW"_s)) return;
     QWidget& window = shownWindow(u"frmClip"_s);
+    const QString help = u"mnuGDRH%1"_s.arg(1 + below(3));
+    if (chance(20))
+        askForHelp(107 + help.last(1).toInt(), [&] { chooseItem(window, help); });
+    else if (chance(10))
+        askForHelp(108, [&] { pressKey(window, Qt::Key_F1); });
     if (chance(5)) return chooseItem(window, u"mnuDone"_s);
     const bool trueScale = chance(50);
     chooseItem(window, trueScale ? u"mnuFullMapTrue"_s : u"mnuFullMapMax"_s);
@@ -81,74 +102,174 @@ void RandomSession::editOnMap() {
     Map map{window, controlAs<PictureBox>(window, u"picMapZoom"_s)};
     setScale(map, survey_, trueScale);
     map.masks.resize(survey_.sites.size());
-    if (chance(30)) controlAs<QComboBox>(window, u"comboRow"_s).setCurrentIndex(below(survey_.rows + 1));
+    compareMapControls(map, false);
+    if (chance(40)) highlightRow(map);
     for (int round = 1 + below(3); round > 0; --round) {
-        if (chance(30)) {
-            map.zone = oneOf(kZones);
-            chooseItem(window, QString::fromUtf16(map.zone.item));
-        }
+        if (chance(50)) chooseZone(map);
+        if (chance(20)) lookCloser(map);
         clip(map);
         decideOnMasked(map);
         compareMap(map);
+        compareMapControls(map, false);
     }
     leaveMap(map);
 }
 
+// The list holds "none" and the rows.
+void RandomSession::highlightRow(Map& map) {
+    auto& combo = controlAs<QComboBox>(map.window, u"comboRow"_s);
+    same("entries of comboRow", combo.count(), survey_.rows + 1);
+    map.highlighted = below(std::min(survey_.rows, 8) + 1);
+    combo.setFocus();
+    QTest::keyClick(&combo, Qt::Key_Home);
+    for (int row = 1; row <= map.highlighted; ++row)
+        QTest::keyClick(&combo, Qt::Key_Down);
+    same("the entry of comboRow", combo.currentIndex(), map.highlighted);
+    comparePicture(map);
+}
+
+void RandomSession::chooseZone(Map& map) {
+    map.zone = oneOf(kZones);
+    chooseItem(map.window, QString::fromUtf16(map.zone.item));
+    comparePicture(map);
+}
+
+// Changes which part of the unit square is shown, and nothing else.
+void RandomSession::lookCloser(Map& map) {
+    const QPoint pixel(map.box.width() / 4 + below(map.box.width() / 2), map.box.height() / 4);
+    QPoint now = pixel;
+    const double x = map.surveyX(pixel.x()), y = map.surveyY(pixel.y());
+    const int way = below(4);
+    if (way == 0) turnWheel(map.box, pixel, chance(60) ? 1 + below(3) : -1);
+    if (way == 1) drag(map.box, pixel, now = pixel + QPoint(below(41) - 20, below(41) - 20));
+    if (way == 2) pressKey(map.box, chance(50) ? Qt::Key_Plus : Qt::Key_Minus);
+    for (int keys = way == 3 ? 3 : 0; keys > 0; --keys)
+        pressKey(map.box, oneOf(std::vector<Qt::Key>{Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}),
+                 Qt::ControlModifier);
+    const auto [left, top, width, height] = map.box.scale();
+    map.zone = {u"", left, top, width, height};
+    const auto near = [](double a, double b, double of) { return std::abs(a - b) <= 1e-9 * of; };
+    if (way < 2 && (!near(map.surveyX(now.x()), x, map.xMax - map.xMin) ||
+                    !near(map.surveyY(now.y()), y, map.yMax - map.yMin)))
+        differ("the map has not kept what is under the pointer");
+    map.fiveDecimals = chance(50);
+    clickOn(map.window, map.fiveDecimals ? u"optLL"_s : u"optUTM"_s);
+    movePointer(map.box, pixel);
+    compareReadout(map, pixel);
+}
+
 void RandomSession::clip(Map& map) {
     clickOn(map.window, u"cmdClipOn"_s);
+    map.canRestore = map.canDelete = false;
+    compareMapControls(map, true);
     for (int rectangles = below(3) + 1; rectangles > 0; --rectangles) {
         drawRectangle(map);
         compareMap(map);
     }
     clickOn(map.window, u"cmdClipOff"_s);
+    map.canRestore = map.canDelete = map.masked() > 0;
 }
 
-// Drawn only where no site is so near an edge that rounding would decide.
-bool RandomSession::drawRectangle(Map& map) {
+// Moves the cross from somewhere in the middle of the map; gives where it has come to.
+QPoint RandomSession::walkOverMap(Map& map) {
+    QPoint at(map.box.width() / 4 + below(map.box.width() / 2),
+              map.box.height() / 4 + below(map.box.height() / 2));
+    movePointer(map.box, at);
+    for (int keys = 1 + below(6); keys > 0; --keys) {
+        static constexpr Qt::Key kArrows[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+        static constexpr QPoint kWays[] = {{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
+        const int way = below(4);
+        const bool fine = chance(40);
+        at += kWays[way] * (fine ? kCrossFineStep : kCrossStep);
+        pressKey(map.box, kArrows[way], fine ? Qt::ShiftModifier : Qt::NoModifier);
+        compareReadout(map, at);
+    }
+    return at;
+}
+
+// A rectangle on whose edge a site lies is given up, so that rounding never decides.
+void RandomSession::drawRectangle(Map& map) {
     QPoint from(1 + below(map.box.width() - 1), 1 + below(map.box.height() - 1));
     QPoint to(1 + below(map.box.width() - 1), 1 + below(map.box.height() - 1));
     if (chance(8)) from = QPoint(1, 1), to = QPoint(map.box.width() - 1, map.box.height() - 1);
-    const double xa = map.surveyX(std::min(from.x(), to.x())), xb = map.surveyX(std::max(from.x(), to.x()));
+    if (chance(25)) {
+        from = walkOverMap(map);
+        pressKey(map.box, Qt::Key_Return);
+    } else {
+        movePointer(map.box, from);
+        compareReadout(map, from);
+        QTest::mouseClick(&map.box, Qt::LeftButton, Qt::NoModifier, from);
+    }
+    same("enabled cmdClipOff", control(map.window, u"cmdClipOff"_s).isEnabled(), false);
+    const bool byKeys = chance(25);
+    if (byKeys)
+        to = walkOverMap(map);
+    else
+        movePointer(map.box, to);
+    if (chance(5) || touchesSite(map, from, to)) {
+        pressKey(map.window, Qt::Key_Escape);
+        return same("enabled cmdClipOff", control(map.window, u"cmdClipOff"_s).isEnabled(), true);
+    }
+    // The corner is where the pointer moved last, not where the button is pressed.
+    if (byKeys)
+        pressKey(map.box, Qt::Key_Return);
+    else
+        QTest::mouseClick(&map.box, Qt::LeftButton, Qt::NoModifier, chance(50) ? to : from);
+    maskInside(map, from, to);
+}
+
+bool RandomSession::touchesSite(const Map& map, const QPoint& from, const QPoint& to) const {
+    const double tiny = 1e-9 * (map.xMax - map.xMin + map.yMax - map.yMin);
+    return std::any_of(survey_.sites.begin(), survey_.sites.end(), [&](const PlainSite& site) {
+        return std::abs(site.x - map.surveyX(from.x())) < tiny ||
+               std::abs(site.x - map.surveyX(to.x())) < tiny ||
+               std::abs(site.y - map.surveyY(from.y())) < tiny ||
+               std::abs(site.y - map.surveyY(to.y())) < tiny;
+    });
+}
+
+void RandomSession::maskInside(Map& map, const QPoint& from, const QPoint& to) {
+    const double west = map.surveyX(std::min(from.x(), to.x())),
+                 east = map.surveyX(std::max(from.x(), to.x()));
     const double north = map.surveyY(std::min(from.y(), to.y())),
                  south = map.surveyY(std::max(from.y(), to.y()));
-    const double tiny = 1e-9 * (map.xMax - map.xMin + map.yMax - map.yMin);
-    for (const PlainSite& site : survey_.sites)
-        for (const double distance : {site.x - xa, site.x - xb, site.y - north, site.y - south})
-            if (std::abs(distance) < tiny) return false;
-    movePointer(map.box, from);
-    QTest::mouseClick(&map.box, Qt::LeftButton, Qt::NoModifier, from);
-    movePointer(map.box, to);
-    // The corner is where the pointer moved last, not where the button is pressed.
-    QTest::mouseClick(&map.box, Qt::LeftButton, Qt::NoModifier, chance(50) ? to : from);
     for (std::size_t i = 0; i < survey_.sites.size(); ++i) {
         const PlainSite& site = survey_.sites[i];
-        if (xa < site.x && site.x < xb && south < site.y && site.y < north) map.masks[i] = true;
+        if (west < site.x && site.x < east && south < site.y && site.y < north) map.masks[i] = true;
     }
-    return true;
 }
 
 void RandomSession::decideOnMasked(Map& map) {
-    if (map.masked() == 0 || chance(25)) return;
+    if (map.canRestore && chance(25)) return restore(map);
+    if (!map.canDelete || chance(25)) return;
     const bool yes = chance(80);
-    if (chance(25)) {
-        expectQuestion(yes,
-                       u"This action will restore (i.e., unmask) all currently masked site.\n"
-                       u"Are you sure you wish to restore these sites?"_s);
-        if (yes) expect(u"All masked sites have been recovered."_s);
-        chooseItem(map.window, u"mnuRecover"_s);
-        if (yes) std::fill(map.masks.begin(), map.masks.end(), false);
-        return;
-    }
     expectQuestion(yes,
                    u"This action will permanently delete all currently masked site.\n"
                    u"Are you sure you wish to delete these sites?"_s);
     if (yes) expect(u"All masked sites have been deleted."_s);
     clickOn(map.window, u"cmdDelete"_s);
-    if (!yes) return;
-    map.deleted += map.masked();
-    deleteMarkedPlainSites(survey_, map.masks);
-    map.masks.assign(survey_.sites.size(), false);
-    plotsHidden();
+    if (yes) {
+        map.deleted += map.masked();
+        deleteMarkedPlainSites(survey_, map.masks);
+        map.masks.assign(survey_.sites.size(), false);
+        map.canRestore = map.canDelete = false;
+        plotsHidden();
+    }
+    comparePicture(map);
+}
+
+void RandomSession::restore(Map& map) {
+    const bool yes = chance(80);
+    expectQuestion(yes,
+                   u"This action will restore (i.e., unmask) all currently masked site.\n"
+                   u"Are you sure you wish to restore these sites?"_s);
+    if (yes) expect(u"All masked sites have been recovered."_s);
+    chooseItem(map.window, u"mnuRecover"_s);
+    if (yes) {
+        std::fill(map.masks.begin(), map.masks.end(), false);
+        map.canDelete = false;
+    }
+    comparePicture(map);
 }
 
 void RandomSession::checkRowsAfterMap(Map& map) {
@@ -159,6 +280,7 @@ void RandomSession::checkRowsAfterMap(Map& map) {
     }
     counted_ = true;
     if (validatePlainRows(survey_)) return;
+    reached_.note("row information lost");
     setMenus(true, {"mnuRow", "mnuDistance", "mnuGrid", "mnuData", "mnuStat"});
     expect(
         u"Warning!  The sites which you have deleted have resulted in the complete\n"
@@ -179,7 +301,10 @@ void RandomSession::leaveMap(Map& map) {
                            u"Warning! You have not deleted all of the currently masked sites.\n"
                            u"Are you sure you wish to exit (and hence avoid deleting these sites)?"_s);
         checkRowsAfterMap(map);
-        chooseItem(map.window, u"mnuDone"_s);
+        if (chance(50))
+            chooseItem(map.window, u"mnuDone"_s);
+        else
+            pressKey(map.window, Qt::Key_Escape);
         same("visible frmClip", isShown(u"frmClip"_s), !leave);
     }
 }
@@ -191,4 +316,54 @@ void RandomSession::compareMap(Map& map) {
     label(u"lblMS"_s, map.masked());
     label(u"lblVS"_s, static_cast<long>(survey_.sites.size()) - map.masked());
     label(u"lblDS"_s, map.deleted);
+}
+
+// Which controls there are at each stage: browsing and clipping.
+void RandomSession::compareMapControls(Map& map, bool clipping) {
+    const auto enabled = [&](const QString& menu) { return map.window.findChild<QMenu*>(menu)->isEnabled(); };
+    const auto shown = [&](const QString& name) { return map.window.findChild<QWidget*>(name)->isVisible(); };
+    same("enabled mnuV", enabled(u"mnuV"_s), !clipping);
+    same("enabled mnuZ", enabled(u"mnuZ"_s), !clipping);
+    same("enabled mnuR", enabled(u"mnuR"_s), map.canRestore);
+    same("visible cmdDelete", shown(u"cmdDelete"_s), map.canDelete);
+    same("visible frameHLR", shown(u"frameHLR"_s), !clipping);
+    same("visible frameLoc", shown(u"frameLoc"_s), true);
+    same("enabled cmdClipOn", control(map.window, u"cmdClipOn"_s).isEnabled(), !clipping);
+    same("enabled cmdClipOff", control(map.window, u"cmdClipOff"_s).isEnabled(), clipping);
+}
+
+void RandomSession::compareReadout(Map& map, const QPoint& pixel) {
+    sameFigure("txtXloc", controlAs<QLineEdit>(map.window, u"txtXloc"_s).text(), map.surveyX(pixel.x()),
+               map.fiveDecimals ? 5 : 1);
+    sameFigure("txtYloc", controlAs<QLineEdit>(map.window, u"txtYloc"_s).text(), map.surveyY(pixel.y()),
+               map.fiveDecimals ? 5 : 1);
+}
+
+// The dots that stand apart from all others, after the map has been drawn.
+void RandomSession::comparePicture(Map& map) {
+    // Places that numbers can hardly tell apart may be drawn beside it.
+    const auto isFine = [](double low, double high) { return high - low > 1e-9 * std::abs(low); };
+    if (!isFine(map.xMin, map.xMax) || !isFine(map.yMin, map.yMax)) return;
+    // Without the cross, which hides what is beneath it.
+    movePointer(map.box, QPoint(1, 1));
+    const QImage picture = map.box.grab().toImage();
+    const auto pixelOf = [&](const PlainSite& site) {
+        return map.box.toPixel((site.x - map.xMin) / (map.xMax - map.xMin),
+                               1 - (site.y - map.yMin) / (map.yMax - map.yMin));
+    };
+    for (std::size_t i = 0; i < survey_.sites.size() && i < 60; ++i) {
+        const QPointF at = pixelOf(survey_.sites[i]);
+        if (!QRectF(picture.rect()).adjusted(5, 5, -5, -5).contains(at)) continue;
+        const bool alone =
+            std::none_of(survey_.sites.begin(), survey_.sites.end(), [&](const PlainSite& other) {
+                return &other != &survey_.sites[i] && (pixelOf(other) - at).manhattanLength() < 6;
+            });
+        if (!alone) continue;
+        const bool red = map.highlighted > 0 && survey_.sites[i].row == map.highlighted;
+        const QRgb wanted =
+            map.masks[i] ? qRgb(255, 255, 255) : QRgb(kBasicPalette[red ? kRed : kBlue]) | 0xff000000;
+        if (picture.pixel(at.toPoint()) != wanted &&
+            picture.pixel(QPoint(int(at.x()), int(at.y()))) != wanted)
+            differ("the dot of site " + std::to_string(i) + " has another colour");
+    }
 }

@@ -14,10 +14,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kClear = 6;  // pixels between a point that is clicked and every other
+constexpr int kClear = 9;  // pixels between a point that is clicked and every other
+constexpr std::size_t kMostPicked = 101;
 
 bool isNear(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) < kClear && std::abs(a.y() - b.y()) < kClear;
+}
+
+// So that rounding does not decide whether a point is in sight.
+bool isWellInside(const Chart2D& chart, const QPointF& pixel) {
+    for (const QPointF& by : {QPointF(-3, -3), QPointF(3, 3)})
+        if (!QRectF(chart.rect()).contains(pixel + by) ||
+            !chart.pixelToData((pixel + by).toPoint()).inPlotArea)
+            return false;
+    return true;
 }
 
 }  // namespace
@@ -30,11 +40,13 @@ void RandomSession::showRow(int row) {
     print_ = true;
     emptied_ = false;
     picked_.clear();
+    cursor_ = 0;
 }
 
 void RandomSession::openEditorAtRowOne() {
     editing_ = true;
     counted_ = true;
+    byNumber_ = false;
     showRow(1);
 }
 
@@ -48,14 +60,20 @@ void RandomSession::openRowPlots() {
 
 void RandomSession::stepRow() {
     const bool forward = forward_ && (!back_ || chance(65));
-    clickOn(*editor_, forward ? u"Command2"_s : u"Command1"_s);
+    if (chance(30))
+        pressKey(*main_, forward ? Qt::Key_PageDown : Qt::Key_PageUp);
+    else
+        clickOn(*editor_, forward ? u"Command2"_s : u"Command1"_s);
     // The next row has moved up into the number of a row that was emptied.
     showRow(!forward ? row_ - 1 : emptied_ ? row_ : row_ + 1);
 }
 
 void RandomSession::plotRowNumber() {
-    clickOn(*editor_, u"Option2"_s);
-    delete_ = false;
+    if (chance(20)) {
+        clickOn(*editor_, u"Option1"_s);
+        byNumber_ = false;
+        return;
+    }
     const int row = survey_.rows > 0 ? 1 + below(survey_.rows) : 1;
     const std::vector<QString> texts = {u"abc"_s,
                                         u""_s,
@@ -69,6 +87,11 @@ void RandomSession::plotRowNumber() {
                                         u" %1.25 "_s.arg(row),
                                         u"%1.5"_s.arg(row)};
     const QString text = oneOf(texts);
+    const bool choosesFirst = text.isEmpty() || chance(50);
+    if (choosesFirst) clickOn(*editor_, u"Option2"_s);
+    // Whoever types a number means to specify one.
+    if (choosesFirst || !byNumber_) delete_ = false;
+    byNumber_ = true;
     typeInto(*editor_, u"Text1"_s, text);
     double value = 0;
     const bool numeric = plainNumeric(text.toStdString(), value);
@@ -78,7 +101,10 @@ void RandomSession::plotRowNumber() {
         expect(u"Invalid Input: you have to enter a numeric value"_s);
     else if (!valid)
         expect(u"Invalid Input: row number out of range"_s);
-    clickOn(*editor_, u"Command3"_s);
+    if (chance(30))
+        pressKey(*editor_->Text1, Qt::Key_Return);
+    else
+        clickOn(*editor_, u"Command3"_s);
     if (valid) showRow(static_cast<int>(typed));
 }
 
@@ -89,9 +115,17 @@ void RandomSession::pickPoints() {
     const int picks = chance(30) ? count : 1 + below(4);
     for (int i = 0; i < picks && i < 40; ++i)
         pickPoint(chance(70) ? *editor_->Chart2D3 : *editor_->Chart2D4);
+    if (chance(20)) pressBesideThePlot(chance(50) ? *editor_->Chart2D3 : *editor_->Chart2D4);
 }
 
-// Clicks a point that no other is near, and nothing when there is none such.
+double RandomSession::along(int point) const {
+    const auto sites = survey_.sitesOfRow(row_);
+    const PlainSite& site = survey_.sites[sites[static_cast<std::size_t>(point - 1)]];
+    return byX_ ? site.x : site.y;
+}
+
+// Clicks a point that no other is near, and nothing when there is none such. On a closer look a point may be
+// out of sight; then there is nothing to click either.
 void RandomSession::pickPoint(Chart2D& chart) {
     const bool profile = &chart == editor_->Chart2D3;
     const auto sites = survey_.sitesOfRow(row_);
@@ -102,17 +136,38 @@ void RandomSession::pickPoint(Chart2D& chart) {
         return chart.dataToPixel(along, !profile ? (byX_ ? site.y : site.x) : second ? site.em2 : site.em1);
     };
     const QPointF pixel = place(target, false);
+    if (!isWellInside(chart, pixel)) return;
     for (std::size_t k = 0; k < sites.size(); ++k) {
         if (k != target && isNear(place(k, false), pixel)) return;
         if (profile && survey_.two && isNear(place(k, true), pixel)) return;
     }
+    if (chart.isZoomed()) reached_.note("a point picked on a closer look");
     movePointer(chart, pixel.toPoint());
-    QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, pixel.toPoint());
-    const auto along = [&](int point) {
-        const PlainSite& site = survey_.sites[sites[static_cast<std::size_t>(point - 1)]];
-        return byX_ ? site.x : site.y;
-    };
     const int point = static_cast<int>(target) + 1;
+    compareReadout(chart, point);
+    // One beyond what may be picked.
+    if (picked_.size() == kMostPicked && !isPickedAt(along(point))) return;
+    // Two pixels away is near enough.
+    QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier,
+                      pixel.toPoint() + QPoint(below(3) - 1, below(3) - 1));
+    toggleModel(point);
+    cursor_ = point;
+}
+
+// Beside the plot area there is nothing to pick, however near a point.
+void RandomSession::pressBesideThePlot(Chart2D& chart) {
+    const QPoint pixel(chance(50) ? 2 : chart.width() - 3, below(chart.height()));
+    if (chart.pixelToData(pixel).inPlotArea) return;
+    movePointer(chart, pixel);
+    sameText("the read-out beside the plot", chart.footerText(), u"No Point Selected"_s);
+    QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, pixel);
+}
+
+bool RandomSession::isPickedAt(double horizontal) const {
+    return std::any_of(picked_.begin(), picked_.end(), [&](int other) { return along(other) == horizontal; });
+}
+
+void RandomSession::toggleModel(int point) {
     const auto same =
         std::find_if(picked_.begin(), picked_.end(), [&](int other) { return along(other) == along(point); });
     if (same == picked_.end())
@@ -123,15 +178,80 @@ void RandomSession::pickPoint(Chart2D& chart) {
     print_ = false;
 }
 
+void RandomSession::compareReadout(const Chart2D& chart, int point) {
+    const auto sites = survey_.sitesOfRow(row_);
+    const PlainSite& site = survey_.sites[sites[static_cast<std::size_t>(point - 1)]];
+    const bool profile = &chart == editor_->Chart2D3;
+    const QStringList parts = chart.footerText().split(u", "_s);
+    if (parts.size() != 2) return differ("the read-out is " + chart.footerText().toStdString());
+    const auto part = [&](const QString& text, const QString& name, double value) {
+        if (!text.startsWith(name + u" = "_s))
+            return differ("the read-out is " + chart.footerText().toStdString());
+        sameFigure("the read-out", text.mid(name.size() + 3), value, 2);
+    };
+    part(parts[0], byX_ ? u"UTM X"_s : u"UTM Y"_s, byX_ ? site.x : site.y);
+    if (profile)
+        part(parts[1], u"ECa"_s, site.em1);
+    else
+        part(parts[1], byX_ ? u"UTM Y"_s : u"UTM X"_s, byX_ ? site.y : site.x);
+}
+
+// The keys: along the points of the row, to the right towards larger coordinates.
+void RandomSession::walkAlongRow() {
+    Chart2D& chart = chance(50) ? *editor_->Chart2D3 : *editor_->Chart2D4;
+    const auto count = static_cast<int>(survey_.sitesOfRow(row_).size());
+    if (emptied_ || count == 0) return pressKey(chart, Qt::Key_Right);
+    if (count > static_cast<int>(kMostPicked) && chance(60)) return pickMoreThanAllowed();
+    const bool rises = along(count) >= along(1);
+    for (int steps = 1 + below(8); steps > 0; --steps) {
+        const bool right = chance(50), onward = right == rises;
+        pressKey(chart, chance(50) ? right ? Qt::Key_Right : Qt::Key_Left
+                        : right    ? Qt::Key_Up
+                                   : Qt::Key_Down);
+        if (cursor_ == 0)
+            cursor_ = onward ? 1 : count;
+        else
+            cursor_ = std::clamp(cursor_ + (onward ? 1 : -1), 1, count);
+        compareReadout(chart, cursor_);
+        if (chance(60)) continue;
+        if (picked_.size() == kMostPicked && !isPickedAt(along(cursor_))) continue;
+        pressKey(chart, Qt::Key_Space);
+        toggleModel(cursor_);
+    }
+    // A button that is disabled has no key either.
+    if (!delete_ && chance(50)) pressKey(chart, Qt::Key_Delete);
+}
+
+// A row may be longer than a selection.
+void RandomSession::pickMoreThanAllowed() {
+    Chart2D& chart = *editor_->Chart2D3;
+    const auto count = static_cast<int>(survey_.sitesOfRow(row_).size());
+    const Qt::Key onward = along(count) >= along(1) ? Qt::Key_Right : Qt::Key_Left;
+    while (cursor_ < count) {
+        pressKey(chart, onward);
+        ++cursor_;
+        if (isPickedAt(along(cursor_))) continue;
+        const bool full = picked_.size() == kMostPicked;
+        if (full) expect(u"Subscript out of range"_s);
+        pressKey(chart, Qt::Key_Space);
+        if (full) return reached_.note("more points picked than may be");
+        toggleModel(cursor_);
+    }
+}
+
 void RandomSession::deletePoints() {
     const auto sites = survey_.sitesOfRow(row_);
     std::vector<std::size_t> chosen;
     for (const int point : picked_)
         chosen.push_back(sites[static_cast<std::size_t>(point - 1)]);
-    clickOn(*editor_, u"Command5"_s);
+    if (chance(30))
+        pressKey(chance(50) ? *editor_->Chart2D3 : *editor_->Chart2D4, Qt::Key_Delete);
+    else
+        clickOn(*editor_, u"Command5"_s);
     deletePlainSites(survey_, row_, chosen);
     if (survey_.empty()) survey_.rowIndex = 0;
     const bool emptied = chosen.size() == sites.size();
+    if (emptied) reached_.note("a row emptied");
     if (!emptied && row_ == 1)
         openEditorAtRowOne();
     else

@@ -31,8 +31,10 @@ void RandomSession::editRows() {
         rowDialog_ = true;
     }
     QWidget& dialog = shownWindow(u"frmDataEdit"_s);
-    dialog.activateWindow();
-    QCoreApplication::processEvents();
+    bringToFront(dialog);
+    helpOf(dialog, 112);
+    // Nothing chosen yet, nothing happens.
+    if (!wasOpen && chance(20)) clickOn(dialog, u"Command1"_s);
     for (int tries = 0; rowDialog_ && tries < 8 && difference_.empty(); ++tries) {
         const bool editable = survey_.rowIndex <= 250;
         const int operation = editable ? below(3) : 2;
@@ -46,7 +48,7 @@ void RandomSession::editRows() {
         if (chance(10)) break;
     }
     if (!rowDialog_ || (wasOpen && chance(50))) return;
-    clickOn(dialog, u"Command2"_s);
+    leave(dialog, u"Command2"_s);
     rowDialog_ = false;
 }
 
@@ -114,7 +116,7 @@ void RandomSession::recalculate(QWidget& dialog) {
     const QString box = measure == 1 ? u"Text1"_s : measure == 2 ? u"Text5"_s : u"Text6"_s;
     const std::vector<QString> entries = {u"abc"_s, u""_s,  u"-1"_s,  u"3 m"_s, u"0"_s,
                                           u"3"_s,   u"3"_s, u"2.5"_s, u"0.9"_s, u"1e3"_s};
-    const QString entry = oneOf(entries);
+    const QString entry = chance(15) ? u"0"_s : oneOf(entries);
     clickOn(dialog, u"Option%1"_s.arg(measure + 2));
     typeInto(dialog, box, entry);
     double distance = 0;
@@ -128,10 +130,16 @@ void RandomSession::recalculate(QWidget& dialog) {
     const bool runs = !survey_.empty() && numeric && distance >= 0;
     bool found = false;
     if (runs) {
-        survey_.measure = measure;
-        survey_.minDistance = distance;
-        found = findPlainRows(survey_);
-        if (!found) expect(u"Too many rows: Please specify a larger distance value"_s);
+        PlainSurvey divided = survey_;
+        divided.measure = measure;
+        divided.minDistance = distance;
+        if (overflows(divided, "a recalculation")) return clickOn(dialog, u"Command1"_s);
+        found = findPlainRows(divided);
+        survey_ = divided;
+        if (!found) {
+            expect(u"Too many rows: Please specify a larger distance value"_s);
+            reached_.note("too many rows from a recalculation");
+        }
     }
     clickOn(dialog, u"Command1"_s);
     if (survey_.empty()) rowDialog_ = false;

@@ -4,13 +4,56 @@
 #include "plots/Chart2D.h"
 #include "support/UserDriver.h"
 
-#include <QFile>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QTableView>
 
 #include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+struct PlainRow {
+    long sites = 0;
+    double length = 0, em1 = 0, em2 = 0;
+};
+
+double mean(const std::vector<double>& values) {
+    long double sum = 0;
+    for (const double value : values)
+        sum += value;
+    return static_cast<double>(sum / static_cast<long double>(values.size()));
+}
+
+// Runs of sites with the same row number.
+std::vector<PlainRow> plainRows(const PlainSurvey& survey) {
+    std::vector<PlainRow> rows;
+    std::size_t first = 0;
+    for (const long size : survey.rowSizes()) {
+        const std::size_t last = first + static_cast<std::size_t>(size) - 1;
+        std::vector<double> em1, em2;
+        for (std::size_t i = first; i <= last; ++i) {
+            em1.push_back(survey.sites[i].em1);
+            em2.push_back(survey.sites[i].em2);
+        }
+        const double dx = survey.sites[first].x - survey.sites[last].x;
+        const double dy = survey.sites[first].y - survey.sites[last].y;
+        rows.push_back({size, std::sqrt(dx * dx + dy * dy), mean(em1), mean(em2)});
+        first = last + 1;
+    }
+    return rows;
+}
+
+bool lengthsAreFinite(const PlainSurvey& survey) {
+    const std::vector<PlainRow> rows = plainRows(survey);
+    return std::all_of(rows.begin(), rows.end(),
+                       [](const PlainRow& row) { return std::isfinite(row.length); });
+}
+
+}  // namespace
 
 // Views
 // ---------------------------------------------------------------------------------------------------------
@@ -39,12 +82,13 @@ void RandomSession::plotGrid() {
 void RandomSession::plotLag() {
     const int measure = 1 + below(3);
     const QString items[] = {u"mnuTrue_Dis"_s, u"mnuX_Dis"_s, u"mnuY_Dis"_s};
+    PlainSurvey plotted = survey_;
+    plotted.measure = measure;
+    if (!survey_.empty() && overflows(plotted, "a view")) return chooseItem(*main_, items[measure - 1]);
     if (!choose(items[measure - 1], false)) return;
     plotsHidden();
     chart_ = u"Chart2D1"_s;
     const auto& chart = controlAs<Chart2D>(*main_, chart_);
-    PlainSurvey plotted = survey_;
-    plotted.measure = measure;
     for (std::size_t i = 1; i < plotted.sites.size(); ++i) {
         const auto point = static_cast<qsizetype>(i);
         if (chart.point(Chart2D::kData, 1, point) != Chart2D::Point{double(i), plotted.distance(i)} ||
@@ -54,126 +98,54 @@ void RandomSession::plotLag() {
 }
 
 void RandomSession::reviewRows() {
+    if (!survey_.empty() && survey_.rowsUsable() && !lengthsAreFinite(survey_)) {
+        expect(u"Overflow"_s);
+        return chooseItem(*main_, u"mnuStat"_s);
+    }
     if (!choose(u"mnuStat"_s, true)) return;
     const std::vector<long> sizes = survey_.rowSizes();
     counted_ = sizes.size() <= 250;
     statistics_ = u"Total # of detected rows = %1"_s.arg(sizes.size());
     QWidget& window = shownWindow(u"frmStat"_s);
-    const QAbstractItemModel& table = *controlAs<QTableView>(window, u"Stats"_s).model();
-    same("lines of the row statistics", table.rowCount(), static_cast<int>(sizes.size()));
-    same("columns of the row statistics", table.columnCount(), survey_.two ? 5 : 4);
-    for (int r = 0; difference_.empty() && r < table.rowCount(); ++r)
-        same<long>("sites in line " + std::to_string(r), table.index(r, 1).data().toLongLong(),
-                   sizes[static_cast<std::size_t>(r)]);
+    compareStatistics(window, false);
+    for (int clicks = below(3); clicks > 0; --clicks) {
+        const bool relative = chance(50);
+        clickOn(window, relative ? u"optDSR"_s : u"optDSA"_s);
+        compareStatistics(window, relative);
+    }
+    helpOf(window, 102);
     if (chance(50)) return;
-    chooseItem(window, u"mnuStatExit"_s);
+    if (chance(30)) {
+        pressKey(window, Qt::Key_C, Qt::ControlModifier);
+        same<long>("lines copied", QGuiApplication::clipboard()->text().count(u'\n'),
+                   static_cast<long>(sizes.size()) + 1);
+    }
+    if (chance(50))
+        chooseItem(window, u"mnuStatExit"_s);
+    else
+        pressKey(window, Qt::Key_Escape);
     statistics_.clear();
 }
 
-// Analysis
-// ------------------------------------------------------------------------------------------------------
-
-namespace {
-
-bool isConstant(const PlainSurvey& survey, double PlainSite::*reading) {
-    return std::all_of(survey.sites.begin(), survey.sites.end(),
-                       [&](const PlainSite& site) { return site.*reading == survey.sites.front().*reading; });
-}
-
-}  // namespace
-
-// Without a spread there is no standard deviation or no slope.
-void RandomSession::expectAdjustmentProblem() {
-    if (survey_.sites.size() < 2 || (survey_.two && isConstant(survey_, &PlainSite::em1)))
-        expect(u"Division by zero"_s);
-}
-
-void RandomSession::adjust() {
-    if (!choose(u"mnuAdjust"_s, false)) return;
-    QWidget& window = shownWindow(u"frmAdjustData"_s);
-    expectAdjustmentProblem();
-    QCoreApplication::processEvents();
-    for (int times = 1 + below(4); times > 0 && difference_.empty(); --times)
-        adjustOnce(window);
-    clickOn(window, u"cmdFinished"_s);
-}
-
-void RandomSession::adjustOnce(QWidget& window) {
-    const std::vector<QString> shifts = {u"abc"_s, u""_s, u"-2.5"_s, u"0.1"_s, u"1e-3"_s, u"0"_s};
-    const std::vector<QString> factors = {u"abc"_s, u"0.0099"_s, u"-1"_s,  u"0.01"_s,
-                                          u"1.1"_s, u"1.000"_s,  u"0.9"_s, u"10"_s};
-    const auto add = [&](const QString& option, const QString& box, double PlainSite::*reading,
-                         double& total) {
-        const QString text = oneOf(shifts);
-        clickOn(window, option);
-        typeInto(window, box, text);
-        double shift = 0;
-        if (!plainNumeric(text.toStdString(), shift))
-            return expect(u"Error! Non-numeric shift factor detected."_s);
-        for (PlainSite& site : survey_.sites)
-            site.*reading += shift;
-        total += shift;
-        plotsHidden();
-        expectAdjustmentProblem();
-    };
-    const auto scale = [&](const QString& box, double PlainSite::*reading, const QString& name) {
-        const QString text = oneOf(factors);
-        typeInto(window, box, text);
-        double factor = 0;
-        QString fault;
-        if (!plainNumeric(text.toStdString(), factor))
-            fault = u"Error! Non-numeric %1 scale factor detected."_s.arg(name);
-        else if (factor < 0.01)
-            fault = u"Error! %1 Scale factor must be >= 0.01"_s.arg(name);
-        return [this, reading, factor, fault] {
-            if (!fault.isEmpty()) return expect(fault), false;
-            for (PlainSite& site : survey_.sites)
-                site.*reading *= factor;
-            plotsHidden();
-            return true;
-        };
-    };
-    const int kind = below(3);
-    if (kind == 0) {
-        add(u"optAddEM1"_s, u"txtAdjEC1"_s, &PlainSite::em1, totalA_);
-    } else if (kind == 1 && survey_.two) {
-        add(u"optAddEM2"_s, u"txtAdjEC2"_s, &PlainSite::em2, totalB_);
-    } else {
-        clickOn(window, u"optScale"_s);
-        const auto scaleEM1 = scale(u"txtScale1"_s, &PlainSite::em1, u"EM1"_s);
-        // EM1 stays scaled where EM2 is refused.
-        bool good = true;
-        if (survey_.two) {
-            const auto scaleEM2 = scale(u"txtScale2"_s, &PlainSite::em2, u"EM2"_s);
-            good = scaleEM1() && scaleEM2();
-        } else {
-            good = scaleEM1();
-        }
-        if (good) expectAdjustmentProblem();
+// A line a row: its number, sites, length and mean readings.
+void RandomSession::compareStatistics(QWidget& window, bool relative) {
+    const QAbstractItemModel& table = *controlAs<QTableView>(window, u"Stats"_s).model();
+    const std::vector<PlainRow> rows = plainRows(survey_);
+    same("lines of the row statistics", table.rowCount(), static_cast<int>(rows.size()));
+    same("columns of the row statistics", table.columnCount(), survey_.two ? 5 : 4);
+    double longest = 0;
+    for (const PlainRow& row : rows)
+        longest = std::max(longest, row.length);
+    for (int line = 0; difference_.empty() && line < table.rowCount(); ++line) {
+        const PlainRow& row = rows[static_cast<std::size_t>(line)];
+        const auto cell = [&](int column) { return table.index(line, column).data().toString(); };
+        sameFigure("a row's number", cell(0), line + 1, 0);
+        sameFigure("a row's sites", cell(1), static_cast<double>(row.sites), 0);
+        sameFigure("a row's length", cell(2),
+                   relative ? row.length / (longest > 0 ? longest : 1) * 100 : row.length, 2);
+        sameFigure("a row's mean EM1", cell(3), row.em1, 2);
+        if (survey_.two) sameFigure("a row's mean EM2", cell(4), row.em2, 2);
     }
-    clickOn(window, u"cmdCompute"_s);
-}
-
-void RandomSession::histograms() {
-    if (!choose(u"mnuHist"_s, false)) return;
-    QWidget& window = shownWindow(u"frmHistForm"_s);
-    if (isConstant(survey_, &PlainSite::em1) || (survey_.two && isConstant(survey_, &PlainSite::em2))) {
-        expect(u"Unexpected error: request terminated."_s);
-        expect(u"11"_s);
-    }
-    chooseItem(window, u"mnuPlot"_s);
-    if (chance(80)) chooseItem(window, u"mnuDone"_s);
-}
-
-void RandomSession::correlation() {
-    if (!survey_.empty() && !survey_.two) {
-        expect(u"This option is only available when 2 signal data columns are present."_s);
-        return chooseItem(*main_, u"mnuSigCorr"_s);
-    }
-    if (!choose(u"mnuSigCorr"_s, false)) return;
-    QWidget& window = shownWindow(u"frmSigCorrStruct"_s);
-    chooseItem(window, u"mnuPlot1"_s);
-    if (chance(80)) chooseItem(window, u"mnuExit"_s);
 }
 
 // Export
@@ -191,30 +163,54 @@ void RandomSession::refuseFirstRows(QWidget& window) {
 }
 
 void RandomSession::exportSurvey() {
-    chooseItem(*main_, u"mnuSave"_s);
+    if (chance(70))
+        chooseItem(*main_, u"mnuSave"_s);
+    else
+        pressKey(*main_, Qt::Key_S, Qt::ControlModifier);
+    rowDialog_ = false;
     QWidget& window = shownWindow(u"frmOutput"_s);
+    helpOf(window, 107);
     same("enabled Command2", control(window, u"Command2"_s).isEnabled(), false);
     bool withRows = true;
-    if (chance(30)) {
-        withRows = chance(30);
-        expectQuestion(!withRows,
-                       u"Attention: This will create a GRID file format, without any row numbers.\n"
-                       u"Are you sure that you wish to do this?"_s);
+    for (int clicks = below(3); clicks > 0; --clicks) {
+        const bool yes = chance(70);
+        if (withRows)
+            expectQuestion(yes,
+                           u"Attention: This will create a GRID file format, without any row numbers.\n"
+                           u"Are you sure that you wish to do this?"_s);
+        withRows = !withRows || !yes;
         clickOn(window, u"chkNoRow"_s);
+        const QString format = QString(survey_.ids ? u"Site_#  "_s : u""_s) + u"X_coord  Y_coord  EM1"_s +
+                               (survey_.two ? u"  EM2"_s : u""_s) + (withRows ? u"  Row_#"_s : u""_s);
+        sameText("Text1", controlAs<QLineEdit>(window, u"Text1"_s).text(), format);
     }
-    files_.append(chance(10) ? QString() : QString::fromStdString(folder_ / "out.txt"));
-    const bool cancelled = files_.first().isEmpty();
+    if (!exportInto(window, withRows)) leave(window, u"Command3"_s);
+}
+
+bool RandomSession::exportInto(QWidget& window, bool withRows) {
+    const int outcome = below(10);
+    const std::string path = folder_ / (outcome == 0 ? "" : outcome == 1 ? "gone/out.txt" : "out.txt");
+    expectFile(outcome == 0 ? QString() : QString::fromStdString(path), true);
     clickOn(window, u"Command1"_s);
-    if (cancelled) return clickOn(window, u"Command3"_s);
+    same("enabled Command2", control(window, u"Command2"_s).isEnabled(), outcome != 0);
+    if (outcome == 0) return false;
+    sameText("Text2", controlAs<QLineEdit>(window, u"Text2"_s).text(), QString::fromStdString(path));
     refuseFirstRows(window);
-    const QString first = oneOf(std::vector<QString>{u"1"_s, u"1"_s, u"5"_s, u"2.7"_s, u"2.5"_s, u"1e3"_s});
+    const QString first =
+        oneOf(std::vector<QString>{u"1"_s, u"1"_s, u"5"_s, u"2.7"_s, u"2.5"_s, u"1e3"_s, u"0.6"_s});
     typeInto(window, u"txtBRN"_s, first);
-    expect(u"Output data saved to "_s + QString::fromStdString(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    if (outcome == 1) {
+        reached_.note("an export that fails");
+        expectFailure(path + " cannot be written: ");
+        clickOn(window, u"Command2"_s);
+        return false;
+    }
+    expect(u"Output data saved to "_s + QString::fromStdString(path), u"VARN-Tesl"_s);
     clickOn(window, u"Command2"_s);
     saved_ = true;
     const int firstRow = static_cast<int>(std::nearbyint(first.toDouble()));
-    if (readFile(folder_ / "out.txt") != plainTransect(survey_, withRows, firstRow))
-        differ("the transect file differs");
+    if (readFile(path) != plainTransect(survey_, withRows, firstRow)) differ("the transect file differs");
+    return true;
 }
 
 // Others
@@ -223,35 +219,4 @@ void RandomSession::exportSurvey() {
 void RandomSession::clearScreen() {
     chooseItem(*main_, u"mnuClear"_s);
     plotsHidden();
-}
-
-void RandomSession::otherItems() {
-    switch (below(4)) {
-        case 0: {
-            const int power = below(3);
-            expect(
-                u"The printer resolution has been temporarily redefined to be %1 DPI."_s.arg(300 << power));
-            chooseItem(*main_, u"mnuDPI%1"_s.arg(300 << power));
-            if (theSession().PrintScale != 1 << power) differ("PrintScale differs");
-            break;
-        }
-        case 1:
-            expect(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-                   QString::fromStdString(folder_ / "helpdocs/hdoc101.rtf"));
-            chooseItem(*main_, u"mnuHmain1"_s);
-            break;
-        case 2:
-            chooseItem(*main_, u"mnuHelpAbout"_s);
-            clickOn(shownWindow(u"frmAbout"_s), u"Command1"_s);
-            break;
-        default:
-            if (canChoose("mnuEL")) chooseItem(*main_, u"mnuEL"_s);
-    }
-}
-
-void RandomSession::tryToClose() {
-    expectQuestion(false,
-                   u"Attention: you have not exported an output VARN data file yet!\n"
-                   u"Are you sure that you wish to exit the program?"_s);
-    if (main_->close()) differ("the main window closed");
 }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+#include <set>
+#include <string>
+#include <vector>
+
+class QWidget;
+
+/// Takes down which menu items, buttons and boxes of the program's windows are there and which of them have
+/// been used while the object lives, and what else is worth knowing that it has happened.
+class Reached : public QObject {
+  public:
+    Reached();
+
+    /// Something that has happened.
+    void note(const std::string& what) { used_.insert(what); }
+    /// Something that has to happen.
+    void want(const std::string& what) { wanted_.insert(what); }
+
+    /// What has not been used, or has not happened.
+    std::vector<std::string> missing() const;
+
+  protected:
+    /// Watches every window that is shown.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void watch(QWidget& window);
+    template <typename Control, typename Signal>
+    void watchAll(QWidget& window, Signal signal);
+
+    std::set<std::string> wanted_, used_;
+};

@@ -1,0 +1,98 @@
+#include "app/frmMain.h"
+#include "journeys/random/RandomSession.h"
+#include "support/UserDriver.h"
+
+#include <QApplication>
+#include <QKeySequence>
+#include <QMouseEvent>
+#include <QTest>
+#include <QWheelEvent>
+
+namespace {
+
+std::string nameOf(const QWidget& widget, const QKeySequence& keys) {
+    std::string name = widget.window()->objectName().toStdString();
+    if (!widget.isWindow()) name += "." + widget.objectName().toStdString();
+    return name + " " + keys.toString().toStdString();
+}
+
+void sendMouse(QWidget& widget, QEvent::Type type, const QPoint& pixel, Qt::MouseButton button,
+               Qt::MouseButtons buttons) {
+    QMouseEvent event(type, pixel, widget.mapToGlobal(QPointF(pixel)), button, buttons, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &event);
+}
+
+}  // namespace
+
+void RandomSession::movePointer(QWidget& widget, const QPoint& pixel) {
+    sendMouse(widget, QEvent::MouseMove, pixel, Qt::NoButton, Qt::NoButton);
+}
+
+void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to) {
+    sendMouse(widget, QEvent::MouseButtonPress, from, Qt::RightButton, Qt::RightButton);
+    sendMouse(widget, QEvent::MouseMove, to, Qt::NoButton, Qt::RightButton);
+    sendMouse(widget, QEvent::MouseButtonRelease, to, Qt::RightButton, Qt::NoButton);
+}
+
+void RandomSession::turnWheel(QWidget& widget, const QPoint& pixel, int notches) {
+    QWheelEvent event(pixel, widget.mapToGlobal(QPointF(pixel)), {}, {0, 120 * notches}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&widget, &event);
+}
+
+void RandomSession::bringToFront(QWidget& window) {
+    window.activateWindow();
+    // A dialog counts as active for Qt's own wait while its parent is.
+    if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }))
+        throw DriverError("window does not come to the front: " + window.objectName().toStdString());
+}
+
+void RandomSession::pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers) {
+    reached_.note(nameOf(widget, QKeySequence(modifiers | static_cast<Qt::Key>(key))));
+    bringToFront(*widget.window());
+    if (!widget.isWindow()) widget.setFocus();
+    QWidget* const focus = widget.isWindow() ? widget.focusWidget() : nullptr;
+    QTest::keyClick(focus != nullptr ? focus : &widget, static_cast<Qt::Key>(key), modifiers);
+}
+
+void RandomSession::leave(QWidget& window, const QString& button) {
+    if (chance(50))
+        clickOn(window, button);
+    else
+        pressKey(window, Qt::Key_Escape);
+}
+
+// Keys have no names in the windows: what they are is written here.
+void RandomSession::wantKeys() {
+    for (const char* const key :
+         {"Ctrl+O", "Ctrl+Shift+O", "Ctrl+S", "Ctrl+Q", "F1", "Ctrl+P", "PgUp", "PgDown"})
+        reached_.want(std::string("frmMain ") + key);
+    for (const char* const chart : {"Chart2D3", "Chart2D4"})
+        for (const char* const key : {"Left", "Right", "Up", "Down", "Space", "Del", "Home", "+", "-",
+                                      "Ctrl+Left", "Ctrl+Right", "Ctrl+Up", "Ctrl+Down"})
+            reached_.want(std::string("frmMain.") + chart + " " + key);
+    reached_.want("frmMain.Text1 Return");
+    for (const char* const key :
+         {"Left", "Right", "Up", "Down", "Shift+Left", "Shift+Right", "Shift+Up", "Shift+Down", "Return", "+",
+          "-", "Ctrl+Left", "Ctrl+Right", "Ctrl+Up", "Ctrl+Down"})
+        reached_.want(std::string("frmClip.picMapZoom ") + key);
+    for (const char* const window :
+         {"frmDataControl", "frmIniDisplay", "frmGeneric", "frmOutput", "frmDataEdit", "frmStat", "frmClip",
+          "frmAdjustData", "frmHistForm", "frmSigCorrStruct", "frmAbout"}) {
+        reached_.want(std::string(window) + " F1");
+        reached_.want(std::string(window) + " Esc");
+    }
+    for (const char* const key : {"frmHistForm Ctrl+P", "frmSigCorrStruct Ctrl+P", "frmStat Ctrl+C",
+                                  "frmHelpTesl Esc", "frmHelpTesl.txtFind Return"})
+        reached_.want(key);
+}
+
+void RandomSession::wantSituations() {
+    for (const char* const situation :
+         {"too many rows from an import", "too many rows from a recalculation", "too many rows for a view",
+          "a view of more rows than there may be", "overflow of an import", "overflow of a recalculation",
+          "overflow of a view", "no sites left", "a row emptied", "row information lost",
+          "more points picked than may be", "a point picked on a closer look", "a printer that fails",
+          "a page that cannot be written", "a page printed", "an export that fails", "an editor that fails"})
+        reached_.want(situation);
+}
