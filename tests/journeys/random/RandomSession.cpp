@@ -174,12 +174,13 @@ void RandomSession::sameText(const std::string& what, const QString& actual, con
         differ(what + " is \"" + actual.toStdString() + "\", expected \"" + wanted.toStdString() + "\"");
 }
 
-void RandomSession::sameFigure(const std::string& what, const QString& actual, double wanted, int decimals) {
+void RandomSession::sameFigure(const std::string& what, const QString& actual, double wanted, int decimals,
+                               double size) {
     const double unit = std::pow(10, -decimals);
     const bool format =
         actual.size() - actual.indexOf(u'.') - 1 == decimals || (decimals == 0 && !actual.contains(u'.'));
     const double off = std::abs(actual.toDouble() - wanted);
-    if (!format || !(off <= 0.5 * unit + 1e-9 * std::abs(wanted) + 1e-9 * unit))
+    if (!format || !(off <= 0.5 * unit + 1e-9 * std::abs(wanted) + 1e-9 * unit + 1e-12 * size))
         differ(what + " is " + actual.toStdString() + ", expected " + std::to_string(wanted));
 }
 

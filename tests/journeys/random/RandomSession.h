@@ -97,8 +97,9 @@ class RandomSession {
     template <typename T>
     void same(const std::string& what, const T& actual, const T& wanted);
     void sameText(const std::string& what, const QString& actual, const QString& wanted);
-    /// A label's number, written with so many decimals.
-    void sameFigure(const std::string& what, const QString& actual, double wanted, int decimals);
+    /// A label's number, written with so many decimals; what it was calculated from has this size.
+    void sameFigure(const std::string& what, const QString& actual, double wanted, int decimals,
+                    double size = 0);
 
     // Comparison (SessionComparison.cpp).
     void compare();

@@ -333,10 +333,11 @@ void RandomSession::compareMapControls(Map& map, bool clipping) {
 }
 
 void RandomSession::compareReadout(Map& map, const QPoint& pixel) {
+    const int decimals = map.fiveDecimals ? 5 : 1;
     sameFigure("txtXloc", controlAs<QLineEdit>(map.window, u"txtXloc"_s).text(), map.surveyX(pixel.x()),
-               map.fiveDecimals ? 5 : 1);
+               decimals, map.xMax - map.xMin + std::abs(map.xMin));
     sameFigure("txtYloc", controlAs<QLineEdit>(map.window, u"txtYloc"_s).text(), map.surveyY(pixel.y()),
-               map.fiveDecimals ? 5 : 1);
+               decimals, map.yMax - map.yMin + std::abs(map.yMin));
 }
 
 // The dots that stand apart from all others, after the map has been drawn.
