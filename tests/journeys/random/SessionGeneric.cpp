@@ -26,10 +26,12 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
     file.survey.two = two;
     const int separators = below(3);
     const int firstRow = !many_ && chance(6) ? 2 : 1;
+    const bool fallsBack = !many_ && chance(6);
     const int gap = !many_ && chance(6) ? 1 : 0;
     const bool manyRows = many_ || chance(25);
     for (PlainSite site : drivenSites()) {
         site.row = manyRows ? static_cast<int>(site.id) : site.row + firstRow - 1 + (site.row > 2 ? gap : 0);
+        if (fallsBack && site.row > 2) site.row = 1;
         const bool damaged = !many_ && chance(2);
         std::vector<std::string> values;
         if (withIDs) values.push_back(printed(site.id, 0));

@@ -59,6 +59,7 @@ std::vector<PlainSite> RandomSession::drivenSites() {
             site.x = rounded(alongX ? along : across, 2);
             site.y = rounded(alongX ? across : along, 2);
             site.em1 = rounded(integers ? 20 : numberBetween(-12, 90), 2);
+            if (chance(6)) site.em1 = oneOf(std::vector<double>{-10, 0, 5.5, 25});  // a cut-off itself
             site.em2 = rounded(numberBetween(-12, 120), 2);
             site.id = double(sites.size() + 1);
             site.row = row + 1;

@@ -56,6 +56,8 @@ void RandomSession::openRowPlots() {
     chart_.clear();
     byX_ = byX;
     openEditorAtRowOne();
+    for (int steps = below(4); steps > 0 && canStep() && difference_.empty(); --steps)
+        stepRow();
 }
 
 void RandomSession::stepRow() {
@@ -145,6 +147,13 @@ void RandomSession::pickPoint(Chart2D& chart) {
     movePointer(chart, pixel.toPoint());
     const int point = static_cast<int>(target) + 1;
     compareReadout(chart, point);
+    if (chance(15)) {
+        // Five pixels away is too far.
+        const QPoint beside = pixel.toPoint() + QPoint(chance(50) ? 5 : -5, 0);
+        if (!isWellInside(chart, beside)) return;
+        QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, beside);
+        return sameText("the read-out beside a point", chart.footerText(), u"No Point Selected"_s);
+    }
     // One beyond what may be picked.
     if (picked_.size() == kMostPicked && !isPickedAt(along(point))) return;
     // Two pixels away is near enough.
