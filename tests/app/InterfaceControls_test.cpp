@@ -67,6 +67,18 @@ TEST_F(InterfaceControls, PutTheDefaultEditorBackWhenNoneIsChosen) {
     EXPECT_EQ(theSession().TextEditor, "c:\\windows\\write.exe ");
 }
 
+TEST_F(InterfaceControls, LeaveTheSettingsFileAsItIs) {
+    const std::string settings = "1,/usr/bin/before,a,b,c,2\r\n";
+    writeFile(folder / "VARN_te_fio_info.dat", settings);
+    setFileResponder([](const FileQuestion&) { return u"/opt/ed"_s; });
+    boxes.ask(true, kEditorQuestion);
+    boxes.tell(u"Note: the new selected text editor is /opt/ed "_s);
+    mnusetDTE_Click(nullptr);
+    boxes.tell(u"The printer resolution has been temporarily redefined to be 1200 DPI."_s);
+    mnuDPI1200_Click(nullptr);
+    EXPECT_EQ(readFile(folder / "VARN_te_fio_info.dat"), settings);
+}
+
 TEST_F(InterfaceControls, RedefineThePrinterResolution) {
     boxes.tell(u"The printer resolution has been temporarily redefined to be 600 DPI."_s);
     mnuDPI600_Click(nullptr);

@@ -80,6 +80,8 @@ TEST_F(ImportControl, RefusesTextsThatAreNoNumbers) {
 
 TEST_F(ImportControl, RefusesANegativeDistance) {
     refuse(u"-10"_s, u"-1"_s, u"Error: Minimum distance must be > 0"_s);
+    EXPECT_EQ(theSurvey().MinDistance, -1);
+    refuse(u"-10"_s, u"-1e-9"_s, u"Error: Minimum distance must be > 0"_s);
 }
 
 TEST_F(ImportControl, StoresWhatItRefuses) {

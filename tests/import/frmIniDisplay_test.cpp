@@ -159,6 +159,24 @@ TEST_F(ImportFormat, EmptiesABoxWithABeepWhenALetterIsTyped) {
     }
 }
 
+TEST_F(ImportFormat, KeepsNothingInABoxButANumber) {
+    open();
+    for (const QString& text : {u"-"_s, u"+"_s, u"."_s, u" "_s, u"1e"_s, u"1,5"_s, u"1 2"_s, u"1e999"_s}) {
+        const int beeps = beepCount();
+        window->Text3_1->setFocus();
+        window->Text2_0->setText(text);
+        EXPECT_EQ(window->Text2_0->text(), QString()) << text.toStdString();
+        EXPECT_EQ(beepCount(), beeps + 1) << text.toStdString();
+        EXPECT_TRUE(window->Text2_0->hasFocus()) << text.toStdString();
+    }
+    for (const QString& text : {u"-3"_s, u"+3"_s, u" 7 "_s, u"1.5"_s, u"1e2"_s, u""_s}) {
+        const int beeps = beepCount();
+        window->Text2_0->setText(text);
+        EXPECT_EQ(window->Text2_0->text(), text);
+        EXPECT_EQ(beepCount(), beeps) << text.toStdString();
+    }
+}
+
 TEST_F(ImportFormat, HandsOnTheColumnsOfEachField) {
     open();
     click(*window->Check1);
