@@ -104,6 +104,19 @@ TEST_F(InterfaceControls, OpenTheErrorLogInTheEditor) {
     EXPECT_EQ(started.arguments, QStringList{fromPath(folder / "error_log.dat")});
 }
 
+TEST_F(InterfaceControls, OpenTheErrorLogWhereItWasWritten) {
+    theSession().AppDir = folder / "read-only";
+    theSession().TextEditor = "/bin/ls ";
+    writeFile(folder / "error_log.dat", "");
+    QStringList opened;
+    setProgramStarter([&](const EditorCommand& command) {
+        opened = command.arguments;
+        return true;
+    });
+    mnuEL_Click();
+    EXPECT_EQ(opened, QStringList{fromPath(folder / "error_log.dat")});
+}
+
 TEST_F(InterfaceControls, SayWhichErrorLogIsMissing) {
     try {
         mnuEL_Click();

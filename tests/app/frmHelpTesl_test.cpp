@@ -276,6 +276,25 @@ TEST_F(HelpViewer, ComesUpOverTheMainWindow) {
     main.hide();
 }
 
+TEST_F(HelpViewer, ComesUpOverTheMiddleOfTheMainWindowEachTime) {
+    frmMain main;
+    frmHelpTesl* const window = open(101, &main);
+    window->setMinimumSize(1, 1);
+    QCoreApplication::processEvents();
+    window->resize(240, 200);
+    for (const QPoint corner : {QPoint(60, 90), QPoint(300, 150)}) {
+        window->close();
+        main.setGeometry(QRect(corner, QSize(400, 300)));
+        main.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+        open(101, &main);
+        const QPoint apart = window->geometry().center() - main.geometry().center();
+        EXPECT_LE(apart.manhattanLength(), 2) << corner.x();
+    }
+    window->close();
+    main.hide();
+}
+
 TEST_F(HelpViewer, CanBeUsedWhileADialogOfTheMainWindowIsOpen) {
     QWidget main;
     main.setObjectName(u"main"_s);

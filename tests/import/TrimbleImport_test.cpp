@@ -138,10 +138,11 @@ TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
 }
 
 TEST_F(TrimbleImportChain, LeavesTheSurveyWhenTheFileDialogIsCancelled) {
+    theSession().InputFileName = "the last one";
     goThroughControl(u"5"_s);
     EXPECT_EQ(fileDialogs(), 1);
     EXPECT_EQ(display(), nullptr);
-    EXPECT_EQ(theSession().InputFileName, "");
+    EXPECT_EQ(theSession().InputFileName, "the last one");
     EXPECT_EQ(theSurvey().MinDistance, 5);
     expectSurveyUntouched();
 }

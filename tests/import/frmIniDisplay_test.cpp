@@ -117,6 +117,19 @@ TEST_F(ImportFormat, ShowsThePreviewInAFixedPitchBlackOnWhite) {
     EXPECT_EQ(window->picPreview->palette().color(QPalette::Text), QColor(Qt::black));
 }
 
+TEST_F(ImportFormat, ShowsThePreviewOnWhitePaperInADarkThemeToo) {
+    const QPalette usual = QApplication::palette();
+    QPalette dark = usual;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    QApplication::setPalette(dark);
+    open();
+    const QPalette paper = window->picPreview->palette();
+    QApplication::setPalette(usual);
+    EXPECT_EQ(paper.color(QPalette::Base), QColor(Qt::white));
+    EXPECT_EQ(paper.color(QPalette::Text), QColor(Qt::black));
+}
+
 TEST_F(ImportFormat, ShowsAllSevenLinesAndScrollsToTheEndsOfLongOnes) {
     open(std::string(5000, 'x') + "\n22\n33\n44\n55\n");
     window->resize(window->minimumSizeHint());

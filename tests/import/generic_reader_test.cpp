@@ -278,13 +278,22 @@ TEST_F(GenericFile, LeavesTheParametersAsTheyWere) {
     parameters.MinDistance = 4;
     parameters.NegateEM = parameters.DivideEMBy10 = true;
     parameters.chooseDistance(2);
-    parameters.XField = {1, 2, 2};
+    parameters.MinLineLength = 7;
+    FieldColumns Survey::*const fields[] = {&Survey::SiteIDField, &Survey::XField, &Survey::YField,
+                                            &Survey::EM1Field, &Survey::EM2Field};
+    for (int first = 1; const auto field : fields)
+        parameters.*field = {first++, 9, 4};
     const Survey survey = import("1,2,3").survey;
     EXPECT_EQ(survey.EMCutoff, -3);
     EXPECT_EQ(survey.MinDistance, 4);
     EXPECT_TRUE(survey.NegateEM && survey.DivideEMBy10);
     EXPECT_EQ(survey.DistanceMode, 2);
-    EXPECT_EQ(survey.XField.Len, 2);
+    EXPECT_EQ(survey.MinLineLength, 7);
+    for (int first = 1; const auto field : fields) {
+        EXPECT_EQ((survey.*field).Start, first++);
+        EXPECT_EQ((survey.*field).End, 9);
+        EXPECT_EQ((survey.*field).Len, 4);
+    }
     EXPECT_EQ(survey.SiteData(kEM1, 0), 3);  // and they are not applied
 }
 

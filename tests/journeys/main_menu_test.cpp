@@ -3,6 +3,7 @@
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "main.h"
+#include "plots/Chart2D.h"
 #include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
@@ -100,6 +101,25 @@ TEST_F(MainMenu, ShowsThePlotsOneAtATime) {
     chooseItem(*main, u"mnuClear"_s);
     EXPECT_FALSE(main->findChild<QWidget*>(u"Chart2D1"_s)->isVisible());
     EXPECT_TRUE(main->lblInvitation->isVisible());
+}
+
+TEST_F(MainMenu, PlotsByTheMeasureThatEachItemNames) {
+    const std::pair<QString, QString> lagPlots[] = {
+        {u"mnuX_Dis"_s, u"Sample Distance Plot (By X)"_s},
+        {u"mnuY_Dis"_s, u"Sample Distance Plot (By Y)"_s},
+        {u"mnuTrue_Dis"_s, u"Sample Distance Plot (True Distance)"_s}};
+    for (const auto& [item, header] : lagPlots) {
+        chooseItem(*main, item);
+        EXPECT_EQ(controlAs<Chart2D>(*main, u"Chart2D1"_s).headerText(), header);
+    }
+    const std::pair<QString, QString> rowPlots[] = {{u"mnuY"_s, u"Y (meters)"_s},
+                                                    {u"mnuX"_s, u"X (meters)"_s}};
+    for (const auto& [item, along] : rowPlots) {
+        chooseItem(*main, item);
+        clickOn(*main, u"Command2"_s);
+        const auto& profile = controlAs<Chart2D>(*main, u"Chart2D3"_s);
+        EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), along);
+    }
 }
 
 TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {
