@@ -77,8 +77,6 @@ void LagDistancePlot::fill(const LagDistances& lag) {
         Chart2D1->setPoints(Chart2D::kData, kDistances, first, numbers, distances);
         Chart2D1->setPoints(Chart2D::kData, kMinimum, first, numbers, std::span(minimum).first(count));
     }
-    for (const int series : {kDistances, kMinimum})
-        Chart2D1->declareAscending(Chart2D::kData, series);
 }
 
 void LagDistancePlot::setStyles(SiteIndex sites) {
