@@ -114,11 +114,11 @@ int numberSites(Survey& survey, const double* distances) {
 
 bool rowsRunInOrder(const Survey& survey) {
     const double* const row = survey.SiteData.column(kRow);
+    const double* const end = row + survey.NumSites;
     const auto isOutOfOrder = [](double before, double after) {
         return after != before && after != before + 1;
     };
-    return survey.NumSites > 0 && row[0] == 1 && row[survey.NumSites - 1] == survey.NumRows &&
-           std::adjacent_find(row, row + survey.NumSites, isOutOfOrder) == row + survey.NumSites;
+    return std::adjacent_find(row, end, isOutOfOrder) == end;
 }
 
 }  // namespace
