@@ -63,6 +63,8 @@ class Chart2D : public QWidget {
         int distance = -1;  ///< in whole pixels, across both directions; -1 when there is no point
     };
 
+    /// Pixels around a point within which the pointer means it.
+    static constexpr int kPickDistance = 3;
     static constexpr int kAnyDistance = std::numeric_limits<int>::max();
 
     explicit Chart2D(QWidget* parent = nullptr);
