@@ -154,6 +154,19 @@ TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
 
 namespace {
 
+// How often a widget has been hidden.
+class HideCount : public QObject {
+  public:
+    explicit HideCount(QWidget& widget) { widget.installEventFilter(this); }
+    int hidden = 0;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        hidden += event->type() == QEvent::Hide ? 1 : 0;
+        return false;
+    }
+};
+
 // How often the hourglass has come up on a window.
 class HourglassCount : public QObject {
   public:
@@ -172,6 +185,21 @@ class HourglassCount : public QObject {
 };
 
 }  // namespace
+
+TEST_F(RowPlots, HideTheirFrameForAMomentWhenNoNumberWasTyped) {
+    openByX(threeRowSurvey());
+    click("Option2");
+    const HideCount frame(editor);
+    boxes.tell(u"Invalid Input: row number out of range"_s);
+    typeRow(u"9"_s);
+    click("Command3");
+    EXPECT_EQ(frame.hidden, 0);
+    boxes.tell(u"Invalid Input: you have to enter a numeric value"_s);
+    typeRow(u"nine"_s);
+    click("Command3");
+    EXPECT_EQ(frame.hidden, 1);
+    EXPECT_TRUE(editor.isVisible());
+}
 
 TEST_F(RowPlots, ShowTheHourglassWhileTheyAreDrawnOrCut) {
     HourglassCount hourglass(main);
