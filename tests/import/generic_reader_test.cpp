@@ -190,6 +190,14 @@ TEST_F(GenericFile, LogsTheLineOnWhichARecordBegins) {
               "Line # 7 9  -> incomplete record at end of file\r\n");
 }
 
+// Further apart than the file is read in one piece.
+TEST_F(GenericFile, LogsTheValuesOfARecordWhoseLinesLieFarApart) {
+    const std::string emptyLines(600'000, '\n');
+    EXPECT_EQ(logOf("first 5" + emptyLines + "9\n"), "Line # 1 first 5 9  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(logOf("first" + emptyLines + "5" + emptyLines + "9\n"),
+              "Line # 1 first 5 9  -> non-numeric X-coord data\r\n");
+}
+
 TEST_F(GenericFile, LogsValuesAsTheyStandInTheFile) {
     EXPECT_EQ(logOf("1.500,  +2.0E0 ,\t-0007\n"),
               "Line # 1 1.500 +2.0E0 -0007  -> 1st EM reading below cut-off\r\n");
