@@ -1,12 +1,12 @@
 #include "app/line_reader.h"
 
 #include "app/run_time_error.h"
+#include "support/reads.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fcntl.h>
 #include <filesystem>
 #include <random>
 #include <sys/stat.h>
@@ -68,15 +68,6 @@ int descriptorOf(const std::string& path) {
             return std::stoi(entry.path().filename().string());
     }
     return -1;
-}
-
-// From now on every reading from the file fails like that from a broken card: the process's memory is a file
-// whose first bytes nobody can read.
-void breakDevice(const std::string& path) {
-    const int broken = ::open("/proc/self/mem", O_RDONLY);
-    ASSERT_GE(broken, 0);
-    ASSERT_GE(::dup2(broken, descriptorOf(path)), 0);
-    ::close(broken);
 }
 
 }  // namespace
@@ -211,7 +202,7 @@ TEST(LineReader, SaysSoWhenReadingFailsMidway) {
     LineReader reader(path);
     std::string_view line;
     ASSERT_TRUE(reader.next(line));
-    breakDevice(path);
+    breakDevice(descriptorOf(path));
     try {
         while (reader.next(line)) {
         }
