@@ -4,6 +4,7 @@
 #include "support/file_size_limit.h"
 #include "support/nameless_files.h"
 #include "support/temporary_folder.h"
+#include "support/unprivileged_user.h"
 
 #include <gtest/gtest.h>
 
@@ -203,4 +204,30 @@ TEST(FileReplacement, DoesItsWorkOnFileSystemsWithoutNamelessFilesToo) {
     EXPECT_EQ(readFile(folder / "out.txt"), "new");
     EXPECT_EQ(filesIn(folder), 1U);
     EXPECT_EQ(fs::status(folder / "out.txt").permissions(), fs::perms(0604));
+}
+
+TEST(FileReplacement, RefusesAFolderThatMayNotBeWrittenAndWritesElsewhere) {
+    const TemporaryFolder folder;
+    for (const char* name : {"closed", "open"})
+        fs::create_directory(folder / name);
+    for (const char* name : {"closed/out.txt", "open/theirs.txt"})
+        writeFile(folder / name, "old");
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod((folder / "closed").c_str(), 0555), 0);
+    ASSERT_EQ(::chmod((folder / "closed/out.txt").c_str(), 0666), 0);
+    ASSERT_EQ(::chmod((folder / "open").c_str(), 0777), 0);
+    {
+        const UnprivilegedUser user;
+        for (const char* name : {"closed/out.txt", "closed/new.txt"})
+            EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / name); }),
+                      folder / name + " cannot be written: Permission denied");
+        FileReplacement file(folder / "open/out.txt");
+        file.write("text");
+        const auto names = std::distance(fs::directory_iterator(folder / "open"), fs::directory_iterator{});
+        EXPECT_EQ(names, hasNamelessFiles(folder / "open") ? 1 : 2);
+        file.commit();
+    }
+    EXPECT_EQ(readFile(folder / "open/out.txt"), "text");
+    EXPECT_EQ(readFile(folder / "closed/out.txt"), "old");
+    fs::permissions(folder / "closed", fs::perms::owner_all);
 }

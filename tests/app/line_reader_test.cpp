@@ -3,6 +3,7 @@
 #include "app/run_time_error.h"
 #include "support/reads.h"
 #include "support/temporary_folder.h"
+#include "support/unprivileged_user.h"
 
 #include <gtest/gtest.h>
 
@@ -210,4 +211,14 @@ TEST(LineReader, SaysSoWhenReadingFailsMidway) {
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.description(), path + " cannot be read: Input/output error");
     }
+}
+
+TEST(LineReader, SaysSoWhenAFileMayNotBeRead) {
+    const TemporaryFolder folder;
+    writeFile(folder / "secret.dat", "1 2 3");
+    ASSERT_EQ(::chmod((folder / "secret.dat").c_str(), 0), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    const UnprivilegedUser user;
+    EXPECT_EQ(descriptionOfOpening(folder / "secret.dat"),
+              folder / "secret.dat cannot be opened: Permission denied");
 }
