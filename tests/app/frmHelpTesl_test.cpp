@@ -111,6 +111,14 @@ TEST_F(HelpViewer, ReportsADocumentThatCannotBeReadWithPathAndReason) {
     EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
 }
 
+TEST_F(HelpViewer, ReportsADocumentOnABrokenDiskWithTheSystemsReason) {
+    std::filesystem::create_symlink("/proc/self/mem", documentPath(104));
+    boxes_.tell(fromPath(documentPath(104)) + u" cannot be read: Input/output error"_s);
+    guarded(nullptr, [] { openHelp(nullptr, 104); })();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
+}
+
 TEST_F(HelpViewer, RefusesAFileTooLargeForADocument) {
     writeDocument(105, "{\\rtf1}");
     std::filesystem::resize_file(documentPath(105), std::uintmax_t{65} << 20);
