@@ -1,9 +1,12 @@
 #include "analysis/frmHistForm.h"
 
+#include "app/FileDialogs.h"
+#include "app/Printing.h"
 #include "app/Windows.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
+#include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_up_readings.h"
 
@@ -209,6 +212,46 @@ TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
         EXPECT_EQ(seen1.foot(i), i <= 25 ? kLightBlue : kBlue) << i;
         EXPECT_EQ(seen2.foot(i), i <= 25 ? kLightGreen : kGreen) << i;
     }
+}
+
+// EM2 fills bins 1, 26, 50 (one each) and 46 (five); its mean 600 / 8 = 75 puts the mark at 37.5 rounded to
+// even, 38, where that of EM1 is 12.
+TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
+    theSurvey() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
+    open();
+    plot();
+    const SeenHistogram seen(window().HG2);
+    const std::map<int, double> tops{{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}};
+    for (int i = 1; i <= 50; ++i) {
+        SCOPED_TRACE(i);
+        const auto bar = tops.find(i);
+        if (bar == tops.end()) {
+            EXPECT_EQ(seen.foot(i), kBrightWhite);
+            continue;
+        }
+        EXPECT_EQ(seen.foot(i), i <= 38 ? kLightGreen : kGreen);
+        EXPECT_NEAR(seen.top(i), seen.row(bar->second), 1);
+    }
+}
+
+TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
+    open();
+    const PointerAtShow pointer(window(), *window().HG1);
+    plot();
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+
+    setDefaultPrinterName([] { return QString(); });
+    Qt::CursorShape shape = Qt::BlankCursor;
+    setFileResponder([&](const FileQuestion&) {
+        shape = window().cursor().shape();
+        return QString();
+    });
+    window().mnuPrint->trigger();
+    setFileResponder({});
+    setDefaultPrinterName({});
+    EXPECT_EQ(shape, Qt::WaitCursor);
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(HistogramWindow, WithOneReadingPlotsOneHistogramOnly) {

@@ -1,8 +1,11 @@
 #include "analysis/frmSigCorrStruct.h"
 
+#include "app/FileDialogs.h"
+#include "app/Printing.h"
 #include "app/Windows.h"
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
+#include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_up_readings.h"
 
@@ -101,6 +104,14 @@ TEST_F(CorrelationWindow, HidesItsChartUntilTheFirstPlot) {
     plot();
     EXPECT_TRUE(chart().isVisible());
     EXPECT_FALSE(window().lblHint->isVisible());
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CorrelationWindow, ShowsTheHourglassUntilTheChartIsShown) {
+    open();
+    const PointerAtShow pointer(window(), chart());
+    plot();
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -207,6 +218,29 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
         EXPECT_GT(points.left(), corner);
         EXPECT_LT(points.right(), corner + 480);
     }
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CorrelationWindow, CanBePrintedBeforeTheFirstPlot) {
+    open();
+    const PrintedPdf pdf;
+    window().mnuPrint->trigger();
+    EXPECT_TRUE(pdf.exists());
+    EXPECT_FALSE(chart().isVisible());
+}
+
+TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPrints) {
+    open();
+    setDefaultPrinterName([] { return QString(); });
+    Qt::CursorShape shape = Qt::BlankCursor;
+    setFileResponder([&](const FileQuestion&) {
+        shape = window().cursor().shape();
+        return QString();
+    });
+    window().mnuPrint->trigger();
+    setFileResponder({});
+    setDefaultPrinterName({});
+    EXPECT_EQ(shape, Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 

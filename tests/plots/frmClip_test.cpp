@@ -1,3 +1,4 @@
+#include "app/CaptionColour.h"
 #include "plots/ClipWindow.h"
 
 #include <QMap>
@@ -163,6 +164,33 @@ TEST_F(ClipWindow, ReadsOutThePlaceBelowThePointer) {
     moveTo(place);
     EXPECT_EQ(window->txtXloc->text(), QString::number(x, 'f', 5));
     EXPECT_EQ(window->txtYloc->text(), QString::number(y, 'f', 5));
+}
+
+TEST_F(ClipWindow, ShowsTheSelectedFormatLightBlue) {
+    open();
+    choose(u"mnuFullMapMax"_s);
+    const auto expectSelected = [this](const QRadioButton* selected) {
+        for (const QRadioButton* option : {window->optUTM, window->optLL})
+            EXPECT_EQ(option->palette().color(QPalette::Active, QPalette::WindowText),
+                      captionColour(option == selected ? kLightBlue : kBlack, *option))
+                << option->objectName().toStdString();
+    };
+    expectSelected(window->optUTM);
+    QTest::mouseClick(window->optLL, Qt::LeftButton, Qt::NoModifier, {8, window->optLL->height() / 2});
+    expectSelected(window->optLL);
+    QTest::mouseClick(window->optUTM, Qt::LeftButton, Qt::NoModifier, {8, window->optUTM->height() / 2});
+    expectSelected(window->optUTM);
+}
+
+TEST_F(ClipWindow, DrawsDotsTwoPixelsWide) {
+    openOnFullMap();
+    const QImage image = picture();
+    const QPoint place = pixelOfSite(10, 110);
+    int blue = 0;
+    for (int row = place.y() - 6; row <= place.y() + 6; ++row)
+        for (int column = place.x() - 6; column <= place.x() + 6; ++column)
+            blue += (image.pixel(column, row) & 0xFFFFFFU) == colour(kBlue) ? 1 : 0;
+    EXPECT_EQ(blue, 4 * image.devicePixelRatio() * image.devicePixelRatio());
 }
 
 TEST_F(ClipWindow, HighlightsTheRowOfTheChosenNumber) {
