@@ -188,7 +188,7 @@ TEST_F(ClipWindow, DeclaresTheRowsLostEvenWhenTheClosingIsCancelled) {
     openOnFullMap();
     maskAndDelete(-1, 105, 35, 95);
     maskAndFinish(-5, 125, 5, 115);
-    window->comboRow->setCurrentIndex(3);
+    pickItem(*window, u"comboRow"_s, 3);
     boxes.ask(false, kExitQuestion);
     boxes.tell(kRowsLost);
     closeWindow();

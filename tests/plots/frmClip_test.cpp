@@ -195,7 +195,7 @@ TEST_F(ClipWindow, DrawsDotsTwoPixelsWide) {
 
 TEST_F(ClipWindow, HighlightsTheRowOfTheChosenNumber) {
     openOnFullMap();
-    window->comboRow->setCurrentIndex(3);
+    pickItem(*window, u"comboRow"_s, 3);
     EXPECT_EQ(window->comboRow->currentText(), u"3"_s);
     for (const Record& site : expected)
         EXPECT_EQ(dotAt(site[0], site[1]), site[4] == 3 ? colour(kRed) : colour(kBlue));
@@ -203,8 +203,19 @@ TEST_F(ClipWindow, HighlightsTheRowOfTheChosenNumber) {
     choose(u"mnuFullMapMax"_s);
     EXPECT_EQ(dotAt(10, 120), 0xFFFFFFU);
     EXPECT_EQ(dotAt(20, 120), colour(kRed));
-    window->comboRow->setCurrentIndex(0);
+    pickItem(*window, u"comboRow"_s, 0);
     EXPECT_FALSE(shows(kRed));
+}
+
+TEST_F(ClipWindow, DrawsTheMapAnewWhenTheSameRowIsChosenOnceMore) {
+    openOnFullMap();
+    maskAndFinish(5, 125, 15, 95);
+    for (const int row : {0, 2, 2}) {
+        window->picMapZoom->fillRectangle(0.4, 0.4, 0.6, 0.6, kLightYellow);
+        ASSERT_TRUE(shows(kLightYellow));
+        pickItem(*window, u"comboRow"_s, row);
+        EXPECT_FALSE(shows(kLightYellow)) << row;
+    }
 }
 
 TEST_F(ClipWindow, PutsTheHighlightedRowOnTopOfTheOthers) {
@@ -212,9 +223,9 @@ TEST_F(ClipWindow, PutsTheHighlightedRowOnTopOfTheOthers) {
         theSurvey().SiteData(kY, i + 4) = 100;
     Calculate_Distance(theSurvey());
     openOnFullMap();
-    window->comboRow->setCurrentIndex(1);
+    pickItem(*window, u"comboRow"_s, 1);
     EXPECT_EQ(dotAt(10, 100), colour(kRed));
-    window->comboRow->setCurrentIndex(2);
+    pickItem(*window, u"comboRow"_s, 2);
     EXPECT_EQ(dotAt(10, 100), colour(kRed));
 }
 
