@@ -179,4 +179,7 @@ TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
     EXPECT_EQ(chart.footerText(), u"Site sequence number = 2, Distance = 10.00"_s);
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 1));
     EXPECT_EQ(chart.footerText(), QString());
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));
+    main.mnuTrue_Dis->trigger();  // a new plot has not been read yet
+    EXPECT_EQ(chart.footerText(), QString());
 }

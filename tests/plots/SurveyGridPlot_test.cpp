@@ -162,4 +162,7 @@ TEST_F(SurveyGrid, ReadsOutTheSiteUnderThePointer) {
     EXPECT_EQ(chart.footerText(), u"Row #2, UTM X = 200.00, UTM Y = 20.00"_s);
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3) + QPoint(20, 20));
     EXPECT_EQ(chart.footerText(), QString());
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));
+    main.mnuGrid->trigger();  // a new plot has not been read yet
+    EXPECT_EQ(chart.footerText(), QString());
 }

@@ -120,6 +120,39 @@ TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
     EXPECT_FALSE(shows(kLightYellow));
 }
 
+namespace {
+
+// What a label says each time that a widget is painted.
+class TextAtPaint : public QObject {
+  public:
+    TextAtPaint(QWidget& painted, const QLabel& label) : label_(label) { painted.installEventFilter(this); }
+    QStringList texts;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) texts << label_.text();
+        return false;
+    }
+
+  private:
+    const QLabel& label_;
+};
+
+}  // namespace
+
+TEST_F(ClipWindow, ShowsTheRectangleBeforeItsSitesAreMasked) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    moveTo(pixelOfSite(5, 115));
+    press(pixelOfSite(5, 115));
+    moveTo(pixelOfSite(15, 105));
+    QCoreApplication::processEvents();
+    const TextAtPaint paints(*window->picMapZoom, *window->lblMS);
+    press(pixelOfSite(15, 105));
+    EXPECT_EQ(paints.texts, QStringList{u"0"_s});
+    expectState(kClipping, 1, 0);
+}
+
 TEST_F(ClipWindow, CountsNoSiteTwice) {
     openOnFullMap();
     click(window->cmdClipOn);
