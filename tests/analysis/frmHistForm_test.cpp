@@ -254,6 +254,17 @@ TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
+TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
+    open();
+    plot();
+    ASSERT_EQ(SeenHistogram(window().HG1).foot(11), kLightBlue);
+    ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
+    theSurvey() = surveyOfReadings({0, 0, 100}, {0, 0, 100});
+    plot();
+    EXPECT_EQ(SeenHistogram(window().HG1).foot(11), kBrightWhite);
+    EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kBrightWhite);
+}
+
 TEST_F(HistogramWindow, WithOneReadingPlotsOneHistogramOnly) {
     theSurvey() = surveyOfReadings(kSpread);
     open();
@@ -383,10 +394,29 @@ void expectBlock(const PrintedPdf& pdf, const QString& signal, double top, const
     EXPECT_NEAR(title.top(), top * kTwip, 4) << signal.toStdString();
     const QRectF left = pdf.find(minimum, (top + 4300) * kTwip);
     EXPECT_NEAR(left.left(), 25, 1.5) << minimum.toStdString();
-    EXPECT_NEAR(left.top(), (top + 4400) * kTwip, 4);
+    EXPECT_NEAR(left.top() - title.top(), 4400 * kTwip, 0.5);
     const QRectF right = pdf.find(maximum, (top + 4300) * kTwip);
     EXPECT_NEAR(right.left(), half, 1.5) << maximum.toStdString();
-    EXPECT_NEAR(right.top(), (top + 4400) * kTwip, 4);
+    EXPECT_NEAR(right.top() - title.top(), 4400 * kTwip, 0.5);
+}
+
+// The frame of the picture that begins at `top` points, which is 200 points high.
+void expectFrame(const QImage& page, double top) {
+    constexpr int kScale = PrintedPdf::kPixelsPerPoint;
+    const double half = PrintedPdf::printableArea().width() / 2;
+    const auto dark = [&page](double x, double y) {
+        const QPoint place(qRound(x * kScale), qRound(y * kScale));
+        for (const QPoint beside : {QPoint(0, 0), QPoint(-1, -1), QPoint(1, 1)})
+            if (page.pixelColor(place + beside).lightness() < 200) return true;
+        return false;
+    };
+    const double between = 25 + half * 40.5 / 51;  // no bar reaches this place
+    EXPECT_TRUE(dark(between, top));
+    EXPECT_TRUE(dark(between, top + 200));
+    EXPECT_TRUE(dark(25, top + 100));
+    EXPECT_TRUE(dark(25 + half, top + 100));
+    for (const double inside : {2.0, 198.0})
+        EXPECT_FALSE(dark(between, top + inside)) << inside;
 }
 
 // Colour on paper at the place of bar i of the block whose picture begins at `top` points.
@@ -417,9 +447,13 @@ TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
         QTest::keyClick(&window(), Qt::Key_P, Qt::ControlModifier);
         ASSERT_EQ(pdf.questions(), 1);
         EXPECT_NEAR(pdf.find(u"Signal"_s).left(), 25, 1.5);
+        EXPECT_TRUE(pdf.fonts().contains(u"Bold"_s)) << pdf.fonts().toStdString();
+        EXPECT_EQ(pdf.fonts().count(u'\n'), 0) << pdf.fonts().toStdString();
         expectBlock(pdf, u"Ec1"_s, 200, u"0.00"_s, u"100.00"_s);
         expectBlock(pdf, u"Ec2"_s, 5200, u"3.00"_s, u"103.00"_s);
         const QImage page = pdf.picture();
+        expectFrame(page, 25);
+        expectFrame(page, 275);
         expectPaletteColour(barOnPaper(page, 1, 25), kLightBlue);
         expectPaletteColour(barOnPaper(page, 26, 25), kBlue);
         expectPaletteColour(barOnPaper(page, 45, 275), kGreen);

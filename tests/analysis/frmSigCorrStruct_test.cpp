@@ -10,6 +10,7 @@
 #include "support/made_up_readings.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -219,6 +220,25 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
         EXPECT_LT(points.right(), corner + 480);
     }
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+// 1.0004 stands for a factor that leads to no whole number of device units: 2000.8.
+TEST_F(CorrelationWindow, PrintsIntoASquareOfWholeDeviceUnits) {
+    open();
+    plot();
+    const std::pair<double, double> sizes[] = {{1.0, 2000}, {2.0, 4000}, {1.0004, 2001}};
+    for (const auto& [scale, size] : sizes) {
+        SCOPED_TRACE(scale);
+        theSession().PrintScale = scale;
+        const PrintedPdf expected;
+        printPage(&window(), QString(), [this, size = size](QPainter& painter, const QPrinter&) {
+            chart().print(painter, QRectF(200, 200, size, size));
+        });
+        const QImage wanted = expected.picture();
+        const PrintedPdf pdf;
+        window().mnuPrint->trigger();
+        EXPECT_EQ(pdf.picture(), wanted);
+    }
 }
 
 TEST_F(CorrelationWindow, CanBePrintedBeforeTheFirstPlot) {
