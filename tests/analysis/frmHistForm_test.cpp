@@ -476,6 +476,19 @@ TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
+TEST_F(HistogramWindow, PrintsEmptyBlocksBeforeTheFirstPlot) {
+    open();
+    const PrintedPdf pdf;
+    window().mnuPrint->trigger();
+    EXPECT_NEAR(pdf.find(u"Ec1"_s).top(), 10, 4);
+    EXPECT_NEAR(pdf.find(u"Ec2"_s).top(), 260, 4);
+    const QImage page = pdf.picture();
+    expectFrame(page, 25);
+    expectFrame(page, 275);
+    expectPaletteColour(barOnPaper(page, 1, 25), kBrightWhite);
+    EXPECT_TRUE(nothingPlotted());
+}
+
 TEST_F(HistogramWindow, PrintingMayBeCancelled) {
     open();
     plot();
