@@ -129,6 +129,18 @@ TEST_F(ClipWindow, ClosesWithoutAWordWhenNothingIsMaskedOrDeleted) {
     expectSurvey();
 }
 
+TEST_F(ClipWindow, LeavesRowNumbersWithAGapAloneWhenNothingWasDeleted) {
+    for (SiteIndex i = 4; i < 8; ++i)
+        theSurvey().SiteData(kRow, i) = 7;
+    openOnFullMap();
+    maskAndFinish(5, 125, 15, 95);
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+    EXPECT_TRUE(window.isNull());
+    expectSurvey();
+    EXPECT_EQ(theSurvey().NumRows, 3);
+}
+
 TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
     openOnFullMap();
     maskAndFinish(5, 125, 15, 95);

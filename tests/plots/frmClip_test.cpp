@@ -218,6 +218,15 @@ TEST_F(ClipWindow, DrawsTheMapAnewWhenTheSameRowIsChosenOnceMore) {
     }
 }
 
+TEST_F(ClipWindow, HighlightsNothingWithNoneNotEvenSitesWithoutARow) {
+    for (SiteIndex i = 4; i < 8; ++i)
+        theSurvey().SiteData(kRow, i) = 0;
+    openOnFullMap();
+    EXPECT_FALSE(shows(kRed));
+    pickItem(*window, u"comboRow"_s, 0);
+    EXPECT_FALSE(shows(kRed));
+}
+
 TEST_F(ClipWindow, PutsTheHighlightedRowOnTopOfTheOthers) {
     for (SiteIndex i = 0; i < 4; ++i)
         theSurvey().SiteData(kY, i + 4) = 100;
