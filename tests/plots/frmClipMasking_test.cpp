@@ -95,7 +95,7 @@ TEST_F(ClipWindow, MasksNothingWithTwoPressesThatNoMoveDivides) {
     click(window->cmdClipOn);
     mask(-1, 121, 5, 115);  // its corners must not be those of the next one
     expectState(kClipping, 1, 0);
-    const QPointF place = window->picMapZoom->toScale(pixelOfSite(31, 99.2));
+    const QPointF place = window->picMapZoom->toScale(pixelOfSite(31, 120.8));
     window->picMapZoom_MouseDown(place.x(), place.y());
     window->picMapZoom_MouseDown(place.x(), place.y());
     expectState(kClipping, 1, 0);
