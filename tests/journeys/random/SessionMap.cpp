@@ -3,7 +3,6 @@
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QTest>
 
@@ -81,7 +80,7 @@ void RandomSession::editOnMap() {
     Map map{window, controlAs<PictureBox>(window, u"picMapZoom"_s)};
     setScale(map, survey_, trueScale);
     map.masks.resize(survey_.sites.size());
-    if (chance(30)) controlAs<QComboBox>(window, u"comboRow"_s).setCurrentIndex(below(survey_.rows + 1));
+    if (chance(30)) pickItem(window, u"comboRow"_s, below(survey_.rows + 1));
     for (int round = 1 + below(3); round > 0; --round) {
         if (chance(30)) {
             map.zone = oneOf(kZones);
