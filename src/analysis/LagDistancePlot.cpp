@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kDistances = 1;  // series
 constexpr int kMinimum = 2;
-constexpr int kPickDistance = 3;  // pixels
 
 }  // namespace
 
@@ -77,8 +76,6 @@ void LagDistancePlot::fill(const LagDistances& lag) {
         Chart2D1->setPoints(Chart2D::kData, kDistances, first, numbers, distances);
         Chart2D1->setPoints(Chart2D::kData, kMinimum, first, numbers, std::span(minimum).first(count));
     }
-    for (const int series : {kDistances, kMinimum})
-        Chart2D1->declareAscending(Chart2D::kData, series);
 }
 
 void LagDistancePlot::setStyles(SiteIndex sites) {
@@ -89,8 +86,9 @@ void LagDistancePlot::setStyles(SiteIndex sites) {
 }
 
 void LagDistancePlot::readOut(QPoint pixel) {
-    const Chart2D::Nearest nearest = Chart2D1->nearestPoint(Chart2D::kData, pixel, kPickDistance);
-    if (nearest.series != kDistances || nearest.distance > kPickDistance) return Chart2D1->setFooterText({});
+    const Chart2D::Nearest nearest = Chart2D1->nearestPoint(Chart2D::kData, pixel, Chart2D::kPickDistance);
+    if (nearest.series != kDistances || nearest.distance > Chart2D::kPickDistance)
+        return Chart2D1->setFooterText({});
     const Chart2D::Point at = Chart2D1->point(Chart2D::kData, kDistances, nearest.point);
     Chart2D1->setFooterText(tr("Site sequence number = %1, Distance = %2")
                                 .arg(nearest.point)

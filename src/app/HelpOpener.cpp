@@ -12,6 +12,8 @@
 #include <QFileInfo>
 #include <QPointer>
 
+#include <cerrno>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,9 +32,9 @@ QByteArray readDocument(const QString& path) {
         throw unreadable(path, info.isDir() ? u"it is a folder"_s : u"it is not a regular file"_s);
     if (info.size() > kLargestDocument) throw unreadable(path, u"it is too large for a help document"_s);
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) throw unreadable(path, file.errorString());
+    if (!file.open(QIODevice::ReadOnly)) throw RunTimeError::file(toPath(path), "cannot be read", errno);
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError) throw unreadable(path, file.errorString());
+    if (file.error() != QFile::NoError) throw RunTimeError::file(toPath(path), "cannot be read", errno);
     return bytes;
 }
 

@@ -5,6 +5,7 @@
 #include "app/run_time_error.h"
 #include "app/survey.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPainter>
 #include <QPrinter>
@@ -44,7 +45,8 @@ void drawPdf(QPrinter& printer, const std::string& path, const PageDrawing& draw
     FileReplacement target(path);
     const QTemporaryDir folder;
     if (!folder.isValid())
-        throw RunTimeError::file(path, "cannot be written", folder.errorString().toStdString());
+        throw RunTimeError::file(path, "cannot be written",
+                                 "no folder for the page can be made in " + toPath(QDir::tempPath()));
     QFile page(folder.filePath(u"page.pdf"_s));
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(page.fileName());

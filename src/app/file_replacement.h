@@ -4,7 +4,8 @@
 #include <string_view>
 
 /// Writes a file beside its name and puts it in place in one step, so that whatever fails on the way, a file
-/// of that name is either the old one or the new one, whole. What is not committed leaves no trace.
+/// of that name is either the old one or the new one, whole. What is not committed leaves no trace; where the
+/// file system has files without a name, not even when the program is killed while it writes.
 ///
 /// Every failure throws RunTimeError with the target's path and the system's reason.
 class FileReplacement {
@@ -25,12 +26,15 @@ class FileReplacement {
     void commit();
 
   private:
+    void open();
+    void giveName();
+    std::string besideTarget(const std::string& name) const;
     void flush();
     void discard();
     [[noreturn]] void fail(int errnoValue);
 
     std::string target_;
-    std::string temporary_;
+    std::string temporary_;  // empty as long as the file has no name
     int file_ = -1;
     std::string buffer_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -19,6 +20,16 @@ std::uint32_t blended(std::uint32_t over, std::uint32_t under) {
     std::uint64_t rest = spread * (255 - alphaOf(over)) + 0x0080008000800080U;
     rest = ((rest + ((rest >> 8) & kChannels)) >> 8) & kChannels;
     return over + static_cast<std::uint32_t>(rest | (rest >> 24));
+}
+
+/// The colour without its transparency.
+std::uint32_t madeOpaque(std::uint32_t premultiplied) {
+    std::uint32_t colour = kOpaque;
+    for (const int shift : {0, 8, 16})
+        colour |= std::min(255U, ((premultiplied >> shift & 255) * 255 + alphaOf(premultiplied) / 2) /
+                                     alphaOf(premultiplied))
+                  << shift;
+    return colour;
 }
 
 bool isInside(const Raster& raster, int x, int y) {
@@ -179,6 +190,17 @@ Stamp pictureStamp(int size, const std::uint32_t* pixels) {
             if (alphaOf(colour) > 0 && alphaOf(colour) < 255) stamp.translucent.push_back({x, y, colour});
         }
     return stamp;
+}
+
+Stamp hardEdged(const Stamp& stamp) {
+    Stamp hard{stamp.size, stamp.opaque, {}};
+    for (const Stamp::Pixel& p : stamp.translucent)
+        if (alphaOf(p.colour) >= 128) hard.opaque.push_back({p.dx, p.dy, madeOpaque(p.colour)});
+    // Row by row, as pixels side by side are written fastest.
+    std::sort(hard.opaque.begin(), hard.opaque.end(), [](const Stamp::Pixel& a, const Stamp::Pixel& b) {
+        return std::pair(a.dy, a.dx) < std::pair(b.dy, b.dx);
+    });
+    return hard;
 }
 
 void StampMarks::reset(int width, int height) {

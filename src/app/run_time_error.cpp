@@ -1,7 +1,9 @@
 #include "app/run_time_error.h"
 
-#include <system_error>
+#include <cstring>
 
+// Not strerror, which speaks the machine's language in the middle of a sentence of ours.
 RunTimeError RunTimeError::file(const std::string& path, const std::string& action, int errnoValue) {
-    return file(path, action, std::generic_category().message(errnoValue));
+    const char* const reason = ::strerrordesc_np(errnoValue);
+    return file(path, action, reason != nullptr ? reason : "error " + std::to_string(errnoValue));
 }

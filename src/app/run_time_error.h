@@ -26,7 +26,7 @@ class RunTimeError : public std::runtime_error {
     static RunTimeError file(const std::string& path, const std::string& action, const std::string& reason) {
         return {kFile, path + " " + action + ": " + reason};
     }
-    /// The same with the reason taken from a value of errno.
+    /// The same with the reason for a value of errno, in English whatever the machine's language.
     static RunTimeError file(const std::string& path, const std::string& action, int errnoValue);
 
   private:

@@ -16,7 +16,7 @@ void SiteTable::reserve(SiteIndex capacity) {
     }
 }
 
-void Survey::chooseDistance(int mode) {
+void SurveyParameters::chooseDistance(int mode) {
     DistanceMode = mode;
     UseTrueDist = mode == 1;
     UseXDist = mode == 2;

@@ -50,12 +50,29 @@ struct FieldColumns {
     int Len = 0;
 };
 
+/// The parameters of import and row detection. An import leaves those that it does not ask for as they were.
+struct SurveyParameters {
+    double EMCutoff = 0;     ///< smallest accepted reading (mS/m), after the two conversions
+    double MinDistance = 0;  ///< a gap greater than this (metres) starts a new row
+    int MinLineLength = 1;   ///< a sensor-file line is read only if it is longer than this (bytes)
+    int DistanceMode = 0;    ///< 1 true distance, 2 along X, 3 along Y, 0 none chosen yet
+    bool UseTrueDist = false, UseXDist = false, UseYDist = false;  ///< the same choice as flags
+    bool NegateEM = false;
+    bool DivideEMBy10 = false;
+
+    // Field layout of the Trimble/EM-38 sensor file.
+    FieldColumns SiteIDField, XField, YField, EM1Field, EM2Field;
+
+    /// Sets DistanceMode and the three flags alike; requires 1 <= mode <= 3.
+    void chooseDistance(int mode);
+};
+
 /// The survey that is being cleaned: plain data that every window reads and writes directly. There is one,
 /// theSurvey(); an import builds another and puts it in place whole once reading has succeeded.
 ///
 /// Rows are stored contiguously in row order and numbered 1..NumRows without gaps; the sites of row r are the
 /// NumPoints[r] sites that follow those of rows 1..r-1.
-struct Survey {
+struct Survey : SurveyParameters {
     // Sites 0..NumSites-1, in file order.
     SiteTable SiteData;
     std::vector<double> SiteID;  ///< site ID numbers, as long as SiteData when SiteIDPresent, else empty
@@ -74,21 +91,6 @@ struct Survey {
 
     // Extents (metres). The largest start from 0, the smallest from site 0.
     double MaxX = 0, MaxY = 0, MinX = 0, MinY = 0;
-
-    // Parameters of import and row detection.
-    double EMCutoff = 0;     ///< smallest accepted reading (mS/m)
-    double MinDistance = 0;  ///< a gap greater than this (metres) starts a new row
-    int MinLineLength = 1;   ///< a sensor-file line is read only if it is longer than this (bytes)
-    int DistanceMode = 0;    ///< 1 true distance, 2 along X, 3 along Y, 0 none chosen yet
-    bool UseTrueDist = false, UseXDist = false, UseYDist = false;  ///< the same choice as flags
-    bool NegateEM = false;
-    bool DivideEMBy10 = false;
-
-    // Field layout of the Trimble/EM-38 sensor file.
-    FieldColumns SiteIDField, XField, YField, EM1Field, EM2Field;
-
-    /// Sets DistanceMode and the three flags alike; requires 1 <= mode <= 3.
-    void chooseDistance(int mode);
 };
 
 /// What the program remembers while it runs, beside the survey.

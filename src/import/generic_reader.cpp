@@ -189,23 +189,6 @@ void completeRows(Survey& survey) {
     if (survey.NumRows <= kMaxRows) Calculate_NumPoints(survey);
 }
 
-// What an import leaves as it was.
-Survey parametersOf(const Survey& old) {
-    Survey survey;
-    survey.EMCutoff = old.EMCutoff;
-    survey.MinDistance = old.MinDistance;
-    survey.MinLineLength = old.MinLineLength;
-    survey.chooseDistance(old.DistanceMode);
-    survey.NegateEM = old.NegateEM;
-    survey.DivideEMBy10 = old.DivideEMBy10;
-    survey.SiteIDField = old.SiteIDField;
-    survey.XField = old.XField;
-    survey.YField = old.YField;
-    survey.EM1Field = old.EM1Field;
-    survey.EM2Field = old.EM2Field;
-    return survey;
-}
-
 }  // namespace
 
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log) {
@@ -221,10 +204,10 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     return reader.dropped();
 }
 
-GenericImportResult importGenericFile(const GenericOptions& options, const Survey& parameters) {
+GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters) {
     GenericImportResult result;
     Survey& survey = result.survey;
-    survey = parametersOf(parameters);
+    static_cast<SurveyParameters&>(survey) = parameters;
     if (!survey.UseTrueDist && !survey.UseXDist && !survey.UseYDist) survey.chooseDistance(1);
     ErrorLog log(options.errorLogPath);
     result.dropped = readGenericFile(options, survey, log);

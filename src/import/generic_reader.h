@@ -59,7 +59,7 @@ struct GenericImportResult {
 ///
 /// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
 /// leaving the last import's error log, when the file cannot be read or a distance overflows.
-GenericImportResult importGenericFile(const GenericOptions& options, const Survey& parameters);
+GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
 
 /// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has
 /// exactly the sites that were kept. Returns the number of dropped records.

@@ -103,28 +103,15 @@ class TrimbleReader {
     double* em2Column_ = nullptr;
 };
 
-void takeParameters(const TrimbleOptions& options, Survey& survey) {
-    survey.EMCutoff = options.EMCutoff;
-    survey.MinDistance = options.MinDistance;
-    survey.MinLineLength = options.MinLineLength;
-    survey.NegateEM = options.NegateEM;
-    survey.DivideEMBy10 = options.DivideEMBy10;
-    survey.chooseDistance(options.DistanceMode);
-    survey.SiteIDPresent = options.SiteIDPresent;
-    survey.TwoEMColumns = options.TwoEMColumns;
-    survey.SiteIDField = options.SiteIDField;
-    survey.XField = options.XField;
-    survey.YField = options.YField;
-    survey.EM1Field = options.EM1Field;
-    survey.EM2Field = options.EM2Field;
-}
-
 }  // namespace
 
 std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log) {
     LineReader file(options.path);
     survey = Survey{};
-    takeParameters(options, survey);
+    static_cast<SurveyParameters&>(survey) = options;
+    survey.chooseDistance(options.DistanceMode);
+    survey.SiteIDPresent = options.SiteIDPresent;
+    survey.TwoEMColumns = options.TwoEMColumns;
     TrimbleReader reader(options, survey);
     const auto shortest = static_cast<std::size_t>(std::max(options.MinLineLength, 0));
     std::int64_t errors = 0;

@@ -9,21 +9,14 @@
 class ErrorLog;
 
 /// What the windows of the Trimble/EM-38 import ask for, handed from one to the next: nothing of it takes
-/// effect before the last one is accepted.
-struct TrimbleOptions {
+/// effect before the last one is accepted. True distance is measured unless another distance is chosen.
+struct TrimbleOptions : SurveyParameters {
+    TrimbleOptions() { DistanceMode = 1; }
+
     std::string path;          ///< the sensor file
     std::string errorLogPath;  ///< where rejected lines go
-
-    double EMCutoff = 0;     ///< smallest accepted reading (mS/m), after the two conversions
-    double MinDistance = 0;  ///< a gap greater than this (metres) starts a new row
-    int MinLineLength = 1;   ///< a line is read only if it is longer than this (bytes)
-    int DistanceMode = 1;    ///< 1 true distance, 2 along X, 3 along Y
-    bool NegateEM = false;
-    bool DivideEMBy10 = false;
-
     bool SiteIDPresent = false;
     bool TwoEMColumns = false;
-    FieldColumns SiteIDField, XField, YField, EM1Field, EM2Field;
 };
 
 struct TrimbleImportResult {

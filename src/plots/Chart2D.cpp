@@ -131,18 +131,12 @@ int Chart2D::seriesCount(Group group) const {
 void Chart2D::setPointCount(Group group, int series, qsizetype count) {
     ChartSeries& s = d_->series(group, series);
     if (count < 0) throw RunTimeError::subscriptOutOfRange();
-    s.x.resize(static_cast<std::size_t>(count) + 1, kHole);
-    s.y.resize(static_cast<std::size_t>(count) + 1, kHole);
-    s.ascends = false;
+    s.points.resize(static_cast<std::size_t>(count) + 1);
     d_->plot->markStale();
 }
 
-void Chart2D::declareAscending(Group group, int series) {
-    d_->series(group, series).ascends = true;
-}
-
 qsizetype Chart2D::pointCount(Group group, int series) const {
-    return static_cast<qsizetype>(d_->series(group, series).x.size()) - 1;
+    return static_cast<qsizetype>(d_->series(group, series).points.size()) - 1;
 }
 
 void Chart2D::setPoint(Group group, int series, qsizetype point, double x, double y) {
@@ -151,35 +145,26 @@ void Chart2D::setPoint(Group group, int series, qsizetype point, double x, doubl
 
 void Chart2D::setPoints(Group group, int series, qsizetype first, std::span<const double> x,
                         std::span<const double> y) {
-    ChartSeries& s = d_->series(group, series);
+    ChartPoints& points = d_->series(group, series).points;
     const auto from = static_cast<std::size_t>(first);
-    if (first < 0 || from > s.x.size() || x.size() > s.x.size() - from || x.size() != y.size())
+    if (first < 0 || from > points.size() || x.size() > points.size() - from || x.size() != y.size())
         throw RunTimeError::subscriptOutOfRange();
-    std::copy(x.begin(), x.end(), s.x.begin() + first);
-    std::copy(y.begin(), y.end(), s.y.begin() + first);
-    s.ascends = false;
+    points.set(from, x, y);
     d_->plot->markStale();
 }
 
 void Chart2D::replacePoints(Group group, int series, std::span<const double> x, std::span<const double> y) {
     ChartSeries& s = d_->series(group, series);
     if (x.size() != y.size()) throw RunTimeError::subscriptOutOfRange();
-    const auto replace = [](std::vector<double>& points, std::span<const double> by) {
-        points.clear();
-        points.reserve(by.size() + 1);
-        points.push_back(kHole);
-        points.insert(points.end(), by.begin(), by.end());
-    };
-    replace(s.x, x);
-    replace(s.y, y);
-    s.ascends = false;
+    s.points.assign(x, y);
     d_->plot->markStale();
 }
 
 Chart2D::Point Chart2D::point(Group group, int series, qsizetype point) const {
-    const ChartSeries& s = d_->series(group, series);
-    if (point < 0 || static_cast<std::size_t>(point) >= s.x.size()) throw RunTimeError::subscriptOutOfRange();
-    return {s.x[static_cast<std::size_t>(point)], s.y[static_cast<std::size_t>(point)]};
+    const ChartPoints& points = d_->series(group, series).points;
+    const auto i = static_cast<std::size_t>(point);
+    if (point < 0 || i >= points.size()) throw RunTimeError::subscriptOutOfRange();
+    return {points.x()[i], points.y()[i]};
 }
 
 void Chart2D::setSymbolColour(Group group, int series, int colour) {

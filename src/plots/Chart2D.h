@@ -63,6 +63,8 @@ class Chart2D : public QWidget {
         int distance = -1;  ///< in whole pixels, across both directions; -1 when there is no point
     };
 
+    /// Pixels around a point within which the pointer means it.
+    static constexpr int kPickDistance = 3;
     static constexpr int kAnyDistance = std::numeric_limits<int>::max();
 
     explicit Chart2D(QWidget* parent = nullptr);
@@ -85,9 +87,6 @@ class Chart2D : public QWidget {
     /// The points 1, 2, ... become these and there are no others, in one pass; point 0 becomes a hole.
     /// Requires x and y of equal length.
     void replacePoints(Group group, int series, std::span<const double> x, std::span<const double> y);
-    /// Says that x never falls from point 1 on and that point 0 is a hole, so that nearestPoint() need not
-    /// look at all points. Holds until points of the series change.
-    void declareAscending(Group group, int series);
     /// Exactly what was set.
     Point point(Group group, int series, qsizetype point) const;
 
@@ -117,10 +116,8 @@ class Chart2D : public QWidget {
     PixelData pixelToData(QPoint pixel) const;
     /// Where data (of the data group) lie; the inverse of pixelToData() but for the pixel's half.
     QPointF dataToPixel(double x, double y) const;
-    /// The point shown in the plot area that is nearest to a pixel. One pass over the points of series
-    /// that are not declared ascending.
-    /// Points farther away than `within` pixels need not be found: a pointer that reads out asks for no
-    /// others.
+    /// The point shown in the plot area that is nearest to a pixel. Points farther away than `within` pixels
+    /// need not be found: a pointer that reads out asks for no others, and few points are looked at then.
     Nearest nearestPoint(Group group, QPoint pixel, int within = kAnyDistance) const;
 
     /// A cross over the plot, for who moves along the points by keyboard; never printed.

@@ -92,10 +92,10 @@ void paintSymbol(QPainter& painter, const QRectF& box, ChartSymbol symbol, int c
     painter.restore();
 }
 
-const Stamp& StampCache::stamp(ChartSymbol symbol, int colour, double scale) {
+const Stamp& StampCache::stamp(ChartSymbol symbol, int colour, SymbolEdges edges, double scale) {
     if (scale != scale_) stamps_.clear();
     scale_ = scale;
-    const auto [entry, isNew] = stamps_.try_emplace({symbol, colour});
+    const auto [entry, isNew] = stamps_.try_emplace({symbol, colour, edges});
     if (!isNew) return entry->second;
     const int size = std::max(1, qRound(symbolSize(symbol) * scale));
     QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
@@ -103,6 +103,6 @@ const Stamp& StampCache::stamp(ChartSymbol symbol, int colour, double scale) {
     QPainter painter(&picture);
     paintSymbol(painter, picture.rect(), symbol, colour);
     painter.end();
-    entry->second = pictureStamp(size, reinterpret_cast<const std::uint32_t*>(picture.constBits()));
-    return entry->second;
+    const Stamp soft = pictureStamp(size, reinterpret_cast<const std::uint32_t*>(picture.constBits()));
+    return entry->second = edges == SymbolEdges::Soft ? soft : hardEdged(soft);
 }

@@ -29,13 +29,15 @@ double symbolSize(ChartSymbol symbol);
 /// Draws one symbol into `box`, a square of symbolSize() on a side (or that times the display's scale).
 void paintSymbol(QPainter& painter, const QRectF& box, ChartSymbol symbol, int colour);
 
+enum class SymbolEdges { Soft, Hard };
+
 /// Symbols as stamps for a display's scale, each painted the first time it is asked for.
 class StampCache {
   public:
     /// The result lives until the next call with another scale.
-    const Stamp& stamp(ChartSymbol symbol, int colour, double scale);
+    const Stamp& stamp(ChartSymbol symbol, int colour, SymbolEdges edges, double scale);
 
   private:
     double scale_ = 0;
-    std::map<std::pair<ChartSymbol, int>, Stamp> stamps_;
+    std::map<std::tuple<ChartSymbol, int, SymbolEdges>, Stamp> stamps_;
 };

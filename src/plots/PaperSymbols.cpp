@@ -44,10 +44,12 @@ void PaperSymbols::draw(const ChartSeries& series) {
 
 void PaperSymbols::findPlaces(const ChartSeries& series) {
     places_.clear();
-    for (std::size_t i = 0; i < series.x.size(); ++i) {
-        const double px = map_.pixelX(series.x[i]);
-        const double py = map_.pixelY(series.y[i]);
-        if (!map_.area.contains(px, py) || isHole(series.x[i], series.y[i])) continue;
+    const std::span<const double> x = series.points.x();
+    const std::span<const double> y = series.points.y();
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const double px = map_.pixelX(x[i]);
+        const double py = map_.pixelY(y[i]);
+        if (!map_.area.contains(px, py) || isHole(x[i], y[i])) continue;
         const std::uint32_t column = placeOf(px, map_.area.left);
         const std::uint32_t row = placeOf(py, map_.area.top);
         if (!take(row * columns_ + column)) continue;

@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kHelpDocument = 114;
-constexpr int kPickDistance = 3;  // pixels
 
 constexpr SeriesStyle kEM1Profile{ChartSymbol::Disc, ChartLine::Thin, kBlue};
 constexpr SeriesStyle kEM2Profile{ChartSymbol::Square, ChartLine::Thin, kGreen};
@@ -281,7 +280,7 @@ bool RowPlotEditor::pick(const Chart2D& chart, QPoint pixel) {
     PickPoint = nearest.point;
     PickDistance = nearest.distance;
     return chart.pixelToData(pixel).inPlotArea && PickPoint > 0 && PickSeries == 1 &&
-           PickDistance <= kPickDistance;
+           PickDistance <= Chart2D::kPickDistance;
 }
 
 void RowPlotEditor::readOut(Chart2D* chart, QPoint pixel) {

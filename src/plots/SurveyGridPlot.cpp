@@ -12,7 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kColoursInTurn = 15;  // colour 15 is never used
-constexpr int kPickDistance = 3;    // pixels
 
 }  // namespace
 
@@ -61,8 +60,8 @@ void SurveyGridPlot::setLimits() {
 }
 
 void SurveyGridPlot::readOut(QPoint pixel) {
-    const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel, kPickDistance);
-    if (nearest.point < 1 || nearest.distance > kPickDistance) return Chart2D2->setFooterText({});
+    const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel, Chart2D::kPickDistance);
+    if (nearest.point < 1 || nearest.distance > Chart2D::kPickDistance) return Chart2D2->setFooterText({});
     const Chart2D::Point at = Chart2D2->point(Chart2D::kData, nearest.series, nearest.point);
     Chart2D2->setFooterText(
         tr("Row #%1, %2").arg(nearest.series).arg(QString::fromStdString(mapReadout(at.x, at.y, true))));

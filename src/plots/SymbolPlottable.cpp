@@ -4,17 +4,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace {
 
 /// Symbols on the edge of the plot area are drawn whole.
 constexpr int kOverhang = 7;
 
-/// A line of so many parts has several in each pixel column, and smoothing no longer shows.
-constexpr qsizetype kDense = 1500;
+/// A line of so many parts has several in each pixel column, so many symbols lie over each other, and
+/// smoothing no longer shows.
+constexpr std::size_t kDense = 1500;
 
 bool isPaper(const QCPPainter& painter) {
     return painter.modes().testFlag(QCPPainter::pmVectorized);
+}
+
+std::size_t pointCount(const std::vector<PointStretch>& stretches) {
+    return std::accumulate(stretches.begin(), stretches.end(), std::size_t{0},
+                           [](std::size_t sum, const PointStretch& s) { return sum + (s.last - s.first); });
 }
 
 AxisView viewOf(const QCPAxis& axis) {
@@ -104,7 +111,7 @@ void SymbolPlottable::drawInParts(QCPPainter& painter, std::span<const PixelPoin
     parts_.clear();
     for (std::size_t i = 1; i < points.size(); ++i)
         parts_.append(QLineF(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y));
-    if (parts_.size() < kDense) return painter.drawLines(parts_);
+    if (points.size() <= kDense) return painter.drawLines(parts_);
     // Strokes one device pixel wide and unsmoothed are drawn many times faster; side by side they get the
     // width of the others.
     QPen pen = painter.pen();
@@ -141,9 +148,13 @@ void SymbolPlottable::stampSymbols(QCPPainter& painter, const PixelMap& pixels) 
     for (const ChartSeries& series : series_) {
         if (series.style.symbol == ChartSymbol::None) continue;
         marks_.nextSeries();
-        const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, scale);
-        stampPoints(raster, map, stamp, series.x.data(), series.y.data(),
-                    static_cast<const std::uint8_t*>(nullptr), series.x.size(), &marks_);
+        const ChartPoints& points = series.points;
+        const std::vector<PointStretch> shown = stretchesShown(points, pixels);
+        const auto edges = pointCount(shown) <= kDense ? SymbolEdges::Soft : SymbolEdges::Hard;
+        const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, edges, scale);
+        for (const auto& [first, last] : shown)
+            stampPoints(raster, map, stamp, points.x().data() + first, points.y().data() + first,
+                        static_cast<const std::uint8_t*>(nullptr), last - first, &marks_);
     }
     painter.save();
     painter.scale(1 / scale, 1 / scale);

@@ -1,7 +1,6 @@
 #include "plots/chart_geometry.h"
 
 #include <algorithm>
-#include <bit>
 #include <limits>
 #include <utility>
 
@@ -45,78 +44,96 @@ bool clipLine(const PixelRect& area, PixelPoint& a, PixelPoint& b) {
     return true;
 }
 
-/// Whether one of a block of points may be nearer than `best` (a squared distance). Two passes without
-/// branches, the second only where the first, across alone, leaves it open.
-class NearBlock {
+/// Places and boxes in pixels, seen from one place.
+class Distances {
   public:
-    static constexpr std::size_t kPoints = 128;
+    Distances(const PixelMap& map, double px, double py) : map_(map), px_(px), py_(py) {
+        // A point on the very edge of the plot area is shown and can be picked, whatever rounding did to it.
+        constexpr double kSlack = 1e-3;
+        shown_ = {map.area.left - kSlack, map.area.top - kSlack, map.area.right + kSlack,
+                  map.area.bottom + kSlack};
+    }
 
-    NearBlock(const PixelMap& map, double px, double py) : map_(map), px_(px), py_(py) {}
+    /// Squared; infinite for a point that cannot be picked.
+    double squared(double x, double y) const {
+        const double pointX = map_.pixelX(x);
+        const double pointY = map_.pixelY(y);
+        if (!shown_.contains(pointX, pointY) || isHole(x, y)) return kNowhere;
+        return (pointX - px_) * (pointX - px_) + (pointY - py_) * (pointY - py_);
+    }
 
-    bool mayBeNearer(const double* x, const double* y, double best) const {
-        // The signs of the differences, gathered without a branch. Of what is no number any sign will do.
-        std::int64_t signs = 0;
-        for (std::size_t i = 0; i < kPoints; ++i)
-            signs |= std::bit_cast<std::int64_t>(squareX(x[i]) - best);
-        if (signs >= 0) return false;
-        signs = 0;
-        for (std::size_t i = 0; i < kPoints; ++i)
-            signs |= std::bit_cast<std::int64_t>(squareX(x[i]) + squareY(y[i]) - best);
-        return signs < 0;
+    /// Squared; no point of the box is nearer.
+    double squared(const ChartPoints::Box& box) const {
+        const double dx = outside(map_.pixelX(box.left), map_.pixelX(box.right), px_);
+        const double dy = outside(map_.pixelY(box.bottom), map_.pixelY(box.top), py_);
+        return dx * dx + dy * dy;
     }
 
   private:
-    double squareX(double x) const {
-        const double dx = map_.pixelX(x) - px_;
-        return dx * dx;
-    }
-    double squareY(double y) const {
-        const double dy = map_.pixelY(y) - py_;
-        return dy * dy;
+    /// How far a place lies outside of what is between two others, in either order.
+    static double outside(double a, double b, double place) {
+        return std::max({0.0, std::min(a, b) - place, place - std::max(a, b)});
     }
 
-    PixelMap map_;
-    double px_, py_;
+    const PixelMap map_;
+    const double px_, py_;
+    PixelRect shown_;
 };
 
-/// How far (squared) a few of the points are at most from a pixel: what is farther need not be looked at.
-/// `squared` gives infinity for points that cannot be picked.
-template <typename Squared>
-double squaredOfSample(std::span<const ChartSeries> series, const Squared& squared) {
-    double best = kNowhere;
-    for (const ChartSeries& s : series)
-        for (std::size_t i = 0; i < s.x.size(); i += 16 * NearBlock::kPoints)
-            best = std::min(best, squared(s.x[i], s.y[i]));
-    return best;
-}
-
-struct Stretch {
-    std::size_t first, last;  ///< one past the last
-};
-
-/// The points of a series that can lie within `reach` pixels of a column: all, unless x ascends.
-Stretch pointsNear(const ChartSeries& series, const PixelMap& map, double column, double reach) {
-    if (!series.ascends || !(reach < kNowhere)) return {0, series.x.size()};
-    reach += 1;  // whatever rounding does to the way back from pixels
-    const auto [low, high] =
-        std::minmax({(column - reach - map.xShift) / map.xScale, (column + reach - map.xShift) / map.xScale});
-    const auto begin = series.x.begin();
-    const auto first = std::lower_bound(begin + 1, series.x.end(), low);
-    const auto last = std::upper_bound(first, series.x.end(), high);
-    return {static_cast<std::size_t>(first - begin), static_cast<std::size_t>(last - begin)};
-}
-
-/// Takes points one by one and lays down the lines that remain.
+/// Takes points in their order and lays down the lines that remain.
 class LineBuilder {
   public:
-    LineBuilder(const PixelRect& area, double columnsPerPixel, PixelLines& lines)
-        : area_(area), columnsPerPixel_(columnsPerPixel), lines_(lines) {}
+    LineBuilder(const PixelMap& map, double columnsPerPixel, PixelLines& lines)
+        : map_(map), area_(map.area), columnsPerPixel_(columnsPerPixel), lines_(lines) {}
+
+    /// Whether all points of a box fall into the column that the last point fell into.
+    bool holds(const ChartPoints::Box& box) const {
+        return box.isWhole && holds(placeOf(map_.pixelX(box.left))) && holds(placeOf(map_.pixelX(box.right)));
+    }
+
+    /// The points first..last - 1.
+    void add(const double* x, const double* y, std::size_t first, std::size_t last) {
+        for (std::size_t i = first; i < last; ++i) {
+            if (isHole(x[i], y[i]))
+                interrupt();
+            else
+                add(pixelOf(x[i], y[i]));
+        }
+    }
+
+    /// The points first..last - 1, which lie in a box that the present column holds: of those only the lowest
+    /// and the highest can matter, and the last.
+    void add(const ChartPoints::Box& box, const double* x, const double* y, std::size_t first,
+             std::size_t last) {
+        const double a = clampedPixel(map_.pixelY(box.bottom));
+        const double b = clampedPixel(map_.pixelY(box.top));
+        if (std::min(a, b) < lowest_.y || std::max(a, b) > highest_.y)
+            for (std::size_t i = first; i < last; ++i)
+                if (y[i] == box.bottom || y[i] == box.top) add(pixelOf(x[i], y[i]));
+        last_ = pixelOf(x[last - 1], y[last - 1]);
+    }
+
+    void interrupt() {
+        finishColumn();
+        open_ = joined_ = false;
+    }
+
+  private:
+    PixelPoint pixelOf(double x, double y) const {
+        return {clampedPixel(map_.pixelX(x)), clampedPixel(map_.pixelY(y))};
+    }
+
+    /// Points beyond the sides share one column each: they matter only for the slope of the line that enters
+    /// the plot area.
+    double placeOf(double pixel) const {
+        return std::clamp(pixel, area_.left - 2, area_.right + 2) * columnsPerPixel_;
+    }
+
+    bool holds(double place) const { return open_ && place >= column_ && place < column_ + 1; }
 
     void add(PixelPoint point) {
-        // Points beyond the sides share one column each: they matter only for the slope of the line that
-        // enters the plot area.
-        const double place = std::clamp(point.x, area_.left - 2, area_.right + 2) * columnsPerPixel_;
-        if (!open_ || !(place >= column_ && place < column_ + 1)) {
+        const double place = placeOf(point.x);
+        if (!holds(place)) {
             finishColumn();
             column_ = std::floor(place);
             first_ = lowest_ = highest_ = point;
@@ -127,12 +144,6 @@ class LineBuilder {
         last_ = point;
     }
 
-    void interrupt() {
-        finishColumn();
-        open_ = joined_ = false;
-    }
-
-  private:
     void finishColumn() {
         if (!open_) return;
         emit(first_);
@@ -156,8 +167,9 @@ class LineBuilder {
         continues_ = true;
     }
 
-    PixelRect area_;
-    double columnsPerPixel_;
+    const PixelMap& map_;
+    const PixelRect& area_;
+    const double columnsPerPixel_;
     PixelLines& lines_;
     double column_ = 0;
     PixelPoint first_, lowest_, highest_, last_, previous_;
@@ -211,40 +223,47 @@ PixelMap pixelMap(const PixelRect& area, const AxisView& x, const AxisView& y) {
 
 NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
                           double within) {
-    // A point on the very edge of the plot area is shown and can be picked, whatever rounding did to it.
-    const double slack = 1e-3;
-    const PixelRect shown{map.area.left - slack, map.area.top - slack, map.area.right + slack,
-                          map.area.bottom + slack};
-    const auto squared = [&](double x, double y) {
-        const double pointX = map.pixelX(x);
-        const double pointY = map.pixelY(y);
-        const double dx = pointX - px;
-        const double dy = pointY - py;
-        const bool isPickable = shown.contains(pointX, pointY) && !isHole(x, y);
-        return isPickable ? dx * dx + dy * dy : kNowhere;
-    };
-    const NearBlock block(map, px, py);
-    // Just above, so that the first of equally near points is found anew.
-    const double known = std::min(squaredOfSample(series, squared), within * within);
-    double best = std::nextafter(known, kNowhere);
+    const Distances from(map, px, py);
+    // Just above, so that what lies exactly `within` pixels away is found.
+    double best = std::nextafter(within * within, kNowhere);
     NearestPoint found;
     for (std::size_t s = 0; s < series.size(); ++s) {
-        const double* x = series[s].x.data();
-        const double* y = series[s].y.data();
-        const auto [first, last] = pointsNear(series[s], map, px, std::sqrt(best));
-        for (std::size_t i = first; i < last; ++i) {
-            if (i % NearBlock::kPoints == 0)
-                while (i + NearBlock::kPoints <= last && !block.mayBeNearer(x + i, y + i, best))
-                    i += NearBlock::kPoints;
-            if (i == last) break;
-            const double distance = squared(x[i], y[i]);
-            if (!(distance < best)) continue;
-            best = distance;
-            found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0};
-        }
+        const ChartPoints& points = series[s].points;
+        const double* const x = points.x().data();
+        const double* const y = points.y().data();
+        points.visit([&](const ChartPoints::Box& box) { return from.squared(box) < best; },
+                     [&](std::size_t first, std::size_t last) {
+                         for (std::size_t i = first; i < last; ++i) {
+                             const double distance = from.squared(x[i], y[i]);
+                             if (!(distance < best)) continue;
+                             best = distance;
+                             found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0};
+                         }
+                     });
     }
     if (found.series > 0) found.distance = std::sqrt(best);
     return found;
+}
+
+std::vector<PointStretch> stretchesShown(const ChartPoints& points, const PixelMap& map) {
+    // A pixel more than is shown, for the rounding of other ways to the same pixels.
+    const PixelRect shown{map.area.left - 1, map.area.top - 1, map.area.right + 1, map.area.bottom + 1};
+    const auto meets = [](double a, double b, double from, double to) {
+        return std::min(a, b) <= to && std::max(a, b) >= from;
+    };
+    std::vector<PointStretch> stretches;
+    points.visit(
+        [&](const ChartPoints::Box& box) {
+            return meets(map.pixelX(box.left), map.pixelX(box.right), shown.left, shown.right) &&
+                   meets(map.pixelY(box.bottom), map.pixelY(box.top), shown.top, shown.bottom);
+        },
+        [&](std::size_t first, std::size_t last) {
+            if (!stretches.empty() && stretches.back().last == first)
+                stretches.back().last = last;
+            else
+                stretches.push_back({first, last});
+        });
+    return stretches;
 }
 
 void PixelLines::clear() {
@@ -253,13 +272,17 @@ void PixelLines::clear() {
 }
 
 void appendLines(const ChartSeries& series, const PixelMap& map, double columnsPerPixel, PixelLines& lines) {
-    LineBuilder builder(map.area, columnsPerPixel, lines);
-    for (std::size_t i = 0; i < series.x.size(); ++i) {
-        if (isHole(series.x[i], series.y[i])) {
-            builder.interrupt();
-            continue;
-        }
-        builder.add({clampedPixel(map.pixelX(series.x[i])), clampedPixel(map.pixelY(series.y[i]))});
+    const double* const x = series.points.x().data();
+    const double* const y = series.points.y().data();
+    LineBuilder builder(map, columnsPerPixel, lines);
+    std::size_t first = 0;
+    for (const ChartPoints::Box& box : series.points.boxes()) {
+        const std::size_t last = std::min(series.points.size(), first + ChartPoints::kBlock);
+        if (builder.holds(box))
+            builder.add(box, x, y, first, last);
+        else
+            builder.add(x, y, first, last);
+        first = last;
     }
     builder.interrupt();
 }

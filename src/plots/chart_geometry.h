@@ -57,11 +57,20 @@ struct NearestPoint {
     double distance = -1;
 };
 
-/// The point nearest to a pixel position among those that lie in the plot area; of equally near ones the
-/// first. One pass over all points, without allocation.
-/// Points farther away than `within` pixels need not be found.
+/// The point nearest to a pixel position among those that lie in the plot area and not farther away than
+/// `within` pixels; of equally near ones the first. Looks at few points, however many there are, and
+/// allocates nothing but when it is the first to ask where the points lie.
 NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
                           double within = std::numeric_limits<double>::infinity());
+
+/// The points first..last - 1 of a series.
+struct PointStretch {
+    std::size_t first = 0, last = 0;
+};
+
+/// The stretches of a series' points outside of which none lies in the plot area, in their order; between two
+/// of them there is at least one point.
+std::vector<PointStretch> stretchesShown(const ChartPoints& points, const PixelMap& map);
 
 struct PixelPoint {
     double x = 0, y = 0;

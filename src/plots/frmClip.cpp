@@ -12,7 +12,6 @@
 #include <QCloseEvent>
 #include <QScreen>
 #include <QShortcut>
-#include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
 
@@ -104,7 +103,8 @@ void frmClip::connectControls() {
     connect(cmdClipOn, &QPushButton::clicked, this, guarded(this, [this] { cmdClipOn_Click(); }));
     connect(cmdClipOff, &QPushButton::clicked, this, guarded(this, [this] { cmdClipOff_Click(); }));
     connect(cmdDelete, &QPushButton::clicked, this, guarded(this, [this] { cmdDelete_Click(); }));
-    connect(comboRow, &QComboBox::currentIndexChanged, this, guarded(this, [this] { DisplayMap(); }));
+    // Also when the row shown is chosen once more: that draws the map anew.
+    connect(comboRow, &QComboBox::activated, this, guarded(this, [this] { DisplayMap(); }));
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
             guarded(this, [this] { escape(); }));
 }
@@ -121,7 +121,6 @@ void frmClip::connectMap() {
 }
 
 void frmClip::fillComboRow() {
-    const QSignalBlocker quiet(comboRow);
     comboRow->clear();
     comboRow->addItem(u"none"_s);
     for (int row = 1; row <= theSurvey().NumRows; ++row)

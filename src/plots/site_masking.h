@@ -49,7 +49,7 @@ struct MapZone {
 };
 
 /// Edges, quadrants and thirds. The edges show the outer 15 % of the field and the margin; the quadrants
-/// reach 0.05 beyond the centre line on one side only.
+/// meet on the centre lines and reach over the outer margin.
 inline constexpr std::array<MapZone, 14> kMapZones = {{
     {"mnuZnorth", {-0.05, -0.05, 1.1, 0.2}},
     {"mnuZsouth", {-0.05, 0.85, 1.1, 0.2}},

@@ -7,6 +7,7 @@
 
 #include <QClipboard>
 #include <QHeaderView>
+#include <QScreen>
 #include <QShortcut>
 
 #include <numeric>
@@ -69,11 +70,13 @@ QList<int> frmStat::linesToCopy() const {
     return lines;
 }
 
-// As wide as the figures, which share the room that the window has beyond that.
+// As wide as the figures, which share the room that the window has beyond that; on a small display they
+// scroll.
 void frmStat::fitColumns() {
     QHeaderView* const header = Stats->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Stretch);
     header->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"0000000000.00"_s));
     Stats->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    resize(fontMetrics().horizontalAdvance(u'0') * 22 * model_->columnCount(), 520);
+    const QSize wanted(fontMetrics().horizontalAdvance(u'0') * 22 * model_->columnCount(), 520);
+    resize(wanted.boundedTo(screen()->availableSize() * 0.92));
 }

@@ -112,6 +112,15 @@ int numberSites(Survey& survey, const double* distances) {
     return rowIndex;
 }
 
+bool rowsRunInOrder(const Survey& survey) {
+    const double* const row = survey.SiteData.column(kRow);
+    const double* const end = row + survey.NumSites;
+    const auto isOutOfOrder = [](double before, double after) {
+        return after != before && after != before + 1;
+    };
+    return std::adjacent_find(row, end, isOutOfOrder) == end;
+}
+
 }  // namespace
 
 void Calculate_Distance(Survey& survey) {
@@ -153,8 +162,10 @@ RowDetection Assign_Row(Survey& survey) {
 }
 
 bool rowsAreUsable(const Survey& survey) {
-    // A file may bring more rows than the limit; then both agree.
-    return survey.NumRows > 0 && (survey.RowIndex <= kMaxRows || survey.RowIndex == survey.NumRows);
+    if (survey.NumRows < 1 || survey.RowIndex <= kMaxRows) return survey.NumRows > 0;
+    // A file may bring more rows than the limit; then both agree. So they do by chance where a search for
+    // the rows of a file with 251 stopped at its limit, but that leaves them out of order.
+    return survey.RowIndex == survey.NumRows && rowsRunInOrder(survey);
 }
 
 void Calculate_NumPoints(Survey& survey) {

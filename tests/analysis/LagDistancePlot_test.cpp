@@ -5,6 +5,7 @@
 #include "plots/RowPlotEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
+#include "support/PointerAtShow.h"
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
@@ -77,6 +78,14 @@ TEST_F(LagPlots, ShowTrueDistancesAndTheMinimumDistance) {
     EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (True Distance)"_s);
     EXPECT_EQ(chart.axisTitle(Axis::X), u"Site sequence number"_s);
     EXPECT_EQ(chart.axisTitle(Axis::Y), u"Distance (meters)"_s);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(LagPlots, ShowTheHourglassUntilTheyAreDrawn) {
+    openSurvey(main, twoRows());
+    const PointerAtShow pointer(main, chart);
+    main.mnuTrue_Dis->trigger();
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -169,5 +178,8 @@ TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
     pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));
     EXPECT_EQ(chart.footerText(), u"Site sequence number = 2, Distance = 10.00"_s);
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 1));
+    EXPECT_EQ(chart.footerText(), QString());
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));
+    main.mnuTrue_Dis->trigger();  // a new plot has not been read yet
     EXPECT_EQ(chart.footerText(), QString());
 }

@@ -1,9 +1,12 @@
 #include "analysis/frmHistForm.h"
 
+#include "app/FileDialogs.h"
+#include "app/Printing.h"
 #include "app/Windows.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
+#include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_up_readings.h"
 
@@ -211,6 +214,57 @@ TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
     }
 }
 
+// EM2 fills bins 1, 26, 50 (one each) and 46 (five); its mean 600 / 8 = 75 puts the mark at 37.5 rounded to
+// even, 38, where that of EM1 is 12.
+TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
+    theSurvey() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
+    open();
+    plot();
+    const SeenHistogram seen(window().HG2);
+    const std::map<int, double> tops{{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}};
+    for (int i = 1; i <= 50; ++i) {
+        SCOPED_TRACE(i);
+        const auto bar = tops.find(i);
+        if (bar == tops.end()) {
+            EXPECT_EQ(seen.foot(i), kBrightWhite);
+            continue;
+        }
+        EXPECT_EQ(seen.foot(i), i <= 38 ? kLightGreen : kGreen);
+        EXPECT_NEAR(seen.top(i), seen.row(bar->second), 1);
+    }
+}
+
+TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
+    open();
+    const PointerAtShow pointer(window(), *window().HG1);
+    plot();
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+
+    setDefaultPrinterName([] { return QString(); });
+    Qt::CursorShape shape = Qt::BlankCursor;
+    setFileResponder([&](const FileQuestion&) {
+        shape = window().cursor().shape();
+        return QString();
+    });
+    window().mnuPrint->trigger();
+    setFileResponder({});
+    setDefaultPrinterName({});
+    EXPECT_EQ(shape, Qt::WaitCursor);
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
+    open();
+    plot();
+    ASSERT_EQ(SeenHistogram(window().HG1).foot(11), kLightBlue);
+    ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
+    theSurvey() = surveyOfReadings({0, 0, 100}, {0, 0, 100});
+    plot();
+    EXPECT_EQ(SeenHistogram(window().HG1).foot(11), kBrightWhite);
+    EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kBrightWhite);
+}
+
 TEST_F(HistogramWindow, WithOneReadingPlotsOneHistogramOnly) {
     theSurvey() = surveyOfReadings(kSpread);
     open();
@@ -340,10 +394,29 @@ void expectBlock(const PrintedPdf& pdf, const QString& signal, double top, const
     EXPECT_NEAR(title.top(), top * kTwip, 4) << signal.toStdString();
     const QRectF left = pdf.find(minimum, (top + 4300) * kTwip);
     EXPECT_NEAR(left.left(), 25, 1.5) << minimum.toStdString();
-    EXPECT_NEAR(left.top(), (top + 4400) * kTwip, 4);
+    EXPECT_NEAR(left.top() - title.top(), 4400 * kTwip, 0.5);
     const QRectF right = pdf.find(maximum, (top + 4300) * kTwip);
     EXPECT_NEAR(right.left(), half, 1.5) << maximum.toStdString();
-    EXPECT_NEAR(right.top(), (top + 4400) * kTwip, 4);
+    EXPECT_NEAR(right.top() - title.top(), 4400 * kTwip, 0.5);
+}
+
+// The frame of the picture that begins at `top` points, which is 200 points high.
+void expectFrame(const QImage& page, double top) {
+    constexpr int kScale = PrintedPdf::kPixelsPerPoint;
+    const double half = PrintedPdf::printableArea().width() / 2;
+    const auto dark = [&page](double x, double y) {
+        const QPoint place(qRound(x * kScale), qRound(y * kScale));
+        for (const QPoint beside : {QPoint(0, 0), QPoint(-1, -1), QPoint(1, 1)})
+            if (page.pixelColor(place + beside).lightness() < 200) return true;
+        return false;
+    };
+    const double between = 25 + half * 40.5 / 51;  // no bar reaches this place
+    EXPECT_TRUE(dark(between, top));
+    EXPECT_TRUE(dark(between, top + 200));
+    EXPECT_TRUE(dark(25, top + 100));
+    EXPECT_TRUE(dark(25 + half, top + 100));
+    for (const double inside : {2.0, 198.0})
+        EXPECT_FALSE(dark(between, top + inside)) << inside;
 }
 
 // Colour on paper at the place of bar i of the block whose picture begins at `top` points.
@@ -374,9 +447,13 @@ TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
         QTest::keyClick(&window(), Qt::Key_P, Qt::ControlModifier);
         ASSERT_EQ(pdf.questions(), 1);
         EXPECT_NEAR(pdf.find(u"Signal"_s).left(), 25, 1.5);
+        EXPECT_TRUE(pdf.fonts().contains(u"Bold"_s)) << pdf.fonts().toStdString();
+        EXPECT_EQ(pdf.fonts().count(u'\n'), 0) << pdf.fonts().toStdString();
         expectBlock(pdf, u"Ec1"_s, 200, u"0.00"_s, u"100.00"_s);
         expectBlock(pdf, u"Ec2"_s, 5200, u"3.00"_s, u"103.00"_s);
         const QImage page = pdf.picture();
+        expectFrame(page, 25);
+        expectFrame(page, 275);
         expectPaletteColour(barOnPaper(page, 1, 25), kLightBlue);
         expectPaletteColour(barOnPaper(page, 26, 25), kBlue);
         expectPaletteColour(barOnPaper(page, 45, 275), kGreen);
@@ -397,6 +474,19 @@ TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     expectPaletteColour(barOnPaper(pdf.picture(), 1, 25), kLightBlue);
     expectPaletteColour(barOnPaper(pdf.picture(), 1, 275), kBrightWhite);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(HistogramWindow, PrintsEmptyBlocksBeforeTheFirstPlot) {
+    open();
+    const PrintedPdf pdf;
+    window().mnuPrint->trigger();
+    EXPECT_NEAR(pdf.find(u"Ec1"_s).top(), 10, 4);
+    EXPECT_NEAR(pdf.find(u"Ec2"_s).top(), 260, 4);
+    const QImage page = pdf.picture();
+    expectFrame(page, 25);
+    expectFrame(page, 275);
+    expectPaletteColour(barOnPaper(page, 1, 25), kBrightWhite);
+    EXPECT_TRUE(nothingPlotted());
 }
 
 TEST_F(HistogramWindow, PrintingMayBeCancelled) {

@@ -1,12 +1,16 @@
 #include "analysis/frmSigCorrStruct.h"
 
+#include "app/FileDialogs.h"
+#include "app/Printing.h"
 #include "app/Windows.h"
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
+#include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_up_readings.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -101,6 +105,14 @@ TEST_F(CorrelationWindow, HidesItsChartUntilTheFirstPlot) {
     plot();
     EXPECT_TRUE(chart().isVisible());
     EXPECT_FALSE(window().lblHint->isVisible());
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CorrelationWindow, ShowsTheHourglassUntilTheChartIsShown) {
+    open();
+    const PointerAtShow pointer(window(), chart());
+    plot();
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -207,6 +219,48 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
         EXPECT_GT(points.left(), corner);
         EXPECT_LT(points.right(), corner + 480);
     }
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+}
+
+// 1.0004 stands for a factor that leads to no whole number of device units: 2000.8.
+TEST_F(CorrelationWindow, PrintsIntoASquareOfWholeDeviceUnits) {
+    open();
+    plot();
+    const std::pair<double, double> sizes[] = {{1.0, 2000}, {2.0, 4000}, {1.0004, 2001}};
+    for (const auto& [scale, size] : sizes) {
+        SCOPED_TRACE(scale);
+        theSession().PrintScale = scale;
+        const PrintedPdf expected;
+        printPage(&window(), QString(), [this, size = size](QPainter& painter, const QPrinter&) {
+            chart().print(painter, QRectF(200, 200, size, size));
+        });
+        const QImage wanted = expected.picture();
+        const PrintedPdf pdf;
+        window().mnuPrint->trigger();
+        EXPECT_EQ(pdf.picture(), wanted);
+    }
+}
+
+TEST_F(CorrelationWindow, CanBePrintedBeforeTheFirstPlot) {
+    open();
+    const PrintedPdf pdf;
+    window().mnuPrint->trigger();
+    EXPECT_TRUE(pdf.exists());
+    EXPECT_FALSE(chart().isVisible());
+}
+
+TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPrints) {
+    open();
+    setDefaultPrinterName([] { return QString(); });
+    Qt::CursorShape shape = Qt::BlankCursor;
+    setFileResponder([&](const FileQuestion&) {
+        shape = window().cursor().shape();
+        return QString();
+    });
+    window().mnuPrint->trigger();
+    setFileResponder({});
+    setDefaultPrinterName({});
+    EXPECT_EQ(shape, Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 

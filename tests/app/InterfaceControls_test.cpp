@@ -67,6 +67,18 @@ TEST_F(InterfaceControls, PutTheDefaultEditorBackWhenNoneIsChosen) {
     EXPECT_EQ(theSession().TextEditor, "c:\\windows\\write.exe ");
 }
 
+TEST_F(InterfaceControls, LeaveTheSettingsFileAsItIs) {
+    const std::string settings = "1,/usr/bin/before,a,b,c,2\r\n";
+    writeFile(folder / "VARN_te_fio_info.dat", settings);
+    setFileResponder([](const FileQuestion&) { return u"/opt/ed"_s; });
+    boxes.ask(true, kEditorQuestion);
+    boxes.tell(u"Note: the new selected text editor is /opt/ed "_s);
+    mnusetDTE_Click(nullptr);
+    boxes.tell(u"The printer resolution has been temporarily redefined to be 1200 DPI."_s);
+    mnuDPI1200_Click(nullptr);
+    EXPECT_EQ(readFile(folder / "VARN_te_fio_info.dat"), settings);
+}
+
 TEST_F(InterfaceControls, RedefineThePrinterResolution) {
     boxes.tell(u"The printer resolution has been temporarily redefined to be 600 DPI."_s);
     mnuDPI600_Click(nullptr);
@@ -90,6 +102,19 @@ TEST_F(InterfaceControls, OpenTheErrorLogInTheEditor) {
     mnuEL_Click();
     EXPECT_EQ(started.program, u"/bin/ls"_s);
     EXPECT_EQ(started.arguments, QStringList{fromPath(folder / "error_log.dat")});
+}
+
+TEST_F(InterfaceControls, OpenTheErrorLogWhereItWasWritten) {
+    theSession().AppDir = folder / "read-only";
+    theSession().TextEditor = "/bin/ls ";
+    writeFile(folder / "error_log.dat", "");
+    QStringList opened;
+    setProgramStarter([&](const EditorCommand& command) {
+        opened = command.arguments;
+        return true;
+    });
+    mnuEL_Click();
+    EXPECT_EQ(opened, QStringList{fromPath(folder / "error_log.dat")});
 }
 
 TEST_F(InterfaceControls, SayWhichErrorLogIsMissing) {

@@ -79,6 +79,19 @@ TEST(TheMessageBox, TakesOnlyYesForYes) {
     EXPECT_FALSE(ask(nullptr, u"Really?"_s));
 }
 
+TEST(TheMessageBox, TakesEnterForNoUntilYesHasTheFocus) {
+    onBox([](QMessageBox* box) {
+        EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::No));
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
+    onBox([](QMessageBox* box) {
+        box->button(QMessageBox::Yes)->setFocus();
+        QTest::keyClick(box->button(QMessageBox::Yes), Qt::Key_Return);
+    });
+    EXPECT_TRUE(ask(nullptr, u"Really?"_s));
+}
+
 TEST(TheMessageBox, TakesEscapeAndTheCloseButtonForNo) {
     onBox([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
     EXPECT_FALSE(ask(nullptr, u"Really?"_s));

@@ -77,6 +77,16 @@ TEST_F(PrintingFailure, WhenTheTargetIsAFolderOrItsFolderIsGone) {
     EXPECT_EQ(failure(), target + " cannot be written: No such file or directory");
 }
 
+TEST_F(PrintingFailure, WhenThereIsNoFolderForTemporaryFilesLeavesTheOldFile) {
+    writeFile(target, "old");
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QByteArray::fromStdString(target));  // a file, and no folder
+    const std::string description = failure();
+    before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    EXPECT_EQ(description, target + " cannot be written: no folder for the page can be made in " + target);
+    expectOldFileAlone();
+}
+
 TEST_F(PrintingFailure, WhenThePrinterIsGoneNamesIt) {
     printer = u"no-such-printer"_s;
     const std::string description = failure();

@@ -1,6 +1,7 @@
 #include "app/editor_settings.h"
 
 #include "support/temporary_folder.h"
+#include "support/unprivileged_user.h"
 
 #include <gtest/gtest.h>
 
@@ -100,4 +101,12 @@ TEST_F(EditorSettings, FallBackOnAFileOfAGigabyteWithoutReadingIt) {
 
 TEST_F(EditorSettings, IgnoreWhatFollowsTheSixthItem) {
     EXPECT_EQ(read("1,/bin/ed,a,b,c,2,3,4\nmore\n").PrintScale, 2.0);
+}
+
+TEST_F(EditorSettings, FallBackWhenTheFileMayNotBeRead) {
+    writeFile(folder / "VARN_te_fio_info.dat", "1,/usr/bin/gedit,a,b,c,2\n");
+    ASSERT_EQ(::chmod((folder / "VARN_te_fio_info.dat").c_str(), 0), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    const UnprivilegedUser user;
+    expectFallback(read());
 }

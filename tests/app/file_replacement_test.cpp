@@ -2,10 +2,13 @@
 
 #include "app/run_time_error.h"
 #include "support/file_size_limit.h"
+#include "support/nameless_files.h"
 #include "support/temporary_folder.h"
+#include "support/unprivileged_user.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -132,4 +135,99 @@ TEST(FileReplacement, SaysSoWhenTheFolderVanishesMeanwhile) {
     fs::remove_all(folder / "gone");
     EXPECT_EQ(descriptionOf([&] { file.commit(); }),
               folder / "gone/out.txt cannot be written: No such file or directory");
+}
+
+TEST(FileReplacement, HasNoNameUntilItIsWholeWhereThatIsPossible) {
+    const TemporaryFolder folder;
+    FileReplacement file(folder / "out.txt");
+    file.write(std::string(1'000'000, 'x'));
+    EXPECT_EQ(filesIn(folder), hasNamelessFiles(folder.path()) ? 0U : 1U);
+    file.commit();
+    EXPECT_EQ(readFile(folder / "out.txt").size(), 1'000'000U);
+    EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(FileReplacement, LeavesAFileAloneThatHasTheNameItWanted) {
+    const TemporaryFolder folder;
+    const std::string taken = folder / (".tessel-" + std::to_string(::getpid()) + "-0");
+    writeFile(taken, "another's");
+    FileReplacement file(folder / "out.txt");
+    file.write("text");
+    file.commit();
+    EXPECT_EQ(readFile(folder / "out.txt"), "text");
+    EXPECT_EQ(readFile(taken), "another's");
+    EXPECT_EQ(filesIn(folder), 2U);
+}
+
+TEST(FileReplacement, TakesAPathWithoutAFolder) {
+    const TemporaryFolder folder;
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.path());
+    FileReplacement file("out.txt");
+    file.write("text");
+    file.commit();
+    fs::current_path(before);
+    EXPECT_EQ(readFile(folder / "out.txt"), "text");
+}
+
+namespace {
+
+void replaceWithoutNamelessFiles(const TemporaryFolder& folder) {
+    ASSERT_TRUE(forbidNamelessFiles());
+    ASSERT_FALSE(hasNamelessFiles(folder.path()));
+    {
+        FileReplacement file(folder / "out.txt");
+        file.write("half");
+        EXPECT_EQ(filesIn(folder), 2U);
+    }
+    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    EXPECT_EQ(filesIn(folder), 1U);
+    FileReplacement file(folder / "out.txt");
+    file.write("new");
+    file.commit();
+    EXPECT_EQ(descriptionOf([&] { FileReplacement none(folder / "none/out.txt"); }),
+              folder / "none/out.txt cannot be written: No such file or directory");
+}
+
+}  // namespace
+
+TEST(FileReplacement, DoesItsWorkOnFileSystemsWithoutNamelessFilesToo) {
+    const TemporaryFolder folder;
+    writeFile(folder / "out.txt", "old");
+    ASSERT_EQ(::chmod((folder / "out.txt").c_str(), 0604), 0);
+    EXPECT_EXIT(
+        {
+            replaceWithoutNamelessFiles(folder);
+            std::_Exit(testing::Test::HasFailure() ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_EQ(readFile(folder / "out.txt"), "new");
+    EXPECT_EQ(filesIn(folder), 1U);
+    EXPECT_EQ(fs::status(folder / "out.txt").permissions(), fs::perms(0604));
+}
+
+TEST(FileReplacement, RefusesAFolderThatMayNotBeWrittenAndWritesElsewhere) {
+    const TemporaryFolder folder;
+    for (const char* name : {"closed", "open"})
+        fs::create_directory(folder / name);
+    for (const char* name : {"closed/out.txt", "open/theirs.txt"})
+        writeFile(folder / name, "old");
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod((folder / "closed").c_str(), 0555), 0);
+    ASSERT_EQ(::chmod((folder / "closed/out.txt").c_str(), 0666), 0);
+    ASSERT_EQ(::chmod((folder / "open").c_str(), 0777), 0);
+    {
+        const UnprivilegedUser user;
+        for (const char* name : {"closed/out.txt", "closed/new.txt"})
+            EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / name); }),
+                      folder / name + " cannot be written: Permission denied");
+        FileReplacement file(folder / "open/out.txt");
+        file.write("text");
+        const auto names = std::distance(fs::directory_iterator(folder / "open"), fs::directory_iterator{});
+        EXPECT_EQ(names, hasNamelessFiles(folder / "open") ? 1 : 2);
+        file.commit();
+    }
+    EXPECT_EQ(readFile(folder / "open/out.txt"), "text");
+    EXPECT_EQ(readFile(folder / "closed/out.txt"), "old");
+    fs::permissions(folder / "closed", fs::perms::owner_all);
 }

@@ -111,6 +111,14 @@ TEST_F(HelpViewer, ReportsADocumentThatCannotBeReadWithPathAndReason) {
     EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
 }
 
+TEST_F(HelpViewer, ReportsADocumentOnABrokenDiskWithTheSystemsReason) {
+    std::filesystem::create_symlink("/proc/self/mem", documentPath(104));
+    boxes_.tell(fromPath(documentPath(104)) + u" cannot be read: Input/output error"_s);
+    guarded(nullptr, [] { openHelp(nullptr, 104); })();
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
+}
+
 TEST_F(HelpViewer, RefusesAFileTooLargeForADocument) {
     writeDocument(105, "{\\rtf1}");
     std::filesystem::resize_file(documentPath(105), std::uintmax_t{65} << 20);
@@ -272,6 +280,25 @@ TEST_F(HelpViewer, ComesUpOverTheMainWindow) {
     const QRect place = window->geometry();
     EXPECT_TRUE(screen.contains(place))
         << place.x() << "," << place.y() << " " << place.width() << "x" << place.height();
+    window->close();
+    main.hide();
+}
+
+TEST_F(HelpViewer, ComesUpOverTheMiddleOfTheMainWindowEachTime) {
+    frmMain main;
+    frmHelpTesl* const window = open(101, &main);
+    window->setMinimumSize(1, 1);
+    QCoreApplication::processEvents();
+    window->resize(240, 200);
+    for (const QPoint corner : {QPoint(60, 90), QPoint(300, 150)}) {
+        window->close();
+        main.setGeometry(QRect(corner, QSize(400, 300)));
+        main.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+        open(101, &main);
+        const QPoint apart = window->geometry().center() - main.geometry().center();
+        EXPECT_LE(apart.manhattanLength(), 2) << corner.x();
+    }
     window->close();
     main.hide();
 }

@@ -1,5 +1,7 @@
 #include "app/frmMain.h"
 
+#include "app/CaptionColour.h"
+#include "app/palette16.h"
 #include "app/survey.h"
 #include "support/ExpectedBoxes.h"
 
@@ -175,6 +177,11 @@ TEST_F(MainWindow, WritesItsBannerOneCharacterATick) {
     EXPECT_EQ(ticks.count(), banner.size());
 }
 
+TEST_F(MainWindow, WritesItsBannerInDarkBlue) {
+    EXPECT_EQ(window.Label20->palette().color(QPalette::WindowText), captionColour(kBlue, window));
+    EXPECT_NE(captionColour(kBlue, window), captionColour(kBlack, window));
+}
+
 TEST_F(MainWindow, StaysWhenTheExitQuestionIsNotAnsweredWithYes) {
     window.show();
     boxes.ask(false, kExitQuestion);
@@ -189,6 +196,19 @@ TEST_F(MainWindow, ClosesWhenTheExitQuestionIsAnsweredWithYes) {
     boxes.ask(true, kExitQuestion);
     window.mnuExit->trigger();
     EXPECT_FALSE(window.isVisible());
+}
+
+// The program's end closes what is still open once more: the question must not come a second time.
+TEST_F(MainWindow, AsksOnceAndEndsTheProgramWhileItRuns) {
+    window.show();
+    QWidget helpBesideIt;
+    helpBesideIt.show();
+    boxes.ask(true, kExitQuestion);
+    QTimer::singleShot(0, &window, [this] { window.mnuExit->trigger(); });
+    QTimer::singleShot(5000, &window, [] { QCoreApplication::exit(1); });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(boxes.pending(), 0);
 }
 
 TEST_F(MainWindow, ClosesWithoutAQuestionAfterAnExport) {

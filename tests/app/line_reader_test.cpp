@@ -1,12 +1,13 @@
 #include "app/line_reader.h"
 
 #include "app/run_time_error.h"
+#include "support/reads.h"
 #include "support/temporary_folder.h"
+#include "support/unprivileged_user.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fcntl.h>
 #include <filesystem>
 #include <random>
 #include <sys/stat.h>
@@ -68,15 +69,6 @@ int descriptorOf(const std::string& path) {
             return std::stoi(entry.path().filename().string());
     }
     return -1;
-}
-
-// From now on every reading from the file fails like that from a broken card: the process's memory is a file
-// whose first bytes nobody can read.
-void breakDevice(const std::string& path) {
-    const int broken = ::open("/proc/self/mem", O_RDONLY);
-    ASSERT_GE(broken, 0);
-    ASSERT_GE(::dup2(broken, descriptorOf(path)), 0);
-    ::close(broken);
 }
 
 }  // namespace
@@ -211,7 +203,7 @@ TEST(LineReader, SaysSoWhenReadingFailsMidway) {
     LineReader reader(path);
     std::string_view line;
     ASSERT_TRUE(reader.next(line));
-    breakDevice(path);
+    breakDevice(descriptorOf(path));
     try {
         while (reader.next(line)) {
         }
@@ -219,4 +211,14 @@ TEST(LineReader, SaysSoWhenReadingFailsMidway) {
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.description(), path + " cannot be read: Input/output error");
     }
+}
+
+TEST(LineReader, SaysSoWhenAFileMayNotBeRead) {
+    const TemporaryFolder folder;
+    writeFile(folder / "secret.dat", "1 2 3");
+    ASSERT_EQ(::chmod((folder / "secret.dat").c_str(), 0), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+    const UnprivilegedUser user;
+    EXPECT_EQ(descriptionOfOpening(folder / "secret.dat"),
+              folder / "secret.dat cannot be opened: Permission denied");
 }

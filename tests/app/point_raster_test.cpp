@@ -143,3 +143,22 @@ TEST(PointRaster, MarkedAndUnmarkedStampingOfOpaqueSymbolsGiveTheSamePicture) {
     marked.stamp(penStamp(4, 0x0000FF), x, y, nullptr, &marks);
     EXPECT_EQ(plain.pixels, marked.pixels);
 }
+
+TEST(PointRaster, AHardEdgedStampHasNoTranslucentPixels) {
+    const std::uint32_t corner = 0x1F000000U;  // black, barely there
+    const std::uint32_t edge = 0xBB00005DU;    // half a blue, mostly there
+    const std::uint32_t limit = 0x80404040U;   // grey, half there
+    const std::uint32_t inside = 0xFF00007FU;
+    const std::vector<std::uint32_t> picture = {corner, edge, limit, inside};
+    const Stamp hard = hardEdged(pictureStamp(2, picture.data()));
+    EXPECT_EQ(hard.size, 2);
+    EXPECT_TRUE(hard.translucent.empty());
+    ASSERT_EQ(hard.opaque.size(), 3U);
+    EXPECT_EQ(hard.opaque[0].dx, 1);
+    EXPECT_EQ(hard.opaque[0].dy, 0);
+    EXPECT_EQ(hard.opaque[0].colour, 0xFF00007FU);
+    EXPECT_EQ(hard.opaque[1].dy, 1);
+    EXPECT_EQ(hard.opaque[1].dx, 0);
+    EXPECT_EQ(hard.opaque[1].colour, 0xFF808080U);
+    EXPECT_EQ(hard.opaque[2].colour, inside);
+}

@@ -90,6 +90,28 @@ TEST_F(TrimbleImportChain, LeadsFromTheMenuToTheReport) {
     EXPECT_FALSE(lastQuestion().toSave);
 }
 
+TEST_F(TrimbleImportChain, ShowsTheHourglassUntilTheReportHasBeenRead) {
+    Qt::CursorShape whileTold = Qt::ArrowCursor;
+    setMessageResponder([&](const MessageBox& box) {
+        EXPECT_EQ(box.title, kReportTitle);
+        whileTold = main.cursor().shape();
+        return true;
+    });
+    importFile("   0    0   10\n");
+    EXPECT_EQ(whileTold, Qt::WaitCursor);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+// They are of the run of the program, not of the survey.
+TEST_F(TrimbleImportChain, KeepsTheTotalsOfTheAdjustments) {
+    theSession().EMAdjustTotalA = 3;
+    theSession().EMAdjustTotalB = -4;
+    boxes.tell(report(1, 0), kReportTitle);
+    importFile("   0    0   10\n");
+    EXPECT_EQ(theSession().EMAdjustTotalA, 3);
+    EXPECT_EQ(theSession().EMAdjustTotalB, -4);
+}
+
 TEST_F(TrimbleImportChain, OfAFileWithoutSitesDisablesTheMenus) {
     main.menusFollow(MenuEvent::SitesImported);
     boxes.tell(report(0, 0), kReportTitle);
@@ -116,10 +138,11 @@ TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
 }
 
 TEST_F(TrimbleImportChain, LeavesTheSurveyWhenTheFileDialogIsCancelled) {
+    theSession().InputFileName = "the last one";
     goThroughControl(u"5"_s);
     EXPECT_EQ(fileDialogs(), 1);
     EXPECT_EQ(display(), nullptr);
-    EXPECT_EQ(theSession().InputFileName, "");
+    EXPECT_EQ(theSession().InputFileName, "the last one");
     EXPECT_EQ(theSurvey().MinDistance, 5);
     expectSurveyUntouched();
 }

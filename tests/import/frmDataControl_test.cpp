@@ -80,6 +80,8 @@ TEST_F(ImportControl, RefusesTextsThatAreNoNumbers) {
 
 TEST_F(ImportControl, RefusesANegativeDistance) {
     refuse(u"-10"_s, u"-1"_s, u"Error: Minimum distance must be > 0"_s);
+    EXPECT_EQ(theSurvey().MinDistance, -1);
+    refuse(u"-10"_s, u"-1e-9"_s, u"Error: Minimum distance must be > 0"_s);
 }
 
 TEST_F(ImportControl, StoresWhatItRefuses) {
@@ -90,6 +92,9 @@ TEST_F(ImportControl, StoresWhatItRefuses) {
     EXPECT_EQ(theSurvey().MinLineLength, 1);
     EXPECT_TRUE(theSurvey().NegateEM);
     EXPECT_FALSE(theSurvey().DivideEMBy10);
+    refuse(u"5"_s, u" 2.5 m"_s, kNonNumeric);
+    EXPECT_EQ(theSurvey().EMCutoff, 5);
+    EXPECT_EQ(theSurvey().MinDistance, 2.5);
     refuse(u"abc"_s, u"x"_s, kNonNumeric);
     EXPECT_EQ(theSurvey().EMCutoff, 0);
     EXPECT_EQ(theSurvey().MinDistance, 0);

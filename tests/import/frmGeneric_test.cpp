@@ -161,6 +161,27 @@ TEST_F(GenericImport, PutsTheSurveyInPlaceAndCloses) {
     expectMenus(true, true);
 }
 
+TEST_F(GenericImport, ShowsTheHourglassUntilTheReportHasBeenRead) {
+    Qt::CursorShape whileTold = Qt::ArrowCursor;
+    setMessageResponder([&](const MessageBox&) {
+        whileTold = window.cursor().shape();
+        return true;
+    });
+    importFile(4, "1 2 3\n");
+    EXPECT_EQ(whileTold, Qt::WaitCursor);
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+}
+
+// They are of the run of the program, not of the survey.
+TEST_F(GenericImport, KeepsTheTotalsOfTheAdjustments) {
+    theSession().EMAdjustTotalA = 3;
+    theSession().EMAdjustTotalB = -4;
+    boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
+    importFile(4, "1 2 3\n");
+    EXPECT_EQ(theSession().EMAdjustTotalA, 3);
+    EXPECT_EQ(theSession().EMAdjustTotalB, -4);
+}
+
 TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {
     main.menusFollow(MenuEvent::SitesImported);
     boxes.tell(u"There are 0 valid records in this file."_s, kReportTitle);
@@ -197,8 +218,15 @@ TEST_F(GenericImport, StaysOpenAfterAFatalRowError) {
 
 TEST_F(GenericImport, WarnsOfMoreThan250RowsAndImportsThem) {
     std::string bytes;
-    for (int i = 1; i <= 251; ++i)
+    for (int i = 1; i <= 250; ++i)
         bytes += "1 2 3 " + std::to_string(i) + "\n";
+    boxes.tell(u"There are 250 valid records in this file."_s, kReportTitle);
+    importFile(0, bytes);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(theSurvey().NumRows, 250);
+
+    window.show();
+    bytes += "1 2 3 251\n";
     boxes.tell(u"There are 251 valid records in this file."_s, kReportTitle);
     boxes.tell(
         u"Warning! Row count > 250.\n"

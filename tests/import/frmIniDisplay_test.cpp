@@ -117,6 +117,19 @@ TEST_F(ImportFormat, ShowsThePreviewInAFixedPitchBlackOnWhite) {
     EXPECT_EQ(window->picPreview->palette().color(QPalette::Text), QColor(Qt::black));
 }
 
+TEST_F(ImportFormat, ShowsThePreviewOnWhitePaperInADarkThemeToo) {
+    const QPalette usual = QApplication::palette();
+    QPalette dark = usual;
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::Text, Qt::white);
+    QApplication::setPalette(dark);
+    open();
+    const QPalette paper = window->picPreview->palette();
+    QApplication::setPalette(usual);
+    EXPECT_EQ(paper.color(QPalette::Base), QColor(Qt::white));
+    EXPECT_EQ(paper.color(QPalette::Text), QColor(Qt::black));
+}
+
 TEST_F(ImportFormat, ShowsAllSevenLinesAndScrollsToTheEndsOfLongOnes) {
     open(std::string(5000, 'x') + "\n22\n33\n44\n55\n");
     window->resize(window->minimumSizeHint());
@@ -156,6 +169,24 @@ TEST_F(ImportFormat, EmptiesABoxWithABeepWhenALetterIsTyped) {
         EXPECT_EQ(beepCount(), beeps + 1) << box->objectName().toStdString();
         EXPECT_EQ(box->text(), QString());
         EXPECT_TRUE(box->hasFocus());
+    }
+}
+
+TEST_F(ImportFormat, KeepsNothingInABoxButANumber) {
+    open();
+    for (const QString& text : {u"-"_s, u"+"_s, u"."_s, u" "_s, u"1e"_s, u"1,5"_s, u"1 2"_s, u"1e999"_s}) {
+        const int beeps = beepCount();
+        window->Text3_1->setFocus();
+        window->Text2_0->setText(text);
+        EXPECT_EQ(window->Text2_0->text(), QString()) << text.toStdString();
+        EXPECT_EQ(beepCount(), beeps + 1) << text.toStdString();
+        EXPECT_TRUE(window->Text2_0->hasFocus()) << text.toStdString();
+    }
+    for (const QString& text : {u"-3"_s, u"+3"_s, u" 7 "_s, u"1.5"_s, u"1e2"_s, u""_s}) {
+        const int beeps = beepCount();
+        window->Text2_0->setText(text);
+        EXPECT_EQ(window->Text2_0->text(), text);
+        EXPECT_EQ(beepCount(), beeps) << text.toStdString();
     }
 }
 

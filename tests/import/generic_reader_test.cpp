@@ -190,6 +190,14 @@ TEST_F(GenericFile, LogsTheLineOnWhichARecordBegins) {
               "Line # 7 9  -> incomplete record at end of file\r\n");
 }
 
+// Further apart than the file is read in one piece.
+TEST_F(GenericFile, LogsTheValuesOfARecordWhoseLinesLieFarApart) {
+    const std::string emptyLines(600'000, '\n');
+    EXPECT_EQ(logOf("first 5" + emptyLines + "9\n"), "Line # 1 first 5 9  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(logOf("first" + emptyLines + "5" + emptyLines + "9\n"),
+              "Line # 1 first 5 9  -> non-numeric X-coord data\r\n");
+}
+
 TEST_F(GenericFile, LogsValuesAsTheyStandInTheFile) {
     EXPECT_EQ(logOf("1.500,  +2.0E0 ,\t-0007\n"),
               "Line # 1 1.500 +2.0E0 -0007  -> 1st EM reading below cut-off\r\n");
@@ -278,13 +286,22 @@ TEST_F(GenericFile, LeavesTheParametersAsTheyWere) {
     parameters.MinDistance = 4;
     parameters.NegateEM = parameters.DivideEMBy10 = true;
     parameters.chooseDistance(2);
-    parameters.XField = {1, 2, 2};
+    parameters.MinLineLength = 7;
+    FieldColumns Survey::*const fields[] = {&Survey::SiteIDField, &Survey::XField, &Survey::YField,
+                                            &Survey::EM1Field, &Survey::EM2Field};
+    for (int first = 1; const auto field : fields)
+        parameters.*field = {first++, 9, 4};
     const Survey survey = import("1,2,3").survey;
     EXPECT_EQ(survey.EMCutoff, -3);
     EXPECT_EQ(survey.MinDistance, 4);
     EXPECT_TRUE(survey.NegateEM && survey.DivideEMBy10);
     EXPECT_EQ(survey.DistanceMode, 2);
-    EXPECT_EQ(survey.XField.Len, 2);
+    EXPECT_EQ(survey.MinLineLength, 7);
+    for (int first = 1; const auto field : fields) {
+        EXPECT_EQ((survey.*field).Start, first++);
+        EXPECT_EQ((survey.*field).End, 9);
+        EXPECT_EQ((survey.*field).Len, 4);
+    }
     EXPECT_EQ(survey.SiteData(kEM1, 0), 3);  // and they are not applied
 }
 

@@ -96,8 +96,17 @@ TEST_F(TrimbleFile, HandsItsParametersToTheSurvey) {
     EXPECT_FALSE(survey.UseTrueDist);
     EXPECT_EQ(survey.EMCutoff, -10);
     EXPECT_EQ(survey.MinDistance, 5);
-    EXPECT_EQ(survey.XField.Start, 6);
-    EXPECT_EQ(survey.EM2Field.Len, 8);
+    EXPECT_EQ(survey.MinLineLength, 1);
+    const std::pair<FieldColumns, FieldColumns> fields[] = {{survey.SiteIDField, options.SiteIDField},
+                                                            {survey.XField, options.XField},
+                                                            {survey.YField, options.YField},
+                                                            {survey.EM1Field, options.EM1Field},
+                                                            {survey.EM2Field, options.EM2Field}};
+    for (const auto& [field, given] : fields) {
+        EXPECT_EQ(field.Start, given.Start);
+        EXPECT_EQ(field.End, given.End);
+        EXPECT_EQ(field.Len, given.End - given.Start + 1);
+    }
 }
 
 TEST_F(TrimbleFile, LogsWhyEachLineIsRejected) {
@@ -156,6 +165,22 @@ TEST_F(TrimbleFile, ConvertsReadingsBeforeTheyMeetTheCutOff) {
                          "  -> 1st EM reading below cut-off\r\n"
                          "Line # 3 " +
                          line("1", "2", "-254", "254") + "  -> 2nd EM reading below cut-off\r\n");
+}
+
+TEST_F(TrimbleFile, ConvertsReadingsInTheOneWayOrTheOther) {
+    options.TwoEMColumns = true;
+    const auto readings = [this] {
+        const Survey survey = import(line("1", "2", "254", "-7") + "\n").survey;
+        EXPECT_EQ(survey.NumSites, 1);
+        return std::pair(survey.SiteData(kEM1, 0), survey.SiteData(kEM2, 0));
+    };
+    options.EMCutoff = -1000;
+    EXPECT_EQ(readings(), std::pair(254.0, -7.0));
+    options.NegateEM = true;
+    EXPECT_EQ(readings(), std::pair(-254.0, 7.0));
+    options.NegateEM = false;
+    options.DivideEMBy10 = true;
+    EXPECT_EQ(readings(), std::pair(25.4, -0.7));
 }
 
 TEST_F(TrimbleFile, GivesANegatedZeroNoSign) {

@@ -1,6 +1,7 @@
 // What fails under the program's hands, in the real windows: it says what, where and why; the survey and the
 // files stay as they were; and the program goes on.
 #include "app/FileDialogs.h"
+#include "app/Printing.h"
 #include "app/TextEditor.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
@@ -45,6 +46,7 @@ class Faults : public testing::Test {
     ~Faults() override {
         setFileResponder({});
         setProgramStarter({});
+        setDefaultPrinterName({});
     }
 
     TrimbleEntries entries(const std::string& file) const {
@@ -77,6 +79,21 @@ class Faults : public testing::Test {
         clickOn(window, u"Command1"_s);
         if (meanwhile) meanwhile();
         clickOn(window, u"Command2"_s);
+    }
+
+    void printEverywhere(const std::function<void()>& expect);
+
+    // Imports what has been exported.
+    void importGenericFile(const std::string& path) {
+        chooseItem(*main, u"mnuOpen2"_s);
+        QWidget& window = shownWindow(u"frmGeneric"_s);
+        setFileResponder([path](const FileQuestion&) { return fromPath(path); });
+        clickOn(window, u"cmdBrowse"_s);
+        clickOn(window, u"optCF_0"_s);
+        boxes.tell(u"There are 10 valid records in this file."_s, u"VARN-Tessel File Import Message"_s);
+        clickOn(window, u"cmdImport"_s);
+        waitUntilClosed(u"frmGeneric"_s);
+        EXPECT_EQ(theSurvey().NumSites, 10);
     }
 
     std::size_t filesIn(const std::string& path) const {
@@ -217,7 +234,48 @@ TEST_F(Faults, NamesWithEveryKindOfCharacterGoThroughImportAndExport) {
         boxes.tell(u"Output data saved to "_s + fromPath(path), u"VARN-Tesl"_s);
         exportTransectFile(*main, fromPath(path));
         EXPECT_EQ(readFile(path).find(" 1000000 "), 0U);
+        importGenericFile(path);
     }
+}
+
+// Prints from every window that can, and closes it.
+void Faults::printEverywhere(const std::function<void()>& expect) {
+    chooseItem(*main, u"mnuX"_s);
+    expect();
+    clickOn(*main, u"Command6"_s);
+    for (const auto& [item, name] :
+         {std::pair{u"mnuHist"_s, u"frmHistForm"_s}, {u"mnuSigCorr"_s, u"frmSigCorrStruct"_s}}) {
+        chooseItem(*main, item);
+        QWidget& window = shownWindow(name);
+        expect();
+        chooseItem(window, u"mnuPrint"_s);
+        EXPECT_EQ(boxes.pending(), 0) << name.toStdString();
+        EXPECT_NE(window.cursor().shape(), Qt::WaitCursor);
+        window.close();
+        waitUntilClosed(name);
+    }
+}
+
+TEST_F(Faults, APrinterThatIsGoneIsReported) {
+    setDefaultPrinterName([] { return u"no-such-printer"_s; });
+    printEverywhere([this] { boxes.tellBeginning(u"no-such-printer cannot be printed on: "_s); });
+    expectAllAsBefore();
+}
+
+TEST_F(Faults, APageThatCannotBeWrittenIsReportedAndLeavesTheOldOne) {
+    setDefaultPrinterName([] { return QString(); });
+    const QString page = fromPath(folder / "page.pdf");
+    setFileResponder([page](const FileQuestion&) { return page; });
+    writeFile(folder / "page.pdf", "old");
+    {
+        const FullDisk limit(100);
+        printEverywhere([&] { boxes.tellBeginning(page + u" cannot be written: there is no room"_s); });
+    }
+    EXPECT_EQ(readFile(folder / "page.pdf"), "old");
+    std::filesystem::permissions(folder / "page.pdf", std::filesystem::perms::owner_read);
+    printEverywhere([&] { boxes.tell(page + u" cannot be written: Permission denied"_s); });
+    EXPECT_EQ(readFile(folder / "page.pdf"), "old");
+    expectAllAsBefore();
 }
 
 TEST_F(Faults, AnEditorThatCannotBeStartedIsReported) {

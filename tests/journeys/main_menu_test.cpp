@@ -3,7 +3,9 @@
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "main.h"
+#include "plots/Chart2D.h"
 #include "support/ExpectedBoxes.h"
+#include "support/PlotWindow.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
@@ -100,6 +102,32 @@ TEST_F(MainMenu, ShowsThePlotsOneAtATime) {
     chooseItem(*main, u"mnuClear"_s);
     EXPECT_FALSE(main->findChild<QWidget*>(u"Chart2D1"_s)->isVisible());
     EXPECT_TRUE(main->lblInvitation->isVisible());
+}
+
+TEST_F(MainMenu, OpensEachPlotByTheCoordinateThatTheItemNames) {
+    const auto& map = *main->findChild<Chart2D*>(u"Chart2D4"_s);
+    chooseItem(*main, u"mnuX"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
+    chooseItem(*main, u"mnuY"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
+    const auto& lag = *main->findChild<Chart2D*>(u"Chart2D1"_s);
+    const auto lagHeader = [&](const QString& item) {
+        chooseItem(*main, item);
+        return lag.headerText();
+    };
+    EXPECT_EQ(lagHeader(u"mnuTrue_Dis"_s), u"Sample Distance Plot (True Distance)"_s);
+    EXPECT_EQ(lagHeader(u"mnuX_Dis"_s), u"Sample Distance Plot (By X)"_s);
+    EXPECT_EQ(lagHeader(u"mnuY_Dis"_s), u"Sample Distance Plot (By Y)"_s);
+}
+
+TEST_F(MainMenu, SaysHowManySitesAndRowsThereAreWhenThePlotsAreClosed) {
+    chooseItem(*main, u"mnuX"_s);
+    auto& profile = controlAs<Chart2D>(*main, u"Chart2D3"_s);
+    clickPoint(profile, 1, 2);
+    clickOn(*main, u"Command5"_s);
+    clickOn(*main, u"Command4"_s);
+    EXPECT_TRUE(main->lblInvitation->text().startsWith(u"5 sites in 2 rows\n"))
+        << main->lblInvitation->text().toStdString();
 }
 
 TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {

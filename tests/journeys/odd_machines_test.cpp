@@ -10,6 +10,7 @@
 #include "support/temporary_folder.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -47,6 +48,13 @@ void expectFits(const QWidget& window) {
     EXPECT_LE(least.height(), kSmallDisplay.height()) << window.objectName().toStdString();
 }
 
+void expectWithinItsScreen(const QWidget& window) {
+    const QRect screen = window.screen()->availableGeometry();
+    EXPECT_TRUE(screen.contains(window.frameGeometry()))
+        << window.objectName().toStdString() << " is " << window.width() << 'x' << window.height() << " at "
+        << window.x() << ", " << window.y() << " on " << screen.width() << 'x' << screen.height();
+}
+
 std::int64_t residentBytes() {
     std::ifstream statistics("/proc/self/statm");
     std::int64_t all = 0, resident = 0;
@@ -64,6 +72,7 @@ constexpr std::int64_t kMayGrow = 6 << 20;
 
 TEST_F(OddMachines, OfSmallDisplaysHaveRoomForEveryWindow) {
     expectFits(*main);
+    expectWithinItsScreen(*main);
     for (const QString& item :
          {u"mnuOpen"_s, u"mnuOpen2"_s, u"mnuSave"_s, u"mnuIDEW"_s, u"mnuData"_s, u"mnuAdjust"_s, u"mnuStat"_s,
           u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuHelpAbout"_s, u"mnuHmain1"_s}) {
@@ -73,6 +82,7 @@ TEST_F(OddMachines, OfSmallDisplaysHaveRoomForEveryWindow) {
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (!window->isVisible() || window == main.get() || !window->isWindow()) continue;
             expectFits(*window);
+            expectWithinItsScreen(*window);
             ++opened;
             window->close();
         }

@@ -11,7 +11,6 @@
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
 
-#include <QComboBox>
 #include <QDir>
 #include <QMessageBox>
 #include <QPushButton>
@@ -95,7 +94,7 @@ class Walkthrough {
         chooseItem(*main_, u"mnuIDEW"_s);
         QWidget& map = shownWindow(u"frmClip"_s);
         chooseItem(map, u"mnuFullMapTrue"_s);
-        controlAs<QComboBox>(map, u"comboRow"_s).setCurrentIndex(17);
+        pickItem(map, u"comboRow"_s, 17);
         keep(map, u"07-frmClip"_s);
         chooseItem(map, u"mnuZnw"_s);
         clickOn(map, u"cmdClipOn"_s);

@@ -338,6 +338,31 @@ TEST_F(Chart2DTest, PaleColoursHaveADarkOutline) {
     }
 }
 
+TEST_F(Chart2DTest, ThousandsOfSymbolsHaveHardEdgesUntilFewAreShown) {
+    std::vector<double> x, y;
+    for (int i = 0; i < 6000; ++i) {
+        x.push_back(i < 3000 ? 20 : 20 + i / 100.0);
+        y.push_back(20);
+    }
+    chart.replacePoints(kData, 1, x, y);
+    chart.setSymbolColour(kData, 1, 1);
+    show();
+    // Colours between that of the symbols and the paper, above the plot's middle where no axis is.
+    const auto softPixels = [&] {
+        const QImage image = chart.grab().toImage();
+        int count = 0;
+        for (int dy = -6; dy <= 6; ++dy) {
+            const QColor c = image.pixelColor(pixel(20, 20) + QPoint(-2, dy));
+            count += c != palette(1) && c != QColor(Qt::white);
+        }
+        return count;
+    };
+    EXPECT_EQ(softPixels(), 0);
+    EXPECT_EQ(chart.grab().toImage().pixelColor(pixel(20, 20)), palette(1));
+    chart.setPointCount(kData, 1, 1000);
+    EXPECT_GT(softPixels(), 0);
+}
+
 TEST_F(Chart2DTest, HighlightsAreRingsAroundTheDataBeneath) {
     addPoint(50, 25);
     chart.setSeriesCount(kHighlight, 1);
@@ -721,10 +746,9 @@ TEST(Chart2DScales, ChartAndPictureBoxHoldAtDisplayScalesOneAndAHalfAndTwo) {
     }
 }
 
-TEST_F(Chart2DTest, FindsAPointThatFellAfterTheSeriesWasDeclaredAscending) {
+TEST_F(Chart2DTest, FindsAPointWhereItIsNow) {
     for (int i = 1; i <= 40; ++i)
         addPoint(i * 2.0, 10);
-    chart.declareAscending(kData, 1);
     show();
     EXPECT_EQ(chart.nearestPoint(kData, pixel(20, 10)).point, 10);
     chart.setPoint(kData, 1, 40, 20, 10.5);

@@ -7,6 +7,7 @@
 #include "plots/frmClip.h"
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
+#include "support/UserDriver.h"
 
 #include <QImage>
 #include <QPointer>

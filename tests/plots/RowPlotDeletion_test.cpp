@@ -118,6 +118,16 @@ TEST_F(RowPlots, DisableWhatNeedsTwoRows) {
     EXPECT_FALSE(main.menuItem(u"mnuRow"_s)->isEnabled());
 }
 
+TEST_F(RowPlots, DisableWhatNeedsTwoRowsWhenASiteOfTheOnlyRowIsDeleted) {
+    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 1, 7, 7, 1}}));
+    EXPECT_TRUE(main.menuItem(u"mnuRow"_s)->isEnabled());
+    deletePoints({2});
+    expectRowShown(1);
+    expectSteps(false, false);
+    for (const QString& item : {u"mnuRow"_s, u"mnuDistance"_s, u"mnuGrid"_s, u"mnuData"_s, u"mnuStat"_s})
+        EXPECT_FALSE(main.menuItem(item)->isEnabled()) << item.toStdString();
+}
+
 TEST_F(RowPlots, EmptyTheOnlyRow) {
     openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}}));
     expectSteps(false, false);

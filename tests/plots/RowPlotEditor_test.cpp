@@ -2,6 +2,8 @@
 
 #include "support/RowPlots.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using Point = Chart2D::Point;
 using Axis = Chart2D::Axis;
@@ -11,6 +13,18 @@ TEST_F(RowPlots, AreHiddenUntilTheEditorIsOpened) {
     EXPECT_FALSE(profile.isVisible());
     EXPECT_FALSE(map.isVisible());
     EXPECT_FALSE(editor.EditorStarted);
+}
+
+TEST_F(RowPlots, HaveTheirTexts) {
+    const auto plain = [](QString text) { return text.remove(u'&'); };
+    EXPECT_EQ(editor.objectName(), u"Frame1"_s);
+    EXPECT_EQ(plain(editor.title()), u"Plotting Options"_s);
+    EXPECT_EQ(plain(editor.Option1->text()), u"Increment or Decrement Row Number"_s);
+    EXPECT_EQ(plain(editor.Option2->text()), u"Specify a Row Number"_s);
+    EXPECT_EQ(plain(editor.Command3->text()), u"Plot Row"_s);
+    EXPECT_EQ(plain(editor.Command4->text()), u"Finished"_s);
+    EXPECT_EQ(plain(editor.Command5->text()), u"Delete Site(s)"_s);
+    EXPECT_EQ(plain(editor.Command6->text()), u"Print"_s);
 }
 
 TEST_F(RowPlots, OpenAtRowOneByX) {
@@ -81,6 +95,21 @@ TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{110, 30}}));
 }
 
+TEST_F(RowPlots, FollowASurveyThatHasOneReadingLess) {
+    openByX(threeRowSurvey());
+    clickPoint(profile, 1, 2);
+    Survey survey = threeRowSurvey();
+    survey.TwoEMColumns = false;
+    openByX(survey);
+    EXPECT_EQ(profile.seriesCount(Chart2D::kData), 1);
+    clickPoint(profile, 1, 3);
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{3});
+    openByX(threeRowSurvey());
+    expectRowShown(1);
+    clickPoint(profile, 1, 3);
+    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 2) == std::vector<Point>({{120, 50}}));
+}
+
 TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
     std::vector<MadeSite> sites;
     for (int row = 1; row <= 250; ++row)
@@ -121,6 +150,77 @@ TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
     expectRange(map, Axis::X, -60, 340);
     expectRange(map, Axis::Y, -140, 260);
     EXPECT_EQ(map.headerText(), u"Sample Row Plot:  Row #2 (1 point)"_s);
+}
+
+namespace {
+
+// How often a widget has been hidden.
+class HideCount : public QObject {
+  public:
+    explicit HideCount(QWidget& widget) { widget.installEventFilter(this); }
+    int hidden = 0;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        hidden += event->type() == QEvent::Hide ? 1 : 0;
+        return false;
+    }
+};
+
+// How often the hourglass has come up on a window.
+class HourglassCount : public QObject {
+  public:
+    explicit HourglassCount(QWidget& window) : window_(window) { window.installEventFilter(this); }
+    int taken() { return std::exchange(shown_, 0); }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::CursorChange && window_.cursor().shape() == Qt::WaitCursor) ++shown_;
+        return false;
+    }
+
+  private:
+    QWidget& window_;
+    int shown_ = 0;
+};
+
+}  // namespace
+
+TEST_F(RowPlots, HideTheirFrameForAMomentWhenNoNumberWasTyped) {
+    openByX(threeRowSurvey());
+    click("Option2");
+    const HideCount frame(editor);
+    boxes.tell(u"Invalid Input: row number out of range"_s);
+    typeRow(u"9"_s);
+    click("Command3");
+    EXPECT_EQ(frame.hidden, 0);
+    boxes.tell(u"Invalid Input: you have to enter a numeric value"_s);
+    typeRow(u"nine"_s);
+    click("Command3");
+    EXPECT_EQ(frame.hidden, 1);
+    EXPECT_TRUE(editor.isVisible());
+}
+
+TEST_F(RowPlots, ShowTheHourglassWhileTheyAreDrawnOrCut) {
+    HourglassCount hourglass(main);
+    const auto expectHourglass = [&](const char* act) {
+        EXPECT_GE(hourglass.taken(), 1) << act;
+        EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor) << act;
+    };
+    openByX(threeRowSurvey());
+    expectHourglass("opening by X");
+    main.mnuY->trigger();
+    expectHourglass("opening by Y");
+    click("Command2");
+    expectHourglass("stepping forward");
+    click("Command1");
+    expectHourglass("stepping back");
+    typeRow(u"3"_s);
+    click("Command3");
+    expectHourglass("plotting a row");
+    clickPoint(map, 1, 2);
+    click("Command5");
+    expectHourglass("deleting");
 }
 
 TEST_F(RowPlots, StepByPageKeysFromAnywhereInTheEditor) {

@@ -84,6 +84,49 @@ TEST_F(RowPlots, SelectThreePixelsBesideAPoint) {
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
 }
 
+TEST_F(RowPlots, SelectNothingFourPixelsBesideAPoint) {
+    openByX(threeRowSurvey());
+    for (const QPoint beside : {QPoint(4, 0), QPoint(-4, 0), QPoint(0, 4), QPoint(0, -4)})
+        for (Chart2D* const chart : {&profile, &map}) {
+            pointAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
+            EXPECT_EQ(chart->footerText(), u"No Point Selected"_s);
+            clickAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
+            expectNothingSelected();
+        }
+}
+
+TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
+    openByX(threeRowSurvey());
+    profile.setAxisRange(Chart2D::Axis::X, 100, 142);
+    const QPoint beside = pixelOf(profile, Chart2D::kData, 1, 1) - QPoint(2, 0);
+    ASSERT_FALSE(profile.pixelToData(beside).inPlotArea);
+    ASSERT_LE(profile.nearestPoint(Chart2D::kData, beside).distance, 3);
+    pointAt(profile, beside);
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+    clickAt(profile, beside);
+    expectNothingSelected();
+}
+
+TEST_F(RowPlots, PointWithACrossAtAPointAndPlainlyElsewhere) {
+    openByX(threeRowSurvey());
+    const QPoint point = pixelOf(profile, Chart2D::kData, 1, 2);
+    pointAt(profile, point);
+    EXPECT_EQ(profile.cursor().shape(), Qt::CrossCursor);
+    main.setCursor(Qt::WaitCursor);
+    pointAt(profile, point + QPoint(0, 12));
+    EXPECT_EQ(profile.cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(RowPlots, ReadOutNothingOfARowThatHasJustBeenDrawn) {
+    openByX(threeRowSurvey());
+    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2));
+    pointAt(map, pixelOf(map, Chart2D::kData, 1, 2));
+    click("Command2");
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+    EXPECT_EQ(map.footerText(), u"No Point Selected"_s);
+}
+
 TEST_F(RowPlots, ForgetTheSelectionWithEveryNewRow) {
     openByX(threeRowSurvey());
     clickPoint(profile, 1, 4);

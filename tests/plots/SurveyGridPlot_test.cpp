@@ -6,6 +6,7 @@
 #include "plots/plot_limits.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
+#include "support/PointerAtShow.h"
 #include "support/made_survey.h"
 
 #include <QTest>
@@ -63,6 +64,25 @@ TEST_F(SurveyGrid, ShowsEverySiteInTheSeriesOfItsRow) {
     EXPECT_EQ(chart.headerText(), u"Sample Grid Plot"_s);
     EXPECT_EQ(chart.axisTitle(Axis::X), u"X (meters)"_s);
     EXPECT_EQ(chart.axisTitle(Axis::Y), u"Y (meters)"_s);
+    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(SurveyGrid, HasABoldHeaderOf12Points) {
+    plot(surveyOfRows(3));
+    const auto pictureWithHeaderOf = [this](double size, bool bold) {
+        chart.setHeaderFont(size, bold);
+        return chart.grab().toImage();
+    };
+    const QImage plotted = chart.grab().toImage();
+    EXPECT_NE(plotted, pictureWithHeaderOf(11, true));
+    EXPECT_NE(plotted, pictureWithHeaderOf(12, false));
+    EXPECT_EQ(plotted, pictureWithHeaderOf(12, true));
+}
+
+TEST_F(SurveyGrid, ShowsTheHourglassUntilItIsDrawn) {
+    const PointerAtShow pointer(main, chart);
+    plot(surveyOfRows(3));
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -141,5 +161,8 @@ TEST_F(SurveyGrid, ReadsOutTheSiteUnderThePointer) {
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));
     EXPECT_EQ(chart.footerText(), u"Row #2, UTM X = 200.00, UTM Y = 20.00"_s);
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3) + QPoint(20, 20));
+    EXPECT_EQ(chart.footerText(), QString());
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));
+    main.mnuGrid->trigger();  // a new plot has not been read yet
     EXPECT_EQ(chart.footerText(), QString());
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <random>
 
 namespace {
@@ -14,23 +15,38 @@ PixelMap unitMap() {
     return pixelMap(kArea, {0, 800}, {0, 600});
 }
 
-ChartSeries series(std::vector<double> x, std::vector<double> y) {
+ChartSeries series(const std::vector<double>& x, const std::vector<double>& y) {
     ChartSeries s;
-    s.x.insert(s.x.end(), x.begin(), x.end());
-    s.y.insert(s.y.end(), y.begin(), y.end());
+    s.points.assign(x, y);
     return s;
+}
+
+// Points along a way that turns at random, whole numbers for equal distances, with holes among them.
+ChartSeries wanderingSeries(std::mt19937& random, int count) {
+    std::uniform_int_distribution<int> step(-6, 6);
+    std::vector<double> x, y;
+    int atX = 400;
+    int atY = 300;
+    for (int i = 0; i < count; ++i) {
+        atX = std::clamp(atX + step(random), -50, 850);
+        atY = std::clamp(atY + step(random), -50, 650);
+        x.push_back(i % 500 == 17 ? kHole : atX);
+        y.push_back(i % 500 == 390 ? std::numeric_limits<double>::quiet_NaN() : atY);
+    }
+    return series(x, y);
 }
 
 // Every point in turn, the first of equally near ones.
 NearestPoint plainSearch(const std::vector<ChartSeries>& all, const PixelMap& map, double px, double py) {
     NearestPoint found{-1, -1, 1e9};
     for (std::size_t s = 0; s < all.size(); ++s)
-        for (std::size_t i = 0; i < all[s].x.size(); ++i) {
-            const double x = map.pixelX(all[s].x[i]);
-            const double y = map.pixelY(all[s].y[i]);
+        for (std::size_t i = 0; i < all[s].points.size(); ++i) {
+            const double dataX = all[s].points.x()[i];
+            const double dataY = all[s].points.y()[i];
+            const double x = map.pixelX(dataX);
+            const double y = map.pixelY(dataY);
             const double distance = std::sqrt((x - px) * (x - px) + (y - py) * (y - py));
-            if (isHole(all[s].x[i], all[s].y[i]) || !kArea.contains(x, y) || distance >= found.distance)
-                continue;
+            if (isHole(dataX, dataY) || !kArea.contains(x, y) || distance >= found.distance) continue;
             found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), distance};
         }
     return found;
@@ -106,53 +122,63 @@ TEST(ChartGeometry, HolesAndPointsOutsideThePlotAreaAreNeverNearest) {
     EXPECT_EQ(found.point, -1);
 }
 
-TEST(ChartGeometry, TheNearestPointAgreesWithAPlainSearch) {
-    std::mt19937 random(11);
-    std::uniform_real_distribution<double> place(-50, 850);
-    std::vector<ChartSeries> all(4);
-    for (ChartSeries& s : all)
-        for (int i = 0; i < 200; ++i)
-            s.x.push_back(place(random)), s.y.push_back(place(random));
-    const PixelMap map = unitMap();
-    for (int trial = 0; trial < 100; ++trial) {
-        const double px = place(random);
-        const double py = place(random);
-        double best = 1e9;
-        for (const ChartSeries& s : all)
-            for (std::size_t i = 1; i < s.x.size(); ++i)
-                if (kArea.contains(map.pixelX(s.x[i]), map.pixelY(s.y[i])))
-                    best = std::min(best, std::hypot(map.pixelX(s.x[i]) - px, map.pixelY(s.y[i]) - py));
-        EXPECT_DOUBLE_EQ(nearestPoint(all, map, px, py).distance, best);
-    }
-}
-
 TEST(ChartGeometry, TheNearestOfThousandsOfPointsIsTheFirstThatAPlainSearchFinds) {
     std::mt19937 random(12);
-    std::uniform_int_distribution<int> whole(0, 800);
-    for (const int count : {127, 128, 129, 5000, 10000}) {
-        std::vector<ChartSeries> all(2);
-        for (ChartSeries& s : all)
-            for (int i = 0; i < count; ++i) {
-                s.x.push_back(i % 50 == 0 ? kHole : whole(random));
-                s.y.push_back(whole(random) - 100);
+    for (const bool reversed : {false, true})
+        for (const int count : {0, 1, 127, 128, 129, 5000, 40000}) {
+            const std::vector<ChartSeries> all = {wanderingSeries(random, count),
+                                                  wanderingSeries(random, count)};
+            const PixelMap map = pixelMap(kArea, {0, 800, reversed}, {0, 600, false});
+            std::uniform_int_distribution<int> whole(0, 800);
+            for (int trial = 0; trial < 100; ++trial) {
+                const double px = whole(random) + 0.5;
+                const double py = whole(random) + 0.5;
+                const NearestPoint expected = plainSearch(all, map, px, py);
+                const NearestPoint found = nearestPoint(all, map, px, py);
+                ASSERT_EQ(found.series, expected.series) << count << ' ' << px << ' ' << py;
+                ASSERT_EQ(found.point, expected.point);
+                if (expected.series > 0) {
+                    ASSERT_DOUBLE_EQ(found.distance, expected.distance);
+                }
             }
-        const PixelMap map = unitMap();
-        for (int trial = 0; trial < 50; ++trial) {
-            const double px = whole(random);
-            const double py = whole(random);
-            const NearestPoint expected = plainSearch(all, map, px, py);
-            const NearestPoint found = nearestPoint(all, map, px, py);
-            EXPECT_EQ(found.series, expected.series);
-            EXPECT_EQ(found.point, expected.point);
-            EXPECT_DOUBLE_EQ(found.distance, expected.distance);
         }
+}
+
+TEST(ChartGeometry, NothingFartherAwayThanAskedForIsFound) {
+    const std::vector<ChartSeries> all = {series({100}, {100})};
+    const PixelMap map = unitMap();
+    EXPECT_EQ(nearestPoint(all, map, map.pixelX(104), map.pixelY(103), 5).point, 1);
+    EXPECT_EQ(nearestPoint(all, map, map.pixelX(104), map.pixelY(103), 4.99).point, -1);
+}
+
+TEST(ChartGeometry, WhatIsShownLiesInTheStretchesAndLittleElse) {
+    std::mt19937 random(14);
+    const PixelMap map = pixelMap(kArea, {300, 400}, {200, 260});
+    const ChartSeries s = wanderingSeries(random, 40000);
+    std::vector<bool> isInStretch(s.points.size());
+    std::size_t end = 0;
+    for (const PointStretch& stretch : stretchesShown(s.points, map)) {
+        EXPECT_LT(stretch.first, stretch.last);
+        EXPECT_TRUE(end == 0 || stretch.first > end);
+        end = stretch.last;
+        std::fill(isInStretch.begin() + static_cast<std::ptrdiff_t>(stretch.first),
+                  isInStretch.begin() + static_cast<std::ptrdiff_t>(end), true);
     }
+    std::size_t shown = 0;
+    for (std::size_t i = 0; i < s.points.size(); ++i) {
+        if (!kArea.contains(map.pixelX(s.points.x()[i]), map.pixelY(s.points.y()[i]))) continue;
+        ++shown;
+        EXPECT_TRUE(isInStretch[i]);
+    }
+    EXPECT_GT(shown, 100U);
+    EXPECT_LT(std::count(isInStretch.begin(), isInStretch.end(), true), 20000);
 }
 
 TEST(ChartGeometry, ASpikeAmongAMillionPointsIsKept) {
-    ChartSeries s;
+    std::vector<double> x, y;
     for (int i = 1; i < 1000000; ++i)
-        s.x.push_back(i), s.y.push_back(i == 654321 ? 590 : 10 + i % 7);
+        x.push_back(i), y.push_back(i == 654321 ? 590 : 10 + i % 7);
+    const ChartSeries s = series(x, y);
     const PixelMap map = pixelMap(kArea, {0, 1e6}, {0, 600});
     PixelLines lines;
     appendLines(s, map, 1, lines);
@@ -183,33 +209,53 @@ TEST(ChartGeometry, LinesAreCutOffAtThePlotAreaWithTheirSlope) {
         EXPECT_TRUE(kArea.contains(p.x, p.y));
 }
 
-TEST(ChartGeometry, TheNearestPointOfAscendingSeriesIsTheOneThatAPlainSearchFinds) {
-    std::mt19937 random(13);
-    std::uniform_int_distribution<int> whole(0, 800);
-    for (const bool reversed : {false, true})
-        for (const int count : {0, 1, 129, 6000}) {
-            std::vector<ChartSeries> all(2);
-            for (ChartSeries& s : all) {
-                for (int i = 0; i < count; ++i) {
-                    s.x.push_back(whole(random));
-                    s.y.push_back(whole(random));
-                }
-                std::sort(s.x.begin() + 1, s.x.end());
-                s.x.push_back(kHole);
-                s.y.push_back(kHole);
-                s.ascends = true;
-            }
-            const PixelMap map = pixelMap(kArea, {0, 800, reversed}, {0, 600, false});
-            for (int trial = 0; trial < 200; ++trial) {
-                const double px = whole(random) + 0.5;
-                const double py = whole(random) + 0.5;
-                const NearestPoint expected = plainSearch(all, map, px, py);
-                const NearestPoint found = nearestPoint(all, map, px, py);
-                ASSERT_EQ(found.series, expected.series) << count << ' ' << px << ' ' << py;
-                ASSERT_EQ(found.point, expected.point);
-                if (expected.series > 0) {
-                    ASSERT_DOUBLE_EQ(found.distance, expected.distance);
-                }
-            }
-        }
+namespace {
+
+// The lowest and the highest place of each pixel column that lines pass through.
+std::map<int, std::pair<double, double>> columnsOf(const PixelLines& lines) {
+    std::map<int, std::pair<double, double>> columns;
+    for (const PixelPoint& p : lines.points) {
+        auto& [low, high] = columns.try_emplace(static_cast<int>(p.x), p.y, p.y).first->second;
+        low = std::min(low, p.y);
+        high = std::max(high, p.y);
+    }
+    return columns;
+}
+
+}  // namespace
+
+TEST(ChartGeometry, TheLineThroughManyPointsReachesWhatEachColumnReaches) {
+    std::mt19937 random(15);
+    std::normal_distribution<double> reading(300, 60);
+    const int count = 100000;
+    const PixelMap map = pixelMap(kArea, {0, count}, {0, 600});
+    std::vector<double> x, y;
+    std::map<int, std::pair<double, double>> expected;
+    for (int i = 1; i < count; ++i) {
+        x.push_back(i);
+        y.push_back(i % 9973 == 0 ? kHole : std::clamp(reading(random), 1.0, 599.0));
+        if (y.back() == kHole) continue;
+        const double pixel = map.pixelY(y.back());
+        auto& [low, high] = expected.try_emplace(static_cast<int>(map.pixelX(i)), pixel, pixel).first->second;
+        low = std::min(low, pixel);
+        high = std::max(high, pixel);
+    }
+    PixelLines lines;
+    appendLines(series(x, y), map, 1, lines);
+    EXPECT_EQ(columnsOf(lines), expected);
+    EXPECT_EQ(lines.pieces.size(), 11U);
+    for (std::size_t i = 1; i < lines.points.size(); ++i)
+        EXPECT_GE(lines.points[i].x, lines.points[i - 1].x - 1);
+}
+
+TEST(ChartGeometry, TheLineEndsAtTheLastPoint) {
+    std::vector<double> x, y;
+    for (int i = 1; i <= 2048; ++i)
+        x.push_back(i), y.push_back(300 + i % 5);
+    y.back() = 302.5;
+    const PixelMap map = pixelMap(kArea, {0, 4096}, {0, 600});
+    PixelLines lines;
+    appendLines(series(x, y), map, 1, lines);
+    ASSERT_FALSE(lines.points.empty());
+    EXPECT_EQ(lines.points.back(), (PixelPoint{map.pixelX(2048), map.pixelY(302.5)}));
 }

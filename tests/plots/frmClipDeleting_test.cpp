@@ -39,6 +39,32 @@ TEST_F(ClipWindow, RestoresOnYesOnly) {
     EXPECT_EQ(boxes.pending(), 0);
 }
 
+TEST_F(ClipWindow, HasNothingToRestoreOrDeleteAfterClippingWithoutAMask) {
+    openOnFullMap();
+    maskAndFinish(5, 125, 15, 95);
+    boxes.ask(true, kRestoreQuestion);
+    boxes.tell(kRecovered);
+    choose(u"mnuRecover"_s);
+    click(window->cmdClipOn);
+    expectState(kClipping, 0, 0);
+    click(window->cmdClipOff);
+    expectState(kBrowsing, 0, 0);
+}
+
+TEST_F(ClipWindow, KeepsTheExtentOfTheMapWhenSitesAtItsEdgeAreDeleted) {
+    openOnFullMap();
+    maskAndDelete(-1, 125, 15, 95);
+    EXPECT_EQ(dotAt(20, 110), colour(kBlue));
+    EXPECT_EQ(dotAt(30, 110), colour(kBlue));
+    choose(u"mnuZe13"_s);
+    EXPECT_EQ(dotAt(30, 110), colour(kBlue));
+    choose(u"mnuFullMapMax"_s);  // takes the extent of the sites that are left: X from 20 to 30
+    for (const double mapX : {0.0, 1.0})
+        EXPECT_EQ(picture().pixel(pixel(mapX, 0.5)) & 0xFFFFFFU, colour(kBlue));
+    moveTo(pixel(0.5, 0.5));
+    EXPECT_NEAR(window->txtXloc->text().toDouble(), 25, 0.1);
+}
+
 TEST_F(ClipWindow, DeletesOnYesOnly) {
     openOnFullMap();
     maskAndFinish(5, 125, 15, 95);
@@ -103,6 +129,18 @@ TEST_F(ClipWindow, ClosesWithoutAWordWhenNothingIsMaskedOrDeleted) {
     expectSurvey();
 }
 
+TEST_F(ClipWindow, LeavesRowNumbersWithAGapAloneWhenNothingWasDeleted) {
+    for (SiteIndex i = 4; i < 8; ++i)
+        theSurvey().SiteData(kRow, i) = 7;
+    openOnFullMap();
+    maskAndFinish(5, 125, 15, 95);
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+    EXPECT_TRUE(window.isNull());
+    expectSurvey();
+    EXPECT_EQ(theSurvey().NumRows, 3);
+}
+
 TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
     openOnFullMap();
     maskAndFinish(5, 125, 15, 95);
@@ -162,7 +200,7 @@ TEST_F(ClipWindow, DeclaresTheRowsLostEvenWhenTheClosingIsCancelled) {
     openOnFullMap();
     maskAndDelete(-1, 105, 35, 95);
     maskAndFinish(-5, 125, 5, 115);
-    window->comboRow->setCurrentIndex(3);
+    pickItem(*window, u"comboRow"_s, 3);
     boxes.ask(false, kExitQuestion);
     boxes.tell(kRowsLost);
     closeWindow();

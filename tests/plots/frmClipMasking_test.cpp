@@ -90,6 +90,17 @@ TEST_F(ClipWindow, TakesTheSecondCornerFromTheLastMoveNotFromTheClick) {
     expectState(kClipping, 1, 0);
 }
 
+TEST_F(ClipWindow, MasksNothingWithTwoPressesThatNoMoveDivides) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    mask(-1, 121, 5, 115);  // its corners must not be those of the next one
+    expectState(kClipping, 1, 0);
+    const QPointF place = window->picMapZoom->toScale(pixelOfSite(31, 120.8));
+    window->picMapZoom_MouseDown(place.x(), place.y());
+    window->picMapZoom_MouseDown(place.x(), place.y());
+    expectState(kClipping, 1, 0);
+}
+
 TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
     openOnFullMap();
     click(window->cmdClipOn);
@@ -118,6 +129,39 @@ TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
     EXPECT_TRUE(shows(kLightYellow));  // until the map is drawn again
     choose(u"mnuFullMapMax"_s);
     EXPECT_FALSE(shows(kLightYellow));
+}
+
+namespace {
+
+// What a label says each time that a widget is painted.
+class TextAtPaint : public QObject {
+  public:
+    TextAtPaint(QWidget& painted, const QLabel& label) : label_(label) { painted.installEventFilter(this); }
+    QStringList texts;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) texts << label_.text();
+        return false;
+    }
+
+  private:
+    const QLabel& label_;
+};
+
+}  // namespace
+
+TEST_F(ClipWindow, ShowsTheRectangleBeforeItsSitesAreMasked) {
+    openOnFullMap();
+    click(window->cmdClipOn);
+    moveTo(pixelOfSite(5, 115));
+    press(pixelOfSite(5, 115));
+    moveTo(pixelOfSite(15, 105));
+    QCoreApplication::processEvents();
+    const TextAtPaint paints(*window->picMapZoom, *window->lblMS);
+    press(pixelOfSite(15, 105));
+    EXPECT_EQ(paints.texts, QStringList{u"0"_s});
+    expectState(kClipping, 1, 0);
 }
 
 TEST_F(ClipWindow, CountsNoSiteTwice) {

@@ -1,3 +1,4 @@
+#include "app/CaptionColour.h"
 #include "plots/ClipWindow.h"
 
 #include <QMap>
@@ -165,9 +166,36 @@ TEST_F(ClipWindow, ReadsOutThePlaceBelowThePointer) {
     EXPECT_EQ(window->txtYloc->text(), QString::number(y, 'f', 5));
 }
 
+TEST_F(ClipWindow, ShowsTheSelectedFormatLightBlue) {
+    open();
+    choose(u"mnuFullMapMax"_s);
+    const auto expectSelected = [this](const QRadioButton* selected) {
+        for (const QRadioButton* option : {window->optUTM, window->optLL})
+            EXPECT_EQ(option->palette().color(QPalette::Active, QPalette::WindowText),
+                      captionColour(option == selected ? kLightBlue : kBlack, *option))
+                << option->objectName().toStdString();
+    };
+    expectSelected(window->optUTM);
+    QTest::mouseClick(window->optLL, Qt::LeftButton, Qt::NoModifier, {8, window->optLL->height() / 2});
+    expectSelected(window->optLL);
+    QTest::mouseClick(window->optUTM, Qt::LeftButton, Qt::NoModifier, {8, window->optUTM->height() / 2});
+    expectSelected(window->optUTM);
+}
+
+TEST_F(ClipWindow, DrawsDotsTwoPixelsWide) {
+    openOnFullMap();
+    const QImage image = picture();
+    const QPoint place = pixelOfSite(10, 110);
+    int blue = 0;
+    for (int row = place.y() - 6; row <= place.y() + 6; ++row)
+        for (int column = place.x() - 6; column <= place.x() + 6; ++column)
+            blue += (image.pixel(column, row) & 0xFFFFFFU) == colour(kBlue) ? 1 : 0;
+    EXPECT_EQ(blue, 4 * image.devicePixelRatio() * image.devicePixelRatio());
+}
+
 TEST_F(ClipWindow, HighlightsTheRowOfTheChosenNumber) {
     openOnFullMap();
-    window->comboRow->setCurrentIndex(3);
+    pickItem(*window, u"comboRow"_s, 3);
     EXPECT_EQ(window->comboRow->currentText(), u"3"_s);
     for (const Record& site : expected)
         EXPECT_EQ(dotAt(site[0], site[1]), site[4] == 3 ? colour(kRed) : colour(kBlue));
@@ -175,7 +203,27 @@ TEST_F(ClipWindow, HighlightsTheRowOfTheChosenNumber) {
     choose(u"mnuFullMapMax"_s);
     EXPECT_EQ(dotAt(10, 120), 0xFFFFFFU);
     EXPECT_EQ(dotAt(20, 120), colour(kRed));
-    window->comboRow->setCurrentIndex(0);
+    pickItem(*window, u"comboRow"_s, 0);
+    EXPECT_FALSE(shows(kRed));
+}
+
+TEST_F(ClipWindow, DrawsTheMapAnewWhenTheSameRowIsChosenOnceMore) {
+    openOnFullMap();
+    maskAndFinish(5, 125, 15, 95);
+    for (const int row : {0, 2, 2}) {
+        window->picMapZoom->fillRectangle(0.4, 0.4, 0.6, 0.6, kLightYellow);
+        ASSERT_TRUE(shows(kLightYellow));
+        pickItem(*window, u"comboRow"_s, row);
+        EXPECT_FALSE(shows(kLightYellow)) << row;
+    }
+}
+
+TEST_F(ClipWindow, HighlightsNothingWithNoneNotEvenSitesWithoutARow) {
+    for (SiteIndex i = 4; i < 8; ++i)
+        theSurvey().SiteData(kRow, i) = 0;
+    openOnFullMap();
+    EXPECT_FALSE(shows(kRed));
+    pickItem(*window, u"comboRow"_s, 0);
     EXPECT_FALSE(shows(kRed));
 }
 
@@ -184,9 +232,9 @@ TEST_F(ClipWindow, PutsTheHighlightedRowOnTopOfTheOthers) {
         theSurvey().SiteData(kY, i + 4) = 100;
     Calculate_Distance(theSurvey());
     openOnFullMap();
-    window->comboRow->setCurrentIndex(1);
+    pickItem(*window, u"comboRow"_s, 1);
     EXPECT_EQ(dotAt(10, 100), colour(kRed));
-    window->comboRow->setCurrentIndex(2);
+    pickItem(*window, u"comboRow"_s, 2);
     EXPECT_EQ(dotAt(10, 100), colour(kRed));
 }
 

@@ -159,6 +159,8 @@ TEST_F(RowDialog, HasItsTextsAndNames) {
     EXPECT_EQ(plain(dialog_->Option5->text()), u"Specify Y distance value (for E-W runs)"_s);
     EXPECT_EQ(dialog_->lblRecalculate->text(), u"Recalculate row numbering using a new distance value:"_s);
     EXPECT_EQ(dialog_->lblRecalculate->toolTip(), u"Function to specify new distance value"_s);
+    for (const QRadioButton* option : {dialog_->Option3, dialog_->Option4, dialog_->Option5})
+        EXPECT_EQ(option->toolTip(), u"Function to specify new distance value"_s);
     EXPECT_EQ(plain(dialog_->Command2->text()), u"Cancel"_s);
     EXPECT_EQ(plain(dialog_->cmdHelp->text()), u"Help"_s);
 }
@@ -388,6 +390,17 @@ TEST_F(RowDialog, ReportsDistancesThatAreTooLargeAndChangesNothing) {
     EXPECT_EQ(theSurvey().DistanceMode, 3);
     EXPECT_EQ(changed_->count(), 0);
     EXPECT_TRUE(dialog_->isVisible());
+}
+
+TEST_F(RowDialog, OpensAnewWhereDeletingARowLeavesADistanceTooLarge) {
+    theSurvey() = surveyWithRows({{0, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
+    ExpectedBoxes boxes;
+    enter(dialog_->Option2, u"2"_s);
+    boxes.tell(u"Overflow"_s);
+    press();
+    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 2}));
+    EXPECT_EQ(changed_->count(), 1);
+    expectJustOpened();
 }
 
 TEST_F(RowDialog, SaysWhenTheSurveyHasMeanwhileBeenEmptied) {

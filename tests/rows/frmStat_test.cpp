@@ -56,6 +56,10 @@ TEST(RowStatisticsWindow, HasItsTextsAndNames) {
     const frmStat window;
     EXPECT_EQ(window.objectName(), u"frmStat"_s);
     EXPECT_EQ(window.windowTitle(), u"Row Statistics"_s);
+    QMainWindow asDesigned;
+    Ui::frmStat design;
+    design.setupUi(&asDesigned);
+    EXPECT_EQ(design.lblInfo->text(), u"Total # of detected rows = XX"_s);
     EXPECT_EQ(window.Stats->objectName(), u"Stats"_s);
     EXPECT_EQ(window.optDSA->text().remove(u'&'), u"absolute (use for UTM's)"_s);
     EXPECT_EQ(window.optDSR->text().remove(u'&'), u"relative (use for Lat/Long)"_s);
@@ -122,6 +126,18 @@ TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
     EXPECT_EQ(theSurvey().NumPoints, points);
     EXPECT_EQ(theSurvey().NumRows, 3);
     EXPECT_TRUE(sitesIn(theSurvey()) == before);
+}
+
+TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
+    std::vector<RowSite> sites(500);
+    for (std::size_t i = 0; i < sites.size(); ++i)
+        sites[i].row = static_cast<double>(i / 2 + 1);
+    theSurvey() = surveyWithRows(sites);
+    theSurvey().NumPoints.fill(0);
+    const frmStat window;
+    EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 250"_s);
+    EXPECT_EQ(theSurvey().RowIndex, 250);
+    EXPECT_EQ(theSurvey().NumPoints[250], 2);
 }
 
 TEST(RowStatisticsWindow, ShowsMoreRunsThanRowsCanBeHeld) {

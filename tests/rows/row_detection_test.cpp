@@ -23,6 +23,15 @@ Survey surveyOfPairs(int rows) {
     return surveyAlongX(gaps, 10);
 }
 
+// Rows of three sites with gaps of 1 m everywhere, numbered as a file may number them.
+Survey surveyOfRowsOfAFile(int rows) {
+    Survey survey = surveyAlongX(std::vector<double>(static_cast<std::size_t>(3 * rows - 1), 1), 10);
+    for (SiteIndex i = 0; i < survey.NumSites; ++i)
+        survey.SiteData(kRow, i) = static_cast<double>(i / 3 + 1);
+    survey.NumRows = survey.RowIndex = rows;
+    return survey;
+}
+
 // The rows as the rules have them, step by step; the row counter's last value. `maximum` is the largest
 // distance.
 int assignLiterally(Survey& survey, double& maximum) {
@@ -232,9 +241,19 @@ TEST(RowDetection, Refuses251RowsAndLeavesLaterSitesAlone) {
 }
 
 TEST(RowDetection, RowsThatAFileBringsAreUsableBeyondTheLimit) {
-    Survey survey;
+    EXPECT_FALSE(rowsAreUsable(Survey{}));
+    EXPECT_TRUE(rowsAreUsable(surveyOfRowsOfAFile(300)));
+}
+
+// Where the row counter stops at 251 it agrees with a row count of 251.
+TEST(RowDetection, ThatIsRefusedLeavesNoUsableRowsOfAFileWith251) {
+    Survey survey = surveyOfRowsOfAFile(251);
+    EXPECT_TRUE(rowsAreUsable(survey));
+    survey.MinDistance = 0.5;
+    EXPECT_EQ(Assign_Row(survey), RowDetection::TooManyRows);
     EXPECT_FALSE(rowsAreUsable(survey));
-    survey.NumRows = survey.RowIndex = 300;
+    survey.MinDistance = 1000;
+    Assign_Row(survey);
     EXPECT_TRUE(rowsAreUsable(survey));
 }
 

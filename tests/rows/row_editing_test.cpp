@@ -102,6 +102,16 @@ TEST(JoiningRows, TheLastTwoLeavesOneRowFewer) {
     EXPECT_EQ(survey.NumRows, 3);
 }
 
+TEST(EditingRows, TakesTheNumberOfRowsFromTheLastSite) {
+    Survey survey = fourRows();
+    survey.NumRows = 77;
+    Joint_Row(survey, 1, 2);
+    EXPECT_EQ(survey.NumRows, 3);
+    survey.NumRows = 77;
+    Delete_Row(survey, 1);
+    EXPECT_EQ(survey.NumRows, 2);
+}
+
 TEST(JoiningRows, MovesNoSite) {
     Survey survey = fourRows();
     std::vector<RowSite> expected = sitesIn(survey);
@@ -169,6 +179,15 @@ TEST(DeletingARow, WorksWithoutSiteNumbersAndSecondReading) {
     EXPECT_EQ(survey.NumSites, 4);
     EXPECT_EQ(survey.SiteData(kEM1, 0), 12);
     EXPECT_TRUE(survey.SiteID.empty());
+}
+
+TEST(DeletingARow, ThatLeavesADistanceTooLargeForADoubleIsDoneAndReported) {
+    Survey survey = surveyWithRows(
+        {{0, 0, 1, 1, 1}, {1, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {1e154, 9, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
+    EXPECT_THROW(Delete_Row(survey, 2), RunTimeError);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
+    EXPECT_EQ(survey.NumRows, 2);
+    EXPECT_EQ(survey.NumPoints[2], 1);
 }
 
 TEST(EditingRows, AgreesWithTheLiteralRulesOnRandomSurveys) {

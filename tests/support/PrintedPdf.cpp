@@ -58,6 +58,14 @@ QRectF PrintedPdf::find(const QString& word, double top) const {
     return {};
 }
 
+QString PrintedPdf::fonts() const {
+    const QString table = QString::fromUtf8(run(u"pdffonts"_s, {fromPath(folder_ / "page.pdf")}));
+    QStringList names;
+    for (const QString& line : table.split(u'\n', Qt::SkipEmptyParts).mid(2))  // below the table's head
+        names << line.section(u' ', 0, 0);
+    return names.join(u'\n');
+}
+
 QImage PrintedPdf::picture() const {
     const QString base = fromPath(folder_ / "page");
     const QString resolution = QString::number(72 * kPixelsPerPoint);

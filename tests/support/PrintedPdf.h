@@ -34,6 +34,8 @@ class PrintedPdf {
     /// The printable area, kPixelsPerPoint pixels for a point.
     QImage picture() const;
     static constexpr int kPixelsPerPoint = 2;
+    /// The names of the page's fonts, one a line.
+    QString fonts() const;
     /// The printable area (points, from the corner of the page).
     static QRectF printableArea();
 

@@ -1,9 +1,11 @@
 #include "support/UserDriver.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QRadioButton>
@@ -64,6 +66,15 @@ void clickOn(QWidget& window, const QString& name) {
     const bool markAtLeft = qobject_cast<QRadioButton*>(&widget) || qobject_cast<QCheckBox*>(&widget);
     const QPoint where = markAtLeft ? QPoint(8, widget.height() / 2) : widget.rect().center();
     QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, where);
+}
+
+void pickItem(QWidget& window, const QString& name, int index) {
+    auto& box = controlAs<QComboBox>(window, name);
+    if (!box.isEnabled()) throw DriverError("disabled control: " + name.toStdString());
+    if (index >= box.count()) throw DriverError("no such item: " + name.toStdString());
+    box.showPopup();
+    box.view()->setCurrentIndex(box.model()->index(index, box.modelColumn()));
+    QTest::keyClick(box.view(), Qt::Key_Return);
 }
 
 void typeInto(QWidget& window, const QString& name, const QString& text) {

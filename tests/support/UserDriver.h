@@ -35,5 +35,7 @@ Widget& controlAs(QWidget& window, const QString& name) {
 
 /// Clicks the middle of a control (an option button or a check box on its mark).
 void clickOn(QWidget& window, const QString& name);
+/// Opens a combo box and chooses an item by its index, also the one that is chosen already.
+void pickItem(QWidget& window, const QString& name, int index);
 /// Replaces what stands in a box by typing.
 void typeInto(QWidget& window, const QString& name, const QString& text);

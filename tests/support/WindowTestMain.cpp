@@ -3,11 +3,28 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cstdio>
+
+namespace {
+
+// A language that the machine does not have is silently none: whoever wants one asks for it here too.
+bool hasLanguage(const char* wanted) {
+    return wanted == nullptr || std::string_view(wanted) == std::setlocale(LC_ALL, nullptr);
+}
+
+}  // namespace
+
 // The windows' tests run without a display; whoever wants to watch sets QT_QPA_PLATFORM.
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     Application application(argc, argv);
     Application::setStyle(QStringLiteral("Fusion"));
+    const char* const language = std::getenv("TESSEL_TEST_LANGUAGE");
+    if (!hasLanguage(language)) {
+        std::fprintf(stderr, "the language %s is not in force\n", language);
+        return EXIT_FAILURE;
+    }
     return RUN_ALL_TESTS();
 }

@@ -1,8 +1,9 @@
 #include "support/plain_survey.h"
 
 #include <algorithm>
+#include <charconv>
+#include <clocale>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 double PlainSurvey::distance(std::size_t i) const {
@@ -105,7 +106,7 @@ bool validatePlainRows(PlainSurvey& survey) {
 std::string plainNumber(double value) {
     if (value == 0) return " 0 ";
     std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "%.14e", std::abs(value));
+    std::to_chars(text.begin(), text.end() - 1, std::abs(value), std::chars_format::scientific, 14);
     const std::string scientific = text.data();
     const int exponent = std::atoi(scientific.c_str() + scientific.find('e') + 1);
     std::string digits = scientific.substr(0, 1);
@@ -157,8 +158,9 @@ bool plainNumeric(const std::string& text, double& value) {
     if (first == std::string::npos) return false;
     const std::string number = text.substr(first, text.find_last_not_of(" \t") - first + 1);
     if (number.find_first_not_of("0123456789+-.eE") != std::string::npos) return false;
+    static const locale_t withPoints = ::newlocale(LC_ALL_MASK, "C", nullptr);
     char* end = nullptr;
-    value = std::strtod(number.c_str(), &end);
+    value = ::strtod_l(number.c_str(), &end, withPoints);
     return *end == '\0' && std::isfinite(value);
 }
 

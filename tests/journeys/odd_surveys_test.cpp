@@ -1,0 +1,166 @@
+// Odd sensor files on their way through the whole program: imported, looked at in every view, and exported.
+#include "app/FileDialogs.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "support/ExpectedBoxes.h"
+#include "support/Journeys.h"
+#include "support/UserDriver.h"
+#include "support/made_survey.h"
+#include "support/temporary_folder.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <tuple>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kFolder = std::string(TESSEL_SOURCE_DIR) + "/tests/import/data/odd_input/";
+const QString kReportTitle = u"VARN-Tesl File Import Message"_s;
+
+// Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111".
+TrimbleEntries entries(const std::string& file) {
+    return {fromPath(file),     u"50"_s, {u"1"_s, u"4"_s}, {u"6"_s, u"13"_s}, {u"15"_s, u"22"_s},
+            {u"24"_s, u"31"_s}, {}};
+}
+
+QString report(int sites, int rejected) {
+    const QString counts =
+        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
+        u"containing non-numeric or invalid numeric values."_s.arg(sites)
+            .arg(rejected);
+    if (rejected == 0) return counts;
+    return counts + u"\n\nPlease refer to the error_log.dat text file for more details."_s;
+}
+
+class OddSurveys : public testing::Test {
+  protected:
+    OddSurveys() {
+        theSurvey() = Survey{};
+        theSession() = Session{};
+        theSession().AppDir = TESSEL_SOURCE_DIR;
+        theSession().DataDir = folder.path();
+        main = createProgram();
+        main->show();
+    }
+    ~OddSurveys() override { setFileResponder({}); }
+
+    void import(const std::string& file, int sites, int rejected) {
+        boxes.tell(report(sites, rejected), kReportTitle);
+        importTrimbleFile(*main, entries(file));
+        EXPECT_EQ(theSurvey().NumSites, sites);
+    }
+
+    // No view may complain, or end the program.
+    void lookAtEverything() {
+        for (const char16_t* item : {u"mnuX", u"mnuY", u"mnuGrid", u"mnuTrue_Dis", u"mnuX_Dis", u"mnuY_Dis",
+                                     u"mnuStat", u"mnuHist", u"mnuIDEW", u"mnuData", u"mnuAdjust"}) {
+            SCOPED_TRACE(QString::fromUtf16(item).toStdString());
+            chooseItem(*main, QString::fromUtf16(item));
+            EXPECT_FALSE(main->grab().isNull());
+            for (QWidget* window : QApplication::topLevelWidgets())
+                if (window->isVisible() && window != main.get() && window->isWindow()) {
+                    EXPECT_FALSE(window->grab().isNull());
+                    window->close();
+                }
+            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    }
+
+    void exportAndCount() {
+        const QString out = fromPath(folder / "out.txt");
+        boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
+        exportTransectFile(*main, out);
+        const std::string lines = readFile(folder / "out.txt");
+        EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), theSurvey().NumSites);
+    }
+
+    TemporaryFolder folder;
+    ExpectedBoxes boxes;
+    std::unique_ptr<frmMain> main;
+};
+
+}  // namespace
+
+TEST_F(OddSurveys, GoAllTheWay) {
+    const std::tuple<const char*, int, int> files[] = {{"one_line_without_end.dat", 1, 0},
+                                                       {"carriage_returns_alone.dat", 4, 0},
+                                                       {"line_feeds_alone.dat", 4, 0},
+                                                       {"mixed_line_ends.dat", 4, 0},
+                                                       {"byte_order_mark.dat", 4, 0},
+                                                       {"latin1_and_utf8_text.dat", 2, 1},
+                                                       {"nul_bytes.dat", 2, 1},
+                                                       {"fields_cut_by_line_end.dat", 1, 3},
+                                                       {"fields_behind_line_end.dat", 1, 2},
+                                                       {"number_forms.dat", 6, 6},
+                                                       {"all_at_one_place.dat", 30, 0},
+                                                       {"missing_fixes_at_zero.dat", 11, 0},
+                                                       {"negative_coordinates_only.dat", 5, 0},
+                                                       {"rows_250.dat", 500, 0},
+                                                       {"rows_of_one_site.dat", 20, 0}};
+    for (const auto& [name, sites, rejected] : files) {
+        SCOPED_TRACE(name);
+        import(kFolder + name, sites, rejected);
+        lookAtEverything();
+        exportAndCount();
+    }
+}
+
+TEST_F(OddSurveys, WithoutASiteLeaveNothingToLookAtAndGiveAnEmptyFile) {
+    for (const auto& [name, rejected] : {std::pair{"empty.dat", 0}, {"binary_logger_file.dat", 17}}) {
+        SCOPED_TRACE(name);
+        import(kFolder + name, 0, rejected);
+        EXPECT_THROW(chooseItem(*main, u"mnuX"_s), DriverError);
+        exportAndCount();
+    }
+}
+
+TEST_F(OddSurveys, OfOneRowTooManyAreToldAndExportedOnlyWhenTheUserSaysSo) {
+    boxes.tell(report(502, 0), kReportTitle);
+    boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
+    importTrimbleFile(*main, entries(kFolder + "rows_251.dat"));
+    shownWindow(u"frmDataEdit"_s).close();
+    EXPECT_EQ(theSurvey().NumSites, 502);
+    exportAndCount();
+}
+
+TEST_F(OddSurveys, WhoseDistancesOverflowAreToldAndLeaveTheSurvey) {
+    import(kFolder + "rows_250.dat", 500, 0);
+    const Survey before = theSurvey();
+    boxes.tell(u"Overflow"_s);
+    importTrimbleFile(*main, entries(kFolder + "coordinates_of_1e300.dat"));
+    expectSameSurvey(theSurvey(), before);
+    lookAtEverything();
+    exportAndCount();
+}
+
+TEST_F(OddSurveys, OfALineOfAHundredMegabytesAreShownAndRead) {
+    constexpr std::size_t kLength = 100'000'000;
+    writeFile(folder / "survey.dat", "   1 10000000 20000000       12 " + std::string(kLength, 'x') + "\r\n" +
+                                         std::string(kLength, 'y'));
+    import(folder / "survey.dat", 1, 1);
+    EXPECT_EQ(fs::file_size(folder / "error_log.dat"),
+              kLength + std::string("Line # 2   -> non-numeric site ID\r\n").size());
+    lookAtEverything();
+    exportAndCount();
+}
+
+TEST_F(OddSurveys, OfThreeMillionSitesGoAllTheWay) {
+    constexpr int kSites = 3'000'000;
+    std::string bytes;
+    for (int i = 0; i < kSites; ++i)
+        bytes.append("   1 1").append(std::to_string(1'000'000 + i)).append(" 20000000       12\n");
+    writeFile(folder / "survey.dat", bytes);
+    import(folder / "survey.dat", kSites, 0);
+    EXPECT_EQ(theSurvey().NumRows, 1);
+    lookAtEverything();
+    exportAndCount();
+}

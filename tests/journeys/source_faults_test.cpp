@@ -1,0 +1,191 @@
+// What happens to a sensor file while the program has it in its hands, through the real windows of both
+// imports: they say what, where and why, and the survey and the error log stay as they were.
+#include "app/FileDialogs.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "support/ExpectedBoxes.h"
+#include "support/Journeys.h"
+#include "support/UserDriver.h"
+#include "support/made_survey.h"
+#include "support/reads.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+enum class Import { Trimble, Generic };
+
+// Enough lines to be read in several blocks, for both imports.
+constexpr int kSites = 40'000;
+
+std::string sensorLines(int sites) {
+    std::string bytes;
+    for (int i = 0; i < sites; ++i)
+        bytes += std::to_string(1'000'000 + i) + " 2000000      12\r\n";
+    return bytes;
+}
+
+bool makeSocket(const std::string& path) {
+    sockaddr_un address{AF_UNIX, {}};
+    if (path.size() >= sizeof address.sun_path) return false;
+    path.copy(address.sun_path, path.size());
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    const bool made = ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socket);
+    return made;
+}
+
+class SourceFaults : public testing::TestWithParam<Import> {
+  protected:
+    SourceFaults() {
+        theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
+        theSession() = Session{};
+        theSession().AppDir = theSession().DataDir = folder.path();
+        main = createProgram();
+        main->menusFollow(MenuEvent::SitesImported);
+        main->show();
+        before = theSurvey();
+        writeFile(file, sensorLines(kSites));
+        writeFile(folder / "error_log.dat", "the last import's log");
+    }
+    ~SourceFaults() override { setFileResponder({}); }
+
+    // Fills the windows of the import in, lets `meanwhile` happen, and clicks for the last time.
+    void import(const std::function<void()>& meanwhile) {
+        GetParam() == Import::Trimble ? importTrimble(meanwhile) : importGeneric(meanwhile);
+    }
+    void importTrimble(const std::function<void()>& meanwhile) {
+        const TrimbleEntries entries{fromPath(file),     u"20"_s, {}, {u"1"_s, u"7"_s}, {u"9"_s, u"15"_s},
+                                     {u"17"_s, u"24"_s}, {}};
+        importTrimbleFile(*main, entries, [&](const QWidget& window) {
+            if (window.objectName() == u"frmIniDisplay"_s) meanwhile();
+        });
+    }
+    void importGeneric(const std::function<void()>& meanwhile) {
+        chooseItem(*main, u"mnuOpen2"_s);
+        QWidget& window = shownWindow(u"frmGeneric"_s);
+        typeInto(window, u"txtGFile"_s, fromPath(file));
+        clickOn(window, u"optCF_4"_s);
+        meanwhile();
+        clickOn(window, u"cmdImport"_s);
+        if (window.isVisible()) clickOn(window, u"cmdCancel"_s);
+        waitUntilClosed(u"frmGeneric"_s);
+    }
+    // The same, with something that happens before one of the readings.
+    void importAnd(int reading, const std::function<void(int)>& act) {
+        std::optional<BeforeReading> moment;
+        import([&] { moment.emplace(reading, act);
+    });
+    EXPECT_TRUE(moment && moment->happened());
+}
+
+    void expectReason(const QString& reason) {
+    boxes.tell(fromPath(file) + u" cannot be read: "_s + reason);
+}
+void expectReport(int sites) {
+    if (GetParam() == Import::Trimble)
+        boxes.tell(
+            u"There are  %1 valid records in this file.\n\nThere are  0 records in this file\n"
+            u"containing non-numeric or invalid numeric values."_s.arg(sites),
+            u"VARN-Tesl File Import Message"_s);
+    else
+        boxes.tell(u"There are %1 valid records in this file."_s.arg(sites),
+                   u"VARN-Tessel File Import Message"_s);
+}
+
+// Survey and log are those of before, and the program goes on: what failed works when nothing is wrong.
+void expectAllAsBefore() {
+    EXPECT_EQ(boxes.pending(), 0);
+    expectSameSurvey(theSurvey(), before);
+    EXPECT_EQ(readFile(folder / "error_log.dat"), "the last import's log");
+    EXPECT_NE(main->cursor().shape(), Qt::WaitCursor);
+    fs::remove(file);
+    writeFile(file, sensorLines(7));
+    expectReport(7);
+    import([]{});
+    EXPECT_EQ(theSurvey().NumSites, 7);
+}
+
+TemporaryFolder folder;
+const std::string file = folder / "survey.dat";
+ExpectedBoxes boxes;
+std::unique_ptr<frmMain> main;
+Survey before;
+};  // namespace
+
+}  // namespace
+
+TEST_P(SourceFaults, AFileThatShrinksWhileItIsReadIsReported) {
+    expectReason(u"it has become shorter meanwhile"_s);
+    importAnd(3, [&](int) { fs::resize_file(file, 1000); });
+    expectAllAsBefore();
+}
+
+TEST_P(SourceFaults, AFileThatIsEmptiedAsItIsOpenedIsReported) {
+    expectReason(u"it has become shorter meanwhile"_s);
+    importAnd(1, [&](int) { fs::resize_file(file, 0); });
+    expectAllAsBefore();
+}
+
+TEST_P(SourceFaults, ACardThatIsPulledOutWhileItIsReadIsReported) {
+    expectReason(u"Input/output error"_s);
+    importAnd(2, [](int descriptor) { breakDevice(descriptor); });
+    expectAllAsBefore();
+}
+
+TEST_P(SourceFaults, ACardThatCannotBeReadAtAllIsReported) {
+    expectReason(u"Input/output error"_s);
+    importAnd(1, [](int descriptor) { breakDevice(descriptor); });
+    expectAllAsBefore();
+}
+
+// Who holds a file open keeps it.
+TEST_P(SourceFaults, AFileThatIsDeletedOrReplacedWhileItIsReadIsReadToItsEnd) {
+    expectReport(kSites);
+    importAnd(2, [&](int) { fs::remove(file); });
+    EXPECT_EQ(theSurvey().NumSites, kSites);
+    writeFile(file, sensorLines(kSites));
+    expectReport(kSites);
+    importAnd(2, [&](int) {
+        writeFile(folder / "other.dat", "no number anywhere");
+        fs::rename(folder / "other.dat", file);
+    });
+    EXPECT_EQ(theSurvey().NumSites, kSites);
+}
+
+TEST_P(SourceFaults, AFileThatTurnsIntoADeviceAPipeOrASocketIsRefused) {
+    const auto importWhenItHasTurned = [this](const std::function<void()>& turn) {
+        import([&] {
+            fs::remove(file);
+        turn();
+        });
+    fs::remove(file);
+    writeFile(file, sensorLines(kSites));
+};
+expectReason(u"it is not a regular file"_s);
+importWhenItHasTurned([&] { fs::create_symlink("/dev/zero", file); });
+expectReason(u"it is not a regular file"_s);
+importWhenItHasTurned([&] { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); });
+boxes.tell(fromPath(file) + u" cannot be opened: No such device or address"_s);
+importWhenItHasTurned([&] { ASSERT_TRUE(makeSocket(file)); });
+expectAllAsBefore();
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, SourceFaults, testing::Values(Import::Trimble, Import::Generic),
+                         [](const auto& kind) {
+                             return kind.param == Import::Trimble ? "TheTrimbleImport" : "TheGenericImport";
+                         });

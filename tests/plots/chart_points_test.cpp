@@ -1,0 +1,132 @@
+#include "plots/chart_points.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+namespace {
+
+ChartPoints numbered(std::size_t count) {
+    std::vector<double> x, y;
+    for (std::size_t i = 1; i <= count; ++i) {
+        x.push_back(static_cast<double>(i));
+        y.push_back(-static_cast<double>(i));
+    }
+    ChartPoints points;
+    points.assign(x, y);
+    return points;
+}
+
+// What a box must be, point by point.
+void expectBox(const ChartPoints& points, std::size_t block) {
+    const ChartPoints::Box& box = points.boxes()[block];
+    const std::size_t first = block * ChartPoints::kBlock;
+    double left = 1e300, right = -1e300, bottom = 1e300, top = -1e300;
+    bool isWhole = true;
+    for (std::size_t i = first; i < std::min(points.size(), first + ChartPoints::kBlock); ++i) {
+        const double x = points.x()[i];
+        const double y = points.y()[i];
+        if (isHole(x, y)) {
+            isWhole = false;
+            continue;
+        }
+        left = std::min(left, x), right = std::max(right, x);
+        bottom = std::min(bottom, y), top = std::max(top, y);
+    }
+    EXPECT_EQ(box.isWhole, isWhole) << block;
+    if (left > right) {
+        EXPECT_GT(box.left, box.right);
+        return;
+    }
+    EXPECT_EQ(box.left, left) << block;
+    EXPECT_EQ(box.right, right) << block;
+    EXPECT_EQ(box.bottom, bottom) << block;
+    EXPECT_EQ(box.top, top) << block;
+}
+
+}  // namespace
+
+TEST(ChartPoints, BeginsWithPointZeroAsAHole) {
+    const ChartPoints points;
+    ASSERT_EQ(points.size(), 1U);
+    EXPECT_TRUE(isHole(points.x()[0], points.y()[0]));
+    ASSERT_EQ(points.boxes().size(), 1U);
+    EXPECT_FALSE(points.boxes()[0].isWhole);
+}
+
+TEST(ChartPoints, FurtherPointsAreHolesAndFewerDropTheLast) {
+    ChartPoints points = numbered(3);
+    points.resize(6);
+    EXPECT_EQ(points.x()[3], 3);
+    EXPECT_TRUE(isHole(points.x()[4], points.y()[4]));
+    points.resize(2);
+    EXPECT_EQ(points.size(), 2U);
+    EXPECT_EQ(points.boxes()[0].right, 1);
+}
+
+TEST(ChartPoints, BoxesLieAroundTheirPointsWhateverTheseAre) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> place(-1e6, 1e6);
+    const std::vector<double> odd = {kHole,
+                                     -kHole,
+                                     1.7e308,
+                                     std::numeric_limits<double>::infinity(),
+                                     -std::numeric_limits<double>::infinity(),
+                                     std::numeric_limits<double>::quiet_NaN()};
+    for (const std::size_t count : {1U, 127U, 128U, 129U, 4000U}) {
+        ChartPoints points;
+        points.resize(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const bool isOdd = i >= 512 && i % 77 == 0;
+            const double x = isOdd && i % 2 == 0 ? odd[i % odd.size()] : place(random);
+            const double y = isOdd && i % 2 == 1 ? odd[i % odd.size()] : place(random);
+            points.set(i, {&x, 1}, {&y, 1});
+        }
+        ASSERT_EQ(points.boxes().size(), (count + 127) / 128);
+        for (std::size_t block = 0; block < points.boxes().size(); ++block)
+            expectBox(points, block);
+    }
+}
+
+TEST(ChartPoints, BoxesFollowEveryChange) {
+    ChartPoints points = numbered(300);
+    EXPECT_EQ(points.boxes().back().right, 300);
+    const double far = 1000;
+    points.set(290, {&far, 1}, {&far, 1});
+    EXPECT_EQ(points.boxes().back().right, 1000);
+    EXPECT_EQ(points.boxes().back().top, 1000);
+    points.resize(289);
+    EXPECT_EQ(points.boxes().back().right, 288);
+    points = numbered(5);
+    EXPECT_EQ(points.boxes().back().right, 5);
+}
+
+TEST(ChartPoints, AVisitComesByTheBlocksThatMatterInTheirOrder) {
+    const ChartPoints points = numbered(1000000);
+    std::vector<std::size_t> firsts;
+    std::size_t asked = 0;
+    points.visit(
+        [&](const ChartPoints::Box& box) {
+            ++asked;
+            return (box.left <= 500000 && box.right >= 500000) || (box.left <= 900000 && box.right >= 900000);
+        },
+        [&](std::size_t first, std::size_t last) {
+            firsts.push_back(first);
+            EXPECT_EQ(last, first + ChartPoints::kBlock);
+        });
+    EXPECT_EQ(firsts, (std::vector<std::size_t>{499968, 899968}));
+    EXPECT_LT(asked, 150U);
+}
+
+TEST(ChartPoints, AVisitReachesTheLastPointWhateverTheirNumber) {
+    for (const std::size_t count : {0U, 1U, 127U, 128U, 2047U, 2048U, 2049U, 32768U, 32767U}) {
+        std::size_t next = 0;
+        numbered(count).visit([](const ChartPoints::Box&) { return true; },
+                              [&](std::size_t first, std::size_t last) {
+                                  EXPECT_EQ(first, next);
+                                  next = last;
+                              });
+        EXPECT_EQ(next, count + 1);
+    }
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QEvent>
+#include <QObject>
+#include <QWidget>
+
+/// Notices which pointer a window has at the moment at which another widget appears: that of an action in the
+/// midst of its work.
+class PointerAtShow : public QObject {
+  public:
+    PointerAtShow(QWidget& window, QWidget& appearing) : window_(window) {
+        appearing.installEventFilter(this);
+    }
+
+    /// Qt::BlankCursor as long as nothing has appeared.
+    Qt::CursorShape shape() const { return shape_; }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Show) shape_ = window_.cursor().shape();
+        return false;
+    }
+
+  private:
+    QWidget& window_;
+    Qt::CursorShape shape_ = Qt::BlankCursor;
+};

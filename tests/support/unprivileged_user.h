@@ -1,0 +1,19 @@
+#pragma once
+
+#include <sys/types.h>
+#include <vector>
+
+/// While the object lives, this process is a user to whom nothing is open that is not open to everybody. Root
+/// could write into a read-only folder and read what nobody may read; tests of these need somebody else.
+/// Whoever is not root stays who he is.
+class UnprivilegedUser {
+  public:
+    UnprivilegedUser();
+    ~UnprivilegedUser();
+    UnprivilegedUser(const UnprivilegedUser&) = delete;
+    UnprivilegedUser& operator=(const UnprivilegedUser&) = delete;
+
+  private:
+    bool wasRoot_;
+    std::vector<gid_t> groups_;
+};
