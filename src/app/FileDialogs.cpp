@@ -20,6 +20,7 @@ QString showOnScreen(QWidget* parent, const FileQuestion& question) {
     dialog.setFileMode(question.toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(nameFilters(question.filter));
+    dialog.setDefaultSuffix(question.suffix);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     return dialog.selectedFiles().constFirst();
 }
@@ -31,11 +32,11 @@ QString respond(QWidget* parent, const FileQuestion& question) {
 }  // namespace
 
 QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter) {
-    return respond(parent, {caption, filter, false});
+    return respond(parent, {caption, filter, false, {}});
 }
 
-QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter) {
-    return respond(parent, {caption, filter, true});
+QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter, const QString& suffix) {
+    return respond(parent, {caption, filter, true, suffix});
 }
 
 void setFileResponder(FileResponder responder) {

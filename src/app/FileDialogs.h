@@ -14,14 +14,16 @@ struct FileQuestion {
     QString caption;
     QString filter;
     bool toSave = false;
+    QString suffix;
 };
 
 /// Asks for an existing file; empty when cancelled. Symbolic links count as what they point to.
 QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter);
 
 /// Asks for a file to write, and whether an existing one may be replaced; empty when cancelled. The name is
-/// what was typed: no extension is added.
-QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter);
+/// what was typed; a suffix ("pdf") is only added to a name without one, and only if one is given.
+QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter,
+                    const QString& suffix = {});
 
 /// Takes the place of the dialog on the screen: gives the path, or nothing for Cancel.
 using FileResponder = std::function<QString(const FileQuestion&)>;

@@ -65,8 +65,9 @@ bool printPage(QWidget* parent, const QString& documentName, const PageDrawing& 
     const QString name = defaultPrinterName()();
     QString path;
     if (name.isEmpty()) {
-        path = askSaveFile(parent, QStringLiteral("No printer is installed: print to a PDF file"),
-                           QStringLiteral("PDF Files (*.pdf)|*.pdf|All Files (*.*)|*"));
+        path =
+            askSaveFile(parent, QStringLiteral("No printer is installed: print to a PDF file"),
+                        QStringLiteral("PDF Files (*.pdf)|*.pdf|All Files (*.*)|*"), QStringLiteral("pdf"));
         if (path.isEmpty()) return false;
     }
     QPrinter printer(QPrinter::HighResolution);

@@ -2,7 +2,8 @@
 
 class QWidget;
 
-// How windows come up. Both show the window, raise it, and delete it when it is closed.
+// How windows come up. Both show the window, raise it, and delete it when it is closed; the keyboard then
+// goes on in the window above it.
 
 /// For windows that edit the survey or depend on its staying as it is: blocks the main window's hierarchy,
 /// while the help viewer, which has no parent, can be read and used. The window needs the main window, or a

@@ -4,6 +4,7 @@
 #include "app/Guarded.h"
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
+#include "app/OptionButtons.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
 #include "app/run_time_error.h"
@@ -84,6 +85,7 @@ void RowPlotEditor::joinControls() {
     connect(Text1, &QLineEdit::returnPressed, Command3, &QPushButton::click);
     colourWhileChecked(*Option1);
     colourWhileChecked(*Option2);
+    tabToChosenOptions(*this);
     for (QWidget* const control : findChildren<QWidget*>())
         control->installEventFilter(this);
     main_.installEventFilter(this);
@@ -244,7 +246,6 @@ void RowPlotEditor::Command3_Click() {
 }
 
 void RowPlotEditor::Command4_Click() {
-    main_.menusFollow(MenuEvent::RowEditorFinished);
     hide();
     Chart2D3->hide();
     Chart2D4->hide();
@@ -252,6 +253,8 @@ void RowPlotEditor::Command4_Click() {
 }
 
 void RowPlotEditor::closeEditor() {
+    // However it ends: what has become a single row can be told apart into rows in the row dialog only.
+    if (EditorStarted && theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::RowEditorFinished);
     EditorStarted = false;
     selection_.clear();
     cursor_ = 0;

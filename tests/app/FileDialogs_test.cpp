@@ -88,6 +88,16 @@ TEST(FileDialogs, AddNoExtensionToANameThatWasTyped) {
     }
 }
 
+TEST(FileDialogs, AddASuffixThatIsGivenToANameWithoutOne) {
+    TemporaryFolder folder;
+    for (const QString& typed : {u"page"_s, u"page.pdf"_s}) {
+        const DialogTypist typist(fromPath(folder / typed.toStdString()));
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"pdf"_s).toStdString(), folder / "page.pdf");
+    }
+    const DialogTypist typist(fromPath(folder / "page.other"));
+    EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"pdf"_s).toStdString(), folder / "page.other");
+}
+
 TEST(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
     TemporaryFolder folder;
     writeFile(folder / "out.txt", "x");

@@ -118,6 +118,24 @@ TEST_F(RowPlots, DisableWhatNeedsTwoRows) {
     EXPECT_FALSE(main.menuItem(u"mnuRow"_s)->isEnabled());
 }
 
+TEST_F(RowPlots, GiveTheRowDialogBackToASingleRowHoweverTheyAreLeft) {
+    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 90, 7, 7, 2}}));
+    click("Command2");
+    deletePoints({1});
+    EXPECT_FALSE(main.menuItem(u"mnuData"_s)->isEnabled());
+    main.mnuClear->trigger();
+    EXPECT_TRUE(main.menuItem(u"mnuData"_s)->isEnabled());
+    EXPECT_FALSE(main.menuItem(u"mnuRow"_s)->isEnabled());
+}
+
+TEST_F(RowPlots, GiveNothingBackToASurveyWithoutSites) {
+    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}}));
+    theSurvey().NumSites = 0;
+    main.menuItem(u"mnuData"_s)->setEnabled(false);
+    main.mnuClear->trigger();
+    EXPECT_FALSE(main.menuItem(u"mnuData"_s)->isEnabled());
+}
+
 TEST_F(RowPlots, DisableWhatNeedsTwoRowsWhenASiteOfTheOnlyRowIsDeleted) {
     openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 1, 7, 7, 1}}));
     EXPECT_TRUE(main.menuItem(u"mnuRow"_s)->isEnabled());

@@ -204,6 +204,7 @@ void RandomSession::setMenus(bool enabled, const std::vector<std::string>& items
 }
 
 void RandomSession::plotsHidden() {
+    if (editing_ && !survey_.sites.empty()) setMenus(true, {"mnuData"});
     chart_.clear();
     editing_ = false;
     picked_.clear();

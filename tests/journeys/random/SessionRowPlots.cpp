@@ -276,5 +276,4 @@ void RandomSession::deletePoints() {
 void RandomSession::finishRowPlots() {
     clickOn(*editor_, u"Command4"_s);
     plotsHidden();
-    setMenus(true, {"mnuData"});
 }

@@ -1,0 +1,88 @@
+#include "app/Windows.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPointer>
+#include <QRadioButton>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A box above three option buttons, beside a window that owns it.
+class ShownWindow : public testing::Test {
+  protected:
+    ShownWindow() {
+        owner.move(600, 0);
+        owner.show();
+        auto* const column = new QVBoxLayout(window);
+        column->addWidget(box);
+        for (QRadioButton*& option : options)
+            column->addWidget(option = new QRadioButton(u"one of them"_s));
+    }
+
+    void show() {
+        showBeside(window);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        box->setFocus();
+    }
+
+    void pressTab() { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); }
+
+    QWidget owner;
+    QWidget* const window = new QWidget(&owner, Qt::Window);
+    QLineEdit* const box = new QLineEdit;
+    std::array<QRadioButton*, 3> options{};
+};
+
+}  // namespace
+
+TEST_F(ShownWindow, IsReachedWithTabAtTheChosenOptionAndGoesOnWithArrows) {
+    options[1]->setChecked(true);
+    show();
+    pressTab();
+    EXPECT_TRUE(options[1]->hasFocus());
+    QTest::keyClick(options[1], Qt::Key_Down);
+    EXPECT_TRUE(options[2]->hasFocus());
+    EXPECT_TRUE(options[2]->isChecked());
+}
+
+TEST_F(ShownWindow, IsReachedWithTabAtTheOptionThatTheProgramHasChosenSince) {
+    options[1]->setChecked(true);
+    show();
+    options[2]->setChecked(true);
+    pressTab();
+    EXPECT_TRUE(options[2]->hasFocus());
+    pressTab();
+    EXPECT_TRUE(box->hasFocus());
+}
+
+TEST_F(ShownWindow, IsReachedWithTabAtTheFirstOptionWhileNoneIsChosen) {
+    show();
+    pressTab();
+    EXPECT_TRUE(options[0]->hasFocus());
+}
+
+TEST_F(ShownWindow, LeavesTheKeyboardToItsOwnerWhenItCloses) {
+    show();
+    const QPointer<QWidget> closed(window);
+    window->close();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return closed.isNull(); }));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&owner));
+}
+
+TEST_F(ShownWindow, DoesNotTakeTheKeyboardFromTheWindowThatFollowsIt) {
+    show();
+    auto* const next = new QWidget(&owner, Qt::Window);
+    next->move(0, 400);
+    const QPointer<QWidget> closed(window);
+    window->close();
+    showModal(next);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return closed.isNull(); }));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(next));
+}
