@@ -238,7 +238,13 @@ TEST_F(GenericFile, MayHaveRowsThatGrowByOne) {
 }
 
 TEST_F(GenericFile, WhoseRowsAreOutOfOrderIsReadButRefused) {
-    for (const auto& rows : {std::vector<double>{1, 2, 4}, {1, 2, 1}, {1, 0}, {1, 1, 3}}) {
+    for (const auto& rows : {std::vector<double>{1, 2, 4},
+                             {1, 2, 1},
+                             {1, 0},
+                             {1, 1, 3},
+                             {1, 2, 3, 1},
+                             {1, 2, 3, 4, 2},
+                             {1, -1}}) {
         const auto result = importRows(rows);
         EXPECT_EQ(result.rowCheck, RowCheck::NotSequential);
         EXPECT_EQ(result.survey.NumSites, static_cast<SiteIndex>(rows.size()));

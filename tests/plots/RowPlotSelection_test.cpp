@@ -95,6 +95,19 @@ TEST_F(RowPlots, SelectNothingFourPixelsBesideAPoint) {
         }
 }
 
+TEST_F(RowPlots, SelectNothingMoreBesideThePointsOnceSomeAreSelected) {
+    openByX(threeRowSurvey());
+    clickPoint(profile, 1, 4);
+    clickPoint(profile, 2, 2);
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{4});
+    for (Chart2D* const chart : {&profile, &map})
+        for (const int pixels : {4, 10, 29})
+            for (const QPoint side : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+                clickAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + pixels * side);
+                EXPECT_EQ(selected(), std::vector<SiteIndex>{4});
+            }
+}
+
 TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
     openByX(threeRowSurvey());
     profile.setAxisRange(Chart2D::Axis::X, 100, 142);

@@ -156,6 +156,17 @@ TEST_F(SurveyGrid, OfMoreRowsThanCanBeCountedIsRefused) {
     EXPECT_FALSE(chart.isVisible());
 }
 
+TEST_F(SurveyGrid, ReadsOutASiteTwoPixelsAwayAndNoneFourPixelsAway) {
+    plot(surveyOfRows(3));
+    const QPoint site = pixelOf(chart, Chart2D::kData, 2, 2);
+    for (const QPoint side : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+        pointAt(chart, site + 2 * side);
+        EXPECT_EQ(chart.footerText(), u"Row #2, UTM X = 100.00, UTM Y = 20.00"_s);
+        pointAt(chart, site + 4 * side);
+        EXPECT_EQ(chart.footerText(), QString());
+    }
+}
+
 TEST_F(SurveyGrid, ReadsOutTheSiteUnderThePointer) {
     plot(surveyOfRows(3));
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));

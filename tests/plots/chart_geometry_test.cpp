@@ -174,6 +174,33 @@ TEST(ChartGeometry, WhatIsShownLiesInTheStretchesAndLittleElse) {
     EXPECT_LT(std::count(isInStretch.begin(), isInStretch.end(), true), 20000);
 }
 
+TEST(ChartGeometry, WhatIsShownWhollyIsOneStretchFromTheFirstPointToTheLast) {
+    for (const std::size_t count : {1U, 127U, 128U, 2047U, 2048U, 40000U}) {
+        const std::vector<double> middle(count, 300);
+        const auto stretches = stretchesShown(series(middle, middle).points, unitMap());
+        ASSERT_EQ(stretches.size(), 1U) << count;
+        EXPECT_EQ(stretches[0].first, 0U);
+        EXPECT_EQ(stretches[0].last, count + 1);
+    }
+}
+
+TEST(ChartGeometry, OnlyTheFirstOrTheLastBlockMayBeShown) {
+    std::vector<double> place(1023, -500);
+    const auto onlyStretch = [&](std::size_t point) {
+        place[point - 1] = 300;
+        const auto stretches = stretchesShown(series(place, place).points, unitMap());
+        place[point - 1] = -500;
+        EXPECT_EQ(stretches.size(), 1U) << point;
+        return stretches.empty() ? std::pair<std::size_t, std::size_t>{}
+                                 : std::pair{stretches[0].first, stretches[0].last};
+    };
+    using Ends = std::pair<std::size_t, std::size_t>;
+    EXPECT_EQ(onlyStretch(1), (Ends{0, 128}));
+    EXPECT_EQ(onlyStretch(127), (Ends{0, 128}));
+    EXPECT_EQ(onlyStretch(896), (Ends{896, 1024}));
+    EXPECT_EQ(onlyStretch(1023), (Ends{896, 1024}));
+}
+
 TEST(ChartGeometry, ASpikeAmongAMillionPointsIsKept) {
     std::vector<double> x, y;
     for (int i = 1; i < 1000000; ++i)

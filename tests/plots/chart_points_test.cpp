@@ -119,6 +119,45 @@ TEST(ChartPoints, AVisitComesByTheBlocksThatMatterInTheirOrder) {
     EXPECT_LT(asked, 150U);
 }
 
+TEST(ChartPoints, AVisitBeginsWithFewBoxesWhateverTheNumberOfPoints) {
+    for (const std::size_t count : {2047U, 2048U, 32767U, 32768U, 524288U, 1000000U}) {
+        std::size_t asked = 0;
+        numbered(count).visit(
+            [&](const ChartPoints::Box&) {
+                ++asked;
+                return false;
+            },
+            [](std::size_t, std::size_t) { ADD_FAILURE(); });
+        EXPECT_GT(asked, 0U) << count;
+        EXPECT_LE(asked, ChartPoints::kFan) << count;
+    }
+}
+
+TEST(ChartPoints, LargerBoxesReachAsFarAsThePointsInThem) {
+    const std::size_t count = 40000;
+    const std::vector<double> zeros(count);
+    // Point 40000 ends a block, and larger blocks, that are shorter than the others.
+    for (const std::size_t point : {1U, 200U, 32767U, 32768U, 39999U, 40000U}) {
+        ChartPoints points;
+        points.assign(zeros, zeros);
+        const auto expectFound = [&](const auto& matters) {
+            std::vector<std::size_t> blocks;
+            points.visit(matters, [&](std::size_t first, std::size_t) { blocks.push_back(first / 128); });
+            EXPECT_EQ(blocks, std::vector<std::size_t>{point / 128}) << point;
+        };
+        const auto move = [&](double x, double y) { points.set(point, {&x, 1}, {&y, 1}); };
+        move(-1, -2);
+        expectFound([](const ChartPoints::Box& box) { return box.left <= -1; });
+        expectFound([](const ChartPoints::Box& box) { return box.bottom <= -2; });
+        move(3, 4);
+        expectFound([](const ChartPoints::Box& box) { return box.right >= 3; });
+        expectFound([](const ChartPoints::Box& box) { return box.top >= 4; });
+        points.set(0, {zeros.data(), 1}, {zeros.data(), 1});
+        move(kHole, 0);
+        expectFound([](const ChartPoints::Box& box) { return !box.isWhole; });
+    }
+}
+
 TEST(ChartPoints, AVisitReachesTheLastPointWhateverTheirNumber) {
     for (const std::size_t count : {0U, 1U, 127U, 128U, 2047U, 2048U, 2049U, 32768U, 32767U}) {
         std::size_t next = 0;

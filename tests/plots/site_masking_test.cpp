@@ -135,6 +135,18 @@ TEST(Masking, LeavesASiteExactlyOnAnEdgeUnmaskedInAllFourDirections) {
         }
 }
 
+TEST(Masking, TakesASiteHoweverLittleInsideAnEdge) {
+    const double aboveOne = std::nextafter(1, 2);
+    const double belowThree = std::nextafter(3, 2);
+    const Survey survey =
+        surveyAt({{0, 0}, {4, 4}, {aboveOne, 2}, {belowThree, 2}, {2, aboveOne}, {2, belowThree}});
+    const MapExtent extent = SetMapScale(survey, false);  // 0..4, so that 0.25 and 0.75 are 1 and 3
+    SiteMaskArray mask = maskFor(survey);
+    double y1 = 0.25, y2 = 0.75;
+    EXPECT_EQ(MaskSites(survey, extent, mask, 0.25, y1, 0.75, y2), 4);
+    EXPECT_EQ(mask, (SiteMaskArray{0, 0, 1, 1, 1, 1}));
+}
+
 TEST(Masking, OverwritesTheYArgumentsWithNorthAndSouthInSurveyUnits) {
     const Survey survey = surveyAt({{0, 100}, {4, 500}});
     const MapExtent extent = SetMapScale(survey, false);
