@@ -1,6 +1,7 @@
 #include "app/TextEditor.h"
 
 #include "app/FileDialogs.h"
+#include "app/MessageBox.h"
 #include "app/editor_settings.h"
 #include "app/run_time_error.h"
 #include "app/survey.h"
@@ -11,16 +12,45 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <unistd.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+/// What the desktop's opener ends with when nothing has been opened.
+enum OpenerResult { kNoSuchFile = 2, kNoTool = 3, kActionFailed = 4 };
 
 bool startProgram(const EditorCommand& command) {
     return QProcess::startDetached(command.program, command.arguments);
 }
 
+RunTimeError noApplication(const std::string& path) {
+    return RunTimeError::file(path, "cannot be opened",
+                              "no text editor has been set and the desktop has no application for it");
+}
+
+// The desktop's opener says only at its end that it has found no application. It may be the application by
+// then, and is not to end with this program: nobody owns the process.
+bool startDesktopOpener(const QString& opener, const QString& path) {
+    auto* const process = new QProcess;
+    QObject::connect(process, &QProcess::finished, process, [process, path](int code) {
+        process->deleteLater();
+        if (code >= kNoSuchFile && code <= kActionFailed)
+            tell(nullptr, QString::fromStdString(noApplication(toPath(path)).description()));
+    });
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->setChildProcessModifier([] { ::setsid(); });
+    process->start(opener, {path});
+    return process->waitForStarted();
+}
+
 bool openOnDesktop(const QString& path) {
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    const QString opener = QStandardPaths::findExecutable(u"xdg-open"_s);
+    return opener.isEmpty() ? QDesktopServices::openUrl(QUrl::fromLocalFile(path))
+                            : startDesktopOpener(opener, path);
 }
 
 ProgramStarter& currentStarter() {
@@ -65,8 +95,7 @@ void startTextEditor(const std::string& path) {
     EditorCommand command = splitEditorCommand(editor);
     if (command.program.isEmpty() && isFallbackEditor(editor)) {
         if (currentOpener()(fromPath(path))) return;
-        throw RunTimeError::file(path, "cannot be opened",
-                                 "no text editor has been set and the desktop has no application for it");
+        throw noApplication(path);
     }
     const std::string name = editor.trimmed().toStdString();
     if (command.program.isEmpty())

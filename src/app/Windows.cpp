@@ -3,6 +3,7 @@
 #include "app/OptionButtons.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QWidget>
 
 #include <algorithm>
@@ -19,10 +20,22 @@ void returnFocus(QWidget* owner) {
     if (!hasWindow && !QApplication::activeWindow()) owner->activateWindow();
 }
 
+// The library places dialogs; other windows come up wherever the window system likes, even beyond the edge of
+// the screen.
+void placeOver(const QWidget& owner, QWidget& window) {
+    if (!owner.isVisible() || window.isVisible() || window.inherits("QDialog")) return;
+    const bool hasSize = window.testAttribute(Qt::WA_Resized) || !window.sizeHint().isValid();
+    const QSize size = hasSize ? window.size() : window.sizeHint();
+    window.setGeometry(placedOver(owner.geometry(), size, owner.screen()->availableGeometry()));
+}
+
 }  // namespace
 
 void showModal(QWidget* window) {
     window->setWindowModality(Qt::WindowModal);
+    // Window systems keep only dialogs above the window that they block; a map is to be enlarged all the
+    // same.
+    window->setWindowFlags(window->windowFlags() | Qt::Dialog | Qt::WindowMinMaxButtonsHint);
     showBeside(window);
 }
 
@@ -30,11 +43,23 @@ void showBeside(QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);
     tabToChosenOptions(*window);
     // Later, when an owner that is being destroyed together with the window is no more.
-    if (QWidget* const owner = window->parentWidget())
+    if (QWidget* const owner = window->parentWidget()) {
+        placeOver(*owner->window(), *window);
         QObject::connect(
             window, &QObject::destroyed, owner, [owner] { returnFocus(owner->window()); },
             Qt::QueuedConnection);
+    }
     window->show();
     window->raise();
     window->activateWindow();
+}
+
+QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen) {
+    // The frame, whose size is not known before the window has been shown, needs room too.
+    const QRect screen = wholeScreen.marginsRemoved(QMargins(8, 32, 8, 8));
+    QRect place(QPoint(), size.boundedTo(screen.size()));
+    place.moveCenter(other.center());
+    place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
+    place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
+    return place;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+class QRect;
+class QSize;
 class QWidget;
 
 // How windows come up. Both show the window, raise it, and delete it when it is closed; the keyboard then
@@ -12,3 +14,7 @@ void showModal(QWidget* window);
 
 /// For windows that only show: the main window stays usable.
 void showBeside(QWidget* window);
+
+/// Where a window of that size lies over the middle of another: moved and cut so that it, with its frame,
+/// stays on the screen.
+QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen);

@@ -3,6 +3,7 @@
 #include "app/Guarded.h"
 #include "app/RichTextReader.h"
 #include "app/TextEditor.h"
+#include "app/Windows.h"
 #include "app/file_replacement.h"
 #include "app/survey.h"
 
@@ -25,17 +26,6 @@ const QWidget* mainWindow() {
     for (const QWidget* widget : QApplication::topLevelWidgets())
         if (widget->objectName() == u"frmMain" && widget->isVisible()) return widget;
     return nullptr;
-}
-
-// A rectangle of that size over the middle of another, moved and cut so that it stays on the screen.
-QRect placedOver(const QRect& other, QSize size, const QRect& wholeScreen) {
-    // The frame, whose size is not known before the window has been shown, needs room too.
-    const QRect screen = wholeScreen.marginsRemoved(QMargins(8, 32, 8, 8));
-    QRect place(QPoint(), size.boundedTo(screen.size()));
-    place.moveCenter(other.center());
-    place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
-    place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
-    return place;
 }
 
 // Documents bring the colours of paper, whatever the desktop's are.

@@ -23,6 +23,9 @@ frmDataControl::frmDataControl(QWidget* parent) : QDialog(parent) {
     const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
     connect(cmdHelp, &QPushButton::clicked, this, help);
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
+    // What is typed first replaces the default instead of following it.
+    Text1->setFocus();
+    Text1->selectAll();
 }
 
 int frmDataControl::chosenDistance() const {

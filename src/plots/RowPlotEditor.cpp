@@ -246,6 +246,7 @@ void RowPlotEditor::Command3_Click() {
 }
 
 void RowPlotEditor::Command4_Click() {
+    main_.menusFollow(MenuEvent::RowEditorFinished);
     hide();
     Chart2D3->hide();
     Chart2D4->hide();
@@ -253,7 +254,8 @@ void RowPlotEditor::Command4_Click() {
 }
 
 void RowPlotEditor::closeEditor() {
-    // However it ends: what has become a single row can be told apart into rows in the row dialog only.
+    // However it ends, not by "Finished" alone: a single row can be told apart into rows in the row dialog
+    // only.
     if (EditorStarted && theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::RowEditorFinished);
     EditorStarted = false;
     selection_.clear();
@@ -262,6 +264,7 @@ void RowPlotEditor::closeEditor() {
 
 void RowPlotEditor::Option1_Click() {
     Command3->setEnabled(false);
+    Command5->setEnabled(selection_.SelCount > 0);  // which Option2 has disabled
 }
 
 void RowPlotEditor::Option2_Click() {

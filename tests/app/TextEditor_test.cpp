@@ -1,7 +1,9 @@
 #include "app/TextEditor.h"
 
+#include "app/FileDialogs.h"
 #include "app/run_time_error.h"
 #include "app/survey.h"
+#include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
 #include <QTest>
@@ -105,4 +107,30 @@ TEST_F(TextEditor, ThatCannotBeStartedIsReportedWithPathAndReason) {
     theSession().TextEditor = "c:\\Windows\\write.exe ";
     setDesktopOpener([](const QString&) { return false; });
     EXPECT_THROW(startTextEditor("/x/log.dat"), RunTimeError);
+}
+
+TEST_F(TextEditor, ThatTheDesktopDoesNotFindIsReported) {
+    writeFile(folder / "xdg-open",
+              "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.asked\"\nexit $(cat \"$0.answer\")\n");
+    std::filesystem::permissions(folder / "xdg-open", std::filesystem::perms::all);
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(folder / "") + ":" + before);
+    theSession().TextEditor = "c:\\Windows\\write.exe ";
+    const std::string log = folder / "error log.dat";
+    for (const auto& [answer, isReported] : {std::pair("0", false), {"1", false}, {"3", true}, {"4", true}}) {
+        writeFile(folder / "xdg-open.answer", answer);
+        ExpectedBoxes boxes;
+        if (isReported)
+            boxes.tell(fromPath(log) +
+                       u" cannot be opened: no text editor has been set and the desktop has no "
+                       u"application for it"_s);
+        startTextEditor(log);
+        const std::string asked = folder / "xdg-open.asked";
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return std::filesystem::exists(asked) && readFile(asked) == log && boxes.pending() == 0;
+        })) << answer;
+        QTest::qWait(100);  // for a box that nobody expects
+        std::filesystem::remove(asked);
+    }
+    qputenv("PATH", before);
 }

@@ -4,8 +4,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QRadioButton>
+#include <QScreen>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -85,4 +87,25 @@ TEST_F(ShownWindow, DoesNotTakeTheKeyboardFromTheWindowThatFollowsIt) {
     showModal(next);
     ASSERT_TRUE(QTest::qWaitFor([&] { return closed.isNull(); }));
     EXPECT_TRUE(QTest::qWaitForWindowActive(next));
+}
+
+TEST_F(ShownWindow, LiesOverItsOwnerAndOnTheScreenWithItsFrame) {
+    const QRect screen = owner.screen()->availableGeometry();
+    for (const QPoint corner : {screen.topLeft(), screen.bottomRight() - QPoint(300, 200)}) {
+        owner.setGeometry(QRect(corner, QSize(300, 200)));
+        auto* const table = new QWidget(&owner, Qt::Window);
+        table->resize(700, 500);
+        showBeside(table);
+        EXPECT_TRUE(screen.marginsRemoved(QMargins(0, 24, 0, 0)).contains(table->geometry()));
+        EXPECT_EQ(table->size(), QSize(700, 500));
+        EXPECT_TRUE(table->geometry().intersects(owner.geometry()));
+        delete table;
+    }
+}
+
+TEST_F(ShownWindow, StaysAboveTheWindowThatItBlocks) {
+    showModal(window);
+    EXPECT_EQ(window->windowHandle()->transientParent(), owner.windowHandle());
+    EXPECT_EQ(window->windowType(), Qt::Dialog);
+    EXPECT_TRUE(window->windowFlags() & Qt::WindowMaximizeButtonHint);
 }

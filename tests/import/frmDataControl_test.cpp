@@ -62,6 +62,11 @@ TEST_F(ImportControl, OpensWithItsDefaultsAndTexts) {
     EXPECT_EQ(window.Command2->text(), u"Cancel"_s);
 }
 
+TEST_F(ImportControl, OpensReadyToReplaceTheCutOff) {
+    QTest::keyClicks(QApplication::focusWidget(), u"2"_s);
+    EXPECT_EQ(window.Text1->text(), u"2"_s);
+}
+
 TEST_F(ImportControl, RefusesToGoOnAsItOpens) {
     boxes.tell(kNonNumeric);
     click(*window.Command1);

@@ -164,6 +164,18 @@ TEST_F(RowPlots, KeepTheSelectionWhenANumberIsToBeTypedButNotItsDeletion) {
     EXPECT_EQ(editor.selection().SelCount, 2);
 }
 
+TEST_F(RowPlots, DeleteWhatStaysSelectedWhenNoNumberIsTypedAfterAll) {
+    openByX(threeRowSurvey());
+    clickPoint(profile, 1, 4);
+    click("Option2");
+    click("Option1");
+    EXPECT_TRUE(editor.Command5->isEnabled());
+    clickPoint(profile, 1, 4);
+    click("Option2");
+    click("Option1");
+    EXPECT_FALSE(editor.Command5->isEnabled());
+}
+
 TEST_F(RowPlots, Refuse102SelectedPoints) {
     openByX(longRowSurvey(120));
     for (qsizetype point = 1; point <= 101; ++point)

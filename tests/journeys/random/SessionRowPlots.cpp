@@ -74,6 +74,7 @@ void RandomSession::plotRowNumber() {
     if (chance(20)) {
         clickOn(*editor_, u"Option1"_s);
         byNumber_ = false;
+        delete_ = !picked_.empty();
         return;
     }
     const int row = survey_.rows > 0 ? 1 + below(survey_.rows) : 1;
@@ -276,4 +277,5 @@ void RandomSession::deletePoints() {
 void RandomSession::finishRowPlots() {
     clickOn(*editor_, u"Command4"_s);
     plotsHidden();
+    setMenus(true, {"mnuData"});
 }
