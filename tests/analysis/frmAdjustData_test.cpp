@@ -4,6 +4,7 @@
 #include "app/Windows.h"
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
+#include "support/TextAtPaint.h"
 #include "support/made_up_readings.h"
 
 #include <QApplication>
@@ -221,32 +222,12 @@ TEST_F(AdjustmentWindow, AddsAConstantToEM1AndRefreshes) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
-namespace {
-
-// What a label shows each time that it is painted.
-class PaintedTexts : public QObject {
-  public:
-    explicit PaintedTexts(QLabel& label) : label_(label) { label.installEventFilter(this); }
-    QStringList texts;
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) texts << label_.text();
-        return false;
-    }
-
-  private:
-    const QLabel& label_;
-};
-
-}  // namespace
-
 TEST_F(AdjustmentWindow, PaintsTheFiguresAtOnce) {
     open();
     type(window().txtAdjEC1, "-2.5");
     QApplication::processEvents();
-    const PaintedTexts mean(*window().lble1u);
-    const PaintedTexts ratio(*window().lblRatio);
+    const TextAtPaint mean(*window().lble1u, *window().lble1u);
+    const TextAtPaint ratio(*window().lblRatio, *window().lblRatio);
     compute();  // without waiting for the events that follow
     EXPECT_EQ(mean.texts, QStringList{u"4.00"_s});
     EXPECT_EQ(ratio.texts, QStringList{u"-0.150"_s});

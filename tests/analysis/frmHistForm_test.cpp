@@ -74,6 +74,21 @@ class SeenHistogram {
     double scale_;
 };
 
+// Bars with these tops and no others, in one colour up to the mark of the mean and in the other beyond it.
+void expectBars(const SeenHistogram& seen, const std::map<int, double>& tops, int mark, int upToMark,
+                int beyond) {
+    for (int i = 1; i <= 50; ++i) {
+        SCOPED_TRACE(i);
+        const auto bar = tops.find(i);
+        if (bar == tops.end()) {
+            EXPECT_EQ(seen.foot(i), kBrightWhite);
+            continue;
+        }
+        EXPECT_EQ(seen.foot(i), i <= mark ? upToMark : beyond);
+        EXPECT_NEAR(seen.top(i), seen.row(bar->second), 1);
+    }
+}
+
 class HistogramWindow : public testing::Test {
   protected:
     void SetUp() override {
@@ -180,18 +195,9 @@ TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
     open();
     plot();
     const SeenHistogram seen(window().HG1);
-    const std::map<int, double> tops{{1, 0.1}, {11, 0.55}, {26, 0.775}, {50, 0.775}};
-    for (int i = 1; i <= 50; ++i) {
-        SCOPED_TRACE(i);
-        const auto bar = tops.find(i);
-        if (bar == tops.end()) {
-            EXPECT_EQ(seen.foot(i), kBrightWhite);
-            continue;
-        }
-        EXPECT_EQ(seen.foot(i), i <= 12 ? kLightBlue : kBlue);
-        EXPECT_NEAR(seen.top(i), seen.row(bar->second), 1);
-        EXPECT_EQ(seen.width(i), 4);
-    }
+    expectBars(seen, {{1, 0.1}, {11, 0.55}, {26, 0.775}, {50, 0.775}}, 12, kLightBlue, kBlue);
+    for (const int bin : {1, 11, 26, 50})
+        EXPECT_EQ(seen.width(bin), 4);
 }
 
 // Readings 0 to 49.99 and one at each whole number: every bin holds one, so that every colour is seen.
@@ -220,18 +226,8 @@ TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
     theSurvey() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
     open();
     plot();
-    const SeenHistogram seen(window().HG2);
-    const std::map<int, double> tops{{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}};
-    for (int i = 1; i <= 50; ++i) {
-        SCOPED_TRACE(i);
-        const auto bar = tops.find(i);
-        if (bar == tops.end()) {
-            EXPECT_EQ(seen.foot(i), kBrightWhite);
-            continue;
-        }
-        EXPECT_EQ(seen.foot(i), i <= 38 ? kLightGreen : kGreen);
-        EXPECT_NEAR(seen.top(i), seen.row(bar->second), 1);
-    }
+    expectBars(SeenHistogram(window().HG2), {{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}}, 38, kLightGreen,
+               kGreen);
 }
 
 TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
@@ -241,16 +237,7 @@ TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
     EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 
-    setDefaultPrinterName([] { return QString(); });
-    Qt::CursorShape shape = Qt::BlankCursor;
-    setFileResponder([&](const FileQuestion&) {
-        shape = window().cursor().shape();
-        return QString();
-    });
-    window().mnuPrint->trigger();
-    setFileResponder({});
-    setDefaultPrinterName({});
-    EXPECT_EQ(shape, Qt::WaitCursor);
+    EXPECT_EQ(pointerWhilePrinting(window(), *window().mnuPrint), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 

@@ -251,16 +251,7 @@ TEST_F(CorrelationWindow, CanBePrintedBeforeTheFirstPlot) {
 
 TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPrints) {
     open();
-    setDefaultPrinterName([] { return QString(); });
-    Qt::CursorShape shape = Qt::BlankCursor;
-    setFileResponder([&](const FileQuestion&) {
-        shape = window().cursor().shape();
-        return QString();
-    });
-    window().mnuPrint->trigger();
-    setFileResponder({});
-    setDefaultPrinterName({});
-    EXPECT_EQ(shape, Qt::WaitCursor);
+    EXPECT_EQ(pointerWhilePrinting(window(), *window().mnuPrint), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 

@@ -1,4 +1,5 @@
 #include "plots/ClipWindow.h"
+#include "support/TextAtPaint.h"
 
 #include <QElapsedTimer>
 #include <QWheelEvent>
@@ -130,26 +131,6 @@ TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
     choose(u"mnuFullMapMax"_s);
     EXPECT_FALSE(shows(kLightYellow));
 }
-
-namespace {
-
-// What a label says each time that a widget is painted.
-class TextAtPaint : public QObject {
-  public:
-    TextAtPaint(QWidget& painted, const QLabel& label) : label_(label) { painted.installEventFilter(this); }
-    QStringList texts;
-
-  protected:
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) texts << label_.text();
-        return false;
-    }
-
-  private:
-    const QLabel& label_;
-};
-
-}  // namespace
 
 TEST_F(ClipWindow, ShowsTheRectangleBeforeItsSitesAreMasked) {
     openOnFullMap();

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "app/FileDialogs.h"
+#include "app/Printing.h"
+
+#include <QAction>
 #include <QEvent>
 #include <QObject>
 #include <QWidget>
@@ -25,3 +29,17 @@ class PointerAtShow : public QObject {
     QWidget& window_;
     Qt::CursorShape shape_ = Qt::BlankCursor;
 };
+
+/// The pointer that a window has while its print command, without a printer, asks for a file; then cancels.
+inline Qt::CursorShape pointerWhilePrinting(QWidget& window, QAction& print) {
+    Qt::CursorShape shape = Qt::BlankCursor;
+    setDefaultPrinterName([] { return QString(); });
+    setFileResponder([&](const FileQuestion&) {
+        shape = window.cursor().shape();
+        return QString();
+    });
+    print.trigger();
+    setFileResponder({});
+    setDefaultPrinterName({});
+    return shape;
+}
