@@ -80,16 +80,25 @@ void moveOnMap(benchmark::State& state) {
     map.clip.cmdClipOff_Click();
 }
 
+// A plot in a main window that is shown.
+template <typename Plot>
+struct ShownPlot {
+    frmMain main;
+    Plot plot{main};
+
+    ShownPlot() {
+        main.resize(1100, 900);
+        main.show();
+    }
+};
+
 // Points as a chart of the main window draws them, the first time and every time.
 template <typename Plot, void (Plot::*Click)()>
 void plotFirst(benchmark::State& state) {
     openField(state.range(0));
-    frmMain main;
-    main.resize(1100, 900);
-    main.show();
-    Plot plot(main);
+    ShownPlot<Plot> shown;
     for (auto _ : state) {
-        (plot.*Click)();
+        (shown.plot.*Click)();
         QApplication::processEvents();
     }
     countSites(state);
@@ -119,13 +128,10 @@ void lagBare(benchmark::State& state) {
 template <typename Plot, void (Plot::*Click)()>
 void moveOnPlot(benchmark::State& state) {
     openField(state.range(0));
-    frmMain main;
-    main.resize(1100, 900);
-    main.show();
-    Plot plot(main);
-    (plot.*Click)();
+    ShownPlot<Plot> shown;
+    (shown.plot.*Click)();
     QApplication::processEvents();
-    auto& chart = *main.findChild<Chart2D*>();
+    auto& chart = *shown.main.template findChild<Chart2D*>();
     int step = 0;
     for (auto _ : state)
         moveTo(chart, QPointF(300 + (step++ % 400), 300));

@@ -44,7 +44,9 @@ bool startDesktopOpener(const QString& opener, const QString& path) {
     process->setStandardErrorFile(QProcess::nullDevice());
     process->setChildProcessModifier([] { ::setsid(); });
     process->start(opener, {path});
-    return process->waitForStarted();
+    if (process->waitForStarted()) return true;
+    delete process;
+    return false;
 }
 
 bool openOnDesktop(const QString& path) {

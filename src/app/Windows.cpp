@@ -23,10 +23,22 @@ void returnFocus(QWidget* owner) {
 // The library places dialogs; other windows come up wherever the window system likes, even beyond the edge of
 // the screen.
 void placeOver(const QWidget& owner, QWidget& window) {
-    if (!owner.isVisible() || window.isVisible() || window.inherits("QDialog")) return;
+    if (!owner.isVisible() || window.inherits("QDialog")) return;
     const bool hasSize = window.testAttribute(Qt::WA_Resized) || !window.sizeHint().isValid();
     const QSize size = hasSize ? window.size() : window.sizeHint();
     window.setGeometry(placedOver(owner.geometry(), size, owner.screen()->availableGeometry()));
+}
+
+// What a window needs once, however often it is brought up.
+void prepare(QWidget& window) {
+    window.setAttribute(Qt::WA_DeleteOnClose);
+    tabToChosenOptions(window);
+    QWidget* const owner = window.parentWidget();
+    if (owner == nullptr) return;
+    placeOver(*owner->window(), window);
+    // Later, when an owner that is being destroyed together with the window is no more.
+    QObject::connect(
+        &window, &QObject::destroyed, owner, [owner] { returnFocus(owner->window()); }, Qt::QueuedConnection);
 }
 
 }  // namespace
@@ -40,15 +52,7 @@ void showModal(QWidget* window) {
 }
 
 void showBeside(QWidget* window) {
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    tabToChosenOptions(*window);
-    // Later, when an owner that is being destroyed together with the window is no more.
-    if (QWidget* const owner = window->parentWidget()) {
-        placeOver(*owner->window(), *window);
-        QObject::connect(
-            window, &QObject::destroyed, owner, [owner] { returnFocus(owner->window()); },
-            Qt::QueuedConnection);
-    }
+    if (!window->testAttribute(Qt::WA_DeleteOnClose)) prepare(*window);
     window->show();
     window->raise();
     window->activateWindow();

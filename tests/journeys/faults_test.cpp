@@ -1,17 +1,8 @@
 // What fails under the program's hands, in the real windows: it says what, where and why; the survey and the
 // files stay as they were; and the program goes on.
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
-#include "app/TextEditor.h"
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "main.h"
-#include "support/ExpectedBoxes.h"
 #include "support/FullDisk.h"
-#include "support/Journeys.h"
+#include "support/LoadedProgram.h"
 #include "support/UserDriver.h"
-#include "support/made_survey.h"
-#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -31,32 +22,15 @@ std::string sensorLines(int sites, int rejected) {
     return bytes;
 }
 
-class Faults : public testing::Test {
+class Faults : public testing::Test, protected LoadedProgram {
   protected:
-    Faults() {
-        theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
-        theSession() = Session{};
-        theSession().AppDir = theSession().DataDir = folder.path();
-        main = createProgram();
-        main->menusFollow(MenuEvent::SitesImported);
-        main->show();
-        before = theSurvey();
-        writeFile(folder / "error_log.dat", "the last import's log");
-    }
-    ~Faults() override {
-        setFileResponder({});
-        setProgramStarter({});
-        setDefaultPrinterName({});
-    }
-
     TrimbleEntries entries(const std::string& file) const {
         return {fromPath(file), u"20"_s, {}, {u"1"_s, u"7"_s}, {u"9"_s, u"15"_s}, {u"17"_s, u"24"_s}, {}};
     }
 
     // Survey and log are those of before, and what was refused works as soon as nothing is in its way.
     void expectAllAsBefore() {
-        expectSameSurvey(theSurvey(), before);
-        EXPECT_EQ(readFile(folder / "error_log.dat"), "the last import's log");
+        expectSurveyAndLogAsBefore();
         EXPECT_FALSE(theSession().DataSaved);
         const QString file = fromPath(folder / "afterwards.txt");
         boxes.tell(u"Output data saved to "_s + file, u"VARN-Tesl"_s);
@@ -100,11 +74,6 @@ class Faults : public testing::Test {
         const std::filesystem::directory_iterator files(path);
         return static_cast<std::size_t>(std::distance(begin(files), end(files)));
     }
-
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
-    std::unique_ptr<frmMain> main;
-    Survey before;
 };
 
 }  // namespace

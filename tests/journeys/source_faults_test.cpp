@@ -1,15 +1,8 @@
 // What happens to a sensor file while the program has it in its hands, through the real windows of both
 // imports: they say what, where and why, and the survey and the error log stay as they were.
-#include "app/FileDialogs.h"
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "main.h"
-#include "support/ExpectedBoxes.h"
-#include "support/Journeys.h"
+#include "support/LoadedProgram.h"
 #include "support/UserDriver.h"
-#include "support/made_survey.h"
 #include "support/reads.h"
-#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -49,23 +42,12 @@ bool makeSocket(const std::string& path) {
     return made;
 }
 
-class SourceFaults : public testing::TestWithParam<Import> {
+class SourceFaults : public testing::TestWithParam<Import>, protected LoadedProgram {
   protected:
-    SourceFaults() {
-        theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
-        theSession() = Session{};
-        theSession().AppDir = theSession().DataDir = folder.path();
-        main = createProgram();
-        main->menusFollow(MenuEvent::SitesImported);
-        main->show();
-        before = theSurvey();
-        writeFile(file, sensorLines(kSites));
-        writeFile(folder / "error_log.dat", "the last import's log");
-    }
-    ~SourceFaults() override { setFileResponder({}); }
+    SourceFaults() { writeFile(file, sensorLines(kSites)); }
 
     // Fills the windows of the import in, lets `meanwhile` happen, and clicks for the last time.
-    void import(const std::function<void()>& meanwhile) {
+    void runImport(const std::function<void()>& meanwhile) {
         GetParam() == Import::Trimble ? importTrimble(meanwhile) : importGeneric(meanwhile);
     }
     void importTrimble(const std::function<void()>& meanwhile) {
@@ -88,44 +70,36 @@ class SourceFaults : public testing::TestWithParam<Import> {
     // The same, with something that happens before one of the readings.
     void importAnd(int reading, const std::function<void(int)>& act) {
         std::optional<BeforeReading> moment;
-        import([&] { moment.emplace(reading, act);
-    });
-    EXPECT_TRUE(moment && moment->happened());
-}
+        runImport([&] { moment.emplace(reading, act); });
+        EXPECT_TRUE(moment && moment->happened());
+    }
 
-    void expectReason(const QString& reason) {
-    boxes.tell(fromPath(file) + u" cannot be read: "_s + reason);
-}
-void expectReport(int sites) {
-    if (GetParam() == Import::Trimble)
-        boxes.tell(
-            u"There are  %1 valid records in this file.\n\nThere are  0 records in this file\n"
-            u"containing non-numeric or invalid numeric values."_s.arg(sites),
-            u"VARN-Tesl File Import Message"_s);
-    else
-        boxes.tell(u"There are %1 valid records in this file."_s.arg(sites),
-                   u"VARN-Tessel File Import Message"_s);
-}
+    void expectReason(const QString& reason) { boxes.tell(fromPath(file) + u" cannot be read: "_s + reason); }
+    void expectReport(int sites) {
+        if (GetParam() == Import::Trimble)
+            boxes.tell(
+                u"There are  %1 valid records in this file.\n\nThere are  0 records in this file\n"
+                u"containing non-numeric or invalid numeric values."_s.arg(sites),
+                u"VARN-Tesl File Import Message"_s);
+        else
+            boxes.tell(u"There are %1 valid records in this file."_s.arg(sites),
+                       u"VARN-Tessel File Import Message"_s);
+    }
 
-// Survey and log are those of before, and the program goes on: what failed works when nothing is wrong.
-void expectAllAsBefore() {
-    EXPECT_EQ(boxes.pending(), 0);
-    expectSameSurvey(theSurvey(), before);
-    EXPECT_EQ(readFile(folder / "error_log.dat"), "the last import's log");
-    EXPECT_NE(main->cursor().shape(), Qt::WaitCursor);
-    fs::remove(file);
-    writeFile(file, sensorLines(7));
-    expectReport(7);
-    import([]{});
-    EXPECT_EQ(theSurvey().NumSites, 7);
-}
+    // Survey and log are those of before, and the program goes on: what failed works when nothing is wrong.
+    void expectAllAsBefore() {
+        EXPECT_EQ(boxes.pending(), 0);
+        expectSurveyAndLogAsBefore();
+        EXPECT_NE(main->cursor().shape(), Qt::WaitCursor);
+        fs::remove(file);
+        writeFile(file, sensorLines(7));
+        expectReport(7);
+        runImport([] {});
+        EXPECT_EQ(theSurvey().NumSites, 7);
+    }
 
-TemporaryFolder folder;
-const std::string file = folder / "survey.dat";
-ExpectedBoxes boxes;
-std::unique_ptr<frmMain> main;
-Survey before;
-};  // namespace
+    const std::string file = folder / "survey.dat";
+};
 
 }  // namespace
 
@@ -169,20 +143,20 @@ TEST_P(SourceFaults, AFileThatIsDeletedOrReplacedWhileItIsReadIsReadToItsEnd) {
 
 TEST_P(SourceFaults, AFileThatTurnsIntoADeviceAPipeOrASocketIsRefused) {
     const auto importWhenItHasTurned = [this](const std::function<void()>& turn) {
-        import([&] {
+        runImport([&] {
             fs::remove(file);
-        turn();
+            turn();
         });
-    fs::remove(file);
-    writeFile(file, sensorLines(kSites));
-};
-expectReason(u"it is not a regular file"_s);
-importWhenItHasTurned([&] { fs::create_symlink("/dev/zero", file); });
-expectReason(u"it is not a regular file"_s);
-importWhenItHasTurned([&] { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); });
-boxes.tell(fromPath(file) + u" cannot be opened: No such device or address"_s);
-importWhenItHasTurned([&] { ASSERT_TRUE(makeSocket(file)); });
-expectAllAsBefore();
+        fs::remove(file);
+        writeFile(file, sensorLines(kSites));
+    };
+    expectReason(u"it is not a regular file"_s);
+    importWhenItHasTurned([&] { fs::create_symlink("/dev/zero", file); });
+    expectReason(u"it is not a regular file"_s);
+    importWhenItHasTurned([&] { ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0); });
+    boxes.tell(fromPath(file) + u" cannot be opened: No such device or address"_s);
+    importWhenItHasTurned([&] { ASSERT_TRUE(makeSocket(file)); });
+    expectAllAsBefore();
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, SourceFaults, testing::Values(Import::Trimble, Import::Generic),
