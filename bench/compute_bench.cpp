@@ -39,7 +39,8 @@ void trimbleImport(benchmark::State& state) {
     for (auto _ : state) {
         Survey survey;
         ErrorLog log(options.errorLogPath);
-        const std::int64_t errors = readTrimbleFile(options, survey, log);
+        ImportSummary summary;
+        const std::int64_t errors = readTrimbleFile(options, survey, log, summary);
         log.commit();
         benchmark::DoNotOptimize(trimbleImportReport(survey.NumSites, errors));
     }

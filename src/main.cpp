@@ -20,6 +20,7 @@
 #include "export/frmOutput.h"
 #include "import/TrimbleImport.h"
 #include "import/frmGeneric.h"
+#include "import/import_summary.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
@@ -50,7 +51,8 @@ class Program : public QObject {
         joinEdit();
         joinReviewAndPlot();
         joinHelp();
-        connect(&import_, &TrimbleImport::imported, this, [this] { surveyReplaced(); });
+        connect(&import_, &TrimbleImport::imported, this,
+                [this](const ImportSummary& summary) { surveyReplaced(summary); });
         connect(&import_, &TrimbleImport::tooManyRows, this, [this] { showRowDialog(); });
         connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { describeSurvey(); });
     }
@@ -63,7 +65,8 @@ class Program : public QObject {
         });
         on(main_.mnuOpen2, [this] {
             auto* const window = new frmGeneric(main_);
-            connect(window, &frmGeneric::imported, this, [this] { surveyReplaced(); });
+            connect(window, &frmGeneric::imported, this,
+                    [this](const ImportSummary& summary) { surveyReplaced(summary); });
             showAlone(window);
         });
         on(main_.mnuSave, [this] { showAlone(new frmOutput(&main_)); });
@@ -144,7 +147,8 @@ class Program : public QObject {
     // Not modal: the lag distance plots, which help to find a distance, stay within reach.
     void showRowDialog() { showBeside(rowDialog()); }
 
-    void surveyReplaced() {
+    void surveyReplaced(const ImportSummary& summary) {
+        imported_ = summary;
         delete rowDialog_;
         surveyChanged();
     }
@@ -205,6 +209,7 @@ class Program : public QObject {
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
+    ImportSummary imported_;  // of the import that the survey comes from
     QPointer<frmDataEdit> rowDialog_;
     QPointer<QWidget> statistics_, histograms_, correlation_;
 };

@@ -44,7 +44,7 @@ void TrimbleImport::Import(const TrimbleOptions& options) {
     report(result);
     theSession().DataSaved = false;
     theSurvey() = std::move(result.survey);
-    Q_EMIT imported();
+    Q_EMIT imported(result.summary);
     if (result.rows == RowDetection::TooManyRows) {
         tell(&main_, QString::fromLatin1(kTooManyRows));
         Q_EMIT tooManyRows();
@@ -53,7 +53,7 @@ void TrimbleImport::Import(const TrimbleOptions& options) {
 }
 
 void TrimbleImport::report(const TrimbleImportResult& result) {
-    tellLogProblem(&main_, result.logProblem);
+    tellLogProblem(&main_, result.summary.logProblem);
     tell(&main_, QString::fromStdString(trimbleImportReport(result.survey.NumSites, result.errors)),
          u"VARN-Tesl File Import Message"_s);
 }

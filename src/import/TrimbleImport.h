@@ -24,7 +24,7 @@ class TrimbleImport : public QObject {
 
   Q_SIGNALS:
     /// The survey in memory is another one; its rows, if it has sites, have been looked for.
-    void imported();
+    void imported(const ImportSummary& summary);
     /// After imported(): more rows were found than the system holds, and the user has been told.
     void tooManyRows();
 

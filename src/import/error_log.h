@@ -1,11 +1,13 @@
 #pragma once
 
 #include "app/file_replacement.h"
+#include "import/import_summary.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct Session;
 
@@ -43,10 +45,18 @@ class ErrorLog {
     /// Path and the system's reason if the log could not be created, written or put in place, else empty.
     const std::string& problem() const { return problem_; }
 
+    /// Writes what the log knows into the summary: rejected lines by reason, path, problem, first lines. They
+    /// are counted whether or not the log can be written.
+    void describe(ImportSummary& summary) const;
+
   private:
+    void count(std::int64_t lineNumber, std::string_view reason);
     template <typename Action>
     void attempt(Action action);
 
+    std::string path_;
     std::optional<FileReplacement> file_;
     std::string problem_;
+    std::vector<RejectedLines> rejected_;
+    std::vector<std::string> firstLines_;
 };

@@ -122,7 +122,7 @@ void frmGeneric::GetInputData(bool& succeeded) {
 }
 
 void frmGeneric::report(const GenericImportResult& result) {
-    tellLogProblem(this, result.logProblem);
+    tellLogProblem(this, result.summary.logProblem);
     tell(this, QString::fromStdString(genericImportReport(result.survey.NumSites, result.dropped)),
          u"VARN-Tessel File Import Message"_s);
 }
@@ -131,7 +131,7 @@ void frmGeneric::replaceSurvey(GenericImportResult& result) {
     theSession().InputFileName = toPath(QFileInfo(fromPath(inputPath())).absoluteFilePath());
     theSession().DataSaved = false;
     theSurvey() = std::move(result.survey);
-    Q_EMIT imported();
+    Q_EMIT imported(result.summary);
     if (result.rowCheck != RowCheck::Passed)
         main_.menusFollow(MenuEvent::ImportRefused);
     else

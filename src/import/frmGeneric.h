@@ -18,7 +18,7 @@ class frmGeneric : public QDialog, public Ui::frmGeneric {
 
   Q_SIGNALS:
     /// The survey in memory is another one, whatever its row numbers are worth.
-    void imported();
+    void imported(const ImportSummary& summary);
 
   protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

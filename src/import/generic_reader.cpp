@@ -191,7 +191,8 @@ void completeRows(Survey& survey) {
 
 }  // namespace
 
-std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log) {
+std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
+                             ImportSummary& summary) {
     LineReader file(options.path);
     survey.SiteIDPresent = options.layout.siteNumber;
     survey.TwoEMColumns = options.layout.secondReading;
@@ -201,6 +202,8 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
         if (survey.NumSites == 1) reader.reserveFor(file.fileSize(), line.size());
     }
     reader.finishFile();
+    summary.path = options.path;
+    summary.linesRead = file.lineNumber();
     return reader.dropped();
 }
 
@@ -210,12 +213,12 @@ GenericImportResult importGenericFile(const GenericOptions& options, const Surve
     static_cast<SurveyParameters&>(survey) = parameters;
     if (!survey.UseTrueDist && !survey.UseXDist && !survey.UseYDist) survey.chooseDistance(1);
     ErrorLog log(options.errorLogPath);
-    result.dropped = readGenericFile(options, survey, log);
+    result.dropped = readGenericFile(options, survey, log, result.summary);
     if (survey.NumSites > 0) {
         result.rowCheck = checkRows(survey);
         if (result.rowCheck == RowCheck::Passed) completeRows(survey);
     }
     log.commit();
-    result.logProblem = log.problem();
+    log.describe(result.summary);
     return result;
 }

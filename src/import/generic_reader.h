@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "import/import_summary.h"
 
 #include <array>
 #include <cstdint>
@@ -45,7 +46,7 @@ struct GenericImportResult {
     Survey survey;             ///< a new one; NumRows is 0 unless the row check passed and there are sites
     std::int64_t dropped = 0;  ///< records read that are no site
     RowCheck rowCheck = RowCheck::Passed;
-    std::string logProblem;  ///< path and reason if the error log could not be written, else empty
+    ImportSummary summary;
 };
 
 /// Reads a comma- or blank-delimited file into a new survey, dropping records that cannot be used into the
@@ -62,5 +63,7 @@ struct GenericImportResult {
 GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
 
 /// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has
-/// exactly the sites that were kept. Returns the number of dropped records.
-std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log);
+/// exactly the sites that were kept. What the file itself is like goes into the summary. Returns the number
+/// of dropped records.
+std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
+                             ImportSummary& summary);

@@ -105,7 +105,8 @@ class TrimbleReader {
 
 }  // namespace
 
-std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log) {
+std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
+                             ImportSummary& summary) {
     LineReader file(options.path);
     survey = Survey{};
     static_cast<SurveyParameters&>(survey) = options;
@@ -125,18 +126,20 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
         log.reject(file.lineNumber(), line, reason);
         ++errors;
     }
+    summary.path = options.path;
+    summary.linesRead = file.lineNumber();
     return errors;
 }
 
 TrimbleImportResult importTrimbleFile(const TrimbleOptions& options) {
     TrimbleImportResult result;
     ErrorLog log(options.errorLogPath);
-    result.errors = readTrimbleFile(options, result.survey, log);
+    result.errors = readTrimbleFile(options, result.survey, log, result.summary);
     if (result.survey.NumSites > 0) {
         Calculate_Chosen_Distance(result.survey);
         result.rows = Assign_Row(result.survey);
     }
     log.commit();
-    result.logProblem = log.problem();
+    log.describe(result.summary);
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "import/import_summary.h"
 #include "rows/row_detection.h"
 
 #include <cstdint>
@@ -23,7 +24,7 @@ struct TrimbleImportResult {
     Survey survey;            ///< a new one, with distances and rows when it has sites
     std::int64_t errors = 0;  ///< rejected lines
     RowDetection rows = RowDetection::Assigned;
-    std::string logProblem;  ///< path and reason if the error log could not be written, else empty
+    ImportSummary summary;
 };
 
 /// Reads a fixed-column sensor file into a new survey, rejecting line by line what cannot be used into the
@@ -31,5 +32,7 @@ struct TrimbleImportResult {
 /// the file cannot be read or a distance overflows.
 TrimbleImportResult importTrimbleFile(const TrimbleOptions& options);
 
-/// The reading alone: sites and parameters, NumRows 0. Returns the number of rejected lines.
-std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log);
+/// The reading alone: sites and parameters, NumRows 0. What the file itself is like goes into the summary.
+/// Returns the number of rejected lines.
+std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
+                             ImportSummary& summary);

@@ -98,7 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.path = file.path();
     Survey survey;
     ErrorLog log(options.errorLogPath);
-    const std::int64_t errors = readTrimbleFile(options, survey, log);
+    ImportSummary summary;
+    const std::int64_t errors = readTrimbleFile(options, survey, log, summary);
     requireLiterally(options, survey, errors);
     try {
         requireRows(importTrimbleFile(options));

@@ -97,3 +97,21 @@ TEST(NumberField, HasABlankOrAMinusForItsSign) {
     EXPECT_EQ(numberField(0), " 0");
     EXPECT_EQ(numberField(-3), "-3");
 }
+
+TEST(ErrorLog, CountsRejectedLinesByReasonEvenWhereItCannotBeWritten) {
+    const TemporaryFolder folder;
+    ErrorLog log(folder / "none/error_log.dat");
+    log.reject(3, "x", reject_reason::kY);
+    log.reject(4, "y", reject_reason::kX);
+    log.reject(9, "z", reject_reason::kY);
+    ImportSummary summary;
+    log.describe(summary);
+    ASSERT_EQ(summary.rejected.size(), 2U);
+    EXPECT_EQ(summary.rejected[0].reason, reject_reason::kY);
+    EXPECT_EQ(summary.rejected[0].lines, 2);
+    EXPECT_EQ(summary.rejected[0].firstLine, 3);
+    EXPECT_EQ(summary.rejected[1].firstLine, 4);
+    EXPECT_EQ(summary.firstLogLines.front(), "Line # 3 x  -> non-numeric Y-coord data");
+    EXPECT_EQ(summary.logPath, folder / "none/error_log.dat");
+    EXPECT_FALSE(summary.logProblem.empty());
+}

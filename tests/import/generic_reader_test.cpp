@@ -329,7 +329,8 @@ TEST_F(GenericFile, ThatCannotBeReadIsAnErrorAndKeepsTheLog) {
 TEST_F(GenericFile, IsReadWithoutALogThatCannotBeCreated) {
     options.errorLogPath = folder / "none/error_log.dat";
     const auto result = import("1,2,3\nx,y,z\n");
-    EXPECT_EQ(result.logProblem, folder / "none/error_log.dat cannot be written: No such file or directory");
+    EXPECT_EQ(result.summary.logProblem,
+              folder / "none/error_log.dat cannot be written: No such file or directory");
     EXPECT_EQ(result.survey.NumSites, 1);
     EXPECT_EQ(result.dropped, 1);
 }

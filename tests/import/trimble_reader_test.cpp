@@ -193,7 +193,8 @@ TEST_F(TrimbleFile, LeavesTheValuesOfARejectedLineInTheSlotForTheNextSite) {
     writeFile(options.path, line("1", "2", "3", "4", "5") + "\n" + line("11", "12", "x", "14", "15") + "\n");
     Survey survey;
     ErrorLog errorLog(options.errorLogPath);
-    EXPECT_EQ(readTrimbleFile(options, survey, errorLog), 1);
+    ImportSummary summary;
+    EXPECT_EQ(readTrimbleFile(options, survey, errorLog, summary), 1);
     ASSERT_EQ(survey.NumSites, 1);
     EXPECT_EQ(survey.SiteID[1], 15);
     EXPECT_EQ(survey.SiteData(kX, 1), 11);

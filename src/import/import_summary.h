@@ -1,0 +1,33 @@
+#pragma once
+
+#include "import/file_kind.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The lines or records of a file that were rejected for one reason.
+struct RejectedLines {
+    std::string reason;  ///< in the words of the error log
+    std::int64_t lines = 0;
+    std::int64_t firstLine = 0;  ///< number of the first one in the file, from 1
+};
+
+/// What an import found in its file, beside the survey that it made of it.
+struct ImportSummary {
+    std::string path;  ///< the sensor file
+    FileKind kind;
+    std::int64_t linesRead = 0;
+    std::vector<RejectedLines> rejected;  ///< in the order in which the reasons first came up
+
+    /// Lines of a delimited file that do not hold as many values as the layout takes, and the first of them.
+    std::int64_t linesNotFitting = 0;
+    std::int64_t firstLineNotFitting = 0;
+    /// Lines of a fixed-column file in which an edge of a field cuts through digits, and the first of them.
+    std::int64_t linesCut = 0;
+    std::int64_t firstLineCut = 0;
+
+    std::string logPath;                     ///< where the error log lies
+    std::string logProblem;                  ///< path and reason if it could not be written, else empty
+    std::vector<std::string> firstLogLines;  ///< at most five, without line ends
+};
