@@ -427,7 +427,8 @@ TEST_F(TrimbleFile, MayBeTheErrorLogItself) {
 TEST_F(TrimbleFile, IsReadWithoutALogThatCannotBeCreated) {
     options.errorLogPath = folder / "none/error_log.dat";
     const auto result = import(line("1", "2", "3") + "\nbad\n");
-    EXPECT_EQ(result.logProblem, folder / "none/error_log.dat cannot be written: No such file or directory");
+    EXPECT_EQ(result.summary.logProblem,
+              folder / "none/error_log.dat cannot be written: No such file or directory");
     EXPECT_EQ(result.survey.NumSites, 1);
     EXPECT_EQ(result.errors, 1);
 }
@@ -438,7 +439,7 @@ TEST_F(TrimbleFile, IsReadWithoutALogThatTheDiskHasNoRoomFor) {
               line("1", "2", "3") + "\n" + std::string(400'000, 'x') + "\n" + line("4", "5", "6"));
     const FileSizeLimit limit(300'000);
     const auto result = importTrimbleFile(options);
-    EXPECT_EQ(result.logProblem, options.errorLogPath + " cannot be written: File too large");
+    EXPECT_EQ(result.summary.logProblem, options.errorLogPath + " cannot be written: File too large");
     EXPECT_EQ(result.survey.NumSites, 2);
     EXPECT_EQ(result.errors, 1);
     EXPECT_EQ(log(), "old");
