@@ -8,7 +8,9 @@ class frmMain;
 
 /// The Trimble/EM-38 import from the menu item to the report: control parameters, the file, where its fields
 /// stand, then reading. What the windows ask for travels from one to the next; whichever is cancelled, the
-/// survey in memory stays as it was.
+/// survey in memory keeps its sites, distances and rows. The parameters of the first window (cut-off, minimum
+/// distance, conversions) are in it from that window's accept button on, refused and cancelled ones too; of
+/// the measure of distance and the layout nothing is, before the last window has been accepted.
 class TrimbleImport : public QObject {
     Q_OBJECT
 
@@ -19,7 +21,7 @@ class TrimbleImport : public QObject {
     /// Asks for the file and goes on with where its fields stand.
     void OpenSensorFile(TrimbleOptions options);
     /// Reads the file, reports, puts the survey in place and enables the menus. Throws RunTimeError, with
-    /// everything as it was, when reading fails.
+    /// sites, distances and rows as they were, when reading fails.
     void Import(const TrimbleOptions& options);
 
   Q_SIGNALS:

@@ -9,8 +9,9 @@
 
 class ErrorLog;
 
-/// What the windows of the Trimble/EM-38 import ask for, handed from one to the next: nothing of it takes
-/// effect before the last one is accepted. True distance is measured unless another distance is chosen.
+/// What the windows of the Trimble/EM-38 import ask for, handed from one to the next. The reader goes by this
+/// alone; that the first window puts its parameters into the survey in memory as well, even those that it
+/// refuses, is no concern of it. True distance is measured unless another distance is chosen.
 struct TrimbleOptions : SurveyParameters {
     TrimbleOptions() { DistanceMode = 1; }
 

@@ -1,6 +1,7 @@
 #include "analysis/em_adjustment.h"
 
 #include "app/run_time_error.h"
+#include "export/print_number.h"
 #include "support/made_up_readings.h"
 
 #include <gtest/gtest.h>
@@ -182,4 +183,15 @@ TEST(Adjustment, OfAMillionSitesReachesTheLast) {
     EXPECT_EQ(survey.SiteData(kEM1, 999999), 999999 % 7 + 0.5);
     EXPECT_EQ(survey.SiteData(kEM2, 999999), 3);
     EXPECT_EQ(survey.SiteData(kEM1, 0), 0.5);
+}
+
+// What the help document on adjustments warns of.
+TEST(Adjustment, ConstantTakenAwayAgainMayLeaveALastDigit) {
+    Survey survey = surveyOfReadings({.05, 34.49});
+    Session session;
+    AdjustmentOutcome outcome;
+    adjustReadings(survey, session, addToEM1("-2.8"), outcome);
+    adjustReadings(survey, session, addToEM1("2.8"), outcome);
+    EXPECT_EQ(printedNumber(survey.SiteData(kEM1, 0)), " .0499999999999998 ");
+    EXPECT_EQ(printedNumber(survey.SiteData(kEM1, 1)), " 34.49 ");
 }

@@ -150,6 +150,17 @@ TEST(HelpDocuments, AreSixteen) {
     EXPECT_EQ(QDir(kSources).entryList({u"hdoc*.md"_s}, QDir::Files).size(), 16);
 }
 
+TEST(HelpDocuments, HaveOneChapterEachForWhatGoesWrongInTheField) {
+    for (const QString& title : {u"## The logger that never stopped"_s, u"## Positions in degrees"_s,
+                                 u"## Metal under the field"_s}) {
+        int found = 0;
+        for (int number = 101; number <= 116; ++number)
+            for (const SourceLine& line : sourceLines(number))
+                found += line.text == title ? 1 : 0;
+        EXPECT_EQ(found, 1) << title.toStdString();
+    }
+}
+
 TEST(HelpDocuments, AreQuotedFromTheProgramPieceByPiece) {
     const TemporaryFolder folder;
     writeFile(folder / "one.cpp", R"(#include "left out.h"

@@ -1,6 +1,7 @@
 #include "export/transect_file.h"
 
 #include "app/run_time_error.h"
+#include "import/generic_reader.h"
 #include "support/file_size_limit.h"
 #include "support/nameless_files.h"
 #include "support/row_surveys.h"
@@ -298,4 +299,20 @@ TEST(TransectFileFailure, AKilledProgramLeavesTheOldFileOrTheNewOneWholeOnSimple
     EXPECT_EQ(killed.broken, 0);
     EXPECT_EQ(killed.old + killed.replaced, 100);
     RecordProperty("half", killed.half);
+}
+
+// What the help document on the export warns of.
+TEST(TransectFile, ReadBackWithTheCutOffThatTheGenericImportOffersLosesReadingsBelowZero) {
+    const TemporaryFolder folder;
+    GenericOptions options;
+    options.path = folder / "transect.txt";
+    options.errorLogPath = folder / "error_log.dat";
+    options.layout = kGenericLayouts[3];  // site number, X, Y, two readings, row
+    Survey parameters;
+    parameters.chooseDistance(1);
+    writeTransectFile(surveyWithRows({{0, 0, 20, 30, 1, 1}, {1, 0, -3.4, 30, 1, 2}, {2, 0, 20, 30, 1, 3}}),
+                      options.path, {});
+    EXPECT_EQ(importGenericFile(options, parameters).survey.NumSites, 2);
+    options.cutoff = -1000;
+    EXPECT_EQ(importGenericFile(options, parameters).survey.NumSites, 3);
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -297,4 +298,27 @@ TEST(RowEntries, AcceptZeroAsADistance) {
     EXPECT_EQ(checkDistance("0").fault, EntryFault::None);
     EXPECT_EQ(checkDistance("-0").fault, EntryFault::None);
     EXPECT_EQ(checkDistance(" 1d1 ").distance, 10);
+}
+
+// What the help document on rows says about a survey without gaps.
+TEST(RecalculatingRows, FindsThoseOfALoggerThatNeverStoppedOnceItsTurnsAreGone) {
+    constexpr int kPasses = 6, kLength = 30, kApart = 5;
+    std::vector<RowSite> sites;
+    for (int pass = 0; pass < kPasses; ++pass) {
+        for (int step = 0; step < kLength; ++step)
+            sites.push_back({pass * 1.0 * kApart, pass % 2 == 0 ? step : kLength - 1.0 - step, 20, 30});
+        const double end = pass % 2 == 0 ? kLength : -1;
+        for (int turn = 0; turn <= kApart && pass + 1 < kPasses; ++turn)
+            sites.push_back({pass * 1.0 * kApart + turn, end, 20, 30});
+    }
+    Survey survey = surveyWithRows(sites);
+    Recalculate_Rows(survey, 1, kApart / 2.0);
+    EXPECT_EQ(survey.NumRows, 1) << "no step is longer than another";
+
+    std::vector<RowSite> between;
+    std::copy_if(sites.begin(), sites.end(), std::back_inserter(between),
+                 [](const RowSite& site) { return site.y >= 0 && site.y < kLength; });
+    survey = surveyWithRows(between);
+    Recalculate_Rows(survey, 1, kApart / 2.0);
+    EXPECT_EQ(survey.NumRows, kPasses);
 }
