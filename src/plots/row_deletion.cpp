@@ -31,6 +31,7 @@ void dropRow(Survey& survey, SiteIndex firstBehind) {
 bool deleteSelectedSites(Survey& survey, int row, RowSelection& selection) {
     const RowSites sites = rowSites(survey, row);
     const std::vector<SiteIndex> indices = indicesOf(selection, sites);
+    Reserve_Chosen_Distance(survey);
     const SiteIndex removed = removeSitesAt(survey, indices);
     selection.clear();
     const bool emptied = removed > 0 && removed == sites.count;

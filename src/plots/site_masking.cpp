@@ -129,6 +129,7 @@ void recoverSites(SiteMaskArray& SiteMask) {
 }
 
 SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
+    Reserve_Chosen_Distance(survey);
     const SiteIndex removed = removeSites(survey, SiteMask);
     survey.SiteData.resize(survey.NumSites);
     const auto kept = static_cast<std::size_t>(survey.NumSites);

@@ -144,6 +144,16 @@ void Calculate_Chosen_Distance(Survey& survey) {
         Calculate_Y_Distance(survey);
 }
 
+void Reserve_Chosen_Distance(Survey& survey) {
+    const auto size = static_cast<std::size_t>(survey.NumSites) + 1;
+    if (survey.UseTrueDist)
+        survey.TrueDist.reserve(size);
+    else if (survey.UseXDist)
+        survey.XDist.reserve(size);
+    else if (survey.UseYDist)
+        survey.YDist.reserve(size);
+}
+
 void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed) {
     if (survey.UseTrueDist)
         closeDistanceGaps(survey, removed, survey.TrueDist, survey.MaxTrueDist, trueDistance(survey));

@@ -25,6 +25,10 @@ void Calculate_Y_Distance(Survey& survey);
 /// Calculates the distances of the measure chosen (UseTrueDist, else UseXDist, else UseYDist); none, nothing.
 void Calculate_Chosen_Distance(Survey& survey);
 
+/// Makes room for the distances of the measure chosen. Who takes sites out calls it first, so that nothing
+/// behind the first site taken out can fail for want of memory.
+void Reserve_Chosen_Distance(Survey& survey);
+
 /// Brings the distances of the measure chosen in step with sites that have been removed, given the indices
 /// they had (ascending, each once): the result is that of Calculate_Chosen_Distance, but only the distances
 /// across a gap are calculated. Requires distances that were in step before; arrays of another length are

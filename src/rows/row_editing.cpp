@@ -71,6 +71,7 @@ void Joint_Row(Survey& survey, int row1, int row2) {
 }
 
 void Delete_Row(Survey& survey, int row) {
+    Reserve_Chosen_Distance(survey);
     removeRow(survey, row);
     closeNumberGap(survey, row);
     countRows(survey);

@@ -51,7 +51,7 @@ common_files() {
     local number size
     echo bin/varn-tessel
     for number in {101..116}; do echo "share/varn-tessel/helpdocs/hdoc$number.rtf"; done
-    (cd "$source" && ls samples/*.dat samples/*.csv samples/*.txt samples/README.md) | sed 's|^|share/varn-tessel/|'
+    (cd "$source" && ls samples/*.dat samples/*.csv samples/*.txt samples/README.md) | sed 's|^|share/doc/varn-tessel/|'
     echo share/applications/varn-tessel.desktop
     echo share/metainfo/io.varn.tessel.metainfo.xml
     echo share/icons/hicolor/scalable/apps/varn-tessel.svg
@@ -82,9 +82,9 @@ check_permissions() {
 }
 
 check_same_content() {
-    local file
-    for file in helpdocs samples; do
-        (cd "$1/share/varn-tessel/$file" && find . -type f -exec cmp {} "$source/$file/{}" \;) 2>&1 | grep . && return 1
+    local folder
+    for folder in varn-tessel/helpdocs doc/varn-tessel/samples; do
+        (cd "$1/share/$folder" && find . -type f -exec cmp {} "$source/${folder##*/}/{}" \;) 2>&1 | grep . && return 1
     done
     return 0
 }
@@ -102,6 +102,10 @@ check_hardening() {
     grep -q 'GNU_RELRO' <<<"$elf" || { echo "no read-only relocations"; return 1; }
     grep -q 'BIND_NOW\|Flags: NOW' <<<"$elf" || { echo "not bound at the start"; return 1; }
     grep -q '__stack_chk_fail' <<<"$elf" || { echo "no stack guard"; return 1; }
+    grep -qE '__[a-z]+_chk@' <<<"$elf" || { echo "no call of the C library that is checked"; return 1; }
+    grep -q '__glibcxx_assert_fail' <<<"$elf" || { echo "no checks of the C++ library"; return 1; }
+    [ "$(uname -m)" != x86_64 ] || [ "$(objdump -d "$1" | grep -c endbr64)" -gt 1000 ] ||
+        { echo "branches are not tracked"; return 1; }
 }
 
 check_no_build_paths() { ! grep -aqF "$source" "$1" || { echo "the program names $source"; return 1; }; }
@@ -151,14 +155,21 @@ fi
 check "starts from the folder, which it may not write" check_start "$prefix" "$work/home1"
 
 has dpkg-shlibdeps "the Debian package" && has dpkg-deb "the Debian package" && has file "the Debian package" || closing
+# The same sources make the same bytes, whenever and wherever the package is made.
+SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l "$source/packaging/debian/changelog" -S Timestamp)
+export SOURCE_DATE_EPOCH
 check "makes a Debian package" cpack --config "$build/CPackConfig.cmake" -G DEB -B "$work/cpack"
+sleep 2 # beyond the grain of a file's time
+check "makes it again elsewhere" cpack --config "$build/CPackConfig.cmake" -G DEB -B "$work/elsewhere/cpack"
+check "makes the same bytes twice" cmp "$work"/cpack/*.deb "$work"/elsewhere/cpack/*.deb
 deb=$(find "$work/cpack" -maxdepth 1 -name 'varn-tessel_*.deb')
 [ -n "$deb" ] || closing
 root=$work/root
 check "unpacks" dpkg-deb -x "$deb" "$root"
 chmod 755 "$root"
 check "holds exactly what it should as a package" same_lines "$(files_below "$root")" "$( (common_files
-    printf 'share/doc/varn-tessel/%s\n' THIRD-PARTY.md changelog.Debian.gz changelog.gz copyright) | sed 's|^|usr/|')"
+    printf 'share/doc/varn-tessel/%s\n' THIRD-PARTY.md changelog.Debian.gz changelog.gz copyright
+    echo share/lintian/overrides/varn-tessel) | sed 's|^|usr/|')"
 check "has sensible permissions as a package" check_permissions "$root"
 check "belongs to the system alone" test -z "$(dpkg-deb -c "$deb" | grep -v ' root/root ')"
 check "depends on the libraries that it uses" test 3 = "$(dpkg-deb -f "$deb" Depends | tr ',' '\n' |
@@ -168,7 +179,8 @@ if has readelf "the compiler's guards"; then
     check "has no symbols that only a debugger reads" test -z "$(readelf -W -S "$root/usr/bin/varn-tessel" | grep -F .symtab)"
 fi
 if has lintian "lintian"; then
-    check "passes lintian without error or warning" lintian --allow-root --fail-on error,warning "$deb"
+    check "passes lintian without error, warning or remark" lintian --allow-root --fail-on error,warning,info \
+        --display-info "$deb"
 fi
 check "starts from where the package was unpacked" check_start "$root/usr" "$work/home2"
 closing

@@ -1,0 +1,117 @@
+#include "analysis/em_adjustment.h"
+#include "plots/row_deletion.h"
+#include "plots/site_masking.h"
+#include "rows/row_detection.h"
+#include "rows/row_editing.h"
+#include "support/failing_allocations.h"
+#include "support/row_surveys.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <new>
+#include <optional>
+#include <vector>
+
+// An act for which memory runs out is not done at all: the survey is the one before it, to the last entry.
+
+namespace {
+
+struct Contents {
+    explicit Contents(const Survey& survey)
+        : numbers{static_cast<double>(survey.NumSites),
+                  static_cast<double>(survey.NumRows),
+                  static_cast<double>(survey.RowIndex),
+                  survey.MinDistance,
+                  static_cast<double>(survey.DistanceMode),
+                  survey.MaxTrueDist,
+                  survey.MaxXDist,
+                  survey.MaxYDist},
+          ids(survey.SiteID),
+          distances{survey.TrueDist, survey.XDist, survey.YDist},
+          points(survey.NumPoints.begin(), survey.NumPoints.end()) {
+        for (int column = 0; column < kSiteColumns; ++column)
+            columns.emplace_back(survey.SiteData.column(column),
+                                 survey.SiteData.column(column) + survey.SiteData.capacity());
+    }
+    bool operator==(const Contents&) const = default;
+
+    std::vector<double> numbers, ids;
+    std::vector<std::vector<double>> columns, distances;
+    std::vector<std::int64_t> points;
+};
+
+// Three rows; the distances of the measure in force have just enough room, as after an import, or none.
+Survey madeSurvey(bool withDistances) {
+    Survey survey = surveyWithRows({{0, 0, 10, 1, 1},
+                                    {1, 0, 11, 2, 1},
+                                    {2, 0, 12, 3, 1},
+                                    {20, 5, 13, 4, 2},
+                                    {21, 5, 14, 5, 2},
+                                    {40, 9, 15, 6, 3}});
+    survey.chooseDistance(1);
+    Calculate_NumPoints(survey);
+    if (withDistances)
+        Calculate_Distance(survey);
+    else
+        survey.TrueDist = std::vector<double>();
+    return survey;
+}
+
+// Runs the act with memory for no allocation, for one, for two, ... until it is done.
+void expectWholeOrNotAtAll(const std::function<void(Survey&)>& act) {
+    for (const bool withDistances : {true, false}) {
+        bool done = false;
+        for (long successes = 0; !done && successes < 100; ++successes) {
+            Survey survey = madeSurvey(withDistances);
+            const Contents before(survey);
+            try {
+                const FailingAllocations failing(successes);
+                act(survey);
+                done = !failing.hasFailed();
+            } catch (const std::bad_alloc&) {
+                EXPECT_EQ(Contents(survey), before) << "after " << successes << " allocations";
+            }
+        }
+        EXPECT_TRUE(done);
+    }
+}
+
+}  // namespace
+
+TEST(OutOfMemory, LeavesARowThatWasToBeDeleted) {
+    expectWholeOrNotAtAll([](Survey& survey) { Delete_Row(survey, 2); });
+}
+
+TEST(OutOfMemory, LeavesSitesOfARowThatWereToBeDeleted) {
+    expectWholeOrNotAtAll([](Survey& survey) {
+        RowSelection selection;
+        selection.append(1);
+        selection.append(3);
+        deleteSelectedSites(survey, 1, selection);
+    });
+}
+
+TEST(OutOfMemory, LeavesTheLastSiteOfARowThatWasToBeDeleted) {
+    expectWholeOrNotAtAll([](Survey& survey) {
+        RowSelection selection;
+        selection.append(1);
+        deleteSelectedSites(survey, 3, selection);
+    });
+}
+
+TEST(OutOfMemory, LeavesMaskedSitesThatWereToBeDeleted) {
+    expectWholeOrNotAtAll([masks = SiteMaskArray{0, 1, 0, 1, 0, 0}](Survey& survey) {
+        SiteMaskArray SiteMask(masks);
+        deleteMaskedSites(survey, SiteMask);
+    });
+}
+
+TEST(OutOfMemory, LeavesRowsThatWereToBeFoundAnew) {
+    for (const int measure : {1, 2, 3})
+        expectWholeOrNotAtAll([measure](Survey& survey) { Recalculate_Rows(survey, measure, 0.5); });
+}
+
+TEST(OutOfMemory, LeavesRowsThatWereToBeJoined) {
+    expectWholeOrNotAtAll([](Survey& survey) { Joint_Row(survey, 1, 2); });
+}

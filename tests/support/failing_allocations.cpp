@@ -1,0 +1,54 @@
+#include "support/failing_allocations.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+constexpr long kUnlimited = -1;
+thread_local long successesLeft = kUnlimited;
+thread_local bool failed = false;
+
+void* allocate(std::size_t size) {
+    if (successesLeft == 0) {
+        failed = true;
+        throw std::bad_alloc();
+    }
+    if (successesLeft > 0) --successesLeft;
+    if (void* const memory = std::malloc(size > 0 ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+FailingAllocations::FailingAllocations(long successes) {
+    failed = false;
+    successesLeft = successes;
+}
+
+FailingAllocations::~FailingAllocations() {
+    successesLeft = kUnlimited;
+}
+
+bool FailingAllocations::hasFailed() const {
+    return failed;
+}
+
+void* operator new(std::size_t size) {
+    return allocate(size);
+}
+void* operator new[](std::size_t size) {
+    return allocate(size);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
