@@ -1,12 +1,11 @@
 #include "app/line_reader.h"
 
+#include "app/input_file.h"
 #include "app/run_time_error.h"
 
 #include <bit>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -44,17 +43,9 @@ const char* findLineEnd(const char* first, const char* last) {
 }  // namespace
 
 LineReader::LineReader(const std::string& path) : path_(path), buffer_(kBlock) {
-    // Not blocking, or opening a pipe that nobody writes to would wait for ever.
-    file_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file_ < 0) throw RunTimeError::file(path, "cannot be opened", errno);
-    struct stat status {};
-    const bool regular = ::fstat(file_, &status) == 0 && S_ISREG(status.st_mode);
-    if (!regular) {
-        ::close(file_);
-        throw RunTimeError::file(path, "cannot be read",
-                                 S_ISDIR(status.st_mode) ? "it is a folder" : "it is not a regular file");
-    }
-    fileSize_ = status.st_size;
+    const InputFile file = openInputFile(path);
+    file_ = file.descriptor;
+    fileSize_ = file.size;
     position_ = end_ = buffer_.data();
     try {
         skipByteOrderMark();

@@ -25,6 +25,11 @@ class LineReader {
     /// Number of the line that next() gave last, from 1.
     std::int64_t lineNumber() const { return lineNumber_; }
 
+    /// The bytes with which the file begins, a block of them or all; to be asked for before next().
+    std::string_view firstBytes() const {
+        return {buffer_.data(), static_cast<std::size_t>(end_ - buffer_.data())};
+    }
+
     /// Size of the file (bytes) when it was opened.
     std::int64_t fileSize() const { return fileSize_; }
 

@@ -194,6 +194,7 @@ void completeRows(Survey& survey) {
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
                              ImportSummary& summary) {
     LineReader file(options.path);
+    summary.kind = recogniseFileKind(file.firstBytes());
     survey.SiteIDPresent = options.layout.siteNumber;
     survey.TwoEMColumns = options.layout.secondReading;
     GenericReader reader(options, survey, log);

@@ -108,6 +108,7 @@ class TrimbleReader {
 std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
                              ImportSummary& summary) {
     LineReader file(options.path);
+    summary.kind = recogniseFileKind(file.firstBytes());
     survey = Survey{};
     static_cast<SurveyParameters&>(survey) = options;
     survey.chooseDistance(options.DistanceMode);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fcntl.h>
 #include <filesystem>
 #include <random>
 #include <sys/stat.h>
@@ -192,8 +193,13 @@ TEST(LineReader, SaysSoWhenTheFileShrinksWhileItIsRead) {
 }
 
 TEST(LineReader, SaysSoWhenReadingFailsFromTheStart) {
-    EXPECT_EQ(descriptionOfOpening("/proc/self/mem"), "/proc/self/mem cannot be read: Input/output error");
-    EXPECT_EQ(descriptorOf("/proc/self/mem"), -1) << "left open";
+    const TemporaryFolder folder;
+    const std::string path = folder / "card.dat";
+    writeFile(path, "1 2 3");
+    int broken = -1;
+    const BeforeReading first(1, [&](int file) { breakDevice(broken = file); });
+    EXPECT_EQ(descriptionOfOpening(path), path + " cannot be read: Input/output error");
+    EXPECT_EQ(::fcntl(broken, F_GETFD), -1) << "left open";
 }
 
 TEST(LineReader, SaysSoWhenReadingFailsMidway) {

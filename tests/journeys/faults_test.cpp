@@ -149,7 +149,7 @@ TEST_F(Faults, ASourceThatVanishesMeanwhileIsReported) {
 
 TEST_F(Faults, ASourceThatBecomesUnreadableMeanwhileIsReported) {
     writeFile(folder / "survey.dat", sensorLines(10, 0));
-    boxes.tell(fromPath(folder / "survey.dat") + u" cannot be read: Input/output error"_s);
+    boxes.tell(fromPath(folder / "survey.dat") + u" cannot be read: it is a file of the system's own"_s);
     importTrimbleFile(*main, entries(folder / "survey.dat"), [&](const QWidget& window) {
         if (window.objectName() != u"frmIniDisplay"_s) return;
         std::filesystem::remove(folder / "survey.dat");

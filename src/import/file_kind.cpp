@@ -1,0 +1,112 @@
+#include "import/file_kind.h"
+
+#include "app/input_file.h"
+#include "import/text_lines.h"
+#include "import/value_scanner.h"
+
+#include <algorithm>
+
+namespace {
+
+// The values of a line, and how many of them are numbers.
+struct LineOfValues {
+    int values = 0, numbers = 0;
+
+    bool ofNumbers() const { return numbers >= 2 && numbers * 2 >= values; }
+};
+
+LineOfValues plainValues(std::string_view line) {
+    LineOfValues found;
+    ValueScanner scanner;
+    scanner.beginLine(line);
+    for (ScannedValue value; scanner.next(value); ++found.values)
+        found.numbers += value.numeric;
+    return found;
+}
+
+// A number with digits behind a comma, or a whole one; `commas` counts the former.
+bool isDecimalCommaNumber(std::string_view text, int& commas) {
+    if (text.find('.') != std::string_view::npos) return false;
+    std::string number(text);
+    const std::size_t comma = number.find(',');
+    if (comma == std::string::npos) return isNumeric(number);
+    number[comma] = '.';
+    if (number.find_first_of("0123456789", comma) != comma + 1 || !isNumeric(number)) return false;
+    ++commas;
+    return true;
+}
+
+// Whether semicolons stand between values and commas in numbers.
+bool hasDecimalCommas(std::string_view line) {
+    LineOfValues found;
+    int commas = 0;
+    while (!line.empty()) {
+        const std::string_view field = line.substr(0, line.find(';'));
+        line.remove_prefix(std::min(field.size() + 1, line.size()));
+        found.numbers += isDecimalCommaNumber(field, commas);
+        ++found.values;
+    }
+    return commas > 0 && found.ofNumbers();
+}
+
+bool hasTabBetweenValues(std::string_view line) {
+    const std::size_t first = line.find_first_not_of(" \t");
+    const std::size_t last = line.find_last_not_of(" \t");
+    return first != std::string_view::npos && line.substr(first, last - first).find('\t') != line.npos;
+}
+
+bool isBlankLine(std::string_view line) {
+    return line.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+class LineCounter {
+  public:
+    void add(std::string_view line) {
+        const bool decimalCommas = hasDecimalCommas(line);
+        if (!decimalCommas && !plainValues(line).ofNumbers()) {
+            if (linesOfNumbers_ == 0) addHeaderLine(line);
+            return;
+        }
+        ++linesOfNumbers_;
+        decimalCommas_ += decimalCommas;
+        tabs_ += hasTabBetweenValues(line);
+    }
+
+    void describe(FileKind& kind) const {
+        if (linesOfNumbers_ == 0) return;
+        kind.decimalCommas = decimalCommas_ * 2 > linesOfNumbers_;
+        kind.tabs = tabs_ * 2 > linesOfNumbers_;
+        if (textInHeader_) kind.headerLines = headerLines_;
+    }
+
+  private:
+    void addHeaderLine(std::string_view line) {
+        ++headerLines_;
+        textInHeader_ = textInHeader_ || !isBlankLine(line);
+    }
+
+    int linesOfNumbers_ = 0, decimalCommas_ = 0, tabs_ = 0, headerLines_ = 0;
+    bool textInHeader_ = false;
+};
+
+}  // namespace
+
+FileKind recogniseFileKind(std::string_view firstBytes) {
+    FileKind kind;
+    firstBytes = firstBytes.substr(0, kFirstBytes);
+    kind.encoding = recogniseTextEncoding(firstBytes);
+    const std::string text = decodedText(firstBytes, kind.encoding);
+    kind.isText = looksLikeText(text);
+    if (!kind.isText) return kind;
+    LineCounter lines;
+    // The last line of a large file is cut off somewhere.
+    TextLines rest(text, firstBytes.size() == kFirstBytes);
+    for (std::string_view line; rest.next(line);)
+        lines.add(line);
+    lines.describe(kind);
+    return kind;
+}
+
+FileKind recogniseFileKind(const std::string& path) {
+    return recogniseFileKind(std::string_view(readFirstBytes(path, kFirstBytes)));
+}

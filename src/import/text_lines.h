@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+/// The lines of a text in memory, ended by CR LF, LF or CR as LineReader has them.
+class TextLines {
+  public:
+    /// A last line without end is given unless the text is `cutOff` there.
+    TextLines(std::string_view text, bool cutOff) : rest_(text), cutOff_(cutOff) {}
+
+    /// Gives the next line; false when there is none.
+    bool next(std::string_view& line) {
+        const std::size_t end = rest_.find_first_of("\r\n");
+        if (rest_.empty() || (end == std::string_view::npos && cutOff_)) return false;
+        line = rest_.substr(0, end);
+        rest_.remove_prefix(line.size());
+        rest_.remove_prefix(rest_.starts_with("\r\n") ? 2 : rest_.empty() ? 0 : 1);
+        return true;
+    }
+
+  private:
+    std::string_view rest_;
+    bool cutOff_;
+};
