@@ -17,6 +17,7 @@
 #include "app/frmMain.h"
 #include "app/program_directories.h"
 #include "app/survey.h"
+#include "app/survey_fingerprint.h"
 #include "export/frmOutput.h"
 #include "import/TrimbleImport.h"
 #include "import/frmGeneric.h"
@@ -54,7 +55,7 @@ class Program : public QObject {
         connect(&import_, &TrimbleImport::imported, this,
                 [this](const ImportSummary& summary) { surveyReplaced(summary); });
         connect(&import_, &TrimbleImport::tooManyRows, this, [this] { showRowDialog(); });
-        connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { describeSurvey(); });
+        connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { followSurvey(); });
     }
 
   private:
@@ -69,7 +70,12 @@ class Program : public QObject {
                     [this](const ImportSummary& summary) { surveyReplaced(summary); });
             showAlone(window);
         });
-        on(main_.mnuSave, [this] { showAlone(new frmOutput(&main_)); });
+        on(main_.mnuSave, [this] {
+            auto* const window = new frmOutput(&main_);
+            connect(window, &frmOutput::exported, this,
+                    [this] { exported_ = surveyFingerprint(theSurvey()); });
+            showAlone(window);
+        });
     }
 
     void joinEdit() {
@@ -155,7 +161,19 @@ class Program : public QObject {
 
     void surveyChanged() {
         main_.hidePlots();
+        followSurvey();
+    }
+
+    // Whatever has changed the survey, what does not stand in the view that is shown follows.
+    void followSurvey() {
+        noteUnexported();
         describeSurvey();
+    }
+
+    // What has been exported is no longer the survey: the exit question is asked again.
+    void noteUnexported() {
+        bool& saved = theSession().DataSaved;
+        saved = saved && surveyFingerprint(theSurvey()) == exported_;
     }
 
     void describeSurvey() {
@@ -209,7 +227,8 @@ class Program : public QObject {
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
-    ImportSummary imported_;  // of the import that the survey comes from
+    std::uint64_t exported_ = 0;  // the survey as it was written last
+    ImportSummary imported_;      // of the import that the survey comes from
     QPointer<frmDataEdit> rowDialog_;
     QPointer<QWidget> statistics_, histograms_, correlation_;
 };

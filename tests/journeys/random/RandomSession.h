@@ -262,8 +262,9 @@ class RandomSession {
 
     PlainSurvey survey_;
     bool saved_ = false;
-    bool counted_ = false;   ///< the sites of each row have been counted since they changed
-    bool measured_ = false;  ///< the distances have been calculated
+    std::vector<PlainSite> exported_;  ///< the sites as they were written last
+    bool counted_ = false;             ///< the sites of each row have been counted since they changed
+    bool measured_ = false;            ///< the distances have been calculated
     double totalA_ = 0, totalB_ = 0;
     QString textEditor_ = QStringLiteral("/bin/true ");
     int printScale_ = 1;

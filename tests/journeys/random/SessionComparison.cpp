@@ -19,6 +19,14 @@ bool sameBits(double a, double b) {
     return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
+bool sameSites(const std::vector<PlainSite>& a, const std::vector<PlainSite>& b) {
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(), [](const PlainSite& one, const PlainSite& other) {
+            return sameBits(one.x, other.x) && sameBits(one.y, other.y) && sameBits(one.em1, other.em1) &&
+                   sameBits(one.em2, other.em2) && one.row == other.row && one.id == other.id;
+        });
+}
+
 std::string shown(double value) {
     char text[40];
     std::snprintf(text, sizeof text, "%.17g", value);
@@ -59,6 +67,8 @@ void RandomSession::compareSites() {
     }
     if (!sameBits(theSession().EMAdjustTotalA, totalA_)) differ("EMAdjustTotalA differs");
     if (!sameBits(theSession().EMAdjustTotalB, totalB_)) differ("EMAdjustTotalB differs");
+    // Once the survey is another than the one exported, it stays so.
+    saved_ = saved_ && sameSites(survey_.sites, exported_);
     same("DataSaved", theSession().DataSaved, saved_);
     same<double>("PrintScale", theSession().PrintScale, printScale_);
     sameText("TextEditor", QString::fromStdString(theSession().TextEditor), textEditor_);
