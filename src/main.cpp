@@ -30,6 +30,7 @@
 #include "rows/row_detection.h"
 
 #include <QLocale>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QStandardPaths>
 
@@ -112,14 +113,22 @@ class Program : public QObject {
     void joinHelp() {
         on(main_.mnuHelpAbout, [this] { showModal(new frmAbout(&main_)); });
         on(main_.mnusetDTE, [this] { mnusetDTE_Click(&main_); });
-        on(main_.mnuDPI300, [this] { mnuDPI300_Click(&main_); });
-        on(main_.mnuDPI600, [this] { mnuDPI600_Click(&main_); });
-        on(main_.mnuDPI1200, [this] { mnuDPI1200_Click(&main_); });
+        on(main_.mnuDPI300, [this] { setResolution(mnuDPI300_Click); });
+        on(main_.mnuDPI600, [this] { setResolution(mnuDPI600_Click); });
+        on(main_.mnuDPI1200, [this] { setResolution(mnuDPI1200_Click); });
+        showResolution(*main_.mnuDPI300, *main_.mnuDPI600, *main_.mnuDPI1200);
         on(main_.mnuHmain1, [this] { openHelp(&main_, 101); });
         on(main_.mnuHmain2, [this] { openHelp(&main_, 102); });
         on(main_.mnuHmain3, [this] { openHelp(&main_, 103); });
         connect(new QShortcut(QKeySequence::HelpContents, &main_), &QShortcut::activated, this,
                 guarded(&main_, [this] { openHelp(&main_, helpOfView()); }));
+    }
+
+    void setResolution(void (*choose)(QWidget*)) {
+        // Chosen, the item has checked or unchecked itself.
+        const auto show =
+            qScopeGuard([this] { showResolution(*main_.mnuDPI300, *main_.mnuDPI600, *main_.mnuDPI1200); });
+        choose(&main_);
     }
 
     void mnuSigCorr_Click() {
@@ -249,7 +258,7 @@ int main(int argc, char** argv) {
     findProgramDirectories(
         theSession(), Application::applicationDirPath().toStdString(),
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/varn-tessel");
-    ReadTEinfo(theSession());
+    setRefusedSettings(ReadTEinfo(theSession()));
     const auto window = createProgram();
     window->show();
     return Application::exec();

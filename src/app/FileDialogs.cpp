@@ -20,6 +20,7 @@ QString showOnScreen(QWidget* parent, const FileQuestion& question) {
     dialog.setFileMode(question.toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(nameFilters(question.filter));
+    dialog.selectNameFilter(nameFilters(question.filter).value(question.firstFilter));
     dialog.setDefaultSuffix(question.suffix);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
     return dialog.selectedFiles().constFirst();
@@ -31,12 +32,12 @@ QString respond(QWidget* parent, const FileQuestion& question) {
 
 }  // namespace
 
-QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter) {
-    return respond(parent, {caption, filter, false, {}});
+QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter, int firstFilter) {
+    return respond(parent, {caption, filter, false, {}, firstFilter});
 }
 
 QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter, const QString& suffix) {
-    return respond(parent, {caption, filter, true, suffix});
+    return respond(parent, {caption, filter, true, suffix, 0});
 }
 
 void setFileResponder(FileResponder responder) {

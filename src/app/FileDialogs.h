@@ -15,10 +15,12 @@ struct FileQuestion {
     QString filter;
     bool toSave = false;
     QString suffix;
+    int firstFilter = 0;  ///< the pair of the filter that is in force when the dialog comes up
 };
 
-/// Asks for an existing file; empty when cancelled. Symbolic links count as what they point to.
-QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter);
+/// Asks for an existing file; empty when cancelled. Symbolic links count as what they point to. `firstFilter`
+/// is the pair of the filter with which the dialog comes up.
+QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter, int firstFilter = 0);
 
 /// Asks for a file to write, and whether an existing one may be replaced; empty when cancelled. The name is
 /// what was typed; a suffix ("pdf") is only added to a name without one, and only if one is given.

@@ -101,7 +101,10 @@ void startTextEditor(const std::string& path) {
     }
     const std::string name = editor.trimmed().toStdString();
     if (command.program.isEmpty())
-        throw RunTimeError::file(path, "cannot be opened", "there is no program " + name);
+        throw RunTimeError::file(path, "cannot be opened",
+                                 QFileInfo(QString::fromStdString(name)).isFile()
+                                     ? name + " may not be executed"
+                                     : "there is no program " + name);
     command.arguments << fromPath(path);
     if (!currentStarter()(command))
         throw RunTimeError::file(path, "cannot be opened", name + " cannot be started");

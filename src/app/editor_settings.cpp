@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -38,9 +39,9 @@ std::string takeItem(std::string_view& line) {
 }
 
 std::vector<std::string> readItems(const std::string& path) {
+    if (std::filesystem::file_size(path) > kLargestFile)
+        throw RunTimeError::file(path, "cannot be read", "it is too large for settings");
     std::vector<std::string> items;
-    std::error_code error;
-    if (std::filesystem::file_size(path, error) > kLargestFile || error) return items;
     LineReader reader(path);
     std::string_view line;
     while (items.size() < kItems && reader.next(line)) {
@@ -51,19 +52,68 @@ std::vector<std::string> readItems(const std::string& path) {
     return items;
 }
 
+std::string settingsFile(const Session& session) {
+    const std::string name = "/VARN_te_fio_info.dat";
+    std::error_code error;
+    const std::string users = session.DataDir + name;
+    return std::filesystem::exists(users, error) ? users : session.AppDir + name;
+}
+
+// The items of the file as they are taken over, and what is said of those that are not.
+class Settings {
+  public:
+    Settings(const std::string& path, Session& session) : path_(path), session_(session) {}
+
+    void take(const std::vector<std::string>& items) {
+        takeEditor(items);
+        takePrintScale(items);
+    }
+
+    std::vector<std::string> refused() { return std::move(refused_); }
+
+  private:
+    void takeEditor(const std::vector<std::string>& items) {
+        if (items.size() > kEditor && !items[kEditor].empty())
+            session_.TextEditor = items[kEditor] + " ";
+        else
+            refuse("item 2, the text editor, is missing");
+    }
+
+    void takePrintScale(const std::vector<std::string>& items) {
+        if (items.size() <= kPrintScale || items[kPrintScale].empty())
+            return refuse("item 6, the printer resolution factor, is missing");
+        const auto factor = numericValue(items[kPrintScale]);
+        if (factor && *factor >= kSmallestPrintScale && *factor <= kLargestPrintScale)
+            session_.PrintScale = *factor;
+        else
+            refuse("item 6, \"" + items[kPrintScale] +
+                   "\", is no printer resolution factor between 0.1 and 100");
+    }
+
+    void refuse(const std::string& what) { refused_.push_back(path_ + ": " + what + "."); }
+
+    enum Item : std::size_t { kEditor = 1, kPrintScale = 5 };
+
+    const std::string& path_;
+    Session& session_;
+    std::vector<std::string> refused_;
+};
+
 }  // namespace
 
-void ReadTEinfo(Session& session) {
+std::vector<std::string> ReadTEinfo(Session& session) {
     session.TextEditor = kFallbackEditor;
     session.PrintScale = 1.0;
+    const std::string path = settingsFile(session);
+    std::error_code error;
+    if (!std::filesystem::exists(std::filesystem::symlink_status(path, error))) return {};
     try {
-        const auto items = readItems(session.AppDir + "/VARN_te_fio_info.dat");
-        if (items.size() < kItems) return;
-        const auto factor = numericValue(items[5]);
-        if (items[1].empty() || !factor || *factor <= 0) return;
-        session.TextEditor = items[1] + " ";
-        session.PrintScale = *factor;
-    } catch (const RunTimeError&) {
-        // Without settings the fallback is in force; nothing is lost that the user could miss.
+        Settings settings(path, session);
+        settings.take(readItems(path));
+        return settings.refused();
+    } catch (const RunTimeError& problem) {
+        return {problem.description() + "."};
+    } catch (const std::filesystem::filesystem_error& problem) {
+        return {path + " cannot be read: " + problem.code().message() + "."};
     }
 }

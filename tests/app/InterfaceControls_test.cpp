@@ -7,7 +7,10 @@
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
+#include <QAction>
 #include <gtest/gtest.h>
+
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +35,7 @@ class InterfaceControls : public testing::Test {
         setFileResponder({});
         setProgramStarter({});
         setDesktopOpener({});
+        setRefusedSettings({});
     }
     TemporaryFolder folder;
     ExpectedBoxes boxes;
@@ -125,4 +129,68 @@ TEST_F(InterfaceControls, SayWhichErrorLogIsMissing) {
         EXPECT_EQ(error.description(),
                   folder / "error_log.dat" + " cannot be opened: No such file or directory");
     }
+}
+
+TEST_F(InterfaceControls, OfferAllFilesFirstWhereProgramsCarryNoEnding) {
+    int first = -1;
+    setFileResponder([&](const FileQuestion& question) {
+        first = question.firstFilter;
+        return QString();
+    });
+    boxes.ask(true, kEditorQuestion);
+    boxes.tell(u"Note: the text editor has been reset to the default program c:\\windows\\write.exe "_s);
+    mnusetDTE_Click(nullptr);
+    EXPECT_EQ(first, 1);
+}
+
+TEST_F(InterfaceControls, RefuseAnEditorThatMayNotBeExecuted) {
+    writeFile(folder / "notes.txt", "");
+    setFileResponder([&](const FileQuestion&) { return fromPath(folder / "notes.txt"); });
+    boxes.ask(true, kEditorQuestion);
+    try {
+        mnusetDTE_Click(nullptr);
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.description(),
+                  folder / "notes.txt" + " cannot be used as text editor: Permission denied");
+    }
+    EXPECT_EQ(theSession().TextEditor, "/usr/bin/before ");
+}
+
+TEST_F(InterfaceControls, SayThatAnEditorOfTheSettingsMayNotBeExecuted) {
+    writeFile(folder / "notes.txt", "");
+    writeFile(folder / "error_log.dat", "");
+    theSession().TextEditor = folder / "notes.txt" + " ";
+    try {
+        mnuEL_Click();
+        FAIL() << "no error";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.description(), folder / "error_log.dat" + " cannot be opened: " +
+                                           (folder / "notes.txt") + " may not be executed");
+    }
+}
+
+TEST_F(InterfaceControls, NameWhatTheSettingsFileHeldInVain) {
+    setRefusedSettings({"settings: item 2 is missing.", "settings: item 6 is missing."});
+    const QString refused = u"\n\nsettings: item 2 is missing.\n\nsettings: item 6 is missing."_s;
+    boxes.ask(false, kEditorQuestion + refused);
+    mnusetDTE_Click(nullptr);
+    boxes.tell(u"The printer resolution has been temporarily redefined to be 600 DPI."_s + refused);
+    mnuDPI600_Click(nullptr);
+}
+
+TEST_F(InterfaceControls, CheckTheResolutionInForce) {
+    QAction dpi300, dpi600, dpi1200;
+    const auto checked = [&] {
+        showResolution(dpi300, dpi600, dpi1200);
+        return std::vector<bool>{dpi300.isChecked(), dpi600.isChecked(), dpi1200.isChecked()};
+    };
+    using Checks = std::vector<bool>;
+    EXPECT_EQ(checked(), (Checks{true, false, false}));
+    theSession().PrintScale = 2;
+    EXPECT_EQ(checked(), (Checks{false, true, false}));
+    theSession().PrintScale = 4;
+    EXPECT_EQ(checked(), (Checks{false, false, true}));
+    theSession().PrintScale = 3;
+    EXPECT_EQ(checked(), (Checks{false, false, false}));
 }

@@ -32,6 +32,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     session.AppDir = folder.path;
     ReadTEinfo(session);
     require(session.TextEditor.size() > 1 && session.TextEditor.back() == ' ');
-    require(std::isfinite(session.PrintScale) && session.PrintScale > 0);
+    require(session.PrintScale >= kSmallestPrintScale && session.PrintScale <= kLargestPrintScale);
     return 0;
 }

@@ -159,10 +159,17 @@ TEST_F(MainMenu, GivesHelpForWhatTheMainWindowShows) {
 TEST_F(MainMenu, ChangesThePrinterResolution) {
     const std::pair<QString, double> items[] = {
         {u"mnuDPI600"_s, 2.0}, {u"mnuDPI1200"_s, 4.0}, {u"mnuDPI300"_s, 1.0}};
+    EXPECT_TRUE(main->mnuDPI300->isChecked());
     for (const auto& [item, scale] : items) {
-        boxes.tell(u"The printer resolution has been temporarily redefined to be %1 DPI."_s.arg(item.mid(6)));
-        chooseItem(*main, item);
-        EXPECT_EQ(theSession().PrintScale, scale);
+        // Chosen twice it stays what it is.
+        for (int time = 0; time < 2; ++time) {
+            boxes.tell(
+                u"The printer resolution has been temporarily redefined to be %1 DPI."_s.arg(item.mid(6)));
+            chooseItem(*main, item);
+            EXPECT_EQ(theSession().PrintScale, scale);
+            for (const auto& other : items)
+                EXPECT_EQ(main->menuItem(other.first)->isChecked(), other.first == item);
+        }
     }
 }
 
