@@ -210,6 +210,8 @@ void frmHistForm::drawEM2() {
 }
 
 void frmHistForm::mnuPrint_Click() {
+    if (!plotted1_) mnuPlot_Click();
+    if (!plotted1_) return;  // and the user has been told why
     const Hourglass hourglass(this);
     printPage(this, windowTitle(),
               [this](QPainter& painter, const QPrinter& printer) { printHistograms(painter, printer); });

@@ -70,6 +70,8 @@ void frmSigCorrStruct::MakeChart() {
 }
 
 void frmSigCorrStruct::mnuPrint_Click() {
+    if (Chart2D1->isHidden()) mnuPlot1_Click();
+    if (Chart2D1->isHidden()) return;  // and the user has been told why
     const Hourglass hourglass(this);
     const double size = std::nearbyint(kPrintSize * theSession().PrintScale);
     printPage(this, windowTitle(), [this, size](QPainter& painter, const QPrinter&) {

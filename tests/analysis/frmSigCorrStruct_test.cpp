@@ -241,12 +241,23 @@ TEST_F(CorrelationWindow, PrintsIntoASquareOfWholeDeviceUnits) {
     }
 }
 
-TEST_F(CorrelationWindow, CanBePrintedBeforeTheFirstPlot) {
+TEST_F(CorrelationWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
     open();
     const PrintedPdf pdf;
     window().mnuPrint->trigger();
     EXPECT_TRUE(pdf.exists());
-    EXPECT_FALSE(chart().isVisible());
+    EXPECT_TRUE(chart().isVisible());
+    EXPECT_FALSE(pdf.find(u"Conductivity"_s).isNull());
+}
+
+TEST_F(CorrelationWindow, PrintsNothingThatItCannotPlot) {
+    open();
+    theSurvey().TwoEMColumns = false;
+    const PrintedPdf pdf;
+    boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
+    window().mnuPrint->trigger();
+    EXPECT_EQ(pdf.questions(), 0);
+    EXPECT_FALSE(pdf.exists());
 }
 
 TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPrints) {
