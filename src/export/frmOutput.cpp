@@ -22,6 +22,13 @@ constexpr int kHelpDocument = 107;
 const QString kFileFilter = u"Text Files (*.txt)|*.TXT|Data Files (*.dat)|*.DAT|All Files (*.*)|*"_s;
 const QString kReportTitle = u"VARN-Tesl"_s;
 
+// A box that only shows stands on the window's own ground.
+void lookReadOnly(QLineEdit& box) {
+    QPalette ground = box.palette();
+    ground.setBrush(QPalette::Base, ground.brush(QPalette::Window));
+    box.setPalette(ground);
+}
+
 void writeFile(QWidget* window, const std::string& path, const TransectFormat& format) {
     const Hourglass hourglass(window);
     writeTransectFile(theSurvey(), path, format);
@@ -32,6 +39,7 @@ void writeFile(QWidget* window, const std::string& path, const TransectFormat& f
 frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
     setupUi(this);
     connect(chkNoRow, &QCheckBox::toggled, this, guarded(this, [this] { chkNoRow_Click(); }));
+    connect(txtBRN, &QLineEdit::textChanged, this, guarded(this, [this] { showNotice(); }));
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { Command2_Click(); }));
     connect(Command3, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
@@ -45,9 +53,13 @@ void frmOutput::Form_Load() {
     // Room for a path of usual length, and for the largest row number.
     Text2->setMinimumWidth(fontMetrics().averageCharWidth() * 64);
     txtBRN->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000000"_s) + 16);
+    lookReadOnly(*Text1);
+    lookReadOnly(*Text2);
+    colourCaption(*lblNotice, kLightRed);
     showRecordFormat();
     Command2->setEnabled(false);
     txtBRN->setText(u"1"_s);
+    lookAtRows();
     Command1->setFocus();
 }
 
@@ -55,6 +67,24 @@ void frmOutput::showRecordFormat() {
     const Survey& survey = theSurvey();
     Text1->setText(QString::fromStdString(
         recordFormat(survey.SiteIDPresent, survey.TwoEMColumns, !chkNoRow->isChecked())));
+}
+
+void frmOutput::lookAtRows() {
+    withoutRow_ = sitesWithoutRow(theSurvey());
+    showNotice();
+}
+
+void frmOutput::showNotice() {
+    const int firstRow = roundToInt(numericValue(txtBRN->text().toStdString()).value_or(1));
+    const std::string notice = exportNotice(theSurvey(), withoutRow_, {!chkNoRow->isChecked(), firstRow});
+    lblNotice->setText(QString::fromStdString(notice));
+    lblNotice->setVisible(!notice.empty());
+}
+
+void frmOutput::changeEvent(QEvent* event) {
+    // The survey may have changed while another window was in front.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) lookAtRows();
+    QDialog::changeEvent(event);
 }
 
 void frmOutput::chkNoRow_Click() {
@@ -67,6 +97,7 @@ void frmOutput::chkNoRow_Click() {
     }
     colourCaption(*chkNoRow, chkNoRow->isChecked() ? kLightBlue : kBlack);
     showRecordFormat();
+    showNotice();
 }
 
 void frmOutput::Command1_Click() {
@@ -79,7 +110,6 @@ void frmOutput::Command1_Click() {
     Command2->setFocus();
 }
 
-// A number that no row number can be is refused like the others that are out of range.
 bool frmOutput::beginningRowIsValid() {
     const auto value = numericValue(txtBRN->text().toStdString());
     if (!value) {
@@ -88,12 +118,12 @@ bool frmOutput::beginningRowIsValid() {
         return false;
     }
     const double row = roundHalfToEven(*value);
-    if (row < 1 || row > std::numeric_limits<int>::max()) {
-        beep();
-        tell(this, u"Error! The specified beginning row number is < 1!"_s);
-        return false;
-    }
-    return true;
+    constexpr int kLargest = std::numeric_limits<int>::max();
+    if (row >= 1 && row <= kLargest) return true;
+    beep();
+    tell(this, row < 1 ? u"Error! The specified beginning row number is < 1!"_s
+                       : u"Error! The specified beginning row number is > %1!"_s.arg(kLargest));
+    return false;
 }
 
 void frmOutput::Command2_Click() {

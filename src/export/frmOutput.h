@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/survey.h"
 #include "ui_frmOutput.h"
 
 #include <QDialog>
@@ -18,6 +19,9 @@ class frmOutput : public QDialog, public Ui::frmOutput {
     /// The file has been written and DataSaved is set.
     void exported();
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void Form_Load();
     void chkNoRow_Click();
@@ -25,6 +29,9 @@ class frmOutput : public QDialog, public Ui::frmOutput {
     void Command2_Click();
     bool beginningRowIsValid();
     void showRecordFormat();
+    void lookAtRows();
+    void showNotice();
 
     std::string outputPath_;
+    SiteIndex withoutRow_ = 0;  // sites that have no row number
 };

@@ -2,8 +2,11 @@
 
 #include "app/file_replacement.h"
 #include "export/print_number.h"
+#include "rows/row_detection.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <vector>
 
@@ -68,6 +71,25 @@ std::string recordFormat(bool siteIDs, bool twoEMColumns, bool withRows) {
     if (twoEMColumns) names += "  EM2";
     if (withRows) names += "  Row_#";
     return names;
+}
+
+SiteIndex sitesWithoutRow(const Survey& survey) {
+    const double* const row = survey.SiteData.column(kRow);
+    return std::count_if(row, row + survey.NumSites,
+                         [](double number) { return !(number >= 1 && std::trunc(number) == number); });
+}
+
+std::string exportNotice(const Survey& survey, SiteIndex withoutRow, const TransectFormat& format) {
+    if (survey.NumSites == 0) return "The survey has no sites; the file will be empty.";
+    if (!format.withRows) return {};
+    const std::string written = std::to_string(format.firstRow - std::int64_t{1}) + ".";
+    if (withoutRow == 1) return "1 site has no valid row number; it will be written with row " + written;
+    if (withoutRow > 1)
+        return std::to_string(withoutRow) +
+               " sites have no valid row number; they will be written with row " + written;
+    if (!rowsAreUsable(survey))
+        return "The search for rows found too many and stopped half-way: the row numbers are of no use.";
+    return {};
 }
 
 void writeTransectFile(const Survey& survey, const std::string& path, const TransectFormat& format) {

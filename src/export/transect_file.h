@@ -21,6 +21,13 @@ std::string recordFormat(bool siteIDs, bool twoEMColumns, bool withRows);
 /// before it: one that overruns its zone pushes the next field on.
 inline constexpr int kPrintZone = 14;
 
+/// The number of sites whose row number is no whole number from 1. One pass over the row column.
+SiteIndex sitesWithoutRow(const Survey& survey);
+
+/// What a user should know before a survey with so many sites without a row number is written with these
+/// choices; empty when there is nothing to say.
+std::string exportNotice(const Survey& survey, SiteIndex withoutRow, const TransectFormat& format);
+
 /// Writes the file (with no site an empty one). It is put in place whole and closed when this returns; on any
 /// failure RunTimeError is thrown with path and reason, and a file of that name stays as it was. Throws
 /// overflow when a number of the survey is not finite.

@@ -202,7 +202,7 @@ TEST_F(OutputWindow, RefusesABeginningRowBelowOneOrBeyondAnyRow) {
     frmOutput window;
     window.show();
     choosePath(window);
-    for (const auto& entry : {u"0"_s, u"-2"_s, u"0.5"_s, u"-1e300"_s, u"2147483648"_s, u"1e300"_s}) {
+    for (const auto& entry : {u"0"_s, u"-2"_s, u"0.5"_s, u"-1e300"_s}) {
         ExpectedBoxes boxes;
         const int beeps = beepCount();
         window.txtBRN->setText(entry);
@@ -357,4 +357,57 @@ TEST_F(OutputWindow, OpensItsHelpWithButtonAndF1) {
             QTest::mouseClick(window.cmdHelp, Qt::LeftButton);
         EXPECT_TRUE(boxes.last().text.endsWith(u"hdoc107.rtf"_s));
     }
+}
+
+TEST_F(OutputWindow, TellsWhatABeginningRowNumberBeyondTheLargestIs) {
+    for (const auto& entry : {u"2147483648"_s, u"1e300"_s}) {
+        frmOutput window;
+        window.show();
+        choosePath(window);
+        window.txtBRN->setText(entry);
+        ExpectedBoxes boxes;
+        boxes.tell(u"Error! The specified beginning row number is > 2147483647!"_s);
+        const int beeps = beepCount();
+        QTest::mouseClick(window.Command2, Qt::LeftButton);
+        EXPECT_EQ(beepCount(), beeps + 1);
+        EXPECT_TRUE(nothingWritten());
+    }
+}
+
+TEST_F(OutputWindow, SaysWhichRowSitesWithoutARowNumberGet) {
+    frmOutput usual;
+    usual.show();
+    EXPECT_TRUE(usual.lblNotice->isHidden());
+    theSurvey().SiteData(kRow, 1) = 0;
+    frmOutput window;
+    window.show();
+    EXPECT_TRUE(window.lblNotice->isVisible());
+    EXPECT_EQ(window.lblNotice->text(), u"1 site has no valid row number; it will be written with row 0."_s);
+    window.txtBRN->setText(u"5"_s);
+    EXPECT_EQ(window.lblNotice->text(), u"1 site has no valid row number; it will be written with row 4."_s);
+    ExpectedBoxes boxes;
+    boxes.ask(true, kGridQuestion);
+    clickGrid(window);
+    EXPECT_TRUE(window.lblNotice->isHidden());
+}
+
+TEST_F(OutputWindow, LooksAtTheRowsAgainWhenItComesToTheFront) {
+    frmOutput window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    theSurvey().SiteData(kRow, 1) = 0;
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(window.lblNotice->isVisible());
+}
+
+TEST_F(OutputWindow, ShowsBoxesThatCannotBeWrittenInOnItsOwnGround) {
+    const frmOutput window;
+    for (const QLineEdit* box : {window.Text1, window.Text2})
+        EXPECT_EQ(box->palette().color(QPalette::Base), window.palette().color(QPalette::Window));
+    EXPECT_NE(window.txtBRN->palette().color(QPalette::Base), window.palette().color(QPalette::Window));
 }

@@ -316,3 +316,29 @@ TEST(TransectFile, ReadBackWithTheCutOffThatTheGenericImportOffersLosesReadingsB
     options.cutoff = -1000;
     EXPECT_EQ(importGenericFile(options, parameters).survey.NumSites, 3);
 }
+
+TEST(ExportNotice, NamesAnEmptySurvey) {
+    EXPECT_EQ(exportNotice(Survey{}, 0, {}), "The survey has no sites; the file will be empty.");
+}
+
+TEST(ExportNotice, CountsSitesWithoutAValidRowNumber) {
+    Survey survey = surveyWithRows({{0, 0, 0, 0, 1}, {1, 0, 0, 0, 1}, {2, 0, 0, 0, 2}});
+    EXPECT_EQ(sitesWithoutRow(survey), 0);
+    EXPECT_EQ(exportNotice(survey, 0, {}), "");
+    survey.SiteData(kRow, 0) = 0;
+    EXPECT_EQ(sitesWithoutRow(survey), 1);
+    EXPECT_EQ(exportNotice(survey, 1, {}), "1 site has no valid row number; it will be written with row 0.");
+    survey.SiteData(kRow, 1) = 1.5;
+    survey.SiteData(kRow, 2) = -1;
+    EXPECT_EQ(sitesWithoutRow(survey), 3);
+    EXPECT_EQ(exportNotice(survey, 3, {true, 5}),
+              "3 sites have no valid row number; they will be written with row 4.");
+    EXPECT_EQ(exportNotice(survey, 3, {false, 1}), "") << "none is written";
+}
+
+TEST(ExportNotice, TellsThatASearchForRowsStopped) {
+    Survey survey = surveyWithRows({{0, 0, 0, 0, 1}, {1, 0, 0, 0, 2}});
+    survey.RowIndex = kMaxRows + 1;
+    EXPECT_EQ(exportNotice(survey, 0, {}),
+              "The search for rows found too many and stopped half-way: the row numbers are of no use.");
+}
