@@ -20,13 +20,28 @@ void returnFocus(QWidget* owner) {
     if (!hasWindow && !QApplication::activeWindow()) owner->activateWindow();
 }
 
-// The library places dialogs; other windows come up wherever the window system likes, even beyond the edge of
-// the screen.
+// The place, moved and cut so that it stays on the screen. The frame, whose size is not known before the
+// window has been shown, needs room too.
+QRect keptOnScreen(QRect place, const QRect& wholeScreen) {
+    const QRect screen = wholeScreen.marginsRemoved(QMargins(8, 32, 8, 8));
+    place.setSize(place.size().boundedTo(screen.size()));
+    place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
+    place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
+    return place;
+}
+
+// The library places dialogs, and a window may have a place of its own; others come up wherever the window
+// system likes, even beyond the edge of the screen.
 void placeOver(const QWidget& owner, QWidget& window) {
     if (!owner.isVisible() || window.inherits("QDialog")) return;
     const bool hasSize = window.testAttribute(Qt::WA_Resized) || !window.sizeHint().isValid();
     const QSize size = hasSize ? window.size() : window.sizeHint();
-    window.setGeometry(placedOver(owner.geometry(), size, owner.screen()->availableGeometry()));
+    const QRect screen = owner.screen()->availableGeometry();
+    if (!window.testAttribute(Qt::WA_Moved))
+        return window.setGeometry(placedOver(owner.geometry(), size, screen));
+    const QRect place = keptOnScreen(QRect(window.pos(), size), screen);
+    window.resize(place.size());
+    window.move(place.topLeft());
 }
 
 // What a window needs once, however often it is brought up.
@@ -59,11 +74,7 @@ void showBeside(QWidget* window) {
 }
 
 QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen) {
-    // The frame, whose size is not known before the window has been shown, needs room too.
-    const QRect screen = wholeScreen.marginsRemoved(QMargins(8, 32, 8, 8));
-    QRect place(QPoint(), size.boundedTo(screen.size()));
+    QRect place(QPoint(), size.boundedTo(wholeScreen.size()));
     place.moveCenter(other.center());
-    place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
-    place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
-    return place;
+    return keptOnScreen(place, wholeScreen);
 }

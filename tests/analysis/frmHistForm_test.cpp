@@ -5,6 +5,7 @@
 #include "app/Windows.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
+#include "app/run_time_error.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
@@ -174,6 +175,27 @@ TEST_F(HistogramWindow, ComesUpEmptyBesideTheCornerOfTheMainWindow) {
     open();
     EXPECT_TRUE(nothingPlotted());
     EXPECT_TRUE(window().lblHint->isVisible());
+}
+
+TEST_F(HistogramWindow, IsShownWhereItHasPlacedItself) {
+    frmMain main;
+    main.setGeometry(40, 50, 500, 400);
+    main.show();
+    auto* const histograms = new frmHistForm(&main);
+    const QPoint place = histograms->pos();
+    EXPECT_NE(place, main.pos());
+    showBeside(histograms);
+    EXPECT_EQ(histograms->pos(), place);
+}
+
+TEST_F(HistogramWindow, IsShownOnTheScreenWhereItsOwnPlaceIsBeyondTheEdge) {
+    frmMain main;
+    const QRect screen = main.screen()->availableGeometry();
+    main.setGeometry(QRect(screen.bottomRight() - QPoint(60, 60), QSize(500, 400)));
+    main.show();
+    auto* const histograms = new frmHistForm(&main);
+    showBeside(histograms);
+    EXPECT_TRUE(screen.contains(histograms->geometry()));
 }
 
 // EM1 by hand: mean 190 / 8 = 23.75; squares about it 4 * 564.0625 + 2 * 14.0625 + 689.0625 + 5814.0625 =
@@ -463,17 +485,26 @@ TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(HistogramWindow, PrintsEmptyBlocksBeforeTheFirstPlot) {
+TEST_F(HistogramWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
+    theSurvey() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
     open();
     const PrintedPdf pdf;
     window().mnuPrint->trigger();
-    EXPECT_NEAR(pdf.find(u"Ec1"_s).top(), 10, 4);
-    EXPECT_NEAR(pdf.find(u"Ec2"_s).top(), 260, 4);
-    const QImage page = pdf.picture();
-    expectFrame(page, 25);
-    expectFrame(page, 275);
-    expectPaletteColour(barOnPaper(page, 1, 25), kBrightWhite);
-    EXPECT_TRUE(nothingPlotted());
+    EXPECT_FALSE(nothingPlotted());
+    expectBlock(pdf, u"Ec1"_s, 200, u"0.00"_s, u"100.00"_s);
+    expectBlock(pdf, u"Ec2"_s, 5200, u"3.00"_s, u"103.00"_s);
+    expectPaletteColour(barOnPaper(pdf.picture(), 1, 25), kLightBlue);
+}
+
+TEST_F(HistogramWindow, PrintsNothingThatItCannotPlot) {
+    theSurvey() = surveyOfReadings({5, 5, 5});
+    open();
+    const PrintedPdf pdf;
+    boxes_.tell(u"Unexpected error: request terminated."_s);
+    boxes_.tell(QString::number(RunTimeError::kDivisionByZero));
+    window().mnuPrint->trigger();
+    EXPECT_EQ(pdf.questions(), 0);
+    EXPECT_FALSE(pdf.exists());
 }
 
 TEST_F(HistogramWindow, PrintingMayBeCancelled) {
