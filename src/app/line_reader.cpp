@@ -3,6 +3,7 @@
 #include "app/input_file.h"
 #include "app/run_time_error.h"
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstring>
@@ -12,6 +13,7 @@ namespace {
 
 // Large enough that system calls cost nothing, small enough to stay in the second-level cache.
 constexpr std::size_t kBlock = std::size_t{1} << 18;
+constexpr std::size_t kLeastFirstBytes = std::size_t{1} << 16;
 
 bool isLineEnd(char c) {
     return c == '\n' || c == '\r';
@@ -48,7 +50,7 @@ LineReader::LineReader(const std::string& path) : path_(path), buffer_(kBlock) {
     fileSize_ = file.size;
     position_ = end_ = buffer_.data();
     try {
-        skipByteOrderMark();
+        readFirstBlock();
     } catch (...) {
         ::close(file_);
         throw;
@@ -59,10 +61,25 @@ LineReader::~LineReader() {
     ::close(file_);
 }
 
-void LineReader::skipByteOrderMark() {
-    while (end_ - position_ < 3 && fill()) {
+void LineReader::readFirstBlock() {
+    while (static_cast<std::size_t>(end_ - position_) < kLeastFirstBytes && fill()) {
     }
-    if (end_ - position_ >= 3 && std::memcmp(position_, "\xEF\xBB\xBF", 3) == 0) position_ += 3;
+    firstBytes_ = static_cast<std::size_t>(end_ - position_);
+    const TextEncoding encoding = recogniseTextEncoding(firstBytes().substr(0, kLeastFirstBytes));
+    const std::size_t mark = byteOrderMarkLength(firstBytes());
+    if (encoding == TextEncoding::Bytes)
+        position_ += mark;
+    else
+        decodeFirstBlock(encoding);
+}
+
+void LineReader::decodeFirstBlock(TextEncoding encoding) {
+    raw_.swap(buffer_);
+    buffer_.resize(Utf16Decoder::mostBytes(kBlock) * 2);
+    decoder_.emplace(encoding);
+    const std::string_view text = firstBytes().substr(byteOrderMarkLength(firstBytes()));
+    position_ = end_ = buffer_.data();
+    end_ += decoder_->decode(text, buffer_.data());
 }
 
 void LineReader::give(std::string_view& line, const char* last, const char* next) {
@@ -95,24 +112,42 @@ bool LineReader::readOn(std::string_view& line) {
     return takeRest(line);
 }
 
-// Reads another block behind the bytes not yet given; false at the end of the file.
+// Reads another block behind the bytes not yet given; false when there is none.
 bool LineReader::fill() {
-    if (atEnd_) return false;
     const auto kept = static_cast<std::size_t>(end_ - position_);
+    if (bytesRead_ == fileSize_ && !decoder_) return false;
     if (kept != 0) std::memmove(buffer_.data(), position_, kept);
     // A line longer than the buffer doubles it, so that even a line of 100 MB is moved a few times only.
     if (kept > buffer_.size() / 2) buffer_.resize(buffer_.size() * 2);
     position_ = buffer_.data();
     end_ = buffer_.data() + kept;
+    char* const free = buffer_.data() + kept;
+    const std::size_t got = decoder_ ? readDecoded(free) : readBlock(free, buffer_.size() - kept);
+    end_ += got;
+    return got > 0;
+}
+
+// The next bytes as they stand in the file, `most` at most, none at its end.
+std::size_t LineReader::readBlock(char* first, std::size_t most) {
+    const auto left = static_cast<std::size_t>(fileSize_ - bytesRead_);
+    if (left == 0) return 0;
     ssize_t got = 0;
     do
-        got = ::read(file_, buffer_.data() + kept, buffer_.size() - kept);
+        got = ::read(file_, first, std::min(most, left));
     while (got < 0 && errno == EINTR);
     if (got < 0) throw RunTimeError::file(path_, "cannot be read", errno);
-    end_ += got;
+    if (got == 0) throw RunTimeError::file(path_, "cannot be read", "it has become shorter meanwhile");
     bytesRead_ += got;
-    atEnd_ = got == 0;
-    if (atEnd_ && bytesRead_ < fileSize_)
-        throw RunTimeError::file(path_, "cannot be read", "it has become shorter meanwhile");
-    return !atEnd_;
+    return static_cast<std::size_t>(got);
+}
+
+// The next characters in UTF-8, none at the end of the file. Half of the buffer is free, room for a block.
+std::size_t LineReader::readDecoded(char* first) {
+    std::size_t length = 0;
+    while (length == 0) {
+        const std::size_t got = readBlock(raw_.data(), raw_.size());
+        if (got == 0) return decoder_->finish(first);
+        length = decoder_->decode({raw_.data(), got}, first);
+    }
+    return length;
 }

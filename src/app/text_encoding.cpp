@@ -75,6 +75,7 @@ struct HalvesOfPairs {
 TextEncoding recogniseTextEncoding(std::string_view firstBytes) {
     if (firstBytes.starts_with(kLittleEndianMark)) return TextEncoding::Utf16LittleEndian;
     if (firstBytes.starts_with(kBigEndianMark)) return TextEncoding::Utf16BigEndian;
+    if (firstBytes.find('\0') == std::string_view::npos) return TextEncoding::Bytes;
     const HalvesOfPairs first(firstBytes, 0), second(firstBytes, 1);
     if (first.pairs < kFewestPairs) return TextEncoding::Bytes;
     if (second.areHighBytes() && first.areCharacters()) return TextEncoding::Utf16LittleEndian;

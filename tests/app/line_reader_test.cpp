@@ -10,6 +10,7 @@
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <random>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -227,4 +228,74 @@ TEST(LineReader, SaysSoWhenAFileMayNotBeRead) {
     const UnprivilegedUser user;
     EXPECT_EQ(descriptionOfOpening(folder / "secret.dat"),
               folder / "secret.dat cannot be opened: Permission denied");
+}
+
+namespace {
+
+std::string utf16(std::u16string_view text, bool bigEndian) {
+    std::string bytes;
+    for (const char16_t unit : text)
+        for (const bool first : {true, false})
+            bytes += static_cast<char>(first == bigEndian ? unit >> 8 : unit & 0xFF);
+    return bytes;
+}
+
+}  // namespace
+
+TEST(LineReader, DecodesUtf16WithAndWithoutMark) {
+    const std::u16string text = u"Häuser 1;2\r\n3 4 5\r6 7 8\n\n9";
+    const Lines lines = {"H\u00E4user 1;2", "3 4 5", "6 7 8", "", "9"};
+    for (const bool bigEndian : {false, true}) {
+        EXPECT_EQ(linesOf(utf16(text, bigEndian)), lines);
+        EXPECT_EQ(linesOf(utf16(u"\uFEFF" + text, bigEndian)), lines);
+    }
+    EXPECT_EQ(linesOf(utf16(u"\uFEFF", false)), Lines{});
+    EXPECT_EQ(linesOf(utf16(u"1 2 3\n4", false) + "x"), (Lines{"1 2 3", "4\uFFFD"}));
+}
+
+TEST(LineReader, DecodesUtf16OfManyBlocksAndLongLines) {
+    std::mt19937 random(13);
+    std::u16string text = u"\uFEFF";
+    std::string bytes;
+    for (int line = 0; line < 20'000; ++line) {
+        const std::size_t length = line % 6'000 == 5'999 ? 700'000 : random() % 60;
+        text.append(length, u'x').append(u"\U00010348\r\n");
+        bytes.append(length, 'x').append("\U00010348\r\n");
+    }
+    EXPECT_EQ(linesOf(utf16(text, false)), plainlyLines(bytes));
+}
+
+TEST(LineReader, GivesTheFirstBytesAsTheyStandInTheFile) {
+    const TemporaryFolder folder;
+    for (const std::string& bytes : {std::string(),
+                                     std::string("\xEF\xBB\xBF"
+                                                 "a\n"),
+                                     utf16(u"\uFEFF1 2\n", true)}) {
+        writeFile(folder / "a.dat", bytes);
+        EXPECT_EQ(LineReader(folder / "a.dat").firstBytes(), bytes);
+    }
+    const std::string large(300'000, 'x');
+    writeFile(folder / "a.dat", large);
+    EXPECT_TRUE(large.starts_with(LineReader(folder / "a.dat").firstBytes()));
+    EXPECT_GE(LineReader(folder / "a.dat").firstBytes().size(), 65'536U);
+}
+
+// A logger that writes on would be read for ever, and what it writes meanwhile would be half a line.
+TEST(LineReader, ReadsOfAFileThatGrowsWhatWasThereWhenItWasOpened) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "growing.dat";
+    std::string bytes;
+    while (bytes.size() < 1'000'000)
+        bytes += "468095.9,468750.0,36.1\n";
+    bytes += "468095.9,4687";
+    writeFile(path, bytes);
+    const Lines expected = plainlyLines(bytes);
+    LineReader reader(path);
+    Lines lines;
+    for (std::string_view line; lines.size() <= expected.size() && reader.next(line);) {
+        lines.emplace_back(line);
+        if (lines.size() % 1'000 == 1)
+            std::ofstream(path, std::ios::app) << "50.0,36.1\n468095.9,468750.0,36.1\n";
+    }
+    EXPECT_EQ(lines, expected);
 }
