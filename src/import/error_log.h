@@ -21,7 +21,8 @@ inline constexpr std::string_view kY = "  -> non-numeric Y-coord data";
 inline constexpr std::string_view kEM1 = "  -> non-numeric 1st EM reading";
 inline constexpr std::string_view kEM1BelowCutoff = "  -> 1st EM reading below cut-off";
 inline constexpr std::string_view kRow = "  -> non-numeric row number";
-inline constexpr std::string_view kIncomplete = "  -> incomplete record at end of file";
+inline constexpr std::string_view kIncomplete = "  -> incomplete record";
+inline constexpr std::string_view kIncompleteAtEnd = "  -> incomplete record at end of file";
 }  // namespace reject_reason
 
 /// Where the error log lies.

@@ -4,49 +4,37 @@
 #include "import/text_lines.h"
 #include "import/value_scanner.h"
 
-#include <algorithm>
-
 namespace {
 
-// The values of a line, and how many of them are numbers.
+// The values of a line, and how many of them are numbers, and how many of these have a decimal comma.
 struct LineOfValues {
-    int values = 0, numbers = 0;
+    int values = 0, numbers = 0, commas = 0;
 
     bool ofNumbers() const { return numbers >= 2 && numbers * 2 >= values; }
 };
 
-LineOfValues plainValues(std::string_view line) {
-    LineOfValues found;
-    ValueScanner scanner;
-    scanner.beginLine(line);
-    for (ScannedValue value; scanner.next(value); ++found.values)
-        found.numbers += value.numeric;
-    return found;
+bool hasDigitsBehindComma(std::string_view number) {
+    const std::size_t comma = number.find(',');
+    return comma != std::string_view::npos && number.find_first_of("0123456789", comma) == comma + 1;
 }
 
-// A number with digits behind a comma, or a whole one; `commas` counts the former.
-bool isDecimalCommaNumber(std::string_view text, int& commas) {
-    if (text.find('.') != std::string_view::npos) return false;
-    std::string number(text);
-    const std::size_t comma = number.find(',');
-    if (comma == std::string::npos) return isNumeric(number);
-    number[comma] = '.';
-    if (number.find_first_of("0123456789", comma) != comma + 1 || !isNumeric(number)) return false;
-    ++commas;
-    return true;
+template <class Scanner>
+LineOfValues valuesOf(std::string_view line) {
+    LineOfValues found;
+    Scanner scanner;
+    scanner.beginLine(line);
+    for (ScannedValue value; scanner.next(value); ++found.values) {
+        found.numbers += value.numeric;
+        found.commas += value.numeric && hasDigitsBehindComma(value.text);
+    }
+    return found;
 }
 
 // Whether semicolons stand between values and commas in numbers.
 bool hasDecimalCommas(std::string_view line) {
-    LineOfValues found;
-    int commas = 0;
-    while (!line.empty()) {
-        const std::string_view field = line.substr(0, line.find(';'));
-        line.remove_prefix(std::min(field.size() + 1, line.size()));
-        found.numbers += isDecimalCommaNumber(field, commas);
-        ++found.values;
-    }
-    return commas > 0 && found.ofNumbers();
+    if (line.find(DecimalCommaScanner::kSeparator) == std::string_view::npos) return false;
+    const LineOfValues found = valuesOf<DecimalCommaScanner>(line);
+    return found.commas > 0 && found.ofNumbers();
 }
 
 bool hasTabBetweenValues(std::string_view line) {
@@ -63,7 +51,7 @@ class LineCounter {
   public:
     void add(std::string_view line) {
         const bool decimalCommas = hasDecimalCommas(line);
-        if (!decimalCommas && !plainValues(line).ofNumbers()) {
+        if (!decimalCommas && !valuesOf<ValueScanner>(line).ofNumbers()) {
             if (linesOfNumbers_ == 0) addHeaderLine(line);
             return;
         }

@@ -2,23 +2,21 @@
 
 #include "app/line_reader.h"
 #include "import/error_log.h"
-#include "import/value_scanner.h"
+#include "import/record_assembler.h"
 #include "rows/row_detection.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
+#include <array>
+#include <string>
 #include <string_view>
 
 namespace {
 
 // The table begins with room for this many sites and grows by as many when it is full.
 constexpr SiteIndex kCapacityStep = 100;
-constexpr std::size_t kMostColumns = 6;
 
-// Where the columns of a layout stand in a record; a column that it lacks stands at kMostColumns.
+// Where the columns of a layout stand in a record; the place of a column that it lacks is not used.
 struct ColumnPlaces {
-    std::size_t siteID = kMostColumns, x, y, em1, em2 = kMostColumns, row = kMostColumns, count = 0;
+    std::size_t siteID = 0, x = 0, y = 0, em1 = 0, em2 = 0, row = 0, count = 0;
 
     explicit ColumnPlaces(const GenericLayout& layout) {
         if (layout.siteNumber) siteID = count++;
@@ -30,15 +28,15 @@ struct ColumnPlaces {
     }
 };
 
-class GenericReader {
+// Makes sites of records, or lines of the error log.
+class SiteCollector {
   public:
-    GenericReader(const GenericOptions& options, Survey& survey, ErrorLog& log)
-        : options_(options), survey_(survey), log_(log), at_(options.layout) {
-        // Columns that the layout lacks: no second reading, everything in row 1, no site number.
-        values_[kMostColumns].number = 0;
+    SiteCollector(const GenericOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary)
+        : options_(options), survey_(survey), log_(log), summary_(summary), at_(options.layout) {
         enlarge(kCapacityStep);
     }
 
+    std::size_t columns() const { return at_.count; }
     std::int64_t dropped() const { return dropped_; }
 
     void reserveFor(std::int64_t fileSize, std::size_t lineLength) {
@@ -46,61 +44,35 @@ class GenericReader {
         enlarge(capacity_);
     }
 
-    void readLine(std::string_view line, std::int64_t lineNumber) {
-        scanner_.beginLine(line);
-        if (count_ == 0)
-            scanner_.expectValue();
-        else if (valueIsMissingBefore(line))
-            closeRecord();
-        while (scanner_.next(values_[count_])) {
-            if (count_ == 0) recordLine_ = lineNumber;
-            if (++count_ == at_.count) finishRecord();
-        }
-        if (count_ > 0) keepTexts();
+    void record(const RecordValues& record) {
+        const std::string_view reason = check(record.values);
+        if (reason.empty())
+            append(record.values);
+        else
+            drop(record, reason);
     }
 
-    void finishFile() {
-        if (count_ > 0) drop(reject_reason::kIncomplete);
+    void incompleteRecord(const RecordValues& record, bool atEnd) {
+        drop(record, atEnd ? reject_reason::kIncompleteAtEnd : reject_reason::kIncomplete);
+    }
+
+    void lineNotFitting(std::int64_t lineNumber) {
+        if (summary_.linesNotFitting++ == 0) summary_.firstLineNotFitting = lineNumber;
+    }
+
+    // Takes back the room that no site needed.
+    void finish() {
         survey_.SiteData.resize(survey_.NumSites);
         if (options_.layout.siteNumber) survey_.SiteID.resize(static_cast<std::size_t>(survey_.NumSites));
     }
 
   private:
-    // A record that ends with a comma goes on in the next line, or its next value is missing and the next
-    // line is a record of its own. Taking the latter for the former would put every value that follows into a
-    // wrong column without a word.
-    bool valueIsMissingBefore(std::string_view line) const {
-        if (!scanner_.afterComma()) return false;
-        ValueScanner ahead;
-        ahead.beginLine(line);
-        ScannedValue ignored;
-        std::size_t values = 0;
-        while (values <= at_.count && ahead.next(ignored))
-            ++values;
-        return values == at_.count;
-    }
-
-    void closeRecord() {
-        for (; count_ < at_.count; ++count_)
-            values_[count_] = {};
-        finishRecord();
-        scanner_.expectValue();
-    }
-
-    void finishRecord() {
-        const std::string_view reason = check();
-        if (reason.empty()) {
-            append();
-            count_ = 0;
-        } else {
-            drop(reason);
-        }
-    }
-
     // In the order of the other import, the second reading before the coordinates.
-    std::string_view check() const {
-        const auto numeric = [this](std::size_t place) { return values_[place].numeric; };
-        const auto accepted = [this](std::size_t place) { return values_[place].number >= options_.cutoff; };
+    std::string_view check(const ScannedValue* values) const {
+        const auto numeric = [values](std::size_t place) { return values[place].numeric; };
+        const auto accepted = [this, values](std::size_t place) {
+            return values[place].number >= options_.cutoff;
+        };
         const GenericLayout& layout = options_.layout;
         if (layout.siteNumber && !numeric(at_.siteID)) return reject_reason::kSiteID;
         if (layout.secondReading && !numeric(at_.em2)) return reject_reason::kEM2;
@@ -109,39 +81,27 @@ class GenericReader {
         if (!numeric(at_.y)) return reject_reason::kY;
         if (!numeric(at_.em1)) return reject_reason::kEM1;
         if (!accepted(at_.em1)) return reject_reason::kEM1BelowCutoff;
-        if (layout.rowNumber && !(numeric(at_.row) && isWhole(values_[at_.row].number)))
-            return reject_reason::kRow;
+        if (layout.rowNumber && !numeric(at_.row)) return reject_reason::kRow;
         return {};
     }
 
-    static bool isWhole(double number) { return std::trunc(number) == number; }
-
-    void append() {
+    void append(const ScannedValue* values) {
         const SiteIndex slot = survey_.NumSites++;
-        columns_[kX][slot] = values_[at_.x].number;
-        columns_[kY][slot] = values_[at_.y].number;
-        columns_[kEM1][slot] = values_[at_.em1].number;
-        columns_[kEM2][slot] = options_.layout.secondReading ? values_[at_.em2].number : 0;
-        columns_[kRow][slot] = options_.layout.rowNumber ? values_[at_.row].number : 1;
-        if (options_.layout.siteNumber) siteIDs_[slot] = values_[at_.siteID].number;
+        columns_[kX][slot] = values[at_.x].number;
+        columns_[kY][slot] = values[at_.y].number;
+        columns_[kEM1][slot] = values[at_.em1].number;
+        columns_[kEM2][slot] = options_.layout.secondReading ? values[at_.em2].number : 0;
+        columns_[kRow][slot] = options_.layout.rowNumber ? values[at_.row].number : 1;
+        if (options_.layout.siteNumber) siteIDs_[slot] = values[at_.siteID].number;
         if (survey_.NumSites == capacity_) enlarge(capacity_ + kCapacityStep);
     }
 
-    void drop(std::string_view reason) {
-        std::string record(values_[0].text);
-        for (std::size_t i = 1; i < count_; ++i)
-            record.append(" ").append(values_[i].text);
-        log_.reject(recordLine_, record, reason);
+    void drop(const RecordValues& record, std::string_view reason) {
+        std::string text(record.values[0].text);
+        for (std::size_t i = 1; i < record.count; ++i)
+            text.append(" ").append(record.values[i].text);
+        log_.reject(record.line, text, reason);
         ++dropped_;
-        count_ = 0;
-    }
-
-    // A record goes on in the next line: what its values point to is about to vanish.
-    void keepTexts() {
-        for (std::size_t i = 0; i < count_; ++i) {
-            if (values_[i].text.data() != kept_[i].data()) kept_[i].assign(values_[i].text);
-            values_[i].text = kept_[i];
-        }
     }
 
     void enlarge(SiteIndex capacity) {
@@ -157,16 +117,12 @@ class GenericReader {
     const GenericOptions& options_;
     Survey& survey_;
     ErrorLog& log_;
+    ImportSummary& summary_;
     const ColumnPlaces at_;
     SiteIndex capacity_ = 0;
     std::array<double*, kSiteColumns> columns_{};
     double* siteIDs_ = nullptr;
 
-    ValueScanner scanner_;
-    std::array<ScannedValue, kMostColumns + 1> values_;  // the record under way
-    std::array<std::string, kMostColumns> kept_;         // texts of values on earlier lines
-    std::size_t count_ = 0;                              // values of the record so far
-    std::int64_t recordLine_ = 0;                        // the line on which it began
     std::int64_t dropped_ = 0;
 };
 
@@ -189,6 +145,17 @@ void completeRows(Survey& survey) {
     if (survey.NumRows <= kMaxRows) Calculate_NumPoints(survey);
 }
 
+template <class Scanner>
+void readRecords(LineReader& file, SiteCollector& sites, const Survey& survey) {
+    RecordAssembler<Scanner, SiteCollector> records(sites.columns(), sites);
+    for (std::string_view line; file.next(line);) {
+        records.readLine(line, file.lineNumber());
+        if (survey.NumSites == 1) sites.reserveFor(file.fileSize(), line.size());
+    }
+    records.finishFile();
+    sites.finish();
+}
+
 }  // namespace
 
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
@@ -197,15 +164,12 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     summary.kind = recogniseFileKind(file.firstBytes());
     survey.SiteIDPresent = options.layout.siteNumber;
     survey.TwoEMColumns = options.layout.secondReading;
-    GenericReader reader(options, survey, log);
-    for (std::string_view line; file.next(line);) {
-        reader.readLine(line, file.lineNumber());
-        if (survey.NumSites == 1) reader.reserveFor(file.fileSize(), line.size());
-    }
-    reader.finishFile();
+    SiteCollector sites(options, survey, log, summary);
+    const auto read = options.decimalCommas ? readRecords<DecimalCommaScanner> : readRecords<ValueScanner>;
+    read(file, sites, survey);
     summary.path = options.path;
     summary.linesRead = file.lineNumber();
-    return reader.dropped();
+    return sites.dropped();
 }
 
 GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters) {

@@ -36,6 +36,7 @@ struct GenericOptions {
     std::string errorLogPath;  ///< where dropped records go
     double cutoff = 0;         ///< smallest accepted reading (mS/m)
     GenericLayout layout = kGenericLayouts[6];
+    bool decimalCommas = false;  ///< semicolons separate values, decimal signs are commas
 };
 
 /// What the row numbers of a file are worth. They must begin with 1, and be the same as or one more than the
@@ -54,9 +55,14 @@ struct GenericImportResult {
 /// measure that `parameters` has in force (true distance while it has none).
 ///
 /// Values stand between commas, blanks, tabs and line ends; a record is as many values as the layout has
-/// columns and need not be one line. Blanks around a comma belong to it. A value missing between two commas,
-/// before the first value of a record, or behind a comma that ends a line when the next line is a whole
-/// record, is a value that is not numeric. A quoted value is its content.
+/// columns and need not be one line. Blanks around a comma belong to it. A value missing between two commas
+/// or before the first comma of a record is a value that is not numeric. When a line ends with a comma in the
+/// middle of a record, and the next line by itself holds as many values as the layout takes (missing ones
+/// counted, also the one behind its last comma), the next line is a record of its own and the one before it
+/// is dropped; else the record goes on. A quoted value is its content. With `decimalCommas` the same holds
+/// for semicolons, a comma is the decimal sign, and blanks separate nothing.
+///
+/// Row numbers are taken as they are; one that is not whole is never the same as or one more than another.
 ///
 /// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
 /// leaving the last import's error log, when the file cannot be read or a distance overflows.
