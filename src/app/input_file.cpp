@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <linux/magic.h>
+#include <memory>
 #include <sys/stat.h>
 #include <sys/statfs.h>
 #include <unistd.h>
@@ -52,11 +53,12 @@ InputFile openInputFile(const std::string& path) {
 
 std::string readFirstBytes(const std::string& path, std::size_t most) {
     const InputFile file = openInputFile(path);
-    std::string bytes(most, '\0');
+    // Of a size that the compiler knows, so that it can check the calls that write into it.
+    const auto bytes = std::make_unique_for_overwrite<char[]>(most);
     std::size_t length = 0;
     ssize_t got = 1;
     while (length < most && got > 0) {
-        got = ::read(file.descriptor, bytes.data() + length, most - length);
+        got = ::read(file.descriptor, bytes.get() + length, most - length);
         if (got < 0 && errno == EINTR)
             got = 1;
         else if (got > 0)
@@ -65,8 +67,7 @@ std::string readFirstBytes(const std::string& path, std::size_t most) {
     const int failure = errno;
     ::close(file.descriptor);
     if (got < 0) throw RunTimeError::file(path, "cannot be read", failure);
-    bytes.resize(length);
-    return bytes;
+    return {bytes.get(), length};
 }
 
 bool isInputFile(const std::string& path) {
