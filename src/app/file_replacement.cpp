@@ -1,108 +1,139 @@
 #include "app/file_replacement.h"
 
+#include "app/in_place_writing.h"
+#include "app/kept_attributes.h"
 #include "app/run_time_error.h"
+#include "app/uninterrupted.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
 #include <unistd.h>
+
+namespace fs = std::filesystem;
 
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 18;
 
-// The file that a path stands for, so that replacing a symbolic link's target leaves the link a link.
+// The file that a path stands for, so that replacing a symbolic link's target leaves the link a link. Where
+// links lead round in a circle, the path of one of them.
 std::string followLinks(const std::string& path) {
+    constexpr int kMostLinks = 40;  // as many as the system follows
     std::error_code error;
-    const auto real = std::filesystem::canonical(path, error);
-    return error ? path : real.string();
+    const auto real = fs::canonical(path, error);
+    if (!error) return real.string();
+    fs::path target = path;
+    for (int links = 0; links < kMostLinks; ++links) {
+        const fs::path next = fs::read_symlink(target, error);
+        if (error) break;
+        target = target.parent_path() / next;
+    }
+    return target.string();
 }
 
-std::string pathOfOpenFile(int file) {
-    return "/proc/self/fd/" + std::to_string(file);
+std::string folderOf(const std::string& path) {
+    const std::string folder = fs::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
 }
 
-mode_t defaultMode() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return static_cast<mode_t>(0666) & ~mask;
+std::string temporaryFolder() {
+    std::error_code error;
+    const auto folder = fs::temp_directory_path(error);
+    return error ? "/tmp" : folder.string();
+}
+
+// What the system says when a folder may not be changed, or an entry of it not replaced by this user.
+bool isRefusalOfTheFolder(int reason) {
+    return reason == EACCES || reason == EPERM || reason == EROFS || reason == EBUSY;
 }
 
 }  // namespace
 
 FileReplacement::FileReplacement(const std::string& path) : target_(followLinks(path)) {
-    struct stat status {};
-    const bool exists = ::stat(target_.c_str(), &status) == 0;
-    if (exists && S_ISDIR(status.st_mode)) fail(EISDIR);
-    if (exists && !S_ISREG(status.st_mode)) fail(EINVAL);
-    if (exists && ((status.st_mode & 0222) == 0 || ::access(target_.c_str(), W_OK) != 0)) fail(EACCES);
+    lookAtTarget();
     open();
-    if (::fchmod(file_, exists ? status.st_mode & 07777 : defaultMode()) != 0) fail(errno);
     buffer_.reserve(kBufferSize);
 }
 
-FileReplacement::~FileReplacement() {
-    discard();
+void FileReplacement::lookAtTarget() {
+    exists_ = uninterrupted([&] { return ::stat(target_.c_str(), &old_); }) == 0;
+    if (!exists_ && errno != ENOENT) fail(errno);
+    if (!exists_) return;
+    if (S_ISDIR(old_.st_mode)) fail(EISDIR);
+    if (!S_ISREG(old_.st_mode)) fail(EINVAL);
+    if ((old_.st_mode & 0222) == 0) fail(EACCES);
+    if (uninterrupted([&] { return ::access(target_.c_str(), W_OK); }) != 0) fail(errno);
+    inPlace_ = old_.st_nlink > 1;
 }
 
-std::string FileReplacement::besideTarget(const std::string& name) const {
-    return (std::filesystem::path(target_).parent_path() / name).string();
-}
-
-// Opens a file without a name if it can be given one later, or else one with a name.
+// Open to nobody else as long as it is not known what the old file's rights are.
 void FileReplacement::open() {
-    file_ = ::open(besideTarget(".").c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
-    if (file_ >= 0 && ::access(pathOfOpenFile(file_).c_str(), F_OK) == 0) return;
-    if (file_ >= 0) ::close(file_);
-    temporary_ = besideTarget(".tessel-XXXXXX");
-    file_ = ::mkostemp(temporary_.data(), O_CLOEXEC);
-    if (file_ >= 0) return;
-    temporary_.clear();
-    fail(errno);
-}
-
-void FileReplacement::giveName() {
-    const std::string nameless = pathOfOpenFile(file_);
-    for (int number = 0; temporary_.empty(); ++number) {
-        const std::string name =
-            besideTarget(".tessel-" + std::to_string(::getpid()) + '-' + std::to_string(number));
-        if (::linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
-            temporary_ = name;
-        else if (errno != EEXIST)
-            fail(errno);
-    }
+    const std::string folder = folderOf(target_);
+    if (file_.open(folder, exists_ ? 0600 : 0666)) return removeLeftovers(folder);
+    if (!exists_ || !isRefusalOfTheFolder(errno)) fail(errno);
+    inPlace_ = true;
+    elsewhere_ = temporaryFolder();
+    if (!file_.open(elsewhere_, 0600)) fail(errno);
+    file_.removeName();
 }
 
 void FileReplacement::commit() {
     flush();
-    if (::fsync(file_) != 0) fail(errno);
-    giveName();
-    const int closed = ::close(file_);
-    file_ = -1;
-    if (closed != 0) fail(errno);
-    if (::rename(temporary_.c_str(), target_.c_str()) != 0) fail(errno);
-    temporary_.clear();
+    if (inPlace_ || !replace()) writeInPlace(file_.descriptor(), target_);
+    file_.discard();
+}
+
+// False when the old file may be written but not replaced.
+bool FileReplacement::replace() {
+    if (exists_) keepAttributes(target_, old_, file_.descriptor());
+    if (uninterrupted([&] { return ::fsync(file_.descriptor()); }) != 0) fail(errno);
+    if (!file_.giveName()) fail(errno);
+    reportDelayedErrors();
+    if (uninterrupted([&] { return std::rename(file_.name().c_str(), target_.c_str()); }) != 0) {
+        if (exists_ && isRefusalOfTheFolder(errno)) return false;
+        fail(errno);
+    }
+    file_.nameIsTaken();
+    syncFolder();
+    return true;
+}
+
+// Some file systems tell what went wrong only when a file is closed. It stays open itself, because closing it
+// would end its lock.
+void FileReplacement::reportDelayedErrors() {
+    const int second = uninterrupted([&] { return ::fcntl(file_.descriptor(), F_DUPFD_CLOEXEC, 0); });
+    if (second >= 0 && ::close(second) != 0 && errno != EINTR) fail(errno);
+}
+
+void FileReplacement::syncFolder() {
+    const int folder =
+        uninterrupted([&] { return ::open(folderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    // A folder may be open to writing only; then the whole file system is asked.
+    const int synced = folder >= 0 ? uninterrupted([&] { return ::fsync(folder); })
+                                   : uninterrupted([&] { return ::syncfs(file_.descriptor()); });
+    const int reason = errno;
+    if (folder >= 0) ::close(folder);
+    const bool isUnable = reason == EINVAL || reason == EOPNOTSUPP;  // nothing more can be done there
+    if (synced != 0 && !isUnable)
+        throw RunTimeError::file(target_, "has been written, but a power cut may bring the old file back",
+                                 reason);
 }
 
 void FileReplacement::flush() {
     for (std::string_view rest = buffer_; !rest.empty();) {
-        const ssize_t written = ::write(file_, rest.data(), rest.size());
-        if (written < 0 && errno != EINTR) fail(errno);
-        if (written > 0) rest.remove_prefix(static_cast<std::size_t>(written));
+        const ssize_t written =
+            uninterrupted([&] { return ::write(file_.descriptor(), rest.data(), rest.size()); });
+        if (written <= 0) fail(written < 0 ? errno : ENOSPC);
+        rest.remove_prefix(static_cast<std::size_t>(written));
     }
     buffer_.clear();
 }
 
-void FileReplacement::discard() {
-    if (file_ >= 0) ::close(file_);
-    if (!temporary_.empty()) ::unlink(temporary_.c_str());
-    file_ = -1;
-    temporary_.clear();
-}
-
 void FileReplacement::fail(int errnoValue) {
-    discard();
-    throw RunTimeError::file(target_, "cannot be written", errnoValue);
+    file_.discard();
+    const RunTimeError error = RunTimeError::file(target_, "cannot be written", errnoValue);
+    if (elsewhere_.empty()) throw error;
+    throw RunTimeError(RunTimeError::kFile,
+                       error.description() + " in " + elsewhere_ + ", where it is made ready");
 }

@@ -1,19 +1,27 @@
 #pragma once
 
+#include "app/unfinished_file.h"
+
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 
-/// Writes a file beside its name and puts it in place in one step, so that whatever fails on the way, a file
-/// of that name is either the old one or the new one, whole. What is not committed leaves no trace; where the
-/// file system has files without a name, not even when the program is killed while it writes.
+/// Writes a file beside its name and puts it in place in one step, so that whatever fails on the way, also
+/// the power, a file of that name is either the old one or the new one, whole. What is not committed leaves
+/// no trace; what a killed program left in the folder is removed (unfinished_file.h).
+///
+/// A file that takes another's place keeps its owner, group, mode and extended attributes where that is
+/// allowed (kept_attributes.h). One that would lose something by being replaced, because it has several names
+/// (hard links), or that cannot be, because its folder may not be written, is written in place when it is
+/// committed (in_place_writing.h).
 ///
 /// Every failure throws RunTimeError with the target's path and the system's reason.
 class FileReplacement {
   public:
-    /// Begins a replacement of `path` (absolute or relative; a symbolic link is followed). Requires that the
-    /// folder exists and is writable; refuses a target that is a folder or is write-protected.
+    /// Begins a replacement of `path` (absolute or relative; a symbolic link is followed, also to a file that
+    /// is not there yet). Requires that the folder exists, and is writable unless the file exists; refuses a
+    /// target that is no ordinary file, is write-protected, or cannot be looked at.
     explicit FileReplacement(const std::string& path);
-    ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
 
@@ -22,19 +30,24 @@ class FileReplacement {
         buffer_.append(text);  // grows only for a text larger than the whole buffer
     }
 
-    /// Writes what is left, makes it durable and puts the file in place. Nothing may be written afterwards.
+    /// Writes what is left, puts the file in place and makes both durable: contents and name. Nothing may be
+    /// written afterwards.
     void commit();
 
   private:
+    void lookAtTarget();
     void open();
-    void giveName();
-    std::string besideTarget(const std::string& name) const;
     void flush();
-    void discard();
+    bool replace();
+    void reportDelayedErrors();
+    void syncFolder();
     [[noreturn]] void fail(int errnoValue);
 
     std::string target_;
-    std::string temporary_;  // empty as long as the file has no name
-    int file_ = -1;
+    struct stat old_ {};
+    bool exists_ = false;
+    bool inPlace_ = false;
+    std::string elsewhere_;  // the folder in which it is made ready when that is not the target's
+    UnfinishedFile file_;
     std::string buffer_;
 };

@@ -7,6 +7,7 @@
 #include "app/survey.h"
 #include "main.h"
 #include "support/ExpectedBoxes.h"
+#include "support/FullDisk.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
 #include "support/temporary_folder.h"
@@ -22,6 +23,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 namespace fs = std::filesystem;
+
+const std::string kTransects =
+    " 1000000       2000000       12            1 \r\n 1000001       2000000       13            1 \r\n";
 
 class ReadOnlyProgram : public testing::Test {
   protected:
@@ -56,6 +60,9 @@ class ReadOnlyProgram : public testing::Test {
     void importSurvey() {
         boxes.tell(u"The error log could not be written:\n"_s + refused("error_log.dat") +
                    u"\n\nThe file has been read without it."_s);
+        readSurvey();
+    }
+    void readSurvey() {
         boxes.tell(
             u"There are  2 valid records in this file.\n\nThere are  1 records in this file\n"
             u"containing non-numeric or invalid numeric values.\n\n"
@@ -68,6 +75,28 @@ class ReadOnlyProgram : public testing::Test {
                                   {u"9"_s, u"15"_s},
                                   {u"17"_s, u"24"_s},
                                   {}});
+    }
+    // What an administrator has opened to everybody in a folder that stays closed.
+    void openToEverybody(const std::string& name, const std::string& text) {
+        user.reset();
+        const std::string path = folder / ("program/" + name);
+        fs::permissions(folder / "program", fs::perms::owner_all);
+        if (fs::exists(path)) fs::permissions(path, fs::perms(0666));
+        writeFile(path, text);
+        fs::permissions(path, fs::perms(0666));
+        fs::permissions(folder / "program", fs::perms(0555));
+        user.emplace();
+    }
+    // Tries to export to this file of the program's folder, and closes the window if it is still there.
+    void exportInto(const std::string& name) {
+        setFileResponder(
+            [this, name](const FileQuestion&) { return fromPath(folder / ("program/" + name)); });
+        chooseItem(*main, u"mnuSave"_s);
+        QWidget& window = shownWindow(u"frmOutput"_s);
+        clickOn(window, u"Command1"_s);
+        clickOn(window, u"Command2"_s);
+        if (!theSession().DataSaved) window.close();
+        waitUntilClosed(u"frmOutput"_s);
     }
     QString refused(const std::string& name) const {
         return fromPath(folder / "program/" + name) + u" cannot be written: Permission denied"_s;
@@ -95,22 +124,40 @@ TEST_F(ReadOnlyProgram, ImportsWithoutAnErrorLogAndLeavesTheOldOne) {
 
 TEST_F(ReadOnlyProgram, ExportsToWhereItsUserMayWriteOnly) {
     importSurvey();
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "program/out.txt"); });
-    chooseItem(*main, u"mnuSave"_s);
-    QWidget& window = shownWindow(u"frmOutput"_s);
-    clickOn(window, u"Command1"_s);
     boxes.tell(refused("out.txt"));
-    clickOn(window, u"Command2"_s);
+    exportInto("out.txt");
     EXPECT_FALSE(theSession().DataSaved);
-    window.close();
-    waitUntilClosed(u"frmOutput"_s);
 
     const QString out = fromPath(folder / "home/out.txt");
     boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
     exportTransectFile(*main, out);
-    EXPECT_EQ(
-        readFile(folder / "home/out.txt"),
-        " 1000000       2000000       12            1 \r\n 1000001       2000000       13            1 \r\n");
+    EXPECT_EQ(readFile(folder / "home/out.txt"), kTransects);
+}
+
+TEST_F(ReadOnlyProgram, WritesTheErrorLogAndTheExportOverFilesThatAreOpenToEverybody) {
+    openToEverybody("error_log.dat", std::string(1000, 'x'));
+    readSurvey();
+    EXPECT_EQ(readFile(folder / "program/error_log.dat"),
+              "Line # 3 nothing  -> non-numeric X-coord data\r\n");
+    openToEverybody("out.txt", "another survey");
+    boxes.tell(u"Output data saved to "_s + fromPath(folder / "program/out.txt"), u"VARN-Tesl"_s);
+    exportInto("out.txt");
+    EXPECT_TRUE(theSession().DataSaved);
+    EXPECT_EQ(readFile(folder / "program/out.txt"), kTransects);
+}
+
+TEST_F(ReadOnlyProgram, LeavesAnOpenFileAsItWasWhenThereIsNoRoomToMakeItsTextReady) {
+    openToEverybody("error_log.dat", "");
+    readSurvey();
+    openToEverybody("out.txt", "old");
+    boxes.tell(fromPath(folder / "program/out.txt") + u" cannot be written: File too large in "_s +
+               fromPath(fs::temp_directory_path()) + u", where it is made ready"_s);
+    {
+        const FullDisk limit(50);
+        exportInto("out.txt");
+    }
+    EXPECT_FALSE(theSession().DataSaved);
+    EXPECT_EQ(readFile(folder / "program/out.txt"), "old");
 }
 
 TEST_F(ReadOnlyProgram, ShowsItsHelpAndSaysThatItCannotWriteACopy) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 TemporaryFolder::TemporaryFolder()
@@ -15,6 +16,11 @@ TemporaryFolder::TemporaryFolder()
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+}
+
+std::size_t filesIn(const TemporaryFolder& folder) {
+    const std::filesystem::directory_iterator files(folder.path());
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
 }
 
 std::string readFile(const std::string& path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,9 @@ class TemporaryFolder {
   private:
     std::string path_;
 };
+
+/// How many files and folders lie in the folder.
+std::size_t filesIn(const TemporaryFolder& folder);
 
 /// A file's bytes; fails the test when it cannot be read.
 std::string readFile(const std::string& path);

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cerrno>
+
+/// Makes a system call again as long as a signal interrupts it (EINTR). Not for close(), which has closed the
+/// file even then.
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
