@@ -209,6 +209,7 @@ TEST_F(SharedFolder, SaysWhereThereIsNoRoomToMakeTheTextReady) {
     fs::permissions(folder / "shared", fs::perms(0555));
     const std::string before = std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "";
     fs::create_directory(folder / "tmp");
+    fs::permissions(folder / "tmp", fs::perms(0555));
     ::setenv("TMPDIR", (folder / "tmp").c_str(), 1);
     {
         const UnprivilegedUser user;
