@@ -16,6 +16,7 @@
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "app/program_directories.h"
+#include "app/run_time_error.h"
 #include "app/survey.h"
 #include "app/survey_fingerprint.h"
 #include "export/frmOutput.h"
@@ -144,8 +145,9 @@ class Program : public QObject {
         showModal(window);
     }
 
-    // Of each window that only shows there is one, and it shows the survey as it is when it is opened.
-    void showAfresh(QPointer<QWidget>& shown, QWidget* window) {
+    // Of each window that only shows there is one.
+    template <typename Window>
+    void showAfresh(QPointer<Window>& shown, Window* window) {
         delete shown;
         shown = window;
         showBeside(window);
@@ -165,18 +167,38 @@ class Program : public QObject {
     void surveyReplaced(const ImportSummary& summary) {
         imported_ = summary;
         delete rowDialog_;
-        surveyChanged();
-    }
-
-    void surveyChanged() {
         main_.hidePlots();
         followSurvey();
     }
 
-    // Whatever has changed the survey, what does not stand in the view that is shown follows.
+    void surveyChanged() {
+        redrawView();
+        followSurvey();
+    }
+
+    // The view that is shown stays, unless it cannot show the survey any more.
+    void redrawView() {
+        for (PlotView* view : std::initializer_list<PlotView*>{rowEditor_, &grid_, &lag_})
+            if (view->isShown()) return redrawOrHide(*view);
+    }
+
+    void redrawOrHide(PlotView& view) {
+        bool drawn = false;
+        try {
+            drawn = view.redraw();
+        } catch (const RunTimeError&) {
+            // What a user can do about it is said when the view is chosen again.
+        }
+        if (!drawn) main_.hidePlots();
+    }
+
+    // Whatever has changed the survey, everything beside the view follows.
     void followSurvey() {
         noteUnexported();
         describeSurvey();
+        if (statistics_) statistics_->redraw();
+        if (histograms_) histograms_->redraw();
+        if (correlation_) correlation_->redraw();
     }
 
     // What has been exported is no longer the survey: the exit question is asked again.
@@ -239,7 +261,9 @@ class Program : public QObject {
     std::uint64_t exported_ = 0;  // the survey as it was written last
     ImportSummary imported_;      // of the import that the survey comes from
     QPointer<frmDataEdit> rowDialog_;
-    QPointer<QWidget> statistics_, histograms_, correlation_;
+    QPointer<frmStat> statistics_;
+    QPointer<frmHistForm> histograms_;
+    QPointer<frmSigCorrStruct> correlation_;
 };
 
 }  // namespace

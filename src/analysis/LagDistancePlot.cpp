@@ -4,6 +4,7 @@
 #include "app/frmMain.h"
 #include "app/numbers.h"
 #include "app/palette16.h"
+#include "plots/chart_views.h"
 
 #include <algorithm>
 
@@ -45,6 +46,22 @@ void LagDistancePlot::plot(LagMeasure measure) {
     const Hourglass hourglass(&main_);
     const LagDistances lag = lagDistances(theSurvey(), measure);
     main_.hidePlots();
+    measure_ = measure;
+    draw(lag);
+    Chart2D1->show();
+    Chart2D1->setFocus();
+}
+
+bool LagDistancePlot::redraw() {
+    if (theSurvey().NumSites == 0) return false;
+    const LagDistances lag = lagDistances(theSurvey(), measure_);
+    const ChartViews before = Chart2D1->views();
+    draw(lag);
+    Chart2D1->keepViews(before);
+    return true;
+}
+
+void LagDistancePlot::draw(const LagDistances& lag) {
     Chart2D1->beginBatch();
     fill(lag);
     setStyles(theSurvey().NumSites);
@@ -55,8 +72,6 @@ void LagDistancePlot::plot(LagMeasure measure) {
     Chart2D1->setHeaderFont(12, true);
     Chart2D1->setFooterText({});
     Chart2D1->endBatch();
-    Chart2D1->show();
-    Chart2D1->setFocus();
 }
 
 // Both series have as many points as there are sites; point i is site i's distance from site i - 1, so that

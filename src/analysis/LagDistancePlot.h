@@ -2,6 +2,7 @@
 
 #include "analysis/lag_distance.h"
 #include "plots/Chart2D.h"
+#include "plots/PlotView.h"
 
 #include <QObject>
 
@@ -9,7 +10,7 @@ class frmMain;
 
 /// The lag distance plots: the distance from each site to the one before it on Chart2D1, with a line at the
 /// minimum distance that separates rows.
-class LagDistancePlot : public QObject {
+class LagDistancePlot : public QObject, public PlotView {
     Q_OBJECT
 
   public:
@@ -21,13 +22,19 @@ class LagDistancePlot : public QObject {
     void mnuX_Dis_Click();
     void mnuY_Dis_Click();
 
+    bool isShown() const override { return !Chart2D1->isHidden(); }
+    /// Requires a site to be drawn.
+    bool redraw() override;
+
     Chart2D* const Chart2D1;
 
   private:
     void plot(LagMeasure measure);
+    void draw(const LagDistances& lag);
     void fill(const LagDistances& lag);
     void setStyles(SiteIndex sites);
     void readOut(QPoint pixel);
 
     frmMain& main_;
+    LagMeasure measure_ = LagMeasure::TrueDistance;  ///< of the plot that was shown last
 };

@@ -112,8 +112,7 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     const QPointF inches = QPointF(kLoadOffset) / kTwipsPerInch;
     const QPointF offset(inches.x() * logicalDpiX(), inches.y() * logicalDpiY());
     if (parent) move(parent->window()->pos() + offset.toPoint());
-    for (QWidget* widget : QList<QWidget*>{Label1, Label2, HG1, HG2, frameHG})
-        widget->hide();
+    clear();
     // A histogram is whole or it is none, on the screen as on paper.
     for (PictureBox* box : {HG1, HG2}) {
         box->setZoomable(false);
@@ -129,6 +128,7 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
 
 void frmHistForm::mnuPlot_Click() {
     int error = 0;
+    clear();
     try {
         plot();
     } catch (...) {
@@ -137,6 +137,29 @@ void frmHistForm::mnuPlot_Click() {
     if (error == 0) return;
     tell(this, u"Unexpected error: request terminated."_s);
     tell(this, QString::number(error));
+}
+
+void frmHistForm::redraw() {
+    if (frameHG->isHidden()) return;
+    try {
+        plot();
+    } catch (const RunTimeError&) {
+        clear();
+    }
+}
+
+// As the window opened: nothing of an earlier survey stands beside what a plot that fails halfway has shown.
+void frmHistForm::clear() {
+    plotted1_.reset();
+    plotted2_.reset();
+    for (const auto& labels : {lblH1(), lblH2()})
+        for (QLabel* label : labels)
+            label->clear();
+    for (QWidget* widget : QList<QWidget*>{Label1, Label2, HG1, HG2, frameHG})
+        widget->hide();
+    drawEM1();
+    drawEM2();
+    lblHint->show();
 }
 
 void frmHistForm::plot() {

@@ -10,14 +10,18 @@
 class QPainter;
 class QPrinter;
 
-/// Histograms of the readings, one picture box for each signal, with their statistics. Reads the survey when
-/// it plots; what it shows stays as it was plotted until the next time.
+/// Histograms of the readings, one picture box for each signal, with their statistics. What it has plotted
+/// follows the survey.
 class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     Q_OBJECT
 
   public:
     /// Places itself beside the upper left corner of the parent's window.
     explicit frmHistForm(QWidget* parent = nullptr);
+
+    /// Plots the survey as it is now, where histograms are shown; a survey that cannot be plotted takes them
+    /// away.
+    void redraw();
 
   private:
     /// One signal's figures: the frequencies are drawing heights.
@@ -33,6 +37,7 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
 
     void mnuPlot_Click();
     void plot();
+    void clear();
     void CalcStats();
     void DetermineHGD1();
     void DetermineHGD2();

@@ -6,7 +6,9 @@
 #include "app/MessageBox.h"
 #include "app/Printing.h"
 #include "app/palette16.h"
+#include "app/run_time_error.h"
 #include "app/survey.h"
+#include "plots/chart_views.h"
 
 #include <QPainter>
 #include <QScopeGuard>
@@ -53,6 +55,25 @@ void frmSigCorrStruct::mnuPlot1_Click() {
     Chart2D1->setAxisTitle(Chart2D::Axis::Y, u"2nd Signal Data Column (EC2)"_s);
     lblHint->hide();
     Chart2D1->show();
+}
+
+void frmSigCorrStruct::redraw() {
+    if (Chart2D1->isHidden()) return;
+    if (!theSurvey().TwoEMColumns || theSurvey().NumSites == 0) return showHint();
+    const ChartViews before = Chart2D1->views();
+    Chart2D1->beginBatch();
+    const auto end = qScopeGuard([this] { Chart2D1->endBatch(); });
+    try {
+        MakeChart();
+        Chart2D1->keepViews(before);
+    } catch (const RunTimeError&) {
+        showHint();
+    }
+}
+
+void frmSigCorrStruct::showHint() {
+    Chart2D1->hide();
+    lblHint->show();
 }
 
 // Series 2 is as long as series 1 and consists of points that are not there.

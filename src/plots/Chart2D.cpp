@@ -270,6 +270,15 @@ bool Chart2D::isZoomed() const {
     return d_->views.isZoomed();
 }
 
+const ChartViews& Chart2D::views() const {
+    return d_->views;
+}
+
+void Chart2D::keepViews(const ChartViews& before) {
+    d_->views.keepViews(before);
+    d_->showViews();
+}
+
 void Chart2D::resetView() {
     if (!isZoomed()) return;
     d_->views.reset();

@@ -12,6 +12,7 @@
 #include <span>
 
 class ChartPlot;
+class ChartViews;
 class QPainter;
 
 /// A chart with axes, a header above and a read-out line (the footer) below it, on white paper in every
@@ -126,6 +127,11 @@ class Chart2D : public QWidget {
 
     bool isZoomed() const;
     void resetView();
+    /// What is shown of the axes, and what was set for them.
+    const ChartViews& views() const;
+    /// After limits have been set anew: shows again what was shown before of a chart that was zoomed
+    /// (ChartViews::keepViews).
+    void keepViews(const ChartViews& before);
 
     /// From now on the plot areas of both charts begin and end at the same distances from their charts'
     /// sides, whatever their labels need, on the screen and on paper. For charts of equal width, one below

@@ -8,10 +8,13 @@
 #include "app/frmMain.h"
 #include "app/palette16.h"
 #include "app/run_time_error.h"
+#include "plots/chart_views.h"
 #include "plots/row_deletion.h"
 #include "plots/row_number.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_detection.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -129,6 +132,26 @@ void RowPlotEditor::showRow(int row) {
     enableSteps(row > 1, row < theSurvey().NumRows);
     Command6->setEnabled(true);
     Row_Plot();
+}
+
+bool RowPlotEditor::redraw() {
+    if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
+    Calculate_NumPoints(theSurvey());
+    const Survey& survey = theSurvey();
+    // While the map is open, rows that it has emptied still have their numbers, and no sites.
+    const int last = std::min(survey.NumRows, survey.RowIndex);
+    if (CurrentRow > last)
+        showRow(last);
+    else
+        redrawRow();
+    return true;
+}
+
+void RowPlotEditor::redrawRow() {
+    const ChartViews profile = Chart2D3->views(), map = Chart2D4->views();
+    showRow(CurrentRow);
+    Chart2D3->keepViews(profile);
+    Chart2D4->keepViews(map);
 }
 
 void RowPlotEditor::enableSteps(bool back, bool forward) {

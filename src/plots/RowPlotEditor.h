@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plots/Chart2D.h"
+#include "plots/PlotView.h"
 #include "plots/plot_limits.h"
 #include "plots/row_selection.h"
 #include "plots/row_sites.h"
@@ -17,7 +18,7 @@ class frmMain;
 /// frame of its controls, at the side of the main window's charts.
 ///
 /// It ends with its button, and when the main window hides the plots (frmMain::plotsHidden).
-class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
+class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     Q_OBJECT
 
   public:
@@ -28,6 +29,11 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
     /// rows than NumPoints holds they throw subscriptOutOfRange and show nothing.
     void mnuX_Click();
     void mnuY_Click();
+
+    bool isShown() const override { return !isHidden(); }
+    /// Draws the row shown, or the last row where there are fewer now; the selection is empty afterwards.
+    /// Requires sites and usable rows to be drawn.
+    bool redraw() override;
 
     /// The row shown; behind the last row when that row has just been emptied.
     int CurrentRow = 0;
@@ -75,6 +81,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1 {
     void joinChart(Chart2D* chart);
     void closeEditor();
     void showRow(int row);
+    void redrawRow();
     void enableSteps(bool back, bool forward);
     void fillProfile();
     void fillMap();

@@ -2,6 +2,7 @@
 
 #include "app/Guarded.h"
 #include "app/frmMain.h"
+#include "plots/chart_views.h"
 #include "plots/plot_limits.h"
 #include "plots/row_plot_texts.h"
 #include "plots/row_sites.h"
@@ -30,6 +31,21 @@ void SurveyGridPlot::mnuGrid_Click() {
     Calculate_NumPoints(theSurvey());
     const Hourglass hourglass(&main_);
     main_.hidePlots();
+    draw();
+    Chart2D2->show();
+    Chart2D2->setFocus();
+}
+
+bool SurveyGridPlot::redraw() {
+    if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
+    Calculate_NumPoints(theSurvey());
+    const ChartViews before = Chart2D2->views();
+    draw();
+    Chart2D2->keepViews(before);
+    return true;
+}
+
+void SurveyGridPlot::draw() {
     Chart2D2->beginBatch();
     fillRows();
     setLimits();
@@ -37,8 +53,6 @@ void SurveyGridPlot::mnuGrid_Click() {
     Chart2D2->setHeaderFont(12, true);
     Chart2D2->setFooterText({});
     Chart2D2->endBatch();
-    Chart2D2->show();
-    Chart2D2->setFocus();
 }
 
 void SurveyGridPlot::fillRows() {

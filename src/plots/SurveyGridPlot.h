@@ -1,13 +1,14 @@
 #pragma once
 
 #include "plots/Chart2D.h"
+#include "plots/PlotView.h"
 
 #include <QObject>
 
 class frmMain;
 
 /// The survey grid plot: every site in plan on Chart2D2, one coloured series for each row. It only shows.
-class SurveyGridPlot : public QObject {
+class SurveyGridPlot : public QObject, public PlotView {
     Q_OBJECT
 
   public:
@@ -18,9 +19,14 @@ class SurveyGridPlot : public QObject {
     /// rows; with more rows than NumPoints holds it throws subscriptOutOfRange and shows nothing.
     void mnuGrid_Click();
 
+    bool isShown() const override { return !Chart2D2->isHidden(); }
+    /// Requires sites and usable rows to be drawn.
+    bool redraw() override;
+
     Chart2D* const Chart2D2;
 
   private:
+    void draw();
     void fillRows();
     void setLimits();
     void readOut(QPoint pixel);

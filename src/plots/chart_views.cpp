@@ -2,6 +2,14 @@
 
 #include <algorithm>
 
+namespace {
+
+bool stillMakesSense(const AxisView& view, const AxisView& home) {
+    return view.reversed == home.reversed && view.lower < home.upper && view.upper > home.lower;
+}
+
+}  // namespace
+
 void ChartViews::setLimits(Axis axis, double minimum, double maximum) {
     const AxisView home = viewOfLimits(minimum, maximum);
     axes_[axis] = {{minimum, maximum}, home, home};
@@ -32,4 +40,16 @@ void ChartViews::move(double xFraction, double yFraction) {
         State& axis = axes_[a];
         axis.view = moved(axis.view, axis.home, a == kX ? xFraction : yFraction);
     }
+}
+
+void ChartViews::keepViews(const ChartViews& before) {
+    std::array<AxisView, 3> kept;
+    for (const Axis a : {kX, kY, kY2}) {
+        const State& old = before.axes_[a];
+        const AxisView& home = axes_[a].home;
+        kept[a] = old.view == old.home ? home : old.view;
+        if (!stillMakesSense(kept[a], home)) return;
+    }
+    for (const Axis a : {kX, kY, kY2})
+        axes_[a].view = kept[a];
 }

@@ -32,6 +32,11 @@ class ChartViews {
     /// Moves the view by parts of its width and height, to the right and upwards.
     void move(double xFraction, double yFraction);
 
+    /// Shows again what was zoomed or moved in `before`, the same chart before its limits were set anew; axes
+    /// that showed their limits show the new ones. Where one axis would show nothing of its limits, or would
+    /// run the other way, every axis shows its limits.
+    void keepViews(const ChartViews& before);
+
   private:
     struct State {
         Limits limits;

@@ -20,6 +20,12 @@ QString twoDecimals(double value) {
 RowStatisticsModel::RowStatisticsModel(RowStatistics statistics, QObject* parent)
     : QAbstractTableModel(parent), statistics_(std::move(statistics)) {}
 
+void RowStatisticsModel::replace(RowStatistics statistics) {
+    beginResetModel();
+    statistics_ = std::move(statistics);
+    endResetModel();
+}
+
 void RowStatisticsModel::showRelativeLengths(bool relative) {
     relative_ = relative;
     if (rowCount() > 0) Q_EMIT dataChanged(index(0, kLength), index(rowCount() - 1, kLength));

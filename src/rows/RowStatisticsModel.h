@@ -12,6 +12,8 @@ class RowStatisticsModel : public QAbstractTableModel {
   public:
     explicit RowStatisticsModel(RowStatistics statistics, QObject* parent = nullptr);
 
+    /// Other statistics in the place of these.
+    void replace(RowStatistics statistics);
     /// Lengths in survey units, or as a percentage of the longest.
     void showRelativeLengths(bool relative);
     /// The header and these lines, cells separated by tabs and lines by line feeds, as spreadsheets take

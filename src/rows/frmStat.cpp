@@ -3,11 +3,13 @@
 #include "app/CaptionColour.h"
 #include "app/Guarded.h"
 #include "app/HelpOpener.h"
+#include "app/run_time_error.h"
 #include "rows/row_detection.h"
 
 #include <QClipboard>
 #include <QHeaderView>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 
 #include <numeric>
@@ -28,12 +30,21 @@ RowStatistics countRows(Survey& survey) {
     return statistics;
 }
 
+RowStatistics rowsThatAreThere(const Survey& survey) {
+    if (!rowsAreUsable(survey)) return {};
+    try {
+        return rowStatistics(survey);
+    } catch (const RunTimeError&) {
+        return {};
+    }
+}
+
 }  // namespace
 
 frmStat::frmStat(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
     model_ = new RowStatisticsModel(countRows(theSurvey()), this);
-    lblInfo->setText(u"Total # of detected rows = %1"_s.arg(model_->rowCount()));
+    showCount();
     Stats->setModel(model_);
     Stats->addAction(actionCopy);
     fitColumns();
@@ -47,6 +58,19 @@ frmStat::frmStat(QWidget* parent) : QMainWindow(parent) {
     colourWhileChecked(*optDSA);
     colourWhileChecked(*optDSR);
     optDSA->setChecked(true);
+}
+
+void frmStat::redraw() {
+    const int place = Stats->verticalScrollBar()->value();
+    model_->replace(rowsThatAreThere(theSurvey()));
+    Stats->verticalScrollBar()->setValue(place);
+    showCount();
+}
+
+void frmStat::showCount() {
+    const bool tooMany = model_->rowCount() == 0 && theSurvey().RowIndex > kMaxRows;
+    lblInfo->setText(tooMany ? QString::fromLatin1(kTooManyRows)
+                             : u"Total # of detected rows = %1"_s.arg(model_->rowCount()));
 }
 
 void frmStat::showDistanceScale(int scale) {

@@ -5,15 +5,20 @@
 
 #include <QMainWindow>
 
-/// Row statistics: one table line for each row of the survey as it was when the window was made. Changes
-/// nothing in the survey but RowIndex and NumPoints, which become the rows' count and sites.
+/// Row statistics: one table line for each row of the survey. When it is made, RowIndex and NumPoints become
+/// the rows' count and sites; nothing else in the survey changes.
 class frmStat : public QMainWindow, public Ui::frmStat {
     Q_OBJECT
 
   public:
     explicit frmStat(QWidget* parent = nullptr);
 
+    /// Shows the rows of the survey as it is now, in the scale chosen; no lines where they are of no use.
+    /// Changes nothing.
+    void redraw();
+
   private:
+    void showCount();
     void showDistanceScale(int scale);
     void copyToClipboard() const;
     QList<int> linesToCopy() const;

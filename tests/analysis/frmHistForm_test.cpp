@@ -321,17 +321,49 @@ TEST_F(HistogramWindow, EqualSecondReadingsStopThePlotBeforeAnythingIsDrawn) {
     EXPECT_EQ(em2(), (Texts{"5.00", "0.00", "5.00", "5.00"}));
 }
 
-TEST_F(HistogramWindow, AFailureLeavesTheEarlierPlotStanding) {
+TEST_F(HistogramWindow, AFailureLeavesNoFiguresAndNoBarsOfTheEarlierPlot) {
     open();
     plot();
     theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     expectFailure(u"11"_s);
     plot();
-    window().resize(window().size() + QSize(100, 60));
+    EXPECT_TRUE(nothingPlotted());
+    EXPECT_TRUE(window().lblHint->isVisible());
+    EXPECT_EQ(em1(), (Texts{"2.00", "1.00", "1.00", "3.00"}));
+    theSurvey() = surveyOfReadings({5});
+    expectFailure(u"11"_s);
+    plot();
+    EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
+    theSurvey() = surveyOfReadings({0, 0, 100});
+    plot();
+    expectBars(SeenHistogram(window().HG1), {{1, 0.1}, {50, 0.55}}, 17, kLightBlue, kBlue);
+}
+
+TEST_F(HistogramWindow, WhatIsPlottedFollowsTheSurvey) {
+    open();
+    window().redraw();
+    EXPECT_TRUE(nothingPlotted()) << "nothing has been plotted yet";
+    plot();
+    theSurvey() = surveyOfReadings({0, 0, 100});
+    window().redraw();
     QApplication::processEvents();
-    const SeenHistogram seen(window().HG1);
-    EXPECT_EQ(seen.foot(11), kLightBlue);
-    EXPECT_EQ(seen.foot(26), kBlue);
+    EXPECT_EQ(em1(), (Texts{"33.33", "57.74", "0.00", "100.00"}));
+    EXPECT_EQ(em2(), (Texts{"n/a", "n/a", "n/a", "n/a"}));
+    expectBars(SeenHistogram(window().HG1), {{1, 0.1}, {50, 0.55}}, 17, kLightBlue, kBlue);
+    EXPECT_FALSE(window().HG2->isVisible());
+}
+
+TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
+    open();
+    plot();
+    theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
+    window().redraw();
+    EXPECT_TRUE(nothingPlotted());
+    EXPECT_TRUE(window().lblHint->isVisible());
+    EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
+    theSurvey() = Survey{};
+    window().redraw();
+    EXPECT_TRUE(nothingPlotted());
 }
 
 TEST_F(HistogramWindow, OneSiteStopsThePlotBeforeItsStatisticsAreShown) {

@@ -163,6 +163,36 @@ TEST_F(CorrelationWindow, PlotsASmallerSurveyWithoutPointsOfAnEarlierOne) {
     EXPECT_DOUBLE_EQ(chart().axisRange(Chart2D::Axis::X).maximum, 2.1);
 }
 
+TEST_F(CorrelationWindow, WhatIsPlottedFollowsTheSurveyAndALookAtItStays) {
+    open();
+    window().redraw();
+    EXPECT_FALSE(chart().isVisible()) << "nothing has been plotted yet";
+    theSurvey() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
+    plot();
+    QTest::keyClick(&chart(), Qt::Key_Plus);
+    const auto seenAt = [this](QPoint pixel) { return chart().pixelToData(pixel); };
+    const QPoint middle = chart().rect().center();
+    const Chart2D::PixelData before = seenAt(middle);
+    theSurvey() = surveyOfReadings({10, 20, 28}, {20, 40, 56});
+    window().redraw();
+    EXPECT_EQ(chart().point(Chart2D::kData, 1, 3), (Chart2D::Point{28, 56}));
+    EXPECT_TRUE(chart().isZoomed());
+    EXPECT_DOUBLE_EQ(seenAt(middle).x, before.x);
+    EXPECT_DOUBLE_EQ(seenAt(middle).y, before.y);
+}
+
+TEST_F(CorrelationWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
+    for (const Survey& other : {surveyOfReadings({1, 2}), Survey{}}) {
+        theSurvey() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
+        open();
+        plot();
+        ASSERT_TRUE(chart().isVisible());
+        theSurvey() = other;
+        window().redraw();
+        EXPECT_FALSE(chart().isVisible());
+    }
+}
+
 TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsWhenANewSurveyHasOne) {
     open();
     theSurvey() = surveyOfReadings({1, 2});

@@ -211,21 +211,3 @@ TEST_F(MainMenu, LetsHelpBeReadBesideEveryModalWindow) {
     clickThroughTheDesktop(control(shownWindow(u"frmHelpTesl"_s), u"Command2"_s));
     waitUntilClosed(u"frmHelpTesl"_s);
 }
-
-// The figures are those of the moment at which the window was opened.
-TEST_F(MainMenu, LeavesReviewWindowsAsTheyAreWhenARowIsDeleted) {
-    chooseItem(*main, u"mnuStat"_s);
-    QWidget& statistics = shownWindow(u"frmStat"_s);
-    chooseItem(*main, u"mnuData"_s);
-    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
-    clickOn(dialog, u"Option2"_s);
-    typeInto(dialog, u"Text4"_s, u"2"_s);
-    clickOn(dialog, u"Command1"_s);
-    waitUntilClosed(u"frmDataEdit"_s);
-    EXPECT_EQ(theSurvey().NumSites, 3);
-    EXPECT_TRUE(main->lblInvitation->text().startsWith(u"3 sites in 1 row\n"));
-    EXPECT_EQ(controlAs<QLabel>(statistics, u"lblInfo"_s).text(), u"Total # of detected rows = 2"_s);
-    chooseItem(*main, u"mnuStat"_s);
-    EXPECT_EQ(controlAs<QLabel>(shownWindow(u"frmStat"_s), u"lblInfo"_s).text(),
-              u"Total # of detected rows = 1"_s);
-}

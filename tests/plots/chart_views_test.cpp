@@ -66,3 +66,44 @@ TEST(ChartViews, ReturnToTheLimits) {
     expectView(views, ChartViews::kY, 0, 50);
     EXPECT_FALSE(views.isZoomed());
 }
+
+TEST(ChartViews, StayWhereTheyAreWhenTheLimitsAreSetAnew) {
+    ChartViews before = hundredByFifty();
+    before.zoom(0.25, 0.5, 1, 1);  // along X alone
+    ChartViews views = hundredByFifty();
+    views.setLimits(ChartViews::kX, 10, 120);
+    views.setLimits(ChartViews::kY, 0, 70);
+    views.keepViews(before);
+    expectView(views, ChartViews::kX, 12.5, 62.5);
+    expectView(views, ChartViews::kY, 0, 70);
+    expectView(views, ChartViews::kY2, 0, 70);
+    EXPECT_EQ(views.limits(ChartViews::kX).maximum, 120);
+    views.reset();
+    expectView(views, ChartViews::kX, 10, 120);
+}
+
+TEST(ChartViews, ShowTheNewLimitsWhereNothingOfThemWouldBeInSight) {
+    ChartViews before = hundredByFifty();
+    before.zoom(0, 0.5, 0, 0.5);  // 0 to 50, and 0 to 25
+    ChartViews views = hundredByFifty();
+    views.setLimits(ChartViews::kX, 50, 90);
+    views.keepViews(before);
+    EXPECT_FALSE(views.isZoomed());
+}
+
+TEST(ChartViews, ShowTheNewLimitsWhereAnAxisRunsTheOtherWay) {
+    ChartViews before = hundredByFifty();
+    before.zoom(0, 0.5, 0, 0.5);
+    ChartViews views = hundredByFifty();
+    views.setLimits(ChartViews::kY, 50, 0);
+    views.keepViews(before);
+    EXPECT_FALSE(views.isZoomed());
+}
+
+TEST(ChartViews, ThatWereNotZoomedShowTheNewLimits) {
+    ChartViews views = hundredByFifty();
+    views.setLimits(ChartViews::kX, 500, 900);
+    views.keepViews(hundredByFifty());
+    EXPECT_FALSE(views.isZoomed());
+    expectView(views, ChartViews::kX, 500, 900);
+}

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -211,8 +212,22 @@ void RandomSession::plotsHidden() {
     cursor_ = 0;
 }
 
+void RandomSession::plotsFollow() {
+    statisticsFollow();
+    PlainSurvey plotted = survey_;
+    plotted.measure = lagMeasure_;
+    const bool drawn =
+        !survey_.empty() && (chart_ == u"Chart2D1" ? distancesAreFinite(plotted) : rowsCanBeShown());
+    if (!drawn) return plotsHidden();
+    if (!editing_) return;
+    reached_.note("a row plot that followed");
+    counted_ = true;
+    showRow(std::clamp(row_, 1, static_cast<int>(survey_.rowSizes().size())));
+}
+
 void RandomSession::surveyImported() {
     plotsHidden();
+    statisticsFollow();
     saved_ = false;
     rowDialog_ = false;
     setMenus(!survey_.empty(), kSurveyItems);

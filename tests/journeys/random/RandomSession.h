@@ -107,6 +107,9 @@ class RandomSession {
     void compareRows();
     void compareMenus();
     void comparePlots();
+    void compareGrid();
+    void compareLag();
+    void compareFollowingWindows();
     void compareRowPlots();
     void compareDistances();
 
@@ -114,6 +117,10 @@ class RandomSession {
     bool canChoose(const std::string& item) const;
     void setMenus(bool enabled, const std::vector<std::string>& items);
     void plotsHidden();
+    /// The survey has changed otherwise than by an import: the view that is shown follows, or gives way.
+    void plotsFollow();
+    void statisticsFollow();
+    bool rowsCanBeShown() const { return survey_.rowsUsable() && survey_.rowSizes().size() <= 250; }
     void surveyImported();
     void noSitesLeft();
     /// Chooses an item that wants sites, or sites and rows; true when the view is to open. Otherwise the
@@ -133,6 +140,7 @@ class RandomSession {
     void refuseControls(QWidget& window);
     void refuseFormat(QWidget& window, const PlainTrimbleOptions& options);
     void finishTrimbleImport(const PlainImport& import);
+    static bool distancesAreFinite(const PlainSurvey& survey);
     bool overflows(const PlainSurvey& survey, const std::string& where);
     std::string trimbleFile(const PlainTrimbleOptions& options);
     void importGeneric();
@@ -270,7 +278,8 @@ class RandomSession {
     int printScale_ = 1;
     std::string log_;  ///< the error log
     std::map<std::string, bool> menus_;
-    QString chart_;  ///< the chart shown, but for the row plots
+    QString chart_;       ///< the chart shown, but for the row plots
+    int lagMeasure_ = 1;  ///< of the lag distance plot shown last
     bool rowDialog_ = false;
     QString statistics_;  ///< what the window of the row statistics says while it is open
 

@@ -124,7 +124,7 @@ RandomSession::Adjustment RandomSession::enterShift(QWidget& window, const QStri
         for (PlainSite& site : survey_.sites)
             site.*reading += shift;
         total += shift;
-        plotsHidden();
+        plotsFollow();
         return true;
     };
 }
@@ -147,7 +147,7 @@ RandomSession::Adjustment RandomSession::enterFactor(QWidget& window, const QStr
         }
         for (PlainSite& site : survey_.sites)
             site.*reading *= factor;
-        plotsHidden();
+        plotsFollow();
         return true;
     };
 }

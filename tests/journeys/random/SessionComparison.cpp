@@ -133,6 +133,23 @@ void RandomSession::comparePlots() {
     same("visible frmStat", isShown(u"frmStat"_s), !statistics_.isEmpty());
     if (!statistics_.isEmpty() && isShown(u"frmStat"_s))
         sameText("lblInfo", controlAs<QLabel>(shownWindow(u"frmStat"_s), u"lblInfo"_s).text(), statistics_);
+    if (!difference_.empty()) return;
+    if (chart_ == u"Chart2D1") compareLag();
+    if (chart_ == u"Chart2D2") compareGrid();
+    compareFollowingWindows();
+}
+
+// What a window has plotted is the survey as it is, or it has gone.
+void RandomSession::compareFollowingWindows() {
+    if (isShown(u"frmHistForm"_s)) {
+        QWidget& window = shownWindow(u"frmHistForm"_s);
+        if (window.findChild<QWidget*>(u"frameHG"_s)->isVisible()) compareHistograms(window);
+    }
+    if (!isShown(u"frmSigCorrStruct"_s)) return;
+    const auto& chart = *shownWindow(u"frmSigCorrStruct"_s).findChild<Chart2D*>(u"Chart2D1"_s);
+    if (chart.isVisible())
+        same<long>("points of the correlation plot", chart.pointCount(Chart2D::kData, 1),
+                   static_cast<long>(survey_.two ? survey_.sites.size() : 0));
 }
 
 void RandomSession::compareRowPlots() {

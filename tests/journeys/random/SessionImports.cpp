@@ -26,17 +26,17 @@ void put(std::string& line, const PlainField& columns, const std::string& text) 
     line.replace(end - text.size(), text.size(), text);
 }
 
-bool isFinite(const PlainSurvey& survey) {
+}  // namespace
+
+bool RandomSession::distancesAreFinite(const PlainSurvey& survey) {
     for (std::size_t i = 1; i < survey.sites.size(); ++i)
         if (!std::isfinite(survey.distance(i))) return false;
     return true;
 }
 
-}  // namespace
-
 // Distances too large for a number end an import: nothing of it is kept.
 bool RandomSession::overflows(const PlainSurvey& survey, const std::string& where) {
-    if (isFinite(survey)) return false;
+    if (distancesAreFinite(survey)) return false;
     reached_.note("overflow of " + where);
     expect(u"Overflow"_s);
     return true;

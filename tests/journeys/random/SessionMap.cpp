@@ -253,7 +253,7 @@ void RandomSession::decideOnMasked(Map& map) {
         deleteMarkedPlainSites(survey_, map.masks);
         map.masks.assign(survey_.sites.size(), false);
         map.canRestore = map.canDelete = false;
-        plotsHidden();
+        plotsFollow();
     }
     comparePicture(map);
 }
@@ -281,6 +281,7 @@ void RandomSession::checkRowsAfterMap(Map& map) {
     counted_ = true;
     if (validatePlainRows(survey_)) return;
     reached_.note("row information lost");
+    plotsFollow();
     setMenus(true, {"mnuRow", "mnuDistance", "mnuGrid", "mnuData", "mnuStat"});
     expect(
         u"Warning!  The sites which you have deleted have resulted in the complete\n"

@@ -260,6 +260,7 @@ void RandomSession::deletePoints() {
         clickOn(*editor_, u"Command5"_s);
     deletePlainSites(survey_, row_, chosen);
     if (survey_.empty()) survey_.rowIndex = 0;
+    statisticsFollow();
     const bool emptied = chosen.size() == sites.size();
     if (emptied) reached_.note("a row emptied");
     if (!emptied && row_ == 1)

@@ -80,7 +80,7 @@ void RandomSession::joinRows(QWidget& dialog) {
     rowDialog_ = false;
     joinPlainRows(survey_, static_cast<int>(a.number), static_cast<int>(b.number));
     counted_ = true;
-    plotsHidden();
+    plotsFollow();
 }
 
 void RandomSession::deleteRow(QWidget& dialog) {
@@ -108,7 +108,7 @@ void RandomSession::deleteRow(QWidget& dialog) {
     if (!valid) return;
     rowDialog_ = false;
     counted_ = true;
-    plotsHidden();
+    plotsFollow();
 }
 
 void RandomSession::recalculate(QWidget& dialog) {
@@ -144,7 +144,7 @@ void RandomSession::recalculate(QWidget& dialog) {
     clickOn(dialog, u"Command1"_s);
     if (survey_.empty()) rowDialog_ = false;
     if (!runs) return;
-    plotsHidden();
+    plotsFollow();
     measured_ = true;
     counted_ = found;
     if (!found) return;

@@ -63,6 +63,10 @@ void RandomSession::plotGrid() {
     plotsHidden();
     counted_ = true;
     chart_ = u"Chart2D2"_s;
+    compareGrid();
+}
+
+void RandomSession::compareGrid() {
     const auto& chart = controlAs<Chart2D>(*main_, chart_);
     const std::vector<long> sizes = survey_.rowSizes();
     same("series of the grid plot", chart.seriesCount(Chart2D::kData), static_cast<int>(sizes.size()));
@@ -88,13 +92,33 @@ void RandomSession::plotLag() {
     if (!choose(items[measure - 1], false)) return;
     plotsHidden();
     chart_ = u"Chart2D1"_s;
+    lagMeasure_ = measure;
+    compareLag();
+}
+
+void RandomSession::compareLag() {
+    PlainSurvey plotted = survey_;
+    plotted.measure = lagMeasure_;
     const auto& chart = controlAs<Chart2D>(*main_, chart_);
+    same<long>("points of the lag distance plot", chart.pointCount(Chart2D::kData, 1),
+               static_cast<long>(plotted.sites.size()));
+    if (!difference_.empty()) return;
     for (std::size_t i = 1; i < plotted.sites.size(); ++i) {
         const auto point = static_cast<qsizetype>(i);
         if (chart.point(Chart2D::kData, 1, point) != Chart2D::Point{double(i), plotted.distance(i)} ||
             chart.point(Chart2D::kData, 2, point) != Chart2D::Point{double(i), survey_.minDistance})
             differ("point " + std::to_string(i) + " of the lag distance plot differs");
     }
+}
+
+// The window says how many rows there are, or why it has none.
+void RandomSession::statisticsFollow() {
+    if (statistics_.isEmpty()) return;
+    if (!survey_.rowsUsable() && survey_.rowIndex > 250)
+        statistics_ = u"Too many rows: Please specify a larger distance value"_s;
+    else
+        statistics_ = u"Total # of detected rows = %1"_s.arg(
+            survey_.rowsUsable() && lengthsAreFinite(survey_) ? survey_.rowSizes().size() : 0);
 }
 
 void RandomSession::reviewRows() {
