@@ -219,6 +219,7 @@ void RandomSession::plotsFollow() {
     const bool drawn =
         !survey_.empty() && (chart_ == u"Chart2D1" ? distancesAreFinite(plotted) : rowsCanBeShown());
     if (!drawn) return plotsHidden();
+    redLine_ = survey_.minDistance;
     if (!editing_) return;
     reached_.note("a row plot that followed");
     counted_ = true;

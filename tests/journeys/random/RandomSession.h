@@ -280,6 +280,7 @@ class RandomSession {
     std::map<std::string, bool> menus_;
     QString chart_;       ///< the chart shown, but for the row plots
     int lagMeasure_ = 1;  ///< of the lag distance plot shown last
+    double redLine_ = 0;  ///< where its red line stands
     bool rowDialog_ = false;
     QString statistics_;  ///< what the window of the row statistics says while it is open
 

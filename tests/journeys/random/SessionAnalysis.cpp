@@ -187,16 +187,22 @@ void RandomSession::histograms() {
     helpOf(window, 116, u"mnuHisthelp"_s);
     const bool fails = isConstant(survey_.sites, &PlainSite::em1) ||
                        (survey_.two && isConstant(survey_.sites, &PlainSite::em2));
-    if (fails) {
+    const auto expectProblem = [&] {
+        if (!fails) return;
         expect(u"Unexpected error: request terminated."_s);
         expect(u"11"_s);
-    }
+    };
+    expectProblem();
     chooseItem(window, u"mnuPlot"_s);
     if (!fails) compareHistograms(window);
-    if (chance(40))
-        print([&] {
-            chance(50) ? chooseItem(window, u"mnuPrint"_s) : pressKey(window, Qt::Key_P, Qt::ControlModifier);
-        });
+    const auto choosePrint = [&] {
+        chance(50) ? chooseItem(window, u"mnuPrint"_s) : pressKey(window, Qt::Key_P, Qt::ControlModifier);
+    };
+    if (chance(40)) {
+        // What has not been plotted is plotted first.
+        expectProblem();
+        fails ? choosePrint() : print(choosePrint);
+    }
     if (chance(40))
         chooseItem(window, u"mnuDone"_s);
     else if (chance(50))

@@ -93,6 +93,7 @@ void RandomSession::plotLag() {
     plotsHidden();
     chart_ = u"Chart2D1"_s;
     lagMeasure_ = measure;
+    redLine_ = survey_.minDistance;
     compareLag();
 }
 
@@ -106,7 +107,7 @@ void RandomSession::compareLag() {
     for (std::size_t i = 1; i < plotted.sites.size(); ++i) {
         const auto point = static_cast<qsizetype>(i);
         if (chart.point(Chart2D::kData, 1, point) != Chart2D::Point{double(i), plotted.distance(i)} ||
-            chart.point(Chart2D::kData, 2, point) != Chart2D::Point{double(i), survey_.minDistance})
+            chart.point(Chart2D::kData, 2, point) != Chart2D::Point{double(i), redLine_})
             differ("point " + std::to_string(i) + " of the lag distance plot differs");
     }
 }
