@@ -64,7 +64,7 @@ class Reader {
   public:
     Reader(std::string_view rtf, QTextDocument& document)
         : tokens_(rtf), document_(document), writer_(document) {}
-    void read();
+    bool read();
 
   private:
     void take(const RichTextToken& token);
@@ -110,11 +110,13 @@ class Reader {
     int paperWidth_ = 12240, leftMargin_ = 1800, rightMargin_ = 1800;
 };
 
-void Reader::read() {
-    for (auto token = tokens_.next(); token.kind != RichTextToken::kEnd; token = tokens_.next())
+bool Reader::read() {
+    for (auto token = tokens_.next(); token.kind != RichTextToken::kEnd && !writer_.isTooLarge();
+         token = tokens_.next())
         take(token);
     flush();
     writer_.finish(blockFormat(lastParagraph_));
+    return !writer_.isTooLarge();
 }
 
 void Reader::take(const RichTextToken& token) {
@@ -380,6 +382,6 @@ void Reader::endRow() {
 
 }  // namespace
 
-void parseRichText(std::string_view rtf, QTextDocument& document) {
-    Reader(rtf, document).read();
+bool parseRichText(std::string_view rtf, QTextDocument& document) {
+    return Reader(rtf, document).read();
 }

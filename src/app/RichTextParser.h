@@ -5,5 +5,6 @@
 class QTextDocument;
 
 /// Writes rich text at the end of a document, whatever the bytes are. Requires an empty document; leaves the
-/// edit block and the undo history to its caller.
-void parseRichText(std::string_view rtf, QTextDocument& document);
+/// edit block and the undo history to its caller. False when the text is too large to be laid out in time; a
+/// part of it has been written then.
+bool parseRichText(std::string_view rtf, QTextDocument& document);

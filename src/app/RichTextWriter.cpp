@@ -77,6 +77,7 @@ void RichTextWriter::setTextWidth(int twips) {
 }
 
 void RichTextWriter::appendText(const QString& text, const QTextCharFormat& format) {
+    measure_.addRun(text, format.fontFamilies().toStringList());
     runs_ << Run{text, format};
 }
 
@@ -87,11 +88,12 @@ void RichTextWriter::appendPicture(const QImage& image, QSizeF size) {
     format.setName(name);
     format.setWidth(size.width());
     format.setHeight(size.height());
-    runs_ << Run{QString(QChar::ObjectReplacementCharacter), format};
+    appendText(QString(QChar::ObjectReplacementCharacter), format);
 }
 
 RichTextWriter::Paragraph RichTextWriter::takeParagraph(const QTextBlockFormat& format,
                                                         const QTextCharFormat& characters) {
+    measure_.endParagraph();
     return {format, characters, std::exchange(runs_, {})};
 }
 
@@ -110,6 +112,7 @@ void RichTextWriter::endCell(const QTextBlockFormat& format, const QTextCharForm
     // Some word processors end the cell's last paragraph before they end the cell.
     if (hasText() || cell_.isEmpty()) cell_ << takeParagraph(format, characters);
     auto cell = std::exchange(cell_, {});
+    measure_.addCell();
     if (cells_.size() < kMostColumns)
         cells_ << cell;
     else
@@ -147,6 +150,7 @@ void RichTextWriter::finish(const QTextBlockFormat& format) {
 }
 
 void RichTextWriter::write(const Paragraph& paragraph) {
+    if (isTooLarge()) return;
     // Text keeps its distance from the table above it, by the table's margin since Qt passes over the text's;
     // an empty paragraph is distance enough.
     if (tableAbove_ != nullptr && !paragraph.runs.isEmpty()) {
@@ -184,7 +188,7 @@ void RichTextWriter::write(const Cell& paragraphs, QTextTableCellFormat format, 
 
 void RichTextWriter::writeTable() {
     const auto rows = std::exchange(rows_, {});
-    if (rows.isEmpty()) return;
+    if (rows.isEmpty() || isTooLarge()) return;
     const auto columns = layout_.columns.size();
     auto* table =
         cursor_.insertTable(static_cast<int>(rows.size()), static_cast<int>(columns), tableFormat());

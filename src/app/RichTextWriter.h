@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/RichTextMeasure.h"
 #include "app/RichTextRow.h"
 
 #include <QList>
@@ -14,7 +15,8 @@ class QImage;
 
 /// Writes paragraphs, pictures and tables at the end of a document. A paragraph of the text is written when
 /// it ends; the paragraphs of a table are kept until the table ends, when its columns and rows are known.
-/// Memory and time are in proportion to what was given.
+/// Memory and time are in proportion to what was given; what is given is measured, and once it is too large
+/// to be laid out in time, what follows is not written.
 class RichTextWriter {
   public:
     /// `textWidth` is that of the page in twips; tables take their part of it.
@@ -36,6 +38,7 @@ class RichTextWriter {
     void finish(const QTextBlockFormat& format);
 
     bool hasText() const { return !runs_.isEmpty(); }
+    bool isTooLarge() const { return measure_.isTooLarge(); }
 
   private:
     struct Run {
@@ -61,6 +64,7 @@ class RichTextWriter {
 
     QTextDocument& document_;
     QTextCursor cursor_;
+    RichTextMeasure measure_;
     bool freshBlock_ = true;            // the block at the document's end is still to be filled
     QTextTable* tableAbove_ = nullptr;  // nothing stands between it and the document's end
     int textWidth_ = 8640;

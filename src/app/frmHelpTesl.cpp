@@ -46,6 +46,10 @@ QString titleOf(const QTextDocument& document, const QString& name) {
     return title.isEmpty() || title.size() > kLongestTitle ? name : title;
 }
 
+QString tooLarge(const QString& name, const QString& wayOut) {
+    return u"%1\nThis document is too large to show. \"%2\" opens it."_s.arg(name, wayOut);
+}
+
 }  // namespace
 
 frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
@@ -72,12 +76,15 @@ frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
 
 void frmHelpTesl::showDocument(const QByteArray& rtf, const QString& name) {
     document_ = rtf;
-    readRichText(document_, *RTB1->document());
+    // Shown before it is filled, so that the page has its width when it is laid out.
+    RTB1->clear();
+    show();
+    setPageMargins();
+    if (readRichText(document_, *RTB1->document()) == RichTextResult::TooLarge)
+        QTextCursor(RTB1->document()).insertText(tooLarge(name, Command1->text().remove(u'&')));
     setWindowTitle(u"%1 - Help"_s.arg(titleOf(*RTB1->document(), name)));
     RTB1->moveCursor(QTextCursor::Start);
     txtFind->clear();
-    setPageMargins();
-    show();
     raise();
     activateWindow();
     RTB1->setFocus();

@@ -15,7 +15,7 @@ class frmHelpTesl : public QWidget, public Ui::frmHelpTesl {
     explicit frmHelpTesl(QWidget* parent = nullptr);
 
     /// Shows the document from its beginning. Its first line is the window's title, or `name` when that is no
-    /// title.
+    /// title. A document that is too large to show can still be handed to the text editor.
     void showDocument(const QByteArray& rtf, const QString& name);
 
   protected:

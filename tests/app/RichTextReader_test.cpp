@@ -6,10 +6,10 @@
 #include <QImage>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextFrame>
 #include <QTextTable>
 #include <gtest/gtest.h>
 
-#include <ctime>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -34,7 +34,7 @@ class RichTextReader : public testing::Test {
   protected:
     // The text with a line for each block; a table's cells are blocks too.
     QString text(const QByteArray& rtf) {
-        isRichText_ = readRichText(rtf, document_);
+        isRichText_ = readRichText(rtf, document_) == RichTextResult::RichText;
         return document_.toPlainText();
     }
     QString bodyText(const QByteArray& body) { return text(page(body)); }
@@ -439,7 +439,8 @@ TEST_F(RichTextReader, ReadsEveryDocumentCutAtEveryByte) {
     for (const char* name : {"a_little_of_everything.rtf", "written_by_word.rtf"}) {
         const QByteArray whole = sample(name);
         for (qsizetype length = 6; length < whole.size(); ++length) {
-            const bool rich = readRichText(QByteArrayView(whole).first(length), document_);
+            const bool rich =
+                readRichText(QByteArrayView(whole).first(length), document_) == RichTextResult::RichText;
             ASSERT_TRUE(rich) << name << " " << length;
         }
     }
@@ -464,7 +465,8 @@ TEST_F(RichTextReader, ReadsEveryDocumentWithANulByteOrABraceAnywhere) {
         const QByteArray whole = sample(name);
         for (qsizetype at = 5; at < whole.size(); ++at) {
             for (const char foreign : {'\0', '{', '}', '\\'}) {
-                ASSERT_TRUE(readRichText(QByteArray(whole).insert(at, 1, foreign), document_))
+                ASSERT_EQ(readRichText(QByteArray(whole).insert(at, 1, foreign), document_),
+                          RichTextResult::RichText)
                     << name << " " << at;
                 ASSERT_LT(document_.characterCount(), 3 * whole.size()) << name << " " << at;
             }
@@ -472,26 +474,63 @@ TEST_F(RichTextReader, ReadsEveryDocumentWithANulByteOrABraceAnywhere) {
     }
 }
 
-TEST_F(RichTextReader, NeedsTimeInProportionToTheBytes) {
-    const auto milliseconds = [this](const QByteArray& part, int count) {
-        const QByteArray whole = page(part.repeated(count));
-        const std::clock_t begin = std::clock();  // processor time, whatever else the machine does
-        readRichText(whole, document_);
-        return static_cast<double>(std::clock() - begin) * 1000 / CLOCKS_PER_SEC;
-    };
+// What the reader gives up before the library takes time by the square of it.
+TEST_F(RichTextReader, RefusesWhatCannotBeLaidOutInProportionToItsBytes) {
     const QByteArray parts[] = {
-        "word\\par ",
-        "{\\b bold }",
-        "\\trowd\\cellx1000\\cellx2000\\intbl a\\cell b\\cell\\row ",
+        "\\b a\\b0 b",           // 92,000 runs in one word
+        "aaaaaaaaaa",            // one word of half a megabyte
+        "\\u1046?\\u769?",       // the same of other letters
+        "\\u-16302?\\u-16302?",  // Korean, which ends lines at blanks only
+        "\\cell\\row ",          // a table of cells alone
+        "\\trowd\\cellx1000\\cellx2000\\intbl a\\cell b\\cell\\row ",  // a table of rows
         "\\trowd\\cellx1000\\intbl a\\cell\\row\\trowd\\cellx2000\\intbl b\\cell\\row ",
-        "\\intbl a\\cell ",
-        "\\cellx5 ",
-        "\\tx100 ",
-        "{\\field{\\*\\fldinst HYPERLINK x}{\\fldrslt y}}"};
+        "\\par ",
+        "\\intbl a\\par ",
+        "\\b a \\b0 b ",
+        "a\\tab "};
     for (const auto& part : parts) {
-        milliseconds(part, 100);
-        const double few = milliseconds(part, 1000);
-        const double many = milliseconds(part, 8000);
-        EXPECT_LT(many, 8 * few * 4 + 200) << part.constData() << few << " " << many;
+        const auto whole = page("\\tqr\\tx5000 " + part.repeated(700'000 / part.size()));
+        EXPECT_EQ(readRichText(whole, document_), RichTextResult::TooLarge) << part.constData();
+        EXPECT_TRUE(document_.isEmpty()) << part.constData();
+        EXPECT_EQ(document_.blockCount(), 1) << part.constData();
+        EXPECT_EQ(readRichText(page(part.repeated(500)), document_), RichTextResult::RichText)
+            << part.constData();
+    }
+}
+
+TEST_F(RichTextReader, RefusesPlainTextOfOneEndlessWordOrOfTooManyLines) {
+    EXPECT_EQ(readRichText(QByteArray(500'000, 'a'), document_), RichTextResult::TooLarge);
+    EXPECT_EQ(readRichText(QByteArray(500'000, '\xE9'), document_), RichTextResult::TooLarge);
+    EXPECT_EQ(readRichText(QByteArray(500'000, '\r'), document_), RichTextResult::TooLarge);
+    EXPECT_TRUE(document_.isEmpty());
+    EXPECT_EQ(readRichText(QByteArray("A word\r").repeated(10'000), document_), RichTextResult::PlainText);
+    EXPECT_EQ(document_.blockCount(), 10'001);
+}
+
+TEST_F(RichTextReader, RefusesMoreFontsThanCanBeLookedFor) {
+    QByteArray fonts, body;
+    for (int i = 0; i < 2'000; ++i) {
+        const auto number = QByteArray::number(i);
+        fonts += "{\\f" + number + " Font" + number + ";}";
+        body += "\\f" + number + " a\\par ";
+    }
+    const QByteArray whole = "{\\rtf1{\\fonttbl" + fonts + "}" + body + "}";
+    EXPECT_EQ(readRichText(whole, document_), RichTextResult::TooLarge);
+}
+
+TEST_F(RichTextReader, ShowsABookOfTwoMegabytes) {
+    const auto paragraph =
+        QByteArray("The rows of a field lie side by side. ").repeated(20) + "\\b End\\b0 .\\par ";
+    EXPECT_EQ(readRichText(page(paragraph.repeated(2'600)), document_), RichTextResult::RichText);
+    EXPECT_EQ(document_.blockCount(), 2'600);
+}
+
+TEST_F(RichTextReader, LeavesThePagesMarginsWhateverItShows) {
+    auto margins = document_.rootFrame()->frameFormat();
+    margins.setLeftMargin(77);
+    document_.rootFrame()->setFrameFormat(margins);
+    for (const QByteArray& bytes : {page("a\\par b"), "plain"_ba, QByteArray(500'000, 'a')}) {
+        readRichText(bytes, document_);
+        EXPECT_EQ(document_.rootFrame()->frameFormat().leftMargin(), 77);
     }
 }

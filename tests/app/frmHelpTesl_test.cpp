@@ -9,15 +9,18 @@
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QDialog>
 #include <QDir>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextFrame>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
@@ -130,6 +133,32 @@ TEST_F(HelpViewer, RefusesAFileTooLargeForADocument) {
 TEST_F(HelpViewer, ShowsAFileThatIsNoRichTextAsItStands) {
     writeDocument(106, "Plain words");
     EXPECT_EQ(open(106)->RTB1->toPlainText(), u"Plain words"_s);
+}
+
+TEST_F(HelpViewer, SaysThatADocumentIsTooLargeAndHandsItToTheTextEditor) {
+    const QByteArray endless = "{\\rtf1 " + QByteArray(500'000, 'a') + "}";
+    writeDocument(106, endless);
+    frmHelpTesl* window = open(106);
+    EXPECT_EQ(window->RTB1->toPlainText(),
+              u"hdoc106.rtf\nThis document is too large to show. \"Open in Text Editor\" opens it."_s);
+    EXPECT_EQ(window->windowTitle(), u"hdoc106.rtf - Help"_s);
+    QTest::mouseClick(window->Command1, Qt::LeftButton);
+    EXPECT_EQ(readFile(folder_ / "helpdoc.rtf"), endless.toStdString());
+    EXPECT_EQ(started_.size(), 1);
+    EXPECT_TRUE(open(101)->RTB1->toPlainText().startsWith(u"Finding rows"_s));
+}
+
+TEST_F(HelpViewer, LaysADocumentOutOnce) {
+    writeDocument(108, "{\\rtf1 Title\\par " + QByteArray("line\\par ").repeated(2000) + "}");
+    frmHelpTesl* window = open();
+    for (const bool visible : {true, false}) {
+        window->setVisible(visible);
+        const QSignalSpy layouts(window->RTB1->document()->documentLayout(),
+                                 &QAbstractTextDocumentLayout::documentSizeChanged);
+        open(108);
+        const auto high = [](const QVariantList& sizes) { return sizes[0].toSizeF().height() > 10'000; };
+        EXPECT_EQ(std::count_if(layouts.begin(), layouts.end(), high), 1) << visible;
+    }
 }
 
 TEST_F(HelpViewer, IsOneWindowForAllDocuments) {
