@@ -10,6 +10,7 @@
 #include "app/HelpOpener.h"
 #include "app/InterfaceControls.h"
 #include "app/MessageBox.h"
+#include "app/ProgramEnd.h"
 #include "app/ProgramIcon.h"
 #include "app/Windows.h"
 #include "app/editor_settings.h"
@@ -63,7 +64,7 @@ class Program : public QObject {
   private:
     void joinFile() {
         on(main_.mnuOpen, [this] {
-            delete rowDialog_;
+            takeAwayRowDialog();
             import_.mnuOpen_Click();
         });
         on(main_.mnuOpen2, [this] {
@@ -89,7 +90,7 @@ class Program : public QObject {
         on(main_.mnuX, withRows([this] { rowEditor_->mnuX_Click(); }));
         on(main_.mnuY, withRows([this] { rowEditor_->mnuY_Click(); }));
         on(main_.mnuData, withSites([this] {
-               delete rowDialog_;
+               takeAwayRowDialog();
                showModal(rowDialog());
            }));
         on(main_.mnuAdjust, withSites([this] {
@@ -141,16 +142,21 @@ class Program : public QObject {
 
     // A row dialog that is open beside the main window could change the survey beneath this one.
     void showAlone(QWidget* window) {
-        delete rowDialog_;
+        takeAwayRowDialog();
         showModal(window);
     }
 
     // Of each window that only shows there is one.
     template <typename Window>
     void showAfresh(QPointer<Window>& shown, Window* window) {
-        delete shown;
+        takeAway(shown);
         shown = window;
         showBeside(window);
+    }
+
+    void takeAwayRowDialog() {
+        takeAway(rowDialog_);
+        rowDialog_.clear();
     }
 
     frmDataEdit* rowDialog() {
@@ -166,7 +172,7 @@ class Program : public QObject {
 
     void surveyReplaced(const ImportSummary& summary) {
         imported_ = summary;
-        delete rowDialog_;
+        takeAwayRowDialog();
         main_.hidePlots();
         followSurvey();
     }
@@ -284,6 +290,7 @@ int main(int argc, char** argv) {
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/varn-tessel");
     setRefusedSettings(ReadTEinfo(theSession()));
     const auto window = createProgram();
+    const ProgramEnd end([&window] { return window->mayLeave(); });
     window->show();
     return Application::exec();
 }

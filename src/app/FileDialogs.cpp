@@ -1,8 +1,11 @@
 #include "app/FileDialogs.h"
 
+#include "app/OpenBox.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QPointer>
 
 #include <utility>
 
@@ -13,8 +16,10 @@ FileResponder& currentResponder() {
     return responder;
 }
 
-QString showOnScreen(QWidget* parent, const FileQuestion& question) {
-    QFileDialog dialog(parent, question.caption);
+// On the heap, because its parent owns it.
+QFileDialog* makeDialog(QWidget* parent, const FileQuestion& question) {
+    auto* const made = new QFileDialog(parent, question.caption);
+    QFileDialog& dialog = *made;
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setAcceptMode(question.toSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(question.toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -22,8 +27,16 @@ QString showOnScreen(QWidget* parent, const FileQuestion& question) {
     dialog.setNameFilters(nameFilters(question.filter));
     dialog.selectNameFilter(nameFilters(question.filter).value(question.firstFilter));
     dialog.setDefaultSuffix(question.suffix);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-    return dialog.selectedFiles().constFirst();
+    return made;
+}
+
+QString showOnScreen(QWidget* parent, const FileQuestion& question) {
+    const OpenBox open(parent);
+    const QPointer<QFileDialog> dialog = makeDialog(parent, question);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    const QStringList chosen = dialog && accepted ? dialog->selectedFiles() : QStringList();
+    delete dialog;
+    return chosen.value(0);
 }
 
 QString respond(QWidget* parent, const FileQuestion& question) {

@@ -1,8 +1,11 @@
 #include "app/MessageBox.h"
 
+#include "app/OpenBox.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScreen>
 
 #include <algorithm>
@@ -28,9 +31,11 @@ void keepLines(QMessageBox& box) {
     label->setMinimumWidth(std::min(wanted, box.screen()->availableSize().width() * 2 / 3));
 }
 
-bool showOnScreen(QWidget* parent, const MessageBox& message) {
+// On the heap, because its parent owns it.
+QMessageBox* makeBox(QWidget* parent, const MessageBox& message) {
     const auto icon = message.question ? QMessageBox::Question : QMessageBox::Information;
-    QMessageBox box(icon, message.title, message.text, QMessageBox::NoButton, parent);
+    auto* const made = new QMessageBox(icon, message.title, message.text, QMessageBox::NoButton, parent);
+    QMessageBox& box = *made;
     // Plain, because a path or a line of a file may hold what looks like markup.
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -43,7 +48,16 @@ bool showOnScreen(QWidget* parent, const MessageBox& message) {
         box.setStandardButtons(QMessageBox::Ok);
     }
     keepLines(box);
-    return box.exec() != QMessageBox::No;
+    return made;
+}
+
+// A question that ends without an answer, because the program does, is answered with No.
+bool showOnScreen(QWidget* parent, const MessageBox& message) {
+    const OpenBox open(parent);
+    const QPointer<QMessageBox> box = makeBox(parent, message);
+    const int answer = box->exec();
+    delete box;
+    return !message.question || answer == QMessageBox::Yes;
 }
 
 bool respond(QWidget* parent, const MessageBox& message) {

@@ -1,5 +1,6 @@
 #include "app/Windows.h"
 
+#include "app/OpenBox.h"
 #include "app/OptionButtons.h"
 
 #include <QApplication>
@@ -47,6 +48,7 @@ void placeOver(const QWidget& owner, QWidget& window) {
 // What a window needs once, however often it is brought up.
 void prepare(QWidget& window) {
     window.setAttribute(Qt::WA_DeleteOnClose);
+    outliveBoxes(window);
     tabToChosenOptions(window);
     QWidget* const owner = window.parentWidget();
     if (owner == nullptr) return;
@@ -71,6 +73,12 @@ void showBeside(QWidget* window) {
     window->show();
     window->raise();
     window->activateWindow();
+}
+
+void takeAway(QWidget* window) {
+    if (window == nullptr) return;
+    window->hide();
+    window->deleteLater();
 }
 
 QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen) {

@@ -4,8 +4,8 @@ class QRect;
 class QSize;
 class QWidget;
 
-// How windows come up. Both show the window, raise it, and delete it when it is closed; the keyboard then
-// goes on in the window above it.
+// How windows come up. Both show the window, raise it, and delete it when it is closed, but never beneath a
+// box that is open; the keyboard then goes on in the window above it.
 
 /// For windows that edit the survey or depend on its staying as it is: blocks the main window's hierarchy,
 /// while the help viewer, which has no parent, can be read and used. The window needs the main window, or a
@@ -14,6 +14,9 @@ void showModal(QWidget* window);
 
 /// For windows that only show: the main window stays usable.
 void showBeside(QWidget* window);
+
+/// Closes such a window without asking it; null is none.
+void takeAway(QWidget* window);
 
 /// Where a window of that size lies over the middle of another: moved and cut so that it, with its frame,
 /// stays on the screen.

@@ -7,6 +7,7 @@
 #include "app/survey.h"
 
 #include <QCloseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -118,11 +119,16 @@ QAction* frmMain::menuItem(const QString& name) const {
     return action;
 }
 
+bool frmMain::mayLeave() {
+    if (theSession().DataSaved || asking_) return !asking_;
+    const QScopedValueRollback asks(asking_, true);
+    return ask(this,
+               u"Attention: you have not exported an output VARN data file yet!\n"
+               u"Are you sure that you wish to exit the program?"_s);
+}
+
 void frmMain::closeEvent(QCloseEvent* event) {
-    const bool mayClose =
-        theSession().DataSaved || ask(this,
-                                      u"Attention: you have not exported an output VARN data file yet!\n"
-                                      u"Are you sure that you wish to exit the program?"_s);
+    const bool mayClose = mayLeave();
     event->setAccepted(mayClose);
     // Windows without a parent (help, statistics) would keep the program alive.
     if (mayClose) QApplication::quit();

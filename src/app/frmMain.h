@@ -35,6 +35,10 @@ class frmMain : public QMainWindow, public Ui::frmMain {
     /// The action of a menu item or of a submenu; fails hard on a name that no item has.
     QAction* menuItem(const QString& name) const;
 
+    /// Whether the program may end: a survey that has not been exported is asked about. False while that
+    /// question is open already.
+    bool mayLeave();
+
   Q_SIGNALS:
     void plotsHidden();
 
@@ -50,4 +54,5 @@ class frmMain : public QMainWindow, public Ui::frmMain {
     QTimer Timer1{this};
     QList<QWidget*> charts_;
     QList<QWidget*> editors_;
+    bool asking_ = false;
 };

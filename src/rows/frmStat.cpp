@@ -8,6 +8,7 @@
 
 #include <QClipboard>
 #include <QHeaderView>
+#include <QMenu>
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
@@ -52,6 +53,8 @@ frmStat::frmStat(QWidget* parent) : QMainWindow(parent) {
     connect(optDSA, &QRadioButton::clicked, this, guarded(this, [this] { showDistanceScale(kAbsolute); }));
     connect(optDSR, &QRadioButton::clicked, this, guarded(this, [this] { showDistanceScale(kRelative); }));
     connect(actionCopy, &QAction::triggered, this, guarded(this, [this] { copyToClipboard(); }));
+    connect(Stats, &QWidget::customContextMenuRequested, this,
+            [this](QPoint place) { showMenu(Stats->viewport()->mapToGlobal(place)); });
     connect(mnuStatExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
     auto* const help = new QShortcut(QKeySequence::HelpContents, this);
     connect(help, &QShortcut::activated, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
@@ -75,6 +78,14 @@ void frmStat::showCount() {
 
 void frmStat::showDistanceScale(int scale) {
     model_->showRelativeLengths(scale == kRelative);
+}
+
+// Without an event loop of its own, in which the window could be closed beneath it.
+void frmStat::showMenu(QPoint place) {
+    auto* const menu = new QMenu(Stats);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(Stats->actions());
+    menu->popup(place);
 }
 
 void frmStat::copyToClipboard() const {

@@ -20,6 +20,7 @@ class frmStat : public QMainWindow, public Ui::frmStat {
   private:
     void showCount();
     void showDistanceScale(int scale);
+    void showMenu(QPoint place);
     void copyToClipboard() const;
     QList<int> linesToCopy() const;
     void fitColumns();

@@ -1,13 +1,17 @@
 #include "rows/frmStat.h"
 
 #include "app/CaptionColour.h"
+#include "app/Windows.h"
 #include "app/palette16.h"
 #include "support/ExpectedBoxes.h"
 #include "support/row_surveys.h"
 
 #include <QClipboard>
 #include <QHeaderView>
+#include <QMenu>
+#include <QPointer>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -202,6 +206,41 @@ TEST(RowStatisticsWindow, CopiesTheSelectedLines) {
     EXPECT_EQ(QApplication::clipboard()->text(),
               u"Row\t# of Sites\tRow Length\tEC1 Mean\tEC2 Mean\n"
               u"1\t2\t5.00\t15.00\t1.50\n3\t3\t20.00\t6.50\t65.00\n"_s);
+}
+
+TEST(RowStatisticsWindow, CopiesFromTheMenuOfItsTable) {
+    theSurvey() = threeRows();
+    frmStat window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                            window.Stats->viewport()->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(window.Stats->viewport(), &asked);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions(), window.Stats->actions());
+    QApplication::clipboard()->clear();
+    menu->setActiveAction(window.actionCopy);
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Row\t"_s));
+}
+
+TEST(RowStatisticsWindow, TakesTheMenuOfItsTableWithIt) {
+    theSurvey() = threeRows();
+    const QPointer<frmStat> window = new frmStat;
+    showBeside(window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    QPointer<QWidget> menu;
+    QTimer::singleShot(0, qApp, [&] {
+        menu = QApplication::activePopupWidget();
+        window->close();
+    });
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5),
+                            window->Stats->viewport()->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(window->Stats->viewport(), &asked);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
+    EXPECT_TRUE(menu.isNull());
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST(RowStatisticsWindow, ClosesFromItsMenu) {

@@ -1,0 +1,128 @@
+#include "app/OpenBox.h"
+
+#include <QAbstractButton>
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QEvent>
+#include <QThread>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+bool isSameOrOwns(const QWidget* window, const QWidget* owned) {
+    while (owned != nullptr && owned != window)
+        owned = owned->parentWidget();
+    return owned != nullptr;
+}
+
+// Stands before every object of the application while a box is open.
+class Boxes : public QObject {
+  public:
+    explicit Boxes(QObject* parent) : QObject(parent) {}
+
+    void opened(QWidget* owner) {
+        if (owners_.isEmpty()) qApp->installEventFilter(this);
+        owners_ << owner;
+    }
+
+    // An owner that is gone since, however that was done, stands in the list as none.
+    void closed(QWidget* owner) {
+        owners_.removeAt(owners_.lastIndexOf(owner));
+        if (owners_.isEmpty()) qApp->removeEventFilter(this);
+    }
+
+    bool anyOpen() const { return !owners_.isEmpty(); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Timer) return clicksLate(watched);
+        if (event->type() != QEvent::Close || !hasBox(watched)) return false;
+        event->ignore();
+        return true;
+    }
+
+  private:
+    bool hasBox(QObject* object) const {
+        const auto* const window = qobject_cast<QWidget*>(object);
+        return window != nullptr && std::any_of(owners_.cbegin(), owners_.cend(), [window](QWidget* owner) {
+                   return isSameOrOwns(window, owner);
+               });
+    }
+
+    // The timer of a click goes on until the click has been made: after the box.
+    static bool clicksLate(QObject* timed) {
+        const auto* const button = qobject_cast<QAbstractButton*>(timed);
+        const QWidget* const box = QApplication::activeModalWidget();
+        return button != nullptr && box != nullptr && !box->isAncestorOf(button);
+    }
+
+    QList<QPointer<QWidget>> owners_;
+};
+
+// Stands before the windows that outlive boxes.
+class Keeper : public QObject {
+  public:
+    static Keeper& ofTheApplication() {
+        static QPointer<Keeper> keeper;
+        if (!keeper) keeper = new Keeper;
+        return *keeper;
+    }
+
+    void boxOpened(QWidget* owner) { boxes_.opened(owner); }
+
+    void boxClosed(QWidget* owner) {
+        boxes_.closed(owner);
+        QMetaObject::invokeMethod(this, &Keeper::destroyWaiting, Qt::QueuedConnection);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Hide && !event->spontaneous()) closeMenus(watched);
+        return event->type() == QEvent::DeferredDelete && waits(watched);
+    }
+
+  private:
+    Keeper() : QObject(qApp) {}
+
+    static void closeMenus(QObject* window) {
+        QWidget* const menu = QApplication::activePopupWidget();
+        if (menu != nullptr && isSameOrOwns(qobject_cast<QWidget*>(window), menu)) menu->close();
+    }
+
+    bool isBusy() const { return boxes_.anyOpen() || QThread::currentThread()->loopLevel() > 1; }
+
+    bool waits(QObject* window) {
+        if (!isBusy()) return false;
+        waiting_ << window;
+        // Loops that are not those of our boxes do not tell their end, but then the program's own waits.
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+                &Keeper::destroyWaiting, Qt::UniqueConnection);
+        return true;
+    }
+
+    void destroyWaiting() {
+        if (isBusy() || waiting_.isEmpty()) return;
+        disconnect(QAbstractEventDispatcher::instance(), nullptr, this, nullptr);
+        for (const QPointer<QObject>& window : std::exchange(waiting_, {}))
+            delete window;
+    }
+
+    Boxes boxes_{this};
+    QList<QPointer<QObject>> waiting_;
+};
+
+}  // namespace
+
+OpenBox::OpenBox(QWidget* owner) : owner_(owner) {
+    Keeper::ofTheApplication().boxOpened(owner);
+}
+
+OpenBox::~OpenBox() {
+    Keeper::ofTheApplication().boxClosed(owner_);
+}
+
+void outliveBoxes(QWidget& window) {
+    window.installEventFilter(&Keeper::ofTheApplication());
+}

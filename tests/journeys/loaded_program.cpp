@@ -1,0 +1,50 @@
+// The whole program with a survey in memory and one of its windows open, for whoever wants to act upon it
+// from outside:
+//     loaded_program ITEM CONTROL
+// ITEM is the menu item that opens the window. When the window is active, its name and the place of the
+// middle of its CONTROL on the screen are printed, "frmAdjustData 312 417"; then the program runs until it is
+// ended.
+#include "app/Guarded.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "main.h"
+#include "support/UserDriver.h"
+#include "support/made_survey.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void openWindow(frmMain& main, const QString& item, const QString& name) {
+    chooseItem(main, item);
+    const auto isActive = [&] { return QApplication::activeWindow() && !main.isActiveWindow(); };
+    if (!QTest::qWaitFor(isActive)) return;
+    QWidget& window = *QApplication::activeWindow();
+    const QWidget& widget = control(window, name);
+    const QPoint middle = widget.mapToGlobal(widget.rect().center());
+    std::printf("%s %d %d\n", qPrintable(window.objectName()), middle.x(), middle.y());
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Application application(argc, argv);
+    const QStringList arguments = Application::arguments();
+    if (arguments.size() != 3) return EXIT_FAILURE;
+    const QTemporaryDir folder;
+    theSession().AppDir = theSession().DataDir = folder.path().toStdString();
+    theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
+    const auto main = createProgram();
+    main->menusFollow(MenuEvent::SitesImported);
+    main->show();
+    if (!QTest::qWaitForWindowActive(main.get())) return EXIT_FAILURE;
+    QTimer::singleShot(0, main.get(), [&] { openWindow(*main, arguments[1], arguments[2]); });
+    return Application::exec();
+}
