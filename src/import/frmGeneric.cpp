@@ -6,6 +6,7 @@
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
 #include "app/frmMain.h"
+#include "app/input_file.h"
 #include "app/numbers.h"
 #include "app/survey.h"
 #include "import/ImportMessages.h"
@@ -49,6 +50,7 @@ frmGeneric::frmGeneric(frmMain& main) : QDialog(&main), main_(main) {
     const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
     connect(cmdHelp, &QPushButton::clicked, this, help);
     connect(mnuGSFIhelp, &QAction::triggered, this, help);
+    preparePreview();
     txtGFile->setFocus();
 }
 
@@ -81,6 +83,7 @@ void frmGeneric::cmdImport_Click() {
     bool valid = false;
     CheckInputs(valid);
     if (!valid) return;
+    typing_.stop();
     bool succeeded = false;
     GetInputData(succeeded);
     if (succeeded) accept();
@@ -92,8 +95,7 @@ void frmGeneric::CheckInputs(bool& valid) {
         refuse(*txtminEC, u"Error!  Non-numeric minimum EC cutoff value."_s);
         return;
     }
-    const QFileInfo file(fromPath(inputPath()));
-    if (!file.exists() || file.isDir()) {
+    if (!isInputFile(inputPath())) {
         refuse(*txtGFile, u"Please enter a valid input filename."_s);
         return;
     }
@@ -112,6 +114,7 @@ void frmGeneric::GetInputData(bool& succeeded) {
     options.errorLogPath = errorLogPath(theSession());
     options.cutoff = numericValue(txtminEC->text().toStdString()).value_or(0);
     options.layout = chosenLayout();
+    options.decimalCommas = chkDecimalComma->isChecked();
 
     const Hourglass hourglass(this);
     GenericImportResult result = importGenericFile(options, theSurvey());
@@ -152,7 +155,7 @@ void frmGeneric::reportRows(const GenericImportResult& result) {
 // A file copied in a file manager is pasted as an address, a path copied in a terminal may bring blanks.
 std::string frmGeneric::inputPath() const {
     const QString text = txtGFile->text();
-    if (QFileInfo::exists(text)) return toPath(text);
+    if (isInputFile(toPath(text))) return toPath(text);
     const QString trimmed = text.trimmed();
     const QUrl address(trimmed);
     return toPath(address.isLocalFile() ? address.toLocalFile() : trimmed);
