@@ -54,6 +54,18 @@ bool isControl(char c) {
     return (c >= 0 && c < ' ' && "\t\n\v\f\r\x1A"sv.find(c) == std::string_view::npos) || c == '\x7F';
 }
 
+// Whether there is no byte at all that might be a control character; without branches, for it is asked of
+// every file.
+bool hasNoControls(std::string_view bytes) {
+    unsigned char found = 0;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool control = byte < '\t' || (byte > '\r' && byte < ' ') || byte == 0x7F;
+        found = static_cast<unsigned char>(found | (control ? 1 : 0));
+    }
+    return found == 0;
+}
+
 // Zeros and control bytes among the first or the second bytes of pairs.
 struct HalvesOfPairs {
     std::size_t pairs = 0, zeros = 0, controls = 0;
@@ -92,6 +104,7 @@ std::size_t byteOrderMarkLength(std::string_view firstBytes) {
 bool looksLikeText(std::string_view bytes) {
     constexpr std::size_t kFew = 3;
     if (hasBinaryBeginning(bytes)) return false;
+    if (hasNoControls(bytes)) return true;
     std::size_t controls = 0, others = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (!isControl(bytes[i]))

@@ -47,8 +47,13 @@ bool isBlankLine(std::string_view line) {
     return line.find_first_not_of(" \t") == std::string_view::npos;
 }
 
+// What is true of the lines of a file shows in these first ones.
+constexpr int kEnoughLines = 200;
+
 class LineCounter {
   public:
+    bool hasEnough() const { return linesOfNumbers_ == kEnoughLines; }
+
     void add(std::string_view line) {
         const bool decimalCommas = hasDecimalCommas(line);
         if (!decimalCommas && !valuesOf<ValueScanner>(line).ofNumbers()) {
@@ -83,15 +88,17 @@ FileKind recogniseFileKind(std::string_view firstBytes) {
     FileKind kind;
     firstBytes = firstBytes.substr(0, kFirstBytes);
     kind.encoding = recogniseTextEncoding(firstBytes);
-    const std::string text = decodedText(firstBytes, kind.encoding);
+    std::string decoded;
+    std::string_view text = firstBytes.substr(byteOrderMarkLength(firstBytes));
+    if (kind.encoding != TextEncoding::Bytes) text = decoded = decodedText(firstBytes, kind.encoding);
     kind.isText = looksLikeText(text);
     if (!kind.isText) return kind;
-    LineCounter lines;
+    LineCounter counter;
     // The last line of a large file is cut off somewhere.
-    TextLines rest(text, firstBytes.size() == kFirstBytes);
-    for (std::string_view line; rest.next(line);)
-        lines.add(line);
-    lines.describe(kind);
+    TextLines lines(text, firstBytes.size() == kFirstBytes);
+    for (std::string_view line; !counter.hasEnough() && lines.next(line);)
+        counter.add(line);
+    counter.describe(kind);
     return kind;
 }
 

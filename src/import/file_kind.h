@@ -20,7 +20,7 @@ struct FileKind {
 
 /// What kind of file begins with these bytes: a file's first 64 KiB, or all of it. Of a file that is not text
 /// nothing else is said. A line of numbers holds two at least, and no fewer numbers than other values; what
-/// is true for most of these lines is said of the file.
+/// is true for most of the first 200 of these lines is said of the file.
 FileKind recogniseFileKind(std::string_view firstBytes);
 
 /// The same for a file, of which no more than the first 64 KiB are read. Throws RunTimeError when it cannot

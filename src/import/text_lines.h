@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 /// The lines of a text in memory, ended by CR LF, LF or CR as LineReader has them.
@@ -10,10 +11,12 @@ class TextLines {
 
     /// Gives the next line; false when there is none.
     bool next(std::string_view& line) {
-        const std::size_t end = rest_.find_first_of("\r\n");
-        if (rest_.empty() || (end == std::string_view::npos && cutOff_)) return false;
+        std::size_t end = 0;
+        while (end != rest_.size() && rest_[end] != '\n' && rest_[end] != '\r')
+            ++end;
+        if (rest_.empty() || (end == rest_.size() && cutOff_)) return false;
         line = rest_.substr(0, end);
-        rest_.remove_prefix(line.size());
+        rest_.remove_prefix(end);
         rest_.remove_prefix(rest_.starts_with("\r\n") ? 2 : rest_.empty() ? 0 : 1);
         return true;
     }

@@ -1,7 +1,8 @@
-// The delimited file reader. The first byte is the layout, the second the cut-off, the others are the file.
+// The delimited file reader and its preview. The first byte is the layout and whether decimal signs are
+// commas, the second the cut-off, the others are the file.
 #include "app/run_time_error.h"
 #include "fuzz/memory_file.h"
-#include "import/generic_reader.h"
+#include "import/generic_preview.h"
 
 #include <cmath>
 #include <numeric>
@@ -32,9 +33,12 @@ void requireRows(const GenericImportResult& result) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzBytes bytes(data, size);
     GenericOptions options;
-    options.layout = kGenericLayouts[bytes.byte() % kGenericLayouts.size()];
+    const std::size_t format = bytes.byte();
+    options.layout = kGenericLayouts[format % kGenericLayouts.size()];
+    options.decimalCommas = format / kGenericLayouts.size() % 2 == 1;
     options.cutoff = static_cast<double>(bytes.byte()) - 128;
     options.errorLogPath = kNoSuchFolder;
+    previewGenericFile(bytes.rest(), recogniseFileKind(bytes.rest()), options.layout, options.decimalCommas);
     const MemoryFile file(bytes.rest());
     options.path = file.path();
     Survey parameters;
