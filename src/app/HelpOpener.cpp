@@ -1,6 +1,7 @@
 #include "app/HelpOpener.h"
 
 #include "app/FileDialogs.h"
+#include "app/Guarded.h"
 #include "app/MessageBox.h"
 #include "app/frmHelpTesl.h"
 #include "app/run_time_error.h"
@@ -11,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <cerrno>
 
@@ -20,6 +22,8 @@ namespace {
 
 // Help documents take some hundred kilobytes; a larger file is none.
 constexpr qint64 kLargestDocument = qint64{64} << 20;
+
+frmHelpTesl& viewer();
 
 RunTimeError unreadable(const QString& path, const QString& reason) {
     return RunTimeError::file(toPath(path), "cannot be read", reason.toStdString());
@@ -38,10 +42,19 @@ QByteArray readDocument(const QString& path) {
     return bytes;
 }
 
+// The list goes back to the document that is shown when the chosen one cannot be.
+void show(int document) {
+    frmHelpTesl& window = viewer();
+    const auto goBack = qScopeGuard([&window] { window.selectShownDocument(); });
+    openHelp(&window, document);
+}
+
 frmHelpTesl& viewer() {
     static QPointer<frmHelpTesl> window;
     if (!window) {
         window = new frmHelpTesl;
+        QObject::connect(window, &frmHelpTesl::documentChosen, window,
+                         [](int document) { guarded(window, [document] { show(document); })(); });
         QObject::connect(qApp, &QCoreApplication::aboutToQuit, window, &QObject::deleteLater);
     }
     return *window;
@@ -57,5 +70,5 @@ void openHelp(QWidget* from, int document) {
                        QDir::toNativeSeparators(path));
         return;
     }
-    viewer().showDocument(readDocument(path), QFileInfo(path).fileName());
+    viewer().showDocument(readDocument(path), QFileInfo(path).fileName(), document, from);
 }

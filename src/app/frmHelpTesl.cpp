@@ -1,10 +1,12 @@
 #include "app/frmHelpTesl.h"
 
 #include "app/Guarded.h"
+#include "app/HelpPlace.h"
 #include "app/RichTextReader.h"
 #include "app/TextEditor.h"
 #include "app/Windows.h"
 #include "app/file_replacement.h"
+#include "app/help_documents.h"
 #include "app/survey.h"
 
 #include <QAction>
@@ -21,6 +23,9 @@ namespace {
 
 constexpr int kWidestText = 680;  // pixels; longer lines are hard to read
 constexpr int kLeastMargin = 28;
+constexpr int kNarrowest = 480;    // of a window that is placed beside another
+constexpr int kRoomForList = 640;  // a narrower window shows the text alone
+constexpr int kListWidth = 210;
 
 const QWidget* mainWindow() {
     for (const QWidget* widget : QApplication::topLevelWidgets())
@@ -57,6 +62,7 @@ frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
     setAttribute(Qt::WA_QuitOnClose, false);
     layPaper(*RTB1);
     RTB1->viewport()->installEventFilter(this);
+    listDocuments();
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
     connect(txtFind, &QLineEdit::textChanged, this, guarded(this, [this] { txtFind_Change(); }));
@@ -74,20 +80,53 @@ frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
     addActions({closing, finding});
 }
 
-void frmHelpTesl::showDocument(const QByteArray& rtf, const QString& name) {
+void frmHelpTesl::showDocument(const QByteArray& rtf, const QString& name, int number, const QWidget* from) {
     document_ = rtf;
+    number_ = number;
+    const QWidget* const window = from != nullptr ? from->window() : nullptr;
+    const bool chosenHere = window == this;
+    from_ = chosenHere || window == mainWindow() ? nullptr : window;
     // Shown before it is filled, so that the page has its width when it is laid out.
     RTB1->clear();
+    if (isVisible() && from_ && frameGeometry().intersects(from_->frameGeometry())) placeBeside(*from_);
     show();
+    fill(name);
+    selectShownDocument();
+    if (chosenHere) return;
+    raise();
+    activateWindow();
+    RTB1->setFocus();
+}
+
+void frmHelpTesl::fill(const QString& name) {
     setPageMargins();
     if (readRichText(document_, *RTB1->document()) == RichTextResult::TooLarge)
         QTextCursor(RTB1->document()).insertText(tooLarge(name, Command1->text().remove(u'&')));
     setWindowTitle(u"%1 - Help"_s.arg(titleOf(*RTB1->document(), name)));
     RTB1->moveCursor(QTextCursor::Start);
     txtFind->clear();
-    raise();
-    activateWindow();
-    RTB1->setFocus();
+}
+
+void frmHelpTesl::selectShownDocument() {
+    const QSignalBlocker quiet(lstDocuments);
+    const int line = number_ - kHelpDocuments.front().number;
+    lstDocuments->setCurrentRow(line >= 0 && line < lstDocuments->count() ? line : -1);
+}
+
+void frmHelpTesl::listDocuments() {
+    for (const auto& document : kHelpDocuments)
+        lstDocuments->addItem(QString::fromUtf8(document.title.data(), qsizetype(document.title.size())));
+    splDocuments->setStretchFactor(0, 0);
+    splDocuments->setStretchFactor(1, 1);
+    splDocuments->setCollapsible(1, false);
+    splDocuments->setSizes({kListWidth, width() - kListWidth});
+    connect(lstDocuments, &QListWidget::currentRowChanged, this,
+            [this](int line) { guarded(this, [this, line] { lstDocuments_Click(line); })(); });
+    connect(lstDocuments, &QListWidget::itemActivated, this, guarded(this, [this] { RTB1->setFocus(); }));
+}
+
+void frmHelpTesl::lstDocuments_Click(int line) {
+    if (line >= 0) Q_EMIT documentChosen(kHelpDocuments.at(static_cast<std::size_t>(line)).number);
 }
 
 void frmHelpTesl::showEvent(QShowEvent* event) {
@@ -95,9 +134,34 @@ void frmHelpTesl::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
 }
 
+void frmHelpTesl::resizeEvent(QResizeEvent* event) {
+    lstDocuments->setVisible(width() >= kRoomForList);
+    splDocuments->refresh();  // at once, so that the text is laid out in its final width
+    QWidget::resizeEvent(event);
+}
+
+// The size that a user has given it, or had given it before it was made narrower.
+QSize frmHelpTesl::usualSize() const {
+    return size() == narrowed_ ? before_ : size();
+}
+
+void frmHelpTesl::place(const QRect& where) {
+    const QSize usual = usualSize();
+    setGeometry(where);
+    before_ = usual;
+    narrowed_ = where.size();
+}
+
+void frmHelpTesl::placeBeside(const QWidget& other) {
+    const auto beside =
+        placedBeside(other.frameGeometry(), usualSize(), kNarrowest, other.screen()->availableGeometry());
+    if (beside) place(*beside);
+}
+
 void frmHelpTesl::Form_Load() {
     if (const QWidget* const main = mainWindow())
-        setGeometry(placedOver(main->geometry(), size(), main->screen()->availableGeometry()));
+        place(placedOver(main->geometry(), usualSize(), main->screen()->availableGeometry()));
+    if (from_) placeBeside(*from_);
 }
 
 bool frmHelpTesl::eventFilter(QObject* watched, QEvent* event) {

@@ -1,5 +1,6 @@
 // The sixteen help documents against their sources and against the program that they explain.
 #include "app/RichTextReader.h"
+#include "app/help_documents.h"
 #include "export/transect_file.h"
 #include "support/ProgramTexts.h"
 #include "support/temporary_folder.h"
@@ -150,6 +151,11 @@ INSTANTIATE_TEST_SUITE_P(Number, HelpDocument, testing::Range(101, 117));
 TEST(HelpDocuments, AreSixteen) {
     EXPECT_EQ(QDir(kDocuments).entryList(QDir::Files).size(), 16);
     EXPECT_EQ(QDir(kSources).entryList({u"hdoc*.md"_s}, QDir::Files).size(), 16);
+}
+
+TEST(HelpDocuments, StandUnderTheirTitlesInTheViewersList) {
+    for (const auto& document : kHelpDocuments)
+        EXPECT_EQ(sourceLines(document.number)[0].text.toStdString(), "# " + std::string(document.title));
 }
 
 TEST(HelpDocuments, HaveOneChapterEachForWhatGoesWrongInTheField) {

@@ -379,3 +379,97 @@ TEST_F(HelpViewer, OpenedBeforeADialogCanBeUsedTooWhileThatIsOpen) {
 TEST_F(HelpViewer, DoesNotKeepTheProgramAlive) {
     EXPECT_FALSE(open()->testAttribute(Qt::WA_QuitOnClose));
 }
+
+TEST_F(HelpViewer, ListsAllDocumentsAndSelectsTheOneThatIsShown) {
+    frmHelpTesl* window = open();
+    window->resize(760, 500);
+    QTRY_VERIFY(window->lstDocuments->isVisible());
+    ASSERT_EQ(window->lstDocuments->count(), 16);
+    EXPECT_EQ(window->lstDocuments->item(2)->text(), u"Frequently asked questions"_s);
+    EXPECT_EQ(window->lstDocuments->currentRow(), 0);
+    writeDocument(113, kDocument);
+    EXPECT_EQ(open(113)->lstDocuments->currentItem()->text(), u"Adjusting EM data"_s);
+    EXPECT_TRUE(window->lstDocuments->isVisible());
+}
+
+TEST_F(HelpViewer, ShowsWhatIsChosenInTheListAndLeavesTheKeyboardThere) {
+    writeDocument(102, "{\\rtf1 Second\\par}");
+    writeDocument(103, "{\\rtf1 Third\\par}");
+    frmHelpTesl* window = open();
+    window->resize(760, 500);
+    QListWidget* const list = window->lstDocuments;
+    QTRY_VERIFY(list->isVisible());
+    QTest::keyClick(window->RTB1, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), list);
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(window->RTB1->toPlainText(), u"Second"_s);
+    EXPECT_EQ(QApplication::focusWidget(), list);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      list->visualItemRect(list->item(2)).center());
+    EXPECT_EQ(window->windowTitle(), u"Third - Help"_s);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget(), window->RTB1) << "where the arrows scroll";
+    QTest::keyClick(window->RTB1, Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), window->txtFind);
+}
+
+TEST_F(HelpViewer, GoesBackInItsListWhenADocumentIsMissing) {
+    frmHelpTesl* window = open();
+    boxes_.tellBeginning(u"Warning!  File resource error."_s);
+    window->lstDocuments->setCurrentRow(1);
+    EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_EQ(window->lstDocuments->currentRow(), 0);
+    EXPECT_TRUE(window->RTB1->toPlainText().startsWith(u"Finding rows"_s));
+}
+
+TEST_F(HelpViewer, GivesAllItsWidthToTheTextWhenItIsNarrow) {
+    frmHelpTesl* window = open();
+    window->resize(500, 500);
+    QTRY_VERIFY(!window->lstDocuments->isVisible());
+    window->resize(760, 500);
+    QTRY_VERIFY(window->lstDocuments->isVisible());
+    window->splDocuments->setSizes({0, 1});
+    QTRY_VERIFY(window->lstDocuments->visibleRegion().isEmpty());
+}
+
+TEST_F(HelpViewer, ComesUpBesideTheDialogThatItExplains) {
+    frmMain main;
+    main.setGeometry(60, 90, 500, 400);
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    QDialog dialog(&main);
+    for (const QRect place : {QRect(20, 80, 200, 300), QRect(560, 80, 200, 300)}) {
+        dialog.setGeometry(place);
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+        frmHelpTesl* window = open(101, &dialog);
+        EXPECT_FALSE(window->frameGeometry().intersects(dialog.frameGeometry())) << place.x();
+        dialog.setGeometry(QRect(20, 80, 200, 300));
+        open(101, &dialog);
+        EXPECT_FALSE(window->frameGeometry().intersects(dialog.frameGeometry())) << "while it is open too";
+        window->close();
+    }
+    dialog.hide();
+    main.hide();
+}
+
+TEST_F(HelpViewer, HasItsUsualSizeAgainWhereThereIsRoom) {
+    frmMain main;
+    main.setGeometry(60, 90, 500, 400);
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    frmHelpTesl* window = open(101, &main);
+    window->resize(700, 400);
+    window->close();
+    QDialog dialog(&main);
+    dialog.setGeometry(20, 80, 200, 300);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    EXPECT_LT(open(101, &dialog)->width(), 700);
+    window->close();
+    EXPECT_EQ(open(101, &main)->width(), 700);
+    EXPECT_TRUE(window->frameGeometry().intersects(main.frameGeometry()));
+    window->close();
+    dialog.hide();
+    main.hide();
+}

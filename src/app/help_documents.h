@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+/// A help document: helpdocs/hdoc101.rtf and so on, and its title.
+struct HelpDocumentTitle {
+    int number;
+    std::string_view title;
+};
+
+inline constexpr std::array<HelpDocumentTitle, 16> kHelpDocuments = {{
+    {101, "What is VARN-Tessel"},
+    {102, "Navigating the Main Menu"},
+    {103, "Frequently asked questions"},
+    {104, "Import control parameters"},
+    {105, "Import format display"},
+    {106, "Using the Generic Sensor File Import window"},
+    {107, "Exporting the transect file"},
+    {108, "How to use the GDR window"},
+    {109, "Navigating the GDR menu bar"},
+    {110, "Using the on-screen GDR controls"},
+    {111, "Info (about each plot)"},
+    {112, "Row editing and re-numbering"},
+    {113, "Adjusting EM data"},
+    {114, "The row plot editor"},
+    {115, "Creating and printing a correlation plot"},
+    {116, "Creating and printing histogram plots"},
+}};

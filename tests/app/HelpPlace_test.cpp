@@ -1,0 +1,44 @@
+#include "app/HelpPlace.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr QRect kScreen(0, 0, 1920, 1080);
+constexpr QSize kSize(1000, 700);
+constexpr int kNarrowest = 480;
+
+QRect beside(const QRect& other, const QRect& screen = kScreen) {
+    const auto place = placedBeside(other, kSize, kNarrowest, screen);
+    EXPECT_TRUE(place.has_value());
+    EXPECT_FALSE(place->intersects(other));
+    EXPECT_TRUE(screen.contains(*place));
+    return *place;
+}
+
+}  // namespace
+
+TEST(HelpPlace, IsOnTheRightWhereThereIsRoom) {
+    const QRect place = beside({100, 200, 500, 400});
+    EXPECT_GT(place.left(), 600);
+    EXPECT_EQ(place.size(), kSize);
+    EXPECT_EQ(place.top(), 200);
+}
+
+TEST(HelpPlace, IsOnTheLeftWhereTheRightHasLess) {
+    const QRect place = beside({1200, 900, 500, 400});
+    EXPECT_LT(place.right(), 1200);
+    EXPECT_EQ(place.size(), kSize);
+}
+
+TEST(HelpPlace, IsMadeNarrowerButNotTooNarrow) {
+    const QRect place = beside({700, 300, 520, 400});
+    EXPECT_LT(place.width(), 700);
+    EXPECT_GE(place.width(), kNarrowest);
+    EXPECT_FALSE(placedBeside({300, 100, 400, 300}, kSize, kNarrowest, {0, 0, 800, 600}));
+}
+
+TEST(HelpPlace, StaysOnASmallScreenAndOnASecondOne) {
+    EXPECT_LT(beside({0, 500, 250, 90}, {0, 0, 800, 600}).height(), 600);
+    EXPECT_GT(beside({1940, 100, 500, 300}, {1920, 0, 1920, 1080}).left(), 2440);
+}
