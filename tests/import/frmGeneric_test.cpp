@@ -240,6 +240,12 @@ TEST_F(GenericImport, StaysOpenAfterAFatalRowError) {
     EXPECT_TRUE(window.isVisible());
     expectMenus(false, false);
 
+    boxes.tell(u"There are 2 valid records in this file."_s, kReportTitle);
+    boxes.tell(u"Fatal Error! Row #'s are not sorted in sequential order. Input aborted."_s);
+    importFile(0, "1,2,3,1\n1,2,3,1.5\n");
+    EXPECT_TRUE(window.isVisible());
+    expectMenus(false, false);
+
     boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
     importFile(0, "1,2,3,1\n");
     EXPECT_FALSE(window.isVisible());

@@ -112,10 +112,10 @@ TEST_P(MissingValues, CostTheirRecordsWhenManyLinesInARowLackThem) {
 
 TEST_P(MissingValues, OfRandomFieldsCostNoNeighbour) {
     std::mt19937 random(static_cast<unsigned>(GetParam() + 1));
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 8; ++round) {
         std::vector<Values> lines;
         const auto share = 2 + random() % 12;
-        for (int line = 0; line < 20; ++line) {
+        for (int line = 0; line < 250; ++line) {
             lines.push_back(record(line));
             for (std::string& value : lines.back())
                 if (random() % share == 0) value.clear();

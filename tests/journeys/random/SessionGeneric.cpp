@@ -19,6 +19,21 @@ struct RandomSession::GenericFile {
     QString rowFault;  // what the user is told about the row numbers
 };
 
+namespace {
+
+std::vector<std::string> valuesOf(const PlainSite& site, int layout) {
+    std::vector<std::string> values;
+    if (layout % 4 >= 2) values.push_back(printed(site.id, 0));
+    values.push_back(coordinate(site.x));
+    values.push_back(coordinate(site.y));
+    values.push_back(printed(site.em1, 2));
+    if (layout % 2 == 1) values.push_back(printed(site.em2, 2));
+    if (layout < 4) values.push_back(std::to_string(site.row));
+    return values;
+}
+
+}  // namespace
+
 RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff) {
     const bool withRows = layout < 4, withIDs = layout % 4 >= 2, two = layout % 2 == 1;
     GenericFile file;
@@ -29,33 +44,35 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
     const bool fallsBack = !many_ && chance(6);
     const int gap = !many_ && chance(6) ? 1 : 0;
     const bool manyRows = many_ || chance(25);
-    for (PlainSite site : drivenSites()) {
+    const std::vector<PlainSite> sites = drivenSites();
+    for (std::size_t number = 0; number < sites.size(); ++number) {
+        PlainSite site = sites[number];
         site.row = manyRows ? static_cast<int>(site.id) : site.row + firstRow - 1 + (site.row > 2 ? gap : 0);
         if (fallsBack && site.row > 2) site.row = 1;
         const bool damaged = !many_ && chance(2);
-        std::vector<std::string> values;
-        if (withIDs) values.push_back(printed(site.id, 0));
-        values.push_back(coordinate(site.x));
-        values.push_back(damaged ? "***" : coordinate(site.y));
-        values.push_back(printed(site.em1, 2));
-        if (two) values.push_back(printed(site.em2, 2));
-        if (withRows) values.push_back(std::to_string(site.row));
+        std::vector<std::string> values = valuesOf(site, layout);
+        if (damaged) values[withIDs ? 2 : 1] = "***";
         if (!two) site.em2 = 0;
         if (!withIDs) site.id = 0;
         if (!withRows) site.row = 1;
+        // A last value that is missing shows by the comma in front of it and by the next line, which is
+        // whole.
+        const bool incomplete = separators == 0 && !many_ && number + 1 < sites.size() && chance(2);
+        if (incomplete) values.back().clear();
         const auto line = 1 + std::count(file.bytes.begin(), file.bytes.end(), '\n');
         std::string logged = "Line # " + std::to_string(line);
         for (std::size_t i = 0; i < values.size(); ++i) {
-            logged += ' ' + values[i];
+            if (!values[i].empty()) logged += ' ' + values[i];
             if (i > 0)
                 file.bytes += separators == 0 ? "," : separators == 1 ? " " : chance(50) ? " , " : "\t";
             file.bytes += values[i];
         }
         file.bytes += separators == 2 && chance(20) ? " " : "\r\n";
-        const std::string reason = two && site.em2 < cutoff ? "2nd EM reading below cut-off"
-                                   : damaged                ? "non-numeric Y-coord data"
-                                   : site.em1 < cutoff      ? "1st EM reading below cut-off"
-                                                            : "";
+        const std::string reason = incomplete                 ? "incomplete record"
+                                   : two && site.em2 < cutoff ? "2nd EM reading below cut-off"
+                                   : damaged                  ? "non-numeric Y-coord data"
+                                   : site.em1 < cutoff        ? "1st EM reading below cut-off"
+                                                              : "";
         if (reason.empty()) {
             file.survey.sites.push_back(site);
             continue;
