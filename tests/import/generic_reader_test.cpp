@@ -1,66 +1,9 @@
-#include "import/generic_reader.h"
-
 #include "app/run_time_error.h"
 #include "import/error_log.h"
+#include "import/generic_file.h"
 #include "rows/row_detection.h"
-#include "support/temporary_folder.h"
-
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
-
-namespace {
-
-constexpr GenericLayout kThree = kGenericLayouts[4];       // X Y Ec1
-constexpr GenericLayout kThreeRow = kGenericLayouts[0];    // X Y Ec1 Row
-constexpr GenericLayout kEverything = kGenericLayouts[3];  // Site X Y Ec1 Ec2 Row
-
-class GenericFile : public testing::Test {
-  protected:
-    GenericFile() {
-        options.path = folder / "generic.txt";
-        options.errorLogPath = folder / "error_log.dat";
-        options.layout = kThree;
-    }
-
-    GenericImportResult import(std::string_view bytes) {
-        writeFile(options.path, bytes);
-        return importGenericFile(options, parameters);
-    }
-    std::string log() const { return readFile(options.errorLogPath); }
-
-    // The log that a file leaves.
-    std::string logOf(std::string_view bytes) {
-        import(bytes);
-        return log();
-    }
-
-    // X, Y, EM1 of every site, for comparing.
-    std::string sitesOf(std::string_view bytes) {
-        const Survey survey = import(bytes).survey;
-        std::string text;
-        for (SiteIndex i = 0; i < survey.NumSites; ++i)
-            for (const int column : {kX, kY, kEM1})
-                text += std::to_string(static_cast<int>(survey.SiteData(column, i))) +
-                        (column == kEM1 ? ";" : " ");
-        return text;
-    }
-
-    // A file of the layout X Y Ec1 Row with these row numbers.
-    GenericImportResult importRows(const std::vector<double>& rows) {
-        options.layout = kThreeRow;
-        std::string bytes;
-        for (const double row : rows)
-            bytes += "1,2,3," + std::to_string(row) + "\n";
-        return import(bytes);
-    }
-
-    const TemporaryFolder folder;
-    GenericOptions options;
-    Survey parameters;
-};
-
-}  // namespace
 
 TEST_F(GenericFile, InEachLayoutPutsItsColumnsInPlace) {
     for (const GenericLayout& layout : kGenericLayouts) {
@@ -92,40 +35,6 @@ TEST_F(GenericFile, LayoutsStandInTheirOrder) {
     EXPECT_TRUE(kGenericLayouts[6].siteNumber && !kGenericLayouts[6].secondReading);
 }
 
-TEST_F(GenericFile, MayBeSeparatedByCommasBlanksOrTabs) {
-    const std::string sites = "1 2 3;4 5 6;";
-    EXPECT_EQ(sitesOf("1,2,3\n4,5,6\n"), sites);
-    EXPECT_EQ(sitesOf("1 2 3\r\n4 5 6\r\n"), sites);
-    EXPECT_EQ(sitesOf("1\t2\t3\r4\t5\t6"), sites);
-    EXPECT_EQ(sitesOf("  1 , 2\t,\t3  \n\n\n 4,5 6"), sites);
-    EXPECT_EQ(sitesOf("\xEF\xBB\xBF"
-                      "1,2,3\n4,5,6"),
-              sites);
-}
-
-TEST_F(GenericFile, MayHaveRecordsAcrossLinesAndSeveralOnALine) {
-    const std::string sites = "1 2 3;4 5 6;";
-    EXPECT_EQ(sitesOf("1\n2\n3\n4\n5\n6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2\n3,4\n5,6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2,3,4,5,6\n"), sites);
-    EXPECT_EQ(sitesOf("1 2 3 4 5 6"), sites);
-    EXPECT_EQ(sitesOf("1,\n2,\n3,\n4,\n5,\n6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2,\n3\n4,5,\n6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2\n,3\n4,5\n,6\n"), sites);
-}
-
-TEST_F(GenericFile, MayHaveCommasAtTheEndsOfItsLines) {
-    EXPECT_EQ(sitesOf("1,2,3,\n4,5,6,\n"), "1 2 3;4 5 6;");
-}
-
-TEST_F(GenericFile, MayHaveQuotedValues) {
-    EXPECT_EQ(sitesOf("\"1\",\" 2 \",\"3\"\n\"4\" \"5\" \"6\""), "1 2 3;4 5 6;");
-    EXPECT_EQ(logOf("\"1,5\",2,3\n"), "Line # 1 \"1,5\" 2 3  -> non-numeric X-coord data\r\n");
-    EXPECT_EQ(logOf("\"1\"x,2,3\n"), "Line # 1 \"1\"x 2 3  -> non-numeric X-coord data\r\n");
-    EXPECT_EQ(logOf("1,2,\"3\n4,5,6\n"), "Line # 1 1 2 \"3  -> non-numeric 1st EM reading\r\n");
-    EXPECT_EQ(logOf("\"\",2,3\n"), "Line # 1 \"\" 2 3  -> non-numeric X-coord data\r\n");
-}
-
 TEST_F(GenericFile, KeepsReadingsEqualToTheCutOff) {
     options.cutoff = 0.5;
     EXPECT_EQ(import("1,2,0.5\n1,2,0.499\n").survey.NumSites, 1);
@@ -153,67 +62,6 @@ TEST_F(GenericFile, LooksAtTheSecondReadingFirst) {
     EXPECT_EQ(logOf("1 x x -1 -1 x\n"), "Line # 1 1 x x -1 -1 x  -> 2nd EM reading below cut-off\r\n");
     EXPECT_EQ(logOf("x x x x x x\n"), "Line # 1 x x x x x x  -> non-numeric site ID\r\n");
     EXPECT_EQ(logOf("1 x x x x x\n"), "Line # 1 1 x x x x x  -> non-numeric 2nd EM reading\r\n");
-}
-
-TEST_F(GenericFile, LosesOneRecordToAHeaderLine) {
-    const auto result = import("X,Y,ECa\n1,2,3\n4,5,6\n");
-    EXPECT_EQ(result.survey.NumSites, 2);
-    EXPECT_EQ(result.dropped, 1);
-    EXPECT_EQ(log(), "Line # 1 X Y ECa  -> non-numeric X-coord data\r\n");
-}
-
-TEST_F(GenericFile, LosesOneRecordToAValueMissingBetweenCommas) {
-    EXPECT_EQ(sitesOf("1,,3\n4,5,6\n"), "4 5 6;");
-    EXPECT_EQ(log(), "Line # 1 1  3  -> non-numeric Y-coord data\r\n");
-    EXPECT_EQ(sitesOf("1 , \t, 3\n4,5,6\n"), "4 5 6;");
-    EXPECT_EQ(sitesOf("1,2,3\n,5,6\n7,8,9\n"), "1 2 3;7 8 9;");
-    EXPECT_EQ(log(), "Line # 2  5 6  -> non-numeric X-coord data\r\n");
-}
-
-TEST_F(GenericFile, LosesOneRecordToAValueMissingAtTheEndOfItsLine) {
-    EXPECT_EQ(sitesOf("1,2,3\n4,5,\n7,8,9\n"), "1 2 3;7 8 9;");
-    EXPECT_EQ(log(), "Line # 2 4 5  -> incomplete record\r\n");
-    EXPECT_EQ(sitesOf("2,102,\n3,103,\n4,104,5\n"), "4 104 5;");
-    EXPECT_EQ(log(), "Line # 1 2 102  -> incomplete record\r\nLine # 2 3 103  -> incomplete record\r\n");
-    EXPECT_EQ(sitesOf("1,2,3,4,5 , \t\n7,8,9\n"), "1 2 3;7 8 9;") << "behind a record on the same line";
-    EXPECT_EQ(sitesOf("1,\n2,\n7,8,9\n"), "7 8 9;") << "a record of several lines";
-    EXPECT_EQ(sitesOf("4,5,\n\n \n7,8,9\n"), "7 8 9;") << "empty lines between";
-}
-
-TEST_F(GenericFile, TakesALineWithACommaBehindItsLastValueForARecordOfItsOwn) {
-    EXPECT_EQ(sitesOf("4,5,\n7,8,9,\n1,2,3,\n"), "7 8 9;1 2 3;");
-    EXPECT_EQ(sitesOf("4,5,\n7,8,, \n1,2,3,\n"), "1 2 3;");
-}
-
-TEST_F(GenericFile, GoesOnOverALineEndUnlessTheNextLineIsARecord) {
-    EXPECT_EQ(sitesOf("1,2,\n3\n4,5,6\n"), "1 2 3;4 5 6;");
-    EXPECT_EQ(sitesOf("1,2,\n3,4,5,6\n7,8\n"), "1 2 3;4 5 6;") << "more values than a record";
-    EXPECT_EQ(sitesOf("1,2\n3,4,5\n6\n"), "1 2 3;4 5 6;") << "no comma in front of the line end";
-    EXPECT_EQ(sitesOf("1,2\n,3,4\n5,6\n"), "1 2 3;4 5 6;") << "the comma stands behind it";
-}
-
-TEST_F(GenericFile, CountsTheLinesThatDoNotFit) {
-    const auto notFitting = [this](std::string_view bytes) {
-        const ImportSummary summary = import(bytes).summary;
-        return std::to_string(summary.linesNotFitting) + " from " +
-               std::to_string(summary.firstLineNotFitting);
-    };
-    EXPECT_EQ(notFitting("1,2,3\n\n 4 5 6 \n , \t , \n7,8,9,\n1,2,\n3,4,\n,,\n"), "0 from 0");
-    EXPECT_EQ(notFitting("1,2,3\n4,5\n6\n7,8,9\n"), "2 from 2") << "read on over a line end";
-    EXPECT_EQ(notFitting("1,2,3\n4,5,6,7,8,9\n"), "1 from 2") << "two records";
-    EXPECT_EQ(notFitting("1,2,3\n\n1,2,3,4\n"), "1 from 3") << "too many values";
-    EXPECT_EQ(notFitting("1,2,3\n1,2,3,,\n"), "1 from 2");
-    EXPECT_EQ(notFitting("Field 7\n1,2,3\n"), "1 from 1") << "a header";
-    EXPECT_EQ(notFitting("1,2,\n3\n"), "1 from 2") << "a value where a record was to begin";
-    EXPECT_EQ(notFitting("1\n,2\n"), "2 from 1");
-}
-
-TEST_F(GenericFile, CutShortByItsEndLosesTheLastRecord) {
-    const auto result = import("1,2,3\n4,\n5");
-    EXPECT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.dropped, 1);
-    EXPECT_EQ(log(), "Line # 2 4 5  -> incomplete record at end of file\r\n");
-    EXPECT_EQ(logOf("1,2,3\n4,5,\n"), "Line # 2 4 5  -> incomplete record at end of file\r\n");
 }
 
 TEST_F(GenericFile, LogsTheLineOnWhichARecordBegins) {
@@ -378,14 +226,6 @@ TEST_F(GenericFile, IsReadWithoutALogThatCannotBeCreated) {
     EXPECT_EQ(result.dropped, 1);
 }
 
-TEST_F(GenericFile, OfOddNumbersTakesThoseThatAreNumeric) {
-    for (const char* number : {"-0", ".5", "5.", "+.5E+1", "1d5", "1e308"})
-        EXPECT_EQ(import("1," + std::string(number) + ",3").survey.NumSites, 1) << number;
-    for (const char* text : {"nan", "inf", "0x10", "1e999", ".", "1.2.3", "1-2"})
-        EXPECT_EQ(import("1," + std::string(text) + ",3").dropped, 1) << text;
-    EXPECT_EQ(import("1,0." + std::string(400, '3') + ",3").survey.SiteData(kY, 0), 1.0 / 3);
-}
-
 TEST_F(GenericFile, ThatIsBinaryEndsAsOneLogLineForEachRecord) {
     std::string bytes;
     for (int i = 0; i < 100'000; ++i)
@@ -403,47 +243,4 @@ TEST_F(GenericFile, ReadsALineOfManyMegabytes) {
     EXPECT_EQ(import(bytes).survey.NumSites, 500'000);
     EXPECT_EQ(logOf("1," + std::string(5'000'000, 'y') + ",3"),
               "Line # 1 1 " + std::string(5'000'000, 'y') + " 3  -> non-numeric Y-coord data\r\n");
-}
-
-TEST_F(GenericFile, WithDecimalCommasHasSemicolonsBetweenItsValues) {
-    options.decimalCommas = true;
-    const Survey survey = import("1,25;-2,5;3\r\n\"4,5\" ; +,5\t;1,5E1;\n0,1;1234567,125;,0\n").survey;
-    ASSERT_EQ(survey.NumSites, 3);
-    EXPECT_EQ(survey.SiteData(kX, 0), 1.25);
-    EXPECT_EQ(survey.SiteData(kY, 0), -2.5);
-    EXPECT_EQ(survey.SiteData(kX, 1), 4.5);
-    EXPECT_EQ(survey.SiteData(kY, 1), 0.5);
-    EXPECT_EQ(survey.SiteData(kEM1, 1), 15);
-    EXPECT_EQ(survey.SiteData(kX, 2), 0.1);
-    EXPECT_EQ(survey.SiteData(kY, 2), 1234567.125);
-    EXPECT_EQ(import("1," + std::string(400, '3') + ";2;3\n").survey.SiteData(kX, 0), 4.0 / 3);
-}
-
-TEST_F(GenericFile, WithDecimalCommasTakesNoPointAndNoBlankInAValue) {
-    options.decimalCommas = true;
-    EXPECT_EQ(logOf("1.234,5;2;3\n1;2 345;3\n1;2;3,4,5\n\"1;5\";2;3\nX;Y;E C\n"),
-              "Line # 1 1.234,5 2 3  -> non-numeric X-coord data\r\n"
-              "Line # 2 1 2 345 3  -> non-numeric Y-coord data\r\n"
-              "Line # 3 1 2 3,4,5  -> non-numeric 1st EM reading\r\n"
-              "Line # 4 \"1;5\" 2 3  -> non-numeric X-coord data\r\n"
-              "Line # 5 X Y E C  -> non-numeric X-coord data\r\n");
-}
-
-TEST_F(GenericFile, WithDecimalCommasLosesOneRecordToAMissingValue) {
-    options.decimalCommas = true;
-    EXPECT_EQ(sitesOf("1;2;\n4;;6\n;8;9\n1;2;3\n4;5;\n6"), "1 2 3;4 5 6;");
-    EXPECT_EQ(log(),
-              "Line # 1 1 2  -> incomplete record\r\nLine # 2 4  6  -> non-numeric Y-coord data\r\n"
-              "Line # 3  8 9  -> non-numeric X-coord data\r\n");
-}
-
-TEST_F(GenericFile, InUtf16IsReadAndLoggedInUtf8) {
-    std::string bytes;
-    for (const char16_t unit : std::u16string(u"X;Übersicht;EC\r\n1,5;2;3\r\n4;5;6"))
-        bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
-    options.decimalCommas = true;
-    for (const char* const mark : {"\xFF\xFE", ""}) {
-        EXPECT_EQ(sitesOf(mark + bytes), "1 2 3;4 5 6;");
-        EXPECT_EQ(log(), "Line # 1 X \u00DCbersicht EC  -> non-numeric X-coord data\r\n");
-    }
 }

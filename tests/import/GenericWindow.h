@@ -1,0 +1,80 @@
+#pragma once
+
+#include "app/CaptionColour.h"
+#include "app/palette16.h"
+#include "import/frmGeneric.h"
+#include "support/ImportTest.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+inline const QString kReportTitle = u"VARN-Tessel File Import Message"_s;
+
+/// The window of the generic import, open, and what a user does with it.
+class GenericImport : public ImportTest {
+  protected:
+    GenericImport() : window(main), imported(&window, &frmGeneric::imported) {
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    QRadioButton& option(int i) { return *window.findChild<QRadioButton*>(u"optCF_%1"_s.arg(i)); }
+
+    // Imports a file of one of the layouts, 0 to 7, by its typed name.
+    void importFile(int layout, std::string_view bytes) {
+        type(*window.txtGFile, fromPath(sensorFile(bytes)));
+        click(option(layout));
+        click(*window.cmdImport);
+    }
+    void refuse(const QString& message) {
+        boxes.tell(message);
+        click(*window.cmdImport);
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(imported.count(), 0);
+        expectSurveyUntouched();
+    }
+    // Types the name of a file and waits until its beginning is shown.
+    void look(std::string_view bytes) {
+        const QString path = fromPath(sensorFile(bytes));
+        QSignalSpy shown(window.tblPreview->model(), &QAbstractItemModel::modelReset);
+        type(*window.txtGFile, window.txtGFile->text() == path ? path + u' ' : path);
+        EXPECT_TRUE(shown.wait());
+    }
+    // A line of the table: the number of the file's line, then the values, marked ones in brackets.
+    QString previewLine(int line) {
+        const QAbstractItemModel& table = *window.tblPreview->model();
+        QString text = table.headerData(line, Qt::Vertical).toString() + u':';
+        for (int column = 0; column < table.columnCount(); ++column) {
+            const QModelIndex cell = table.index(line, column);
+            const bool marked = cell.data(Qt::ForegroundRole).value<QColor>() == captionColour(kRed, window);
+            EXPECT_EQ(marked, !cell.data(Qt::ToolTipRole).toString().isEmpty());
+            text += marked ? u" ["_s + cell.data().toString() + u']' : u' ' + cell.data().toString();
+        }
+        return text;
+    }
+    QString previewColumns() {
+        QStringList names;
+        for (int column = 0; column < window.tblPreview->model()->columnCount(); ++column)
+            names << window.tblPreview->model()->headerData(column, Qt::Horizontal).toString();
+        return names.join(u' ');
+    }
+    QColor fitColour() { return window.lblFit->palette().color(QPalette::WindowText); }
+
+    // Drags onto the file name's box; false when nothing that is dragged can be dropped there.
+    bool drop(const QMimeData& data) {
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QCoreApplication::sendEvent(window.txtGFile, &enter);
+        if (!enter.isAccepted()) return false;
+        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.txtGFile, &event);
+        return true;
+    }
+
+    frmGeneric window;
+    QSignalSpy imported;
+};
