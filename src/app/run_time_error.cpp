@@ -2,6 +2,10 @@
 
 #include <cstring>
 
+RunTimeError RunTimeError::withAdvice(const std::string& advice) const {
+    return {Number(number_), description() + '\n' + advice};
+}
+
 // Not strerror, which speaks the machine's language in the middle of a sentence of ours.
 RunTimeError RunTimeError::file(const std::string& path, const std::string& action, int errnoValue) {
     const char* const reason = ::strerrordesc_np(errnoValue);

@@ -16,6 +16,9 @@ class RunTimeError : public std::runtime_error {
     int number() const { return number_; }
     std::string description() const { return what(); }
 
+    /// The same failure with a line of its own below the description: what the limit is and what to do.
+    RunTimeError withAdvice(const std::string& advice) const;
+
     static RunTimeError overflow() { return {kOverflow, "Overflow"}; }
     static RunTimeError outOfMemory() { return {kOutOfMemory, "Out of memory"}; }
     static RunTimeError subscriptOutOfRange() { return {kSubscript, "Subscript out of range"}; }

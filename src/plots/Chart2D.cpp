@@ -1,25 +1,14 @@
 #include "plots/Chart2D.h"
 
 #include "app/run_time_error.h"
-#include "plots/ChartFrame.h"
-#include "plots/ChartPlot.h"
-#include "plots/chart_views.h"
+#include "plots/Chart2DPrivate.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace {
-
-/// One notch of the wheel, one press of plus.
-constexpr double kZoomStep = 0.8;
-/// Part of the view that Ctrl and an arrow key move.
-constexpr double kMoveStep = 0.1;
 
 ChartViews::Axis viewAxis(Chart2D::Axis axis) {
     if (axis == Chart2D::Axis::X) return ChartViews::kX;
@@ -31,67 +20,7 @@ SeriesStyle firstStyle(int group) {
     return {};
 }
 
-QPoint pixelOf(const QPointF& position) {
-    return {int(std::floor(position.x())), int(std::floor(position.y()))};
-}
-
 }  // namespace
-
-struct Chart2D::Private {
-    explicit Private(Chart2D* chart) : plot(new ChartPlot(groups[0], groups[1], chart)) {}
-
-    std::vector<ChartSeries>& group(Group g) {
-        if (g != kData && g != kHighlight) throw RunTimeError::subscriptOutOfRange();
-        return groups[g == kData ? 0 : 1];
-    }
-
-    ChartSeries& series(Group g, int number) {
-        std::vector<ChartSeries>& all = group(g);
-        if (number < 1 || static_cast<std::size_t>(number) > all.size())
-            throw RunTimeError::subscriptOutOfRange();
-        return all[static_cast<std::size_t>(number) - 1];
-    }
-
-    QCPAxis* plotAxis(Axis a) {
-        if (a == Axis::X) return plot->xAxis;
-        return a == Axis::Y ? plot->yAxis : plot->yAxis2;
-    }
-
-    void showViews() {
-        plot->setViews(views.view(ChartViews::kX), views.view(ChartViews::kY), views.view(ChartViews::kY2));
-    }
-
-    /// In pixels of the chart. The plot is placed first: a hidden widget learns its size only when shown.
-    PixelMap map(const QRect& whole, bool highlight) {
-        const QRect place = frame.plotRect(whole);
-        if (plot->geometry() != place) plot->setGeometry(place);
-        PixelMap pixels = plot->map(highlight);
-        pixels.xShift += place.left();
-        pixels.yShift += place.top();
-        pixels.area.left += place.left();
-        pixels.area.right += place.left();
-        pixels.area.top += place.top();
-        pixels.area.bottom += place.top();
-        return pixels;
-    }
-
-    void zoom(double xFraction, double xFactor, double yFraction, double yFactor) {
-        views.zoom(xFraction, xFactor, yFraction, yFactor);
-        showViews();
-    }
-
-    void move(double xFraction, double yFraction) {
-        views.move(xFraction, yFraction);
-        showViews();
-    }
-
-    std::array<std::vector<ChartSeries>, 2> groups;
-    ChartViews views;
-    int batches = 0;
-    ChartFrame frame;
-    ChartPlot* plot;
-    std::optional<QPoint> dragged;  ///< where the pointer was when the view was last moved
-};
 
 Chart2D::Chart2D(QWidget* parent) : QWidget(parent), d_(std::make_unique<Private>(this)) {
     setMouseTracking(true);
@@ -206,9 +135,9 @@ QString Chart2D::axisTitle(Axis axis) const {
     return d_->plotAxis(axis)->label();
 }
 
-void Chart2D::setHeaderText(const QString& text) {
+void Chart2D::setHeaderText(const QString& text, const QString& shorter) {
     if (accessibleName().isEmpty() || accessibleName() == headerText()) setAccessibleName(text);
-    d_->frame.setHeader(text);
+    d_->frame.setHeader(text, shorter);
     update(d_->frame.headerRect(rect()));
 }
 
@@ -277,16 +206,24 @@ const ChartViews& Chart2D::views() const {
 void Chart2D::keepViews(const ChartViews& before) {
     d_->views.keepViews(before);
     d_->showViews();
+    d_->shareHorizontalView();
 }
 
 void Chart2D::resetView() {
-    if (!isZoomed()) return;
-    d_->views.reset();
-    d_->showViews();
+    for (Chart2D* const chart : {this, d_->companion.data()}) {
+        if (chart == nullptr || !chart->isZoomed()) continue;
+        chart->d_->views.reset();
+        chart->d_->showViews();
+    }
 }
 
 void Chart2D::alignSides(Chart2D& other) {
     d_->plot->alignSides(*other.d_->plot);
+}
+
+void Chart2D::shareHorizontalView(Chart2D& other) {
+    d_->companion = &other;
+    other.d_->companion = this;
 }
 
 void Chart2D::print(QPainter& painter, const QRectF& target) const {
@@ -318,93 +255,4 @@ void Chart2D::changeEvent(QEvent* event) {
         update();
     }
     QWidget::changeEvent(event);
-}
-
-void Chart2D::focusInEvent(QFocusEvent*) {
-    update();
-}
-
-void Chart2D::focusOutEvent(QFocusEvent*) {
-    update();
-}
-
-void Chart2D::keyPressEvent(QKeyEvent* event) {
-    const bool moves = event->modifiers().testFlag(Qt::ControlModifier);
-    switch (event->key()) {
-        case Qt::Key_Home:
-            return resetView();
-        case Qt::Key_Plus:
-            return d_->zoom(0.5, kZoomStep, 0.5, kZoomStep);
-        case Qt::Key_Minus:
-            return d_->zoom(0.5, 1 / kZoomStep, 0.5, 1 / kZoomStep);
-        case Qt::Key_Left:
-            if (moves) return d_->move(-kMoveStep, 0);
-            break;
-        case Qt::Key_Right:
-            if (moves) return d_->move(kMoveStep, 0);
-            break;
-        case Qt::Key_Up:
-            if (moves) return d_->move(0, kMoveStep);
-            break;
-        case Qt::Key_Down:
-            if (moves) return d_->move(0, -kMoveStep);
-            break;
-        default:
-            break;
-    }
-    QWidget::keyPressEvent(event);
-}
-
-void Chart2D::leaveEvent(QEvent*) {
-    Q_EMIT pointerLeft();
-}
-
-void Chart2D::mousePressEvent(QMouseEvent* event) {
-    const QPoint pixel = pixelOf(event->position());
-    if (event->button() == Qt::LeftButton) Q_EMIT pointerPressed(pixel);
-    if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) d_->dragged = pixel;
-}
-
-void Chart2D::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
-    // The first press may have toggled a point; this second one has toggled it back.
-    if (event->button() == Qt::LeftButton) resetView();
-}
-
-void Chart2D::mouseMoveEvent(QMouseEvent* event) {
-    const QPoint pixel = pixelOf(event->position());
-    if (d_->dragged) {
-        const PixelRect area = d_->map(rect(), false).area;
-        const QPoint by = pixel - *d_->dragged;
-        d_->dragged = pixel;
-        d_->move(-by.x() / (area.right - area.left), by.y() / (area.bottom - area.top));
-        return;
-    }
-    Q_EMIT pointerMoved(pixel);
-}
-
-void Chart2D::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) d_->dragged.reset();
-}
-
-void Chart2D::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    d_->frame.paint(painter, rect(), d_->groups);
-    if (hasFocus()) d_->frame.paintFocus(painter, rect(), palette().color(QPalette::Highlight));
-}
-
-void Chart2D::resizeEvent(QResizeEvent*) {
-    d_->plot->setGeometry(d_->frame.plotRect(rect()));
-}
-
-void Chart2D::wheelEvent(QWheelEvent* event) {
-    const PixelRect area = d_->map(rect(), false).area;
-    const QPointF at = event->position();
-    const double factor = std::pow(kZoomStep, event->angleDelta().y() / 120.0);
-    const double x = std::clamp((at.x() - area.left) / (area.right - area.left), 0.0, 1.0);
-    const double y = std::clamp((area.bottom - at.y()) / (area.bottom - area.top), 0.0, 1.0);
-    const bool besideY = at.x() < area.left || at.x() > area.right;
-    const bool belowX = at.y() > area.bottom && !besideY;
-    d_->zoom(x, besideY ? 1 : factor, y, belowX ? 1 : factor);
-    event->accept();
 }

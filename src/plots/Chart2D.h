@@ -106,7 +106,8 @@ class Chart2D : public QWidget {
     void setAxisTitle(Axis axis, const QString& title);
     QString axisTitle(Axis axis) const;
 
-    void setHeaderText(const QString& text);
+    /// Where there is no room for the text, `shorter` is shown if it is not empty.
+    void setHeaderText(const QString& text, const QString& shorter = {});
     QString headerText() const;
     void setHeaderFont(double pointSize, bool bold);
     /// Redraws the footer only, and never moves the plot.
@@ -137,6 +138,10 @@ class Chart2D : public QWidget {
     /// sides, whatever their labels need, on the screen and on paper. For charts of equal width, one below
     /// the other.
     void alignSides(Chart2D& other);
+
+    /// From now on the horizontal views of both charts are one: who zooms, moves or resets the view of one
+    /// does it to the other. For charts whose horizontal limits are the same.
+    void shareHorizontalView(Chart2D& other);
 
     /// Draws header, plot as it is shown and footer into a rectangle of the painter; letters and symbols
     /// get the size on paper that they have on a screen of 96 dots an inch, at every resolution.

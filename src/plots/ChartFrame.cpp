@@ -72,15 +72,21 @@ void ChartFrame::paint(QPainter& painter, const QRect& whole,
     const int names = paintNames(painter, top, groups);
     // Centred over the whole width unless the names need that room.
     painter.setFont(headerFont_);
-    const int width = QFontMetrics(headerFont_).horizontalAdvance(header_);
+    const QString header = headerFor(top.width() - names);
+    const int width = QFontMetrics(headerFont_).horizontalAdvance(header);
     const bool fits = (top.width() - width) / 2 > names;
     const QRect box = fits ? top : top.adjusted(0, 0, -names, 0);
     painter.drawText(box, int(fits ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
-                     QFontMetrics(headerFont_).elidedText(header_, Qt::ElideRight, box.width()));
+                     QFontMetrics(headerFont_).elidedText(header, Qt::ElideRight, box.width()));
     const QRect bottom = footerRect(whole).adjusted(kMargin, 0, -kMargin, 0);
     painter.setFont(textFont_);
     painter.drawText(bottom, int(Qt::AlignLeft | Qt::AlignVCenter),
                      QFontMetrics(textFont_).elidedText(footer_, Qt::ElideRight, bottom.width()));
+}
+
+QString ChartFrame::headerFor(int width) const {
+    const bool fits = QFontMetrics(headerFont_).horizontalAdvance(header_) <= width;
+    return fits || shorterHeader_.isEmpty() ? header_ : shorterHeader_;
 }
 
 void ChartFrame::paintFocus(QPainter& painter, const QRect& whole, const QColor& colour) const {

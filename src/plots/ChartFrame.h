@@ -29,7 +29,11 @@ class ChartFrame {
     /// The same font by its pixels, so that no printer scales it a second time.
     QFont textFont() const { return textFont_; }
 
-    void setHeader(const QString& text) { header_ = text; }
+    /// `shorter` is painted where the text does not fit.
+    void setHeader(const QString& text, const QString& shorter = {}) {
+        header_ = text;
+        shorterHeader_ = shorter;
+    }
     const QString& header() const { return header_; }
     void setHeaderFont(double pointSize, bool bold);
     void setFooter(const QString& text) { footer_ = text; }
@@ -44,6 +48,7 @@ class ChartFrame {
     void paintFocus(QPainter& painter, const QRect& whole, const QColor& colour) const;
 
   private:
+    QString headerFor(int width) const;
     int paintNames(QPainter& painter, const QRect& box,
                    const std::array<std::vector<ChartSeries>, 2>& groups) const;
     int paintName(QPainter& painter, const QRect& box, const ChartSeries& series) const;
@@ -54,5 +59,6 @@ class ChartFrame {
     bool headerBold_ = true;
     int dotsPerInch_ = 96;
     QString header_;
+    QString shorterHeader_;
     QString footer_;
 };

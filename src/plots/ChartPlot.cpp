@@ -37,6 +37,11 @@ class ChartPlot::Ticker : public QCPAxisTicker {
 
   protected:
     double getTickStep(const QCPRange&) override { return ticks_.step; }
+    QVector<double> createTickVector(double step, const QCPRange& range) override {
+        if (!ticks_.endsOnly) return QCPAxisTicker::createTickVector(step, range);
+        const auto [first, last] = tickEnds(range.lower, range.upper, step);
+        return {first, last};
+    }
     int getSubTickCount(double) override { return 0; }
     QString getTickLabel(double tick, const QLocale&, QChar, int) override {
         return QString::fromStdString(tickLabel(tick, ticks_));

@@ -68,6 +68,7 @@ RowPlotEditor::RowPlotEditor(frmMain& main)
     joinChart(Chart2D3);
     joinChart(Chart2D4);
     Chart2D4->alignSides(*Chart2D3);
+    Chart2D4->shareHorizontalView(*Chart2D3);
     connect(&main, &frmMain::plotsHidden, this, &RowPlotEditor::closeEditor);
 }
 
@@ -101,6 +102,7 @@ void RowPlotEditor::joinChart(Chart2D* chart) {
     connect(chart, &Chart2D::pointerPressed, this,
             [this, chart](QPoint pixel) { guarded(this, [this, chart, pixel] { press(chart, pixel); })(); });
     connect(chart, &Chart2D::pointerMoved, this, [this, chart](QPoint pixel) { readOut(chart, pixel); });
+    connect(chart, &Chart2D::pointerLeft, this, [this, chart] { clearReadOut(chart); });
 }
 
 void RowPlotEditor::mnuX_Click() {
@@ -209,8 +211,13 @@ void RowPlotEditor::Draw_Row_Map() {
     setLimits(*Chart2D4, thePlotLimits());
     Chart2D4->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
     Chart2D4->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(acrossColumn(PlotByX))));
-    Chart2D4->setHeaderText(text(rowHeader(CurrentRow, sites().count)));
+    showHeader();
     Chart2D4->endBatch();
+}
+
+void RowPlotEditor::showHeader() {
+    const SiteIndex points = sites().count;
+    Chart2D4->setHeaderText(text(rowHeader(CurrentRow, points)), text(shortRowHeader(CurrentRow, points)));
 }
 
 // The highlight groups show the selection in its order; Command5 and the count follow it.
@@ -232,13 +239,13 @@ void RowPlotEditor::drawHighlights() {
 }
 
 void RowPlotEditor::showCharts() {
+    hideCursor();
     for (Chart2D* const chart : {Chart2D3, Chart2D4}) {
-        chart->hideCross();
         chart->setFooterText(QString::fromLatin1(kNoPointSelected));
         chart->show();
     }
-    // The keys that move along the row work at once.
-    if (!Chart2D4->hasFocus() && !isAncestorOf(main_.focusWidget())) Chart2D3->setFocus();
+    // The keys that move along the row work at once, whichever button has been pressed.
+    Chart2D3->setFocus();
 }
 
 void RowPlotEditor::Command1_Click() {
@@ -303,67 +310,29 @@ void RowPlotEditor::Text1_Change() {
     Option2_Click();
 }
 
-bool RowPlotEditor::pick(const Chart2D& chart, QPoint pixel) {
-    const Chart2D::Nearest nearest = chart.nearestPoint(Chart2D::kData, pixel);
-    PickSeries = nearest.series;
-    PickPoint = nearest.point;
-    PickDistance = nearest.distance;
-    return chart.pixelToData(pixel).inPlotArea && PickPoint > 0 && PickSeries == 1 &&
-           PickDistance <= Chart2D::kPickDistance;
-}
-
-void RowPlotEditor::readOut(Chart2D* chart, QPoint pixel) {
-    if (pick(*chart, pixel)) {
-        chart->setFooterText(readoutOf(chart, PickPoint));
-        chart->setCursor(Qt::CrossCursor);
-    } else {
-        chart->setFooterText(QString::fromLatin1(kNoPointSelected));
-        chart->unsetCursor();
-        main_.unsetCursor();
-    }
-}
-
-QString RowPlotEditor::readoutOf(const Chart2D* chart, qsizetype point) const {
-    const Chart2D::Point at = chart->point(Chart2D::kData, 1, point);
-    return text(chart == Chart2D3 ? profileReadout(at.x, at.y, PlotByX) : mapReadout(at.x, at.y, PlotByX));
-}
-
-void RowPlotEditor::press(Chart2D* chart, QPoint pixel) {
-    chart->setFocus();
-    readOut(chart, pixel);
-    if (!pick(*chart, pixel)) return;
-    toggle(PickPoint);
-    // The keys go on from here.
-    cursor_ = PickPoint;
-    Chart2D3->hideCross();
-    Chart2D4->hideCross();
-}
-
-void RowPlotEditor::toggle(qsizetype point) {
-    selection_.toggle(point, along());
-    Chart2D3->beginBatch();
-    Chart2D4->beginBatch();
-    drawHighlights();
-    Command6->setEnabled(false);
-    Chart2D4->endBatch();
-    Chart2D3->endBatch();
-}
-
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(&main_);
-        const bool emptied = deleteSites();
-        if (emptied)
+        if (deleteSites())
             showEmptiedRow();
-        else if (CurrentRow != 1)
-            Row_Plot();
-        else if (PlotByX)
-            mnuX_Click();
         else
-            mnuY_Click();
+            showShortenedRow();
         followDeletion();
     }
     Q_EMIT surveyChanged();
+}
+
+// What the user has zoomed in on stays in view.
+void RowPlotEditor::showShortenedRow() {
+    const ChartViews profile = Chart2D3->views(), map = Chart2D4->views();
+    if (CurrentRow != 1)
+        Row_Plot();
+    else if (PlotByX)
+        mnuX_Click();
+    else
+        mnuY_Click();
+    Chart2D3->keepViews(profile);
+    Chart2D4->keepViews(map);
 }
 
 bool RowPlotEditor::deleteSites() {
@@ -393,7 +362,7 @@ void RowPlotEditor::showEmptiedRow() {
     for (Chart2D* const chart : {Chart2D3, Chart2D4})
         chart->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(kX)));
     Chart2D4->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(kY)));
-    Chart2D4->setHeaderText(text(rowHeader(CurrentRow, 0)));
+    showHeader();
     showCharts();
 }
 

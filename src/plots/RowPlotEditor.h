@@ -86,7 +86,9 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void fillProfile();
     void fillMap();
     void drawHighlights();
+    void showHeader();
     void showEmptiedRow();
+    void showShortenedRow();
     void showCharts();
     bool deleteSites();
     void followDeletion();
@@ -94,15 +96,18 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     bool pick(const Chart2D& chart, QPoint pixel);
     void press(Chart2D* chart, QPoint pixel);
     void readOut(Chart2D* chart, QPoint pixel);
+    void clearReadOut(Chart2D* chart);
     QString readoutOf(const Chart2D* chart, qsizetype point) const;
     void toggle(qsizetype point);
 
     /// What a key does, nothing for a key of others.
     std::function<void()> editorKey(int key, Qt::KeyboardModifiers modifiers);
     std::function<void()> chartKey(int key);
+    std::function<void()> finishKey(int key);
     void moveCursor(int step);
     void toggleAtCursor();
     void showCursor();
+    void hideCursor();
 
     RowSites sites() const;
     std::span<const double> along() const;
@@ -112,4 +117,5 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     RowSelection selection_;
     bool rowEmptied_ = false;  ///< the row shown has just lost its last site
     SiteIndex cursor_ = 0;     ///< point of the row that the arrow keys have come to, 0 for none
+    bool cursorShown_ = false;
 };

@@ -13,6 +13,7 @@ bool RowPlotEditor::eventFilter(QObject* watched, QEvent* event) {
     auto action = editorKey(key->key(), modifiers);
     if (!action && modifiers == Qt::NoModifier && (watched == Chart2D3 || watched == Chart2D4))
         action = chartKey(key->key());
+    if (!action && modifiers == Qt::NoModifier && watched == Command4) action = finishKey(key->key());
     if (!action) return false;
     event->accept();
     if (!asked) guarded(this, action)();
@@ -47,6 +48,16 @@ std::function<void()> RowPlotEditor::chartKey(int key) {
     }
 }
 
+// The space bar selects, and never ends the work by mistake: "Finished" has Enter.
+std::function<void()> RowPlotEditor::finishKey(int key) {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) return [this] { Command4->click(); };
+    if (key != Qt::Key_Space) return {};
+    return [this] {
+        Chart2D3->setFocus();
+        toggleAtCursor();
+    };
+}
+
 void RowPlotEditor::moveCursor(int step) {
     cursor_ = pointBeside(cursor_, step, along());
     if (cursor_ > 0) showCursor();
@@ -56,7 +67,14 @@ void RowPlotEditor::toggleAtCursor() {
     if (cursor_ > 0) toggle(cursor_);
 }
 
+void RowPlotEditor::hideCursor() {
+    cursorShown_ = false;
+    Chart2D3->hideCross();
+    Chart2D4->hideCross();
+}
+
 void RowPlotEditor::showCursor() {
+    cursorShown_ = true;
     for (Chart2D* const chart : {Chart2D3, Chart2D4}) {
         const Chart2D::Point at = chart->point(Chart2D::kData, 1, cursor_);
         const QPoint pixel = chart->dataToPixel(at.x, at.y).toPoint();

@@ -25,11 +25,40 @@ TickStep tickStep(int index) {
     return {niceNumber(index), std::max(0, -static_cast<int>(std::floor(index / 3.0)))};
 }
 
-double widestLabel(double lower, double upper, const TickStep& ticks, const TickRoom& room) {
-    const double first = std::ceil(lower / ticks.step) * ticks.step;
-    const double last = std::floor(upper / ticks.step) * ticks.step;
-    return std::max(room.labelExtent(tickLabel(first, ticks)), room.labelExtent(tickLabel(last, ticks)));
-}
+constexpr int kFinerSteps = 6;  ///< a hundredth of the step that was too coarse, at most
+
+/// An axis to be given ticks.
+struct Axis {
+    double lower, upper;
+    const TickRoom& room;
+
+    double length() const { return std::max(1.0, room.axisLength); }
+    double range() const { return upper - lower; }
+
+    double widestLabel(const TickStep& ticks) const {
+        const auto [first, last] = tickEnds(lower, upper, ticks.step);
+        return std::max(room.labelExtent(tickLabel(first, ticks)), room.labelExtent(tickLabel(last, ticks)));
+    }
+    bool hasRoom(const TickStep& ticks, double apart, double gap) const {
+        return apart / range() * length() >= widestLabel(ticks) + gap;
+    }
+    bool hasTwo(const TickStep& ticks) const {
+        const auto [first, last] = tickEnds(lower, upper, ticks.step);
+        return last > first;
+    }
+
+    /// The first step that leaves labels apart, from this one on.
+    int readable(int index) const {
+        while (tickStep(index).step < range() && !hasRoom(tickStep(index), tickStep(index).step, room.gap))
+            ++index;
+        return index;
+    }
+    int withTwoTicks(int index) const {
+        while (!hasTwo(tickStep(index)))
+            --index;
+        return index;
+    }
+};
 
 }  // namespace
 
@@ -44,14 +73,22 @@ std::string tickLabel(double value, const TickStep& ticks) {
     return {text.data(), written.ptr};
 }
 
+TickEnds tickEnds(double lower, double upper, double step) {
+    return {std::ceil(lower / step) * step, std::floor(upper / step) * step};
+}
+
 TickStep chooseTickStep(double lower, double upper, const TickRoom& room) {
-    const double range = upper - lower;
-    const double length = std::max(1.0, room.axisLength);
-    int index = indexOfNiceNumberFrom(range * std::min(1.0, room.preferredDistance / length));
-    while (tickStep(index).step < range) {
-        const TickStep ticks = tickStep(index);
-        if (ticks.step / range * length >= widestLabel(lower, upper, ticks, room) + room.gap) break;
-        ++index;
+    const Axis axis{lower, upper, room};
+    const double preferred = axis.range() * std::min(1.0, room.preferredDistance / axis.length());
+    const int wanted = axis.readable(indexOfNiceNumberFrom(preferred));
+    const int index = axis.withTwoTicks(wanted);
+    // Two labels may come closer to each other than many.
+    if (axis.hasRoom(tickStep(index), tickStep(index).step, room.gap / 2)) return tickStep(index);
+    for (int finer = index; finer > index - kFinerSteps; --finer) {
+        TickStep ends = tickStep(finer);
+        ends.endsOnly = true;
+        const auto [first, last] = tickEnds(lower, upper, ends.step);
+        if (axis.hasRoom(ends, last - first, room.gap / 2)) return ends;
     }
-    return tickStep(index);
+    return tickStep(wanted);
 }

@@ -3,11 +3,20 @@
 #include <functional>
 #include <string>
 
-/// Where an axis carries its ticks: at the whole multiples of `step`, labelled with `decimals` decimals.
+/// Where an axis carries its ticks: at the whole multiples of `step`, labelled with `decimals` decimals. With
+/// `endsOnly` only at the first and the last of those that lie on the axis.
 struct TickStep {
     double step = 1;
     int decimals = 0;
+    bool endsOnly = false;
 };
+
+/// The first and the last multiple of the step from `lower` to `upper`; the first is the larger where there
+/// is none.
+struct TickEnds {
+    double first = 0, last = 0;
+};
+TickEnds tickEnds(double lower, double upper, double step);
 
 /// The label of a tick, written in full with a point as decimal sign ("436000.12"); only values whose digits
 /// nobody could read (1e15 and more, or finer than 1e-9) are written as powers of ten.
@@ -23,5 +32,7 @@ struct TickRoom {
 };
 
 /// The step 1, 2 or 5 times a power of ten that comes nearest to the preferred distance without letting two
-/// neighbouring labels touch. Requires lower < upper, both finite.
+/// neighbouring labels touch, and gives the axis two ticks at least. Where labels leave room for no such
+/// step, ticks stand at the ends only; an axis on which not even two labels find room may have one tick or
+/// none. Requires lower < upper, both finite.
 TickStep chooseTickStep(double lower, double upper, const TickRoom& room);

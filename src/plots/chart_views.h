@@ -22,6 +22,7 @@ class ChartViews {
     const Limits& limits(Axis axis) const { return axes_[axis].limits; }
 
     const AxisView& view(Axis axis) const { return axes_[axis].view; }
+    void setView(Axis axis, const AxisView& view) { axes_[axis].view = view; }
     /// Whether a view is another than that of the limits.
     bool isZoomed() const;
     void reset();

@@ -4,7 +4,11 @@
 #include "app/survey.h"
 
 std::string rowHeader(int row, std::int64_t points) {
-    return "Sample Row Plot:  Row #" + std::to_string(row) + " (" + std::to_string(points) +
+    return "Sample Row Plot:  " + shortRowHeader(row, points);
+}
+
+std::string shortRowHeader(int row, std::int64_t points) {
+    return "Row #" + std::to_string(row) + " (" + std::to_string(points) +
            (points > 1 ? " points)" : " point)");
 }
 

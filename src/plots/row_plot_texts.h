@@ -8,6 +8,9 @@
 /// The header of the row map. Requires points >= 0.
 std::string rowHeader(int row, std::int64_t points);
 
+/// The header where there is no room for the whole: row number and count.
+std::string shortRowHeader(int row, std::int64_t points);
+
 inline constexpr const char* kNoPointSelected = "No Point Selected";
 
 /// The read-out of a point of the row profile: coordinate along the row (metres) and ECa (mS/m).

@@ -20,7 +20,9 @@ int RowSelection::entryAt(double horizontal, std::span<const double> along) cons
 }
 
 void RowSelection::append(SiteIndex point) {
-    if (SelCount == kMost) throw RunTimeError::subscriptOutOfRange();
+    if (SelCount == kMost)
+        throw RunTimeError::subscriptOutOfRange().withAdvice(
+            "No more than 101 sites can be selected at a time. Delete these first, then select the others.");
     SelPoints[static_cast<std::size_t>(SelCount++)] = point;
 }
 

@@ -17,7 +17,8 @@ struct RowSelection {
     /// site order.
     int entryAt(double horizontal, std::span<const double> along) const;
 
-    /// Appends a point. Throws subscriptOutOfRange, changing nothing, when kMost are selected already.
+    /// Appends a point. Throws subscriptOutOfRange with advice, changing nothing, when kMost are
+    /// selected already.
     void append(SiteIndex point);
     /// Takes entry 0..SelCount-1 out; later entries move down.
     void remove(int entry);

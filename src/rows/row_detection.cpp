@@ -9,6 +9,10 @@
 
 namespace {
 
+constexpr const char* kFewerRows =
+    "No more than 250 rows can be shown or edited. Choose Delete / Join / Re-calculate Rows in the Edit "
+    "menu and recalculate the row numbering with a larger distance.";
+
 // Sites that are worked on at a time, so that what one loop has written the next finds in the nearest cache.
 constexpr SiteIndex kBlock = 1024;
 
@@ -186,7 +190,7 @@ void Calculate_NumPoints(Survey& survey) {
     for (SiteIndex i = 1; i < survey.NumSites; ++i) {
         if (row[i] == row[i - 1]) continue;
         points[static_cast<std::size_t>(run)] = i - runStart;
-        if (++run > kMaxRows) throw RunTimeError::subscriptOutOfRange();
+        if (++run > kMaxRows) throw RunTimeError::subscriptOutOfRange().withAdvice(kFewerRows);
         runStart = i;
     }
     points[static_cast<std::size_t>(run)] = survey.NumSites - runStart;

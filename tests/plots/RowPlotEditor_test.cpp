@@ -119,7 +119,9 @@ TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
     survey.SiteData(kRow, 250) = 251;
     survey.NumSites = 251;
     survey.NumRows = 251;
-    boxes.tell(u"Subscript out of range"_s);
+    boxes.tell(
+        u"Subscript out of range\nNo more than 250 rows can be shown or edited. Choose Delete / Join / "
+        u"Re-calculate Rows in the Edit menu and recalculate the row numbering with a larger distance."_s);
     openByX(survey);
     EXPECT_FALSE(editor.isVisible());
     EXPECT_FALSE(profile.isVisible());

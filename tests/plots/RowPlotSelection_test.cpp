@@ -182,7 +182,9 @@ TEST_F(RowPlots, Refuse102SelectedPoints) {
         clickPoint(profile, 1, point);
     ASSERT_EQ(editor.selection().SelCount, 101);
     const auto before = selected();
-    boxes.tell(u"Subscript out of range"_s);
+    boxes.tell(
+        u"Subscript out of range\nNo more than 101 sites can be selected at a time. Delete these first, "
+        u"then select the others."_s);
     clickPoint(profile, 1, 110);
     EXPECT_EQ(boxes.pending(), 0);
     EXPECT_EQ(selected(), before);

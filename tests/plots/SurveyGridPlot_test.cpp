@@ -151,7 +151,9 @@ TEST_F(SurveyGrid, OfMoreRowsThanCanBeCountedIsRefused) {
     Survey survey = surveyOfRows(250);
     survey.SiteData(kRow, 749) = 251;
     survey.NumRows = 251;
-    boxes.tell(u"Subscript out of range"_s);
+    boxes.tell(
+        u"Subscript out of range\nNo more than 250 rows can be shown or edited. Choose Delete / Join / "
+        u"Re-calculate Rows in the Edit menu and recalculate the row numbering with a larger distance."_s);
     plot(survey);
     EXPECT_FALSE(chart.isVisible());
 }

@@ -10,6 +10,13 @@ TickRoom room(double length) {
     return {length, 70, 12, [](const std::string& label) { return 7.0 * static_cast<double>(label.size()); }};
 }
 
+// Between two neighbouring labels; 0 where there are not two.
+double distanceOfLabels(double lower, double upper, const TickStep& ticks) {
+    const auto [first, last] = tickEnds(lower, upper, ticks.step);
+    if (last <= first) return 0;
+    return ticks.endsOnly ? last - first : ticks.step;
+}
+
 }  // namespace
 
 TEST(AxisTicks, StepsAreOneTwoOrFiveTimesAPowerOfTen) {
@@ -36,9 +43,40 @@ TEST(AxisTicks, LabelsNeverTouchOnAnyLengthOfAxis) {
             const TickRoom r = room(length);
             const double lower = 436000.12;
             const TickStep ticks = chooseTickStep(lower, lower + range, r);
-            if (ticks.step >= range) continue;
-            const double apart = ticks.step / range * length;
+            const double apart = distanceOfLabels(lower, lower + range, ticks) / range * length;
+            if (apart == 0) continue;
             const double extent = r.labelExtent(tickLabel(lower + range, ticks));
             EXPECT_GE(apart, extent) << length << " pixels, range " << range;
         }
+}
+
+TEST(AxisTicks, AreTwoAtLeastWhereverTwoLabelsFindRoom) {
+    // The longest labels here have eleven letters and signs of seven pixels.
+    for (double length = 185; length < 2000; length += 13)
+        for (double range = 1e-2; range < 1e7; range *= 1.37)
+            for (const double lower : {0.0, -range / 3, 436000.12, 5512000.7}) {
+                const TickStep ticks = chooseTickStep(lower, lower + range, room(length));
+                EXPECT_GT(distanceOfLabels(lower, lower + range, ticks), 0)
+                    << length << " pixels from " << lower << ", range " << range;
+            }
+}
+
+TEST(AxisTicks, AreTwoAtLeastOnALowAxis) {
+    for (double length = 44; length < 400; length += 3)
+        for (double range = 1e-2; range < 1e7; range *= 1.37)
+            for (const double lower : {0.0, -range / 3, 16.5, 5512000.7}) {
+                const TickRoom low{length, 44, 7, [](const std::string&) { return 17.0; }};
+                const TickStep ticks = chooseTickStep(lower, lower + range, low);
+                const double apart = distanceOfLabels(lower, lower + range, ticks) / range * length;
+                EXPECT_GE(apart, 17) << length << " pixels from " << lower << ", range " << range;
+            }
+}
+
+TEST(AxisTicks, StandAtTheEndsAloneWhereLabelsLeaveNoRoomForMore) {
+    const TickStep ticks = chooseTickStep(5512000.35, 5512001.15, room(80));
+    EXPECT_TRUE(ticks.endsOnly);
+    const auto [first, last] = tickEnds(5512000.35, 5512001.15, ticks.step);
+    EXPECT_EQ(tickLabel(first, ticks), "5512000.4");
+    EXPECT_EQ(tickLabel(last, ticks), "5512001.1");
+    EXPECT_FALSE(chooseTickStep(5512000.35, 5512001.15, room(170)).endsOnly);
 }

@@ -10,6 +10,11 @@ TEST(RowPlotTexts, CountTheRowsPoints) {
     EXPECT_EQ(rowHeader(3, 0), "Sample Row Plot:  Row #3 (0 point)");
 }
 
+TEST(RowPlotTexts, KeepRowNumberAndCountInAShortHeader) {
+    EXPECT_EQ(shortRowHeader(12, 345), "Row #12 (345 points)");
+    EXPECT_EQ(shortRowHeader(2, 1), "Row #2 (1 point)");
+}
+
 TEST(RowPlotTexts, ReadOutAPointOfTheProfile) {
     EXPECT_EQ(profileReadout(430012.5, 31.257, true), "UTM X = 430012.50, ECa = 31.26");
     EXPECT_EQ(profileReadout(430012.5, -3, false), "UTM Y = 430012.50, ECa = -3.00");

@@ -59,6 +59,9 @@ TEST(RowSelection, Holds101PointsAndNoMore) {
         ADD_FAILURE() << "the 102nd point was accepted";
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number(), RunTimeError::kSubscript);
+        EXPECT_EQ(error.description(),
+                  "Subscript out of range\nNo more than 101 sites can be selected at a time. Delete these "
+                  "first, then select the others.");
     }
     EXPECT_EQ(selected(selection), before);
     EXPECT_EQ(selection.toggle(50, along), 49);

@@ -300,6 +300,7 @@ TEST(RowCounting, Of251RowsIsARangeErrorThatChangesNothing) {
         FAIL() << "no error";
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.number(), RunTimeError::kSubscript);
+        EXPECT_TRUE(error.description().starts_with("Subscript out of range\nNo more than 250 rows can"));
     }
     EXPECT_EQ(survey.RowIndex, 12);
     EXPECT_EQ(survey.NumPoints, before);

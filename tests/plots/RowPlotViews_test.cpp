@@ -1,0 +1,232 @@
+#include "plots/CustomPlot.h"
+#include "plots/RowPlotEditor.h"
+#include "plots/chart_views.h"
+#include "support/RowPlots.h"
+
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What the horizontal axis shows between the sides of the plot.
+void expectSameHorizontalView(const Chart2D& a, const Chart2D& b) {
+    EXPECT_EQ(a.views().view(ChartViews::kX), b.views().view(ChartViews::kX));
+}
+
+void turnWheel(Chart2D& chart, const QPoint& place, int notches) {
+    QWheelEvent turn(QPointF(place), chart.mapToGlobal(QPointF(place)), {}, {0, 120 * notches}, Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&chart, &turn);
+}
+
+void dragView(Chart2D& chart, const QPoint& from, const QPoint& to) {
+    QTest::mousePress(&chart, Qt::RightButton, Qt::NoModifier, from);
+    QMouseEvent move(QEvent::MouseMove, QPointF(to), chart.mapToGlobal(QPointF(to)), Qt::NoButton,
+                     Qt::RightButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&chart, &move);
+    QTest::mouseRelease(&chart, Qt::RightButton, Qt::NoModifier, to);
+}
+
+void leave(Chart2D& chart) {
+    QEvent left(QEvent::Leave);
+    QCoreApplication::sendEvent(&chart, &left);
+}
+
+// Labelled ticks that lie on an axis as it has been laid out.
+int labels(const QCPAxis& axis) {
+    QVector<double> ticks;
+    QVector<QString> texts;
+    axis.ticker()->generate(axis.range(), QLocale::c(), u'f', 6, ticks, nullptr, &texts);
+    int count = 0;
+    for (qsizetype i = 0; i < ticks.size(); ++i)
+        count += axis.range().contains(ticks[i]) && !texts[i].isEmpty() ? 1 : 0;
+    return count;
+}
+
+void expectTwoLabelsOnEachAxis(const Chart2D& chart) {
+    chart.dataToPixel(0, 0);  // which lays it out
+    const auto* const plot = chart.findChild<QCustomPlot*>();
+    EXPECT_GE(labels(*plot->xAxis), 2) << chart.width() << " pixels wide";
+    EXPECT_GE(labels(*plot->yAxis), 2) << chart.height() << " pixels high";
+}
+
+}  // namespace
+
+TEST_F(RowPlots, TakeTheKeyboardBackFromEveryButtonThatDrawsARow) {
+    openByX(threeRowSurvey());
+    for (const char* button : {"Command2", "Command2", "Command1"}) {
+        click(button);
+        EXPECT_TRUE(profile.hasFocus()) << button;
+    }
+    typeRow(u"3"_s);
+    click("Command3");
+    EXPECT_TRUE(profile.hasFocus());
+    typeRow(u"1"_s);
+    QTest::keyClick(editor.Text1, Qt::Key_Return);
+    EXPECT_TRUE(profile.hasFocus());
+    deletePoints({2});
+    EXPECT_TRUE(profile.hasFocus());
+    click("Command2");
+    deletePoints({1});
+    ASSERT_EQ(theSurvey().NumRows, 2);
+    EXPECT_TRUE(profile.hasFocus());
+}
+
+TEST_F(RowPlots, GoOnWithArrowsAndSpaceAfterADeletion) {
+    openByX(threeRowSurvey());
+    deletePoints({2});
+    QTest::keyClick(main.focusWidget(), Qt::Key_Right);
+    QTest::keyClick(main.focusWidget(), Qt::Key_Space);
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{1});
+}
+
+TEST_F(RowPlots, LeaveTheKeyboardInTheBoxForANumberThatIsRefused) {
+    openByX(threeRowSurvey());
+    typeRow(u"4"_s);
+    boxes.tell(u"Invalid Input: row number out of range"_s);
+    click("Command3");
+    EXPECT_TRUE(editor.Text1->hasFocus());
+}
+
+TEST_F(RowPlots, AreFinishedByEnterAndNeverByTheSpaceBar) {
+    openByX(threeRowSurvey());
+    QTest::keyClick(&profile, Qt::Key_Right);
+    editor.Command4->setFocus();
+    QTest::keyClick(editor.Command4, Qt::Key_Space);
+    EXPECT_TRUE(editor.isVisible());
+    EXPECT_TRUE(profile.hasFocus());
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{1});
+    editor.Command4->setFocus();
+    QTest::keyClick(editor.Command4, Qt::Key_Return);
+    EXPECT_FALSE(editor.isVisible());
+}
+
+TEST_F(RowPlots, ReadOutNothingOnceThePointerHasLeft) {
+    openByX(threeRowSurvey());
+    for (Chart2D* const chart : {&profile, &map}) {
+        pointAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 2));
+        ASSERT_TRUE(chart->footerText().startsWith(u"UTM X = 110.00"_s));
+        leave(*chart);
+        EXPECT_EQ(chart->footerText(), u"No Point Selected"_s);
+        EXPECT_EQ(chart->cursor().shape(), Qt::ArrowCursor);
+    }
+}
+
+TEST_F(RowPlots, KeepTheReadOutOfTheKeysWhenThePointerLeaves) {
+    openByX(threeRowSurvey());
+    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 4));
+    QTest::keyClick(&profile, Qt::Key_Right);
+    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
+    leave(profile);
+    leave(map);
+    EXPECT_EQ(profile.footerText(), u"UTM X = 100.00, ECa = 20.00"_s);
+    EXPECT_EQ(map.footerText(), u"UTM X = 100.00, UTM Y = 10.00"_s);
+    clickPoint(profile, 1, 3);
+    leave(profile);
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+}
+
+TEST_F(RowPlots, LookCloserAlongTheRowTogether) {
+    openByX(threeRowSurvey());
+    const AxisView wholeOnMap = map.views().view(ChartViews::kY);
+    turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 2), 2);
+    EXPECT_TRUE(map.isZoomed());
+    EXPECT_EQ(map.views().view(ChartViews::kY), wholeOnMap);
+    expectSameHorizontalView(profile, map);
+    const AxisView before = map.views().view(ChartViews::kX);
+    dragView(map, map.rect().center(), map.rect().center() + QPoint(40, 0));
+    EXPECT_FALSE(map.views().view(ChartViews::kX) == before);
+    expectSameHorizontalView(map, profile);
+    QTest::keyClick(&map, Qt::Key_Right, Qt::ControlModifier);
+    QTest::keyClick(&profile, Qt::Key_Plus);
+    expectSameHorizontalView(map, profile);
+    QTest::keyClick(&profile, Qt::Key_Home);
+    EXPECT_FALSE(profile.isZoomed());
+    EXPECT_FALSE(map.isZoomed());
+}
+
+TEST_F(RowPlots, LookCloserAtTheReadingsAlone) {
+    openByX(threeRowSurvey());
+    turnWheel(profile, QPoint(3, profile.height() / 2), 2);
+    EXPECT_TRUE(profile.isZoomed());
+    EXPECT_FALSE(map.isZoomed());
+}
+
+TEST_F(RowPlots, KeepTheViewWhenSitesOfTheRowAreDeleted) {
+    for (const int row : {1, 2}) {
+        Survey survey = longRowSurvey(120);
+        if (row == 2)
+            for (SiteIndex i = 40; i < survey.NumSites; ++i)
+                survey.SiteData(kRow, i) = 2;
+        survey.NumRows = row;
+        openByX(survey);
+        if (row == 2) click("Command2");
+        turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 20), 2);
+        const ChartViews seen = profile.views(), seenOnMap = map.views();
+        deletePoints({20});
+        EXPECT_EQ(theSurvey().NumSites, 119);
+        EXPECT_TRUE(profile.isZoomed());
+        for (const auto axis : {ChartViews::kX, ChartViews::kY})
+            EXPECT_EQ(profile.views().view(axis), seen.view(axis));
+        EXPECT_EQ(map.views().view(ChartViews::kX), seenOnMap.view(ChartViews::kX));
+        QTest::keyClick(&profile, Qt::Key_Home);
+        EXPECT_FALSE(profile.isZoomed());
+    }
+}
+
+TEST_F(RowPlots, KeepThePartOfTheRowWhereTheReadingsAreGoneThatWereLookedAt) {
+    Survey survey = longRowSurvey(120);
+    survey.SiteData(kEM1, 19) = 500;
+    openByX(survey);
+    turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 20), 6);
+    const AxisView seen = map.views().view(ChartViews::kX);
+    ASSERT_GT(profile.views().view(ChartViews::kY).lower, 20);
+    deletePoints({20});
+    EXPECT_EQ(profile.views().view(ChartViews::kX), seen);
+    EXPECT_EQ(map.views().view(ChartViews::kX), seen);
+    EXPECT_LT(profile.views().view(ChartViews::kY).lower, 0);
+    EXPECT_LT(profile.views().view(ChartViews::kY).upper, 20);
+}
+
+TEST_F(RowPlots, FitTheRowAnewAfterADeletionUnlessTheUserLooksCloser) {
+    openByX(threeRowSurvey());
+    deletePoints({5});
+    EXPECT_FALSE(profile.isZoomed());
+    expectRange(profile, Chart2D::Axis::X, 98.5, 131.5);
+    turnWheel(map, pixelOf(map, Chart2D::kData, 1, 2), 2);
+    click("Command2");
+    EXPECT_FALSE(map.isZoomed());
+}
+
+TEST_F(RowPlots, HaveTwoLabelsOnEachAxisAtEverySize) {
+    Survey survey = threeRowSurvey();
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        survey.SiteData(kX, i) = 436000 + survey.SiteData(kX, i) / 100;
+        survey.SiteData(kY, i) += 5512000;
+    }
+    openByX(survey);
+    const QSize smallest = profile.minimumSizeHint();
+    for (const bool byX : {true, false}) {
+        (byX ? main.mnuX : main.mnuY)->trigger();
+        for (int step = 0; step < 60; ++step)
+            for (Chart2D* const chart : {&map, &profile}) {
+                for (Chart2D* const both : {&map, &profile})
+                    both->resize(smallest + QSize(11 * step, 7 * step));
+                expectTwoLabelsOnEachAxis(*chart);
+            }
+    }
+}
+
+TEST_F(RowPlots, NameRowAndCountInAHeaderThatMustBeShortened) {
+    openByX(threeRowSurvey());
+    const auto header = [this] {
+        QImage image = map.grab().toImage();
+        return image.copy(QRect(0, 0, image.width(), int(28 * image.devicePixelRatio())));
+    };
+    map.resize(map.minimumSizeHint());
+    const QImage narrow = header();
+    map.setHeaderText(u"Row #1 (5 points)"_s);
+    EXPECT_EQ(narrow, header());
+}
