@@ -249,6 +249,10 @@ void PictureBox::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        const QPointF place = toScale(event->position());
+        Q_EMIT pointerReleased(place.x(), place.y());
+    }
     if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) dragged_.reset();
 }
 

@@ -82,7 +82,8 @@ class PictureBox : public QWidget {
 
   Q_SIGNALS:
     void pointerMoved(double px, double py);
-    void pointerPressed(double px, double py);  ///< left button; both presses of a double click
+    void pointerPressed(double px, double py);   ///< left button; both presses of a double click
+    void pointerReleased(double px, double py);  ///< left button
     void pointerLeft();
     void scaleChanged();
     /// The picture is empty because its size or resolution is new, or shows another scale because the user

@@ -13,12 +13,17 @@
 #include <QScreen>
 #include <QShortcut>
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr double kDotPen = 2;
 constexpr double kRectanglePen = 1;
+constexpr double kDragDistance = 10;  // pixels
 constexpr qint64 kRefreshEvery = 33;  // milliseconds; the eye follows no more
 
 QSize firstSize(const QScreen* screen) {
@@ -27,6 +32,12 @@ QSize firstSize(const QScreen* screen) {
 
 PictureBox::Scale scaleOf(const MapWindow& window) {
     return {window.left, window.top, window.width, window.height};
+}
+
+// A pointer that is dragged may leave the map; what nobody sees is not masked.
+void keepInSight(double& px, double& py, const PictureBox::Scale& shown) {
+    px = std::clamp(px, shown.left, shown.left + shown.width);
+    py = std::clamp(py, shown.top, shown.top + shown.height);
 }
 
 // The busy pointer wherever the pointer is, over the map with its cross too.
@@ -46,9 +57,7 @@ frmClip::frmClip(frmMain& main) : QMainWindow(&main), main_(main) {
     resize(firstSize(screen()));
     mapArea->setMap(picMapZoom);
     picMapZoom->installEventFilter(this);
-    QPalette paper = lblInvitation->palette();
-    paper.setColor(QPalette::WindowText, QColor(0x50, 0x50, 0x50));
-    lblInvitation->setPalette(paper);
+    lblState->installEventFilter(this);
     colourWhileChecked(*optUTM);
     colourWhileChecked(*optLL);
     Form_Load();
@@ -83,6 +92,10 @@ void frmClip::Form_Load() {
     cmdClipOff->setEnabled(false);
     cmdDelete->hide();
     fillComboRow();
+    // White paper: neither a focus nor a scale of the user's before there is a map.
+    picMapZoom->setFocusPolicy(Qt::NoFocus);
+    picMapZoom->setZoomable(false);
+    showState();
 }
 
 void frmClip::connectControls() {
@@ -115,8 +128,12 @@ void frmClip::connectMap() {
         picMapZoom->hideCross();
         guarded(this, [=, this] { picMapZoom_MouseMove(px, py); })();
     });
-    connect(picMapZoom, &PictureBox::pointerPressed, this,
-            [this](double px, double py) { guarded(this, [=, this] { picMapZoom_MouseDown(px, py); })(); });
+    connect(picMapZoom, &PictureBox::pointerPressed, this, [this](double px, double py) {
+        guarded(this, [=, this] { picMapZoom_MouseDown(px, py); })();
+        dragging_ = rectangleIsOpen();
+    });
+    connect(picMapZoom, &PictureBox::pointerReleased, this, guarded(this, [this] { picMapZoom_MouseUp(); }));
+    connect(picMapZoom, &PictureBox::scaleChanged, this, &frmClip::showState);
     connect(picMapZoom, &PictureBox::redrawNeeded, this, &frmClip::redrawBeforeNextPaint);
 }
 
@@ -138,7 +155,9 @@ void frmClip::showCounts() {
 void frmClip::showFullMap(bool TrueScale) {
     SetMapScale(TrueScale);
     mapShown_ = true;
-    lblInvitation->hide();
+    trueScale_ = TrueScale;
+    picMapZoom->setFocusPolicy(Qt::StrongFocus);
+    picMapZoom->setZoomable(true);
     mapArea->keepSquare(TrueScale);
     showZone(kFullMap);
     mnuZ->setEnabled(true);
@@ -149,6 +168,7 @@ void frmClip::showFullMap(bool TrueScale) {
 
 void frmClip::showZone(const MapWindow& window) {
     picMapZoom->setScale(scaleOf(window));
+    showState();
     DisplayMap();
 }
 
@@ -195,14 +215,16 @@ void frmClip::redrawBeforeNextPaint() {
 
 bool frmClip::eventFilter(QObject* watched, QEvent* event) {
     if (watched == picMapZoom && event->type() == QEvent::Paint && redrawPending_) drawSites(Growing::AtOnce);
+    if (watched == lblState && event->type() == QEvent::Resize) reserveStateLine();
     return QMainWindow::eventFilter(watched, event);
 }
 
 // The pointer on the map ------------------------------------------------------------------------------------
 
 void frmClip::picMapZoom_MouseMove(double px, double py) {
-    if (!mapShown_) return;
     if (picMapZoom->cursor().shape() != Qt::CrossCursor) picMapZoom->setCursor(Qt::CrossCursor);
+    if (!mapShown_) return;
+    if (dragging_) keepInSight(px, py, picMapZoom->scale());
     cross_ = QPointF(px, py);
     showLocation(px, py);
     if (!ClipMode || !rectangleIsOpen()) return;
@@ -220,6 +242,7 @@ void frmClip::showLocation(double px, double py) {
 
 void frmClip::picMapZoom_MouseDown(double px, double py) {
     if (!ClipMode) return;
+    dragging_ = false;
     if (rectangleIsOpen()) {
         picMapZoom->setPenWidth(kRectanglePen);
         picMapZoom->hideRubberBand();
@@ -232,6 +255,15 @@ void frmClip::picMapZoom_MouseDown(double px, double py) {
     }
     ClickPhase = -ClickPhase;
     cmdClipOff->setEnabled(!rectangleIsOpen());
+    showState();
+}
+
+// A rectangle that has been dragged open is complete. One that is hardly larger than a shaking hand makes it
+// waits for its second click.
+void frmClip::picMapZoom_MouseUp() {
+    if (!std::exchange(dragging_, false)) return;
+    const QPointF drawn = picMapZoom->toPixel(CornerX, CornerY) - picMapZoom->toPixel(AnchorX, AnchorY);
+    if (std::hypot(drawn.x(), drawn.y()) > kDragDistance) picMapZoom_MouseDown(CornerX, CornerY);
 }
 
 void frmClip::MaskSites(double& x1, double& y1, double& x2, double& y2) {
@@ -251,6 +283,7 @@ void frmClip::cmdClipOn_Click() {
         menu->setEnabled(false);
     cmdDelete->hide();
     frameHLR->hide();
+    showState();
 }
 
 void frmClip::cmdClipOff_Click() {
@@ -261,6 +294,7 @@ void frmClip::cmdClipOff_Click() {
     mnuV->setEnabled(true);
     mnuZ->setEnabled(true);
     frameHLR->show();
+    showState();
     if (masked_ == 0) return;
     mnuR->setEnabled(true);
     cmdDelete->show();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plots/map_state.h"
 #include "plots/site_masking.h"
 #include "ui_frmClip.h"
 
@@ -12,7 +13,8 @@ class frmMain;
 
 /// The map of the full survey: zones of the field are looked at, sites in rectangles drawn with the mouse or
 /// by keyboard are masked, and masked sites are restored or deleted for good. Three states: the map is not
-/// shown yet, browsing, and clipping, within which a rectangle may be open. Edits theSurvey(), which nothing
+/// shown yet, browsing, and clipping, within which a rectangle may be open: from its first click to its
+/// second or, when the pointer is dragged, to the release of the button. Edits theSurvey(), which nothing
 /// else may change while the window is open.
 class frmClip : public QMainWindow, public Ui::frmClip {
     Q_OBJECT
@@ -28,6 +30,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void cmdDelete_Click();
     void picMapZoom_MouseMove(double px, double py);
     void picMapZoom_MouseDown(double px, double py);
+    void picMapZoom_MouseUp();
     void DisplayMap();
 
   Q_SIGNALS:
@@ -65,6 +68,10 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void deleteSites();
     void followDeletion(SiteIndex sitesBefore);
     void checkRows();
+    MapState state() const;
+    QString zoneShown() const;
+    void showState();
+    void reserveStateLine();
     bool rectangleIsOpen() const { return ClickPhase == -1; }
     void escape();
     void abandonRectangle();
@@ -81,6 +88,8 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     SiteIndex masked_ = 0;
     SiteIndex deleted_ = 0;  ///< since the window opened
     bool mapShown_ = false;
+    bool trueScale_ = false;
+    bool dragging_ = false;  ///< the button that set the first corner is still pressed
     bool redrawPending_ = false;
     bool crossShown_ = false;
     std::optional<QPointF> cross_;  ///< where pointer or cross was last, on the map

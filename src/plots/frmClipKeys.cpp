@@ -22,8 +22,10 @@ void frmClip::escape() {
 
 void frmClip::abandonRectangle() {
     ClickPhase = 1;
+    dragging_ = false;
     picMapZoom->hideRubberBand();
     cmdClipOff->setEnabled(true);
+    showState();
 }
 
 void frmClip::keyPressEvent(QKeyEvent* event) {

@@ -251,7 +251,9 @@ bool RandomSession::choose(const QString& item, bool wantsRows) {
         reached_.note("too many rows for a view");
         rowDialog_ = true;
     } else if (wantsRows && survey_.rowSizes().size() > 250 && item != u"mnuStat"_s) {
-        expect(u"Subscript out of range"_s);
+        expect(
+            u"Subscript out of range\nNo more than 250 rows can be shown or edited. Choose Delete / Join / "
+            u"Re-calculate Rows in the Edit menu and recalculate the row numbering with a larger distance."_s);
         reached_.note("a view of more rows than there may be");
         chooseItem(*main_, item);
         return false;

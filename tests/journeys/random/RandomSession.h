@@ -76,7 +76,8 @@ class RandomSession {
     static void movePointer(QWidget& widget, const QPoint& pixel);
     static void turnWheel(QWidget& widget, const QPoint& pixel, int notches);
     /// Moves the pointer with the right button down.
-    static void drag(QWidget& widget, const QPoint& from, const QPoint& to);
+    static void drag(QWidget& widget, const QPoint& from, const QPoint& to,
+                     Qt::MouseButton button = Qt::RightButton);
     /// Presses a key on a control of a window in front, "frmMain.Chart2D3 Del".
     void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static void bringToFront(QWidget& window);
@@ -158,6 +159,7 @@ class RandomSession {
     bool canDelete() const { return editing_ && delete_; }
     void openRowPlots();
     void stepRow();
+    void compareKeyboardOfRowPlots();
     void plotRowNumber();
     void pickPoints();
     void pickPoint(Chart2D& chart);

@@ -3,6 +3,7 @@
 #include "journeys/random/RandomSession.h"
 #include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
+#include "plots/chart_views.h"
 #include "support/UserDriver.h"
 
 #include <QTest>
@@ -49,6 +50,9 @@ void RandomSession::lookCloser() {
     auto& chart =
         editing_ ? chance(60) ? *editor_->Chart2D3 : *editor_->Chart2D4 : controlAs<Chart2D>(*main_, chart_);
     lookCloser(chart);
+    if (editing_ &&
+        !(editor_->Chart2D3->views().view(ChartViews::kX) == editor_->Chart2D4->views().view(ChartViews::kX)))
+        differ("map and profile show different parts of the row");
 }
 
 // The view changes, the limits that were set never do.

@@ -28,10 +28,10 @@ void RandomSession::movePointer(QWidget& widget, const QPoint& pixel) {
     sendMouse(widget, QEvent::MouseMove, pixel, Qt::NoButton, Qt::NoButton);
 }
 
-void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to) {
-    sendMouse(widget, QEvent::MouseButtonPress, from, Qt::RightButton, Qt::RightButton);
-    sendMouse(widget, QEvent::MouseMove, to, Qt::NoButton, Qt::RightButton);
-    sendMouse(widget, QEvent::MouseButtonRelease, to, Qt::RightButton, Qt::NoButton);
+void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to, Qt::MouseButton button) {
+    sendMouse(widget, QEvent::MouseButtonPress, from, button, button);
+    sendMouse(widget, QEvent::MouseMove, to, Qt::NoButton, button);
+    sendMouse(widget, QEvent::MouseButtonRelease, to, button, Qt::NoButton);
 }
 
 void RandomSession::turnWheel(QWidget& widget, const QPoint& pixel, int notches) {
@@ -71,7 +71,8 @@ void RandomSession::wantKeys() {
         for (const char* const key : {"Left", "Right", "Up", "Down", "Space", "Del", "Home", "+", "-",
                                       "Ctrl+Left", "Ctrl+Right", "Ctrl+Up", "Ctrl+Down"})
             reached_.want(std::string("frmMain.") + chart + " " + key);
-    reached_.want("frmMain.Text1 Return");
+    for (const char* const key : {"Text1 Return", "Command4 Return", "Command4 Space"})
+        reached_.want(std::string("frmMain.") + key);
     for (const char* const key :
          {"Left", "Right", "Up", "Down", "Shift+Left", "Shift+Right", "Shift+Up", "Shift+Down", "Return", "+",
           "-", "Ctrl+Left", "Ctrl+Right", "Ctrl+Up", "Ctrl+Down"})
@@ -92,7 +93,8 @@ void RandomSession::wantSituations() {
          {"too many rows from an import", "too many rows from a recalculation", "too many rows for a view",
           "a view of more rows than there may be", "overflow of an import", "overflow of a recalculation",
           "overflow of a view", "no sites left", "a row emptied", "row information lost",
-          "more points picked than may be", "a point picked on a closer look", "a printer that fails",
-          "a page that cannot be written", "a page printed", "an export that fails", "an editor that fails"})
+          "more points picked than may be", "a rectangle dragged", "a point picked on a closer look",
+          "a printer that fails", "a page that cannot be written", "a page printed", "an export that fails",
+          "an editor that fails"})
         reached_.want(situation);
 }

@@ -195,6 +195,14 @@ void RandomSession::drawRectangle(Map& map) {
     if (chance(25)) {
         from = walkOverMap(map);
         pressKey(map.box, Qt::Key_Return);
+    } else if (chance(30)) {
+        if (touchesSite(map, from, to)) return;
+        reached_.note("a rectangle dragged");
+        movePointer(map.box, from);
+        drag(map.box, from, to, Qt::LeftButton);
+        // A press that hardly moves is a click.
+        const QPoint by = to - from;
+        if (std::hypot(by.x(), by.y()) > 10) return maskInside(map, from, to);
     } else {
         movePointer(map.box, from);
         compareReadout(map, from);

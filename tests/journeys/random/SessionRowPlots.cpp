@@ -68,6 +68,12 @@ void RandomSession::stepRow() {
         clickOn(*editor_, forward ? u"Command2"_s : u"Command1"_s);
     // The next row has moved up into the number of a row that was emptied.
     showRow(!forward ? row_ - 1 : emptied_ ? row_ : row_ + 1);
+    compareKeyboardOfRowPlots();
+}
+
+// Whichever button has drawn a row, the keys that move along it work at once.
+void RandomSession::compareKeyboardOfRowPlots() {
+    same("the keyboard on the profile", main_->focusWidget() == editor_->Chart2D3, true);
 }
 
 void RandomSession::plotRowNumber() {
@@ -108,7 +114,9 @@ void RandomSession::plotRowNumber() {
         pressKey(*editor_->Text1, Qt::Key_Return);
     else
         clickOn(*editor_, u"Command3"_s);
-    if (valid) showRow(static_cast<int>(typed));
+    if (!valid) return;
+    showRow(static_cast<int>(typed));
+    compareKeyboardOfRowPlots();
 }
 
 void RandomSession::pickPoints() {
@@ -228,6 +236,11 @@ void RandomSession::walkAlongRow() {
         pressKey(chart, Qt::Key_Space);
         toggleModel(cursor_);
     }
+    if (chance(10) && isPickedAt(along(cursor_))) {
+        // The space bar selects, wherever the keyboard has come to.
+        pressKey(*editor_->Command4, Qt::Key_Space);
+        toggleModel(cursor_);
+    }
     // A button that is disabled has no key either.
     if (!delete_ && chance(50)) pressKey(chart, Qt::Key_Delete);
 }
@@ -242,7 +255,10 @@ void RandomSession::pickMoreThanAllowed() {
         ++cursor_;
         if (isPickedAt(along(cursor_))) continue;
         const bool full = picked_.size() == kMostPicked;
-        if (full) expect(u"Subscript out of range"_s);
+        if (full)
+            expect(
+                u"Subscript out of range\nNo more than 101 sites can be selected at a time. Delete these "
+                u"first, then select the others."_s);
         pressKey(chart, Qt::Key_Space);
         if (full) return reached_.note("more points picked than may be");
         toggleModel(cursor_);
@@ -261,6 +277,7 @@ void RandomSession::deletePoints() {
     deletePlainSites(survey_, row_, chosen);
     if (survey_.empty()) survey_.rowIndex = 0;
     statisticsFollow();
+    compareKeyboardOfRowPlots();
     const bool emptied = chosen.size() == sites.size();
     if (emptied) reached_.note("a row emptied");
     if (!emptied && row_ == 1)
@@ -276,7 +293,10 @@ void RandomSession::deletePoints() {
 }
 
 void RandomSession::finishRowPlots() {
-    clickOn(*editor_, u"Command4"_s);
+    if (chance(30))
+        pressKey(*editor_->Command4, Qt::Key_Return);
+    else
+        clickOn(*editor_, u"Command4"_s);
     plotsHidden();
     setMenus(true, {"mnuData"});
 }

@@ -1,0 +1,55 @@
+#include "plots/frmClip.h"
+
+#include <QAction>
+
+#include <algorithm>
+
+// The line under the map: what can be done now, and what part of the field is shown.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString lineOf(MapState state, const QString& zone, bool trueScale) {
+    const QString text = frmClip::tr(mapStateText(state));
+    if (state == MapState::NotShown) return text;
+    return frmClip::tr("%1 Shown: %2, %3 resolution.")
+        .arg(text, zone, trueScale ? frmClip::tr("true") : frmClip::tr("max"));
+}
+
+}  // namespace
+
+MapState frmClip::state() const {
+    if (!mapShown_) return MapState::NotShown;
+    if (!ClipMode) return MapState::Browsing;
+    return rectangleIsOpen() ? MapState::SecondCorner : MapState::FirstCorner;
+}
+
+QString frmClip::zoneShown() const {
+    const auto [left, top, width, height] = picMapZoom->scale();
+    const MapWindow shown{left, top, width, height};
+    if (shown == kFullMap) return tr("full map");
+    for (const MapZone& zone : kMapZones)
+        if (zone.window == shown)
+            return findChild<QAction*>(QLatin1StringView(zone.item.data(), qsizetype(zone.item.size())))
+                ->text()
+                .remove(u'&');
+    return tr("a view of your own");
+}
+
+void frmClip::showState() {
+    lblState->setText(lineOf(state(), zoneShown(), trueScale_));
+}
+
+// The line has the room of the longest text, so that no text changes the size of the map.
+void frmClip::reserveStateLine() {
+    const QRect width(0, 0, lblState->width(), 0);
+    int height = 0;
+    for (const MapState state :
+         {MapState::NotShown, MapState::Browsing, MapState::FirstCorner, MapState::SecondCorner}) {
+        const QString text = lineOf(state, mnuZc13h->text(), true);
+        height =
+            std::max(height, lblState->fontMetrics().boundingRect(width, Qt::TextWordWrap, text).height());
+    }
+    lblState->setFixedHeight(height);
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+/// What the map waits for.
+enum class MapState { NotShown, Browsing, FirstCorner, SecondCorner };
+
+/// What the user can do in this state, in one line.
+const char* mapStateText(MapState state);

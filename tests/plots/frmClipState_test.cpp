@@ -1,0 +1,197 @@
+#include "plots/ClipWindow.h"
+
+#include <QWheelEvent>
+
+namespace {
+
+const QString kFirst = u"Click the first corner of a rectangle, or drag over it. Finished ends clipping. "_s;
+const QString kSecond = u"Click the second corner, or press Esc to give the rectangle up. "_s;
+const QString kBegin = u"Clip Grid begins to mask sites in rectangles. "_s;
+const QString kFull = u"Shown: full map, max resolution."_s;
+
+void send(QWidget& widget, QEvent::Type type, const QPoint& pixel, Qt::MouseButton button,
+          Qt::MouseButtons buttons) {
+    QMouseEvent event(type, QPointF(pixel), widget.mapToGlobal(QPointF(pixel)), button, buttons,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+}  // namespace
+
+class ClipWindowState : public ClipWindow {
+  protected:
+    QString line() const { return window->lblState->text(); }
+
+    void pressAt(const QPoint& place) {
+        send(*window->picMapZoom, QEvent::MouseButtonPress, place, Qt::LeftButton, Qt::LeftButton);
+    }
+    void dragTo(const QPoint& place) {
+        send(*window->picMapZoom, QEvent::MouseMove, place, Qt::NoButton, Qt::LeftButton);
+    }
+    void releaseAt(const QPoint& place) {
+        send(*window->picMapZoom, QEvent::MouseButtonRelease, place, Qt::LeftButton, Qt::NoButton);
+    }
+    void drag(const QPoint& from, const QPoint& to) {
+        moveTo(from);
+        pressAt(from);
+        dragTo(to);
+        releaseAt(to);
+    }
+    void clipOnFullMap() {
+        openOnFullMap();
+        click(window->cmdClipOn);
+    }
+};
+
+TEST_F(ClipWindowState, IsToldUnderThePicture) {
+    open();
+    EXPECT_EQ(line(), u"Choose a full map in the View menu."_s);
+    EXPECT_GE(window->lblState->mapTo(window, QPoint()).y(),
+              window->mapArea->mapTo(window, QPoint(0, window->mapArea->height())).y());
+    choose(u"mnuFullMapMax"_s);
+    EXPECT_EQ(line(), kBegin + kFull);
+    click(window->cmdClipOn);
+    EXPECT_EQ(line(), kFirst + kFull);
+    moveTo(pixel(0.2, 0.2));
+    press(pixel(0.2, 0.2));
+    EXPECT_EQ(line(), kSecond + kFull);
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(line(), kFirst + kFull);
+    mask(5, 95, 15, 105);
+    EXPECT_EQ(line(), kFirst + kFull);
+    click(window->cmdClipOff);
+    EXPECT_EQ(line(), kBegin + kFull);
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+}
+
+TEST_F(ClipWindowState, NamesTheZoneThatIsShown) {
+    openOnFullMap();
+    choose(u"mnuFullMapTrue"_s);
+    EXPECT_EQ(line(), kBegin + u"Shown: full map, true resolution."_s);
+    for (const MapZone& zone : kMapZones) {
+        const QString item = QString::fromLatin1(zone.item.data(), qsizetype(zone.item.size()));
+        choose(item);
+        const QString caption = plainText(window->findChild<QAction*>(item)->text());
+        EXPECT_EQ(line(), kBegin + u"Shown: %1, true resolution."_s.arg(caption));
+    }
+    QTest::keyClick(window->picMapZoom, Qt::Key_Plus);
+    EXPECT_EQ(line(), kBegin + u"Shown: a view of your own, true resolution."_s);
+    choose(u"mnuFullMapMax"_s);
+    EXPECT_EQ(line(), kBegin + kFull);
+}
+
+TEST_F(ClipWindowState, NeverChangesTheSizeOfTheMap) {
+    openOnFullMap();
+    for (const int width : {window->minimumSizeHint().width(), 640, 800, 980}) {
+        window->resize(width, 600);
+        QCoreApplication::processEvents();
+        choose(u"mnuFullMapMax"_s);
+        const QSize map = window->picMapZoom->size();
+        choose(u"mnuZc13h"_s);
+        click(window->cmdClipOn);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window->picMapZoom->size(), map) << width;
+        EXPECT_GE(window->lblState->height(), window->lblState->heightForWidth(window->lblState->width()));
+        click(window->cmdClipOff);
+    }
+}
+
+TEST_F(ClipWindowState, IsWhitePaperBeforeAMapIsChosen) {
+    open();
+    QTest::mouseMove(window->picMapZoom, QPoint(100, 100));
+    EXPECT_EQ(window->picMapZoom->cursor().shape(), Qt::CrossCursor);
+    QWheelEvent turn(QPointF(50, 50), window->picMapZoom->mapToGlobal(QPointF(50, 50)), {}, {0, 120},
+                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window->picMapZoom, &turn);
+    QTest::keyClick(window, Qt::Key_Plus);
+    EXPECT_EQ(window->picMapZoom->scale(), (PictureBox::Scale{0, 0, 1, 1}));
+    EXPECT_EQ(window->txtXloc->text(), QString());
+    const QImage shown = picture().convertToFormat(QImage::Format_RGB32);
+    QImage white(shown.size(), QImage::Format_RGB32);
+    white.setDevicePixelRatio(shown.devicePixelRatio());
+    white.fill(Qt::white);
+    EXPECT_EQ(shown, white);
+    EXPECT_TRUE(window->picMapZoom->findChildren<QWidget*>().isEmpty());
+}
+
+TEST_F(ClipWindowState, CompletesARectangleThatIsDragged) {
+    clipOnFullMap();
+    drag(pixelOfSite(5, 105), pixelOfSite(15, 99.2));
+    EXPECT_EQ(window->lblMS->text(), u"1"_s);
+    EXPECT_TRUE(window->cmdClipOff->isEnabled());
+    EXPECT_TRUE(shows(kLightYellow));
+    EXPECT_EQ(line(), kFirst + kFull);
+    moveTo(pixel(0.9, 0.9));
+    EXPECT_FALSE(shows(kGreen));
+    drag(pixelOfSite(31, 120.8), pixelOfSite(15, 115));
+    EXPECT_EQ(window->lblMS->text(), u"3"_s);
+    click(window->cmdClipOff);
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+}
+
+TEST_F(ClipWindowState, WaitsForTheSecondClickAfterAPressThatHardlyMoved) {
+    clipOnFullMap();
+    const QPoint from = pixelOfSite(5, 105);
+    drag(from, from + QPoint(6, 8));
+    EXPECT_FALSE(window->cmdClipOff->isEnabled());
+    EXPECT_EQ(line(), kSecond + kFull);
+    QTest::keyClick(window, Qt::Key_Escape);
+    drag(from, from + QPoint(7, 8));
+    EXPECT_TRUE(window->cmdClipOff->isEnabled());
+    EXPECT_EQ(line(), kFirst + kFull);
+}
+
+TEST_F(ClipWindowState, TakesTheCornerOfTheLastMoveWhereADragEnds) {
+    clipOnFullMap();
+    moveTo(pixelOfSite(5, 105));
+    pressAt(pixelOfSite(5, 105));
+    dragTo(pixelOfSite(15, 99.2));
+    releaseAt(pixelOfSite(31, 99.2));
+    EXPECT_EQ(window->lblMS->text(), u"1"_s);
+    pressAt(pixelOfSite(5, 115));
+    releaseAt(pixelOfSite(31, 99.2));
+    EXPECT_FALSE(window->cmdClipOff->isEnabled());
+    QTest::keyClick(window, Qt::Key_Escape);
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+}
+
+TEST_F(ClipWindowState, CompletesWithTheSecondClickAndNotWithItsRelease) {
+    clipOnFullMap();
+    moveTo(pixelOfSite(5, 105));
+    press(pixelOfSite(5, 105));
+    moveTo(pixelOfSite(15, 99.2));
+    pressAt(pixelOfSite(15, 99.2));
+    EXPECT_EQ(window->lblMS->text(), u"1"_s);
+    dragTo(pixelOfSite(31, 120));
+    releaseAt(pixelOfSite(31, 120));
+    EXPECT_EQ(window->lblMS->text(), u"1"_s);
+    EXPECT_TRUE(window->cmdClipOff->isEnabled());
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+}
+
+TEST_F(ClipWindowState, GivesUpARectangleThatIsBeingDragged) {
+    clipOnFullMap();
+    moveTo(pixelOfSite(5, 105));
+    pressAt(pixelOfSite(5, 105));
+    dragTo(pixelOfSite(15, 99.2));
+    QTest::keyClick(window, Qt::Key_Escape);
+    releaseAt(pixelOfSite(15, 99.2));
+    EXPECT_EQ(window->lblMS->text(), u"0"_s);
+    EXPECT_EQ(line(), kFirst + kFull);
+}
+
+TEST_F(ClipWindowState, MasksNothingOutOfSightWhereADragLeavesTheMap) {
+    openOnFullMap();
+    choose(u"mnuZnw"_s);
+    click(window->cmdClipOn);
+    // From between the first two columns of sites beyond the right and the lower edge of the quadrant.
+    const QPoint from = pixelOfSite(5, 120.8);
+    drag(from, QPoint(window->picMapZoom->width() + 900, window->picMapZoom->height() + 900));
+    EXPECT_EQ(window->lblMS->text(), u"1"_s);
+    boxes.ask(true, kExitQuestion);
+    closeWindow();
+}
