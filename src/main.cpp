@@ -3,6 +3,7 @@
 #include "main.h"
 
 #include "analysis/LagDistancePlot.h"
+#include "analysis/applied_adjustments.h"
 #include "analysis/frmAdjustData.h"
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
@@ -172,6 +173,7 @@ class Program : public QObject {
 
     void surveyReplaced(const ImportSummary& summary) {
         imported_ = summary;
+        theAppliedAdjustments() = {};
         takeAwayRowDialog();
         main_.hidePlots();
         followSurvey();

@@ -19,6 +19,10 @@ void changeColumn(Survey& survey, SiteColumn column, Change change) {
         readings[i] = change(readings[i]);
 }
 
+AppliedAdjustment& appliedTo(AdjustmentOutcome& outcome, SiteColumn column) {
+    return column == kEM1 ? outcome.applied.em1 : outcome.applied.em2;
+}
+
 void shiftAsTyped(Survey& survey, SiteColumn column, const std::string& text, double& total,
                   AdjustmentOutcome& outcome) {
     const auto shift = numericValue(text);
@@ -28,6 +32,7 @@ void shiftAsTyped(Survey& survey, SiteColumn column, const std::string& text, do
     }
     addConstant(survey, column, *shift, total);
     outcome.readingsChanged = true;
+    appliedTo(outcome, column).shift = *shift;
 }
 
 struct ScaleRefusals {
@@ -47,6 +52,7 @@ void scaleAsTyped(Survey& survey, SiteColumn column, const std::string& text, co
     }
     scaleColumn(survey, column, *factor);
     outcome.readingsChanged = true;
+    appliedTo(outcome, column).factor = *factor;
 }
 
 void scaleAllAsTyped(Survey& survey, const AdjustmentRequest& request, AdjustmentOutcome& outcome) {

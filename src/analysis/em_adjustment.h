@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/applied_adjustments.h"
 #include "app/survey.h"
 
 #include <string>
@@ -32,7 +33,8 @@ struct AdjustmentRequest {
 /// How far an adjustment came.
 struct AdjustmentOutcome {
     bool readingsChanged = false;
-    std::string_view refusal;  ///< why it ended early, in the words for the user; empty when it was done
+    AppliedAdjustments applied;  ///< what has been done to each reading
+    std::string_view refusal;    ///< why it ended early, in the words for the user; empty when it was done
 };
 
 /// Checks and applies an adjustment step by step: a factor of EM2 that is refused leaves EM1 scaled.

@@ -74,6 +74,7 @@ frmAdjustData::frmAdjustData(QWidget* parent) : QDialog(parent) {
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
 
     chooseAddEM1();
+    showTotals();
     try {
         refresh();
     } catch (const RunTimeError& error) {
@@ -143,8 +144,32 @@ void frmAdjustData::cmdCompute_Click() {
 
 void frmAdjustData::computeAndRefresh(AdjustmentOutcome& outcome) {
     const Hourglass hourglass(this);
-    adjustReadings(theSurvey(), theSession(), request(), outcome);
-    if (outcome.refusal.empty()) refresh();
+    lblNotice->clear();
+    try {
+        adjustReadings(theSurvey(), theSession(), request(), outcome);
+    } catch (...) {
+        // The readings of EM1 may have been changed before those of EM2 were refused.
+        showApplied(outcome);
+        throw;
+    }
+    showApplied(outcome);
+    if (!outcome.refusal.empty()) return;
+    // Whoever presses Enter once more ends the work and does not adjust again.
+    cmdFinished->setFocus();
+    refresh();
+}
+
+// Said before anything else can fail: nobody shall apply an adjustment again because its figures are missing.
+void frmAdjustData::showApplied(const AdjustmentOutcome& outcome) {
+    if (!outcome.readingsChanged) return;
+    theAppliedAdjustments() = theAppliedAdjustments().then(outcome.applied);
+    showCaption(lblNotice, QString::fromStdString(stepText(outcome.applied)));
+    showTotals();
+}
+
+void frmAdjustData::showTotals() {
+    showCaption(lblTotals,
+                QString::fromStdString(totalsText(theAppliedAdjustments(), theSurvey().TwoEMColumns)));
 }
 
 void frmAdjustData::refresh() {

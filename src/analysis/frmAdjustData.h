@@ -29,6 +29,8 @@ class frmAdjustData : public QDialog, public Ui::frmAdjustData {
     AdjustmentRequest request() const;
     void cmdCompute_Click();
     void computeAndRefresh(AdjustmentOutcome& outcome);
+    void showApplied(const AdjustmentOutcome& outcome);
+    void showTotals();
     void refresh();
     void showEM1(const ReadingSummary& em1);
     void showEM2(const ReadingSummary& em2);

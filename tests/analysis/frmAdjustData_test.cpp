@@ -33,6 +33,7 @@ class AdjustmentWindow : public testing::Test {
   protected:
     void SetUp() override {
         theSession() = Session{};
+        theAppliedAdjustments() = {};
         theSurvey() = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 6});
     }
     void TearDown() override {
@@ -239,7 +240,7 @@ TEST_F(AdjustmentWindow, ComputeOnceMoreAddsOnceMore) {
     type(window().txtAdjEC2, "4");
     QTest::keyClick(window().txtAdjEC2, Qt::Key_Return);
     EXPECT_EQ(window().txtAdjEC2->text(), u"4"_s);
-    QTest::keyClick(window().txtAdjEC2, Qt::Key_Return);
+    compute();
     EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{9, 10, 11, 14}));
     EXPECT_EQ(theSession().EMAdjustTotalB, 8);
     EXPECT_EQ(em2(), (Texts{"4", "11.00", "2.16", "9.00", "14.00", "0"}));
@@ -327,6 +328,9 @@ TEST_F(AdjustmentWindow, AConstantEM1IsReportedOnceAndLeavesTheWindowUsable) {
     boxes_.tell(u"Division by zero"_s);
     compute();
     EXPECT_EQ(boxes_.pending(), 0);
+    EXPECT_EQ(window().lblNotice->text(), u"1 has been added to every EM1 reading."_s);
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 + 1, EM2 unchanged"_s);
+    EXPECT_TRUE(window().cmdFinished->hasFocus());
     EXPECT_EQ(em1(), (Texts{"3", "8.00", "0.00", "8.00", "8.00", "0"}));
     EXPECT_EQ(theSession().EMAdjustTotalA, 1);
     EXPECT_EQ(changes(), 1);
@@ -416,4 +420,75 @@ TEST_F(AdjustmentWindow, TabFollowsTheEyeAndEnterComputes) {
         EXPECT_EQ(QApplication::focusWidget(), expected);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
+}
+
+TEST_F(AdjustmentWindow, SaysThatAnAdjustmentHasBeenMadeBeforeTheErrorThatFollows) {
+    theSurvey() = surveyOfReadings({-3});
+    boxes_.tell(u"Division by zero"_s);
+    open();
+    type(window().txtAdjEC1, "2.5");
+    QApplication::processEvents();
+    const TextAtPaint notice(*window().lblNotice, *window().lblNotice);
+    boxes_.tell(u"Division by zero"_s);
+    compute();
+    EXPECT_EQ(notice.texts, QStringList{u"2.5 has been added to every EM1 reading."_s});
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 + 2.5"_s);
+}
+
+TEST_F(AdjustmentWindow, ShowsWhatHasBeenAppliedSinceTheImportAlsoWhenOpenedAgain) {
+    open();
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 unchanged, EM2 unchanged"_s);
+    EXPECT_EQ(window().lblNotice->text(), QString());
+    choose(window().optAddEM2);
+    type(window().txtAdjEC2, "-2.5");
+    compute();
+    EXPECT_EQ(window().lblNotice->text(), u"-2.5 has been added to every EM2 reading."_s);
+    choose(window().optScale);
+    type(window().txtScale1, "2");
+    type(window().txtScale2, "0.5");
+    compute();
+    EXPECT_EQ(window().lblNotice->text(),
+              u"Every EM1 reading has been multiplied by 2. Every EM2 reading has been multiplied by 0.5."_s);
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 x 0.5 - 1.25"_s);
+    window().close();
+    open();
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 x 0.5 - 1.25"_s);
+}
+
+TEST_F(AdjustmentWindow, TellsOfWhatWasDoneBeforeARefusalAndOfNothingAfterOneAtOnce) {
+    open();
+    choose(window().optScale);
+    type(window().txtScale1, "2");
+    type(window().txtScale2, "0");
+    boxes_.tell(u"Error! EM2 Scale factor must be >= 0.01"_s);
+    compute();
+    EXPECT_EQ(window().lblNotice->text(), u"Every EM1 reading has been multiplied by 2."_s);
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
+    EXPECT_FALSE(window().cmdFinished->hasFocus());
+    type(window().txtScale1, "x");
+    boxes_.tell(u"Error! Non-numeric EM1 scale factor detected."_s);
+    compute();
+    EXPECT_EQ(window().lblNotice->text(), QString());
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
+}
+
+TEST_F(AdjustmentWindow, IsFinishedByASecondEnter) {
+    open();
+    type(window().txtAdjEC1, "2");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_TRUE(window().cmdFinished->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{12, 22, 2, -2}));
+}
+
+TEST_F(AdjustmentWindow, ComputesOnEnterAgainOnceAnotherNumberIsTyped) {
+    open();
+    type(window().txtAdjEC1, "2");
+    compute();
+    type(window().txtAdjEC1, "3");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(theSession().EMAdjustTotalA, 5);
 }
