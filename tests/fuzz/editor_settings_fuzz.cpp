@@ -26,8 +26,10 @@ struct SettingsFolder {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const SettingsFolder folder;
+    const std::string input = fuzzInput(data, size);
+    const TimeBudget budget(input.size());
     std::ofstream(folder.path + "/VARN_te_fio_info.dat", std::ios::binary)
-        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+        .write(input.data(), static_cast<std::streamsize>(input.size()));
     Session session;
     session.AppDir = folder.path;
     ReadTEinfo(session);

@@ -31,7 +31,9 @@ void requireRows(const GenericImportResult& result) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    FuzzBytes bytes(data, size);
+    const std::string input = fuzzInput(data, size);
+    const TimeBudget budget(input.size());
+    FuzzBytes bytes(input);
     GenericOptions options;
     const std::size_t format = bytes.byte();
     options.layout = kGenericLayouts[format % kGenericLayouts.size()];
@@ -45,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     parameters.chooseDistance(1);
     try {
         const GenericImportResult result = importGenericFile(options, parameters);
-        requireSites(options, result, size);
+        requireSites(options, result, input.size());
         requireRows(result);
     } catch (const RunTimeError& error) {
         require(error.number() == RunTimeError::kOverflow);

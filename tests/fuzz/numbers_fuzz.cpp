@@ -55,7 +55,8 @@ void requireRounded(double value) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text = FuzzBytes(data, size).rest();
+    const std::string text = fuzzInput(data, size);
+    const TimeBudget budget(text.size());
     const auto value = numericValue(text);
     const double leading = leadingNumber(text);
     require(std::isfinite(leading));

@@ -92,7 +92,9 @@ void requireRows(TrimbleImportResult result) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    FuzzBytes bytes(data, size);
+    const std::string input = fuzzInput(data, size);
+    const TimeBudget budget(input.size());
+    FuzzBytes bytes(input);
     TrimbleOptions options = optionsOf(bytes);
     const MemoryFile file(bytes.rest());
     options.path = file.path();
