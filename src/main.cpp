@@ -35,7 +35,6 @@
 #include <QLocale>
 #include <QScopeGuard>
 #include <QShortcut>
-#include <QStandardPaths>
 
 #include <functional>
 
@@ -287,9 +286,8 @@ int main(int argc, char** argv) {
     Application::setApplicationName(u"varn-tessel"_s);
     Application::setDesktopFileName(u"varn-tessel"_s);
     Application::setWindowIcon(programIcon());
-    findProgramDirectories(
-        theSession(), Application::applicationDirPath().toStdString(),
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString() + "/varn-tessel");
+    const std::string data = userDataFolder();
+    findProgramDirectories(theSession(), executableFolder(), data.empty() ? data : data + "/varn-tessel");
     setRefusedSettings(ReadTEinfo(theSession()));
     const auto window = createProgram();
     const ProgramEnd end([&window] { return window->mayLeave(); });

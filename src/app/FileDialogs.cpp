@@ -1,10 +1,8 @@
 #include "app/FileDialogs.h"
 
+#include "app/AnyNameDialog.h"
 #include "app/OpenBox.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QPointer>
 
 #include <utility>
@@ -17,9 +15,9 @@ FileResponder& currentResponder() {
 }
 
 // On the heap, because its parent owns it.
-QFileDialog* makeDialog(QWidget* parent, const FileQuestion& question) {
-    auto* const made = new QFileDialog(parent, question.caption);
-    QFileDialog& dialog = *made;
+AnyNameDialog* makeDialog(QWidget* parent, const FileQuestion& question) {
+    auto* const made = new AnyNameDialog(parent, question.caption);
+    AnyNameDialog& dialog = *made;
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setAcceptMode(question.toSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(question.toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -32,11 +30,11 @@ QFileDialog* makeDialog(QWidget* parent, const FileQuestion& question) {
 
 QString showOnScreen(QWidget* parent, const FileQuestion& question) {
     const OpenBox open(parent);
-    const QPointer<QFileDialog> dialog = makeDialog(parent, question);
+    const QPointer<AnyNameDialog> dialog = makeDialog(parent, question);
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    const QStringList chosen = dialog && accepted ? dialog->selectedFiles() : QStringList();
+    const QString chosen = dialog && accepted ? dialog->chosen() : QString();
     delete dialog;
-    return chosen.value(0);
+    return chosen;
 }
 
 QString respond(QWidget* parent, const FileQuestion& question) {
@@ -64,12 +62,4 @@ QStringList nameFilters(const QString& filter) {
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
         filters << QStringLiteral("%1 (%2)").arg(parts[i], parts[i + 1]);
     return filters;
-}
-
-std::string toPath(const QString& path) {
-    return QFile::encodeName(QDir::toNativeSeparators(path)).toStdString();
-}
-
-QString fromPath(const std::string& path) {
-    return QFile::decodeName(QByteArray::fromStdString(path));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/FileNames.h"
+
 #include <QString>
 
 #include <functional>
@@ -33,7 +35,3 @@ void setFileResponder(FileResponder responder);
 
 /// The filter as Qt's dialogs take it, one text for each pair; the description is shown as it stands.
 QStringList nameFilters(const QString& filter);
-
-/// Between the paths of dialogs and those of the standard library (bytes, UTF-8).
-std::string toPath(const QString& path);
-QString fromPath(const std::string& path);

@@ -1,5 +1,6 @@
 #include "app/Guarded.h"
 
+#include "app/FileNames.h"
 #include "app/MessageBox.h"
 #include "app/run_time_error.h"
 
@@ -12,7 +13,7 @@ QString descriptionOfCurrentException() {
     try {
         throw;
     } catch (const RunTimeError& error) {
-        return QString::fromStdString(error.description());
+        return fromPath(error.description());
     } catch (const std::bad_alloc&) {
         return QString::fromStdString(RunTimeError::outOfMemory().description());
     } catch (const std::exception& error) {

@@ -8,13 +8,14 @@
 #include "app/survey.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QPointer>
 #include <QScopeGuard>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -31,14 +32,18 @@ RunTimeError unreadable(const QString& path, const QString& reason) {
 
 QByteArray readDocument(const QString& path) {
     // Looked at before it is opened: reading from a pipe might wait for ever.
-    const QFileInfo info(path);
-    if (!info.isFile())
-        throw unreadable(path, info.isDir() ? u"it is a folder"_s : u"it is not a regular file"_s);
-    if (info.size() > kLargestDocument) throw unreadable(path, u"it is too large for a help document"_s);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) throw RunTimeError::file(toPath(path), "cannot be read", errno);
+    const std::string name = toPath(path);  // which Qt can open only when it is Unicode
+    struct stat status {};
+    if (::stat(name.c_str(), &status) != 0) throw RunTimeError::file(name, "cannot be read", errno);
+    if (!S_ISREG(status.st_mode))
+        throw unreadable(path, S_ISDIR(status.st_mode) ? u"it is a folder"_s : u"it is not a regular file"_s);
+    if (status.st_size > kLargestDocument) throw unreadable(path, u"it is too large for a help document"_s);
+    const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) throw RunTimeError::file(name, "cannot be read", errno);
+    QFile file;
+    file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError) throw RunTimeError::file(toPath(path), "cannot be read", errno);
+    if (file.error() != QFile::NoError) throw RunTimeError::file(name, "cannot be read", errno);
     return bytes;
 }
 
@@ -65,10 +70,9 @@ frmHelpTesl& viewer() {
 void openHelp(QWidget* from, int document) {
     const QString path =
         fromPath(theSession().AppDir) + u"/helpdocs/hdoc%1.rtf"_s.arg(document, 3, 10, QChar(u'0'));
-    if (!QFileInfo::exists(path)) {
-        tell(from, u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-                       QDir::toNativeSeparators(path));
+    if (::access(toPath(path).c_str(), F_OK) != 0) {
+        tell(from, u"Warning!  File resource error.  VARN can not find the following file:\n"_s + path);
         return;
     }
-    viewer().showDocument(readDocument(path), QFileInfo(path).fileName(), document, from);
+    viewer().showDocument(readDocument(path), path.section(u'/', -1), document, from);
 }

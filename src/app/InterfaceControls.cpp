@@ -7,9 +7,9 @@
 #include "app/survey.h"
 
 #include <QAction>
-#include <QFileInfo>
 
 #include <cerrno>
+#include <filesystem>
 #include <unistd.h>
 #include <utility>
 
@@ -67,7 +67,8 @@ void showResolution(QAction& dpi300, QAction& dpi600, QAction& dpi1200) {
 
 void mnuEL_Click() {
     const std::string log = theSession().DataDir + "/error_log.dat";
-    if (!QFileInfo::exists(fromPath(log))) throw RunTimeError::file(log, "cannot be opened", ENOENT);
+    std::error_code error;
+    if (!std::filesystem::exists(log, error)) throw RunTimeError::file(log, "cannot be opened", ENOENT);
     startTextEditor(log);
 }
 
@@ -86,7 +87,7 @@ void mnusetDTE_Click(QWidget* parent) {
     const bool none = chosen.isEmpty();
     if (!none) requireProgram(toPath(chosen));
     const QString editor = none ? kDefaultEditor : chosen + u' ';
-    theSession().TextEditor = editor.toStdString();
+    theSession().TextEditor = toPath(editor);
     tell(parent, (none ? u"Note: the text editor has been reset to the default program "_s
                        : u"Note: the new selected text editor is "_s) +
                      editor);

@@ -1,5 +1,6 @@
 #include "app/MessageBox.h"
 
+#include "app/FileNames.h"
 #include "app/OpenBox.h"
 
 #include <QApplication>
@@ -67,11 +68,11 @@ bool respond(QWidget* parent, const MessageBox& message) {
 }  // namespace
 
 void tell(QWidget* parent, const QString& text, const QString& title) {
-    respond(parent, {title, text, false});
+    respond(parent, {title, legible(text), false});
 }
 
 bool ask(QWidget* parent, const QString& text, const QString& title) {
-    return respond(parent, {title, text, true});
+    return respond(parent, {title, legible(text), true});
 }
 
 void beep() {

@@ -1,9 +1,30 @@
 #include "app/program_directories.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+std::string absolutePathIn(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value == '/' ? value : "";
+}
+
+}  // namespace
+
+std::string executableFolder() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path().string();
+}
+
+std::string userDataFolder() {
+    const std::string folder = absolutePathIn("XDG_DATA_HOME");
+    const std::string home = absolutePathIn("HOME");
+    return !folder.empty() || home.empty() ? folder : home + "/.local/share";
+}
 
 void findProgramDirectories(Session& session, const std::string& executableDir,
                             const std::string& userDataDir) {

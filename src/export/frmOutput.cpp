@@ -104,7 +104,7 @@ void frmOutput::Command1_Click() {
     const QString chosen = askSaveFile(this, u"Specify the Output File Name"_s, kFileFilter);
     if (chosen.isEmpty()) return;
     outputPath_ = toPath(chosen);
-    Text2->setText(fromPath(outputPath_));
+    Text2->setText(legible(fromPath(outputPath_)));
     Text2->setToolTip(Text2->text());
     Command2->setEnabled(true);
     Command2->setFocus();

@@ -14,11 +14,11 @@
 #include "import/import_report.h"
 
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -29,7 +29,7 @@ constexpr int kHelpDocument = 106;
 // The first file of what was dropped; empty when it holds none.
 QString droppedFile(const QMimeData& data) {
     for (const QUrl& url : data.urls())
-        if (url.isLocalFile()) return url.toLocalFile();
+        if (const QString path = localPath(url); !path.isEmpty()) return path;
     return {};
 }
 
@@ -131,7 +131,7 @@ void frmGeneric::report(const GenericImportResult& result) {
 }
 
 void frmGeneric::replaceSurvey(GenericImportResult& result) {
-    theSession().InputFileName = toPath(QFileInfo(fromPath(inputPath())).absoluteFilePath());
+    theSession().InputFileName = std::filesystem::absolute(inputPath()).lexically_normal().string();
     theSession().DataSaved = false;
     theSurvey() = std::move(result.survey);
     Q_EMIT imported(result.summary);
@@ -154,11 +154,7 @@ void frmGeneric::reportRows(const GenericImportResult& result) {
 
 // A file copied in a file manager is pasted as an address, a path copied in a terminal may bring blanks.
 std::string frmGeneric::inputPath() const {
-    const QString text = txtGFile->text();
-    if (isInputFile(toPath(text))) return toPath(text);
-    const QString trimmed = text.trimmed();
-    const QUrl address(trimmed);
-    return toPath(address.isLocalFile() ? address.toLocalFile() : trimmed);
+    return pathMeantBy(txtGFile->text());
 }
 
 GenericLayout frmGeneric::chosenLayout() const {

@@ -74,7 +74,7 @@ void frmGeneric::readBeginning() {
             firstBytes_ = readFirstBytes(path, kFirstBytes);
             kind_ = recogniseFileKind(std::string_view(firstBytes_));
         } catch (const RunTimeError& error) {
-            problem_ = fromPath(error.description());
+            problem_ = legible(fromPath(error.description()));
         }
     tellKind();
     showPreview();

@@ -5,7 +5,6 @@
 #include "plots/RowPlotEditor.h"
 
 #include <QDate>
-#include <QFileInfo>
 #include <QPainter>
 
 #include <algorithm>
@@ -25,7 +24,7 @@ void drawTitle(QPainter& painter, const QRectF& line, int row) {
     QFont font = painter.font();
     font.setPixelSize(static_cast<int>(line.height() * kTitleSize / kTitleHeight));
     painter.setFont(font);
-    const QString file = QFileInfo(fromPath(theSession().InputFileName)).fileName();
+    const QString file = legible(fromPath(theSession().InputFileName).section(u'/', -1));
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, RowPlotEditor::tr("Row #%1").arg(row));
     painter.drawText(line, Qt::AlignHCenter | Qt::AlignVCenter, file);
     painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, QDate::currentDate().toString(Qt::ISODate));

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -108,5 +109,43 @@ TEST(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
     {
         const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::No);
         EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
+    }
+}
+
+TEST(FileDialogs, TakeTypedNamesThatAreNotUnicode) {
+    TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "Gel\xE4nde");
+    const std::string file = folder / "Gel\xE4nde/fr\xFCh.dat";
+    writeFile(file, "x");
+    const QString address = QString::fromLatin1(QByteArray::fromStdString(file).toPercentEncoding("/"));
+    for (const QString& typed : {legible(fromPath(file)), fromPath(file), u"file://"_s + address}) {
+        const DialogTypist typist(typed);
+        EXPECT_EQ(toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles)), file);
+    }
+    for (const char* none : {"Gel\xE4nde/none\xFC.dat", "Gel\xE4nde", "none\xE4/out.dat"}) {
+        const DialogTypist typist(legible(fromPath(folder / none)));
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    }
+    writeFile(folder / "früh.dat", "x");
+    const DialogTypist typist(u"file://"_s + fromPath(folder / "früh.dat"));
+    EXPECT_EQ(toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles)), folder / "früh.dat");
+}
+
+TEST(FileDialogs, AskBeforeAFileWhoseNameIsNotUnicodeIsReplaced) {
+    TemporaryFolder folder;
+    const std::string file = folder / "fr\xFCh.txt";
+    const QString typed = legible(fromPath(file));
+    {
+        const DialogTypist typist(typed, QMessageBox::No);
+        EXPECT_EQ(toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles)), file);  // there is none yet
+    }
+    writeFile(file, "x");
+    {
+        const DialogTypist typist(typed, QMessageBox::No);
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
+    }
+    {
+        const DialogTypist typist(typed, QMessageBox::Yes);
+        EXPECT_EQ(toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles)), file);
     }
 }

@@ -26,7 +26,7 @@ class TextEditor : public testing::Test {
         const std::string path = folder / name;
         writeFile(path, "#!/bin/sh\n[ \"$1\" = -w ] && shift\nprintf '%s' \"$1\" > \"$0.opened\"\n");
         std::filesystem::permissions(path, std::filesystem::perms::all);
-        return QString::fromStdString(path);
+        return fromPath(path);
     }
     TemporaryFolder folder;
 };
@@ -132,5 +132,35 @@ TEST_F(TextEditor, ThatTheDesktopDoesNotFindIsReported) {
         QTest::qWait(100);  // for a box that nobody expects
         std::filesystem::remove(asked);
     }
+    qputenv("PATH", before);
+}
+
+TEST_F(TextEditor, AndTheFileMayHaveNamesThatAreNotUnicode) {
+    const std::string editor = folder /
+                               "\xE9"
+                               "diteur";
+    program(
+        "\xE9"
+        "diteur");
+    theSession().TextEditor = editor + " -w ";
+    const std::string name = folder / "Gel\xE4nde.dat";
+    writeFile(name, "");
+    startTextEditor(name);
+    const std::string opened = editor + ".opened";
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return std::filesystem::exists(opened) && !readFile(opened).empty(); }));
+    EXPECT_EQ(readFile(opened), name);
+}
+
+TEST_F(TextEditor, OfTheDesktopIsGivenTheAddressOfAFileWhoseNameIsNotUnicode) {
+    writeFile(folder / "xdg-open", "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.asked\"\n");
+    std::filesystem::permissions(folder / "xdg-open", std::filesystem::perms::all);
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(folder / "") + ":" + before);
+    theSession().TextEditor = "c:\\Windows\\write.exe ";
+    startTextEditor(folder / "Gel\xE4nde ü.dat");
+    const std::string asked = folder / "xdg-open.asked";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(asked) && !readFile(asked).empty(); }));
+    EXPECT_EQ(readFile(asked), "file://" + folder.path() + "/Gel%E4nde%20%C3%BC.dat");
     qputenv("PATH", before);
 }

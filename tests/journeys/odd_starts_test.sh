@@ -62,9 +62,21 @@ start with_a_folder_for_settings
 machine with_settings_of_a_gigabyte
 truncate -s 1G "$work/with_settings_of_a_gigabyte/program/VARN_te_fio_info.dat"
 start with_settings_of_a_gigabyte
+
+# What is not Unicode in its folder's name: an installed program makes its user's folder when it starts.
+foreign=$(printf 'gel\344nde')
+mkdir -p "$work/$foreign/program" "$work/$foreign/home"
+cp "$program" "$work/$foreign/program/varn-tessel"
+mkdir "$work/$foreign/share" && cp -r "$help" "$work/$foreign/share/varn-tessel"
+chmod 777 "$work/$foreign/home"
+start "$foreign"
 wait
 
 failures=0
+if [ ! -d "$work/$foreign/home/.local/share/varn-tessel" ]; then
+    echo "FAILED    in a folder whose name is not Unicode the installed program made no folder for its user"
+    failures=1
+fi
 for name in "${names[@]}"; do
     status=$(cat "$work/$name/status")
     complaints=$(grep -iE 'error|warning|cannot|could not|failed' "$work/$name/said")

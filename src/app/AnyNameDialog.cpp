@@ -1,0 +1,68 @@
+#include "app/AnyNameDialog.h"
+
+#include "app/FileNames.h"
+#include "app/MessageBox.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+QLineEdit* nameBox(const QFileDialog& dialog) {
+    return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+}
+
+}  // namespace
+
+// What is typed, when it is a name that Qt's own dialog does not take; else empty.
+std::string AnyNameDialog::typedName() const {
+    const QLineEdit* const box = nameBox(*this);
+    if (box == nullptr) return {};
+    const QString text = box->text();
+    const std::string path = pathMeantBy(text, toPath(directory().absolutePath()));
+    const bool isAddress = text.trimmed().startsWith(QStringLiteral("file:"));
+    const bool isForeign = legible(fromPath(path)) != fromPath(path);
+    return (isAddress || isForeign) && takes(path) ? path : std::string();
+}
+
+bool AnyNameDialog::takes(const std::string& path) const {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::exists(status)) return !fs::is_directory(status);
+    return acceptMode() == AcceptSave && fs::is_directory(fs::path(path).parent_path(), error);
+}
+
+// In the words of Qt's own question.
+bool AnyNameDialog::mayReplace(const std::string& path) {
+    const QString name = fromPath(fs::path(path).filename().string());
+    return ask(this, tr("%1 already exists.\nDo you want to replace it?").arg(name), windowTitle());
+}
+
+void AnyNameDialog::accept() {
+    const std::string path = typedName();
+    if (path.empty()) return QFileDialog::accept();
+    std::error_code error;
+    if (acceptMode() == AcceptSave && fs::exists(path, error) && !mayReplace(path)) return;
+    typed_ = fromPath(path);
+    QDialog::accept();
+}
+
+// Qt disables the button while a name stands in the box that it does not know.
+void AnyNameDialog::enableAccept() {
+    auto* const buttons = findChild<QDialogButtonBox*>();
+    if (buttons == nullptr || typedName().empty()) return;
+    for (QAbstractButton* button : buttons->buttons())
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole) button->setEnabled(true);
+}
+
+void AnyNameDialog::showEvent(QShowEvent* event) {
+    // Behind what Qt has connected.
+    if (const QLineEdit* const box = nameBox(*this))
+        connect(box, &QLineEdit::textChanged, this, &AnyNameDialog::enableAccept, Qt::UniqueConnection);
+    QFileDialog::showEvent(event);
+}

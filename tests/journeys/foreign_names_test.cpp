@@ -1,0 +1,157 @@
+// A program, a survey and files whose names are not Unicode, because another system has written them: all of
+// it works, by choosing, typing, dropping and pasting, and every name can be read in what is shown.
+#include "app/FileNames.h"
+#include "support/LoadedProgram.h"
+#include "support/UserDriver.h"
+
+#include <QDragEnterEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class ForeignNames : public testing::Test, protected LoadedProgram {
+  protected:
+    ForeignNames() {
+        fs::create_directory(place);
+        fs::copy(std::string(TESSEL_SOURCE_DIR) + "/helpdocs", place + "/helpdocs");
+        theSession().AppDir = theSession().DataDir = place;
+        writeFile(place + "/fr\xFCh.csv", "1,2,30,1\n2,2,31,1\n");
+        writeFile(place + "/fr\xFCh.dat",
+                  "1000000 2000000      12\r\n1000001 2000000      13\r\nnothing\r\n");
+    }
+
+    // An editor that writes down what it has been given.
+    std::string startedEditor() {
+        const std::string editor = place +
+                                   "/\xE9"
+                                   "diteur";
+        writeFile(editor, "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.new\" && mv \"$0.new\" \"$0.opened\"\n");
+        fs::permissions(editor, fs::perms::all);
+        theSession().TextEditor = editor + " ";
+        return editor + ".opened";
+    }
+    static std::string whatIsOpened(const std::string& note) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return fs::exists(note); }));
+        const std::string opened = readFile(note);
+        fs::remove(note);
+        return opened;
+    }
+
+    void importGeneric(const std::function<void(QWidget&)>& name) {
+        chooseItem(*main, u"mnuOpen2"_s);
+        QWidget& window = shownWindow(u"frmGeneric"_s);
+        name(window);
+        clickOn(window, u"optCF_0"_s);
+        boxes.tell(u"There are 2 valid records in this file."_s, u"VARN-Tessel File Import Message"_s);
+        clickOn(window, u"cmdImport"_s);
+        waitUntilClosed(u"frmGeneric"_s);
+        EXPECT_EQ(theSurvey().NumSites, 2);
+        EXPECT_EQ(theSession().InputFileName, place + "/fr\xFCh.csv");
+    }
+
+    const std::string place = folder / "Gel\xE4nde";
+    const QString csv = fromPath(place + "/fr\xFCh.csv");
+    const QString address =
+        u"file://"_s + QString::fromLatin1(QByteArray::fromStdString(toPath(csv)).toPercentEncoding("/"));
+};
+
+}  // namespace
+
+TEST_F(ForeignNames, GoThroughImportLogAndExport) {
+    boxes.tell(
+        u"There are  2 valid records in this file.\n\nThere are  1 records in this file\n"
+        u"containing non-numeric or invalid numeric values.\n\n"
+        u"Please refer to the error_log.dat text file for more details."_s,
+        u"VARN-Tesl File Import Message"_s);
+    importTrimbleFile(*main, {fromPath(place + "/fr\xFCh.dat"),
+                              u"20"_s,
+                              {},
+                              {u"1"_s, u"7"_s},
+                              {u"9"_s, u"15"_s},
+                              {u"17"_s, u"24"_s},
+                              {}});
+    EXPECT_EQ(theSurvey().NumSites, 2);
+    EXPECT_EQ(readFile(place + "/error_log.dat"), "Line # 3 nothing  -> non-numeric X-coord data\r\n");
+    const std::string note = startedEditor();
+    chooseItem(*main, u"mnuEL"_s);
+    EXPECT_EQ(whatIsOpened(note), place + "/error_log.dat");
+    boxes.tell(u"Output data saved to "_s + fromPath(folder.path()) + u"/Gel\\xE4nde/aus\\xFC.txt"_s,
+               u"VARN-Tesl"_s);
+    exportTransectFile(*main, fromPath(place + "/aus\xFC.txt"), u"1"_s, [&](QWidget& window) {
+        EXPECT_EQ(controlAs<QLineEdit>(window, u"Text2"_s).text(),
+                  fromPath(folder.path()) + u"/Gel\\xE4nde/aus\\xFC.txt"_s);
+    });
+    EXPECT_EQ(readFile(place + "/aus\xFC.txt").find(" 1000000 "), 0U);
+}
+
+TEST_F(ForeignNames, AreTakenByTheGenericImportHoweverTheyAreGiven) {
+    importGeneric([this](QWidget& window) {
+        setFileResponder([this](const FileQuestion&) { return csv; });
+        clickOn(window, u"cmdBrowse"_s);
+    });
+    for (const QString& typed : {legible(csv), address, u" "_s + address + u" "_s})
+        importGeneric([&](QWidget& window) { typeInto(window, u"txtGFile"_s, typed); });
+    importGeneric([&](QWidget& window) {
+        QMimeData dropped;
+        dropped.setData(u"text/uri-list"_s, address.toLatin1() + "\r\n");
+        QWidget& box = control(window, u"txtGFile"_s);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&box, &enter);
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&box, &drop);
+        EXPECT_EQ(toPath(controlAs<QLineEdit>(window, u"txtGFile"_s).text()), toPath(csv));
+    });
+}
+
+TEST_F(ForeignNames, OfTheProgramsFolderStillLeadToItsHelp) {
+    const std::string note = startedEditor();
+    chooseItem(*main, u"mnuHmain1"_s);
+    QWidget& help = shownWindow(u"frmHelpTesl"_s);
+    clickOn(help, u"Command1"_s);
+    EXPECT_EQ(whatIsOpened(note), place + "/helpdoc.rtf");
+    EXPECT_EQ(readFile(place + "/helpdoc.rtf"), readFile(place + "/helpdocs/hdoc101.rtf"));
+    help.close();
+    fs::remove(place + "/helpdocs/hdoc102.rtf");
+    boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+               fromPath(folder.path()) + u"/Gel\\xE4nde/helpdocs/hdoc102.rtf"_s);
+    chooseItem(*main, u"mnuHmain2"_s);
+}
+
+TEST_F(ForeignNames, AreTakenForPrintedPages) {
+    setDefaultPrinterName([] { return QString(); });
+    setFileResponder([this](const FileQuestion&) { return fromPath(place + "/p\xE4ge.pdf"); });
+    theSession().InputFileName = place + "/fr\xFCh.dat";
+    chooseItem(*main, u"mnuX"_s);
+    clickOn(*main, u"Command6"_s);
+    EXPECT_EQ(readFile(place + "/p\xE4ge.pdf").find("%PDF"), 0U);
+}
+
+TEST_F(ForeignNames, AreTakenForATextEditor) {
+    const std::string note = startedEditor();
+    const std::string editor = theSession().TextEditor;
+    const QString chosen = fromPath(editor.substr(0, editor.size() - 1));
+    theSession().TextEditor = "/nowhere ";
+    setFileResponder([&](const FileQuestion&) { return chosen; });
+    boxes.ask(true,
+              u"Note: you should use the PELR program if you wish to perminantly\n"
+              u"change the default text editor used by all VARN programs.\n\n"
+              u"However, you can temporarily reset the text editor now (for this session only).\n\n"
+              u"Would you like to temporarily reset the current, default text editor?"_s);
+    boxes.tell(u"Note: the new selected text editor is "_s + fromPath(folder.path()) +
+               u"/Gel\\xE4nde/\\xE9diteur "_s);
+    chooseItem(*main, u"mnusetDTE"_s);
+    EXPECT_EQ(theSession().TextEditor, editor);
+    writeFile(place + "/error_log.dat", "log");
+    chooseItem(*main, u"mnuEL"_s);
+    EXPECT_EQ(whatIsOpened(note), place + "/error_log.dat");
+}
