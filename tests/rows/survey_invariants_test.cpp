@@ -1,0 +1,39 @@
+#include "support/survey_invariants.h"
+
+#include "support/made_survey.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+
+namespace {
+
+Survey sound() {
+    return madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {9, 2, 32, 42, 2}});
+}
+
+}  // namespace
+
+TEST(SurveyInvariants, HoldForASoundSurveyAndForNone) {
+    EXPECT_EQ(brokenInvariant(sound()), "");
+    EXPECT_EQ(brokenInvariant(Survey{}), "");
+}
+
+TEST(SurveyInvariants, DoNotHoldForASurveyThatIsDamaged) {
+    const std::pair<std::function<void(Survey&)>, const char*> damages[] = {
+        {[](Survey& s) { s.NumSites = s.SiteData.capacity() + 1; }, "NumSites"},
+        {[](Survey& s) { s.SiteID.pop_back(); }, "SiteID"},
+        {[](Survey& s) { s.TrueDist.resize(1); }, "distances"},
+        {[](Survey& s) { s.SiteData(kEM1, 1) = std::numeric_limits<double>::quiet_NaN(); }, "column 2"},
+        {[](Survey& s) { s.SiteData(kRow, 1) = 2; }, "row 1"},
+        {[](Survey& s) { s.NumPoints[2] = 0; }, "row 2"},
+        {[](Survey& s) { s.NumRows = s.RowIndex = 1; }, "behind"},
+        {[](Survey& s) { s.NumRows = 7; }, "NumRows"},
+    };
+    for (const auto& [damage, part] : damages) {
+        Survey survey = sound();
+        damage(survey);
+        EXPECT_NE(brokenInvariant(survey).find(part), std::string::npos) << part;
+    }
+}

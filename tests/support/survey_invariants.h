@@ -1,0 +1,9 @@
+#pragma once
+
+#include "app/survey.h"
+
+#include <string>
+
+/// What holds for a survey at every moment between two events, whatever the user has done. Gives what does
+/// not hold, or nothing.
+std::string brokenInvariant(const Survey& survey);
