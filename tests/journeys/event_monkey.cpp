@@ -36,7 +36,6 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     Application application(argc, argv);
     Application::setStyle(u"Fusion"_s);
-    Application::setQuitOnLastWindowClosed(false);
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOption({u"seed"_s, u"Seed of the choices."_s, u"number"_s, u"1"_s});

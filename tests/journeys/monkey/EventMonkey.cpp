@@ -83,7 +83,7 @@ void EventMonkey::act() {
     if (!broken.empty() || sent_ >= end_) return QApplication::exit();
     keepFileDialogsInTheFolder();
     window_ = chooseWindow();
-    if (!window_) return;
+    if (!window_) return QApplication::exit();  // the last one has been closed
     int chosen = below(1000);
     for (const Choice& choice : choices()) {
         chosen -= choice.weight;
