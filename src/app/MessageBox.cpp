@@ -1,6 +1,7 @@
 #include "app/MessageBox.h"
 
 #include "app/FileNames.h"
+#include "app/MessageKind.h"
 #include "app/OpenBox.h"
 
 #include <QApplication>
@@ -32,10 +33,24 @@ void keepLines(QMessageBox& box) {
     label->setMinimumWidth(std::min(wanted, box.screen()->availableSize().width() * 2 / 3));
 }
 
+QMessageBox::Icon iconOf(const MessageBox& message) {
+    switch (messageKind(message.text, message.question)) {
+        case MessageKind::Question:
+            return QMessageBox::Question;
+        case MessageKind::Warning:
+            return QMessageBox::Warning;
+        case MessageKind::Error:
+            return QMessageBox::Critical;
+        case MessageKind::Information:
+            break;
+    }
+    return QMessageBox::Information;
+}
+
 // On the heap, because its parent owns it.
 QMessageBox* makeBox(QWidget* parent, const MessageBox& message) {
-    const auto icon = message.question ? QMessageBox::Question : QMessageBox::Information;
-    auto* const made = new QMessageBox(icon, message.title, message.text, QMessageBox::NoButton, parent);
+    auto* const made =
+        new QMessageBox(iconOf(message), message.title, message.text, QMessageBox::NoButton, parent);
     QMessageBox& box = *made;
     // Plain, because a path or a line of a file may hold what looks like markup.
     box.setTextFormat(Qt::PlainText);
