@@ -20,11 +20,12 @@
 #include "app/program_directories.h"
 #include "app/run_time_error.h"
 #include "app/survey.h"
+#include "app/survey_facts.h"
 #include "app/survey_fingerprint.h"
 #include "export/frmOutput.h"
 #include "import/TrimbleImport.h"
 #include "import/frmGeneric.h"
-#include "import/import_summary.h"
+#include "import/import_notices.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
@@ -32,11 +33,11 @@
 #include "rows/frmStat.h"
 #include "rows/row_detection.h"
 
-#include <QLocale>
 #include <QScopeGuard>
 #include <QShortcut>
 
 #include <functional>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +60,12 @@ class Program : public QObject {
                 [this](const ImportSummary& summary) { surveyReplaced(summary); });
         connect(&import_, &TrimbleImport::tooManyRows, this, [this] { showRowDialog(); });
         connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { followSurvey(); });
+        main_.describeWith([this] { return description(); });
+        connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
+            if (!imported_.path.empty()) main_.descriptionChanged();
+        });
+        connect(main_.surveySummary, &SurveySummary::logRequested, this,
+                guarded(&main_, [] { mnuEL_Click(); }));
     }
 
   private:
@@ -215,24 +222,13 @@ class Program : public QObject {
     }
 
     void describeSurvey() {
-        const Survey& survey = theSurvey();
-        const QString sites = counted(survey.NumSites, u"site"_s);
-        if (survey.NumSites == 0)
-            main_.setInvitation(u"The survey has no sites."_s);
-        else if (rowsAreUsable(survey))
-            main_.setInvitation(u"%1 in %2\nThe Plot menu shows them, the Edit menu cleans them."_s.arg(
-                sites, counted(survey.NumRows, u"row"_s)));
-        else if (survey.RowIndex > kMaxRows)
-            main_.setInvitation(
-                u"%1, in too many rows\n"
-                u"Edit, then “Delete / Join / Re-calculate Rows” takes a larger distance"_s.arg(sites));
-        else
-            main_.setInvitation(
-                u"%1, with row numbers that are of no use\nImport another sensor file"_s.arg(sites));
+        facts_.reset();
+        main_.descriptionChanged();
     }
 
-    static QString counted(qlonglong number, const QString& what) {
-        return QLocale::c().toString(number) + u' ' + (number == 1 ? what : what + u's');
+    SurveyDescription description() {
+        if (!facts_) facts_ = surveyFacts(theSurvey());
+        return ::describeSurvey(theSurvey(), *facts_, imported_, main_.mnuEL->isEnabled());
     }
 
     int helpOfView() const {
@@ -265,8 +261,9 @@ class Program : public QObject {
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
-    std::uint64_t exported_ = 0;  // the survey as it was written last
-    ImportSummary imported_;      // of the import that the survey comes from
+    std::uint64_t exported_ = 0;        // the survey as it was written last
+    ImportSummary imported_;            // of the import that the survey comes from
+    std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
     QPointer<frmDataEdit> rowDialog_;
     QPointer<frmStat> statistics_;
     QPointer<frmHistForm> histograms_;

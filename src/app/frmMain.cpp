@@ -10,6 +10,9 @@
 #include <QScopedValueRollback>
 #include <QScreen>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -34,13 +37,16 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     QPalette paper = chartArea->palette();
     paper.setColor(QPalette::Window, Qt::white);
     paper.setColor(QPalette::WindowText, QColor(0x50, 0x50, 0x50));
+    paper.setColor(QPalette::Link, QColor(QRgb{kBasicPalette[kBlue]}));
     chartArea->setPalette(paper);
     QFont larger = lblInvitation->font();
     larger.setPointSizeF(larger.pointSizeF() * 1.25);
     lblInvitation->setFont(larger);
-    setInvitation(
+    lblInvitation->setText(
         u"Import a sensor file to begin:\nFile, then “Import a Trimble/EM-38 Sensor file” "
         u"or “Inport a generic Sensor file”"_s);
+    summaryArea->setAccessibleName(lblInvitation->text());
+    summaryArea->installEventFilter(this);
 
     connect(mnuExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
     connect(mnuClear, &QAction::triggered, this, guarded(this, [this] { hidePlots(); }));
@@ -89,19 +95,40 @@ void frmMain::hidePlots() {
     Q_EMIT plotsHidden();
 }
 
-void frmMain::setInvitation(const QString& text) {
-    lblInvitation->setText(text);
+void frmMain::describeWith(std::function<SurveyDescription()> description) {
+    description_ = std::move(description);
+}
+
+void frmMain::descriptionChanged() {
+    descriptionIsOld_ = true;
+    if (summaryArea->isVisible()) updateDescription();
+}
+
+// Guarded: a survey that cannot be described has changed all the same, and what follows from that goes on.
+void frmMain::updateDescription() {
+    if (std::exchange(descriptionIsOld_, false)) guarded(this, [this] { describeSurvey(); })();
+}
+
+void frmMain::describeSurvey() {
+    const SurveyDescription description = description_();
+    lblInvitation->setText(QString::fromStdString(description.headline));
+    surveySummary->setLines(description.lines);
+    summaryArea->setAccessibleName(lblInvitation->text() + u'\n' + surveySummary->text());
 }
 
 void frmMain::showInvitationWhileEmpty() {
     const auto shown = [](const QWidget* widget) { return !widget->isHidden(); };
-    lblInvitation->setVisible(std::none_of(charts_.cbegin(), charts_.cend(), shown));
+    summaryArea->setVisible(std::none_of(charts_.cbegin(), charts_.cend(), shown));
     editorArea->setVisible(std::any_of(editors_.cbegin(), editors_.cend(), shown));
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     const auto type = event->type();
-    if (type == QEvent::ShowToParent || type == QEvent::HideToParent) showInvitationWhileEmpty();
+    if (watched == summaryArea) {
+        if (type == QEvent::Show) updateDescription();
+    } else if (type == QEvent::ShowToParent || type == QEvent::HideToParent) {
+        showInvitationWhileEmpty();
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "app/menu_items.h"
+#include "app/survey_description.h"
 #include "ui_frmMain.h"
 
 #include <QList>
 #include <QMainWindow>
 #include <QTimer>
+
+#include <functional>
 
 /// The main window: the menu tree, the chart area, the place of the row plot editor's controls, the banner,
 /// and the question before the program ends. It knows no other window: who opens what is joined in main.cpp,
@@ -27,8 +30,11 @@ class frmMain : public QMainWindow, public Ui::frmMain {
     /// them.
     void hidePlots();
 
-    /// What the chart area says in a few words while no chart is shown.
-    void setInvitation(const QString& text);
+    /// Takes what says what the survey is like; the chart area shows it while no chart is shown.
+    void describeWith(std::function<SurveyDescription()> description);
+    /// The description is another one now. It is asked for at once if it can be seen, else when it comes into
+    /// sight: changes beneath a plot cost nothing. Until the first call the area says how to begin.
+    void descriptionChanged();
 
     /// Enables and disables menu items as the table in menu_items.h has it for the event.
     void menusFollow(MenuEvent event);
@@ -50,8 +56,12 @@ class frmMain : public QMainWindow, public Ui::frmMain {
     void Timer1_Timer();
     void nameSubmenus();
     void showInvitationWhileEmpty();
+    void updateDescription();
+    void describeSurvey();
 
     QTimer Timer1{this};
+    std::function<SurveyDescription()> description_;
+    bool descriptionIsOld_ = false;
     QList<QWidget*> charts_;
     QList<QWidget*> editors_;
     bool asking_ = false;

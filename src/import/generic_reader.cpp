@@ -168,6 +168,7 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     const auto read = options.decimalCommas ? readRecords<DecimalCommaScanner> : readRecords<ValueScanner>;
     read(file, sites, survey);
     summary.path = options.path;
+    summary.decimalCommasRead = options.decimalCommas;
     summary.linesRead = file.lineNumber();
     return sites.dropped();
 }

@@ -17,6 +17,8 @@ struct RejectedLines {
 struct ImportSummary {
     std::string path;  ///< the sensor file
     FileKind kind;
+    bool fixedColumns = false;       ///< read by columns of characters; else by separators
+    bool decimalCommasRead = false;  ///< semicolons were taken for separators, commas for decimal signs
     std::int64_t linesRead = 0;
     std::vector<RejectedLines> rejected;  ///< in the order in which the reasons first came up
 

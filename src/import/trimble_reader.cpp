@@ -128,6 +128,7 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
         ++errors;
     }
     summary.path = options.path;
+    summary.fixedColumns = true;
     summary.linesRead = file.lineNumber();
     return errors;
 }

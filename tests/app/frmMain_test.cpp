@@ -5,6 +5,7 @@
 #include "app/survey.h"
 #include "support/ExpectedBoxes.h"
 
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -228,6 +229,68 @@ TEST_F(MainWindow, SaysHowToBeginWhileNoChartIsShown) {
     EXPECT_FALSE(window.lblInvitation->isVisible());
     window.hideCharts();
     EXPECT_TRUE(window.lblInvitation->isVisible());
+}
+
+TEST_F(MainWindow, AsksForTheDescriptionOnlyWhenItCanBeSeen) {
+    int asked = 0;
+    window.describeWith([&asked] {
+        ++asked;
+        return SurveyDescription{"headline " + std::to_string(asked),
+                                 {{DescriptionKind::Fact, "Sites", "Sites", std::to_string(asked), {}, {}}}};
+    });
+    auto* const chart = new QWidget;
+    window.addChart(chart);
+    window.show();
+    EXPECT_EQ(asked, 0) << "before the first import the area says how to begin";
+    window.descriptionChanged();
+    EXPECT_EQ(window.lblInvitation->text(), u"headline 1"_s);
+    chart->show();
+    for (int i = 0; i < 10; ++i)
+        window.descriptionChanged();
+    EXPECT_EQ(asked, 1) << "while a plot hides it";
+    window.hideCharts();
+    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(window.lblInvitation->text(), u"headline 2"_s);
+    EXPECT_EQ(window.findChild<QLabel*>(u"lblSummarySites"_s)->text(), u"2"_s);
+    chart->show();
+    window.hideCharts();
+    EXPECT_EQ(asked, 2) << "nothing has changed";
+}
+
+TEST_F(MainWindow, SpeaksTheWholeDescriptionAsOneText) {
+    window.describeWith([] {
+        return SurveyDescription{"5 sites in 2 rows",
+                                 {{DescriptionKind::Warning, "Warning", "Attention", "Look!", {}, {}},
+                                  {DescriptionKind::Range, "X", "X", "1.00", "2.00", "m"}}};
+    });
+    window.show();
+    window.descriptionChanged();
+    EXPECT_EQ(window.summaryArea->accessibleName(),
+              u"5 sites in 2 rows\nAttention: Look!\nX: 1.00 to 2.00 m"_s);
+    EXPECT_TRUE(window.summaryArea->focusPolicy() & Qt::TabFocus);
+}
+
+TEST_F(MainWindow, ScrollsADescriptionThatIsLongerThanTheWindow) {
+    window.describeWith([] {
+        SurveyDescription description{"headline", {}};
+        for (int i = 0; i < 100; ++i)
+            description.lines.push_back(
+                {DescriptionKind::Warning, "Warning", "Attention", std::string(200, 'w') + " words", {}, {}});
+        return description;
+    });
+    window.resize(500, 300);
+    window.show();
+    window.descriptionChanged();
+    EXPECT_LE(window.height(), 300);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window.summaryArea->verticalScrollBar()->maximum() > 300; }));
+}
+
+TEST_F(MainWindow, GoesOnWhenTheSurveyCannotBeDescribed) {
+    window.describeWith([]() -> SurveyDescription { throw std::bad_alloc(); });
+    window.show();
+    boxes.tellBeginning(u""_s);
+    window.descriptionChanged();
+    EXPECT_EQ(boxes.pending(), 0);
 }
 
 TEST_F(MainWindow, ClearScreenHidesChartsAndEditorsAndSaysSo) {

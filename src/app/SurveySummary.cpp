@@ -1,0 +1,166 @@
+#include "app/SurveySummary.h"
+
+#include "app/ElidedLabel.h"
+#include "app/ShownText.h"
+#include "app/palette16.h"
+
+#include <QFocusEvent>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Column { kCaption, kFrom, kTo, kUpTo, kUnit, kRest };
+
+// As many characters as the eye follows in a line.
+constexpr int kWidth = 90;
+constexpr QRgb kCaptionGrey = 0x6A6A6A;
+
+void colour(QLabel& label, QRgb rgb) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, QColor(rgb));
+    label.setPalette(palette);
+}
+
+// A link that Tab reaches at once: a label's own takes a second Tab before Enter follows it.
+class LinkLabel : public QLabel {
+  public:
+    explicit LinkLabel(const QString& text) : QLabel(u"<a href=\"log\">%1</a>"_s.arg(text.toHtmlEscaped())) {
+        setTextFormat(Qt::RichText);
+    }
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QLabel::focusInEvent(event);
+        const auto reason = event->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) focusNextPrevChild(true);
+    }
+};
+
+QLabel* plainLabel(const QString& text) {
+    auto* const label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    return label;
+}
+
+QLabel* logLine(const QString& text) {
+    auto* const label = new ElidedLabel(text, Qt::ElideRight);
+    label->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    return label;
+}
+
+QLabel* warning(const QString& text) {
+    QLabel* const label = plainLabel(text);
+    label->setWordWrap(true);
+    colour(*label, kBasicPalette[kRed]);
+    return label;
+}
+
+}  // namespace
+
+SurveySummary::SurveySummary(QWidget* parent) : QWidget(parent) {
+    setMaximumWidth(fontMetrics().averageCharWidth() * kWidth);
+}
+
+void SurveySummary::setLines(const std::vector<DescriptionLine>& lines) {
+    clear();
+    grid_ = new QGridLayout(this);
+    grid_->setContentsMargins(0, 0, 0, 0);
+    grid_->setHorizontalSpacing(fontMetrics().averageCharWidth());
+    grid_->setVerticalSpacing(fontMetrics().height() / 4);
+    grid_->setColumnStretch(kRest, 1);
+    for (const DescriptionLine& line : lines)
+        addLine(line);
+    // Not only when events are handled next: what is on the screen is up to date when this returns.
+    for (QLabel* label : findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
+        label->show();
+}
+
+// A gap stands behind the warnings and before the error log.
+bool SurveySummary::beginsGroup(DescriptionKind kind) const {
+    if (before_ == DescriptionKind::Warning) return kind != DescriptionKind::Warning;
+    const bool figures = before_ == DescriptionKind::Fact || before_ == DescriptionKind::Range;
+    return figures && kind != DescriptionKind::Fact && kind != DescriptionKind::Range;
+}
+
+void SurveySummary::clear() {
+    qDeleteAll(findChildren<QLabel*>(Qt::FindDirectChildrenOnly));
+    delete grid_;
+    before_.reset();
+    text_.clear();
+}
+
+void SurveySummary::addLine(const DescriptionLine& line) {
+    if (beginsGroup(line.kind)) grid_->setRowMinimumHeight(grid_->rowCount(), fontMetrics().height() / 2);
+    before_ = line.kind;
+    const int row = grid_->rowCount();
+    addCaption(line, row);
+    if (line.kind == DescriptionKind::Range)
+        addRange(line, row);
+    else
+        grid_->addWidget(part(valueOf(line), freeName(line.name)), row, kFrom, 1, -1);
+}
+
+void SurveySummary::addCaption(const DescriptionLine& line, int row) {
+    if (!text_.isEmpty()) text_ += u'\n';
+    if (line.caption.empty()) return;
+    const QString caption = shownText(line.caption);
+    text_ += caption + u": "_s;
+    QLabel* const label = plainLabel(caption);
+    label->setObjectName(u"cap"_s + freeName(line.name).mid(3));
+    colour(*label, line.kind == DescriptionKind::Warning ? kBasicPalette[kRed] : kCaptionGrey);
+    grid_->addWidget(label, row, kCaption, Qt::AlignRight | Qt::AlignTop);
+}
+
+void SurveySummary::addRange(const DescriptionLine& line, int row) {
+    const QString from = shownText(line.text), upTo = shownText(line.upTo), unit = shownText(line.unit);
+    const QString name = freeName(line.name);
+    text_ += u"%1 to %2 %3"_s.arg(from, upTo, unit);
+    grid_->addWidget(part(plainLabel(from), name), row, kFrom, Qt::AlignRight);
+    grid_->addWidget(part(plainLabel(u"to"_s), name + u"Word"_s), row, kTo);
+    grid_->addWidget(part(plainLabel(upTo), name + u"To"_s), row, kUpTo, Qt::AlignRight);
+    grid_->addWidget(part(plainLabel(unit), name + u"Unit"_s), row, kUnit);
+}
+
+QLabel* SurveySummary::valueOf(const DescriptionLine& line) {
+    const QString text = shownText(line.text);
+    text_ += text;
+    switch (line.kind) {
+        case DescriptionKind::Warning:
+            return warning(text);
+        case DescriptionKind::Path:
+            return new ElidedLabel(text, Qt::ElideMiddle);
+        case DescriptionKind::LogLine:
+            return logLine(text);
+        case DescriptionKind::Link: {
+            auto* const link = new LinkLabel(text);
+            connect(link, &QLabel::linkActivated, this, &SurveySummary::logRequested);
+            return link;
+        }
+        case DescriptionKind::Fact:
+        case DescriptionKind::Range:
+            break;
+    }
+    QLabel* const fact = plainLabel(text);
+    fact->setWordWrap(true);
+    return fact;
+}
+
+QLabel* SurveySummary::part(QLabel* label, const QString& name) {
+    label->setObjectName(name);
+    label->setTextInteractionFlags(label->textFormat() == Qt::PlainText ? Qt::TextSelectableByMouse
+                                                                        : Qt::TextBrowserInteraction);
+    return label;
+}
+
+QString SurveySummary::freeName(const std::string& name) const {
+    const QString first = u"lblSummary"_s + QString::fromStdString(name);
+    QString free = first;
+    for (int i = 2; findChild<QLabel*>(free, Qt::FindDirectChildrenOnly) != nullptr; ++i)
+        free = first + QString::number(i);
+    return free;
+}
