@@ -25,7 +25,7 @@ void colour(QLabel& label, QRgb rgb) {
     label.setPalette(palette);
 }
 
-// A link that Tab reaches at once: a label's own takes a second Tab before Enter follows it.
+// A link that Tab marks and Enter follows at once: a label's own wants a second Tab for that.
 class LinkLabel : public QLabel {
   public:
     explicit LinkLabel(const QString& text) : QLabel(u"<a href=\"log\">%1</a>"_s.arg(text.toHtmlEscaped())) {
@@ -37,6 +37,13 @@ class LinkLabel : public QLabel {
         QLabel::focusInEvent(event);
         const auto reason = event->reason();
         if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) focusNextPrevChild(true);
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        const int key = event->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Space)
+            return QLabel::keyPressEvent(event);
+        Q_EMIT linkActivated(u"log"_s);
     }
 };
 

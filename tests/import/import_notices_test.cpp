@@ -261,7 +261,7 @@ TEST_F(ImportNotices, WarnOfDecimalCommasThatWereNotReadAsSuch) {
 
 TEST_F(ImportNotices, TellHowTheFileIsWritten) {
     import.kind.encoding = TextEncoding::Utf16LittleEndian;
-    import.kind.decimalCommas = import.kind.tabs = true;
+    import.kind.decimalCommas = import.decimalCommasRead = import.kind.tabs = true;
     import.kind.headerLines = 2;
     EXPECT_EQ(linesOf(description())[1],
               "Format | UTF-16, semicolons and decimal commas, tabs between values, 2 header lines");
