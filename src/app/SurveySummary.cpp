@@ -28,8 +28,11 @@ void colour(QLabel& label, QRgb rgb) {
 // A link that Tab marks and Enter follows at once: a label's own wants a second Tab for that.
 class LinkLabel : public QLabel {
   public:
-    explicit LinkLabel(const QString& text) : QLabel(u"<a href=\"log\">%1</a>"_s.arg(text.toHtmlEscaped())) {
+    explicit LinkLabel(const QString& text) {
         setTextFormat(Qt::RichText);
+        // Links take their colour from the theme, which may be meant for a dark ground, unless they say it.
+        setText(u"<a href=\"log\"><span style=\"color:%1\">%2</span></a>"_s.arg(
+            QColor(QRgb{kBasicPalette[kBlue]}).name(), text.toHtmlEscaped()));
     }
 
   protected:

@@ -37,7 +37,6 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     QPalette paper = chartArea->palette();
     paper.setColor(QPalette::Window, Qt::white);
     paper.setColor(QPalette::WindowText, QColor(0x50, 0x50, 0x50));
-    paper.setColor(QPalette::Link, QColor(QRgb{kBasicPalette[kBlue]}));
     chartArea->setPalette(paper);
     QFont larger = lblInvitation->font();
     larger.setPointSizeF(larger.pointSizeF() * 1.25);

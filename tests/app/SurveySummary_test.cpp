@@ -8,6 +8,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -129,6 +131,21 @@ TEST_F(Summary, SaysThatTheLinkWasFollowedWithTheKeyboard) {
     ASSERT_EQ(QApplication::focusWidget(), &label(u"lblSummaryLogLink"_s));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(requested.count(), 1);
+}
+
+TEST_F(Summary, ShowsTheLinkInAColourForWhitePaperInADarkThemeToo) {
+    const QPalette light = QApplication::palette();
+    QPalette dark = light;
+    dark.setColor(QPalette::Link, QColor(0xA0, 0xC0, 0xFF));
+    QApplication::setPalette(dark);
+    show({{Kind::Link, "LogLink", "Error log", "Open the error log", {}, {}}});
+    const QImage picture = label(u"lblSummaryLogLink"_s).grab().toImage();
+    QApplication::setPalette(light);
+    int darkest = 255;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            darkest = std::min(darkest, qGray(picture.pixel(x, y)));
+    EXPECT_LT(darkest, 100);
 }
 
 TEST_F(Summary, SaysThatTheLinkWasFollowedWithTheMouse) {
