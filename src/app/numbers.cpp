@@ -1,5 +1,7 @@
 #include "app/numbers.h"
 
+#include "app/whole_numbers.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -140,6 +142,37 @@ void incrementDecimal(std::string& digits) {
     digits.insert(digits.begin(), '1');
 }
 
+// Makes a decimal text `length` characters long, rounding half upwards.
+void roundDecimal(std::string& text, std::size_t length) {
+    const bool up = text.size() > length && text[length] >= '5';
+    text.resize(length, '0');
+    if (up) incrementDecimal(text);
+}
+
+// A magnitude as d...d.d...d, rounded to 15 significant digits.
+std::string decimalOf15Digits(double magnitude) {
+    constexpr int kEnough = 40;  // so that a value just below a half is not taken for one
+    std::array<char, kEnough + 16> buffer;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                   std::chars_format::scientific, kEnough);
+    const std::string_view scientific(buffer.data(), static_cast<std::size_t>(end.ptr - buffer.data()));
+    const std::size_t letter = scientific.find('e');
+    const char* exponentText = scientific.data() + letter + 1;
+    if (*exponentText == '+') ++exponentText;
+    int exponent = 0;
+    std::from_chars(exponentText, end.ptr, exponent);
+
+    constexpr std::size_t kDigits = 15;
+    std::string digits{scientific.front()};
+    digits += scientific.substr(2, letter - 2);
+    roundDecimal(digits, kDigits);
+    if (digits.size() > kDigits) ++exponent;
+    if (exponent < 0) digits.insert(0, static_cast<std::size_t>(-exponent), '0');
+    const auto whole = static_cast<std::size_t>(std::max(exponent, 0)) + 1;
+    if (digits.size() < whole) digits.append(whole - digits.size(), '0');
+    return digits.insert(whole, 1, '.');
+}
+
 }  // namespace
 
 bool numbers_detail::parseAnyNumber(const char* first, const char* last, double& value) {
@@ -173,26 +206,12 @@ double roundHalfToEven(double value) {
 }
 
 int roundToInt(double value) {
-    constexpr double kLargest = std::numeric_limits<int>::max();
-    constexpr double kSmallest = std::numeric_limits<int>::min();
-    return static_cast<int>(std::clamp(roundHalfToEven(value), kSmallest, kLargest));
+    return clampedInt(roundHalfToEven(value));
 }
 
 std::string pictureFormat(double value, int decimals) {
-    std::array<char, 400> buffer;  // the longest Double in fixed notation has 309 digits before the point
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), std::abs(value),
-                                   std::chars_format::fixed);
-    std::string text(buffer.data(), end.ptr);
-    if (text.find('.') == std::string::npos) text += '.';
-    const auto point = text.find('.');
-    const auto wanted = point + 1 + static_cast<std::size_t>(decimals);
-    if (text.size() <= wanted) {
-        text.append(wanted - text.size(), '0');
-    } else {
-        const bool up = text[wanted] >= '5';
-        text.resize(wanted);
-        if (up) incrementDecimal(text);
-    }
+    std::string text = decimalOf15Digits(std::abs(value));
+    roundDecimal(text, text.find('.') + 1 + static_cast<std::size_t>(decimals));
     if (decimals == 0) text.pop_back();
     const bool zero = text.find_first_not_of("0.") == std::string::npos;
     return value < 0 && !zero ? "-" + text : text;

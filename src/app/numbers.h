@@ -35,11 +35,12 @@ double leadingNumber(std::string_view text);
 double roundHalfToEven(double value);
 
 /// The same as an int, clamped to int's range, so that a number too large for what it means is merely out of
-/// range and never an overflow.
+/// range and never an overflow; 0 for what is no number.
 int roundToInt(double value);
 
 /// The picture formats "0", "0.0", "0.00", ...: at least one digit before the point and exactly `decimals`
-/// after it, the decimal value rounded half away from zero (2.345 gives "2.35"), no sign on a zero result.
+/// after it, no sign on a zero result. The value is rounded to 15 significant digits first and then half away
+/// from zero, so that 2.345 gives "2.35" and so does a sum that came out a last bit below it.
 /// Requires a finite value.
 std::string pictureFormat(double value, int decimals);
 

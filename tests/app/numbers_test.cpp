@@ -224,12 +224,35 @@ TEST(PictureFormat, RoundsTheDecimalValueHalfAwayFromZero) {
     EXPECT_EQ(pictureFormat(99.96, 1), "100.0");
 }
 
+TEST(PictureFormat, RoundsTo15DigitsFirstSoThatALastBitDecidesNothing) {
+    EXPECT_EQ(pictureFormat(22.584999999999997, 2), "22.59");
+    EXPECT_EQ(pictureFormat(-22.584999999999997, 2), "-22.59");
+    EXPECT_EQ(pictureFormat(std::nextafter(0.5, 0), 0), "1");
+    EXPECT_EQ(pictureFormat(436000.12499999994, 2), "436000.13");
+    EXPECT_EQ(pictureFormat(9.9999999999999982, 2), "10.00");
+    EXPECT_EQ(pictureFormat(0.99999999999999989, 5), "1.00000");
+    // Not a last bit but a digit that counts.
+    EXPECT_EQ(pictureFormat(22.5849999999999, 2), "22.58");
+    EXPECT_EQ(pictureFormat(0.00499999999999999, 2), "0.00");
+}
+
+TEST(PictureFormat, Rounds15DigitsHalfAwayFromZeroToo) {
+    EXPECT_EQ(pictureFormat(100000000000000.5, 1), "100000000000001.0");
+    EXPECT_EQ(pictureFormat(-100000000000000.5, 1), "-100000000000001.0");
+    EXPECT_EQ(pictureFormat(std::nextafter(100000000000000.5, 0), 1), "100000000000000.0");
+    EXPECT_EQ(pictureFormat(999999999999999.5, 1), "1000000000000000.0");
+}
+
 TEST(PictureFormat, HasADigitBeforeThePointAndAllDecimals) {
     EXPECT_EQ(pictureFormat(0, 2), "0.00");
     EXPECT_EQ(pictureFormat(0.25, 3), "0.250");
     EXPECT_EQ(pictureFormat(12, 0), "12");
     EXPECT_EQ(pictureFormat(-117.5, 5), "-117.50000");
     EXPECT_EQ(pictureFormat(1e22, 1), "10000000000000000000000.0");
+    EXPECT_EQ(pictureFormat(0.000123456, 6), "0.000123");
+    EXPECT_EQ(pictureFormat(5e-324, 2), "0.00");
+    const std::string largest = pictureFormat(std::numeric_limits<double>::max(), 2);
+    EXPECT_EQ(largest, "179769313486232" + std::string(294, '0') + ".00");
 }
 
 TEST(PictureFormat, GivesAZeroNoSign) {
