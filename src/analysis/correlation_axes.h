@@ -14,5 +14,5 @@ struct CorrelationAxes {
 };
 
 /// Each column's range widened at both ends by a tenth of its span; a constant column gives equal limits.
-/// Throws subscriptOutOfRange without a site, overflow when a limit is not finite.
+/// A limit that would lie beyond all Doubles is the largest one. Throws subscriptOutOfRange without a site.
 CorrelationAxes correlationAxes(const Survey& survey);

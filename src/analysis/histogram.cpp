@@ -11,17 +11,25 @@
 
 namespace {
 
-double spanOf(const HistogramStatistics& statistics) {
-    const double span = statistics[kHistMaximum] - statistics[kHistMinimum];
-    if (span == 0) throw RunTimeError::divisionByZero();
-    if (!std::isfinite(span)) throw RunTimeError::overflow();
-    return span;
-}
+// Where readings lie between the smallest and the largest. A range that is too large for a Double is taken at
+// half its size, which changes no digit.
+struct Range {
+    explicit Range(const HistogramStatistics& statistics)
+        : scale(std::isfinite(statistics[kHistMaximum] - statistics[kHistMinimum]) ? 1 : 0.5),
+          minimum(statistics[kHistMinimum] * scale),
+          span(statistics[kHistMaximum] * scale - minimum) {
+        if (span == 0) throw RunTimeError::divisionByZero();
+    }
+
+    double above(double value) const { return value * scale - minimum; }
+
+    double scale, minimum, span;
+};
 
 // Index of the bin of a reading. Adding 1.5 * 2^52 leaves the nearest whole number, halves to even, in the
 // low bits: the processor's own rounding, without a call for every site.
-std::size_t binIndex(double reading, double minimum, double span) {
-    const double t = (reading - minimum) / span;
+std::size_t binIndex(double reading, const Range& range) {
+    const double t = range.above(reading) / range.span;
     const auto rounded =
         static_cast<std::uint32_t>(std::bit_cast<std::uint64_t>(t * kHistogramBins + 0x1.8p52));
     return std::min<std::uint32_t>(rounded, kHistogramBins - 1);
@@ -36,14 +44,13 @@ HistogramStatistics histogramStatistics(const Survey& survey, int column) {
 }
 
 BinCounts countBins(const Survey& survey, int column, const HistogramStatistics& statistics) {
-    const double span = spanOf(statistics);
-    const double minimum = statistics[kHistMinimum];
+    const Range range(statistics);
     const double* const readings = survey.SiteData.column(std::clamp<int>(column, kX, kEM2));
     // Neighbouring sites mostly fall into the same bin; counting them in turn in four tables keeps one count
     // from waiting for the other.
     constexpr SiteIndex kTables = 4;
     std::array<BinCounts, kTables> tables{};
-    const auto count = [&](BinCounts& table, SiteIndex i) { ++table[binIndex(readings[i], minimum, span)]; };
+    const auto count = [&](BinCounts& table, SiteIndex i) { ++table[binIndex(readings[i], range)]; };
     SiteIndex i = 0;
     for (; i + kTables <= survey.NumSites; i += kTables) {
         count(tables[0], i);
@@ -68,8 +75,8 @@ BarTops barTops(const BinCounts& counts) {
 }
 
 int meanMark(const HistogramStatistics& statistics) {
-    const double span = spanOf(statistics);
-    const double mark = (statistics[kHistMean] - statistics[kHistMinimum]) * kHistogramBins / span;
-    if (!std::isfinite(mark)) throw RunTimeError::overflow();
-    return roundToInt(mark);
+    const Range range(statistics);
+    const double above = range.above(statistics[kHistMean]);
+    const double mark = above * kHistogramBins / range.span;
+    return roundToInt(std::isfinite(mark) ? mark : above / range.span * kHistogramBins);
 }

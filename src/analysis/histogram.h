@@ -25,7 +25,7 @@ HistogramStatistics histogramStatistics(const Survey& survey, int column);
 /// Counts the readings of a column (clamped to 0..3) whose statistics are given: t = (reading - minimum) /
 /// (maximum - minimum) goes to bin 1 + t * 50 rounded to nearest (halves to even), at most 50. So the first
 /// bin is half as wide as the others and the last one and a half times. Throws divisionByZero when maximum
-/// and minimum are equal, overflow when their difference is not finite.
+/// and minimum are equal.
 BinCounts countBins(const Survey& survey, int column, const HistogramStatistics& statistics);
 
 /// 1 - 0.9 * count / largest count: the fullest bin reaches a tenth from the top. Requires a count above 0.

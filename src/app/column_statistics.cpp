@@ -34,11 +34,7 @@ CompensatedSum sumOverSites(SiteIndex sites, Term term) {
 // The Double nearest to the mean, so that a constant column has exactly its constant as mean.
 double meanOf(const double* values, SiteIndex count) {
     if (count < 1) throw RunTimeError::divisionByZero();
-    const CompensatedSum sum = sumOverSites(count, [=](SiteIndex i) { return values[i]; });
-    const auto divisor = static_cast<double>(count);
-    const double quotient = sum.rounded() / divisor;
-    const double remainder = std::fma(-quotient, divisor, sum.value) + sum.lost;
-    return requireFinite(quotient + remainder / divisor);
+    return requireFinite(sumOverSites(count, [=](SiteIndex i) { return values[i]; }).meanOver(count));
 }
 
 }  // namespace

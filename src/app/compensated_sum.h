@@ -3,6 +3,7 @@
 #include "app/run_time_error.h"
 
 #include <cmath>
+#include <cstdint>
 
 /// Gives the value back; throws overflow when it is not finite.
 inline double requireFinite(double value) {
@@ -24,4 +25,13 @@ struct CompensatedSum {
     }
     /// Throws overflow when the sum is not finite.
     double rounded() const { return requireFinite(value + lost); }
+
+    /// The Double nearest to the sum divided by `count`, so that equal values have exactly that value as
+    /// their mean. Not finite when the sum is not. Requires a count of at least 1.
+    double meanOver(std::int64_t count) const {
+        const auto divisor = static_cast<double>(count);
+        const double quotient = (value + lost) / divisor;
+        const double remainder = std::fma(-quotient, divisor, value) + lost;
+        return quotient + remainder / divisor;
+    }
 };

@@ -65,7 +65,7 @@ struct GenericImportResult {
 /// Row numbers are taken as they are; one that is not whole is never the same as or one more than another.
 ///
 /// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
-/// leaving the last import's error log, when the file cannot be read or a distance overflows.
+/// leaving the last import's error log, when the file cannot be read.
 GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
 
 /// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has

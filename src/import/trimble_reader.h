@@ -30,7 +30,7 @@ struct TrimbleImportResult {
 
 /// Reads a fixed-column sensor file into a new survey, rejecting line by line what cannot be used into the
 /// error log, and finds distances and rows. Throws RunTimeError, leaving the last import's error log, when
-/// the file cannot be read or a distance overflows.
+/// the file cannot be read.
 TrimbleImportResult importTrimbleFile(const TrimbleOptions& options);
 
 /// The reading alone: sites and parameters, NumRows 0. What the file itself is like goes into the summary.

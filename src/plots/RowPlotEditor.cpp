@@ -7,7 +7,6 @@
 #include "app/OptionButtons.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
-#include "app/run_time_error.h"
 #include "plots/chart_views.h"
 #include "plots/row_deletion.h"
 #include "plots/row_number.h"
@@ -313,7 +312,7 @@ void RowPlotEditor::Text1_Change() {
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(&main_);
-        if (deleteSites())
+        if (deleteSelectedSites(theSurvey(), CurrentRow, selection_))
             showEmptiedRow();
         else
             showShortenedRow();
@@ -333,18 +332,6 @@ void RowPlotEditor::showShortenedRow() {
         mnuY_Click();
     Chart2D3->keepViews(profile);
     Chart2D4->keepViews(map);
-}
-
-bool RowPlotEditor::deleteSites() {
-    try {
-        return deleteSelectedSites(theSurvey(), CurrentRow, selection_);
-    } catch (const RunTimeError&) {
-        // The sites are gone; charts that still show them must not stay.
-        followDeletion();
-        main_.hidePlots();
-        Q_EMIT surveyChanged();
-        throw;
-    }
 }
 
 // Its axes stand around the survey's extent, X horizontal in either orientation, and say so.

@@ -90,7 +90,6 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void showEmptiedRow();
     void showShortenedRow();
     void showCharts();
-    bool deleteSites();
     void followDeletion();
 
     bool pick(const Chart2D& chart, QPoint pixel);

@@ -4,10 +4,10 @@
 #include "app/Guarded.h"
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
+#include "app/bounded.h"
 #include "app/frmMain.h"
 #include "app/numbers.h"
 #include "app/palette16.h"
-#include "app/run_time_error.h"
 
 #include <QCloseEvent>
 #include <QScreen>
@@ -235,7 +235,9 @@ void frmClip::picMapZoom_MouseMove(double px, double py) {
 
 void frmClip::showLocation(double px, double py) {
     const int decimals = optUTM->isChecked() ? 1 : 5;
-    const auto text = [=](double value) { return QString::fromStdString(pictureFormat(value, decimals)); };
+    const auto text = [=](double value) {
+        return QString::fromStdString(pictureFormat(bounded(value), decimals));
+    };
     txtXloc->setText(text(extent_.surveyX(px)));
     txtYloc->setText(text(extent_.surveyY(py)));
 }
@@ -312,13 +314,7 @@ void frmClip::cmdDelete_Click() {
 
 void frmClip::deleteSites() {
     const SiteIndex before = theSurvey().NumSites;
-    try {
-        deleteMaskedSites(theSurvey(), SiteMask);
-    } catch (const RunTimeError&) {
-        followDeletion(before);
-        DisplayMap();
-        throw;
-    }
+    deleteMaskedSites(theSurvey(), SiteMask);
     followDeletion(before);
 }
 

@@ -1,5 +1,6 @@
 #include "plots/plot_limits.h"
 
+#include "app/bounded.h"
 #include "app/column_statistics.h"
 
 #include <algorithm>
@@ -24,13 +25,17 @@ Extent extentOf(std::span<const double> values) {
 }
 
 Extent widened(Extent extent, double margin) {
-    return {extent.lowest - margin, extent.highest + margin};
+    return {bounded(extent.lowest - margin), bounded(extent.highest + margin)};
+}
+
+double spreadOf(Extent extent) {
+    return bounded(extent.highest - extent.lowest);
 }
 
 // The margin is a share of the spread; without a spread, a share of the lowest value itself, whatever its
 // sign.
 Extent withMargin(Extent extent, double shareOfSpread, double shareOfLowest) {
-    const double margin = (extent.highest - extent.lowest) * shareOfSpread;
+    const double margin = spreadOf(extent) * shareOfSpread;
     return widened(extent, margin == 0 ? extent.lowest * shareOfLowest : margin);
 }
 
@@ -72,8 +77,10 @@ PlotLimits emptiedRowLimits(const Survey& survey) {
 }
 
 PlotLimits surveyGridLimits(const Survey& survey) {
-    const ColumnMinMax x = Column_MinMax(survey, kX);
-    const ColumnMinMax y = Column_MinMax(survey, kY);
-    return limits(widened({x.minimum, x.maximum}, (x.maximum - x.minimum) * 0.05),
-                  widened({y.minimum, y.maximum}, (y.maximum - y.minimum) * 0.05));
+    const auto along = [&](int column) {
+        const ColumnMinMax range = Column_MinMax(survey, column);
+        const Extent extent{range.minimum, range.maximum};
+        return widened(extent, spreadOf(extent) * 0.05);
+    };
+    return limits(along(kX), along(kY));
 }

@@ -4,7 +4,8 @@
 #include "plots/row_sites.h"
 
 /// The axis limits that a plot sets. A minimum may equal its maximum or lie above it: the rules for rows
-/// whose values are all equal are kept for negative values too.
+/// whose values are all equal are kept for negative values too. What would lie beyond all Doubles is the
+/// largest one.
 struct PlotLimits {
     double PlotXMin = 0;
     double PlotXMax = 0;

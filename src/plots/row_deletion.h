@@ -9,6 +9,5 @@
 /// drops by one and NumPoints is counted again, so that rows stay numbered without a gap.
 ///
 /// Requires NumPoints as counted, and a selection of different sites of this row. Gives true when the row was
-/// emptied. Where a distance is not finite, overflow is thrown with everything else done. One pass over the
-/// table however many sites are selected.
+/// emptied. One pass over the table however many sites are selected.
 bool deleteSelectedSites(Survey& survey, int row, RowSelection& selection);

@@ -1,8 +1,8 @@
 #include "plots/site_masking.h"
 
+#include "app/bounded.h"
 #include "app/column_statistics.h"
 #include "app/numbers.h"
-#include "app/run_time_error.h"
 #include "app/site_removal.h"
 #include "rows/row_detection.h"
 
@@ -17,26 +17,24 @@ constexpr SiteIndex kDrawingBlock = 6400;  // a tenth of a millisecond or so
 
 struct Interval {
     double low, high;
-    double length() const { return high - low; }
+    double halfLength() const { return high / 2 - low / 2; }
 
-    Interval widenedTo(double wanted) const {
-        const double centre = low + length() / 2;
-        return {centre - wanted / 2, centre + wanted / 2};
+    Interval widenedToHalf(double wanted) const {
+        const double centre = low + halfLength();
+        return {bounded(centre - wanted), bounded(centre + wanted)};
     }
 };
 
 Interval extentOf(const Survey& survey, int column) {
     const auto found = Column_MinMax(survey, column);
-    const Interval extent{found.minimum, found.maximum};
-    if (!std::isfinite(extent.length())) throw RunTimeError::overflow();
-    return extent;
+    return {found.minimum, found.maximum};
 }
 
 // One unit, or where Doubles are coarser than that, a few of their steps.
 Interval withoutZero(const Interval& extent) {
-    if (extent.length() > 0) return extent;
-    const double steps = 8 * std::numeric_limits<double>::epsilon() * std::abs(extent.low);
-    return extent.widenedTo(std::max(1.0, steps));
+    if (extent.halfLength() > 0) return extent;
+    const double steps = 4 * std::numeric_limits<double>::epsilon() * std::abs(extent.low);
+    return extent.widenedToHalf(std::max(0.5, steps));
 }
 
 // NumPoints by row number. In a consistent numbering that is what counting runs gives; with rows gone, every
@@ -90,10 +88,10 @@ void makeOneRow(Survey& survey) {
 MapExtent SetMapScale(const Survey& survey, bool TrueScale) {
     Interval x = extentOf(survey, kX);
     Interval y = extentOf(survey, kY);
-    if (TrueScale && x.length() <= y.length())
-        x = x.widenedTo(y.length());
+    if (TrueScale && x.halfLength() <= y.halfLength())
+        x = x.widenedToHalf(y.halfLength());
     else if (TrueScale)
-        y = y.widenedTo(x.length());
+        y = y.widenedToHalf(x.halfLength());
     x = withoutZero(x);
     y = withoutZero(y);
     return {x.low, x.high, y.low, y.high};

@@ -18,19 +18,21 @@
 struct MapExtent {
     double MapXMin = 0, MapXMax = 1, MapYMin = 0, MapYMax = 1;
 
-    double width() const { return MapXMax - MapXMin; }
-    double height() const { return MapYMax - MapYMin; }
+    // Half the width and height, because the whole may be too large for a Double; halving changes no digit.
+    double halfWidth() const { return MapXMax / 2 - MapXMin / 2; }
+    double halfHeight() const { return MapYMax / 2 - MapYMin / 2; }
 
-    double mapX(double surveyX) const { return (surveyX - MapXMin) / width(); }
-    double mapY(double surveyY) const { return 1 - (surveyY - MapYMin) / height(); }
-    double surveyX(double mapX) const { return mapX * width() + MapXMin; }
-    double surveyY(double mapY) const { return (1 - mapY) * height() + MapYMin; }
+    double mapX(double surveyX) const { return (surveyX / 2 - MapXMin / 2) / halfWidth(); }
+    double mapY(double surveyY) const { return 1 - (surveyY / 2 - MapYMin / 2) / halfHeight(); }
+    /// Infinite for a place beyond all Doubles.
+    double surveyX(double mapX) const { return (mapX * halfWidth() + MapXMin / 2) * 2; }
+    double surveyY(double mapY) const { return ((1 - mapY) * halfHeight() + MapYMin / 2) * 2; }
 };
 
 /// The extent of all sites; with TrueScale the shorter axis is widened around its centre, so that a metre is
 /// as long on either axis. An axis without extent, which could not be divided by, is widened around its
-/// centre: to the other axis's extent with TrueScale, else to one unit. Requires a site; throws
-/// subscriptOutOfRange without one and overflow when the extent is not finite.
+/// centre: to the other axis's extent with TrueScale, else to one unit. What would lie beyond all
+/// Doubles is the largest one. Requires a site; throws subscriptOutOfRange without one.
 MapExtent SetMapScale(const Survey& survey, bool TrueScale);
 
 /// A window of the map's space: what the picture shows. y runs downwards.
@@ -72,8 +74,8 @@ using SiteMaskArray = std::vector<std::uint8_t>;
 
 /// Masks the sites strictly inside the rectangle with these opposite corners (map space, in either order); a
 /// site on an edge stays as it is, and so do masks set before. Gives the number of sites masked in all. y1
-/// and y2 are overwritten with the rectangle's northern and southern edge in survey units. Requires one entry
-/// of SiteMask for each site.
+/// and y2 are overwritten with the rectangle's northern and southern edge in survey units (infinite beyond
+/// all Doubles). Requires one entry of SiteMask for each site.
 SiteIndex MaskSites(const Survey& survey, const MapExtent& extent, SiteMaskArray& SiteMask, double x1,
                     double& y1, double x2, double& y2);
 
@@ -83,8 +85,7 @@ void recoverSites(SiteMaskArray& SiteMask);
 /// Takes the masked sites out of the survey for good, gives their number, and leaves SiteMask with an entry
 /// of 0 for each site kept. The others keep their order and their row numbers; a row that has lost all its
 /// sites is a gap in the numbering, with 0 sites in NumPoints. The storage shrinks to the sites kept, and the
-/// distances of the measure in force are calculated anew, those of the others forgotten; where one is not
-/// finite, overflow is thrown with everything else done.
+/// distances of the measure in force are calculated anew, those of the others forgotten.
 SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
 
 /// True when the row numbers run 1, 1, ..., 2, 2, ... up to NumRows without a gap and never fall back. When

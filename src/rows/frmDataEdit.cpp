@@ -5,7 +5,6 @@
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
 #include "app/frmMain.h"
-#include "app/run_time_error.h"
 
 #include <QShortcut>
 
@@ -156,22 +155,10 @@ void frmDataEdit::joinRows() {
 void frmDataEdit::deleteRow() {
     const RowEntry entry = checkRow(text(Text4), theSurvey().NumRows);
     if (refused(entry.fault, false)) return;
-    removeRow(entry.row);
+    Delete_Row(theSurvey(), entry.row);
     Q_EMIT surveyChanged();
     if (theSurvey().NumSites == 0) noSitesLeft();
     close();
-}
-
-void frmDataEdit::removeRow(int row) {
-    try {
-        Delete_Row(theSurvey(), row);
-    } catch (const RunTimeError&) {
-        // The row is gone: plots that still show it must not stay, nor a number that would now delete
-        // another.
-        Q_EMIT surveyChanged();
-        Form_Load();
-        throw;
-    }
 }
 
 void frmDataEdit::noSitesLeft() {

@@ -43,7 +43,6 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     void Command1_Click();
     void joinRows();
     void deleteRow();
-    void removeRow(int row);
     void recalculate();
     bool refused(EntryFault fault, bool twoNumbers);
     void noSitesLeft();

@@ -1,5 +1,6 @@
 #include "rows/row_detection.h"
 
+#include "app/bounded.h"
 #include "app/run_time_error.h"
 #include "app/site_removal.h"
 
@@ -34,6 +35,32 @@ double largestOf(SiteIndex first, SiteIndex last, Term term) {
     return *std::max_element(largest, largest + kLanes);
 }
 
+// How two neighbours' distance is measured: as fast as can be, which squares of coordinates that are no place
+// on earth may leave infinite, and in a way that never is.
+template <typename Fast, typename Bounded>
+struct Measure {
+    Fast fast;
+    Bounded bounded;
+
+    double operator()(SiteIndex i) const {
+        const double length = fast(i);
+        return std::isfinite(length) ? length : bounded(i);
+    }
+};
+template <typename Fast, typename Bounded>
+Measure(Fast, Bounded) -> Measure<Fast, Bounded>;
+
+// Calculates those of the distances begin..end - 1 that are infinite once more; gives the largest.
+template <typename Distance>
+double boundDistances(double* out, SiteIndex begin, SiteIndex end, const Distance& distance) {
+    double largest = 0;
+    for (SiteIndex i = begin; i < end; ++i) {
+        if (!std::isfinite(out[i])) out[i] = distance.bounded(i);
+        largest = std::max(largest, out[i]);
+    }
+    return largest;
+}
+
 // Fills `distances` with distance(i) for i = 1..NumSites-1, and `maximum` with the largest.
 template <typename Distance>
 void fillDistances(const Survey& survey, std::vector<double>& distances, double& maximum, Distance distance) {
@@ -45,14 +72,11 @@ void fillDistances(const Survey& survey, std::vector<double>& distances, double&
     for (SiteIndex begin = 1; begin < survey.NumSites; begin += kBlock) {
         const SiteIndex end = std::min(begin + kBlock, survey.NumSites);
         for (SiteIndex i = begin; i < end; ++i)
-            out[i] = distance(i);
-        largest = std::max(largest, largestOf(begin, end, [=](SiteIndex i) { return out[i]; }));
-    }
-    // Coordinates are finite, so a distance is too large for a Double or it is right.
-    if (!std::isfinite(largest)) {
-        distances.assign(size, 0.0);
-        maximum = 0;
-        throw RunTimeError::overflow();
+            out[i] = distance.fast(i);
+        double most = largestOf(begin, end, [=](SiteIndex i) { return out[i]; });
+        // Coordinates are finite, so a distance is infinite or it is right.
+        if (!std::isfinite(most)) most = boundDistances(out, begin, end, distance);
+        largest = std::max(largest, most);
     }
     maximum = largest;
 }
@@ -60,16 +84,18 @@ void fillDistances(const Survey& survey, std::vector<double>& distances, double&
 auto trueDistance(const Survey& survey) {
     const double* const x = survey.SiteData.column(kX);
     const double* const y = survey.SiteData.column(kY);
-    return [=](SiteIndex i) {
-        const double dx = x[i] - x[i - 1];
-        const double dy = y[i] - y[i - 1];
-        return std::sqrt(dx * dx + dy * dy);
-    };
+    return Measure{[=](SiteIndex i) {
+                       const double dx = x[i] - x[i - 1];
+                       const double dy = y[i] - y[i - 1];
+                       return std::sqrt(dx * dx + dy * dy);
+                   },
+                   [=](SiteIndex i) { return boundedLength(x[i], y[i], x[i - 1], y[i - 1]); }};
 }
 
 auto distanceAlong(const Survey& survey, int column) {
     const double* const c = survey.SiteData.column(column);
-    return [=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); };
+    return Measure{[=](SiteIndex i) { return std::abs(c[i] - c[i - 1]); },
+                   [](SiteIndex) { return kLargestDouble; }};
 }
 
 // Takes the distances of removed sites out and calculates those across the gaps. The largest is looked for
@@ -94,7 +120,7 @@ void closeDistanceGaps(const Survey& survey, std::span<const SiteIndex> removed,
         across = std::max(across, distances[static_cast<std::size_t>(behind)]);
     }
     distances.front() = distances.back() = 0;
-    if (gone >= maximum || !std::isfinite(across)) return fillDistances(survey, distances, maximum, distance);
+    if (gone >= maximum) return fillDistances(survey, distances, maximum, distance);
     maximum = std::max(maximum, across);
 }
 

@@ -16,8 +16,8 @@ enum class RowDetection {
 /// The words for RowDetection::TooManyRows.
 inline constexpr const char* kTooManyRows = "Too many rows: Please specify a larger distance value";
 
-/// Fill TrueDist / XDist / YDist (metres; entries 0 and NumSites stay 0) and the largest value of each.
-/// Throw overflow, leaving array and maximum at 0, when a distance is not finite.
+/// Fill TrueDist / XDist / YDist (metres; entries 0 and NumSites stay 0) and the largest value of each. A
+/// distance that is too large for a Double is the largest Double.
 void Calculate_Distance(Survey& survey);
 void Calculate_X_Distance(Survey& survey);
 void Calculate_Y_Distance(Survey& survey);
@@ -32,7 +32,7 @@ void Reserve_Chosen_Distance(Survey& survey);
 /// Brings the distances of the measure chosen in step with sites that have been removed, given the indices
 /// they had (ascending, each once): the result is that of Calculate_Chosen_Distance, but only the distances
 /// across a gap are calculated. Requires distances that were in step before; arrays of another length are
-/// filled anew. Throws overflow as Calculate_Distance does.
+/// filled anew.
 void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed);
 
 /// Writes the row column from the distances of the measure chosen, which must have been calculated. The gap

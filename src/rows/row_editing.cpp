@@ -79,7 +79,7 @@ void Delete_Row(Survey& survey, int row) {
 }
 
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance) {
-    calculateDistance(survey, distanceMode);  // first, because it may fail
+    calculateDistance(survey, distanceMode);  // first, because memory may not suffice
     survey.chooseDistance(distanceMode);
     survey.MinDistance = minDistance;
     const RowDetection outcome = Assign_Row(survey);

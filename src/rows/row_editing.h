@@ -15,13 +15,11 @@
 void Joint_Row(Survey& survey, int row1, int row2);
 
 /// Deletes a row with all its sites; the rows behind it move down by one. With the last site NumRows,
-/// RowIndex and NumPoints become 0. Requires 1 <= row <= NumRows and at most kMaxRows rows. Where a distance
-/// is not finite, overflow is thrown with everything else done.
+/// RowIndex and NumPoints become 0. Requires 1 <= row <= NumRows and at most kMaxRows rows.
 void Delete_Row(Survey& survey, int row);
 
 /// Finds the rows anew: the measure (1 true distance, 2 along X, 3 along Y) and the threshold (metres, not
-/// negative) become those in force, distances are calculated and rows assigned. Throws overflow, with
-/// measure, threshold and rows as they were, when a distance is not finite.
+/// negative) become those in force, distances are calculated and rows assigned.
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance);
 
 // What a user enters, checked in the order in which the faults are listed.

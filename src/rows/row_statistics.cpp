@@ -1,5 +1,6 @@
 #include "rows/row_statistics.h"
 
+#include "app/bounded.h"
 #include "app/compensated_sum.h"
 
 #include <algorithm>
@@ -7,20 +8,20 @@
 
 namespace {
 
-// A mean taken as a sum about the first value, so that a large offset costs no digits.
-class RunningMean {
-  public:
-    explicit RunningMean(double first) : first_(first) {}
+// The mean of values whose sum is too large for a Double: a mean always is one.
+double meanOfHuge(const double* values, SiteIndex count) {
+    constexpr double kNearer = 0x1p-64;  // there are fewer sites than 2^63
+    CompensatedSum sum;
+    for (SiteIndex i = 0; i < count; ++i)
+        sum.add(values[i] * kNearer);
+    return bounded(sum.meanOver(count) / kNearer);
+}
 
-    void add(double value) { excess_.add(value - first_); }
-    double over(SiteIndex count) const {
-        return requireFinite(first_ + excess_.rounded() / static_cast<double>(count));
-    }
-
-  private:
-    double first_;
-    CompensatedSum excess_;
-};
+// The mean of the values first, first + 1, ..., given their sum.
+double meanOf(const CompensatedSum& sum, const double* values, SiteIndex first, SiteIndex count) {
+    const double mean = sum.meanOver(count);
+    return std::isfinite(mean) ? mean : meanOfHuge(values + first, count);
+}
 
 // The survey's columns as the pass reads them.
 struct Columns {
@@ -35,20 +36,18 @@ struct Columns {
 
 // Sums up the run that begins at `first`.
 RowSummary summarizeRun(const Columns& columns, SiteIndex first, SiteIndex sites, bool twoEMColumns) {
-    RunningMean em1(columns.em1[first]);
-    RunningMean em2(columns.em2[first]);
-    SiteIndex end = first + 1;
+    CompensatedSum em1;
+    CompensatedSum em2;
+    SiteIndex end = first;
     for (; end < sites && columns.row[end] == columns.row[first]; ++end) {
         em1.add(columns.em1[end]);
         if (twoEMColumns) em2.add(columns.em2[end]);
     }
     RowSummary run;
     run.sites = end - first;
-    const double dx = columns.x[first] - columns.x[end - 1];
-    const double dy = columns.y[first] - columns.y[end - 1];
-    run.length = requireFinite(std::sqrt(dx * dx + dy * dy));
-    run.em1Mean = em1.over(run.sites);
-    run.em2Mean = twoEMColumns ? em2.over(run.sites) : 0;
+    run.length = lengthBetween(columns.x[first], columns.y[first], columns.x[end - 1], columns.y[end - 1]);
+    run.em1Mean = meanOf(em1, columns.em1, first, run.sites);
+    run.em2Mean = twoEMColumns ? meanOf(em2, columns.em2, first, run.sites) : 0;
     return run;
 }
 

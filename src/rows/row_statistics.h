@@ -23,6 +23,6 @@ struct RowStatistics {
 };
 
 /// Rows are runs of sites with equal row numbers, counted in file order whatever numbers they carry. One pass
-/// over the survey; any number of runs; none without a site. Throws overflow when a length or a sum is not
-/// finite.
+/// over the survey; any number of runs; none without a site. A length that is too large for a Double is the
+/// largest Double.
 RowStatistics rowStatistics(const Survey& survey);

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 TEST(CorrelationAxes, ReachATenthOfTheSpanBeyondTheReadings) {
     const CorrelationAxes axes = correlationAxes(surveyOfReadings({10, 30, 12}, {60, 20, 33}));
     EXPECT_DOUBLE_EQ(axes.x.minimum, 8);
@@ -27,7 +29,13 @@ TEST(CorrelationAxes, OfAConstantColumnHaveEqualLimits) {
     EXPECT_EQ(axes.x.maximum, 5);
 }
 
-TEST(CorrelationAxes, BeyondADoubleAreAnError) {
-    EXPECT_THROW(correlationAxes(surveyOfReadings({-1.5e308, 1.5e308}, {1, 2})), RunTimeError);
+TEST(CorrelationAxes, ReachNoFartherThanTheLargestDouble) {
+    const double most = std::numeric_limits<double>::max();
+    const CorrelationAxes axes = correlationAxes(surveyOfReadings({-1.75e308, 1e308}, {1, 2}));
+    EXPECT_EQ(axes.x.minimum, -most);
+    EXPECT_DOUBLE_EQ(axes.x.maximum, 1e308 + most * 0.1);
+}
+
+TEST(CorrelationAxes, NeedASite) {
     EXPECT_THROW(correlationAxes(surveyOfReadings(std::vector<double>{})), RunTimeError);
 }

@@ -195,15 +195,15 @@ TEST_F(TrimbleImportChain, ReportsAFileThatVanishesBeforeItIsShown) {
     expectSurveyUntouched();
 }
 
-TEST_F(TrimbleImportChain, ReportsDistancesThatOverflowAndLeavesTheSurvey) {
-    main.menusFollow(MenuEvent::SitesImported);
-    chooseFile(sensorFile("   0  9e307 10\n   0 -9e307 10\n"));
+TEST_F(TrimbleImportChain, ReadsSitesThatAreNoPlaceOnEarth) {
+    chooseFile(sensorFile("   0      0 10\n   0  9e307 10\n   0 -9e307 10\n"));
     goThroughControl(u"5"_s);
-    boxes.tell(u"Overflow"_s);
+    boxes.tell(report(3, 0), kReportTitle);
     goThroughFormat(u"11"_s, u"13"_s);
-    EXPECT_EQ(imported.count(), 0);
+    EXPECT_EQ(imported.count(), 1);
     expectMenus(true, true);
-    expectSurveyUntouched();
+    EXPECT_EQ(theSurvey().NumRows, 2);
+    EXPECT_EQ(theSurvey().MaxYDist, std::numeric_limits<double>::max());
 }
 
 TEST_F(TrimbleImportChain, GoesOnWithoutALogThatCannotBeCreated) {

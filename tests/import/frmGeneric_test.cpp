@@ -191,8 +191,12 @@ TEST_F(GenericImport, WarnsOfMoreThan250RowsAndImportsThem) {
 }
 
 TEST_F(GenericImport, LeavesTheSurveyWhenReadingFails) {
-    boxes.tell(u"Overflow"_s);
-    importFile(4, "1e300,0,1\n-1e300,0,1\n-1e308,0,1\n1e308,0,1\n");
+    const std::string path = sensorFile("1,0,1\n");
+    type(*window.txtGFile, fromPath(path));
+    click(option(4));
+    boxes.tell(fromPath(path) + u" cannot be read: Input/output error"_s);
+    const BeforeReading breaks(1, breakDevice);
+    click(*window.cmdImport);
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(imported.count(), 0);
     expectSurveyUntouched();

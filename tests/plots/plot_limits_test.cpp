@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 void expectLimits(const PlotLimits& limits, double xMin, double xMax, double yMin, double yMax) {
@@ -107,6 +109,14 @@ TEST(SurveyGridLimits, AddATwentiethToTheSurveysExtent) {
 TEST(SurveyGridLimits, HaveNoWidthWithoutSpread) {
     const Survey survey = madeSurvey({{100, 10, 0, 0, 1}, {100, 30, 0, 0, 1}});
     expectLimits(surveyGridLimits(survey), 100, 100, 9, 31);
+}
+
+TEST(PlotLimits, ReachNoFartherThanTheLargestDouble) {
+    const double most = std::numeric_limits<double>::max();
+    const Survey survey = madeSurvey({{-1.75e308, 10, 0, 0, 1}, {1.75e308, 30, 1.75e308, 0, 1}});
+    expectLimits(surveyGridLimits(survey), -most, most, 9, 31);
+    expectLimits(rowProfileLimits(survey, firstRow(survey), true), -most, most, -1.75e307, most);
+    expectLimits(rowMapLimits(survey, firstRow(survey), true), -most, most, 9, 31);
 }
 
 TEST(SurveyGridLimits, NeedASite) {

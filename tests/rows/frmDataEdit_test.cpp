@@ -376,31 +376,14 @@ TEST_F(RowDialog, FollowsTheRowLimitWhenItComesToTheFront) {
     EXPECT_TRUE(dialog_->Option2->isEnabled());
 }
 
-TEST_F(RowDialog, ReportsDistancesThatAreTooLargeAndChangesNothing) {
-    theSurvey().chooseDistance(3);
-    Calculate_Y_Distance(theSurvey());
-    theSurvey().SiteData(kX, 5) = 1e300;
-    const std::vector<RowSite> before = sitesIn(theSurvey());
-    ExpectedBoxes boxes;
-    enter(dialog_->Option3, u"5"_s);
-    boxes.tell(u"Overflow"_s);
-    press();
-    EXPECT_TRUE(sitesIn(theSurvey()) == before);
-    EXPECT_EQ(theSurvey().MinDistance, 8);
-    EXPECT_EQ(theSurvey().DistanceMode, 3);
-    EXPECT_EQ(changed_->count(), 0);
-    EXPECT_TRUE(dialog_->isVisible());
-}
-
-TEST_F(RowDialog, OpensAnewWhereDeletingARowLeavesADistanceTooLarge) {
+TEST_F(RowDialog, DeletesARowAlsoWhereADistanceLeftHasASquareTooLarge) {
     theSurvey() = surveyWithRows({{0, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
-    ExpectedBoxes boxes;
     enter(dialog_->Option2, u"2"_s);
-    boxes.tell(u"Overflow"_s);
     press();
     EXPECT_EQ(rowsNow(), (std::vector<double>{1, 2}));
     EXPECT_EQ(changed_->count(), 1);
-    expectJustOpened();
+    EXPECT_EQ(theSurvey().MaxTrueDist, 2e154);
+    EXPECT_FALSE(dialog_->isVisible());
 }
 
 TEST_F(RowDialog, SaysWhenTheSurveyHasMeanwhileBeenEmptied) {

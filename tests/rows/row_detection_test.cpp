@@ -110,23 +110,57 @@ TEST(Distances, OfNoSiteAreNone) {
     EXPECT_EQ(survey.TrueDist, (std::vector<double>{0}));
 }
 
-TEST(Distances, TooLargeForADoubleAreReported) {
-    Survey survey = surveyWithRows({{0, 0}, {1, 0}});
-    survey.SiteData(kX, 1) = 1e300;
-    try {
-        Calculate_Distance(survey);
-        FAIL() << "no error";
-    } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.number(), RunTimeError::kOverflow);
-        EXPECT_EQ(error.description(), "Overflow");
-    }
-    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 0, 0}));
-    EXPECT_EQ(survey.MaxTrueDist, 0);
+TEST(Distances, WhoseSquaresAreTooLargeAreRight) {
+    Survey survey = surveyWithRows({{0, 0}, {3e200, 4e200}, {1e200, 1e200}, {1e200, 1e200}, {3, 5}});
+    survey.SiteData(kX, 4) = survey.SiteData(kX, 3);
+    Calculate_Distance(survey);
+    ASSERT_EQ(survey.TrueDist.size(), 6u);
+    EXPECT_DOUBLE_EQ(survey.TrueDist[1], 5e200);
+    EXPECT_DOUBLE_EQ(survey.TrueDist[2], std::sqrt(13) * 1e200);
+    EXPECT_EQ(survey.TrueDist[3], 0);
+    EXPECT_DOUBLE_EQ(survey.TrueDist[4], 1e200);
+    EXPECT_EQ(survey.TrueDist[5], 0);
+    EXPECT_EQ(survey.MaxTrueDist, survey.TrueDist[1]);
     Calculate_X_Distance(survey);
-    EXPECT_EQ(survey.MaxXDist, 1e300);
-    survey.SiteData(kX, 0) = -1.7e308;
-    survey.SiteData(kX, 1) = 1.7e308;
-    EXPECT_THROW(Calculate_X_Distance(survey), RunTimeError);
+    EXPECT_EQ(survey.XDist, (std::vector<double>{0, 3e200, 2e200, 0, 0, 0}));
+}
+
+TEST(Distances, BeyondAllDoublesAreTheLargestDouble) {
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    Survey survey = surveyWithRows({{-1.7e308, 1.7e308}, {1.7e308, -1.7e308}, {1.7e308, 0}});
+    Calculate_Distance(survey);
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, kLargest, 1.7e308, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, kLargest);
+    Calculate_X_Distance(survey);
+    EXPECT_EQ(survey.XDist, (std::vector<double>{0, kLargest, 0, 0}));
+    Calculate_Y_Distance(survey);
+    EXPECT_EQ(survey.YDist, (std::vector<double>{0, kLargest, 1.7e308, 0}));
+}
+
+// However many sites are worked on at a time, only the distances to the site far away are other ones.
+TEST(Distances, OfOtherSitesStayAsTheyAreBesideOneFarAway) {
+    Survey survey = surveyAlongX(std::vector<double>(5000, 0.1), 1);
+    Calculate_Distance(survey);
+    const std::vector<double> before = survey.TrueDist;
+    for (const std::size_t far : {1u, 1023u, 1024u, 1025u, 3000u, 4999u}) {
+        Survey moved = survey;
+        moved.SiteData(kY, static_cast<SiteIndex>(far)) = 1e200;
+        Calculate_Distance(moved);
+        std::vector<double> expected = before;
+        expected[far] = expected[far + 1] = 1e200;
+        ASSERT_EQ(moved.TrueDist, expected) << far;
+        ASSERT_EQ(moved.MaxTrueDist, 1e200);
+    }
+}
+
+TEST(RowDetection, BeginsARowAtASiteThatIsNoPlaceOnEarth) {
+    Survey survey = surveyWithRows({{0, 0}, {1, 0}, {2, 0}, {1e200, 0}, {1e200, 0}, {5, 0}, {6, 0}});
+    survey.chooseDistance(1);
+    survey.MinDistance = 10;
+    Calculate_Distance(survey);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    const double* const rows = survey.SiteData.column(kRow);
+    EXPECT_EQ(std::vector<double>(rows, rows + 7), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
 }
 
 TEST(Distances, OfTheChosenMeasureAreTestedInOrder) {

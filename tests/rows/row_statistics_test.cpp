@@ -1,11 +1,11 @@
 #include "rows/row_statistics.h"
 
-#include "app/run_time_error.h"
 #include "support/row_surveys.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 TEST(RowStatistics, SumUpEachRow) {
     const Survey survey = surveyWithRows(
@@ -84,15 +84,28 @@ TEST(RowStatistics, KeepTheDigitsOfReadingsWithALargeOffset) {
     EXPECT_EQ(statistics.rows[0].em2Mean, 0.1);
 }
 
-TEST(RowStatistics, TooLargeForADoubleAreReported) {
-    const auto sites = [](double reading) {
-        return std::vector<RowSite>{{0, 0, -reading, 0, 1}, {0, 0, reading, 0, 1}, {0, 0, reading, 0, 1}};
-    };
-    Survey survey = surveyWithRows(sites(1e308));
-    EXPECT_THROW(rowStatistics(survey), RunTimeError);
-    survey = surveyWithRows(sites(1));
-    survey.SiteData(kX, 2) = 1e300;
-    EXPECT_THROW(rowStatistics(survey), RunTimeError);
+TEST(RowStatistics, MeansAreTheSumDividedByTheCount) {
+    const RowStatistics statistics =
+        rowStatistics(surveyWithRows({{0, 0, 5.63, 39.54, 1}, {0, 0, 39.54, 5.63, 1}}));
+    EXPECT_EQ(statistics.rows[0].em1Mean, 22.585);
+    EXPECT_EQ(statistics.rows[0].em2Mean, 22.585);
+}
+
+TEST(RowStatistics, OfNumbersThatAreNoPlaceOnEarthAreNumbersToo) {
+    const double most = std::numeric_limits<double>::max();
+    const RowStatistics statistics = rowStatistics(surveyWithRows({{0, 0, 1.5e308, -1e308, 1},
+                                                                   {3e200, 4e200, 1.1e308, -1.4e308, 1},
+                                                                   {-most, 0, most, 0, 2},
+                                                                   {most, 0, most, 0, 2},
+                                                                   {0, 0, 7, 0, 3}}));
+    EXPECT_DOUBLE_EQ(statistics.rows[0].length, 5e200);
+    EXPECT_DOUBLE_EQ(statistics.rows[0].em1Mean, 1.3e308);
+    EXPECT_DOUBLE_EQ(statistics.rows[0].em2Mean, -1.2e308);
+    EXPECT_EQ(statistics.rows[1].length, most);
+    EXPECT_EQ(statistics.rows[1].em1Mean, most);
+    EXPECT_EQ(statistics.rows[2].em1Mean, 7);
+    EXPECT_EQ(statistics.longest, most);
+    EXPECT_EQ(statistics.relativeLength(statistics.rows[1]), 100);
 }
 
 TEST(RowStatistics, AgreeWithPlainSumsOnRandomSurveys) {

@@ -5,6 +5,7 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 double PlainSurvey::distance(std::size_t i) const {
     if (i < 1 || i >= sites.size()) return 0;
@@ -12,7 +13,11 @@ double PlainSurvey::distance(std::size_t i) const {
     const double dy = sites[i].y - sites[i - 1].y;
     if (measure == 2) return std::abs(dx);
     if (measure == 3) return std::abs(dy);
-    return std::sqrt(dx * dx + dy * dy);
+    const double length = std::sqrt(dx * dx + dy * dy);
+    if (std::isfinite(length)) return length;
+    constexpr long double kMost = std::numeric_limits<double>::max();
+    return static_cast<double>(
+        std::min(std::hypot(static_cast<long double>(dx), static_cast<long double>(dy)), kMost));
 }
 
 std::vector<long> PlainSurvey::rowSizes() const {

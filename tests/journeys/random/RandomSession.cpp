@@ -214,10 +214,7 @@ void RandomSession::plotsHidden() {
 
 void RandomSession::plotsFollow() {
     statisticsFollow();
-    PlainSurvey plotted = survey_;
-    plotted.measure = lagMeasure_;
-    const bool drawn =
-        !survey_.empty() && (chart_ == u"Chart2D1" ? distancesAreFinite(plotted) : rowsCanBeShown());
+    const bool drawn = !survey_.empty() && (chart_ == u"Chart2D1" || rowsCanBeShown());
     if (!drawn) return plotsHidden();
     redLine_ = survey_.minDistance;
     if (!editing_) return;

@@ -141,8 +141,7 @@ class RandomSession {
     void refuseControls(QWidget& window);
     void refuseFormat(QWidget& window, const PlainTrimbleOptions& options);
     void finishTrimbleImport(const PlainImport& import);
-    static bool distancesAreFinite(const PlainSurvey& survey);
-    bool overflows(const PlainSurvey& survey, const std::string& where);
+    void noteVast(const PlainSurvey& survey, const std::string& where);
     std::string trimbleFile(const PlainTrimbleOptions& options);
     void importGeneric();
     struct GenericFile;

@@ -170,10 +170,7 @@ void RandomSession::finishGenericImport(QWidget& window, GenericFile& file) {
     file.survey.measure = survey_.measure == 0 ? 1 : survey_.measure;
     file.survey.minDistance = survey_.minDistance;
     const bool refused = file.rowFault.startsWith(u"Fatal"_s);
-    if (!refused && overflows(file.survey, "an import")) {
-        clickOn(window, u"cmdImport"_s);
-        return leave(window, u"cmdCancel"_s);
-    }
+    noteVast(file.survey, "an import");
     QString report = u"There are %1 valid records in this file."_s.arg(file.survey.sites.size());
     if (file.dropped > 0)
         report +=

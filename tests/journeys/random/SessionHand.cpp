@@ -91,10 +91,10 @@ void RandomSession::wantKeys() {
 void RandomSession::wantSituations() {
     for (const char* const situation :
          {"too many rows from an import", "too many rows from a recalculation", "too many rows for a view",
-          "a view of more rows than there may be", "overflow of an import", "overflow of a recalculation",
-          "overflow of a view", "no sites left", "a row emptied", "row information lost",
-          "more points picked than may be", "a rectangle dragged", "a point picked on a closer look",
-          "a printer that fails", "a page that cannot be written", "a page printed", "an export that fails",
-          "an editor that fails"})
+          "a view of more rows than there may be", "a vast survey in an import",
+          "a vast survey in a recalculation", "a vast survey in a view", "no sites left", "a row emptied",
+          "row information lost", "more points picked than may be", "a rectangle dragged",
+          "a point picked on a closer look", "a printer that fails", "a page that cannot be written",
+          "a page printed", "an export that fails", "an editor that fails"})
         reached_.want(situation);
 }

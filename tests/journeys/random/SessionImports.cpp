@@ -26,20 +26,17 @@ void put(std::string& line, const PlainField& columns, const std::string& text) 
     line.replace(end - text.size(), text.size(), text);
 }
 
-}  // namespace
-
-bool RandomSession::distancesAreFinite(const PlainSurvey& survey) {
+bool isVast(const PlainSurvey& survey) {
     for (std::size_t i = 1; i < survey.sites.size(); ++i)
-        if (!std::isfinite(survey.distance(i))) return false;
-    return true;
+        if (survey.distance(i) > 1e299) return true;
+    return false;
 }
 
-// Distances too large for a number end an import: nothing of it is kept.
-bool RandomSession::overflows(const PlainSurvey& survey, const std::string& where) {
-    if (distancesAreFinite(survey)) return false;
-    reached_.note("overflow of " + where);
-    expect(u"Overflow"_s);
-    return true;
+}  // namespace
+
+// Distances whose squares are too large for a number are no reason for anything.
+void RandomSession::noteVast(const PlainSurvey& survey, const std::string& where) {
+    if (isVast(survey)) reached_.note("a vast survey in " + where);
 }
 
 // The sites of some runs, out and back; sometimes far more rows than the program holds.
@@ -216,7 +213,7 @@ void RandomSession::refuseFormat(QWidget& window, const PlainTrimbleOptions& opt
 }
 
 void RandomSession::finishTrimbleImport(const PlainImport& import) {
-    if (overflows(import.survey, "an import")) return clickOn(shownWindow(u"frmIniDisplay"_s), u"Command1"_s);
+    noteVast(import.survey, "an import");
     QString report =
         u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
         u"containing non-numeric or invalid numeric values."_s.arg(import.survey.sites.size())

@@ -133,7 +133,7 @@ void RandomSession::recalculate(QWidget& dialog) {
         PlainSurvey divided = survey_;
         divided.measure = measure;
         divided.minDistance = distance;
-        if (overflows(divided, "a recalculation")) return clickOn(dialog, u"Command1"_s);
+        noteVast(divided, "a recalculation");
         found = findPlainRows(divided);
         survey_ = divided;
         if (!found) {

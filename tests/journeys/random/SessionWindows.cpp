@@ -39,18 +39,12 @@ std::vector<PlainRow> plainRows(const PlainSurvey& survey) {
             em1.push_back(survey.sites[i].em1);
             em2.push_back(survey.sites[i].em2);
         }
-        const double dx = survey.sites[first].x - survey.sites[last].x;
-        const double dy = survey.sites[first].y - survey.sites[last].y;
-        rows.push_back({size, std::sqrt(dx * dx + dy * dy), mean(em1), mean(em2)});
+        const long double dx = survey.sites[first].x - survey.sites[last].x;
+        const long double dy = survey.sites[first].y - survey.sites[last].y;
+        rows.push_back({size, static_cast<double>(std::hypot(dx, dy)), mean(em1), mean(em2)});
         first = last + 1;
     }
     return rows;
-}
-
-bool lengthsAreFinite(const PlainSurvey& survey) {
-    const std::vector<PlainRow> rows = plainRows(survey);
-    return std::all_of(rows.begin(), rows.end(),
-                       [](const PlainRow& row) { return std::isfinite(row.length); });
 }
 
 }  // namespace
@@ -88,7 +82,7 @@ void RandomSession::plotLag() {
     const QString items[] = {u"mnuTrue_Dis"_s, u"mnuX_Dis"_s, u"mnuY_Dis"_s};
     PlainSurvey plotted = survey_;
     plotted.measure = measure;
-    if (!survey_.empty() && overflows(plotted, "a view")) return chooseItem(*main_, items[measure - 1]);
+    noteVast(plotted, "a view");
     if (!choose(items[measure - 1], false)) return;
     plotsHidden();
     chart_ = u"Chart2D1"_s;
@@ -118,15 +112,11 @@ void RandomSession::statisticsFollow() {
     if (!survey_.rowsUsable() && survey_.rowIndex > 250)
         statistics_ = u"Too many rows: Please specify a larger distance value"_s;
     else
-        statistics_ = u"Total # of detected rows = %1"_s.arg(
-            survey_.rowsUsable() && lengthsAreFinite(survey_) ? survey_.rowSizes().size() : 0);
+        statistics_ =
+            u"Total # of detected rows = %1"_s.arg(survey_.rowsUsable() ? survey_.rowSizes().size() : 0);
 }
 
 void RandomSession::reviewRows() {
-    if (!survey_.empty() && survey_.rowsUsable() && !lengthsAreFinite(survey_)) {
-        expect(u"Overflow"_s);
-        return chooseItem(*main_, u"mnuStat"_s);
-    }
     if (!choose(u"mnuStat"_s, true)) return;
     const std::vector<long> sizes = survey_.rowSizes();
     counted_ = sizes.size() <= 250;
