@@ -3,6 +3,7 @@
 #include "app/Guarded.h"
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
+#include "app/Pixels.h"
 #include "app/Printing.h"
 #include "app/numbers.h"
 #include "app/palette16.h"
@@ -111,7 +112,7 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     resize(QSize(680, 640).boundedTo(screen()->availableSize() * 0.92));
     const QPointF inches = QPointF(kLoadOffset) / kTwipsPerInch;
     const QPointF offset(inches.x() * logicalDpiX(), inches.y() * logicalDpiY());
-    if (parent) move(parent->window()->pos() + offset.toPoint());
+    if (parent) move(parent->window()->pos() + nearestPixel(offset));
     clear();
     // A histogram is whole or it is none, on the screen as on paper.
     for (PictureBox* box : {HG1, HG2}) {

@@ -1,5 +1,6 @@
 #include "app/PictureBox.h"
 
+#include "app/Pixels.h"
 #include "app/palette16.h"
 #include "app/point_raster.h"
 
@@ -86,11 +87,12 @@ void PictureBox::stampAll(const double* x, const double* y, const Skip* skip, qs
     const double xUnit = image.width() / scale_.width;
     const double yUnit = image.height() / scale_.height;
     RasterMap map;
-    map.xScale = xUnit / (extent.xMax - extent.xMin);
+    // Half the extent, because the whole may be too large for a Double.
+    map.xScale = xUnit / 2 / (extent.xMax / 2 - extent.xMin / 2);
     map.xShift = -scale_.left * xUnit - extent.xMin * map.xScale;
-    map.yScale = -yUnit / (extent.yMax - extent.yMin);
+    map.yScale = -yUnit / 2 / (extent.yMax / 2 - extent.yMin / 2);
     map.yShift = (1 - scale_.top) * yUnit - extent.yMin * map.yScale;
-    const int size = std::max(1, qRound(penWidth_ * resolution));
+    const int size = std::max(1, nearestInt(penWidth_ * resolution));
     map.left = map.top = -size;
     map.right = image.width() + size;
     map.bottom = image.height() + size;
@@ -173,7 +175,7 @@ void PictureBox::print(QPainter& painter, const QRectF& target) {
     });
     printing_ = true;
     if (isSignalConnected(QMetaMethod::fromSignal(&PictureBox::redrawNeeded))) {
-        renew({qRound(width), qRound(height)}, std::clamp(dots / width, 1.0, kFinestPaper));
+        renew({nearestInt(width), nearestInt(height)}, std::clamp(dots / width, 1.0, kFinestPaper));
         Q_EMIT redrawNeeded();
     }
     painter.drawImage(target, picture_);
@@ -285,8 +287,8 @@ void PictureBox::paintEvent(QPaintEvent* event) {
 }
 
 void PictureBox::renew(const QSize& size, double resolution) {
-    const QSize pixels(std::max(1, qRound(size.width() * resolution)),
-                       std::max(1, qRound(size.height() * resolution)));
+    const QSize pixels(std::max(1, nearestInt(size.width() * resolution)),
+                       std::max(1, nearestInt(size.height() * resolution)));
     picture_ = QImage(pixels, QImage::Format_RGB32);
     picture_.setDevicePixelRatio(resolution);
     picture_.fill(Qt::white);
@@ -296,8 +298,8 @@ void PictureBox::renew(const QSize& size, double resolution) {
 bool PictureBox::fitsDisplay() const {
     const double resolution = devicePixelRatioF();
     return !picture_.isNull() && picture_.devicePixelRatio() == resolution &&
-           picture_.width() == std::max(1, qRound(width() * resolution)) &&
-           picture_.height() == std::max(1, qRound(height() * resolution));
+           picture_.width() == std::max(1, nearestInt(width() * resolution)) &&
+           picture_.height() == std::max(1, nearestInt(height() * resolution));
 }
 
 QImage& PictureBox::picture() {
@@ -352,15 +354,15 @@ void PictureBox::changeScaleByUser(const Scale& scale) {
 QRect PictureBox::bandBox() const {
     if (!band_) return {};
     const QRectF box(toPixel(band_->from.x(), band_->from.y()), toPixel(band_->to.x(), band_->to.y()));
-    return (box.normalized().adjusted(-2, -2, 2, 2) & QRectF(rect()).adjusted(-4, -4, 4, 4)).toAlignedRect();
+    return pixelsAround(box.normalized().adjusted(-2, -2, 2, 2) & QRectF(rect()).adjusted(-4, -4, 4, 4));
 }
 
 QRect PictureBox::crossBox() const {
     if (!cross_) return {};
     const QPointF centre = toPixel(cross_->x(), cross_->y());
     const double reach = kCrossArm + 2;
-    return (QRectF(centre.x() - reach, centre.y() - reach, 2 * reach, 2 * reach) & QRectF(rect()))
-        .toAlignedRect();
+    return pixelsAround(QRectF(centre.x() - reach, centre.y() - reach, 2 * reach, 2 * reach) &
+                        QRectF(rect()));
 }
 
 void PictureBox::paintOverlays(QPainter& painter) const {

@@ -4,6 +4,7 @@
 #include "app/file_replacement.h"
 #include "app/run_time_error.h"
 #include "app/survey.h"
+#include "app/whole_numbers.h"
 
 #include <QDir>
 #include <QFile>
@@ -72,7 +73,7 @@ bool printPage(QWidget* parent, const QString& documentName, const PageDrawing& 
     }
     QPrinter printer(QPrinter::HighResolution);
     if (!name.isEmpty()) printer.setPrinterName(name);
-    printer.setResolution(static_cast<int>(std::lround(300 * theSession().PrintScale)));
+    printer.setResolution(nearestInt(300 * theSession().PrintScale));
     printer.setDocName(documentName);
     printer.setCreator(QStringLiteral("VARN-Tessel"));
     if (path.isEmpty())

@@ -1,5 +1,7 @@
 #include "app/RichTextFormats.h"
 
+#include "app/whole_numbers.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -38,7 +40,7 @@ QList<QTextOption::Tab> tabPositions(const RichTextParagraph& paragraph, int lef
               [](const auto& a, const auto& b) { return a.position < b.position; });
     QList<QTextOption::Tab> tabs;
     for (const auto& stop : stops) {
-        const int distance = static_cast<int>(stop.position) - left - first;
+        const int distance = clampedInt(stop.position) - left - first;
         if (distance > 0) tabs << QTextOption::Tab(pixels(distance), stop.type);
     }
     return tabs;

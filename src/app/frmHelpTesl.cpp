@@ -115,7 +115,8 @@ void frmHelpTesl::selectShownDocument() {
 
 void frmHelpTesl::listDocuments() {
     for (const auto& document : kHelpDocuments)
-        lstDocuments->addItem(QString::fromUtf8(document.title.data(), qsizetype(document.title.size())));
+        lstDocuments->addItem(
+            QString::fromUtf8(document.title.data(), static_cast<qsizetype>(document.title.size())));
     splDocuments->setStretchFactor(0, 0);
     splDocuments->setStretchFactor(1, 1);
     splDocuments->setCollapsible(1, false);

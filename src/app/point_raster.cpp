@@ -1,5 +1,7 @@
 #include "app/point_raster.h"
 
+#include "app/whole_numbers.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -112,8 +114,8 @@ void writeStamps(const Raster& raster, const RasterMap& map, const PlacedStamp& 
         const double py = map.yScale * y[i] + map.yShift;
         if (!(px >= left && px <= right && py >= top && py <= bottom)) continue;
         if (skip && skip[i]) continue;
-        const int column = static_cast<int>(px + toCorner) - size;
-        const int row = static_cast<int>(py + toCorner) - size;
+        const int column = intWithin(px + toCorner) - size;
+        const int row = intWithin(py + toCorner) - size;
         if (column < 0 || row < 0 || column > raster.width - size || row > raster.height - size) {
             writeCut(raster, column, row, stamp);
             continue;
@@ -153,8 +155,8 @@ void stampBlocks(const Raster& raster, const RasterMap& map, const PlacedStamp& 
             continue;
         }
         if (skip && skip[i]) continue;
-        std::uint32_t* row = raster.pixels + (static_cast<int>(py + kToCorner) - Size) * raster.stride +
-                             (static_cast<int>(px + kToCorner) - Size);
+        std::uint32_t* row = raster.pixels + (intWithin(py + kToCorner) - Size) * raster.stride +
+                             (intWithin(px + kToCorner) - Size);
         for (int dy = 0; dy < Size; ++dy, row += raster.stride)
             std::fill_n(row, Size, colour);
     }

@@ -1,6 +1,7 @@
 #include "export/print_number.h"
 
 #include "app/run_time_error.h"
+#include "app/whole_numbers.h"
 
 #include <array>
 #include <charconv>
@@ -69,8 +70,7 @@ std::int64_t wholeUnits(double magnitude, double scale) {
     const double scaled = magnitude * scale;
     if (!(scaled < 999'999'999'999'999.0)) return -1;
     // A unit rounded wrongly does not divide back to the magnitude.
-    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
-    const auto units = static_cast<std::int64_t>(scaled + 0.5);
+    const std::int64_t units = int64Within(scaled + 0.5);
     return static_cast<double>(units) / scale == magnitude ? units : -1;
 }
 

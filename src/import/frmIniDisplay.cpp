@@ -6,6 +6,7 @@
 #include "app/MessageBox.h"
 #include "app/numbers.h"
 #include "app/palette16.h"
+#include "app/whole_numbers.h"
 #include "import/sensor_file_preview.h"
 
 #include <QScreen>
@@ -94,8 +95,7 @@ void frmIniDisplay::showFirstLines() {
 
     // Room for the ruler's width and for seven lines, and some, above a scroll bar.
     const QFontMetrics metrics(picPreview->font());
-    const int edges =
-        2 * (picPreview->frameWidth() + static_cast<int>(picPreview->document()->documentMargin()));
+    const int edges = 2 * (picPreview->frameWidth() + intAbove(picPreview->document()->documentMargin()));
     const int allLines = kRulerLines + static_cast<int>(kPreviewLines);
     picPreview->setMinimumHeight((allLines + 1) * metrics.lineSpacing() + edges +
                                  picPreview->horizontalScrollBar()->sizeHint().height());

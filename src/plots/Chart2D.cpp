@@ -1,5 +1,6 @@
 #include "plots/Chart2D.h"
 
+#include "app/Pixels.h"
 #include "app/run_time_error.h"
 #include "plots/Chart2DPrivate.h"
 
@@ -184,7 +185,7 @@ Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel, int within) co
     const Point at = point(group, found.series, static_cast<qsizetype>(found.point));
     const double across = std::floor(map.pixelX(at.x)) - pixel.x();
     const double down = std::floor(map.pixelY(at.y)) - pixel.y();
-    return {found.series, static_cast<qsizetype>(found.point), qRound(std::hypot(across, down))};
+    return {found.series, static_cast<qsizetype>(found.point), nearestInt(std::hypot(across, down))};
 }
 
 void Chart2D::showCross(double x, double y) {

@@ -1,3 +1,4 @@
+#include "app/Pixels.h"
 #include "plots/Chart2DPrivate.h"
 
 #include <QKeyEvent>
@@ -16,10 +17,6 @@ namespace {
 constexpr double kZoomStep = 0.8;
 /// Part of the view that Ctrl and an arrow key move.
 constexpr double kMoveStep = 0.1;
-
-QPoint pixelOf(const QPointF& position) {
-    return {int(std::floor(position.x())), int(std::floor(position.y()))};
-}
 
 }  // namespace
 
@@ -63,7 +60,7 @@ void Chart2D::leaveEvent(QEvent*) {
 }
 
 void Chart2D::mousePressEvent(QMouseEvent* event) {
-    const QPoint pixel = pixelOf(event->position());
+    const QPoint pixel = pixelAt(event->position());
     if (event->button() == Qt::LeftButton) Q_EMIT pointerPressed(pixel);
     if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) d_->dragged = pixel;
 }
@@ -75,7 +72,7 @@ void Chart2D::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void Chart2D::mouseMoveEvent(QMouseEvent* event) {
-    const QPoint pixel = pixelOf(event->position());
+    const QPoint pixel = pixelAt(event->position());
     if (d_->dragged) {
         const PixelRect area = d_->map(rect(), false).area;
         const QPoint by = pixel - *d_->dragged;

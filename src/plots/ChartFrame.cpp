@@ -1,5 +1,6 @@
 #include "plots/ChartFrame.h"
 
+#include "app/whole_numbers.h"
 #include "plots/ChartSymbols.h"
 
 #include <QFontMetrics>
@@ -30,7 +31,7 @@ ChartFrame::Sheet ChartFrame::sheet(const QPainter& painter, const QRectF& targe
     double height = yDots / painter.device()->logicalDpiY() * kSheetDotsPerInch;
     const double grow = std::max({1.0, kSmallestSheet.width() / std::max(1.0, width),
                                   kSmallestSheet.height() / std::max(1.0, height)});
-    const QSize size(std::max(1, qRound(width * grow)), std::max(1, qRound(height * grow)));
+    const QSize size(std::max(1, nearestInt(width * grow)), std::max(1, nearestInt(height * grow)));
     return {size, target.width() / size.width(), target.height() / size.height()};
 }
 
@@ -38,7 +39,7 @@ void ChartFrame::setFont(const QFont& font, int dotsPerInch) {
     dotsPerInch_ = dotsPerInch;
     textFont_ = font;
     if (font.pixelSize() <= 0)
-        textFont_.setPixelSize(std::max(1, qRound(font.pointSizeF() * dotsPerInch / 72)));
+        textFont_.setPixelSize(std::max(1, nearestInt(font.pointSizeF() * dotsPerInch / 72)));
     setHeaderFont(headerPointSize_, headerBold_);
 }
 
@@ -46,7 +47,7 @@ void ChartFrame::setHeaderFont(double pointSize, bool bold) {
     headerPointSize_ = pointSize;
     headerBold_ = bold;
     headerFont_ = textFont_;
-    headerFont_.setPixelSize(std::max(1, qRound(pointSize * dotsPerInch_ / 72)));
+    headerFont_.setPixelSize(std::max(1, nearestInt(pointSize * dotsPerInch_ / 72)));
     headerFont_.setBold(bold);
 }
 
@@ -76,11 +77,11 @@ void ChartFrame::paint(QPainter& painter, const QRect& whole,
     const int width = QFontMetrics(headerFont_).horizontalAdvance(header);
     const bool fits = (top.width() - width) / 2 > names;
     const QRect box = fits ? top : top.adjusted(0, 0, -names, 0);
-    painter.drawText(box, int(fits ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
+    painter.drawText(box, static_cast<int>(fits ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter),
                      QFontMetrics(headerFont_).elidedText(header, Qt::ElideRight, box.width()));
     const QRect bottom = footerRect(whole).adjusted(kMargin, 0, -kMargin, 0);
     painter.setFont(textFont_);
-    painter.drawText(bottom, int(Qt::AlignLeft | Qt::AlignVCenter),
+    painter.drawText(bottom, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),
                      QFontMetrics(textFont_).elidedText(footer_, Qt::ElideRight, bottom.width()));
 }
 
@@ -108,7 +109,7 @@ int ChartFrame::paintNames(QPainter& painter, const QRect& box,
 int ChartFrame::paintName(QPainter& painter, const QRect& box, const ChartSeries& series) const {
     const QString name = QString::fromStdString(series.name);
     const int width = QFontMetrics(textFont_).horizontalAdvance(name);
-    painter.drawText(box, int(Qt::AlignRight | Qt::AlignVCenter), name);
+    painter.drawText(box, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), name);
     const QPointF centre(box.right() - width - 14, box.center().y() + 0.5);
     if (series.style.line != ChartLine::None) {
         painter.save();

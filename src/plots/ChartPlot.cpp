@@ -1,5 +1,7 @@
 #include "plots/ChartPlot.h"
 
+#include "app/Pixels.h"
+
 #include <QPicture>
 
 #include <algorithm>
@@ -17,7 +19,7 @@ constexpr int kCrossArm = 11;
 /// time that labels grow or shrink by one while it is being moved.
 int steadyWidth(double width, const QFontMetricsF& metrics) {
     const double step = 4 * metrics.averageCharWidth();
-    return int(std::ceil(std::ceil(width / step) * step));
+    return intAbove(std::ceil(width / step) * step);
 }
 
 double widthOf(const std::string& label, const QFontMetricsF& metrics) {
@@ -25,7 +27,7 @@ double widthOf(const std::string& label, const QFontMetricsF& metrics) {
 }
 
 int lineHeight(const QCPAxis& axis) {
-    return int(std::ceil(QFontMetricsF(axis.tickLabelFont()).height()));
+    return intAbove(QFontMetricsF(axis.tickLabelFont()).height());
 }
 
 }  // namespace
@@ -192,7 +194,7 @@ bool ChartPlot::showsSecondScale() const {
 
 int ChartPlot::titleRoom(const QCPAxis& axis) const {
     if (axis.label().isEmpty()) return 0;
-    return kTitlePadding + int(std::ceil(QFontMetricsF(axis.labelFont()).height()));
+    return kTitlePadding + intAbove(QFontMetricsF(axis.labelFont()).height());
 }
 
 int ChartPlot::topMargin() const {
@@ -275,7 +277,7 @@ QRect ChartPlot::crossRect() {
     const double x = pixels.pixelX(cross_->x());
     const double y = pixels.pixelY(cross_->y());
     if (!pixels.area.contains(x, y)) return {};
-    return QRectF(x - kCrossArm - 2, y - kCrossArm - 2, 2 * kCrossArm + 4, 2 * kCrossArm + 4).toAlignedRect();
+    return pixelsAround(QRectF(x - kCrossArm - 2, y - kCrossArm - 2, 2 * kCrossArm + 4, 2 * kCrossArm + 4));
 }
 
 void ChartPlot::drawCross() {

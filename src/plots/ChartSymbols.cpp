@@ -1,6 +1,7 @@
 #include "plots/ChartSymbols.h"
 
 #include "app/palette16.h"
+#include "app/whole_numbers.h"
 
 #include <QImage>
 #include <QPainter>
@@ -97,7 +98,7 @@ const Stamp& StampCache::stamp(ChartSymbol symbol, int colour, SymbolEdges edges
     scale_ = scale;
     const auto [entry, isNew] = stamps_.try_emplace({symbol, colour, edges});
     if (!isNew) return entry->second;
-    const int size = std::max(1, qRound(symbolSize(symbol) * scale));
+    const int size = std::max(1, nearestInt(symbolSize(symbol) * scale));
     QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);

@@ -1,5 +1,6 @@
 #include "plots/PaperSymbols.h"
 
+#include "app/whole_numbers.h"
 #include "plots/ChartSymbols.h"
 
 #include <QPainter>
@@ -17,11 +18,11 @@ constexpr std::size_t kStrokesPerPath = 5000;
 constexpr double kStroke = 0.001;
 
 std::uint32_t placeCount(double from, double to) {
-    return static_cast<std::uint32_t>((to - from) * kPlacesPerPixel) + 2;
+    return static_cast<std::uint32_t>(intWithin((to - from) * kPlacesPerPixel)) + 2;
 }
 
 std::uint32_t placeOf(double pixel, double origin) {
-    return static_cast<std::uint32_t>(std::max(0.0, (pixel - origin) * kPlacesPerPixel + 0.5));
+    return static_cast<std::uint32_t>(intWithin(std::max(0.0, (pixel - origin) * kPlacesPerPixel + 0.5)));
 }
 
 }  // namespace

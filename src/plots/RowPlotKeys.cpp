@@ -1,4 +1,5 @@
 #include "app/Guarded.h"
+#include "app/Pixels.h"
 #include "plots/RowPlotEditor.h"
 
 #include <QKeyEvent>
@@ -77,7 +78,7 @@ void RowPlotEditor::showCursor() {
     cursorShown_ = true;
     for (Chart2D* const chart : {Chart2D3, Chart2D4}) {
         const Chart2D::Point at = chart->point(Chart2D::kData, 1, cursor_);
-        const QPoint pixel = chart->dataToPixel(at.x, at.y).toPoint();
+        const QPoint pixel = nearestPixel(chart->dataToPixel(at.x, at.y));
         if (!chart->pixelToData(pixel).inPlotArea) chart->resetView();
         chart->showCross(at.x, at.y);
         chart->setFooterText(readoutOf(chart, cursor_));

@@ -2,6 +2,7 @@
 #include "app/Printing.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "app/whole_numbers.h"
 #include "plots/RowPlotEditor.h"
 
 #include <QDate>
@@ -22,7 +23,7 @@ constexpr double kHeight = kProfileTop + kChartHeight;
 
 void drawTitle(QPainter& painter, const QRectF& line, int row) {
     QFont font = painter.font();
-    font.setPixelSize(static_cast<int>(line.height() * kTitleSize / kTitleHeight));
+    font.setPixelSize(clampedInt(line.height() * kTitleSize / kTitleHeight));
     painter.setFont(font);
     const QString file = legible(fromPath(theSession().InputFileName).section(u'/', -1));
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, RowPlotEditor::tr("Row #%1").arg(row));

@@ -1,5 +1,6 @@
 #include "plots/SymbolPlottable.h"
 
+#include "app/whole_numbers.h"
 #include "plots/PaperSymbols.h"
 
 #include <algorithm>
@@ -120,7 +121,7 @@ void SymbolPlottable::drawInParts(QCPPainter& painter, std::span<const PixelPoin
     painter.setRenderHint(QPainter::Antialiasing, false);
     static_cast<QPainter&>(painter).setPen(pen);
     const double scale = painter.device()->devicePixelRatioF();
-    for (int i = 0; i < qRound(scale); ++i) {
+    for (int i = 0; i < nearestInt(scale); ++i) {
         painter.drawLines(parts_);
         painter.translate(1 / scale, 0);
     }
@@ -131,8 +132,8 @@ void SymbolPlottable::stampSymbols(QCPPainter& painter, const PixelMap& pixels) 
     const double scale = painter.device()->devicePixelRatioF();
     const QRect clip = clipRect();
     // The picture covers whole device pixels, so that it is laid down without being resampled.
-    const QPoint corner(int(std::floor(clip.left() * scale)), int(std::floor(clip.top() * scale)));
-    const QSize size(int(std::ceil(clip.width() * scale)) + 1, int(std::ceil(clip.height() * scale)) + 1);
+    const QPoint corner(intBelow(clip.left() * scale), intBelow(clip.top() * scale));
+    const QSize size(intAbove(clip.width() * scale) + 1, intAbove(clip.height() * scale) + 1);
     if (picture_.size() != size) picture_ = QImage(size, QImage::Format_ARGB32_Premultiplied);
     picture_.fill(Qt::transparent);
     marks_.reset(size.width(), size.height());

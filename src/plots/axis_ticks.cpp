@@ -1,5 +1,7 @@
 #include "plots/axis_ticks.h"
 
+#include "app/whole_numbers.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -10,19 +12,19 @@ namespace {
 /// The number `index` of the endless row ... 0.5, 1, 2, 5, 10, 20, 50 ...; number 0 is 1.
 double niceNumber(int index) {
     static constexpr std::array<double, 3> kMantissas = {1, 2, 5};
-    const int power = static_cast<int>(std::floor(index / 3.0));
+    const int power = intBelow(index / 3.0);
     return kMantissas[static_cast<std::size_t>(index - 3 * power)] * std::pow(10.0, power);
 }
 
 int indexOfNiceNumberFrom(double atLeast) {
-    int index = 3 * static_cast<int>(std::floor(std::log10(atLeast)));
+    int index = 3 * intBelow(std::log10(atLeast));
     while (niceNumber(index) < atLeast * (1 - 1e-9))
         ++index;
     return index;
 }
 
 TickStep tickStep(int index) {
-    return {niceNumber(index), std::max(0, -static_cast<int>(std::floor(index / 3.0)))};
+    return {niceNumber(index), std::max(0, -intBelow(index / 3.0))};
 }
 
 constexpr int kFinerSteps = 6;  ///< a hundredth of the step that was too coarse, at most

@@ -31,7 +31,8 @@ QString frmClip::zoneShown() const {
     if (shown == kFullMap) return tr("full map");
     for (const MapZone& zone : kMapZones)
         if (zone.window == shown)
-            return findChild<QAction*>(QLatin1StringView(zone.item.data(), qsizetype(zone.item.size())))
+            return findChild<QAction*>(
+                       QLatin1StringView(zone.item.data(), static_cast<qsizetype>(zone.item.size())))
                 ->text()
                 .remove(u'&');
     return tr("a view of your own");

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/whole_numbers.h"
+
+#include <QPoint>
+#include <QRect>
+
+// From places on a widget to its pixels. Unlike Qt's own conversions these take a place anywhere, also one
+// that a zoomed view has moved beyond the range of an int.
+
+/// The pixel that a place lies in.
+inline QPoint pixelAt(const QPointF& place) {
+    return {intBelow(place.x()), intBelow(place.y())};
+}
+
+/// The pixel corner nearest to a place.
+inline QPoint nearestPixel(const QPointF& place) {
+    return {nearestInt(place.x()), nearestInt(place.y())};
+}
+
+/// The smallest rectangle of whole pixels around another. Requires one that has been cut off at a widget.
+inline QRect pixelsAround(const QRectF& box) {
+    const QPoint corner = pixelAt(box.topLeft());
+    return {corner, QSize(intAbove(box.right()) - corner.x(), intAbove(box.bottom()) - corner.y())};
+}
