@@ -25,7 +25,9 @@ struct ImportSummary {
     /// Lines of a delimited file that do not hold as many values as the layout takes, and the first of them.
     std::int64_t linesNotFitting = 0;
     std::int64_t firstLineNotFitting = 0;
-    /// Lines of a fixed-column file in which an edge of a field cuts through digits, and the first of them.
+    /// Lines of a fixed-column file in which an edge of a field in use cuts through digits (a digit on both
+    /// sides of it), and the first of them. Only lines whose fields were read as numbers count, those below
+    /// the cut-off too: what stands in a header line means nothing.
     std::int64_t linesCut = 0;
     std::int64_t firstLineCut = 0;
 

@@ -5,6 +5,7 @@
 #include "import/error_log.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace {
@@ -29,6 +30,65 @@ struct ByteRange {
         return begin < last && parseNumber(line.data() + begin, line.data() + last, value);
     }
 };
+
+bool isDigit(char c) {
+    return static_cast<unsigned char>(c - '0') < 10;
+}
+
+// The places between two bytes of a line at which the fields in use begin and end, each once.
+class FieldEdges {
+  public:
+    explicit FieldEdges(const TrimbleOptions& options) {
+        if (options.SiteIDPresent) add(options.SiteIDField);
+        if (options.TwoEMColumns) add(options.EM2Field);
+        for (const FieldColumns& field : {options.XField, options.YField, options.EM1Field})
+            add(field);
+        std::sort(edges_.begin(), edges_.begin() + count_);
+        count_ = std::unique(edges_.begin(), edges_.begin() + count_) - edges_.begin();
+    }
+
+    // Whether a digit stands on both sides of an edge: a number goes on outside of its field.
+    bool cut(std::string_view line) const {
+        unsigned both = 0;  // without a branch for each edge, because there is one of every line already
+        for (auto edge = edges_.begin(); edge != edges_.begin() + count_ && *edge < line.size(); ++edge)
+            both |= unsigned{isDigit(line[*edge - 1])} & unsigned{isDigit(line[*edge])};
+        return both != 0;
+    }
+
+  private:
+    void add(const FieldColumns& field) {
+        const ByteRange range(field);
+        if (range.end == 0) return;
+        if (range.begin > 0) edges_[static_cast<std::size_t>(count_++)] = range.begin;
+        edges_[static_cast<std::size_t>(count_++)] = range.end;
+    }
+
+    std::array<std::size_t, 10> edges_{};
+    std::ptrdiff_t count_ = 0;
+};
+
+// Lines whose numbers were read although an edge of a field cuts through digits.
+class CutLines {
+  public:
+    explicit CutLines(const TrimbleOptions& options) : edges_(options) {}
+
+    void look(std::string_view line, std::int64_t number) {
+        if (!edges_.cut(line)) return;
+        if (lines_++ == 0) first_ = number;
+    }
+    void describe(ImportSummary& summary) const {
+        summary.linesCut = lines_;
+        summary.firstLineCut = first_;
+    }
+
+  private:
+    FieldEdges edges_;
+    std::int64_t lines_ = 0, first_ = 0;
+};
+
+bool isBelowCutoff(std::string_view reason) {
+    return reason == reject_reason::kEM1BelowCutoff || reason == reject_reason::kEM2BelowCutoff;
+}
 
 class TrimbleReader {
   public:
@@ -116,10 +176,12 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
     survey.TwoEMColumns = options.TwoEMColumns;
     TrimbleReader reader(options, survey);
     const auto shortest = static_cast<std::size_t>(std::max(options.MinLineLength, 0));
+    CutLines cutLines(options);
     std::int64_t errors = 0;
     for (std::string_view line; file.next(line);) {
         if (line.size() <= shortest) continue;
         const std::string_view reason = reader.read(line);
+        if (reason.empty() || isBelowCutoff(reason)) cutLines.look(line, file.lineNumber());
         if (reason.empty()) {
             if (survey.NumSites == 1) reader.reserveFor(file.fileSize(), line.size());
             continue;
@@ -130,6 +192,7 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
     summary.path = options.path;
     summary.fixedColumns = true;
     summary.linesRead = file.lineNumber();
+    cutLines.describe(summary);
     return errors;
 }
 

@@ -396,6 +396,51 @@ TEST_F(TrimbleFile, WithSitesThatAreNoPlaceOnEarthBeginsARowAtEach) {
     EXPECT_EQ(result.survey.NumRows, 4);
 }
 
+TEST_F(TrimbleFile, TellsHowManyLinesAnEdgeOfAFieldCuts) {
+    const std::string good = line("100", "200", "30");
+    const auto result =
+        import("a header line 12345678901234567890123456789\n" + good + "\n" +
+               line("123456789", "200", "30") + "\n" + good + "\n" + line("100", "123456789", "30") + "\n");
+    EXPECT_EQ(result.survey.NumSites, 4);
+    EXPECT_EQ(result.summary.linesCut, 2);
+    EXPECT_EQ(result.summary.firstLineCut, 3);
+    EXPECT_EQ(import(good + "\n" + good + "\n").summary.linesCut, 0);
+    EXPECT_EQ(import(good + "\n").summary.firstLineCut, 0);
+}
+
+TEST_F(TrimbleFile, TakesADigitOnBothSidesOfAnEdgeForACut) {
+    // "1234|5" and "5|678": begin and end of each field, one line for each.
+    options.XField = columns(3, 4);
+    options.YField = columns(6, 7);
+    options.EM1Field = columns(9, 10);
+    const auto cut = [this](std::string_view bytes) { return import(bytes).summary.linesCut; };
+    EXPECT_EQ(cut("  12 34 56  \n"), 0);
+    EXPECT_EQ(cut("9912 34 56  \n"), 1);
+    EXPECT_EQ(cut("  12934 56  \n"), 1);
+    EXPECT_EQ(cut("  12 34956  \n"), 1);
+    EXPECT_EQ(cut("  12 34 569 \n"), 1);
+    EXPECT_EQ(cut("-.1. 34 56-9\n"), 0);  // signs and points are no digits
+    EXPECT_EQ(cut("  12 34 56\n"), 0);    // nor is the line's end
+    EXPECT_EQ(cut("  12 34 5\n"), 0);
+    EXPECT_EQ(cut("  12 34 5\n  12934 5\n9912934956\n"), 2);
+}
+
+TEST_F(TrimbleFile, LooksForCutsAtTheFieldsInUseAndInReadingsBelowTheCutOffToo) {
+    const std::string good = line("1", "2", "3", "4", "1234");
+    const std::string cutSiteID = "12345" + good.substr(5) + "\n";
+    const std::string cutEM2 = good + "9\n";
+    options.SiteIDPresent = options.TwoEMColumns = true;
+    EXPECT_EQ(import(cutSiteID).summary.linesCut, 1);
+    EXPECT_EQ(import(cutEM2).summary.linesCut, 1);
+    options.SiteIDPresent = options.TwoEMColumns = false;
+    EXPECT_EQ(import(cutSiteID).summary.linesCut, 0);
+    EXPECT_EQ(import(cutEM2).summary.linesCut, 0);
+    options.EMCutoff = 5000;
+    const auto result = import(good.substr(0, 22) + "9" + good.substr(23) + "\n");
+    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.summary.linesCut, 1);
+}
+
 TEST_F(TrimbleFile, ThatCannotBeReadIsAnErrorAndKeepsTheLog) {
     writeFile(options.errorLogPath, "old");
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
