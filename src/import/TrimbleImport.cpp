@@ -31,8 +31,9 @@ void TrimbleImport::OpenSensorFile(TrimbleOptions options) {
     if (path.isEmpty()) return;
     options.path = theSession().InputFileName = toPath(path);
     options.errorLogPath = errorLogPath(theSession());
-    auto* const window = new frmIniDisplay(&main_, options);
+    auto* const window = new frmIniDisplay(&main_, options, lastLayout_);
     connect(window, &frmIniDisplay::formatChosen, this, [this](const TrimbleOptions& complete) {
+        lastLayout_ = complete;
         guarded(&main_, [this, complete] { Import(complete); })();
     });
     showModal(window);

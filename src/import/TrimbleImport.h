@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class frmMain;
 
 /// The Trimble/EM-38 import from the menu item to the report: control parameters, the file, where its fields
@@ -34,4 +36,5 @@ class TrimbleImport : public QObject {
     void report(const TrimbleImportResult& result);
 
     frmMain& main_;
+    std::optional<TrimbleOptions> lastLayout_;  // where the fields were in the file accepted last
 };

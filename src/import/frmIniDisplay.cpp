@@ -7,6 +7,7 @@
 #include "app/numbers.h"
 #include "app/palette16.h"
 #include "app/whole_numbers.h"
+#include "import/fixed_column_notice.h"
 #include "import/sensor_file_preview.h"
 
 #include <QScreen>
@@ -61,14 +62,16 @@ bool isValid(const FieldColumns& field) {
 
 }  // namespace
 
-frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options)
-    : QDialog(parent), options_(options) {
+frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options,
+                             const std::optional<TrimbleOptions>& last)
+    : QDialog(parent), options_(options), last_(last) {
     setupUi(this);
     rows_ = {{{Text1_0, Text1_1, Check1, &TrimbleOptions::SiteIDField},
               {Text2_0, Text2_1, nullptr, &TrimbleOptions::XField},
               {Text3_0, Text3_1, nullptr, &TrimbleOptions::YField},
               {Text4_0, Text4_1, nullptr, &TrimbleOptions::EM1Field},
               {Text5_0, Text5_1, Check2, &TrimbleOptions::EM2Field}}};
+    showKind();
     showFirstLines();
     watchPositions();
     for (QLabel* label : {Label3, Label4, Label5})
@@ -77,6 +80,10 @@ frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options)
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { reject(); }));
     const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
     connect(cmdHelp, &QPushButton::clicked, this, help);
+    cmdLast->setEnabled(last_.has_value());
+    connect(cmdLast, &QPushButton::clicked, this, guarded(this, [this] { cmdLast_Click(); }));
+    connect(picPreview, &QPlainTextEdit::selectionChanged, this,
+            guarded(this, [this] { picPreview_Select(); }));
     connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
     Text2_0->setFocus();
 }
@@ -104,6 +111,13 @@ void frmIniDisplay::showFirstLines() {
     const QSize wanted(rulerWidth + metrics.averageCharWidth() + margins.left() + margins.right(),
                        sizeHint().height());
     resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+}
+
+void frmIniDisplay::showKind() {
+    const FixedColumnNotice notice = fixedColumnNotice(recogniseFileKind(options_.path));
+    lblKind->setText(QString::fromStdString(notice.text));
+    lblKind->setVisible(!notice.text.empty());
+    if (notice.isWarning) colourCaption(*lblKind, kLightRed);
 }
 
 void frmIniDisplay::watchPositions() {
@@ -146,6 +160,34 @@ FieldColumns frmIniDisplay::columnsOf(const Row& row) const {
     FieldColumns field{position(*row.start), position(*row.end), 0};
     if (isValid(field)) field.Len = field.End - field.Start + 1;
     return field;
+}
+
+// What is selected while the cursor is in one of a field's boxes is that field, wherever the hand has strayed
+// to other lines.
+void frmIniDisplay::picPreview_Select() {
+    const auto hasFocus = [](const Row& row) { return row.start->hasFocus() || row.end->hasFocus(); };
+    const auto row = std::find_if(rows_.begin(), rows_.end(), hasFocus);
+    if (row == rows_.end()) return;
+    const auto column = [this](int place) {
+        return place - picPreview->document()->findBlock(place).position();
+    };
+    const QTextCursor selection = picPreview->textCursor();
+    const auto [before, last] = std::minmax({column(selection.anchor()), column(selection.position())});
+    if (before == last) return;
+    row->start->setText(QString::number(before + 1));
+    row->end->setText(QString::number(last));
+}
+
+void frmIniDisplay::cmdLast_Click() {
+    Check1->setChecked(last_->SiteIDPresent);
+    Check2->setChecked(last_->TwoEMColumns);
+    for (const Row& row : rows_) {
+        const FieldColumns& field = *last_.*row.field;
+        const auto text = [](int place) { return place > 0 ? QString::number(place) : QString(); };
+        row.start->setText(text(field.Start));
+        row.end->setText(text(field.End));
+    }
+    Command1->setFocus();
 }
 
 void frmIniDisplay::Command1_Click() {

@@ -6,16 +6,19 @@
 #include <QDialog>
 
 #include <array>
+#include <optional>
 
 /// The last window of the Trimble/EM-38 import: shows the file's first lines below a column ruler and asks
-/// where each field stands in a line.
+/// where each field stands in a line. What kind of file it is stands below the lines when that matters. While
+/// the cursor is in a box, dragging over characters of the lines fills both boxes of its field.
 class frmIniDisplay : public QDialog, public Ui::frmIniDisplay {
     Q_OBJECT
 
   public:
-    /// `options` hold what the import knows so far, the file's path among it. Throws RunTimeError when the
-    /// file cannot be read.
-    frmIniDisplay(QWidget* parent, const TrimbleOptions& options);
+    /// `options` hold what the import knows so far, the file's path among it; `last` where the fields were in
+    /// the file before, if there was one. Throws RunTimeError when the file cannot be read.
+    frmIniDisplay(QWidget* parent, const TrimbleOptions& options,
+                  const std::optional<TrimbleOptions>& last = std::nullopt);
 
   Q_SIGNALS:
     /// The window was accepted and is closing; the options are complete.
@@ -31,13 +34,17 @@ class frmIniDisplay : public QDialog, public Ui::frmIniDisplay {
     };
 
     void showFirstLines();
+    void showKind();
     void watchPositions();
     void Check_Click(const Row& row);
     void Position_Change(QLineEdit& box);
     void Command1_Click();
+    void cmdLast_Click();
+    void picPreview_Select();
     void shadeFields();
     FieldColumns columnsOf(const Row& row) const;
 
     TrimbleOptions options_;
+    std::optional<TrimbleOptions> last_;
     std::array<Row, 5> rows_;
 };

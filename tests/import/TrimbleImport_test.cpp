@@ -187,6 +187,28 @@ TEST_F(TrimbleImportChain, ReportsAFileThatVanishesAndLeavesTheSurvey) {
     expectSurveyUntouched();
 }
 
+TEST_F(TrimbleImportChain, OffersThePositionsAcceptedLastToTheNextFile) {
+    const auto chooseAnother = [this](std::string_view bytes) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the windows before
+        chooseFile(sensorFile(bytes));
+        goThroughControl(u"5"_s);
+        ASSERT_NE(display(), nullptr);
+    };
+    chooseAnother("   0    0   10\n");
+    EXPECT_FALSE(display()->cmdLast->isEnabled());
+    click(*display()->Command2);
+    chooseAnother("   0    0   10\n");
+    EXPECT_FALSE(display()->cmdLast->isEnabled());  // cancelled is not accepted
+    boxes.tell(report(1, 0), kReportTitle);
+    goThroughFormat();
+    chooseAnother("   7    8   11\n");
+    click(*display()->cmdLast);
+    boxes.tell(report(1, 0), kReportTitle);
+    click(*display()->Command1);
+    EXPECT_EQ(theSurvey().SiteData(kX, 0), 7);
+    EXPECT_EQ(theSurvey().SiteData(kEM1, 0), 11);
+}
+
 TEST_F(TrimbleImportChain, ReportsAFileThatVanishesBeforeItIsShown) {
     chooseFile(folder / "gone.dat");
     boxes.tell(fromPath(folder / "gone.dat") + u" cannot be opened: No such file or directory"_s);

@@ -9,6 +9,7 @@
 #include <QFontMetrics>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
 
 #include <memory>
 
@@ -18,11 +19,11 @@ namespace {
 
 class ImportFormat : public ImportTest {
   protected:
-    void open(std::string_view bytes = "1 2 3\n") {
+    void open(std::string_view bytes = "1 2 3\n", const std::optional<TrimbleOptions>& last = {}) {
         TrimbleOptions options;
         options.path = sensorFile(bytes);
         options.EMCutoff = -4;
-        window = std::make_unique<frmIniDisplay>(&main, options);
+        window = std::make_unique<frmIniDisplay>(&main, options, last);
         QObject::connect(window.get(), &frmIniDisplay::formatChosen, window.get(),
                          [this](const TrimbleOptions& complete) {
                              chosen = complete;
@@ -52,6 +53,22 @@ class ImportFormat : public ImportTest {
         EXPECT_EQ(field.Start, start);
         EXPECT_EQ(field.End, end);
         EXPECT_EQ(field.Len, length);
+    }
+    // Drags over the lines shown, from the left edge of one column (from 0) to that of another.
+    void drag(int fromLine, int fromColumn, int toLine, int toColumn) {
+        const auto pixel = [this](int line, int column) {
+            const QTextBlock block = window->picPreview->document()->findBlockByNumber(line);
+            QTextCursor cursor(block);
+            cursor.setPosition(block.position() + column);
+            return window->picPreview->cursorRect(cursor).center();
+        };
+        QWidget* const page = window->picPreview->viewport();
+        QTest::mousePress(page, Qt::LeftButton, {}, pixel(fromLine, fromColumn));
+        if (fromLine != toLine || fromColumn != toColumn) {
+            QTest::mouseMove(page, (pixel(fromLine, fromColumn) + pixel(toLine, toColumn)) / 2);
+            QTest::mouseMove(page, pixel(toLine, toColumn));
+        }
+        QTest::mouseRelease(page, Qt::LeftButton, {}, pixel(toLine, toColumn));
     }
     QStringList preview() const { return window->picPreview->toPlainText().split(u'\n'); }
     QColor colourOf(const QWidget& widget) const { return widget.palette().color(QPalette::WindowText); }
@@ -271,6 +288,101 @@ TEST_F(ImportFormat, ShadesTheColumnsTyped) {
     EXPECT_EQ(shades[1].cursor.selectedText(), u"23"_s);
     type(*window->Text2_1, u"2"_s);
     EXPECT_TRUE(window->picPreview->extraSelections().isEmpty());
+}
+
+TEST_F(ImportFormat, FillsBothBoxesOfTheFieldInWhichTheCursorIsWhileItIsDraggedOver) {
+    open("   1 435999.91 5512\n   2 436000.02 5513\n");
+    window->Text2_1->setFocus();
+    drag(2, 5, 2, 14);
+    EXPECT_EQ(window->Text2_0->text(), u"6"_s);
+    EXPECT_EQ(window->Text2_1->text(), u"14"_s);
+    EXPECT_TRUE(window->Text2_1->hasFocus());
+    EXPECT_EQ(window->picPreview->extraSelections().size(), 2);
+    // From right to left, and straying to another line.
+    window->Text3_0->setFocus();
+    drag(3, 19, 2, 15);
+    EXPECT_EQ(window->Text3_0->text(), u"16"_s);
+    EXPECT_EQ(window->Text3_1->text(), u"19"_s);
+    EXPECT_EQ(window->Text2_0->text(), u"6"_s);
+    click(*window->Check1);
+    drag(0, 0, 0, 4);  // on the ruler
+    EXPECT_EQ(window->Text1_0->text(), u"1"_s);
+    EXPECT_EQ(window->Text1_1->text(), u"4"_s);
+}
+
+TEST_F(ImportFormat, FillsNoBoxByAClickOrWhileTheCursorIsInNone) {
+    open("   1 435999.91 5512\n");
+    typePositions(*window->Text2_0, *window->Text2_1, u"6"_s, u"14"_s);
+    drag(2, 3, 2, 3);
+    EXPECT_EQ(window->Text2_0->text(), u"6"_s);
+    EXPECT_EQ(window->Text2_1->text(), u"14"_s);
+    window->Check1->setFocus();
+    drag(2, 0, 2, 4);
+    for (const QLineEdit* box : {window->Text1_0, window->Text3_0, window->Text4_0, window->Text5_0})
+        EXPECT_EQ(box->text(), QString());
+    EXPECT_EQ(window->Text2_0->text(), u"6"_s);
+}
+
+TEST_F(ImportFormat, HasNoLastPositionsAtFirst) {
+    open();
+    EXPECT_EQ(window->cmdLast->text(), u"Use the last positions"_s);
+    EXPECT_FALSE(window->cmdLast->isEnabled());
+}
+
+TEST_F(ImportFormat, TakesOverTheLastPositions) {
+    open();
+    click(*window->Check1);
+    typePositions(*window->Text1_0, *window->Text1_1, u"1"_s, u"4"_s);
+    typeGoodPositions();
+    click(*window->Command1);
+    ASSERT_EQ(timesChosen, 1);
+    const TrimbleOptions last = chosen;
+
+    open("1 2 3\n", last);
+    EXPECT_TRUE(window->cmdLast->isEnabled());
+    EXPECT_EQ(window->Text2_0->text(), QString());
+    click(*window->Check2);
+    typePositions(*window->Text5_0, *window->Text5_1, u"7"_s, u"9"_s);
+    click(*window->cmdLast);
+    EXPECT_TRUE(window->Check1->isChecked());
+    EXPECT_FALSE(window->Check2->isChecked());
+    EXPECT_EQ(window->Text5_0->text(), QString());
+    EXPECT_TRUE(window->Command1->hasFocus());
+    click(*window->Command1);
+    ASSERT_EQ(timesChosen, 2);
+    EXPECT_TRUE(chosen.SiteIDPresent);
+    EXPECT_FALSE(chosen.TwoEMColumns);
+    expectColumns(chosen.SiteIDField, 1, 4, 4);
+    expectColumns(chosen.XField, 10, 20, 11);
+    expectColumns(chosen.YField, 22, 32, 11);
+    expectColumns(chosen.EM1Field, 5, 5, 1);
+    expectColumns(chosen.EM2Field, 0, 0, 0);
+}
+
+TEST_F(ImportFormat, SaysWhatKindOfFileItIs) {
+    open("   1    2    3\n   4    5    6\n");
+    EXPECT_FALSE(window->lblKind->isVisible());
+    open("1\t2\t3\n4\t5\t6\n");
+    EXPECT_TRUE(window->lblKind->isVisible());
+    EXPECT_EQ(
+        window->lblKind->text(),
+        u"Tabs stand between the values: columns of characters will not line up; the generic import fits."_s);
+    EXPECT_EQ(colourOf(*window->lblKind), captionColour(kLightRed, *window));
+    open("PK\x03\x04" + std::string(1000, '\0') + "\x01\x02\x03");
+    EXPECT_EQ(window->lblKind->text(), u"This is not a text file."_s);
+    open("id x y\n   1    2    3\n   4    5    6\n");
+    EXPECT_EQ(window->lblKind->text(), u"The first line is a header; it will be in the error log."_s);
+    EXPECT_EQ(colourOf(*window->lblKind), colourOf(*window->Label1));
+}
+
+TEST_F(ImportFormat, ShowsUtf16AsWhatItSays) {
+    const std::string_view text = "   1    2    3\n   4    5    6\n";
+    std::string bytes = "\xFF\xFE";
+    for (const char c : text)
+        bytes.append({c, '\0'});
+    open(bytes);
+    EXPECT_EQ(preview().value(2), u"   1    2    3"_s);
+    EXPECT_EQ(window->lblKind->text(), u"The text is UTF-16; it is read as what it says."_s);
 }
 
 TEST_F(ImportFormat, CancelledLeavesEverythingAsItWas) {

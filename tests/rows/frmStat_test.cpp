@@ -55,6 +55,12 @@ QColor colourOf(const QWidget* widget) {
 
 }  // namespace
 
+TEST(RowStatisticsWindow, ShowsTheMeanOfTwoReadingsAsOneAddsThemByHand) {
+    theSurvey() = surveyWithRows({{0, 0, 5.63, 1, 1}, {1, 0, 39.54, 1, 1}});
+    const frmStat window;
+    EXPECT_EQ(cell(window, 0, 3), u"22.59"_s);
+}
+
 TEST(RowStatisticsWindow, HasItsTextsAndNames) {
     theSurvey() = threeRows();
     const frmStat window;
