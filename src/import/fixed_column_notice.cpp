@@ -7,9 +7,7 @@ FixedColumnNotice fixedColumnNotice(const FileKind& kind) {
     };
     say(!kind.isText, "This is not a text file.");
     say(kind.decimalCommas,
-        "Semicolons stand between the values and commas in the numbers, which are no numbers here: the "
-        "generic "
-        "import fits.");
+        "Semicolons stand between the values and commas in the numbers; the generic import fits.");
     say(kind.tabs,
         "Tabs stand between the values: columns of characters will not line up; the generic import fits.");
     notice.isWarning = !notice.text.empty();

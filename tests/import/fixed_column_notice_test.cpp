@@ -22,8 +22,7 @@ TEST(FixedColumnNotice, WarnsOfWhatColumnsOfCharactersDoNotFit) {
     kind = {};
     kind.decimalCommas = true;
     EXPECT_EQ(fixedColumnNotice(kind).text,
-              "Semicolons stand between the values and commas in the numbers, which are no numbers here: the "
-              "generic import fits.");
+              "Semicolons stand between the values and commas in the numbers; the generic import fits.");
     EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
 }
 
