@@ -1,4 +1,5 @@
 #include "import/GenericWindow.h"
+#include "support/reads.h"
 
 #include <QUrl>
 
