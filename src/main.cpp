@@ -70,21 +70,18 @@ class Program : public QObject {
 
   private:
     void joinFile() {
-        on(main_.mnuOpen, [this] {
-            takeAwayRowDialog();
-            import_.mnuOpen_Click();
-        });
+        on(main_.mnuOpen, [this] { import_.mnuOpen_Click(); });
         on(main_.mnuOpen2, [this] {
             auto* const window = new frmGeneric(main_);
             connect(window, &frmGeneric::imported, this,
                     [this](const ImportSummary& summary) { surveyReplaced(summary); });
-            showAlone(window);
+            showModal(window);
         });
         on(main_.mnuSave, [this] {
             auto* const window = new frmOutput(&main_);
             connect(window, &frmOutput::exported, this,
                     [this] { exported_ = surveyFingerprint(theSurvey()); });
-            showAlone(window);
+            showModal(window);
         });
     }
 
@@ -92,18 +89,15 @@ class Program : public QObject {
         on(main_.mnuIDEW, withSites([this] {
                auto* const window = new frmClip(main_);
                connect(window, &frmClip::surveyChanged, this, [this] { surveyChanged(); });
-               showAlone(window);
+               showModal(window);
            }));
         on(main_.mnuX, withRows([this] { rowEditor_->mnuX_Click(); }));
         on(main_.mnuY, withRows([this] { rowEditor_->mnuY_Click(); }));
-        on(main_.mnuData, withSites([this] {
-               takeAwayRowDialog();
-               showModal(rowDialog());
-           }));
+        on(main_.mnuData, withSites([this] { showRowDialog(); }));
         on(main_.mnuAdjust, withSites([this] {
                auto* const window = new frmAdjustData(&main_);
                connect(window, &frmAdjustData::readingsChanged, this, [this] { surveyChanged(); });
-               showAlone(window);
+               showModal(window);
            }));
     }
 
@@ -147,12 +141,6 @@ class Program : public QObject {
             tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
     }
 
-    // A row dialog that is open beside the main window could change the survey beneath this one.
-    void showAlone(QWidget* window) {
-        takeAwayRowDialog();
-        showModal(window);
-    }
-
     // Of each window that only shows there is one.
     template <typename Window>
     void showAfresh(QPointer<Window>& shown, Window* window) {
@@ -170,11 +158,14 @@ class Program : public QObject {
         if (rowDialog_.isNull()) {
             rowDialog_ = new frmDataEdit(main_);
             connect(rowDialog_, &frmDataEdit::surveyChanged, this, [this] { surveyChanged(); });
+            connect(rowDialog_, &frmDataEdit::distanceTyped, &lag_,
+                    qOverload<int, std::optional<double>>(&LagDistancePlot::showTyped));
         }
         return rowDialog_;
     }
 
-    // Not modal: the lag distance plots, which help to find a distance, stay within reach.
+    // Not modal: the plots, which help to find a distance or a row, stay within reach. A window that edits
+    // the survey itself blocks the dialog like the main window.
     void showRowDialog() { showBeside(rowDialog()); }
 
     void surveyReplaced(const ImportSummary& summary) {
@@ -210,6 +201,7 @@ class Program : public QObject {
     void followSurvey() {
         noteUnexported();
         describeSurvey();
+        if (rowDialog_) rowDialog_->followSurvey();
         if (statistics_) statistics_->redraw();
         if (histograms_) histograms_->redraw();
         if (correlation_) correlation_->redraw();

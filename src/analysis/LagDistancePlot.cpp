@@ -15,6 +15,12 @@ namespace {
 constexpr int kDistances = 1;  // series
 constexpr int kMinimum = 2;
 
+// As row detection counts its measures.
+int modeOf(LagMeasure measure) {
+    if (measure == LagMeasure::TrueDistance) return 1;
+    return measure == LagMeasure::AlongX ? 2 : 3;
+}
+
 }  // namespace
 
 LagDistancePlot::LagDistancePlot(frmMain& main) : QObject(&main), Chart2D1(new Chart2D), main_(main) {
@@ -48,6 +54,7 @@ void LagDistancePlot::plot(LagMeasure measure) {
     main_.hidePlots();
     measure_ = measure;
     draw(lag);
+    showTyped();
     Chart2D1->show();
     Chart2D1->setFocus();
 }
@@ -72,6 +79,19 @@ void LagDistancePlot::draw(const LagDistances& lag) {
     Chart2D1->setHeaderFont(12, true);
     Chart2D1->setFooterText({});
     Chart2D1->endBatch();
+}
+
+void LagDistancePlot::showTyped(int distanceMode, std::optional<double> distance) {
+    typedMode_ = distanceMode;
+    typed_ = distance;
+    showTyped();
+}
+
+void LagDistancePlot::showTyped() {
+    if (typed_ && typedMode_ == modeOf(measure_))
+        Chart2D1->showLevel(*typed_);
+    else
+        Chart2D1->hideLevel();
 }
 
 // Both series have as many points as there are sites; point i is site i's distance from site i - 1, so that

@@ -6,6 +6,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class frmMain;
 
 /// The lag distance plots: the distance from each site to the one before it on Chart2D1, with a line at the
@@ -26,6 +28,10 @@ class LagDistancePlot : public QObject, public PlotView {
     /// Requires a site to be drawn.
     bool redraw() override;
 
+    /// While a distance is being chosen: where the plot shows this measure (1 true distance, 2 along X, 3
+    /// along Y), or does so later, a thin line stands at the distance (metres).
+    void showTyped(int distanceMode, std::optional<double> distance);
+
     Chart2D* const Chart2D1;
 
   private:
@@ -33,8 +39,11 @@ class LagDistancePlot : public QObject, public PlotView {
     void draw(const LagDistances& lag);
     void fill(const LagDistances& lag);
     void setStyles(SiteIndex sites);
+    void showTyped();
     void readOut(QPoint pixel);
 
     frmMain& main_;
+    int typedMode_ = 0;
+    std::optional<double> typed_;
     LagMeasure measure_ = LagMeasure::TrueDistance;  ///< of the plot that was shown last
 };

@@ -196,6 +196,14 @@ void Chart2D::hideCross() {
     d_->plot->setCross(std::nullopt);
 }
 
+void Chart2D::showLevel(double y) {
+    d_->plot->setLevel(y);
+}
+
+void Chart2D::hideLevel() {
+    d_->plot->setLevel({});
+}
+
 bool Chart2D::isZoomed() const {
     return d_->views.isZoomed();
 }

@@ -126,6 +126,11 @@ class Chart2D : public QWidget {
     void showCross(double x, double y);
     void hideCross();
 
+    /// A thin line over the plot at a height of the Y axis, for a value that is being chosen. Costs no
+    /// drawing of the plot; never printed.
+    void showLevel(double y);
+    void hideLevel();
+
     bool isZoomed() const;
     void resetView();
     /// What is shown of the axes, and what was set for them.

@@ -1,6 +1,8 @@
 #include "plots/ChartPlot.h"
 
 #include "app/Pixels.h"
+#include "app/palette16.h"
+#include "plots/ChartSymbols.h"
 
 #include <QPicture>
 
@@ -153,6 +155,12 @@ void ChartPlot::setCross(std::optional<QPointF> place) {
     if (cross_) update(crossRect());
 }
 
+void ChartPlot::setLevel(std::optional<double> y) {
+    if (level_ == y) return;
+    level_ = y;
+    update();
+}
+
 void ChartPlot::print(QPainter& painter, const QSize& size) {
     // The plot can only be drawn by a painter of its own kind; a picture hands its strokes over to ours.
     QPicture picture;
@@ -180,6 +188,7 @@ void ChartPlot::paintEvent(QPaintEvent* event) {
         mReplotting = true;
     }
     QCustomPlot::paintEvent(event);
+    if (level_) drawLevel();
     if (cross_) drawCross();
 }
 
@@ -278,6 +287,15 @@ QRect ChartPlot::crossRect() {
     const double y = pixels.pixelY(cross_->y());
     if (!pixels.area.contains(x, y)) return {};
     return pixelsAround(QRectF(x - kCrossArm - 2, y - kCrossArm - 2, 2 * kCrossArm + 4, 2 * kCrossArm + 4));
+}
+
+void ChartPlot::drawLevel() {
+    const PixelMap pixels = map(false);
+    const double y = pixels.pixelY(*level_);
+    if (!(y >= pixels.area.top && y <= pixels.area.bottom)) return;
+    QPainter painter(this);
+    painter.setPen(QPen(lineColour(kRed), 1, Qt::DashLine));
+    painter.drawLine(QPointF(pixels.area.left, y), QPointF(pixels.area.right, y));
 }
 
 void ChartPlot::drawCross() {

@@ -35,6 +35,9 @@ class ChartPlot : public QCustomPlot {
     /// A cross that is drawn over the plot without drawing the plot anew; in data coordinates.
     void setCross(std::optional<QPointF> place);
 
+    /// A line across the plot, drawn over it likewise; in data coordinates of the Y axis.
+    void setLevel(std::optional<double> y);
+
     /// Draws the plot, `size` pixels large, at the origin of the painter.
     void print(QPainter& painter, const QSize& size);
 
@@ -65,11 +68,13 @@ class ChartPlot : public QCustomPlot {
     bool showsSecondScale() const;
     QRect crossRect();
     void drawCross();
+    void drawLevel();
 
     SymbolPlottable* data_;
     SymbolPlottable* highlight_;
     QSharedPointer<Ticker> xTicker_, yTicker_, y2Ticker_;
     std::optional<QPointF> cross_;
+    std::optional<double> level_;
     QPointer<ChartPlot> companion_;
     Sides sides_;  ///< those that were needed when this plot was laid out last
     bool stale_ = true;

@@ -5,7 +5,9 @@
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
 #include "app/frmMain.h"
+#include "app/survey.h"
 
+#include <QLocale>
 #include <QShortcut>
 
 #include <algorithm>
@@ -48,6 +50,21 @@ void keepRoomWhenHidden(QWidget& widget) {
     widget.setSizePolicy(policy);
 }
 
+QString rowsInWords(int rows) {
+    if (rows > kMaxRows) return u"more than %1 rows"_s.arg(kMaxRows);
+    return rows == 1 ? u"1 row"_s : u"%1 rows"_s.arg(rows);
+}
+
+QString inForce(const Survey& survey) {
+    const int rows = rowsAreUsable(survey) ? survey.NumRows : std::max(survey.RowIndex, 0);
+    if (survey.DistanceMode < 1 || survey.DistanceMode > 3)
+        return u"In force now: %1"_s.arg(rowsInWords(rows));
+    const QString measures[] = {u"true distance"_s, u"X distance"_s, u"Y distance"_s};
+    return u"In force now: %1 (%2, %3 m)"_s.arg(
+        rowsInWords(rows), measures[survey.DistanceMode - 1],
+        QLocale::c().toString(survey.MinDistance, 'g', QLocale::FloatingPointShortest));
+}
+
 RowDetection findRows(QWidget* window, int distanceMode, double minDistance) {
     const Hourglass hourglass(window);
     return Recalculate_Rows(theSurvey(), distanceMode, minDistance);
@@ -71,6 +88,8 @@ frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
         for (const Input& input : operation.inputs) {
             for (QWidget* widget : widgetsOf(input))
                 keepRoomWhenHidden(*widget);
+            if (operation.distanceMode > 0)
+                connect(input.box, &QLineEdit::textChanged, this, guarded(this, [this] { showForecast(); }));
             input.box->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000000"_s) + 16);
         }
     }
@@ -99,6 +118,8 @@ void frmDataEdit::Form_Load() {
         Option_Click(operation);
     }
     followRowLimit();
+    showInForce();
+    lblRows->setMinimumHeight(fontMetrics().height());
     Option1->isEnabled() ? Option1->setFocus() : Option3->setFocus();
 }
 
@@ -115,6 +136,46 @@ void frmDataEdit::followRowLimit() {
     Option2->setEnabled(editable);
 }
 
+void frmDataEdit::followSurvey() {
+    followRowLimit();
+    // A number that was typed for one row would delete or join another.
+    if (numRows_ != theSurvey().NumRows)
+        for (QLineEdit* box : {Text2, Text3, Text4})
+            box->clear();
+    showInForce();
+    lookAhead();
+}
+
+void frmDataEdit::showInForce() {
+    numRows_ = theSurvey().NumRows;
+    lblInForce->setText(inForce(theSurvey()));
+}
+
+// Once for each choice and each change of the survey, so that a key press costs nothing.
+void frmDataEdit::lookAhead() {
+    const Operation* const operation = chosenOperation();
+    const bool looks = operation != nullptr && operation->distanceMode > 0;
+    forecast_ = looks ? RowForecast(theSurvey(), operation->distanceMode) : RowForecast();
+    showForecast();
+}
+
+void frmDataEdit::showForecast() {
+    const Operation* const operation = chosenOperation();
+    std::optional<double> typed;
+    if (operation != nullptr && operation->distanceMode > 0) {
+        const DistanceEntry entry = checkDistance(text(operation->inputs.first().box));
+        if (entry.fault == EntryFault::None) typed = entry.distance;
+    }
+    const int rows = typed ? forecast_.rows(*typed) : 0;
+    lblRows->setText(rows > 0 ? rowsInWords(rows) : QString());
+    Q_EMIT distanceTyped(operation != nullptr ? operation->distanceMode : 0, typed);
+}
+
+void frmDataEdit::hideEvent(QHideEvent* event) {
+    Q_EMIT distanceTyped(0, {});
+    QDialog::hideEvent(event);
+}
+
 void frmDataEdit::changeEvent(QEvent* event) {
     // The survey may have changed while another window was in front.
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) followRowLimit();
@@ -127,6 +188,8 @@ void frmDataEdit::Option_Click(const Operation& operation) {
         for (QWidget* widget : widgetsOf(input))
             widget->setVisible(chosen);
     if (chosen) operation.inputs.first().box->setFocus();
+    // One option is unchecked when another is chosen, which looks ahead itself.
+    if (chosen || chosenOperation() == nullptr) lookAhead();
 }
 
 const frmDataEdit::Operation* frmDataEdit::chosenOperation() const {

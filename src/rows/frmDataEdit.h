@@ -1,27 +1,39 @@
 #pragma once
 
 #include "rows/row_editing.h"
+#include "rows/row_forecast.h"
 #include "ui_frmDataEdit.h"
 
 #include <QDialog>
 #include <QList>
 
+#include <optional>
+
 class frmMain;
 
 /// Joins two rows, deletes a row, or finds all rows anew with another distance. A refused entry changes
-/// nothing and empties the dialog; an operation that was done closes it, unless it found too many rows.
+/// nothing and empties the dialog; an operation that was done closes it, unless it found too many rows. While
+/// a distance is typed the dialog says how many rows it would give.
 class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     Q_OBJECT
 
   public:
     explicit frmDataEdit(frmMain& main);
 
+    /// The survey has changed, by this dialog or beside it: what is said of it is said anew, and row numbers
+    /// that were entered go where they mean other rows now.
+    void followSurvey();
+
   Q_SIGNALS:
     /// Sites or rows have changed.
     void surveyChanged();
+    /// Another distance (metres) stands in the box of a measure (1 true distance, 2 along X, 3 along Y), or
+    /// none that could be taken.
+    void distanceTyped(int distanceMode, std::optional<double> distance);
 
   protected:
     void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
   private:
     struct Input {
@@ -40,6 +52,9 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     void Form_Load();
     void followRowLimit();
     void Option_Click(const Operation& operation);
+    void lookAhead();
+    void showForecast();
+    void showInForce();
     void Command1_Click();
     void joinRows();
     void deleteRow();
@@ -50,4 +65,6 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
 
     frmMain& main_;
     QList<Operation> operations_;
+    RowForecast forecast_;  ///< of the measure chosen
+    int numRows_ = 0;       ///< of the survey, when a row number may have been entered
 };

@@ -184,6 +184,15 @@ void Reserve_Chosen_Distance(Survey& survey) {
         survey.YDist.reserve(size);
 }
 
+std::vector<double> distancesBy(const Survey& survey, int distanceMode) {
+    std::vector<double> distances;
+    double largest = 0;
+    if (distanceMode == 1) fillDistances(survey, distances, largest, trueDistance(survey));
+    if (distanceMode == 2) fillDistances(survey, distances, largest, distanceAlong(survey, kX));
+    if (distanceMode == 3) fillDistances(survey, distances, largest, distanceAlong(survey, kY));
+    return distances;
+}
+
 void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed) {
     if (survey.UseTrueDist)
         closeDistanceGaps(survey, removed, survey.TrueDist, survey.MaxTrueDist, trueDistance(survey));

@@ -29,6 +29,10 @@ void Calculate_Chosen_Distance(Survey& survey);
 /// behind the first site taken out can fail for want of memory.
 void Reserve_Chosen_Distance(Survey& survey);
 
+/// The distances by a measure (1 true distance, 2 along X, 3 along Y), as the procedures above fill them,
+/// with the survey left alone.
+std::vector<double> distancesBy(const Survey& survey, int distanceMode);
+
 /// Brings the distances of the measure chosen in step with sites that have been removed, given the indices
 /// they had (ascending, each once): the result is that of Calculate_Chosen_Distance, but only the distances
 /// across a gap are calculated. Requires distances that were in step before; arrays of another length are

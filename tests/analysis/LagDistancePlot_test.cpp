@@ -183,3 +183,20 @@ TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
     main.mnuTrue_Dis->trigger();  // a new plot has not been read yet
     EXPECT_EQ(chart.footerText(), QString());
 }
+
+TEST_F(LagPlots, ShowATypedDistanceOfTheSameMeasureUntilItIsGone) {
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    const QImage without = chart.grab().toImage();
+    lag.showTyped(2, 30);
+    EXPECT_EQ(chart.grab().toImage(), without) << "a distance along X";
+    lag.showTyped(1, 30);
+    const QImage with = chart.grab().toImage();
+    EXPECT_NE(with, without);
+    main.mnuX_Dis->trigger();
+    main.mnuTrue_Dis->trigger();
+    EXPECT_EQ(chart.grab().toImage(), with) << "the plot that is shown later";
+    lag.showTyped(1, {});
+    EXPECT_EQ(chart.grab().toImage(), without);
+    EXPECT_EQ(chart.seriesCount(Chart2D::kData), 2);
+}

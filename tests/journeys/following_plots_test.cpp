@@ -13,6 +13,7 @@
 #include "support/temporary_folder.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -304,4 +305,39 @@ TEST_F(FollowingPlots, StandBesideRowStatisticsThatSayWhyTheyAreEmpty) {
               u"Too many rows: Please specify a larger distance value"_s);
     EXPECT_EQ(controlAs<QTableView>(statistics, u"Stats"_s).model()->rowCount(), 0);
     EXPECT_EQ(theSurvey().RowIndex, 251) << "looking changes nothing";
+}
+
+TEST_F(FollowingPlots, StandBesideTheRowDialogAndShowWhatIsTypedThere) {
+    chooseItem(*main, u"mnuTrue_Dis"_s);
+    chooseItem(*main, u"mnuData"_s);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    clickOn(dialog, u"Option3"_s);
+    const QImage without = chart(u"Chart2D1"_s).grab().toImage();
+    typeInto(dialog, u"Text1"_s, u"8"_s);
+    EXPECT_NE(chart(u"Chart2D1"_s).grab().toImage(), without);
+    EXPECT_EQ(controlAs<QLabel>(dialog, u"lblRows"_s).text(), u"3 rows"_s);
+    clickOn(dialog, u"Command2"_s);
+    waitUntilClosed(u"frmDataEdit"_s);
+    EXPECT_EQ(chart(u"Chart2D1"_s).grab().toImage(), without);
+}
+
+TEST_F(FollowingPlots, BringTheRowDialogBesideThemUpToDate) {
+    chooseItem(*main, u"mnuX"_s);
+    chooseItem(*main, u"mnuData"_s);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    clickOn(dialog, u"Option2"_s);
+    typeInto(dialog, u"Text4"_s, u"3"_s);
+    // The first row goes, site by site: row 3 is another one then.
+    for (int sites = 3; sites > 0; --sites) {
+        EXPECT_EQ(controlAs<QLineEdit>(dialog, u"Text4"_s).text(), u"3"_s);
+        clickPoint(*editor->Chart2D3, 1, 1);
+        clickOn(*main, u"Command5"_s);
+    }
+    EXPECT_EQ(controlAs<QLineEdit>(dialog, u"Text4"_s).text(), QString());
+    EXPECT_EQ(controlAs<QLabel>(dialog, u"lblInForce"_s).text(),
+              u"In force now: 2 rows (true distance, 7 m)"_s);
+    typeInto(dialog, u"Text4"_s, u"1"_s);
+    clickOn(dialog, u"Command1"_s);
+    EXPECT_EQ(editor->CurrentRow, 1);
+    EXPECT_EQ(pointsOf(*editor->Chart2D3, Chart2D::kData, 1), (Points{{20, 16}, {20, 17}, {20, 18}}));
 }

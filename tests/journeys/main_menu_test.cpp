@@ -75,12 +75,12 @@ class MainMenu : public testing::Test {
 
 }  // namespace
 
-TEST_F(MainMenu, OpensModalWhatReliesOnTheSurveyAndBesideItWhatOnlyShows) {
+TEST_F(MainMenu, OpensModalWhatReliesOnTheSurveyAndBesideItWhatFollows) {
     expectOpens(u"mnuOpen"_s, u"frmDataControl"_s, Qt::WindowModal);
     expectOpens(u"mnuOpen2"_s, u"frmGeneric"_s, Qt::WindowModal);
     expectOpens(u"mnuSave"_s, u"frmOutput"_s, Qt::WindowModal);
     expectOpens(u"mnuIDEW"_s, u"frmClip"_s, Qt::WindowModal);
-    expectOpens(u"mnuData"_s, u"frmDataEdit"_s, Qt::WindowModal);
+    expectOpens(u"mnuData"_s, u"frmDataEdit"_s, Qt::NonModal);
     expectOpens(u"mnuAdjust"_s, u"frmAdjustData"_s, Qt::WindowModal);
     expectOpens(u"mnuHelpAbout"_s, u"frmAbout"_s, Qt::WindowModal);
     expectOpens(u"mnuStat"_s, u"frmStat"_s, Qt::NonModal);

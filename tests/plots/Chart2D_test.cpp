@@ -521,6 +521,37 @@ TEST_F(Chart2DTest, TheCrossLiesOverThePlotWithoutRedrawingIt) {
     EXPECT_EQ(redrawn.count(), 0);
 }
 
+TEST_F(Chart2DTest, ALevelLiesOverThePlotWithoutRedrawingItAndIsNotPrinted) {
+    show();
+    const auto paper = [this] {
+        QImage page(800, 600, QImage::Format_RGB32);
+        page.fill(Qt::white);
+        QPainter painter(&page);
+        chart.print(painter, QRectF(0, 0, 800, 600));
+        return page;
+    };
+    const QImage before = chart.grab().toImage(), paperBefore = paper();
+    QSignalSpy redrawn(&chart, &Chart2D::redrawn);
+    chart.showLevel(20);
+    const QImage after = chart.grab().toImage();
+    const auto y = static_cast<int>(std::lround(chart.dataToPixel(40, 20).y()));
+    int changed = 0;
+    for (int row = 0; row < before.height(); ++row)
+        if (before.copy(0, row, before.width(), 1) != after.copy(0, row, after.width(), 1)) {
+            EXPECT_NEAR(row, y, 1);
+            ++changed;
+        }
+    EXPECT_GE(changed, 1);
+    EXPECT_LE(changed, 2);
+    EXPECT_EQ(paper(), paperBefore);
+    chart.showLevel(1000);
+    EXPECT_EQ(chart.grab().toImage(), before) << "beyond the plot area";
+    chart.showLevel(20);
+    chart.hideLevel();
+    EXPECT_EQ(chart.grab().toImage(), before);
+    EXPECT_EQ(redrawn.count(), 0);
+}
+
 TEST_F(Chart2DTest, PaperShowsWhatTheScreenShows) {
     addPoint(20, 10);
     addPoint(80, 40);

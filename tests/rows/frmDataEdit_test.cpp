@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -423,4 +424,85 @@ TEST_F(RowDialog, OpensItsHelpWithButtonAndF1) {
             QTest::mouseClick(dialog_->cmdHelp, Qt::LeftButton);
         EXPECT_TRUE(boxes.last().text.endsWith(u"hdoc112.rtf"_s));
     }
+}
+
+TEST_F(RowDialog, SaysHowManyRowsATypedDistanceWouldGive) {
+    const QList<std::tuple<QRadioButton*, QString, QString>> expected = {
+        {dialog_->Option3, u"7.5"_s, u"4 rows"_s},
+        {dialog_->Option4, u"7.5"_s, u"2 rows"_s},
+        {dialog_->Option5, u"7.5"_s, u"3 rows"_s},
+        {dialog_->Option3, u"0"_s, u"5 rows"_s},
+        {dialog_->Option3, u" 1e3 "_s, u"1 row"_s}};
+    for (const auto& [option, distance, rows] : expected) {
+        enter(option, distance);
+        EXPECT_EQ(dialog_->lblRows->text(), rows) << distance.toStdString();
+    }
+    theSurvey() = manyGaps();
+    open();
+    enter(dialog_->Option3, u"4"_s);
+    EXPECT_EQ(dialog_->lblRows->text(), u"more than 250 rows"_s);
+    EXPECT_TRUE(dialog_->lblRows->isVisible());
+}
+
+TEST_F(RowDialog, SaysNothingOfWhatCouldNotBeTaken) {
+    for (const QString& entry : {u"x"_s, u""_s, u"-1"_s, u"1,5"_s}) {
+        enter(dialog_->Option3, u"7.5"_s);
+        enter(dialog_->Option3, entry);
+        EXPECT_EQ(dialog_->lblRows->text(), QString()) << entry.toStdString();
+    }
+    enter(dialog_->Option3, u"7.5"_s);
+    choose(dialog_->Option1);
+    EXPECT_EQ(dialog_->lblRows->text(), QString());
+}
+
+TEST_F(RowDialog, LooksAtTheSurveyWhenAMeasureIsChosenAndAtNoKey) {
+    choose(dialog_->Option4);
+    theSurvey().SiteData(kX, 5) = 1000;
+    dialog_->Text5->setText(u"7.5"_s);
+    EXPECT_EQ(dialog_->lblRows->text(), u"2 rows"_s);
+    dialog_->followSurvey();
+    EXPECT_EQ(dialog_->lblRows->text(), u"3 rows"_s);
+    EXPECT_EQ(dialog_->Text5->text(), u"7.5"_s);
+}
+
+TEST_F(RowDialog, SaysWhatIsInForce) {
+    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows (true distance, 8 m)"_s);
+    theSurvey().chooseDistance(3);
+    theSurvey().MinDistance = 0.1;
+    theSurvey().NumRows = theSurvey().RowIndex = 1;
+    dialog_->followSurvey();
+    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 1 row (Y distance, 0.1 m)"_s);
+    theSurvey().RowIndex = 251;
+    dialog_->followSurvey();
+    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: more than 250 rows (Y distance, 0.1 m)"_s);
+}
+
+TEST_F(RowDialog, ForgetsRowNumbersThatMeanOtherRowsNow) {
+    enter(dialog_->Option1, u"2"_s, u"3"_s);
+    dialog_->followSurvey();
+    EXPECT_EQ(dialog_->Text2->text(), u"2"_s) << "the rows are the same";
+    theSurvey().NumRows = theSurvey().RowIndex = 3;
+    dialog_->followSurvey();
+    EXPECT_EQ(dialog_->Text2->text(), QString());
+    EXPECT_EQ(dialog_->Text3->text(), QString());
+    EXPECT_TRUE(dialog_->Option1->isChecked());
+}
+
+TEST_F(RowDialog, TellsEachDistanceThatIsTypedUntilItCloses) {
+    std::vector<std::pair<int, double>> told;
+    QObject::connect(
+        dialog_.get(), &frmDataEdit::distanceTyped, dialog_.get(),
+        [&](int mode, std::optional<double> distance) { told.emplace_back(mode, distance.value_or(-1)); });
+    using Told = std::vector<std::pair<int, double>>;
+    enter(dialog_->Option4, u"7.5"_s);
+    EXPECT_EQ(told, (Told{{2, -1}, {2, 7.5}}));
+    told.clear();
+    dialog_->Text5->setText(u"7x"_s);
+    choose(dialog_->Option2);
+    EXPECT_EQ(told, (Told{{2, -1}, {0, -1}}));
+    told.clear();
+    enter(dialog_->Option3, u"9"_s);
+    told.clear();
+    dialog_->close();
+    EXPECT_EQ(told, (Told{{0, -1}}));
 }

@@ -258,9 +258,3 @@ bool RandomSession::choose(const QString& item, bool wantsRows) {
     chooseItem(*main_, item);
     return opens;
 }
-
-bool RandomSession::chooseAlone(const QString& item) {
-    const bool opens = choose(item, false);
-    if (opens) rowDialog_ = false;
-    return opens;
-}

@@ -127,8 +127,6 @@ class RandomSession {
     /// Chooses an item that wants sites, or sites and rows; true when the view is to open. Otherwise the
     /// boxes that say why not are expected before it is chosen.
     bool choose(const QString& item, bool wantsRows);
-    /// Chooses an item that opens a window on which the survey must stay as it is: a row dialog closes.
-    bool chooseAlone(const QString& item);
 
     bool always() const { return true; }
     bool hasUnsaved() const { return !saved_; }
@@ -253,6 +251,7 @@ class RandomSession {
     void joinRows(QWidget& dialog);
     void deleteRow(QWidget& dialog);
     void recalculate(QWidget& dialog);
+    void compareForecast(QWidget& dialog, int measure, const QString& entry);
 
     const std::uint64_t seed_;
     std::mt19937_64 random_;

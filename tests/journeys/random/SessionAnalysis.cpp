@@ -75,7 +75,7 @@ void RandomSession::expectAdjustmentProblem() {
 }
 
 void RandomSession::adjust() {
-    if (!chooseAlone(u"mnuAdjust"_s)) return;
+    if (!choose(u"mnuAdjust"_s, false)) return;
     QWidget& window = shownWindow(u"frmAdjustData"_s);
     expectAdjustmentProblem();
     QCoreApplication::processEvents();

@@ -144,7 +144,6 @@ void RandomSession::importGeneric() {
         chooseItem(*main_, u"mnuOpen2"_s);
     else
         pressKey(*main_, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-    rowDialog_ = false;
     QWidget& window = shownWindow(u"frmGeneric"_s);
     lookAroundGeneric(window);
     if (chance(8)) return leave(window, u"cmdCancel"_s);

@@ -129,7 +129,6 @@ bool RandomSession::enterControls(PlainTrimbleOptions& options) {
         chooseItem(*main_, u"mnuOpen"_s);
     else
         pressKey(*main_, Qt::Key_O, Qt::ControlModifier);
-    rowDialog_ = false;
     QWidget& window = shownWindow(u"frmDataControl"_s);
     helpOf(window, 104);
     refuseControls(window);

@@ -88,7 +88,7 @@ void setScale(Map& map, const PlainSurvey& survey, bool trueScale) {
 }  // namespace
 
 void RandomSession::editOnMap() {
-    if (!chooseAlone(u"mnuIDEW"_s)) return;
+    if (!choose(u"mnuIDEW"_s, false)) return;
     QWidget& window = shownWindow(u"frmClip"_s);
     const QString help = u"mnuGDRH%1"_s.arg(1 + below(3));
     if (chance(20))

@@ -2,6 +2,8 @@
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
+#include <QLabel>
+
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -23,13 +25,14 @@ TypedRow typedRow(const QString& text) {
 
 }  // namespace
 
-// One or more operations in the row dialog; one that was opened from the menu is closed at the end.
+// One or more operations in the row dialog, which may stay open beside whatever comes next.
 void RandomSession::editRows() {
     const bool wasOpen = rowDialog_;
-    if (!wasOpen) {
+    if (!wasOpen || (canChoose("mnuData") && chance(30))) {
         if (!choose(u"mnuData"_s, false)) return;
         rowDialog_ = true;
     }
+    if (wasOpen) reached_.note("a row dialog that has stayed open");
     QWidget& dialog = shownWindow(u"frmDataEdit"_s);
     bringToFront(dialog);
     helpOf(dialog, 112);
@@ -47,7 +50,7 @@ void RandomSession::editRows() {
             recalculate(dialog);
         if (chance(10)) break;
     }
-    if (!rowDialog_ || (wasOpen && chance(50))) return;
+    if (!rowDialog_ || chance(50)) return;
     leave(dialog, u"Command2"_s);
     rowDialog_ = false;
 }
@@ -111,6 +114,24 @@ void RandomSession::deleteRow(QWidget& dialog) {
     plotsFollow();
 }
 
+// What the dialog says before anything is done is what would come of it.
+void RandomSession::compareForecast(QWidget& dialog, int measure, const QString& entry) {
+    double distance = 0;
+    QString wanted;
+    if (plainNumeric(entry.toStdString(), distance) && distance >= 0 && !survey_.empty()) {
+        PlainSurvey divided = survey_;
+        divided.measure = measure;
+        divided.minDistance = distance;
+        if (!distancesAreFinite(divided))
+            wanted = {};
+        else if (!findPlainRows(divided))
+            wanted = u"more than 250 rows"_s;
+        else
+            wanted = divided.rows == 1 ? u"1 row"_s : u"%1 rows"_s.arg(divided.rows);
+    }
+    sameText("lblRows", controlAs<QLabel>(dialog, u"lblRows"_s).text(), wanted);
+}
+
 void RandomSession::recalculate(QWidget& dialog) {
     const int measure = 1 + below(3);
     const QString box = measure == 1 ? u"Text1"_s : measure == 2 ? u"Text5"_s : u"Text6"_s;
@@ -119,6 +140,7 @@ void RandomSession::recalculate(QWidget& dialog) {
     const QString entry = chance(15) ? u"0"_s : oneOf(entries);
     clickOn(dialog, u"Option%1"_s.arg(measure + 2));
     typeInto(dialog, box, entry);
+    compareForecast(dialog, measure, entry);
     double distance = 0;
     const bool numeric = plainNumeric(entry.toStdString(), distance);
     if (survey_.empty())

@@ -182,7 +182,6 @@ void RandomSession::exportSurvey() {
         chooseItem(*main_, u"mnuSave"_s);
     else
         pressKey(*main_, Qt::Key_S, Qt::ControlModifier);
-    rowDialog_ = false;
     QWidget& window = shownWindow(u"frmOutput"_s);
     helpOf(window, 107);
     same("enabled Command2", control(window, u"Command2"_s).isEnabled(), false);
