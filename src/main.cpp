@@ -34,6 +34,7 @@
 #include "rows/row_detection.h"
 
 #include <QScopeGuard>
+#include <QScreen>
 #include <QShortcut>
 
 #include <functional>
@@ -154,8 +155,11 @@ class Program : public QObject {
         rowDialog_.clear();
     }
 
+    // One that has been closed and still waits to be destroyed does not come up again.
+    bool rowDialogIsShown() const { return rowDialog_ && !rowDialog_->isHidden(); }
+
     frmDataEdit* rowDialog() {
-        if (rowDialog_.isNull()) {
+        if (!rowDialogIsShown()) {
             rowDialog_ = new frmDataEdit(main_);
             connect(rowDialog_, &frmDataEdit::surveyChanged, this, [this] { surveyChanged(); });
             connect(rowDialog_, &frmDataEdit::distanceTyped, &lag_,
@@ -166,7 +170,15 @@ class Program : public QObject {
 
     // Not modal: the plots, which help to find a distance or a row, stay within reach. A window that edits
     // the survey itself blocks the dialog like the main window.
-    void showRowDialog() { showBeside(rowDialog()); }
+    void showRowDialog() {
+        const bool comesUp = !rowDialogIsShown();
+        frmDataEdit* const dialog = rowDialog();
+        if (comesUp) {
+            const QRect screen = main_.screen()->availableGeometry();
+            dialog->move(placedBeside(main_.geometry(), dialog->sizeHint(), screen).topLeft());
+        }
+        showBeside(dialog);
+    }
 
     void surveyReplaced(const ImportSummary& summary) {
         imported_ = summary;

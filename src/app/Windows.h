@@ -21,3 +21,5 @@ void takeAway(QWidget* window);
 /// Where a window of that size lies over the middle of another: moved and cut so that it, with its frame,
 /// stays on the screen.
 QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen);
+/// Where it lies at the right of another, hiding no more of that one than the screen makes it.
+QRect placedBeside(const QRect& other, const QSize& size, const QRect& wholeScreen);

@@ -123,7 +123,7 @@ void RandomSession::compareForecast(QWidget& dialog, int measure, const QString&
         divided.measure = measure;
         divided.minDistance = distance;
         if (!distancesAreFinite(divided))
-            wanted = {};
+            wanted.clear();
         else if (!findPlainRows(divided))
             wanted = u"more than 250 rows"_s;
         else
