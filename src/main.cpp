@@ -175,7 +175,7 @@ class Program : public QObject {
         frmDataEdit* const dialog = rowDialog();
         if (comesUp) {
             const QRect screen = main_.screen()->availableGeometry();
-            dialog->move(placedBeside(main_.geometry(), dialog->sizeHint(), screen).topLeft());
+            dialog->move(placedAtRight(main_.geometry(), dialog->sizeHint(), screen).topLeft());
         }
         showBeside(dialog);
     }

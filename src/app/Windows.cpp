@@ -87,7 +87,7 @@ QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen
     return keptOnScreen(place, wholeScreen);
 }
 
-QRect placedBeside(const QRect& other, const QSize& size, const QRect& wholeScreen) {
+QRect placedAtRight(const QRect& other, const QSize& size, const QRect& wholeScreen) {
     QRect place(QPoint(), size.boundedTo(wholeScreen.size()));
     place.moveBottomLeft(other.bottomRight() + QPoint(1, 0));
     return keptOnScreen(place, wholeScreen);

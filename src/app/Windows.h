@@ -22,4 +22,4 @@ void takeAway(QWidget* window);
 /// stays on the screen.
 QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen);
 /// Where it lies at the right of another, hiding no more of that one than the screen makes it.
-QRect placedBeside(const QRect& other, const QSize& size, const QRect& wholeScreen);
+QRect placedAtRight(const QRect& other, const QSize& size, const QRect& wholeScreen);

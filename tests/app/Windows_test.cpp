@@ -110,17 +110,17 @@ TEST_F(ShownWindow, StaysAboveTheWindowThatItBlocks) {
     EXPECT_TRUE(window->windowFlags() & Qt::WindowMaximizeButtonHint);
 }
 
-TEST(PlacedBeside, HidesNothingWhereThereIsRoomAtTheRight) {
+TEST(PlacedAtRight, HidesNothingWhereThereIsRoomAtTheRight) {
     const QRect screen(0, 0, 1920, 1080), main(50, 60, 1100, 750);
-    const QRect place = placedBeside(main, QSize(650, 322), screen);
+    const QRect place = placedAtRight(main, QSize(650, 322), screen);
     EXPECT_FALSE(place.intersects(main));
     EXPECT_TRUE(screen.contains(place));
     EXPECT_EQ(place.bottom(), main.bottom());
 }
 
-TEST(PlacedBeside, HidesOnlyWhatTheScreenMakesIt) {
+TEST(PlacedAtRight, HidesOnlyWhatTheScreenMakesIt) {
     const QRect screen(0, 0, 1366, 768), main(130, 30, 1100, 700);
-    const QRect place = placedBeside(main, QSize(650, 322), screen);
+    const QRect place = placedAtRight(main, QSize(650, 322), screen);
     EXPECT_TRUE(screen.contains(place));
     EXPECT_GE(place.right(), screen.right() - 10);
     EXPECT_EQ(place.size(), QSize(650, 322));

@@ -89,12 +89,25 @@ void RandomSession::wantKeys() {
 }
 
 void RandomSession::wantSituations() {
-    for (const char* const situation :
-         {"too many rows from an import", "too many rows from a recalculation", "too many rows for a view",
-          "a view of more rows than there may be", "a vast survey in an import",
-          "a vast survey in a recalculation", "a vast survey in a view", "no sites left", "a row emptied",
-          "row information lost", "more points picked than may be", "a rectangle dragged",
-          "a point picked on a closer look", "a printer that fails", "a page that cannot be written",
-          "a page printed", "an export that fails", "an editor that fails"})
+    for (const char* const situation : {"too many rows from an import",
+                                        "too many rows from a recalculation",
+                                        "too many rows for a view",
+                                        "a view of more rows than there may be",
+                                        "a vast survey in an import",
+                                        "a vast survey in a recalculation",
+                                        "a vast survey in a view",
+                                        "no sites left",
+                                        "a row emptied",
+                                        "row information lost",
+                                        "more points picked than may be",
+                                        "a rectangle dragged",
+                                        "a point picked on a closer look",
+                                        "a printer that fails",
+                                        "a page that cannot be written",
+                                        "a page printed",
+                                        "an export that fails",
+                                        "an editor that fails",
+                                        "a row plot that followed",
+                                        "a row dialog that has stayed open"})
         reached_.want(situation);
 }

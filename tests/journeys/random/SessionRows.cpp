@@ -122,9 +122,7 @@ void RandomSession::compareForecast(QWidget& dialog, int measure, const QString&
         PlainSurvey divided = survey_;
         divided.measure = measure;
         divided.minDistance = distance;
-        if (!distancesAreFinite(divided))
-            wanted.clear();
-        else if (!findPlainRows(divided))
+        if (!findPlainRows(divided))
             wanted = u"more than 250 rows"_s;
         else
             wanted = divided.rows == 1 ? u"1 row"_s : u"%1 rows"_s.arg(divided.rows);
