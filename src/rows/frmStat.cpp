@@ -71,7 +71,9 @@ void frmStat::redraw() {
 }
 
 void frmStat::showCount() {
-    const bool tooMany = model_->rowCount() == 0 && theSurvey().RowIndex > kMaxRows;
+    const Survey& survey = theSurvey();
+    const bool rowsAreRefused = survey.RowIndex > kMaxRows && !rowsAreUsable(survey);
+    const bool tooMany = model_->rowCount() == 0 && survey.NumSites > 0 && rowsAreRefused;
     lblInfo->setText(tooMany ? QString::fromLatin1(kTooManyRows)
                              : u"Total # of detected rows = %1"_s.arg(model_->rowCount()));
 }

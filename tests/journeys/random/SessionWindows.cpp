@@ -109,7 +109,7 @@ void RandomSession::compareLag() {
 // The window says how many rows there are, or why it has none.
 void RandomSession::statisticsFollow() {
     if (statistics_.isEmpty()) return;
-    if (!survey_.rowsUsable() && survey_.rowIndex > 250)
+    if (!survey_.empty() && !survey_.rowsUsable() && survey_.rowIndex > 250)
         statistics_ = u"Too many rows: Please specify a larger distance value"_s;
     else
         statistics_ =
