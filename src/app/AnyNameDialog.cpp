@@ -2,9 +2,12 @@
 
 #include "app/FileNames.h"
 #include "app/MessageBox.h"
+#include "app/input_file.h"
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
+#include <QFileIconProvider>
+#include <QFileInfo>
 #include <QLineEdit>
 
 #include <filesystem>
@@ -17,7 +20,25 @@ QLineEdit* nameBox(const QFileDialog& dialog) {
     return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
 }
 
+// The library's own looks into files to tell their kind, and into those of the system's own too.
+class PlainIcons : public QFileIconProvider {
+  public:
+    QIcon icon(const QFileInfo& file) const override { return QFileIconProvider::icon(kindOf(file)); }
+    QIcon icon(IconType kind) const override { return QFileIconProvider::icon(kind); }
+    QString type(const QFileInfo& file) const override {
+        return kindOf(file) == Folder ? QFileDialog::tr("Folder") : QFileDialog::tr("File");
+    }
+
+  private:
+    static IconType kindOf(const QFileInfo& file) { return file.isDir() ? Folder : File; }
+};
+
 }  // namespace
+
+AnyNameDialog::AnyNameDialog(QWidget* parent, const QString& caption) : QFileDialog(parent, caption) {
+    static PlainIcons icons;
+    setIconProvider(&icons);
+}
 
 // What is typed, when it is a name that Qt's own dialog does not take; else empty.
 std::string AnyNameDialog::typedName() const {
@@ -37,6 +58,17 @@ bool AnyNameDialog::takes(const std::string& path) const {
     return acceptMode() == AcceptSave && fs::is_directory(fs::path(path).parent_path(), error);
 }
 
+bool AnyNameDialog::refuses(const std::string& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (acceptMode() == AcceptSave || !fs::exists(status) || fs::is_directory(status) || isInputFile(path))
+        return false;
+    tell(this,
+         legible(fromPath(path)) + QStringLiteral(" cannot be read: it is a device, a pipe or a file of the "
+                                                  "system's own.\nChoose a file that holds data."));
+    return true;
+}
+
 // In the words of Qt's own question.
 bool AnyNameDialog::mayReplace(const std::string& path) {
     const QString name = fromPath(fs::path(path).filename().string());
@@ -45,6 +77,7 @@ bool AnyNameDialog::mayReplace(const std::string& path) {
 
 void AnyNameDialog::accept() {
     const std::string path = typedName();
+    if (refuses(path.empty() ? toPath(selectedFiles().value(0)) : path)) return;
     if (path.empty()) return QFileDialog::accept();
     std::error_code error;
     if (acceptMode() == AcceptSave && fs::exists(path, error) && !mayReplace(path)) return;

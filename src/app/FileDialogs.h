@@ -20,7 +20,8 @@ struct FileQuestion {
     int firstFilter = 0;  ///< the pair of the filter that is in force when the dialog comes up
 };
 
-/// Asks for an existing file; empty when cancelled. Symbolic links count as what they point to. `firstFilter`
+/// Asks for an existing file that holds its bytes (input_file.h), and opens none; empty when cancelled.
+/// Symbolic links count as what they point to. `firstFilter`
 /// is the pair of the filter with which the dialog comes up.
 QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter, int firstFilter = 0);
 

@@ -1,5 +1,6 @@
 #include "app/FileDialogs.h"
 
+#include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
 #include <QApplication>
@@ -12,7 +13,9 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -78,6 +81,40 @@ TEST(FileDialogs, RefuseAFileThatDoesNotExist) {
         const DialogTypist typist(fromPath(folder / "nothing.dat"));
         EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
     }
+}
+
+TEST(FileDialogs, RefuseADeviceAPipeAndAFileOfTheSystemsOwn) {
+    TemporaryFolder folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const QString& path : {fromPath(folder / "pipe"), u"/dev/null"_s, u"/proc/self/status"_s}) {
+        ExpectedBoxes boxes;
+        boxes.tellBeginning(path + u" cannot be read: it is a device, a pipe"_s);
+        const DialogTypist typist(path);
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    }
+}
+
+TEST(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
+    TemporaryFolder folder;
+    writeFile(folder / "a_file_without_a_known_kind", "x");
+    const auto lastRead = [&] {
+        struct stat status {};
+        ::stat((folder / "a_file_without_a_known_kind").c_str(), &status);
+        return status.st_atim.tv_sec;
+    };
+    // Long ago, which the next reading changes wherever times of reading are kept.
+    const timespec longAgo[2] = {{1000000, 0}, {2000000, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "a_file_without_a_known_kind").c_str(), longAgo, 0), 0);
+    QTimer::singleShot(300, qApp, [&] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setDirectory(fromPath(folder.path()));
+        QTest::qWait(300);
+        EXPECT_FALSE(dialog->grab().isNull());
+        dialog->reject();
+    });
+    EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    EXPECT_EQ(lastRead(), 1000000);
 }
 
 TEST(FileDialogs, AddNoExtensionToANameThatWasTyped) {
