@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -35,7 +36,7 @@ bool isDigit(char c) {
     return static_cast<unsigned char>(c - '0') < 10;
 }
 
-// The places between two bytes of a line at which the fields in use begin and end, each once.
+// The places between two bytes of a line at which the fields in use begin and end.
 class FieldEdges {
   public:
     explicit FieldEdges(const TrimbleOptions& options) {
@@ -43,28 +44,51 @@ class FieldEdges {
         if (options.TwoEMColumns) add(options.EM2Field);
         for (const FieldColumns& field : {options.XField, options.YField, options.EM1Field})
             add(field);
-        std::sort(edges_.begin(), edges_.begin() + count_);
-        count_ = std::unique(edges_.begin(), edges_.begin() + count_) - edges_.begin();
+        std::sort(beside_.begin(), beside_.end());
+        beside_.erase(std::unique(beside_.begin(), beside_.end()), beside_.end());
     }
 
-    // Whether a digit stands on both sides of an edge: a number goes on outside of its field.
-    bool cut(std::string_view line) const {
-        unsigned both = 0;  // without a branch for each edge, because there is one of every line already
-        for (auto edge = edges_.begin(); edge != edges_.begin() + count_ && *edge < line.size(); ++edge)
-            both |= unsigned{isDigit(line[*edge - 1])} & unsigned{isDigit(line[*edge])};
-        return both != 0;
+    // Whether a digit stands on both sides of an edge: a number goes on outside of its field. Requires a line
+    // that is not empty.
+    bool cut(std::string_view line) {
+        if (line.size() != lineLength_) goInto(line.size());
+        // Hardly ever there is a digit beside a field, so only those few bytes are looked at, without a
+        // branch.
+        unsigned digits = 0;
+        for (const std::size_t place : looked_)
+            digits |= unsigned{isDigit(line[place])};
+        return digits != 0 && hasDigitsOnBothSides(line);
     }
 
   private:
     void add(const FieldColumns& field) {
         const ByteRange range(field);
         if (range.end == 0) return;
-        if (range.begin > 0) edges_[static_cast<std::size_t>(count_++)] = range.begin;
-        edges_[static_cast<std::size_t>(count_++)] = range.end;
+        edges_.insert(edges_.end(), {range.begin, range.end});
+        if (range.begin > 0) beside_.push_back(range.begin - 1);
+        beside_.push_back(range.end);
     }
 
-    std::array<std::size_t, 10> edges_{};
-    std::ptrdiff_t count_ = 0;
+    // Neighbouring lines mostly have the same length. In the place of a byte that a line does not have the
+    // first one beside a field is looked at once more.
+    void goInto(std::size_t lineLength) {
+        lineLength_ = lineLength;
+        const std::size_t first = beside_.empty() ? 0 : beside_.front();
+        looked_.fill(first < lineLength ? first : 0);
+        for (std::size_t i = 0; i < beside_.size(); ++i)
+            if (beside_[i] < lineLength) looked_[i] = beside_[i];
+    }
+
+    bool hasDigitsOnBothSides(std::string_view line) const {
+        return std::any_of(edges_.begin(), edges_.end(), [&](std::size_t edge) {
+            return edge > 0 && edge < line.size() && isDigit(line[edge - 1]) && isDigit(line[edge]);
+        });
+    }
+
+    std::vector<std::size_t> edges_;        // the byte behind each
+    std::vector<std::size_t> beside_;       // the bytes outside of a field and next to it, each once
+    std::array<std::size_t, 10> looked_{};  // those of them that the line looked at last has
+    std::size_t lineLength_ = 0;
 };
 
 // Lines whose numbers were read although an edge of a field cuts through digits.
