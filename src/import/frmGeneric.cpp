@@ -83,7 +83,8 @@ void frmGeneric::cmdImport_Click() {
     bool valid = false;
     CheckInputs(valid);
     if (!valid) return;
-    typing_.stop();
+    // After a fatal error the window stays, and shows the file that was read.
+    if (typing_.isActive()) readBeginning();
     bool succeeded = false;
     GetInputData(succeeded);
     if (succeeded) accept();

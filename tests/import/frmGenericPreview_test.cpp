@@ -66,6 +66,16 @@ TEST_F(GenericImport, LooksAtTheFileOnceItsNameHasBeenTyped) {
     EXPECT_TRUE(window.lblFit->text().startsWith(u"There is no such file"_s));
 }
 
+TEST_F(GenericImport, ShowsTheFileThatWasReadHoweverFastItWasGiven) {
+    look("7,8,9,1\n");
+    click(option(0));
+    type(*window.txtGFile, fromPath(sensorFile("1,2,3,2\n")));
+    boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
+    boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
+    QTest::keyClick(window.txtGFile, Qt::Key_Return);
+    EXPECT_EQ(previewLine(0), u"1: 1 2 3 2"_s);
+}
+
 TEST_F(GenericImport, SaysWhatKindOfFileItIs) {
     look("\x1F\x8B\x08 compressed");
     EXPECT_EQ(window.lblKind->text(), u"This is not a text file."_s);
