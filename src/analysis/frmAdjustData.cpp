@@ -154,8 +154,6 @@ void frmAdjustData::computeAndRefresh(AdjustmentOutcome& outcome) {
     }
     showApplied(outcome);
     if (!outcome.refusal.empty()) return;
-    // Whoever presses Enter once more ends the work and does not adjust again.
-    cmdFinished->setFocus();
     refresh();
 }
 
@@ -165,6 +163,8 @@ void frmAdjustData::showApplied(const AdjustmentOutcome& outcome) {
     theAppliedAdjustments() = theAppliedAdjustments().then(outcome.applied);
     showCaption(lblNotice, QString::fromStdString(stepText(outcome.applied)));
     showTotals();
+    // Whoever presses Enter once more ends the work and does not adjust again.
+    cmdFinished->setFocus();
 }
 
 void frmAdjustData::showTotals() {

@@ -464,12 +464,13 @@ TEST_F(AdjustmentWindow, TellsOfWhatWasDoneBeforeARefusalAndOfNothingAfterOneAtO
     compute();
     EXPECT_EQ(window().lblNotice->text(), u"Every EM1 reading has been multiplied by 2."_s);
     EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
-    EXPECT_FALSE(window().cmdFinished->hasFocus());
+    EXPECT_TRUE(window().cmdFinished->hasFocus()) << "a second Enter would scale EM1 again";
     type(window().txtScale1, "x");
     boxes_.tell(u"Error! Non-numeric EM1 scale factor detected."_s);
     compute();
     EXPECT_EQ(window().lblNotice->text(), QString());
     EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
+    EXPECT_FALSE(window().cmdFinished->hasFocus()) << "nothing has been done that could be done twice";
 }
 
 TEST_F(AdjustmentWindow, IsFinishedByASecondEnter) {
