@@ -55,7 +55,7 @@ class RecordAssembler {
     // Taking a record's missing last value from the next record would put every value that follows into a
     // wrong column without a word. A separator behind a whole record is no missing value.
     bool isRecordOfItsOwn(std::string_view line) const {
-        const std::size_t values = valuesOfLine<Scanner>(line, columns_);
+        const std::size_t values = valuesOfLine<Scanner>(line, columns_ + 1);
         return values == columns_ || (values == columns_ + 1 && endsWithSeparator<Scanner>(line));
     }
 

@@ -68,6 +68,7 @@ TEST_F(GenericFile, TakesALineWithACommaBehindItsLastValueForARecordOfItsOwn) {
 TEST_F(GenericFile, GoesOnOverALineEndUnlessTheNextLineIsARecord) {
     EXPECT_EQ(sitesOf("1,2,\n3\n4,5,6\n"), "1 2 3;4 5 6;");
     EXPECT_EQ(sitesOf("1,2,\n3,4,5,6\n7,8\n"), "1 2 3;4 5 6;") << "more values than a record";
+    EXPECT_EQ(sitesOf("1,2,\n3,4,5,6,\n7,8\n9\n"), "1 2 3;4 5 6;7 8 9;") << "and a comma behind them";
     EXPECT_EQ(sitesOf("1,2\n3,4,5\n6\n"), "1 2 3;4 5 6;") << "no comma in front of the line end";
     EXPECT_EQ(sitesOf("1,2\n,3,4\n5,6\n"), "1 2 3;4 5 6;") << "the comma stands behind it";
 }
