@@ -5,6 +5,7 @@
 #include "app/HelpOpener.h"
 #include "app/MessageBox.h"
 #include "app/numbers.h"
+#include "app/survey_changes.h"
 
 #include <QShortcut>
 
@@ -160,6 +161,7 @@ void frmAdjustData::computeAndRefresh(AdjustmentOutcome& outcome) {
 // Said before anything else can fail: nobody shall apply an adjustment again because its figures are missing.
 void frmAdjustData::showApplied(const AdjustmentOutcome& outcome) {
     if (!outcome.readingsChanged) return;
+    noteSurveyChange();
     theAppliedAdjustments() = theAppliedAdjustments().then(outcome.applied);
     showCaption(lblNotice, QString::fromStdString(stepText(outcome.applied)));
     showTotals();

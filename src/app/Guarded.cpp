@@ -9,13 +9,22 @@
 
 namespace {
 
-QString descriptionOfCurrentException() {
+QString outOfMemory(std::uint64_t changesBefore) {
+    const QString description = QString::fromStdString(RunTimeError::outOfMemory().description());
+    return description +
+           (surveyChanges() == changesBefore
+                ? QStringLiteral("\nThe survey is as it was.")
+                : QStringLiteral("\nThe survey has been changed as asked; what shows it may not "
+                                 "have followed."));
+}
+
+QString descriptionOfCurrentException(std::uint64_t changesBefore) {
     try {
         throw;
     } catch (const RunTimeError& error) {
         return fromPath(error.description());
     } catch (const std::bad_alloc&) {
-        return QString::fromStdString(RunTimeError::outOfMemory().description());
+        return outOfMemory(changesBefore);
     } catch (const std::exception& error) {
         return QString::fromUtf8(error.what());
     } catch (...) {
@@ -25,8 +34,8 @@ QString descriptionOfCurrentException() {
 
 }  // namespace
 
-void reportRunTimeError(QWidget* parent) {
-    tell(parent, descriptionOfCurrentException());
+void reportRunTimeError(QWidget* parent, std::uint64_t changesBefore) {
+    tell(parent, descriptionOfCurrentException(changesBefore));
 }
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
@@ -35,10 +44,11 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
+    const std::uint64_t changesBefore = surveyChanges();
     try {
         return QApplication::notify(receiver, event);
     } catch (...) {
-        reportRunTimeError(activeWindow());
+        reportRunTimeError(activeWindow(), changesBefore);
         return true;
     }
 }

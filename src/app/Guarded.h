@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/survey_changes.h"
+
 #include <QApplication>
 #include <QPointer>
 #include <QWidget>
@@ -7,8 +9,9 @@
 #include <exception>
 #include <utility>
 
-/// Shows the description of the exception under way in a box. Call it in a catch block only.
-void reportRunTimeError(QWidget* parent);
+/// Shows the description of the exception under way in a box; where memory ran out, also whether the survey
+/// has been changed since there were `changesBefore` (survey_changes.h). Call it in a catch block only.
+void reportRunTimeError(QWidget* parent, std::uint64_t changesBefore);
 
 /// The edge of an event: what `action` throws is reported with its description and the action is abandoned.
 /// Wrap every slot that does something in it:
@@ -16,10 +19,11 @@ void reportRunTimeError(QWidget* parent);
 template <typename Action>
 auto guarded(QWidget* window, Action action) {
     return [where = QPointer<QWidget>(window), run = std::move(action)]() mutable {
+        const std::uint64_t changesBefore = surveyChanges();
         try {
             run();
         } catch (...) {
-            reportRunTimeError(where);
+            reportRunTimeError(where, changesBefore);
         }
     };
 }

@@ -6,6 +6,7 @@
 #include "app/Windows.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "app/survey_changes.h"
 #include "import/ImportMessages.h"
 #include "import/error_log.h"
 #include "import/frmDataControl.h"
@@ -45,6 +46,7 @@ void TrimbleImport::Import(const TrimbleOptions& options) {
     report(result);
     theSession().DataSaved = false;
     theSurvey() = std::move(result.survey);
+    noteSurveyChange();
     Q_EMIT imported(result.summary);
     if (result.rows == RowDetection::TooManyRows) {
         tell(&main_, QString::fromLatin1(kTooManyRows));

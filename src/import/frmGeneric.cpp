@@ -9,6 +9,7 @@
 #include "app/input_file.h"
 #include "app/numbers.h"
 #include "app/survey.h"
+#include "app/survey_changes.h"
 #include "import/ImportMessages.h"
 #include "import/error_log.h"
 #include "import/import_report.h"
@@ -135,6 +136,7 @@ void frmGeneric::replaceSurvey(GenericImportResult& result) {
     theSession().InputFileName = std::filesystem::absolute(inputPath()).lexically_normal().string();
     theSession().DataSaved = false;
     theSurvey() = std::move(result.survey);
+    noteSurveyChange();
     Q_EMIT imported(result.summary);
     if (result.rowCheck != RowCheck::Passed)
         main_.menusFollow(MenuEvent::ImportRefused);

@@ -7,6 +7,7 @@
 #include "app/OptionButtons.h"
 #include "app/frmMain.h"
 #include "app/palette16.h"
+#include "app/survey_changes.h"
 #include "plots/chart_views.h"
 #include "plots/row_deletion.h"
 #include "plots/row_number.h"
@@ -312,7 +313,9 @@ void RowPlotEditor::Text1_Change() {
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(&main_);
-        if (deleteSelectedSites(theSurvey(), CurrentRow, selection_))
+        const bool emptied = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+        noteSurveyChange();
+        if (emptied)
             showEmptiedRow();
         else
             showShortenedRow();

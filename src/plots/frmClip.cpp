@@ -8,6 +8,7 @@
 #include "app/frmMain.h"
 #include "app/numbers.h"
 #include "app/palette16.h"
+#include "app/survey_changes.h"
 
 #include <QCloseEvent>
 #include <QScreen>
@@ -315,6 +316,7 @@ void frmClip::cmdDelete_Click() {
 void frmClip::deleteSites() {
     const SiteIndex before = theSurvey().NumSites;
     deleteMaskedSites(theSurvey(), SiteMask);
+    noteSurveyChange();
     followDeletion(before);
 }
 
@@ -360,6 +362,7 @@ bool frmClip::Form_Unload() {
 void frmClip::checkRows() {
     if (theSurvey().NumSites == 0) {
         forgetRows(theSurvey());
+        noteSurveyChange();
         main_.menusFollow(MenuEvent::NoSitesLeft);
         tell(this, u"There is no more point left in the file!"_s);
         return;
@@ -367,6 +370,7 @@ void frmClip::checkRows() {
     bool RowDataOK = true;
     ValidateRowInfo(RowDataOK);
     if (RowDataOK) return;
+    noteSurveyChange();
     main_.menusFollow(MenuEvent::RowsLost);
     fillComboRow();
     redrawBeforeNextPaint();

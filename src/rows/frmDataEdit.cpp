@@ -6,6 +6,7 @@
 #include "app/MessageBox.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "app/survey_changes.h"
 
 #include <QLocale>
 #include <QShortcut>
@@ -67,7 +68,9 @@ QString inForce(const Survey& survey) {
 
 RowDetection findRows(QWidget* window, int distanceMode, double minDistance) {
     const Hourglass hourglass(window);
-    return Recalculate_Rows(theSurvey(), distanceMode, minDistance);
+    const RowDetection outcome = Recalculate_Rows(theSurvey(), distanceMode, minDistance);
+    noteSurveyChange();
+    return outcome;
 }
 
 }  // namespace
@@ -211,6 +214,7 @@ void frmDataEdit::joinRows() {
     const RowPairEntry entry = checkRowPair(text(Text2), text(Text3), theSurvey().NumRows);
     if (refused(entry.fault, true)) return;
     Joint_Row(theSurvey(), entry.row1, entry.row2);
+    noteSurveyChange();
     Q_EMIT surveyChanged();
     close();
 }
@@ -219,6 +223,7 @@ void frmDataEdit::deleteRow() {
     const RowEntry entry = checkRow(text(Text4), theSurvey().NumRows);
     if (refused(entry.fault, false)) return;
     Delete_Row(theSurvey(), entry.row);
+    noteSurveyChange();
     Q_EMIT surveyChanged();
     if (theSurvey().NumSites == 0) noSitesLeft();
     close();

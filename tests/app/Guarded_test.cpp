@@ -20,7 +20,12 @@ TEST(RunTimeErrors, InASlotAreShownWithTheirDescription) {
         {[] { throw RunTimeError::subscriptOutOfRange(); }, u"Subscript out of range"_s},
         {[] { throw RunTimeError::file("/a/b.dat", "cannot be read", "No such file or directory"); },
          u"/a/b.dat cannot be read: No such file or directory"_s},
-        {[] { throw std::bad_alloc(); }, u"Out of memory"_s},
+        {[] {
+             noteSurveyChange();
+             throw std::bad_alloc();
+         },
+         u"Out of memory\nThe survey has been changed as asked; what shows it may not have followed."_s},
+        {[] { throw std::bad_alloc(); }, u"Out of memory\nThe survey is as it was."_s},
     };
     for (const auto& [action, text] : failures) {
         const auto connection =

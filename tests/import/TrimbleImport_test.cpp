@@ -1,5 +1,6 @@
 #include "import/TrimbleImport.h"
 
+#include "app/survey_changes.h"
 #include "import/frmDataControl.h"
 #include "import/frmIniDisplay.h"
 #include "support/ImportTest.h"
@@ -70,6 +71,7 @@ class TrimbleImportChain : public ImportTest {
 }  // namespace
 
 TEST_F(TrimbleImportChain, LeadsFromTheMenuToTheReport) {
+    const auto changesBefore = surveyChanges();
     boxes.tell(report(3, 1), kReportTitle);
     importFile("   0    0   10\r\n   9    1   20\r\n   x    1   20\r\n   9   50   30\r\n");
     const Survey& survey = theSurvey();
@@ -83,6 +85,7 @@ TEST_F(TrimbleImportChain, LeadsFromTheMenuToTheReport) {
     EXPECT_EQ(theSession().InputFileName, folder / "sensor file ü.dat");
     EXPECT_EQ(errorLog(), "Line # 3    x    1   20  -> non-numeric X-coord data\r\n");
     EXPECT_EQ(imported.count(), 1);
+    EXPECT_EQ(surveyChanges(), changesBefore + 1);
     EXPECT_EQ(tooMany.count(), 0);
     expectMenus(true, true);
     EXPECT_NE(main.cursor().shape(), Qt::WaitCursor);

@@ -89,7 +89,9 @@ TEST_F(GenericImport, PutsTheSurveyInPlaceAndCloses) {
         u"containing non-numeric or invalid numeric values.\n"
         u"Please refer to the error_log.dat text file for more details."_s,
         kReportTitle);
+    const auto changesBefore = surveyChanges();
     importFile(3, "Site,X,Y,Ec1,Ec2,Row\n1,0,0,5,6,1\n2,3,4,5,4.9,1\n3,3,4,7,8,1\n4,9,9,5,5,2\n");
+    EXPECT_EQ(surveyChanges(), changesBefore + 1);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(imported.count(), 1);
     const Survey& survey = theSurvey();

@@ -2,6 +2,7 @@
 #include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "app/survey_changes.h"
 #include "main.h"
 #include "plots/Chart2D.h"
 #include "plots/frmClip.h"
@@ -44,6 +45,7 @@ class UnexportedEdits : public testing::Test {
         const QString file = fromPath(folder / "out.txt");
         boxes.tell(u"Output data saved to "_s + file, u"VARN-Tesl"_s);
         exportTransectFile(*main, file);
+        changesBefore = surveyChanges();
     }
     void inRowDialog(const QString& option, const QString& box, const QString& text) {
         chooseItem(*main, u"mnuData"_s);
@@ -71,6 +73,7 @@ class UnexportedEdits : public testing::Test {
         waitUntilClosed(u"frmAdjustData"_s);
     }
     void expectAsked() {
+        EXPECT_GT(surveyChanges(), changesBefore);
         EXPECT_FALSE(theSession().DataSaved);
         boxes.ask(false,
                   u"Attention: you have not exported an output VARN data file yet!\n"
@@ -87,6 +90,7 @@ class UnexportedEdits : public testing::Test {
     TemporaryFolder folder;
     ExpectedBoxes boxes;
     std::unique_ptr<frmMain> main;
+    std::uint64_t changesBefore = 0;
 };
 
 }  // namespace
@@ -156,6 +160,8 @@ TEST_F(UnexportedEdits, AreAskedAboutAfterSitesAreDeletedOnTheMapOrRowsAreLostTh
     boxes.tell(u"All masked sites have been deleted."_s);
     clickOn(map, u"cmdDelete"_s);
     EXPECT_LT(theSurvey().NumSites, 9);
+    EXPECT_GT(surveyChanges(), changesBefore);
+    changesBefore = surveyChanges();
     EXPECT_FALSE(theSession().DataSaved);
     theSession().DataSaved = true;  // whatever is exported now still has rows
     boxes.tell(
