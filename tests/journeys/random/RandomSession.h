@@ -12,6 +12,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -136,6 +137,7 @@ class RandomSession {
     void importManyRows();
     bool enterControls(PlainTrimbleOptions& options);
     bool enterFormat(const PlainTrimbleOptions& options);
+    void useLastFormat(QWidget& window);
     void refuseControls(QWidget& window);
     void refuseFormat(QWidget& window, const PlainTrimbleOptions& options);
     void finishTrimbleImport(const PlainImport& import);
@@ -269,6 +271,7 @@ class RandomSession {
     std::map<std::string, long> made_;
 
     PlainSurvey survey_;
+    std::optional<PlainTrimbleOptions> lastFormat_;  // accepted with the last fixed-column import
     bool saved_ = false;
     std::vector<PlainSite> exported_;  ///< the sites as they were written last
     bool counted_ = false;             ///< the sites of each row have been counted since they changed

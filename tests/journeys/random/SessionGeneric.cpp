@@ -3,9 +3,12 @@
 #include "journeys/random/entries.h"
 #include "support/UserDriver.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
+#include <QTest>
 
 #include <algorithm>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace entries;
@@ -16,7 +19,8 @@ struct RandomSession::GenericFile {
     std::string bytes, log;
     PlainSurvey survey;
     long dropped = 0;
-    QString rowFault;  // what the user is told about the row numbers
+    bool decimalCommas = false;  // and semicolons between values
+    QString rowFault;            // what the user is told about the row numbers
 };
 
 namespace {
@@ -39,12 +43,13 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
     GenericFile file;
     file.survey.ids = withIDs;
     file.survey.two = two;
-    const int separators = below(3);
     const int firstRow = !many_ && chance(6) ? 2 : 1;
     const bool fallsBack = !many_ && chance(6);
     const int gap = !many_ && chance(6) ? 1 : 0;
     const bool manyRows = many_ || chance(25);
     const std::vector<PlainSite> sites = drivenSites();
+    const int separators = sites.empty() ? 0 : below(4);
+    file.decimalCommas = separators == 3;
     for (std::size_t number = 0; number < sites.size(); ++number) {
         PlainSite site = sites[number];
         site.row = manyRows ? static_cast<int>(site.id) : site.row + firstRow - 1 + (site.row > 2 ? gap : 0);
@@ -59,12 +64,19 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
         // whole.
         const bool incomplete = separators == 0 && !many_ && number + 1 < sites.size() && chance(2);
         if (incomplete) values.back().clear();
+        if (file.decimalCommas)
+            for (std::string& value : values)
+                std::replace(value.begin(), value.end(), '.', ',');
         const auto line = 1 + std::count(file.bytes.begin(), file.bytes.end(), '\n');
         std::string logged = "Line # " + std::to_string(line);
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (!values[i].empty()) logged += ' ' + values[i];
             if (i > 0)
-                file.bytes += separators == 0 ? "," : separators == 1 ? " " : chance(50) ? " , " : "\t";
+                file.bytes += separators == 0   ? ","
+                              : separators == 1 ? " "
+                              : separators == 3 ? ";"
+                              : chance(50)      ? " , "
+                                                : "\t";
             file.bytes += values[i];
         }
         file.bytes += separators == 2 && chance(20) ? " " : "\r\n";
@@ -139,6 +151,17 @@ void RandomSession::lookAroundGeneric(QWidget& window) {
     chooseItem(window, u"mnuFormat"_s);
 }
 
+namespace {
+
+// Offered for such a file only, a moment after its name has been typed, and never ticked by the program.
+void tickDecimalComma(QWidget& window) {
+    const auto* const box = window.findChild<QCheckBox*>(u"chkDecimalComma"_s);
+    std::ignore = QTest::qWaitFor([box] { return box->isVisible(); });  // or it is not found below
+    clickOn(window, u"chkDecimalComma"_s);
+}
+
+}  // namespace
+
 void RandomSession::importGeneric() {
     if (chance(50))
         chooseItem(*main_, u"mnuOpen2"_s);
@@ -162,6 +185,7 @@ void RandomSession::importGeneric() {
     }
     typeInto(window, u"txtminEC"_s, cutoff);
     clickOn(window, u"optCF_%1"_s.arg(layout));
+    if (file.decimalCommas) tickDecimalComma(window);
     finishGenericImport(window, file);
 }
 

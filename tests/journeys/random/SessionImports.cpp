@@ -106,6 +106,7 @@ void RandomSession::importTrimble() {
     writeFile(folder_ / "survey.dat", bytes);
     if (!enterControls(options) || !enterFormat(options)) return;
     finishTrimbleImport(plainTrimbleImport(bytes, options));
+    lastFormat_ = options;
 }
 
 // Entries that are refused; the parameters that they leave are those of their leading numbers.
@@ -167,6 +168,7 @@ bool RandomSession::enterFormat(const PlainTrimbleOptions& options) {
         typeInto(window, boxes + u"_1"_s, QString::number(columns[1]));
     };
     helpOf(window, 105);
+    useLastFormat(window);
     for (int clicks = options.id[0] > 0 ? 1 : chance(20) ? 2 : 0; clicks > 0; --clicks)
         clickOn(window, u"Check1"_s);
     for (int clicks = options.em2[0] > 0 ? 1 : chance(20) ? 2 : 0; clicks > 0; --clicks)
@@ -182,6 +184,28 @@ bool RandomSession::enterFormat(const PlainTrimbleOptions& options) {
         return false;
     }
     return true;
+}
+
+// The positions of the import before, if there was one; then both check boxes are as they were.
+void RandomSession::useLastFormat(QWidget& window) {
+    same<bool>("cmdLast is enabled", control(window, u"cmdLast"_s).isEnabled(), lastFormat_.has_value());
+    if (!lastFormat_ || !chance(30)) return;
+    clickOn(window, u"cmdLast"_s);
+    const auto compareBoxes = [&](const QString& boxes, const PlainField& columns) {
+        for (const int end : {0, 1})
+            sameText("a position of the last file",
+                     controlAs<QLineEdit>(window, boxes + u"_%1"_s.arg(end)).text(),
+                     QString::number(columns[static_cast<std::size_t>(end)]));
+    };
+    compareBoxes(u"Text2"_s, lastFormat_->x);
+    compareBoxes(u"Text3"_s, lastFormat_->y);
+    compareBoxes(u"Text4"_s, lastFormat_->em1);
+    const std::pair<PlainField, int> optional[] = {{lastFormat_->id, 1}, {lastFormat_->em2, 2}};
+    for (const auto& [field, number] : optional) {
+        if (field[0] == 0) continue;
+        compareBoxes(number == 1 ? u"Text1"_s : u"Text5"_s, field);
+        clickOn(window, u"Check%1"_s.arg(number));
+    }
 }
 
 // One field after another is no field, and a box takes nothing but a number; then all is as it was.
