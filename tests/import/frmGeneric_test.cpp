@@ -1,3 +1,4 @@
+#include "app/survey_changes.h"
 #include "import/GenericWindow.h"
 #include "support/reads.h"
 
