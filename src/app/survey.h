@@ -96,7 +96,7 @@ struct Survey : SurveyParameters {
 /// What the program remembers while it runs, beside the survey.
 struct Session {
     std::string InputFileName;  ///< full path of the sensor file chosen for import
-    bool DataSaved = false;     ///< a transect file has been written since the last import
+    bool DataSaved = false;     ///< a transect file holds the survey as it is
     std::string AppDir;         ///< the program's directory: help documents and editor settings are read here
     std::string DataDir;        ///< where the error log and helpdoc.rtf are written; AppDir unless read-only
     std::string TextEditor;     ///< command that opens text files: the editor's path and one blank
