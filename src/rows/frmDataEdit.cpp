@@ -56,12 +56,13 @@ QString rowsInWords(int rows) {
     return rows == 1 ? u"1 row"_s : u"%1 rows"_s.arg(rows);
 }
 
+// Two things: the rows may come from a file, and an import that was given up may have left its distance.
 QString inForce(const Survey& survey) {
     const int rows = rowsAreUsable(survey) ? survey.NumRows : std::max(survey.RowIndex, 0);
     if (survey.DistanceMode < 1 || survey.DistanceMode > 3)
         return u"In force now: %1"_s.arg(rowsInWords(rows));
     const QString measures[] = {u"true distance"_s, u"X distance"_s, u"Y distance"_s};
-    return u"In force now: %1 (%2, %3 m)"_s.arg(
+    return u"In force now: %1, minimum distance %3 m (%2)"_s.arg(
         rowsInWords(rows), measures[survey.DistanceMode - 1],
         QLocale::c().toString(survey.MinDistance, 'g', QLocale::FloatingPointShortest));
 }
@@ -181,7 +182,10 @@ void frmDataEdit::hideEvent(QHideEvent* event) {
 
 void frmDataEdit::changeEvent(QEvent* event) {
     // The survey may have changed while another window was in front.
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) followRowLimit();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        followRowLimit();
+        showInForce();
+    }
     QDialog::changeEvent(event);
 }
 

@@ -335,7 +335,7 @@ TEST_F(FollowingPlots, BringTheRowDialogBesideThemUpToDate) {
     }
     EXPECT_EQ(controlAs<QLineEdit>(dialog, u"Text4"_s).text(), QString());
     EXPECT_EQ(controlAs<QLabel>(dialog, u"lblInForce"_s).text(),
-              u"In force now: 2 rows (true distance, 7 m)"_s);
+              u"In force now: 2 rows, minimum distance 7 m (true distance)"_s);
     typeInto(dialog, u"Text4"_s, u"1"_s);
     clickOn(dialog, u"Command1"_s);
     EXPECT_EQ(editor->CurrentRow, 1);

@@ -466,15 +466,25 @@ TEST_F(RowDialog, LooksAtTheSurveyWhenAMeasureIsChosenAndAtNoKey) {
 }
 
 TEST_F(RowDialog, SaysWhatIsInForce) {
-    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows (true distance, 8 m)"_s);
+    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows, minimum distance 8 m (true distance)"_s);
     theSurvey().chooseDistance(3);
     theSurvey().MinDistance = 0.1;
     theSurvey().NumRows = theSurvey().RowIndex = 1;
     dialog_->followSurvey();
-    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 1 row (Y distance, 0.1 m)"_s);
+    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 1 row, minimum distance 0.1 m (Y distance)"_s);
     theSurvey().RowIndex = 251;
     dialog_->followSurvey();
-    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: more than 250 rows (Y distance, 0.1 m)"_s);
+    EXPECT_EQ(dialog_->lblInForce->text(),
+              u"In force now: more than 250 rows, minimum distance 0.1 m (Y distance)"_s);
+}
+
+TEST_F(RowDialog, SaysWhatAnImportThatWasGivenUpHasPutInForce) {
+    dialog_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    theSurvey().MinDistance = 99;
+    QEvent activation(QEvent::ActivationChange);
+    QApplication::sendEvent(dialog_.get(), &activation);
+    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows, minimum distance 99 m (true distance)"_s);
 }
 
 TEST_F(RowDialog, ForgetsRowNumbersThatMeanOtherRowsNow) {
