@@ -77,7 +77,12 @@ bool AnyNameDialog::mayReplace(const std::string& path) {
 
 void AnyNameDialog::accept() {
     const std::string path = typedName();
-    if (refuses(path.empty() ? toPath(selectedFiles().value(0)) : path)) return;
+    if (refuses(path.empty() ? toPath(selectedFiles().value(0)) : path)) {
+        // One of the desktop's own, which has no box of ours, may be gone by now: nobody could end it any
+        // more.
+        if (nameBox(*this) == nullptr) reject();
+        return;
+    }
     if (path.empty()) return QFileDialog::accept();
     std::error_code error;
     if (acceptMode() == AcceptSave && fs::exists(path, error) && !mayReplace(path)) return;

@@ -7,7 +7,7 @@
 /// Qt's file dialog, which neither lists nor takes names that are no Unicode; this one takes them typed, as
 /// legible() shows them, and files' addresses too. (The desktop's own dialogs, where Qt has them, are
 /// theirs.) Where a file is to be read it refuses a device, a pipe or a file of the system's own and stays,
-/// and it opens none of the files that it lists.
+/// which the desktop's own cannot, and it opens none of the files that it lists.
 class AnyNameDialog : public QFileDialog {
   public:
     AnyNameDialog(QWidget* parent, const QString& caption);

@@ -94,6 +94,23 @@ TEST(FileDialogs, RefuseADeviceAPipeAndAFileOfTheSystemsOwn) {
     }
 }
 
+// They close before the program hears of the choice, and have no widgets of Qt's.
+TEST(FileDialogs, OfTheDesktopEndWithAChoiceThatIsRefused) {
+    ExpectedBoxes boxes;
+    boxes.tellBeginning(u"/dev/null cannot be read: it is a device, a pipe"_s);
+    QTimer::singleShot(50, qApp, [] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto* const name = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s);
+        name->setText(u"/dev/null"_s);
+        name->setObjectName(QString());
+        static_cast<QDialog*>(dialog)->accept();
+        EXPECT_FALSE(dialog->isVisible());
+        dialog->reject();
+    });
+    EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+}
+
 TEST(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
     TemporaryFolder folder;
     writeFile(folder / "a_file_without_a_known_kind", "x");
