@@ -17,6 +17,34 @@ bool isSameOrOwns(const QWidget* window, const QWidget* owned) {
     return owned != nullptr;
 }
 
+const QWidget* outermostOwner(const QWidget* widget) {
+    while (widget->parentWidget() != nullptr)
+        widget = widget->parentWidget();
+    return widget;
+}
+
+// A box blocks every window but those of its own; a modal window those that belong to its owner.
+bool blocks(const QWidget* modal, const QWidget* other) {
+    if (isSameOrOwns(modal, other)) return false;
+    return modal->windowModality() == Qt::ApplicationModal || outermostOwner(modal) == outermostOwner(other);
+}
+
+// Stands before every object of the application. A click that comes late may find a window over its button
+// that is not to see the survey change; its timer goes on until the click has been made, after the window.
+class LateClicks : public QObject {
+  public:
+    explicit LateClicks(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::Timer) return false;
+        const auto* const button = qobject_cast<QAbstractButton*>(watched);
+        if (button == nullptr) return false;
+        const QWidget* const modal = QApplication::activeModalWidget();
+        return !button->isVisible() || (modal != nullptr && blocks(modal, button));
+    }
+};
+
 // Stands before every object of the application while a box is open.
 class Boxes : public QObject {
   public:
@@ -37,7 +65,6 @@ class Boxes : public QObject {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Timer) return clicksLate(watched);
         if (event->type() != QEvent::Close || !hasBox(watched)) return false;
         event->ignore();
         return true;
@@ -49,13 +76,6 @@ class Boxes : public QObject {
         return window != nullptr && std::any_of(owners_.cbegin(), owners_.cend(), [window](QWidget* owner) {
                    return isSameOrOwns(window, owner);
                });
-    }
-
-    // The timer of a click goes on until the click has been made: after the box.
-    static bool clicksLate(QObject* timed) {
-        const auto* const button = qobject_cast<QAbstractButton*>(timed);
-        const QWidget* const box = QApplication::activeModalWidget();
-        return button != nullptr && box != nullptr && !box->isAncestorOf(button);
     }
 
     QList<QPointer<QWidget>> owners_;
@@ -109,6 +129,7 @@ class Keeper : public QObject {
             delete window;
     }
 
+    LateClicks lateClicks_{this};
     Boxes boxes_{this};
     QList<QPointer<QObject>> waiting_;
 };

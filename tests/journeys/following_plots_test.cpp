@@ -14,6 +14,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -23,6 +24,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Point = Chart2D::Point;
+// Longer than the tenth of a second by which a mnemonic's click is late.
+constexpr int kLate = 300;
+
 using Points = std::vector<Point>;
 
 class FollowingPlots : public testing::Test {
@@ -340,4 +344,19 @@ TEST_F(FollowingPlots, BringTheRowDialogBesideThemUpToDate) {
     clickOn(dialog, u"Command1"_s);
     EXPECT_EQ(editor->CurrentRow, 1);
     EXPECT_EQ(pointsOf(*editor->Chart2D3, Chart2D::kData, 1), (Points{{20, 16}, {20, 17}, {20, 18}}));
+}
+
+TEST_F(FollowingPlots, AndTheMapKeepTheirSurveyUntilALateClickOfTheRowDialogIsLetThrough) {
+    chooseItem(*main, u"mnuData"_s);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    clickOn(dialog, u"Option2"_s);
+    typeInto(dialog, u"Text4"_s, u"1"_s);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    controlAs<QPushButton>(dialog, u"Command1"_s).animateClick();
+    chooseItem(*main, u"mnuIDEW"_s);
+    QWidget& map = shownWindow(u"frmClip"_s);
+    QTest::qWait(kLate);
+    EXPECT_EQ(theSurvey().NumSites, 9);
+    map.close();
+    EXPECT_TRUE(QTest::qWaitFor([] { return theSurvey().NumSites == 6; }));
 }
