@@ -176,7 +176,8 @@ void frmDataEdit::showForecast() {
 }
 
 void frmDataEdit::hideEvent(QHideEvent* event) {
-    Q_EMIT distanceTyped(0, {});
+    // Minimised, the dialog comes back with what was typed.
+    if (!event->spontaneous()) Q_EMIT distanceTyped(0, {});
     QDialog::hideEvent(event);
 }
 

@@ -513,6 +513,10 @@ TEST_F(RowDialog, TellsEachDistanceThatIsTypedUntilItCloses) {
     told.clear();
     enter(dialog_->Option3, u"9"_s);
     told.clear();
+    QHideEvent minimised;
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    qApp->notify(dialog_.get(), &minimised);
+    EXPECT_EQ(told, Told{}) << "it comes back with what was typed";
     dialog_->close();
     EXPECT_EQ(told, (Told{{0, -1}}));
 }
