@@ -1,7 +1,5 @@
 #include "app/CaptionColour.h"
 
-#include "app/palette16.h"
-
 #include <QAbstractButton>
 #include <QApplication>
 
@@ -22,6 +20,10 @@ void colourCaption(QWidget& widget, int paletteColour) {
         palette.setColor(QPalette::Inactive, role, colour);
     }
     widget.setPalette(palette);
+}
+
+void colourNotice(QWidget& notice, bool warns) {
+    colourCaption(notice, warns ? kWarningColour : kBlack);
 }
 
 void colourWhileChecked(QAbstractButton& button) {

@@ -1,5 +1,6 @@
 #include "app/SurveySummary.h"
 
+#include "app/CaptionColour.h"
 #include "app/ElidedLabel.h"
 #include "app/ShownText.h"
 #include "app/palette16.h"
@@ -66,7 +67,7 @@ QLabel* logLine(const QString& text) {
 QLabel* warning(const QString& text) {
     QLabel* const label = plainLabel(text);
     label->setWordWrap(true);
-    colour(*label, kBasicPalette[kRed]);
+    colour(*label, kBasicPalette[kWarningColour]);
     return label;
 }
 
@@ -122,7 +123,7 @@ void SurveySummary::addCaption(const DescriptionLine& line, int row) {
     text_ += caption + u": "_s;
     QLabel* const label = plainLabel(caption);
     label->setObjectName(u"cap"_s + freeName(line.name).mid(3));
-    colour(*label, line.kind == DescriptionKind::Warning ? kBasicPalette[kRed] : kCaptionGrey);
+    colour(*label, line.kind == DescriptionKind::Warning ? kBasicPalette[kWarningColour] : kCaptionGrey);
     grid_->addWidget(label, row, kCaption, Qt::AlignRight | Qt::AlignTop);
 }
 

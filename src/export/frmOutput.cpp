@@ -55,7 +55,7 @@ void frmOutput::Form_Load() {
     txtBRN->setFixedWidth(fontMetrics().horizontalAdvance(u"0000000000"_s) + 16);
     lookReadOnly(*Text1);
     lookReadOnly(*Text2);
-    colourCaption(*lblNotice, kRed);
+    colourNotice(*lblNotice, true);
     showRecordFormat();
     Command2->setEnabled(false);
     txtBRN->setText(u"1"_s);

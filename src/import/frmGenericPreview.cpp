@@ -3,7 +3,6 @@
 #include "app/FileDialogs.h"
 #include "app/Guarded.h"
 #include "app/input_file.h"
-#include "app/palette16.h"
 #include "app/run_time_error.h"
 #include "import/GenericPreviewModel.h"
 #include "import/frmGeneric.h"
@@ -26,7 +25,7 @@ void tellIn(QLabel& label, const QString& text, bool warning) {
     label.setText(text);
     // Its height is fixed; a height that follows the width would let the window squeeze what is below.
     label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    colourCaption(label, warning ? kRed : kBlack);
+    colourNotice(label, warning);
 }
 
 }  // namespace
@@ -102,7 +101,7 @@ void frmGeneric::showPreview() {
         tellFit(preview, layout.columns());
     else
         tellIn(*lblFit, problem_, false);
-    preview_->show(std::move(preview), layout, captionColour(kRed, *tblPreview));
+    preview_->show(std::move(preview), layout, captionColour(kWarningColour, *tblPreview));
 }
 
 void frmGeneric::tellFit(const GenericPreview& preview, int columns) {
@@ -118,7 +117,7 @@ void frmGeneric::tellFit(const GenericPreview& preview, int columns) {
 QString frmGeneric::fittingCaptions(const GenericPreview& preview) const {
     QStringList captions;
     for (const std::size_t layout : fittingLayouts(preview))
-        captions << u'"' + optCF_[layout]->text().simplified() + u'"';
+        captions << u'“' + optCF_[layout]->text().simplified() + u'”';
     if (captions.isEmpty()) return u"No layout takes as many."_s;
     return (captions.size() == 1 ? u"This layout would fit: "_s : u"These layouts would fit: "_s) +
            captions.join(u"; "_s) + u'.';

@@ -117,7 +117,7 @@ void frmIniDisplay::showKind() {
     const FixedColumnNotice notice = fixedColumnNotice(recogniseFileKind(options_.path));
     lblKind->setText(QString::fromStdString(notice.text));
     lblKind->setVisible(!notice.text.empty());
-    if (notice.isWarning) colourCaption(*lblKind, kRed);
+    colourNotice(*lblKind, notice.isWarning);
 }
 
 void frmIniDisplay::watchPositions() {

@@ -172,6 +172,7 @@ void frmDataEdit::showForecast() {
     }
     const int rows = typed ? forecast_.rows(*typed) : 0;
     lblRows->setText(rows > 0 ? rowsInWords(rows) : QString());
+    colourNotice(*lblRows, rows > kMaxRows);
     Q_EMIT distanceTyped(operation != nullptr ? operation->distanceMode : 0, typed);
 }
 

@@ -28,11 +28,19 @@ TEST(TheCaptionColour, CanBeReadOnLightAndOnDarkGround) {
     for (const QColor& ground : {QColor(0xEF, 0xEF, 0xEF), QColor(0x2B, 0x2B, 0x2B)}) {
         QApplication::setPalette(QPalette(ground));
         const QWidget widget;
-        for (const int colour : {kBlack, kBlue, kLightBlue})
+        for (const int colour : {kBlack, kBlue, kLightBlue, kWarningColour})
             EXPECT_GT(contrast(captionColour(colour, widget), ground), 4.5)
                 << colour << ground.name().toStdString();
     }
     QApplication::setPalette(before);
+}
+
+TEST(TheCaptionColour, TellsANoticeThatWarnsFromOneThatOnlyTells) {
+    QWidget notice;
+    colourNotice(notice, true);
+    EXPECT_EQ(notice.palette().color(QPalette::WindowText), captionColour(kWarningColour, notice));
+    colourNotice(notice, false);
+    EXPECT_EQ(notice.palette().color(QPalette::WindowText), captionColour(kBlack, notice));
 }
 
 TEST(TheCaptionColour, FollowsWhetherAButtonIsChecked) {

@@ -382,7 +382,7 @@ TEST_F(OutputWindow, SaysWhichRowSitesWithoutARowNumberGet) {
     frmOutput window;
     window.show();
     EXPECT_TRUE(window.lblNotice->isVisible());
-    EXPECT_EQ(window.lblNotice->palette().color(QPalette::WindowText), captionColour(kRed, window));
+    EXPECT_EQ(colourOf(window.lblNotice), captionColour(kWarningColour, window));
     EXPECT_EQ(window.lblNotice->text(), u"1 site has no valid row number; it will be written with row 0."_s);
     window.txtBRN->setText(u"5"_s);
     EXPECT_EQ(window.lblNotice->text(), u"1 site has no valid row number; it will be written with row 4."_s);

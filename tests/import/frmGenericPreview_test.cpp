@@ -36,9 +36,9 @@ TEST_F(GenericImport, NamesTheLayoutsThatWouldFit) {
     EXPECT_EQ(previewLine(1), u"1: 4 5 6"_s);
     EXPECT_EQ(window.lblFit->text(),
               u"The lines hold 4 values, this layout takes 3: values would be read across line ends. These "
-              u"layouts would fit: \"X-cord, Y-cord, Ec1, Row_#\"; \"X-cord, Y-cord, Ec1, Ec2 (Verris 3100 "
-              u"file)\"; \"Site_#, X-cord, Y-cord, Ec1\"."_s);
-    EXPECT_EQ(fitColour(), captionColour(kRed, window));
+              u"layouts would fit: “X-cord, Y-cord, Ec1, Row_#”; “X-cord, Y-cord, Ec1, Ec2 (Verris 3100 "
+              u"file)”; “Site_#, X-cord, Y-cord, Ec1”."_s);
+    EXPECT_EQ(fitColour(), captionColour(kWarningColour, window));
     click(option(0));
     EXPECT_EQ(window.lblFit->text(), u"The lines hold 4 values, this layout takes 4."_s);
     EXPECT_EQ(fitColour(), captionColour(kBlack, window));
@@ -79,7 +79,7 @@ TEST_F(GenericImport, ShowsTheFileThatWasReadHoweverFastItWasGiven) {
 TEST_F(GenericImport, SaysWhatKindOfFileItIs) {
     look("\x1F\x8B\x08 compressed");
     EXPECT_EQ(window.lblKind->text(), u"This is not a text file."_s);
-    EXPECT_EQ(window.lblKind->palette().color(QPalette::WindowText), captionColour(kRed, window));
+    EXPECT_EQ(window.lblKind->palette().color(QPalette::WindowText), captionColour(kWarningColour, window));
     look("1\t2\t3\t4\n");
     EXPECT_EQ(window.lblKind->text(), u"Tabs stand between its values."_s);
     EXPECT_EQ(window.lblKind->palette().color(QPalette::WindowText), captionColour(kBlack, window));
@@ -96,7 +96,7 @@ TEST_F(GenericImport, OffersDecimalCommasWhereTheyAreAndTakesThemWhenTicked) {
               u"values are separated by semicolons, decimal signs are commas"_s);
     EXPECT_EQ(window.lblFit->text(),
               u"No value with a decimal comma is read as a number unless the box above is ticked."_s);
-    EXPECT_EQ(fitColour(), captionColour(kRed, window));
+    EXPECT_EQ(fitColour(), captionColour(kWarningColour, window));
     click(*window.chkDecimalComma);
     EXPECT_EQ(previewLine(0), u"1: 1 2,5 3,5 4,25"_s);
     EXPECT_EQ(window.lblFit->text(), u"The lines hold 4 values, this layout takes 4."_s);

@@ -367,7 +367,7 @@ TEST_F(ImportFormat, SaysWhatKindOfFileItIs) {
     EXPECT_EQ(
         window->lblKind->text(),
         u"Tabs stand between the values: columns of characters will not line up; the generic import fits."_s);
-    EXPECT_EQ(colourOf(*window->lblKind), captionColour(kRed, *window));
+    EXPECT_EQ(colourOf(*window->lblKind), captionColour(kWarningColour, *window));
     open("PK\x03\x04" + std::string(1000, '\0') + "\x01\x02\x03");
     EXPECT_EQ(window->lblKind->text(), u"This is not a text file."_s);
     open("id x y\n   1    2    3\n   4    5    6\n");

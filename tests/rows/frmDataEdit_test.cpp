@@ -18,6 +18,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QColor ink(const QWidget& widget) {
+    return widget.palette().color(QPalette::WindowText);
+}
+
 Survey fourRows() {
     Survey survey = surveyWithRows({{0, 0, 1, 2, 1, 1},
                                     {1, 0, 1, 2, 1, 2},
@@ -436,11 +440,13 @@ TEST_F(RowDialog, SaysHowManyRowsATypedDistanceWouldGive) {
     for (const auto& [option, distance, rows] : expected) {
         enter(option, distance);
         EXPECT_EQ(dialog_->lblRows->text(), rows) << distance.toStdString();
+        EXPECT_EQ(ink(*dialog_->lblRows), captionColour(kBlack, *dialog_)) << distance.toStdString();
     }
     theSurvey() = manyGaps();
     open();
     enter(dialog_->Option3, u"4"_s);
     EXPECT_EQ(dialog_->lblRows->text(), u"more than 250 rows"_s);
+    EXPECT_EQ(ink(*dialog_->lblRows), captionColour(kWarningColour, *dialog_));
     EXPECT_TRUE(dialog_->lblRows->isVisible());
 }
 
