@@ -21,10 +21,12 @@ void returnFocus(QWidget* owner) {
     if (!hasWindow && !QApplication::activeWindow()) owner->activateWindow();
 }
 
-// The place, moved and cut so that it stays on the screen. The frame, whose size is not known before the
-// window has been shown, needs room too.
-QRect keptOnScreen(QRect place, const QRect& wholeScreen) {
-    const QRect screen = wholeScreen.marginsRemoved(QMargins(8, 32, 8, 8));
+// Room for a frame, whose size is not known before the window has been shown.
+constexpr QMargins kFrame(8, 32, 8, 8);
+
+// The place, moved and cut so that it stays on the screen with the frame around it.
+QRect keptOnScreen(QRect place, const QRect& wholeScreen, const QMargins& frame = kFrame) {
+    const QRect screen = wholeScreen.marginsRemoved(frame);
     place.setSize(place.size().boundedTo(screen.size()));
     place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() - place.width() + 1));
     place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() - place.height() + 1));
@@ -40,7 +42,9 @@ void placeOver(const QWidget& owner, QWidget& window) {
     const QRect screen = owner.screen()->availableGeometry();
     if (!window.testAttribute(Qt::WA_Moved))
         return window.setGeometry(placedOver(owner.geometry(), size, screen));
-    const QRect place = keptOnScreen(QRect(window.pos(), size), screen);
+    // The corner of a window that has been moved is that of its frame, which is thin at the sides.
+    const QMargins beyond(0, 0, kFrame.right(), kFrame.top() + kFrame.bottom());
+    const QRect place = keptOnScreen(QRect(window.pos(), size), screen, beyond);
     window.resize(place.size());
     window.move(place.topLeft());
 }

@@ -103,6 +103,20 @@ TEST_F(ShownWindow, LiesOverItsOwnerAndOnTheScreenWithItsFrame) {
     }
 }
 
+TEST_F(ShownWindow, StaysOnTheScreenWithItsFrameWhereItHasAPlaceOfItsOwn) {
+    const QRect screen = owner.screen()->availableGeometry();
+    for (const QSize size : {QSize(300, 200), screen.size()}) {
+        auto* const table = new QWidget(&owner, Qt::Window);
+        table->resize(size);
+        table->move(screen.bottomRight() - QPoint(50, 50));
+        showBeside(table);
+        EXPECT_TRUE(screen.marginsRemoved(QMargins(0, 0, 0, 8)).contains(table->frameGeometry()));
+        // Frames of most window systems are thicker than this one's.
+        EXPECT_LE(table->pos().y() + table->height() + 40, screen.bottom() + 1);
+        delete table;
+    }
+}
+
 TEST_F(ShownWindow, StaysAboveTheWindowThatItBlocks) {
     showModal(window);
     EXPECT_EQ(window->windowHandle()->transientParent(), owner.windowHandle());
