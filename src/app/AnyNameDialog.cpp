@@ -8,7 +8,9 @@
 #include <QDialogButtonBox>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QTreeView>
 
 #include <filesystem>
 
@@ -18,6 +20,15 @@ namespace {
 
 QLineEdit* nameBox(const QFileDialog& dialog) {
     return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+}
+
+// Sizes and times are shown whole; names get the rest. Only what is in sight is measured.
+void showWholeColumns(const QFileDialog& dialog) {
+    const auto* const list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+    if (list == nullptr || list->header()->count() == 0) return;
+    list->header()->setResizeContentsPrecision(0);
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
 // The library's own looks into files to tell their kind, and into those of the system's own too.
@@ -99,6 +110,7 @@ void AnyNameDialog::enableAccept() {
 }
 
 void AnyNameDialog::showEvent(QShowEvent* event) {
+    showWholeColumns(*this);
     // Behind what Qt has connected.
     if (const QLineEdit* const box = nameBox(*this))
         connect(box, &QLineEdit::textChanged, this, &AnyNameDialog::enableAccept, Qt::UniqueConnection);

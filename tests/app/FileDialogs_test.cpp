@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -73,6 +74,32 @@ TEST(FileDialogs, GiveTheFileThatWasNamed) {
         const DialogTypist typist(fromPath(folder / "SURVEY.DAT"));
         EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles).toStdString(), folder / "SURVEY.DAT");
     }
+}
+
+TEST(FileDialogs, ShowSizesAndTimesWhole) {
+    TemporaryFolder folder;
+    writeFile(folder / "SURVEY.DAT", std::string(123456, 'x'));
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(fromPath(folder / ""));
+    int looked = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&looked] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible()) return;
+        const auto* const list = dialog->findChild<QTreeView*>(u"treeView"_s);
+        if (list->model()->rowCount(list->rootIndex()) == 0) return;
+        const auto* const columns = static_cast<const QAbstractItemView*>(list);
+        for (int column = 1; column < list->model()->columnCount(); ++column) {
+            const QModelIndex cell = list->model()->index(0, column, list->rootIndex());
+            EXPECT_GE(list->columnWidth(column), columns->sizeHintForIndex(cell).width()) << column;
+            ++looked;
+        }
+        dialog->reject();
+    });
+    timer.start(10);
+    EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    EXPECT_EQ(looked, 3);
+    QDir::setCurrent(before);
 }
 
 TEST(FileDialogs, RefuseAFileThatDoesNotExist) {
