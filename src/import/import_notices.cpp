@@ -31,8 +31,8 @@ std::string shownNumber(double value, int decimals) {
 
 std::string percentage(std::int64_t part, std::int64_t whole) {
     const double share = 100.0 * static_cast<double>(part) / static_cast<double>(whole);
-    if (share < 1) return "less than 1 %";
-    if (share > 99 && part < whole) return "more than 99 %";
+    if (share < 1) return "Less than 1 %";
+    if (share > 99 && part < whole) return "More than 99 %";
     return pictureFormat(share, 0) + " %";
 }
 
@@ -120,7 +120,7 @@ class Description {
                  (facts_.sitesAtZero == 1 ? "it" : "them") + " on the map.");
         if (facts_.repeatedPositions > 0)
             warn(percentage(facts_.repeatedPositions, facts_.steps) +
-                 " of the steps between sites are exactly 0 m (" + std::to_string(facts_.repeatedPositions) +
+                 " of the steps between sites are exactly 0 (" + std::to_string(facts_.repeatedPositions) +
                  " of " + std::to_string(facts_.steps) + "): positions are repeated.");
     }
 

@@ -177,7 +177,7 @@ TEST_F(ImportNotices, WarnOfSitesAtZero) {
 TEST_F(ImportNotices, WarnOfRepeatedPositionsWithTheirShare) {
     survey.SiteData(kX, 1) = 100;
     EXPECT_EQ(warnings(),
-              Lines{"20 % of the steps between sites are exactly 0 m (1 of 5): positions are repeated."});
+              Lines{"20 % of the steps between sites are exactly 0 (1 of 5): positions are repeated."});
     EXPECT_EQ(linesOf(description())[12], "Median step | 1.50 m, without repeated positions 1.75 m");
 }
 
@@ -189,9 +189,9 @@ TEST_F(ImportNotices, NeitherRoundAFewRepeatedPositionsToNoneNorMostToAll) {
         const std::string text = warningsOf(describeSurvey(survey, facts, import, true)).at(0);
         return text.substr(0, text.find(" of the"));
     };
-    EXPECT_EQ(share(1, 1000), "less than 1 %");
+    EXPECT_EQ(share(1, 1000), "Less than 1 %");
     EXPECT_EQ(share(1, 100), "1 %");
-    EXPECT_EQ(share(999, 1000), "more than 99 %");
+    EXPECT_EQ(share(999, 1000), "More than 99 %");
     EXPECT_EQ(share(7, 7), "100 %");
 }
 
