@@ -67,8 +67,9 @@ class Walkthrough {
     }
 
     void import() {
-        const QString file = samples_ + u"/serpentine_two_readings.dat"_s;
-        TrimbleEntries entries{file,
+        // Names without a folder: the pictures are the same on every computer.
+        QDir::setCurrent(samples_);
+        TrimbleEntries entries{u"serpentine_two_readings.dat"_s,
                                u"3"_s,
                                {u"1"_s, u"8"_s},
                                {u"10"_s, u"21"_s},
@@ -168,6 +169,8 @@ class Walkthrough {
     void otherWindows() {
         chooseItem(*main_, u"mnuOpen2"_s);
         QWidget& generic = shownWindow(u"frmGeneric"_s);
+        typeInto(generic, u"txtGFile"_s, u"generic_4_site_xy_ec1_ec2_row.csv"_s);
+        clickOn(generic, u"optCF_3"_s);
         keep(generic, u"16-frmGeneric"_s);
         clickOn(generic, u"cmdCancel"_s);
         chooseItem(*main_, u"mnuHmain1"_s);
@@ -181,7 +184,6 @@ class Walkthrough {
 
     void exportSurvey() {
         beforeClick_ = [this](QWidget& window) { keep(window, u"19-"_s + window.objectName()); };
-        // A name without a folder: the picture is the same on every computer.
         QDir::setCurrent(folder_);
         exportTransectFile(*main_, u"transect.txt"_s, u"1"_s, beforeClick_);
         main_->close();
