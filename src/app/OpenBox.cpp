@@ -4,6 +4,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEvent>
+#include <QSignalBlocker>
 #include <QThread>
 
 #include <algorithm>
@@ -30,7 +31,8 @@ bool blocks(const QWidget* modal, const QWidget* other) {
 }
 
 // Stands before every object of the application. A click that comes late may find a window over its button
-// that is not to see the survey change; its timer goes on until the click has been made, after the window.
+// that is not to see the survey change; its timer goes on until the click has been made, after the window. It
+// may find its button hidden, because the user has gone on to something else; then it is lost.
 class LateClicks : public QObject {
   public:
     explicit LateClicks(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
@@ -38,10 +40,19 @@ class LateClicks : public QObject {
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() != QEvent::Timer) return false;
-        const auto* const button = qobject_cast<QAbstractButton*>(watched);
+        auto* const button = qobject_cast<QAbstractButton*>(watched);
         if (button == nullptr) return false;
         const QWidget* const modal = QApplication::activeModalWidget();
-        return !button->isVisible() || (modal != nullptr && blocks(modal, button));
+        if (modal != nullptr && blocks(modal, button)) return true;
+        return !button->isVisible() && !button->isCheckable() && lose(*watched, event);
+    }
+
+  private:
+    // The button ends its timer, and nobody hears of the click.
+    static bool lose(QObject& button, QEvent* event) {
+        const QSignalBlocker quiet(button);
+        button.event(event);
+        return true;
     }
 };
 

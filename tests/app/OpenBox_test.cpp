@@ -134,6 +134,21 @@ TEST_F(WindowBeneathABox, CanBeDestroyedByItsOwnerAndTheBoxIsGone) {
     EXPECT_TRUE(box.isNull());
 }
 
+TEST_F(WindowBeneathABox, LosesAClickThatIsLateWhenItHasBeenHidden) {
+    int clicks = 0;
+    QObject::connect(closing, &QPushButton::clicked, window, [&clicks] { ++clicks; });
+    closing->animateClick();
+    window->hide();
+    QTest::qWait(kLate);
+    window->show();
+    QTest::qWait(kLate);
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(closing->isDown());
+    closing->click();
+    EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(WindowBeneathABox, LeavesTheButtonsOfTheBoxAlone) {
     QTimer::singleShot(0, qApp, [] {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
