@@ -39,6 +39,8 @@ int GenericPreviewModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant GenericPreviewModel::data(const QModelIndex& index, int role) const {
+    // A table without lines asks for none when its content is to be copied.
+    if (!index.isValid()) return {};
     const PreviewRecord& record = preview_.records[static_cast<std::size_t>(index.row())];
     const PreviewValue& value = valueOf(record, index.column());
     const bool missing = value.text.empty();

@@ -57,6 +57,8 @@ QString RowStatisticsModel::cell(int line, int column) const {
 }
 
 QVariant RowStatisticsModel::data(const QModelIndex& index, int role) const {
+    // A table without lines asks for none when its content is to be copied.
+    if (!index.isValid()) return {};
     if (role == Qt::DisplayRole) return cell(index.row(), index.column());
     if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     return {};

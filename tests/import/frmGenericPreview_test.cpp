@@ -17,6 +17,12 @@ TEST_F(GenericImport, ShowsTheColumnsOfTheLayoutBeforeAFileIsChosen) {
     EXPECT_EQ(previewColumns(), u"X-cord Y-cord Ec1 Ec2"_s);
 }
 
+TEST_F(GenericImport, CopiesNothingFromAPreviewWithoutLines) {
+    EXPECT_FALSE(window.tblPreview->model()->data(QModelIndex(), Qt::DisplayRole).isValid());
+    QTest::keyClick(window.tblPreview, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(window.isVisible());
+}
+
 TEST_F(GenericImport, ShowsTheBeginningOfTheFileAsTheLayoutReadsIt) {
     look("Site,X,Y,Ec1\n1,2,3,4\n5,6,,8\n9,10,11,\n12,13,14,15\n");
     EXPECT_EQ(previewLine(0), u"1: [Site] [X] [Y] [Ec1]"_s);
