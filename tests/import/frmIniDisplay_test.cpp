@@ -148,7 +148,7 @@ TEST_F(ImportFormat, ShowsThePreviewOnWhitePaperInADarkThemeToo) {
 }
 
 TEST_F(ImportFormat, ShowsAllSevenLinesAndScrollsToTheEndsOfLongOnes) {
-    open(std::string(5000, 'x') + "\n22\n33\n44\n55\n");
+    open(std::string(5000, 'x').append("\n22\n33\n44\n55\n"));
     window->resize(window->minimumSizeHint());
     EXPECT_FALSE(window->picPreview->verticalScrollBar()->isVisible());
     EXPECT_TRUE(window->picPreview->horizontalScrollBar()->isVisible());

@@ -23,7 +23,7 @@ class ForeignNames : public testing::Test, protected LoadedProgram {
   protected:
     ForeignNames() {
         fs::create_directory(place);
-        fs::copy(std::string(TESSEL_SOURCE_DIR) + "/helpdocs", place + "/helpdocs");
+        fs::copy(fs::path(TESSEL_SOURCE_DIR) / "helpdocs", place + "/helpdocs");
         theSession().AppDir = theSession().DataDir = place;
         writeFile(place + "/fr\xFCh.csv", "1,2,30,1\n2,2,31,1\n");
         writeFile(place + "/fr\xFCh.dat",

@@ -31,7 +31,7 @@ class ReadOnlyProgram : public testing::Test {
   protected:
     ReadOnlyProgram() {
         fs::create_directories(folder / "program");
-        fs::copy(std::string(TESSEL_SOURCE_DIR) + "/helpdocs", folder / "program/helpdocs");
+        fs::copy(fs::path(TESSEL_SOURCE_DIR) / "helpdocs", folder / "program/helpdocs");
         writeFile(folder / "program/VARN_te_fio_info.dat", "1,/usr/bin/gedit,a,b,c,2\n");
         writeFile(folder / "program/error_log.dat", "the administrator's log");
         fs::create_directory(folder / "home");
