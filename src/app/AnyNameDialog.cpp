@@ -49,6 +49,8 @@ class PlainIcons : public QFileIconProvider {
 AnyNameDialog::AnyNameDialog(QWidget* parent, const QString& caption) : QFileDialog(parent, caption) {
     static PlainIcons icons;
     setIconProvider(&icons);
+    // A press on the library's grip while the window is going ends the program; windows have frames to drag.
+    setSizeGripEnabled(false);
 }
 
 // What is typed, when it is a name that Qt's own dialog does not take; else empty.

@@ -155,6 +155,7 @@ TEST(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
         dialog->setDirectory(fromPath(folder.path()));
         QTest::qWait(300);
         EXPECT_FALSE(dialog->grab().isNull());
+        EXPECT_FALSE(dialog->isSizeGripEnabled());
         dialog->reject();
     });
     EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
