@@ -43,7 +43,8 @@ find "$copy/src" \( -name '*.cpp' -o -name '*.h' \) ! -name whole_numbers.h -pri
     xargs -0 sed -i -E "s/\bstatic_cast<($whole)>/checkedCast<\1>/g"
 includes=(-I "$copy/src")
 for folder in "$@"; do
-    [ "$folder" = "$sources" ] || includes+=(-isystem "$folder")
+    # (The compiler has its own place for /usr/include, and loses its headers when it is given another one.)
+    [ "$folder" = "$sources" ] || [ "$folder" = /usr/include ] || includes+=(-isystem "$folder")
 done
 failed=0
 checked=0

@@ -40,7 +40,10 @@ void requirePrintedAgain(double value) {
 void requirePicture(double value, int decimals) {
     const std::string picture = pictureFormat(value, decimals);
     const auto again = numericValue(picture);
-    require(again.has_value());
+    if (!again) {  // rounding to 15 digits may carry the largest numbers out of reach
+        require(std::abs(value) > 1.797e308);
+        return;
+    }
     const double step = std::pow(10, -decimals);
     require(std::abs(*again - value) <= 0.5 * step * (1 + 1e-9) + std::abs(value) * 1e-14);
     require(!(*again == 0 && picture.front() == '-'));
