@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kPrefix = ".tessel-";
-constexpr std::time_t kDay = 24 * 60 * 60;
+constexpr std::time_t kDay = std::time_t{24} * 60 * 60;
 
 std::string pathOfOpenFile(int file) {
     return "/proc/self/fd/" + std::to_string(file);
