@@ -36,7 +36,7 @@ EventMonkey::EventMonkey(std::uint64_t seed) : seed_(seed), random_(seed) {
     std::filesystem::current_path(folder_.path());
     for (int number = 0; number < kOddSurveys; ++number)
         writeFile(folder_ / ("odd" + std::to_string(number) + ".txt"), delimitedFile(oddSurvey(number)));
-    std::filesystem::create_directory_symlink(TESSEL_SOURCE_DIR "/helpdocs", folder_ / "helpdocs");
+    std::filesystem::copy(TESSEL_SOURCE_DIR "/helpdocs", folder_ / "helpdocs");
     timer_.setInterval(0);
     connect(&timer_, &QTimer::timeout, this, &EventMonkey::act);
 }
