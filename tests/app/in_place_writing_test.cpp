@@ -63,16 +63,16 @@ class SharedFolder : public testing::Test {
   protected:
     SharedFolder() {
         fs::permissions(folder.path(), fs::perms(0755));
-        fs::create_directory(folder / "shared");
+        fs::create_directory(folder / "laboratory");
         writeFile(path, "old");
-        writeFile(folder / "shared/mine.txt", "old");
+        writeFile(folder / "laboratory/mine.txt", "old");
         fs::permissions(path, fs::perms(0666));
-        fs::permissions(folder / "shared/mine.txt", fs::perms(0444));
+        fs::permissions(folder / "laboratory/mine.txt", fs::perms(0444));
     }
-    ~SharedFolder() override { fs::permissions(folder / "shared", fs::perms::owner_all); }
+    ~SharedFolder() override { fs::permissions(folder / "laboratory", fs::perms::owner_all); }
 
     TemporaryFolder folder;
-    const std::string path = folder / "shared/out.txt";
+    const std::string path = folder / "laboratory/out.txt";
 };
 
 }  // namespace
@@ -180,20 +180,20 @@ TEST_F(InPlace, IsNotMixedWithWhatAnotherProgramWrites) {
 }
 
 TEST_F(SharedFolder, ThatMayNotBeWrittenTakesFilesThatMay) {
-    fs::permissions(folder / "shared", fs::perms(0555));
+    fs::permissions(folder / "laboratory", fs::perms(0555));
     const UnprivilegedUser user;
     for (const std::string& text : {std::string(900'000, 'n'), std::string("short")}) {
         replace(path, text);
         EXPECT_EQ(readFile(path), text);
     }
-    for (const char* name : {"shared/mine.txt", "shared/new.txt"})
+    for (const char* name : {"laboratory/mine.txt", "laboratory/new.txt"})
         EXPECT_EQ(descriptionOf([&] { replace(folder / name, "x"); }),
                   folder / name + " cannot be written: Permission denied");
-    EXPECT_EQ(readFile(folder / "shared/mine.txt"), "old");
+    EXPECT_EQ(readFile(folder / "laboratory/mine.txt"), "old");
 }
 
 TEST_F(SharedFolder, WhereNobodyMayReplaceAnothersFileTakesItInPlace) {
-    fs::permissions(folder / "shared", fs::perms::all | fs::perms::sticky_bit);
+    fs::permissions(folder / "laboratory", fs::perms::all | fs::perms::sticky_bit);
     {
         const UnprivilegedUser user;
         replace(path, "new");
@@ -202,11 +202,11 @@ TEST_F(SharedFolder, WhereNobodyMayReplaceAnothersFileTakesItInPlace) {
     struct stat status {};
     ASSERT_EQ(::stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, ::geteuid());
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "shared"), fs::directory_iterator()), 2);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "laboratory"), fs::directory_iterator()), 2);
 }
 
 TEST_F(SharedFolder, SaysWhereThereIsNoRoomToMakeTheTextReady) {
-    fs::permissions(folder / "shared", fs::perms(0555));
+    fs::permissions(folder / "laboratory", fs::perms(0555));
     const std::string before = std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "";
     fs::create_directory(folder / "tmp");
     fs::permissions(folder / "tmp", fs::perms(0555));
