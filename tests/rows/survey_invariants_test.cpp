@@ -29,7 +29,8 @@ TEST(SurveyInvariants, DoNotHoldForASurveyThatIsDamaged) {
         {[](Survey& s) { s.SiteData(kRow, 1) = 2; }, "row 1"},
         {[](Survey& s) { s.NumPoints[2] = 0; }, "row 2"},
         {[](Survey& s) { s.NumRows = s.RowIndex = 1; }, "behind"},
-        {[](Survey& s) { s.NumRows = 7; }, "NumRows"},
+        {[](Survey& s) { s.NumRows = -1; }, "NumRows"},
+        {[](Survey& s) { s.NumRows = s.RowIndex = 7, s.NumPoints[7] = 1; }, "row 7"},
     };
     for (const auto& [damage, part] : damages) {
         Survey survey = sound();
