@@ -38,9 +38,15 @@ QString asArgument(const QString& path) {
     return legible(path) == path ? path : QString::fromLatin1(addressOf(path));
 }
 
-// A process that is not to end with this program: nobody owns it.
+// Processes are not to end with this program, as they would with their QProcess: those that still run at its
+// end belong to an object that is never destroyed.
+QObject* ownerOfProcesses() {
+    static auto* const owner = new QObject;
+    return owner;
+}
+
 QProcess* newProcess() {
-    auto* const process = new QProcess;
+    auto* const process = new QProcess(ownerOfProcesses());
     QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
     return process;
 }

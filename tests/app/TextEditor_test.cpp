@@ -6,6 +6,7 @@
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
+#include <QProcess>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -150,6 +151,16 @@ TEST_F(TextEditor, AndTheFileMayHaveNamesThatAreNotUnicode) {
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return std::filesystem::exists(opened) && !readFile(opened).empty(); }));
     EXPECT_EQ(readFile(opened), name);
+}
+
+TEST_F(TextEditor, MayStayOpenLongerThanTheProgram) {
+    const std::string editor = folder / "slow";
+    writeFile(editor, "#!/bin/sh\nexec >/dev/null 2>&1\n: > \"$0.opened\"\nexec sleep 5\n");
+    std::filesystem::permissions(editor, std::filesystem::perms::all);
+    theSession().TextEditor = editor + " ";
+    startTextEditor(folder / "log.dat");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(editor + ".opened"); }));
+    EXPECT_EQ(qApp->findChild<QProcess*>(), nullptr) << "it would be ended with the program";
 }
 
 TEST_F(TextEditor, OfTheDesktopIsGivenTheAddressOfAFileWhoseNameIsNotUnicode) {
