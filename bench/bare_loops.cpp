@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/bare_loops.h"
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+namespace tessel {
 
 namespace {
 
@@ -231,3 +234,5 @@ BareHistogram bareHistogram(const double* readings, SiteIndex sites) {
                                49)];
     return result;
 }
+
+}  // namespace tessel

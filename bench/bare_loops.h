@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -7,6 +8,8 @@
 #include <span>
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 // The least code that does the work of a job without the program: what a job is measured against.
 
@@ -56,3 +59,5 @@ struct BareHistogram {
     std::int64_t bins[50] = {};
 };
 BareHistogram bareHistogram(const double* readings, SiteIndex sites);
+
+}  // namespace tessel

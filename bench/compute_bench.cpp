@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What computes, each job ("name/size") beside its bare loop ("name:bare/size").
 #include "analysis/histogram.h"
 #include "app/column_statistics.h"
@@ -7,14 +8,16 @@
 #include "import/error_log.h"
 #include "import/import_report.h"
 #include "plots/row_deletion.h"
-#include "plots/row_sites.h"
 #include "plots/site_masking.h"
 #include "rows/row_detection.h"
+#include "rows/row_sites.h"
 
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
 #include <map>
+
+namespace tessel {
 
 namespace {
 
@@ -193,5 +196,9 @@ BENCHMARK(deletePicked)->Name("delete 100 picked sites")->Apply(sizes);
 BENCHMARK(deletePickedBare)->Name("delete 100 picked sites:bare")->Apply(sizes);
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 BENCHMARK_MAIN();

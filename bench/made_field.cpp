@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/made_field.h"
 
 #include "rows/row_detection.h"
@@ -8,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -116,3 +119,5 @@ GenericOptions genericFileOptions(SiteIndex records) {
     options.layout = kGenericLayouts[1];
     return options;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -5,6 +6,8 @@
 #include "import/trimble_reader.h"
 
 #include <string>
+
+namespace tessel {
 
 // A field made up for the benchmarks: 250 parallel rows 10 m apart, driven to and fro with a site every half
 // metre, coordinates and readings with two decimals. The same size is always the same field.
@@ -27,3 +30,5 @@ TrimbleOptions trimbleFileOptions(SiteIndex lines);
 /// A comma-separated file of X, Y, two readings and row number; written once. Gives its path.
 std::string genericFile(SiteIndex records);
 GenericOptions genericFileOptions(SiteIndex records);
+
+}  // namespace tessel

@@ -1,14 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // CPU time from the start of the process to the visible main window; with a number of sites, also the peak of
 // memory per site that import, rows and export together take above the program that has nothing to do.
-#include "app/Guarded.h"
 #include "app/frmMain.h"
+#include "base/session.h"
 #include "bench/made_field.h"
+#include "desktop/Guarded.h"
 #include "export/transect_file.h"
-#include "main.h"
+#include "program/Program.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <sys/resource.h>
+
+namespace tessel {
 
 namespace {
 
@@ -35,6 +39,10 @@ double bytesPerSite(SiteIndex sites) {
 }
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Prints Google Benchmark's results as a table, each job beside its bare loop."""
 import json
 import sys

@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A typical run through the real windows on a made-up field, act by act:
 //     tessel_typical_run SITES
 // prints how long each act kept the user waiting, from the click until the screen is drawn.
-#include "app/Guarded.h"
-#include "app/MessageBox.h"
-#include "app/PictureBox.h"
 #include "app/frmMain.h"
+#include "base/session.h"
 #include "bench/made_field.h"
-#include "main.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "drawing/PictureBox.h"
 #include "plots/Chart2D.h"
+#include "program/Program.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
 
@@ -20,6 +22,8 @@
 #include <ctime>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -148,6 +152,10 @@ void run(SiteIndex sites) {
 }
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

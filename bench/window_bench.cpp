@@ -1,16 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What shows, in real windows without a screen, each job ("name/size") beside its bare loop
 // ("name:bare/size").
 #include "analysis/LagDistancePlot.h"
-#include "app/Guarded.h"
-#include "app/PictureBox.h"
 #include "app/frmMain.h"
 #include "bench/bare_loops.h"
 #include "bench/made_field.h"
+#include "desktop/Guarded.h"
+#include "drawing/PictureBox.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
 
 #include <QMouseEvent>
 #include <benchmark/benchmark.h>
+
+namespace tessel {
 
 namespace {
 
@@ -160,6 +163,10 @@ BENCHMARK(moveOnPlot<SurveyGridPlot, kGrid>)->Name("mouse move on the grid plot"
 BENCHMARK(moveOnPlot<LagDistancePlot, kLag>)->Name("mouse move on the lag plot")->Apply(sizes);
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

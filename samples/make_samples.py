@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """Writes the made-up surveys of this folder. Same bytes on every run; see README.md for what they hold.
 
     python3 samples/make_samples.py            writes beside this script

@@ -1,14 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/LagDistancePlot.h"
 
-#include "app/Guarded.h"
 #include "app/frmMain.h"
-#include "app/numbers.h"
-#include "app/palette16.h"
+#include "base/numbers.h"
+#include "base/palette16.h"
+#include "desktop/Guarded.h"
 #include "plots/chart_views.h"
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -129,3 +132,5 @@ void LagDistancePlot::readOut(QPoint pixel) {
                                 .arg(nearest.point)
                                 .arg(QString::fromStdString(pictureFormat(at.y, 2))));
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "analysis/lag_distance.h"
@@ -7,6 +8,8 @@
 #include <QObject>
 
 #include <optional>
+
+namespace tessel {
 
 class frmMain;
 
@@ -47,3 +50,5 @@ class LagDistancePlot : public QObject, public PlotView {
     std::optional<double> typed_;
     LagMeasure measure_ = LagMeasure::TrueDistance;  ///< of the plot that was shown last
 };
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/applied_adjustments.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -55,3 +58,5 @@ std::string totalsText(const AppliedAdjustments& applied, bool two) {
     if (two) text += ", EM2" + totalOf(applied.em2);
     return text;
 }
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <string>
+
+namespace tessel {
 
 // What adjustments have made of the readings that an import brought.
 
@@ -35,3 +38,5 @@ std::string stepText(const AppliedAdjustments& step);
 /// What the user is told of all of them together, EM2 only with two readings:
 /// "Since the import: EM1 x 1.5 + 4, EM2 unchanged".
 std::string totalsText(const AppliedAdjustments& applied, bool two);
+
+}  // namespace tessel

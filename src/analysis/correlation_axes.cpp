@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/correlation_axes.h"
 
-#include "app/bounded.h"
 #include "app/column_statistics.h"
+#include "base/bounded.h"
+
+namespace tessel {
 
 namespace {
 
@@ -16,3 +19,5 @@ AxisLimits paddedRange(const Survey& survey, SiteColumn column) {
 CorrelationAxes correlationAxes(const Survey& survey) {
     return {paddedRange(survey, kEM1), paddedRange(survey, kEM2)};
 }
+
+}  // namespace tessel

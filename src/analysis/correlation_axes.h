@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
+
+namespace tessel {
 
 /// The limits of one axis (mS/m).
 struct AxisLimits {
@@ -16,3 +19,5 @@ struct CorrelationAxes {
 /// Each column's range widened at both ends by a tenth of its span; a constant column gives equal limits.
 /// A limit that would lie beyond all Doubles is the largest one. Throws subscriptOutOfRange without a site.
 CorrelationAxes correlationAxes(const Survey& survey);
+
+}  // namespace tessel

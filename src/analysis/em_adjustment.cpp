@@ -1,9 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_adjustment.h"
 
-#include "app/numbers.h"
-#include "app/run_time_error.h"
+#include "base/numbers.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
 
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -89,3 +93,5 @@ void adjustReadings(Survey& survey, Session& session, const AdjustmentRequest& r
             return scaleAllAsTyped(survey, request, outcome);
     }
 }
+
+}  // namespace tessel

@@ -1,10 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "analysis/applied_adjustments.h"
 #include "app/survey.h"
+#include "base/session.h"
 
 #include <string>
 #include <string_view>
+
+namespace tessel {
 
 // Correction of the readings in place: a constant added to a column, or the columns scaled.
 
@@ -41,3 +45,5 @@ struct AdjustmentOutcome {
 /// `outcome` is kept up to date on the way, so that it holds when overflow is thrown.
 void adjustReadings(Survey& survey, Session& session, const AdjustmentRequest& request,
                     AdjustmentOutcome& outcome);
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_summary.h"
 
 #include "app/column_statistics.h"
+
+namespace tessel {
 
 namespace {
 
@@ -47,3 +50,5 @@ EMSummary summariseReadings(const Survey& survey) {
     }
     return summary;
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/run_time_error.h"
 #include "app/survey.h"
+#include "base/run_time_error.h"
 
 #include <optional>
+
+namespace tessel {
 
 // The figures that say what an adjustment has done to the readings.
 
@@ -25,3 +28,5 @@ struct EMSummary {
 };
 
 EMSummary summariseReadings(const Survey& survey);
+
+}  // namespace tessel

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmAdjustData.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/numbers.h"
-#include "app/survey_changes.h"
+#include "base/numbers.h"
+#include "base/session.h"
+#include "base/survey_changes.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 
 #include <QShortcut>
 
@@ -13,6 +15,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -217,3 +221,5 @@ void frmAdjustData::reportOnceShown() {
     const RunTimeError error = *std::exchange(errorOfOpening_, std::nullopt);
     throw RunTimeError(error);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "analysis/em_adjustment.h"
@@ -5,6 +6,8 @@
 #include "ui_frmAdjustData.h"
 
 #include <QDialog>
+
+namespace tessel {
 
 /// Adds a constant to a column of readings or scales the readings of the whole survey, in place, and shows
 /// statistics of both columns beside it. Edits the survey: show it modally.
@@ -40,3 +43,5 @@ class frmAdjustData : public QDialog, public Ui::frmAdjustData {
 
     std::optional<RunTimeError> errorOfOpening_;
 };
+
+}  // namespace tessel

@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmHistForm.h"
 
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/Pixels.h"
-#include "app/Printing.h"
-#include "app/numbers.h"
-#include "app/palette16.h"
-#include "app/run_time_error.h"
+#include "base/numbers.h"
+#include "base/palette16.h"
+#include "base/run_time_error.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "desktop/Printing.h"
+#include "drawing/Pixels.h"
 
 #include <QPainter>
 #include <QPrinter>
@@ -16,6 +17,8 @@
 #include <new>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -255,3 +258,5 @@ std::array<QLabel*, 4> frmHistForm::lblH1() const {
 std::array<QLabel*, 4> frmHistForm::lblH2() const {
     return {lblH2_0, lblH2_1, lblH2_2, lblH2_3};
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "analysis/histogram.h"
@@ -9,6 +10,8 @@
 
 class QPainter;
 class QPrinter;
+
+namespace tessel {
 
 /// Histograms of the readings, one picture box for each signal, with their statistics. What it has plotted
 /// follows the survey.
@@ -54,3 +57,5 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     Signal em1_, em2_;
     std::optional<Plotted> plotted1_, plotted2_;
 };
+
+}  // namespace tessel

@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmSigCorrStruct.h"
 
 #include "analysis/correlation_axes.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/Printing.h"
-#include "app/palette16.h"
-#include "app/run_time_error.h"
 #include "app/survey.h"
+#include "base/palette16.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "desktop/Printing.h"
 #include "plots/chart_views.h"
 
 #include <QPainter>
@@ -18,6 +20,8 @@
 #include <span>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -99,3 +103,5 @@ void frmSigCorrStruct::mnuPrint_Click() {
         Chart2D1->print(painter, QRectF(kPrintCorner, kPrintCorner, size, size));
     });
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "ui_frmSigCorrStruct.h"
 
 #include <QMainWindow>
+
+namespace tessel {
 
 /// Scatter plot of every site's second reading against its first. Open it on a survey with two readings only.
 /// What it has plotted follows the survey.
@@ -22,3 +25,5 @@ class frmSigCorrStruct : public QMainWindow, public Ui::frmSigCorrStruct {
     void showHint();
     void mnuPrint_Click();
 };
+
+}  // namespace tessel

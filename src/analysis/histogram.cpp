@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/histogram.h"
 
 #include "app/column_statistics.h"
-#include "app/numbers.h"
-#include "app/run_time_error.h"
+#include "base/numbers.h"
+#include "base/run_time_error.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <functional>
+
+namespace tessel {
 
 namespace {
 
@@ -80,3 +83,5 @@ int meanMark(const HistogramStatistics& statistics) {
     const double mark = above * kHistogramBins / range.span;
     return roundToInt(std::isfinite(mark) ? mark : above / range.span * kHistogramBins);
 }
+
+}  // namespace tessel

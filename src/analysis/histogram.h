@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <array>
 #include <cstdint>
+
+namespace tessel {
 
 // Frequency histogram of one column of readings.
 
@@ -34,3 +37,5 @@ BarTops barTops(const BinCounts& counts);
 /// (mean - minimum) * 50 / (maximum - minimum), rounded like the bins: one less than the number of the bin
 /// that holds the mean. Throws as countBins() does.
 int meanMark(const HistogramStatistics& statistics);
+
+}  // namespace tessel

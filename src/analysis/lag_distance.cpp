@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/lag_distance.h"
 
 #include "rows/row_detection.h"
 
 #include <algorithm>
 #include <numeric>
+
+namespace tessel {
 
 namespace {
 
@@ -40,3 +43,5 @@ std::vector<double> sequenceNumbers(SiteIndex first, SiteIndex count) {
     std::iota(numbers.begin(), numbers.end(), static_cast<double>(first));
     return numbers;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -5,6 +6,8 @@
 #include <span>
 #include <string_view>
 #include <vector>
+
+namespace tessel {
 
 /// The measure of a lag distance plot.
 enum class LagMeasure { TrueDistance, AlongX, AlongY };
@@ -24,3 +27,5 @@ LagDistances lagDistances(Survey& survey, LagMeasure measure);
 
 /// first, first + 1, ...: `count` sequence numbers of sites as positions on an axis.
 std::vector<double> sequenceNumbers(SiteIndex first, SiteIndex count);
+
+}  // namespace tessel

@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/HelpOpener.h"
 
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
-#include "app/MessageBox.h"
 #include "app/frmHelpTesl.h"
-#include "app/run_time_error.h"
-#include "app/survey.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 
 #include <QApplication>
 #include <QFile>
@@ -18,6 +19,8 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -76,3 +79,5 @@ void openHelp(QWidget* from, int document) {
     }
     viewer().showDocument(readDocument(path), path.section(u'/', -1), document, from);
 }
+
+}  // namespace tessel

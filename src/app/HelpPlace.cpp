@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/HelpPlace.h"
 
 #include <algorithm>
+
+namespace tessel {
 
 std::optional<QRect> placedBeside(const QRect& other, const QSize& size, int narrowest,
                                   const QRect& wholeScreen) {
@@ -17,3 +20,5 @@ std::optional<QRect> placedBeside(const QRect& other, const QSize& size, int nar
     place.moveTop(std::clamp(other.top(), screen.top(), screen.bottom() - place.height() + 1));
     return place;
 }
+
+}  // namespace tessel

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/InterfaceControls.h"
 
-#include "app/FileDialogs.h"
-#include "app/MessageBox.h"
-#include "app/TextEditor.h"
-#include "app/run_time_error.h"
-#include "app/survey.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/MessageBox.h"
+#include "desktop/TextEditor.h"
 
 #include <QAction>
 
@@ -14,6 +15,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -102,3 +105,5 @@ void mnuDPI600_Click(QWidget* parent) {
 void mnuDPI1200_Click(QWidget* parent) {
     setResolution(parent, 4.0, 1200);
 }
+
+}  // namespace tessel

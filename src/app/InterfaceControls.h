@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <string>
@@ -5,6 +6,8 @@
 
 class QAction;
 class QWidget;
+
+namespace tessel {
 
 // What the menu items about editor and printer do.
 
@@ -27,3 +30,5 @@ void mnusetDTE_Click(QWidget* parent);
 void mnuDPI300_Click(QWidget* parent);
 void mnuDPI600_Click(QWidget* parent);
 void mnuDPI1200_Click(QWidget* parent);
+
+}  // namespace tessel

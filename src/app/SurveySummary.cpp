@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/SurveySummary.h"
 
-#include "app/CaptionColour.h"
-#include "app/ElidedLabel.h"
-#include "app/ShownText.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/ElidedLabel.h"
+#include "desktop/ShownText.h"
 
 #include <QFocusEvent>
 #include <QFontDatabase>
@@ -11,6 +12,8 @@
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -175,3 +178,5 @@ QString SurveySummary::freeName(const std::string& name) const {
         free = first + QString::number(i);
     return free;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey_description.h"
@@ -8,6 +9,8 @@
 
 class QGridLayout;
 class QLabel;
+
+namespace tessel {
 
 /// The lines of a survey's description as a small table on white paper: captions at the left, ranges with
 /// their numbers one below the other, what a user must know in dark red. Every part is a label that can be
@@ -42,3 +45,5 @@ class SurveySummary : public QWidget {
     QString text_;
     std::optional<DescriptionKind> before_;  // of the line added last
 };
+
+}  // namespace tessel

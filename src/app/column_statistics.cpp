@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/column_statistics.h"
 
-#include "app/compensated_sum.h"
-#include "app/run_time_error.h"
+#include "base/compensated_sum.h"
+#include "base/run_time_error.h"
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -90,3 +93,5 @@ Regression EM_Regression(const Survey& survey) {
     const double slope = requireFinite(sxy / sxx);
     return {requireFinite(meanY - slope * meanX), slope};
 }
+
+}  // namespace tessel

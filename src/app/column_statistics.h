@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
+
+namespace tessel {
 
 // Statistics of one column of SiteData over sites 0..NumSites-1. The column is clamped to 0..3, so that the
 // row column can never be chosen.
@@ -36,3 +39,5 @@ double Column_Mean(const Survey& survey, int column);
 /// loses on readings with a large offset. Throws divisionByZero without a site or when EM1 is constant,
 /// overflow when a sum is not finite.
 Regression EM_Regression(const Survey& survey);
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmAbout.h"
 
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
+#include "desktop/Guarded.h"
 
 #include <QShortcut>
+
+namespace tessel {
 
 namespace {
 
@@ -21,3 +24,5 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
             guarded(this, [this] { openHelp(this, kHelpDocument); }));
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
 }
+
+}  // namespace tessel

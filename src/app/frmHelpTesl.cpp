@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmHelpTesl.h"
 
-#include "app/Guarded.h"
 #include "app/HelpPlace.h"
-#include "app/RichTextReader.h"
-#include "app/TextEditor.h"
-#include "app/Windows.h"
-#include "app/file_replacement.h"
 #include "app/help_documents.h"
-#include "app/survey.h"
+#include "base/file_replacement.h"
+#include "base/session.h"
+#include "desktop/Guarded.h"
+#include "desktop/TextEditor.h"
+#include "desktop/Windows.h"
+#include "richtext/RichTextReader.h"
 
 #include <QAction>
 #include <QResizeEvent>
@@ -18,6 +19,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -211,3 +214,5 @@ void frmHelpTesl::find(int from) {
     }
     RTB1->setTextCursor(found);
 }
+
+}  // namespace tessel

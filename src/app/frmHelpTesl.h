@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "ui_frmHelpTesl.h"
@@ -5,6 +6,8 @@
 #include <QByteArray>
 #include <QPointer>
 #include <QWidget>
+
+namespace tessel {
 
 /// The help viewer: lists the help documents, shows one, finds words in it, and hands it to the text editor.
 /// It is a window of its own, so that it can be read and used while a dialog of the main window is open, and
@@ -53,3 +56,5 @@ class frmHelpTesl : public QWidget, public Ui::frmHelpTesl {
     QPointer<const QWidget> from_;  // the window that asked for help
     QSize before_, narrowed_;       // its size before it was made narrower, and since
 };
+
+}  // namespace tessel

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
-#include "app/MessageBox.h"
-#include "app/palette16.h"
-#include "app/survey.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 
 #include <QCloseEvent>
 #include <QScopedValueRollback>
@@ -14,6 +15,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -159,3 +162,5 @@ void frmMain::closeEvent(QCloseEvent* event) {
     // Windows without a parent (help, statistics) would keep the program alive.
     if (mayClose) QApplication::quit();
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/menu_items.h"
@@ -9,6 +10,8 @@
 #include <QTimer>
 
 #include <functional>
+
+namespace tessel {
 
 /// The main window: the menu tree, the chart area, the place of the row plot editor's controls, the banner,
 /// and the question before the program ends. It knows no other window: who opens what is joined in main.cpp,
@@ -66,3 +69,5 @@ class frmMain : public QMainWindow, public Ui::frmMain {
     QList<QWidget*> editors_;
     bool asking_ = false;
 };
+
+}  // namespace tessel

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
 #include <string_view>
+
+namespace tessel {
 
 /// A help document: helpdocs/hdoc101.rtf and so on, and its title.
 struct HelpDocumentTitle {
@@ -27,3 +30,5 @@ inline constexpr std::array<HelpDocumentTitle, 16> kHelpDocuments = {{
     {115, "Creating and printing a correlation plot"},
     {116, "Creating and printing histogram plots"},
 }};
+
+}  // namespace tessel

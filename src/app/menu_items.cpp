@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/menu_items.h"
 
 #include <array>
+
+namespace tessel {
 
 namespace {
 
@@ -51,3 +54,5 @@ std::span<const MenuChange> menuChanges(MenuEvent event) {
     }
     return {};
 }
+
+}  // namespace tessel

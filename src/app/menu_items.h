@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <span>
 #include <string_view>
+
+namespace tessel {
 
 // Which menu items are enabled when. Items are enabled and disabled by what happens to the survey; this table
 // is the only place that says so.
@@ -25,3 +28,5 @@ struct MenuChange {
 
 /// What an event does to the menus; all items not named stay as they are.
 std::span<const MenuChange> menuChanges(MenuEvent event);
+
+}  // namespace tessel

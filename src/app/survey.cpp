@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey.h"
 
 #include <new>
+
+namespace tessel {
 
 void SiteTable::resize(SiteIndex capacity) {
     for (auto& column : columns_)
@@ -28,7 +31,4 @@ Survey& theSurvey() {
     return survey;
 }
 
-Session& theSession() {
-    static Session session;
-    return session;
-}
+}  // namespace tessel

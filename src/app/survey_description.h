@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 /// What a line of a survey's description is.
 enum class DescriptionKind {
@@ -29,3 +32,5 @@ struct SurveyDescription {
     std::string headline;  ///< two lines: what there is, and what can be done with it
     std::vector<DescriptionLine> lines;
 };
+
+}  // namespace tessel

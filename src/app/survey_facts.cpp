@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey_facts.h"
 
 #include "app/column_statistics.h"
@@ -7,6 +8,8 @@
 #include <limits>
 #include <memory>
 #include <numeric>
+
+namespace tessel {
 
 namespace {
 
@@ -102,3 +105,5 @@ SurveyFacts surveyFacts(const Survey& survey) {
         moves.count() > 0 && facts.medianMove < kShortMove && canBeLongitudeAndLatitude(facts);
     return facts;
 }
+
+}  // namespace tessel

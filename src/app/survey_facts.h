@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <array>
+
+namespace tessel {
 
 /// Smallest and largest value of a column.
 struct ValueRange {
@@ -25,3 +28,5 @@ struct SurveyFacts {
 /// Looks at every site once and, for the medians, at a copy of the moves: 8 bytes a site for as long as it
 /// runs.
 SurveyFacts surveyFacts(const Survey& survey);
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey_fingerprint.h"
 
 #include <array>
 #include <bit>
 #include <span>
+
+namespace tessel {
 
 namespace {
 
@@ -39,3 +42,5 @@ std::uint64_t surveyFingerprint(const Survey& survey) {
     if (survey.SiteIDPresent) mark = mixed(mark, {survey.SiteID.data(), sites});
     return mark;
 }
+
+}  // namespace tessel

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/frmOutput.h"
 
-#include "app/CaptionColour.h"
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/numbers.h"
-#include "app/palette16.h"
+#include "base/numbers.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 #include "export/transect_file.h"
 
 #include <QShortcut>
@@ -15,6 +17,8 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -136,3 +140,5 @@ void frmOutput::Command2_Click() {
     Q_EMIT exported();
     close();
 }
+
+}  // namespace tessel

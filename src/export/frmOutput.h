@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -6,6 +7,8 @@
 #include <QDialog>
 
 #include <string>
+
+namespace tessel {
 
 /// Writes the cleaned survey as a transect file: its name, the row number that the first row gets, or no row
 /// numbers at all.
@@ -35,3 +38,5 @@ class frmOutput : public QDialog, public Ui::frmOutput {
     std::string outputPath_;
     SiteIndex withoutRow_ = 0;  // sites that have no row number
 };
+
+}  // namespace tessel

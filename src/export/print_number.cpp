@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/print_number.h"
 
-#include "app/run_time_error.h"
-#include "app/whole_numbers.h"
+#include "base/run_time_error.h"
+#include "base/whole_numbers.h"
 
 #include <array>
 #include <charconv>
@@ -9,6 +10,8 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+
+namespace tessel {
 
 namespace {
 
@@ -230,3 +233,5 @@ std::string printedNumber(double value) {
     std::array<char, kLongestNumber> text;
     return {text.data(), printNumber(text.data(), value)};
 }
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <string>
+
+namespace tessel {
 
 /// The most characters that printNumber writes.
 inline constexpr int kLongestNumber = 24;
@@ -14,3 +17,5 @@ char* printNumber(char* out, double value);
 
 /// The same as a text.
 std::string printedNumber(double value);
+
+}  // namespace tessel

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/transect_file.h"
 
-#include "app/file_replacement.h"
+#include "base/file_replacement.h"
 #include "export/print_number.h"
 #include "rows/row_detection.h"
 
@@ -9,6 +10,8 @@
 #include <cmath>
 #include <cstring>
 #include <vector>
+
+namespace tessel {
 
 namespace {
 
@@ -107,3 +110,5 @@ void writeTransectFile(const Survey& survey, const std::string& path, const Tran
     file.write({chunk.data(), static_cast<std::size_t>(out - chunk.data())});
     file.commit();
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <string>
+
+namespace tessel {
 
 // The VARN-95 transect data file: one line for each site, ended by CR LF, without a header. A line holds the
 // site ID (when the survey has them), X, Y, EM1, EM2 (when there are two readings) and the row number (unless
@@ -32,3 +35,5 @@ std::string exportNotice(const Survey& survey, SiteIndex withoutRow, const Trans
 /// failure RunTimeError is thrown with path and reason, and a file of that name stays as it was. Throws
 /// overflow when a number of the survey is not finite.
 void writeTransectFile(const Survey& survey, const std::string& path, const TransectFormat& format);
+
+}  // namespace tessel

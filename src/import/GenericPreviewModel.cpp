@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/GenericPreviewModel.h"
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -59,3 +62,5 @@ QVariant GenericPreviewModel::headerData(int section, Qt::Orientation orientatio
     if (orientation == Qt::Horizontal) return columns_.at(section);
     return QString::number(preview_.records[static_cast<std::size_t>(section)].line);
 }
+
+}  // namespace tessel

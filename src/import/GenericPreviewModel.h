@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/generic_preview.h"
 
 #include <QAbstractTableModel>
 #include <QColor>
+
+namespace tessel {
 
 /// The beginning of a delimited file as a table: one line for each record, headed by the number of the file's
 /// line on which it begins. Values that are missing or no numbers are marked.
@@ -26,3 +29,5 @@ class GenericPreviewModel : public QAbstractTableModel {
     QStringList columns_;
     QColor mark_;
 };
+
+}  // namespace tessel

@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/TrimbleImport.h"
 
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
-#include "app/MessageBox.h"
-#include "app/Windows.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "app/survey_changes.h"
+#include "base/session.h"
+#include "base/survey_changes.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "desktop/Windows.h"
 #include "import/ImportMessages.h"
 #include "import/error_log.h"
 #include "import/frmDataControl.h"
@@ -16,6 +18,8 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 TrimbleImport::TrimbleImport(frmMain& main) : QObject(&main), main_(main) {}
 
@@ -60,3 +64,5 @@ void TrimbleImport::report(const TrimbleImportResult& result) {
     tell(&main_, QString::fromStdString(trimbleImportReport(result.survey.NumSites, result.errors)),
          u"VARN-Tesl File Import Message"_s);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/trimble_reader.h"
@@ -5,6 +6,8 @@
 #include <QObject>
 
 #include <optional>
+
+namespace tessel {
 
 class frmMain;
 
@@ -38,3 +41,5 @@ class TrimbleImport : public QObject {
     frmMain& main_;
     std::optional<TrimbleOptions> lastLayout_;  // where the fields were in the file accepted last
 };
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/error_log.h"
 
-#include "app/run_time_error.h"
-#include "app/survey.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
 #include "import/import_report.h"
+
+namespace tessel {
 
 std::string errorLogPath(const Session& session) {
     return session.DataDir + "/error_log.dat";
@@ -64,3 +67,5 @@ void ErrorLog::describe(ImportSummary& summary) const {
     summary.rejected = rejected_;
     summary.firstLogLines = firstLines_;
 }
+
+}  // namespace tessel

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/file_replacement.h"
+#include "base/file_replacement.h"
+#include "base/session.h"
 #include "import/import_summary.h"
 
 #include <cstdint>
@@ -9,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-struct Session;
+namespace tessel {
 
 /// Why a line or a record was rejected, in the words of the error log.
 namespace reject_reason {
@@ -61,3 +63,5 @@ class ErrorLog {
     std::vector<RejectedLines> rejected_;
     std::vector<std::string> firstLines_;
 };
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/file_kind.h"
 
-#include "app/input_file.h"
-#include "import/text_lines.h"
+#include "base/input_file.h"
+#include "base/text_lines.h"
 #include "import/value_scanner.h"
+
+namespace tessel {
 
 namespace {
 
@@ -105,3 +108,5 @@ FileKind recogniseFileKind(std::string_view firstBytes) {
 FileKind recogniseFileKind(const std::string& path) {
     return recogniseFileKind(std::string_view(readFirstBytes(path, kFirstBytes)));
 }
+
+}  // namespace tessel

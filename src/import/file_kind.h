@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/text_encoding.h"
+#include "base/text_encoding.h"
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+namespace tessel {
 
 /// How much of a file is looked at to find out what it is, and to show how it begins (bytes).
 inline constexpr std::size_t kFirstBytes = std::size_t{1} << 16;
@@ -26,3 +29,5 @@ FileKind recogniseFileKind(std::string_view firstBytes);
 /// The same for a file, of which no more than the first 64 KiB are read. Throws RunTimeError when it cannot
 /// be read or is none that holds its bytes (openInputFile).
 FileKind recogniseFileKind(const std::string& path);
+
+}  // namespace tessel

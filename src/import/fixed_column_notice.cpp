@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/fixed_column_notice.h"
+
+namespace tessel {
 
 FixedColumnNotice fixedColumnNotice(const FileKind& kind) {
     FixedColumnNotice notice;
@@ -17,3 +20,5 @@ FixedColumnNotice fixedColumnNotice(const FileKind& kind) {
                                   " lines are a header; they will be in the error log.");
     return notice;
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/file_kind.h"
 
 #include <string>
+
+namespace tessel {
 
 /// What a user should know of a file's kind who is about to read it by columns of characters.
 struct FixedColumnNotice {
@@ -11,3 +14,5 @@ struct FixedColumnNotice {
 };
 
 FixedColumnNotice fixedColumnNotice(const FileKind& kind);
+
+}  // namespace tessel

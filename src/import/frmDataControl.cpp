@@ -1,14 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmDataControl.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/numbers.h"
+#include "base/numbers.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 constexpr int kHelpDocument = 104;
@@ -72,3 +75,5 @@ void frmDataControl::Command1_Click() {
     accept();
     Q_EMIT parametersChosen(options);
 }
+
+}  // namespace tessel

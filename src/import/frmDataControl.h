@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/trimble_reader.h"
 #include "ui_frmDataControl.h"
 
 #include <QDialog>
+
+namespace tessel {
 
 /// The first window of the Trimble/EM-38 import: cut-off, minimum distance between rows, measure of distance,
 /// conversions of the readings.
@@ -22,3 +25,5 @@ class frmDataControl : public QDialog, public Ui::frmDataControl {
     void refuse(QLineEdit& box, const QString& message);
     int chosenDistance() const;
 };
+
+}  // namespace tessel

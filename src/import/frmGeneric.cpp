@@ -1,15 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmGeneric.h"
 
-#include "app/CaptionColour.h"
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
 #include "app/frmMain.h"
-#include "app/input_file.h"
-#include "app/numbers.h"
 #include "app/survey.h"
-#include "app/survey_changes.h"
+#include "base/input_file.h"
+#include "base/numbers.h"
+#include "base/session.h"
+#include "base/survey_changes.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 #include "import/ImportMessages.h"
 #include "import/error_log.h"
 #include "import/import_report.h"
@@ -22,6 +24,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -164,3 +168,5 @@ GenericLayout frmGeneric::chosenLayout() const {
     const auto checked = std::find_if(optCF_.begin(), optCF_.end(), [](auto* o) { return o->isChecked(); });
     return kGenericLayouts.at(static_cast<std::size_t>(checked - optCF_.begin()));
 }
+
+}  // namespace tessel

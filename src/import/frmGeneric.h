@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/generic_preview.h"
@@ -5,6 +6,8 @@
 
 #include <QDialog>
 #include <QTimer>
+
+namespace tessel {
 
 class GenericPreviewModel;
 class frmMain;
@@ -56,3 +59,5 @@ class frmGeneric : public QDialog, public Ui::frmGeneric {
     FileKind kind_;
     QString problem_;  // why there is nothing to show, or empty
 };
+
+}  // namespace tessel

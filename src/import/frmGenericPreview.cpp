@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What frmGeneric shows of the file before it is imported.
-#include "app/CaptionColour.h"
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
-#include "app/input_file.h"
-#include "app/run_time_error.h"
+#include "base/input_file.h"
+#include "base/run_time_error.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
 #include "import/GenericPreviewModel.h"
 #include "import/frmGeneric.h"
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -122,3 +125,5 @@ QString frmGeneric::fittingCaptions(const GenericPreview& preview) const {
     return (captions.size() == 1 ? u"This layout would fit: "_s : u"These layouts would fit: "_s) +
            captions.join(u"; "_s) + u'.';
 }
+
+}  // namespace tessel

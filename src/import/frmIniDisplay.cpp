@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmIniDisplay.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/numbers.h"
-#include "app/palette16.h"
-#include "app/whole_numbers.h"
+#include "base/numbers.h"
+#include "base/palette16.h"
+#include "base/whole_numbers.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 #include "import/fixed_column_notice.h"
 #include "import/sensor_file_preview.h"
 
@@ -18,6 +19,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -228,3 +231,5 @@ void frmIniDisplay::shadeFields() {
     }
     picPreview->setExtraSelections(shades);
 }
+
+}  // namespace tessel

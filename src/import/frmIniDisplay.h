@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/trimble_reader.h"
@@ -7,6 +8,8 @@
 
 #include <array>
 #include <optional>
+
+namespace tessel {
 
 /// The last window of the Trimble/EM-38 import: shows the file's first lines below a column ruler and asks
 /// where each field stands in a line. What kind of file it is stands below the lines when that matters. While
@@ -48,3 +51,5 @@ class frmIniDisplay : public QDialog, public Ui::frmIniDisplay {
     std::optional<TrimbleOptions> last_;
     std::array<Row, 5> rows_;
 };
+
+}  // namespace tessel

@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/generic_preview.h"
 
+#include "base/text_lines.h"
 #include "import/record_assembler.h"
-#include "import/text_lines.h"
 
 #include <algorithm>
 #include <map>
+
+namespace tessel {
 
 namespace {
 
@@ -146,3 +149,5 @@ std::string fileKindNotice(const FileKind& kind) {
     if (kind.headerLines > 1) add("The first " + std::to_string(kind.headerLines) + " lines are a header.");
     return notice;
 }
+
+}  // namespace tessel

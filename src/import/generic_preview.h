@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/file_kind.h"
@@ -7,6 +8,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace tessel {
 
 /// A value of a delimited file as its preview shows it.
 struct PreviewValue {
@@ -48,3 +51,5 @@ std::vector<std::size_t> fittingLayouts(const GenericPreview& preview);
 /// What a user should know of the kind of a file that is read by values, in sentences; empty for an ordinary
 /// one.
 std::string fileKindNotice(const FileKind& kind);
+
+}  // namespace tessel

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/generic_reader.h"
 
-#include "app/line_reader.h"
+#include "base/line_reader.h"
 #include "import/error_log.h"
 #include "import/record_assembler.h"
 #include "rows/row_detection.h"
@@ -8,6 +9,8 @@
 #include <array>
 #include <string>
 #include <string_view>
+
+namespace tessel {
 
 namespace {
 
@@ -188,3 +191,5 @@ GenericImportResult importGenericFile(const GenericOptions& options, const Surve
     log.describe(result.summary);
     return result;
 }
+
+}  // namespace tessel

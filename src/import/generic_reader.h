@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -6,6 +7,8 @@
 #include <array>
 #include <cstdint>
 #include <string>
+
+namespace tessel {
 
 class ErrorLog;
 
@@ -73,3 +76,5 @@ GenericImportResult importGenericFile(const GenericOptions& options, const Surve
 /// of dropped records.
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
                              ImportSummary& summary);
+
+}  // namespace tessel

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/import_notices.h"
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 #include "rows/row_detection.h"
 
 #include <array>
@@ -8,6 +9,8 @@
 #include <cmath>
 #include <string_view>
 #include <utility>
+
+namespace tessel {
 
 namespace {
 
@@ -218,3 +221,5 @@ SurveyDescription describeSurvey(const Survey& survey, const SurveyFacts& facts,
                                  bool logIsInMenu) {
     return Description(survey, facts, import).compose(logIsInMenu);
 }
+
+}  // namespace tessel

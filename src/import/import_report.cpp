@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/import_report.h"
+
+namespace tessel {
 
 std::string numberField(std::int64_t number) {
     const std::string text = std::to_string(number);
@@ -21,3 +24,5 @@ std::string genericImportReport(std::int64_t valid, std::int64_t dropped) {
                   "Please refer to the error_log.dat text file for more details.";
     return report;
 }
+
+}  // namespace tessel

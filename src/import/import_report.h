@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 #include <string>
+
+namespace tessel {
 
 /// A whole number as it is printed among texts: a blank for the sign (or a minus sign), then the digits.
 std::string numberField(std::int64_t number);
@@ -11,3 +14,5 @@ std::string trimbleImportReport(std::int64_t valid, std::int64_t errors);
 
 /// The report of the generic import. Lines are separated by line feeds.
 std::string genericImportReport(std::int64_t valid, std::int64_t dropped);
+
+}  // namespace tessel

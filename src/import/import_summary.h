@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/file_kind.h"
@@ -5,6 +6,8 @@
 #include <cstdint>
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 /// The lines or records of a file that were rejected for one reason.
 struct RejectedLines {
@@ -35,3 +38,5 @@ struct ImportSummary {
     std::string logProblem;                  ///< path and reason if it could not be written, else empty
     std::vector<std::string> firstLogLines;  ///< at most five, without line ends
 };
+
+}  // namespace tessel

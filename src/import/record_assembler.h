@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/value_scanner.h"
@@ -7,6 +8,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+namespace tessel {
 
 /// The values of a record as far as they have been read.
 struct RecordValues {
@@ -90,3 +93,5 @@ class RecordAssembler {
     std::size_t count_ = 0;                          // values of the record so far
     std::int64_t recordLine_ = 0;                    // the line on which it began
 };
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/sensor_file_preview.h"
 
-#include "app/line_reader.h"
+#include "base/line_reader.h"
 
 #include <algorithm>
 #include <string_view>
+
+namespace tessel {
 
 std::vector<std::string> previewSensorFile(const std::string& path, int minLineLength) {
     const auto shortest = static_cast<std::size_t>(std::max(minLineLength, 0));
@@ -13,3 +16,5 @@ std::vector<std::string> previewSensorFile(const std::string& path, int minLineL
         if (line.size() > shortest) lines.emplace_back(line.substr(0, kPreviewWidth));
     return lines;
 }
+
+}  // namespace tessel

@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/trimble_reader.h"
 
-#include "app/line_reader.h"
-#include "app/numbers.h"
+#include "base/line_reader.h"
+#include "base/numbers.h"
 #include "import/error_log.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 #include <vector>
+
+namespace tessel {
 
 namespace {
 
@@ -232,3 +235,5 @@ TrimbleImportResult importTrimbleFile(const TrimbleOptions& options) {
     log.describe(result.summary);
     return result;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -6,6 +7,8 @@
 
 #include <cstdint>
 #include <string>
+
+namespace tessel {
 
 class ErrorLog;
 
@@ -37,3 +40,5 @@ TrimbleImportResult importTrimbleFile(const TrimbleOptions& options);
 /// Returns the number of rejected lines.
 std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
                              ImportSummary& summary);
+
+}  // namespace tessel

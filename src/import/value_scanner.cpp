@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/value_scanner.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
+
+namespace tessel {
 
 // Anything but a plain number: quoted, with an exponent, very long, or no number at all.
 const char* PlainValues::takeUnusual(const char* first, const char* last, ScannedValue& value) {
@@ -52,3 +55,5 @@ const char* DecimalCommaValues::take(const char* first, const char* last, Scanne
                                   : parseDecimalCommaNumber(first, end, value.number);
     return separator;
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 
 #include <string_view>
+
+namespace tessel {
 
 /// A value of a delimited file.
 struct ScannedValue {
@@ -108,3 +111,5 @@ bool endsWithSeparator(std::string_view line) {
     const std::size_t last = line.find_last_not_of(" \t");
     return last != std::string_view::npos && line[last] == Scanner::kSeparator;
 }
+
+}  // namespace tessel

@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/Chart2D.h"
 
-#include "app/Pixels.h"
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
+#include "drawing/Pixels.h"
 #include "plots/Chart2DPrivate.h"
 
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -179,7 +182,8 @@ Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel, int within) co
     const PixelMap map = d_->map(rect(), group == kHighlight);
     // Distances are told between pixels, which lie up to one and a half apart from the places in them.
     const double reach = within == kAnyDistance ? std::numeric_limits<double>::infinity() : within + 2.0;
-    const NearestPoint found = ::nearestPoint(d_->group(group), map, pixel.x() + 0.5, pixel.y() + 0.5, reach);
+    const NearestPoint found =
+        tessel::nearestPoint(d_->group(group), map, pixel.x() + 0.5, pixel.y() + 0.5, reach);
     if (found.series < 0) return {};
     // Between the pixel that is pointed at and the pixel that the point falls on.
     const Point at = point(group, found.series, static_cast<qsizetype>(found.point));
@@ -265,3 +269,5 @@ void Chart2D::changeEvent(QEvent* event) {
     }
     QWidget::changeEvent(event);
 }
+
+}  // namespace tessel

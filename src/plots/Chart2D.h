@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/chart_series.h"
@@ -11,9 +12,12 @@
 #include <optional>
 #include <span>
 
+class QPainter;
+
+namespace tessel {
+
 class ChartPlot;
 class ChartViews;
-class QPainter;
 
 /// A chart with axes, a header above and a read-out line (the footer) below it, on white paper in every
 /// theme.
@@ -179,3 +183,5 @@ class Chart2D : public QWidget {
     struct Private;
     const std::unique_ptr<Private> d_;
 };
+
+}  // namespace tessel

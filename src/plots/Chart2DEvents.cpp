@@ -1,4 +1,5 @@
-#include "app/Pixels.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "drawing/Pixels.h"
 #include "plots/Chart2DPrivate.h"
 
 #include <QKeyEvent>
@@ -8,6 +9,8 @@
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 // What the user does to a chart, and its painting.
 
@@ -108,3 +111,5 @@ void Chart2D::wheelEvent(QWheelEvent* event) {
     d_->zoom(x, besideY ? 1 : factor, y, belowX ? 1 : factor);
     event->accept();
 }
+
+}  // namespace tessel

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "plots/Chart2D.h"
 #include "plots/ChartFrame.h"
 #include "plots/ChartPlot.h"
@@ -11,6 +12,8 @@
 #include <array>
 #include <optional>
 #include <vector>
+
+namespace tessel {
 
 // For the files of Chart2D alone.
 
@@ -78,3 +81,5 @@ struct Chart2D::Private {
     QPointer<Chart2D> companion;    ///< the chart whose horizontal view is this one's too
     std::optional<QPoint> dragged;  ///< where the pointer was when the view was last moved
 };
+
+}  // namespace tessel

@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ChartFrame.h"
 
-#include "app/whole_numbers.h"
+#include "base/whole_numbers.h"
 #include "plots/ChartSymbols.h"
 
 #include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -122,3 +125,5 @@ int ChartFrame::paintName(QPainter& painter, const QRect& box, const ChartSeries
                 series.style.symbol, series.style.colour);
     return width + 14 + 22;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/chart_series.h"
@@ -11,6 +12,8 @@
 #include <vector>
 
 class QPainter;
+
+namespace tessel {
 
 /// What surrounds the plot of a chart: the header with the explanation of named series at its right, and the
 /// footer. It knows where the plot goes and paints the rest, alike on the screen and on paper.
@@ -62,3 +65,5 @@ class ChartFrame {
     QString shorterHeader_;
     QString footer_;
 };
+
+}  // namespace tessel

@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ChartPlot.h"
 
-#include "app/Pixels.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "drawing/Pixels.h"
 #include "plots/ChartSymbols.h"
 
 #include <QPicture>
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -311,3 +314,5 @@ void ChartPlot::drawCross() {
         }
     }
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/CustomPlot.h"
@@ -8,6 +9,8 @@
 
 #include <optional>
 #include <vector>
+
+namespace tessel {
 
 /// The plot area of a chart with its axes, drawn lazily: a change only marks it stale, the next paint event
 /// draws it anew, once, however much has changed. Draws the same on the screen and on paper.
@@ -81,3 +84,5 @@ class ChartPlot : public QCustomPlot {
     bool layoutStale_ = true;
     bool held_ = false;
 };
+
+}  // namespace tessel

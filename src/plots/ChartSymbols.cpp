@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ChartSymbols.h"
 
-#include "app/palette16.h"
-#include "app/whole_numbers.h"
+#include "base/palette16.h"
+#include "base/whole_numbers.h"
 
 #include <QImage>
 #include <QPainter>
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -107,3 +110,5 @@ const Stamp& StampCache::stamp(ChartSymbol symbol, int colour, SymbolEdges edges
     const Stamp soft = pictureStamp(size, reinterpret_cast<const std::uint32_t*>(picture.constBits()));
     return entry->second = edges == SymbolEdges::Soft ? soft : hardEdged(soft);
 }
+
+}  // namespace tessel

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/point_raster.h"
+#include "drawing/point_raster.h"
 #include "plots/chart_series.h"
 
 #include <QColor>
@@ -10,6 +11,8 @@
 #include <tuple>
 
 class QPainter;
+
+namespace tessel {
 
 /// The colour of a number of the 16-colour palette; only the last four bits of the number count.
 QColor paletteColour(int number);
@@ -41,3 +44,5 @@ class StampCache {
     double scale_ = 0;
     std::map<std::tuple<ChartSymbol, int, SymbolEdges>, Stamp> stamps_;
 };
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 // The plotting library's header is written with Qt's lower-case keywords, which this program switches off.

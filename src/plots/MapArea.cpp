@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/MapArea.h"
 
 #include <QPainter>
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -50,3 +53,5 @@ void MapArea::paintEvent(QPaintEvent*) {
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawRect(map_->geometry().adjusted(-kFrame, -kFrame, kFrame - 1, kFrame - 1));
 }
+
+}  // namespace tessel

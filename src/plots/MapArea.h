@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QWidget>
+
+namespace tessel {
 
 /// Holds a map: over all of the area, or as the largest square in its middle, so that a metre of a square
 /// extent is as long in one direction as in the other.
@@ -27,3 +30,5 @@ class MapArea : public QWidget {
     QWidget* map_ = nullptr;
     bool square_ = false;
 };
+
+}  // namespace tessel

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/PaperSymbols.h"
 
-#include "app/whole_numbers.h"
+#include "base/whole_numbers.h"
 #include "plots/ChartSymbols.h"
 
 #include <QPainter>
@@ -8,6 +9,8 @@
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -101,3 +104,5 @@ void PaperSymbols::strokePlaces(ChartSymbol symbol, double size, const QColor& c
     }
     painter_.restore();
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/chart_geometry.h"
@@ -9,6 +10,8 @@
 #include <vector>
 
 class QPainter;
+
+namespace tessel {
 
 /// Draws the symbols of series for paper: as strokes of no length with a round or square pen, a few bytes a
 /// symbol, at places of a quarter of a pixel that a series uses only once.
@@ -30,3 +33,5 @@ class PaperSymbols {
     std::vector<std::uint32_t> takenPlaces_;
     std::vector<QPointF> places_;
 };
+
+}  // namespace tessel

@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+
+namespace tessel {
 
 /// A view in the main window's chart area. Every view shows itself in place of whatever was shown there
 /// before; the one that is shown follows the survey.
@@ -17,3 +20,5 @@ class PlotView {
     PlotView(const PlotView&) = default;
     PlotView& operator=(const PlotView&) = default;
 };
+
+}  // namespace tessel

@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/OptionButtons.h"
 #include "app/frmMain.h"
-#include "app/palette16.h"
-#include "app/survey_changes.h"
+#include "base/palette16.h"
+#include "base/survey_changes.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "desktop/OptionButtons.h"
 #include "plots/chart_views.h"
 #include "plots/row_deletion.h"
 #include "plots/row_number.h"
@@ -17,6 +18,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -368,3 +371,5 @@ void RowPlotEditor::followDeletion() {
     }
     Command6->setEnabled(true);
 }
+
+}  // namespace tessel

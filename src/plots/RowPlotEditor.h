@@ -1,15 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
 #include "plots/plot_limits.h"
 #include "plots/row_selection.h"
-#include "plots/row_sites.h"
+#include "rows/row_sites.h"
 #include "ui_Frame1.h"
 
 #include <QGroupBox>
 
 #include <functional>
+
+namespace tessel {
 
 class frmMain;
 
@@ -118,3 +121,5 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     SiteIndex cursor_ = 0;     ///< point of the row that the arrow keys have come to, 0 for none
     bool cursorShown_ = false;
 };
+
+}  // namespace tessel

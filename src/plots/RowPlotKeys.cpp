@@ -1,8 +1,11 @@
-#include "app/Guarded.h"
-#include "app/Pixels.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/Guarded.h"
+#include "drawing/Pixels.h"
 #include "plots/RowPlotEditor.h"
 
 #include <QKeyEvent>
+
+namespace tessel {
 
 // The keyboard's way through the editor. Its keys are taken before the main window's shortcuts see them.
 
@@ -84,3 +87,5 @@ void RowPlotEditor::showCursor() {
         chart->setFooterText(readoutOf(chart, cursor_));
     }
 }
+
+}  // namespace tessel

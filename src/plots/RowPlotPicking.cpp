@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/row_plot_texts.h"
+
+namespace tessel {
 
 // The pointer on the row plots.
 
@@ -66,3 +69,5 @@ void RowPlotEditor::toggle(qsizetype point) {
     Chart2D4->endBatch();
     Chart2D3->endBatch();
 }
+
+}  // namespace tessel

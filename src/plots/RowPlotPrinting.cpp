@@ -1,14 +1,17 @@
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
-#include "app/survey.h"
-#include "app/whole_numbers.h"
+#include "base/session.h"
+#include "base/whole_numbers.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
 #include "plots/RowPlotEditor.h"
 
 #include <QDate>
 #include <QPainter>
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -58,3 +61,5 @@ void RowPlotEditor::Command6_Click() {
         drawPage(painter, QRectF(painter.viewport()).size(), theSession().PrintScale);
     });
 }
+
+}  // namespace tessel

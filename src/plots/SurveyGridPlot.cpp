@@ -1,14 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/SurveyGridPlot.h"
 
-#include "app/Guarded.h"
 #include "app/frmMain.h"
+#include "desktop/Guarded.h"
 #include "plots/chart_views.h"
 #include "plots/plot_limits.h"
 #include "plots/row_plot_texts.h"
-#include "plots/row_sites.h"
 #include "rows/row_detection.h"
+#include "rows/row_sites.h"
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -80,3 +83,5 @@ void SurveyGridPlot::readOut(QPoint pixel) {
     Chart2D2->setFooterText(
         tr("Row #%1, %2").arg(nearest.series).arg(QString::fromStdString(mapReadout(at.x, at.y, true))));
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
 
 #include <QObject>
+
+namespace tessel {
 
 class frmMain;
 
@@ -33,3 +36,5 @@ class SurveyGridPlot : public QObject, public PlotView {
 
     frmMain& main_;
 };
+
+}  // namespace tessel

@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/SymbolPlottable.h"
 
-#include "app/whole_numbers.h"
+#include "base/whole_numbers.h"
 #include "plots/PaperSymbols.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+
+namespace tessel {
 
 namespace {
 
@@ -168,3 +171,5 @@ void SymbolPlottable::printSymbols(QCPPainter& painter, const PixelMap& pixels) 
     for (const ChartSeries& series : series_)
         paper.draw(series);
 }
+
+}  // namespace tessel

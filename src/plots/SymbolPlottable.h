@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/ChartSymbols.h"
@@ -9,6 +10,8 @@
 
 #include <span>
 #include <vector>
+
+namespace tessel {
 
 /// Draws all series of one chart group: first their lines, then their symbols. On the screen a symbol is a
 /// stamp written straight into a picture, and a series writes a pixel only once, so that the cost of a
@@ -46,3 +49,5 @@ class SymbolPlottable : public QCPAbstractPlottable {
     StampMarks marks_;
     StampCache stamps_;
 };
+
+}  // namespace tessel

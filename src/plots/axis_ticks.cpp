@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/axis_ticks.h"
 
-#include "app/whole_numbers.h"
+#include "base/whole_numbers.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -94,3 +97,5 @@ TickStep chooseTickStep(double lower, double upper, const TickRoom& room) {
     }
     return tickStep(wanted);
 }
+
+}  // namespace tessel

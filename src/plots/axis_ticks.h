@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <functional>
 #include <string>
+
+namespace tessel {
 
 /// Where an axis carries its ticks: at the whole multiples of `step`, labelled with `decimals` decimals. With
 /// `endsOnly` only at the first and the last of those that lie on the axis.
@@ -36,3 +39,5 @@ struct TickRoom {
 /// step, ticks stand at the ends only; an axis on which not even two labels find room may have one tick or
 /// none. Requires lower < upper, both finite.
 TickStep chooseTickStep(double lower, double upper, const TickRoom& room);
+
+}  // namespace tessel

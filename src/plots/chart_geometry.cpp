@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_geometry.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
+
+namespace tessel {
 
 namespace {
 
@@ -286,3 +289,5 @@ void appendLines(const ChartSeries& series, const PixelMap& map, double columnsP
     }
     builder.interrupt();
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/chart_series.h"
@@ -6,6 +7,8 @@
 #include <limits>
 #include <span>
 #include <vector>
+
+namespace tessel {
 
 /// The part of an axis that is shown: lower < upper, both finite; `reversed` says that values fall from left
 /// to right (or from the bottom up).
@@ -92,3 +95,5 @@ struct PixelLines {
 /// and the last are kept, so that a million points cost no more than the columns they fall into and no spike
 /// is lost. A hole ends a line and begins another.
 void appendLines(const ChartSeries& series, const PixelMap& map, double columnsPerPixel, PixelLines& lines);
+
+}  // namespace tessel

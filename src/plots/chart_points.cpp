@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_points.h"
 
 #include <array>
 #include <limits>
+
+namespace tessel {
 
 namespace {
 
@@ -103,3 +106,5 @@ const std::vector<std::vector<ChartPoints::Box>>& ChartPoints::levels() const {
         levels_.push_back(larger(levels_.back()));
     return levels_;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <algorithm>
@@ -5,6 +6,8 @@
 #include <cstddef>
 #include <span>
 #include <vector>
+
+namespace tessel {
 
 /// The value of a point that is not there: it is neither drawn nor picked and interrupts a line.
 inline constexpr double kHole = 1e308;
@@ -77,3 +80,5 @@ class ChartPoints {
     /// Blocks of points first, the largest blocks last; empty when a change has outdated them.
     mutable std::vector<std::vector<Box>> levels_;
 };
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/chart_points.h"
 
 #include <string>
+
+namespace tessel {
 
 /// The shapes a series' points can have. A ring is larger than the others, so that it stands around a symbol
 /// that lies beneath it.
@@ -23,3 +26,5 @@ struct ChartSeries {
     SeriesStyle style;
     std::string name;  ///< UTF-8; named series are explained beside the header
 };
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_views.h"
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -53,3 +56,5 @@ void ChartViews::keepViews(const ChartViews& before) {
     for (const Axis a : {kX, kY, kY2})
         axes_[a].view = kept[a];
 }
+
+}  // namespace tessel

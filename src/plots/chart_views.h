@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/chart_geometry.h"
 
 #include <array>
 #include <cstddef>
+
+namespace tessel {
 
 /// The limits that were set for the axes of a chart, and the part of each that is shown of them: the user
 /// zooms and moves the view, never the limits.
@@ -47,3 +50,5 @@ class ChartViews {
     std::array<State, 3> axes_;
     bool y2Set_ = false;
 };
+
+}  // namespace tessel

@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/frmClip.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
-#include "app/bounded.h"
 #include "app/frmMain.h"
-#include "app/numbers.h"
-#include "app/palette16.h"
-#include "app/survey_changes.h"
+#include "base/bounded.h"
+#include "base/numbers.h"
+#include "base/palette16.h"
+#include "base/survey_changes.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 
 #include <QCloseEvent>
 #include <QScreen>
@@ -19,6 +20,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -175,7 +178,7 @@ void frmClip::showZone(const MapWindow& window) {
 
 void frmClip::SetMapScale(bool TrueScale) {
     // With every site deleted there is nothing to scale to, and nothing to draw.
-    if (theSurvey().NumSites > 0) extent_ = ::SetMapScale(theSurvey(), TrueScale);
+    if (theSurvey().NumSites > 0) extent_ = tessel::SetMapScale(theSurvey(), TrueScale);
 }
 
 void frmClip::DisplayMap() {
@@ -271,7 +274,7 @@ void frmClip::picMapZoom_MouseUp() {
 
 void frmClip::MaskSites(double& x1, double& y1, double& x2, double& y2) {
     const ScreenHourglass busy;
-    masked_ = ::MaskSites(theSurvey(), extent_, SiteMask, x1, y1, x2, y2);
+    masked_ = tessel::MaskSites(theSurvey(), extent_, SiteMask, x1, y1, x2, y2);
     showCounts();
 }
 
@@ -389,3 +392,5 @@ void frmClip::RowInfoLossMsg() {
          u"To avoid this problem in the future, you should avoid deleted entire rows\n"
          u"when clipping a survey grid."_s);
 }
+
+}  // namespace tessel

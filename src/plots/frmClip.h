@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "plots/map_state.h"
@@ -8,6 +9,8 @@
 #include <QMainWindow>
 
 #include <optional>
+
+namespace tessel {
 
 class frmMain;
 
@@ -54,7 +57,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
 
     void SetMapScale(bool TrueScale);
     void MaskSites(double& x1, double& y1, double& x2, double& y2);
-    void ValidateRowInfo(bool& RowDataOK) { RowDataOK = ::ValidateRowInfo(theSurvey()); }
+    void ValidateRowInfo(bool& RowDataOK) { RowDataOK = tessel::ValidateRowInfo(theSurvey()); }
     void RowInfoLossMsg();
 
     void showFullMap(bool TrueScale);
@@ -95,3 +98,5 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     std::optional<QPointF> cross_;  ///< where pointer or cross was last, on the map
     QElapsedTimer sinceRefresh_;
 };
+
+}  // namespace tessel

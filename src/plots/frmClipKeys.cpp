@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/frmClip.h"
 
 #include <QKeyEvent>
 
 #include <algorithm>
+
+namespace tessel {
 
 // The keyboard's way over the map.
 
@@ -67,3 +70,5 @@ void frmClip::setCornerAtCross() {
     if (!crossShown_) return moveCross(0, 0);
     picMapZoom_MouseDown(cross_->x(), cross_->y());
 }
+
+}  // namespace tessel

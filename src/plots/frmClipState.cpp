@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/frmClip.h"
 
 #include <QAction>
@@ -7,6 +8,8 @@
 // The line under the map: what can be done now, and what part of the field is shown.
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -54,3 +57,5 @@ void frmClip::reserveStateLine() {
     }
     lblState->setFixedHeight(height);
 }
+
+}  // namespace tessel

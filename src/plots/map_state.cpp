@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/map_state.h"
+
+namespace tessel {
 
 const char* mapStateText(MapState state) {
     switch (state) {
@@ -13,3 +16,5 @@ const char* mapStateText(MapState state) {
     }
     return "";
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/plot_limits.h"
 
-#include "app/bounded.h"
 #include "app/column_statistics.h"
+#include "base/bounded.h"
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -84,3 +87,5 @@ PlotLimits surveyGridLimits(const Survey& survey) {
     };
     return limits(along(kX), along(kY));
 }
+
+}  // namespace tessel

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
-#include "plots/row_sites.h"
+#include "rows/row_sites.h"
+
+namespace tessel {
 
 /// The axis limits that a plot sets. A minimum may equal its maximum or lie above it: the rules for rows
 /// whose values are all equal are kept for negative values too. What would lie beyond all Doubles is the
@@ -34,3 +37,5 @@ PlotLimits emptiedRowLimits(const Survey& survey);
 /// Survey grid plot: a twentieth of the spread to every side, and no special case for a spread of 0. Throws
 /// subscriptOutOfRange without a site.
 PlotLimits surveyGridLimits(const Survey& survey);
+
+}  // namespace tessel

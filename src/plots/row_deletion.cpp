@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_deletion.h"
 
-#include "app/site_removal.h"
-#include "plots/row_sites.h"
 #include "rows/row_detection.h"
+#include "rows/row_sites.h"
+#include "rows/site_removal.h"
 
 #include <algorithm>
 #include <vector>
+
+namespace tessel {
 
 namespace {
 
@@ -42,3 +45,5 @@ bool deleteSelectedSites(Survey& survey, int row, RowSelection& selection) {
     Distances_After_Removal(survey, indices);
     return emptied;
 }
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_number.h"
 
-#include "app/numbers.h"
+#include "base/numbers.h"
+
+namespace tessel {
 
 RowNumber readRowNumber(std::string_view typed, int numRows) {
     const auto value = numericValue(typed);
@@ -24,3 +27,5 @@ std::string_view rowNumberMessage(RowNumber::Outcome outcome) {
     }
     return {};
 }
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <string_view>
+
+namespace tessel {
 
 /// What was typed as the number of the row to plot.
 struct RowNumber {
@@ -15,3 +18,5 @@ RowNumber readRowNumber(std::string_view typed, int numRows);
 
 /// What the user is told; empty for a valid number.
 std::string_view rowNumberMessage(RowNumber::Outcome outcome);
+
+}  // namespace tessel

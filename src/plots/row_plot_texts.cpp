@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_plot_texts.h"
 
-#include "app/numbers.h"
 #include "app/survey.h"
+#include "base/numbers.h"
+
+namespace tessel {
 
 std::string rowHeader(int row, std::int64_t points) {
     return "Sample Row Plot:  " + shortRowHeader(row, points);
@@ -24,3 +27,5 @@ std::string mapReadout(double along, double across, bool plotByX) {
 const char* coordinateTitle(int column) {
     return column == kX ? "X (meters)" : "Y (meters)";
 }
+
+}  // namespace tessel

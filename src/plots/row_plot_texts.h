@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 #include <string>
+
+namespace tessel {
 
 // What the row plots say in words.
 
@@ -21,3 +24,5 @@ std::string mapReadout(double along, double across, bool plotByX);
 
 /// The title of an axis that shows SiteData's column kX or kY.
 const char* coordinateTitle(int column);
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_selection.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -40,3 +43,5 @@ int RowSelection::toggle(SiteIndex point, std::span<const double> along) {
         remove(entry);
     return entry;
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <array>
 #include <span>
+
+namespace tessel {
 
 /// The points of the current row that are picked for deletion, in the order of selection.
 struct RowSelection {
@@ -28,3 +31,5 @@ struct RowSelection {
     /// picking the second unpicks the first. Gives the entry taken out, or -1 when the point was appended.
     int toggle(SiteIndex point, std::span<const double> along);
 };
+
+}  // namespace tessel

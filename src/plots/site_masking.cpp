@@ -1,15 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/site_masking.h"
 
-#include "app/bounded.h"
 #include "app/column_statistics.h"
-#include "app/numbers.h"
-#include "app/site_removal.h"
+#include "base/bounded.h"
+#include "base/numbers.h"
 #include "rows/row_detection.h"
+#include "rows/site_removal.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
+
+namespace tessel {
 
 namespace {
 
@@ -172,3 +175,5 @@ std::vector<SiteRun> sitesOfRow(const Survey& survey, int row) {
     }
     return runs;
 }
+
+}  // namespace tessel

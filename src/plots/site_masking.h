@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
@@ -6,6 +7,8 @@
 #include <cstdint>
 #include <string_view>
 #include <vector>
+
+namespace tessel {
 
 // The map of the whole survey on which sites are masked, restored and deleted.
 //
@@ -108,3 +111,5 @@ std::vector<SiteRun> drawingBlocks(const Survey& survey);
 
 /// The runs of sites whose row number, rounded, is `row`; one run where rows are stored as they should be.
 std::vector<SiteRun> sitesOfRow(const Survey& survey, int row);
+
+}  // namespace tessel

@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/RowStatisticsModel.h"
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 
 #include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -82,3 +85,5 @@ QString RowStatisticsModel::tabSeparated(const QList<int>& lines) const {
         add([this, line](int column) { return cell(line, column); });
     return text;
 }
+
+}  // namespace tessel

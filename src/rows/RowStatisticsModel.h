@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "rows/row_statistics.h"
 
 #include <QAbstractTableModel>
+
+namespace tessel {
 
 /// Row statistics as a table: one line for each row, its figures written with two decimals. Holds its own
 /// copy, so that what happens to the survey meanwhile does not disturb it.
@@ -33,3 +36,5 @@ class RowStatisticsModel : public QAbstractTableModel {
     RowStatistics statistics_;
     bool relative_ = false;
 };
+
+}  // namespace tessel

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmDataEdit.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/MessageBox.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "app/survey_changes.h"
+#include "base/survey_changes.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 
 #include <QLocale>
 #include <QShortcut>
@@ -14,6 +15,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -265,3 +268,5 @@ bool frmDataEdit::refused(EntryFault fault, bool twoNumbers) {
     Form_Load();
     return true;
 }
+
+}  // namespace tessel

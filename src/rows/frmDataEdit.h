@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "rows/row_editing.h"
@@ -8,6 +9,8 @@
 #include <QList>
 
 #include <optional>
+
+namespace tessel {
 
 class frmMain;
 
@@ -68,3 +71,5 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     RowForecast forecast_;  ///< of the measure chosen
     int numRows_ = 0;       ///< of the survey, when a row number may have been entered
 };
+
+}  // namespace tessel

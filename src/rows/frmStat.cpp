@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmStat.h"
 
-#include "app/CaptionColour.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
 #include "rows/row_detection.h"
 
 #include <QClipboard>
@@ -16,6 +17,8 @@
 #include <numeric>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -117,3 +120,5 @@ void frmStat::fitColumns() {
     const QSize wanted(fontMetrics().horizontalAdvance(u'0') * 22 * model_->columnCount(), 520);
     resize(wanted.boundedTo(screen()->availableSize() * 0.92));
 }
+
+}  // namespace tessel

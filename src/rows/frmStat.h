@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "rows/RowStatisticsModel.h"
 #include "ui_frmStat.h"
 
 #include <QMainWindow>
+
+namespace tessel {
 
 /// Row statistics: one table line for each row of the survey. When it is made, RowIndex and NumPoints become
 /// the rows' count and sites; nothing else in the survey changes.
@@ -27,3 +30,5 @@ class frmStat : public QMainWindow, public Ui::frmStat {
 
     RowStatisticsModel* model_;
 };
+
+}  // namespace tessel

@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_detection.h"
 
-#include "app/bounded.h"
-#include "app/run_time_error.h"
-#include "app/site_removal.h"
+#include "base/bounded.h"
+#include "base/run_time_error.h"
+#include "rows/site_removal.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -251,3 +254,5 @@ void Calculate_Min(Survey& survey) {
     survey.MinX = smallest(kX);
     survey.MinY = smallest(kY);
 }
+
+}  // namespace tessel

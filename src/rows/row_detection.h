@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <span>
+
+namespace tessel {
 
 // Rows (transects) are found from the gaps between consecutive sites, which a logger writes in driving order:
 // a gap longer than MinDistance starts a new row.
@@ -57,3 +60,5 @@ void Calculate_NumPoints(Survey& survey);
 void Calculate_Max(Survey& survey);
 /// Smallest X and Y, starting from site 0. Requires a site; without one both are 0.
 void Calculate_Min(Survey& survey);
+
+}  // namespace tessel

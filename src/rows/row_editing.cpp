@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_editing.h"
 
-#include "app/numbers.h"
-#include "app/site_removal.h"
+#include "base/numbers.h"
+#include "rows/site_removal.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <initializer_list>
 #include <vector>
+
+namespace tessel {
 
 namespace {
 
@@ -114,3 +117,5 @@ DistanceEntry checkDistance(std::string_view distance) {
     if (entry.distance < 0) entry.fault = EntryFault::Negative;
     return entry;
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 #include "rows/row_detection.h"
 
 #include <string_view>
+
+namespace tessel {
 
 // Joining and deleting rows, and finding all rows anew.
 //
@@ -52,3 +55,5 @@ RowPairEntry checkRowPair(std::string_view row1, std::string_view row2, int numR
 RowEntry checkRow(std::string_view row, int numRows);
 /// A threshold of 0 is accepted.
 DistanceEntry checkDistance(std::string_view distance);
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_forecast.h"
 
 #include "rows/row_detection.h"
@@ -5,6 +6,8 @@
 #include <algorithm>
 #include <functional>
 #include <span>
+
+namespace tessel {
 
 namespace {
 
@@ -29,3 +32,5 @@ int RowForecast::rows(double minDistance) const {
                                           [minDistance](double gap) { return gap > minDistance; });
     return 1 + static_cast<int>(end - largest_.begin());
 }
+
+}  // namespace tessel

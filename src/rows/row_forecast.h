@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <vector>
+
+namespace tessel {
 
 /// How many rows each minimum distance would give by one measure, known without finding them: of all gaps
 /// between sites only the largest kMaxRows count.
@@ -21,3 +24,5 @@ class RowForecast {
     bool hasSites_ = false;
     std::vector<double> largest_;  ///< the largest gaps, falling
 };
+
+}  // namespace tessel

@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_statistics.h"
 
-#include "app/bounded.h"
-#include "app/compensated_sum.h"
+#include "base/bounded.h"
+#include "base/compensated_sum.h"
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -67,3 +70,5 @@ RowStatistics rowStatistics(const Survey& survey) {
         statistics.longest = std::max(statistics.longest, row.length);
     return statistics;
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <vector>
+
+namespace tessel {
 
 /// One row (transect) of the survey.
 struct RowSummary {
@@ -26,3 +29,5 @@ struct RowStatistics {
 /// over the survey; any number of runs; none without a site. A length that is too large for a Double is the
 /// largest Double.
 RowStatistics rowStatistics(const Survey& survey);
+
+}  // namespace tessel

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/LagDistancePlot.h"
 
-#include "app/Guarded.h"
 #include "app/frmMain.h"
+#include "desktop/Guarded.h"
 #include "plots/RowPlotEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
@@ -11,6 +12,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -200,3 +203,5 @@ TEST_F(LagPlots, ShowATypedDistanceOfTheSameMeasureUntilItIsGone) {
     EXPECT_EQ(chart.grab().toImage(), without);
     EXPECT_EQ(chart.seriesCount(Chart2D::kData), 2);
 }
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/applied_adjustments.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -36,3 +39,5 @@ TEST(AppliedAdjustments, SayWhatAStepHasDone) {
     EXPECT_EQ(stepText({{2, 0}, {0.5, 0}}),
               "Every EM1 reading has been multiplied by 2. Every EM2 reading has been multiplied by 0.5.");
 }
+
+}  // namespace tessel

@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/correlation_axes.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/made_up_readings.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
+
+namespace tessel {
 
 TEST(CorrelationAxes, ReachATenthOfTheSpanBeyondTheReadings) {
     const CorrelationAxes axes = correlationAxes(surveyOfReadings({10, 30, 12}, {60, 20, 33}));
@@ -39,3 +42,5 @@ TEST(CorrelationAxes, ReachNoFartherThanTheLargestDouble) {
 TEST(CorrelationAxes, NeedASite) {
     EXPECT_THROW(correlationAxes(surveyOfReadings(std::vector<double>{})), RunTimeError);
 }
+
+}  // namespace tessel

@@ -1,10 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_adjustment.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
 #include "export/print_number.h"
 #include "support/made_up_readings.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -195,3 +199,5 @@ TEST(Adjustment, ConstantTakenAwayAgainMayLeaveALastDigit) {
     EXPECT_EQ(printedNumber(survey.SiteData(kEM1, 0)), " .0499999999999998 ");
     EXPECT_EQ(printedNumber(survey.SiteData(kEM1, 1)), " 34.49 ");
 }
+
+}  // namespace tessel

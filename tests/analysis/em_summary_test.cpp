@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_summary.h"
 
 #include "support/made_up_readings.h"
@@ -5,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+
+namespace tessel {
 
 // Expected values: Python 3, the readings as exact rational numbers (fractions.Fraction), mean, sum of
 // squared deviations / (N - 1), and least squares about the means; the square root with decimal at 60 digits;
@@ -131,3 +134,5 @@ TEST(ReadingSummary, OfReadingsWhoseSquaresOverflowKeepsTheMean) {
     EXPECT_EQ(summary.em2->mean, 1.5);
     EXPECT_EQ(summary.error.value().number(), RunTimeError::kOverflow);
 }
+
+}  // namespace tessel

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmAdjustData.h"
 
-#include "app/CaptionColour.h"
-#include "app/Windows.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/TextAtPaint.h"
 #include "support/made_up_readings.h"
@@ -14,6 +16,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -493,3 +497,5 @@ TEST_F(AdjustmentWindow, ComputesOnEnterAgainOnceAnotherNumberIsTyped) {
     EXPECT_TRUE(window().isVisible());
     EXPECT_EQ(theSession().EMAdjustTotalA, 5);
 }
+
+}  // namespace tessel

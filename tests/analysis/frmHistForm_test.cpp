@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmHistForm.h"
 
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
-#include "app/Windows.h"
 #include "app/frmMain.h"
-#include "app/palette16.h"
-#include "app/run_time_error.h"
+#include "base/palette16.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
+#include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
@@ -21,6 +23,8 @@
 #include <map>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -577,3 +581,5 @@ TEST_F(HistogramWindow, HelpAndF1OpenDocument116) {
         EXPECT_TRUE(boxes_.last().text.contains(u"hdoc116.rtf"_s));
     }
 }
+
+}  // namespace tessel

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmSigCorrStruct.h"
 
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
-#include "app/Windows.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
+#include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
@@ -16,6 +18,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -333,3 +337,5 @@ TEST_F(CorrelationWindow, HelpAndF1OpenDocument115) {
         EXPECT_TRUE(boxes_.last().text.contains(u"hdoc115.rtf"_s));
     }
 }
+
+}  // namespace tessel

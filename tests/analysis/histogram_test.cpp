@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/histogram.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/made_up_readings.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <numeric>
+
+namespace tessel {
 
 // Bins and mean marks: Python 3, the readings as exact rational numbers (fractions.Fraction), its round()
 // taking halves to the even neighbour.
@@ -170,3 +173,5 @@ TEST(Histogram, ARangeTooLargeForADoubleIsDividedAsAnyOther) {
     EXPECT_EQ(meanMark(statistics), 25);
     EXPECT_EQ(meanMark({1e308, 1, 0, 1.5e308}), 33);
 }
+
+}  // namespace tessel

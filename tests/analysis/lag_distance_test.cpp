@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/lag_distance.h"
 
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -73,3 +76,5 @@ TEST(LagDistance, StandsAtTheSequenceNumberOfItsSite) {
     EXPECT_EQ(sequenceNumbers(5, 4), (std::vector<double>{5, 6, 7, 8}));
     EXPECT_TRUE(sequenceNumbers(1, 0).empty());
 }
+
+}  // namespace tessel

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sixteen help documents against their sources and against the program that they explain.
-#include "app/RichTextReader.h"
 #include "app/help_documents.h"
 #include "export/transect_file.h"
+#include "richtext/RichTextReader.h"
 #include "support/ProgramTexts.h"
 #include "support/temporary_folder.h"
 
@@ -13,6 +14,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -183,3 +186,5 @@ QString b = u"%1 of  %2 sites"_s.arg('"'); /* "more" */ auto c = "Ro&ws";)");
 }
 
 }  // namespace
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/HelpPlace.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -42,3 +45,5 @@ TEST(HelpPlace, StaysOnASmallScreenAndOnASecondOne) {
     EXPECT_LT(beside({0, 500, 250, 90}, {0, 0, 800, 600}).height(), 600);
     EXPECT_GT(beside({1940, 100, 500, 300}, {1920, 0, 1920, 1080}).left(), 2440);
 }
+
+}  // namespace tessel

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/InterfaceControls.h"
 
-#include "app/FileDialogs.h"
-#include "app/TextEditor.h"
-#include "app/run_time_error.h"
-#include "app/survey.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/TextEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
@@ -13,6 +14,8 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -194,3 +197,5 @@ TEST_F(InterfaceControls, CheckTheResolutionInForce) {
     theSession().PrintScale = 3;
     EXPECT_EQ(checked(), (Checks{false, false, false}));
 }
+
+}  // namespace tessel

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/SurveySummary.h"
 
-#include "app/ElidedLabel.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "desktop/ElidedLabel.h"
 
 #include <QApplication>
 #include <QSignalSpy>
@@ -11,6 +12,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -155,3 +158,5 @@ TEST_F(Summary, SaysThatTheLinkWasFollowedWithTheMouse) {
     QTest::mouseClick(&link, Qt::LeftButton, {}, QPoint(10, link.height() / 2));
     EXPECT_EQ(requested.count(), 1);
 }
+
+}  // namespace tessel

@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/column_statistics.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 #include <vector>
+
+namespace tessel {
 
 namespace {
 
@@ -180,3 +183,5 @@ TEST(Regression, OnAConstantColumnIsADivisionByZero) {
     EXPECT_EQ(errorNumber(regression, surveyOf({0.1, 0.1, 0.1}, {1, 2, 3})), RunTimeError::kDivisionByZero);
     EXPECT_EQ(errorNumber(regression, surveyOf({}, {})), RunTimeError::kDivisionByZero);
 }
+
+}  // namespace tessel

@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmAbout.h"
 
-#include "app/survey.h"
+#include "base/session.h"
 #include "support/ExpectedBoxes.h"
 
 #include <QTest>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 TEST(AboutWindow, SaysNameVersionAndLicence) {
     frmAbout window;
@@ -57,3 +60,5 @@ TEST(AboutWindow, ShowsEveryTextWhole) {
         EXPECT_GE(label->height(), label->heightForWidth(label->width()))
             << label->objectName().toStdString();
 }
+
+}  // namespace tessel

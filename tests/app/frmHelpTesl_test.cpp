@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmHelpTesl.h"
 
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
 #include "app/HelpOpener.h"
-#include "app/TextEditor.h"
 #include "app/frmMain.h"
-#include "app/survey.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/TextEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
@@ -24,6 +25,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -473,3 +476,5 @@ TEST_F(HelpViewer, HasItsUsualSizeAgainWhereThereIsRoom) {
     dialog.hide();
     main.hide();
 }
+
+}  // namespace tessel

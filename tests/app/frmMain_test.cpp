@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 
-#include "app/CaptionColour.h"
-#include "app/palette16.h"
 #include "app/survey.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 
 #include <QScrollBar>
@@ -14,6 +16,8 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -310,3 +314,5 @@ TEST_F(MainWindow, ClearScreenHidesChartsAndEditorsAndSaysSo) {
     EXPECT_FALSE(frame->isVisible());
     EXPECT_EQ(hidden.count(), 1);
 }
+
+}  // namespace tessel

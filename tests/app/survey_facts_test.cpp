@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey_facts.h"
 
 #include "support/made_survey.h"
@@ -9,6 +10,8 @@
 #include <limits>
 #include <numeric>
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -144,3 +147,5 @@ TEST(SurveyFacts, TakePositionsFarFromTheOriginForMetresHoweverShortTheSteps) {
     EXPECT_FALSE(factsOf({{95, 91}, {95 + step, 91}, {95, 91}}).looksLikeDegrees);
     EXPECT_TRUE(factsOf({{180, -90}, {180 - step, -90}, {180, -90}}).looksLikeDegrees);
 }
+
+}  // namespace tessel

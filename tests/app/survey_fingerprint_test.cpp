@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey_fingerprint.h"
 
 #include "support/made_survey.h"
@@ -5,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -53,3 +56,5 @@ TEST(SurveyFingerprint, ChangesWhenSitesGoOrChangePlaces) {
 TEST(SurveyFingerprint, OfNoSiteExists) {
     EXPECT_EQ(surveyFingerprint(Survey{}), surveyFingerprint(Survey{}));
 }
+
+}  // namespace tessel

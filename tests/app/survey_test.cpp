@@ -1,6 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey.h"
 
+#include "base/session.h"
+
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 TEST(SiteTable, KeepsItsContentsAsItGrows) {
     SiteTable table;
@@ -71,3 +76,5 @@ TEST(TheSurvey, IsOneForTheWholeProcess) {
     EXPECT_EQ(&theSurvey(), &theSurvey());
     EXPECT_EQ(&theSession(), &theSession());
 }
+
+}  // namespace tessel

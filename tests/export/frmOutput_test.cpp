@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/frmOutput.h"
 
-#include "app/CaptionColour.h"
-#include "app/FileDialogs.h"
-#include "app/palette16.h"
 #include "app/survey.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
 #include "support/row_surveys.h"
 #include "support/temporary_folder.h"
@@ -15,6 +17,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -412,3 +416,5 @@ TEST_F(OutputWindow, ShowsBoxesThatCannotBeWrittenInOnItsOwnGround) {
         EXPECT_EQ(box->palette().color(QPalette::Base), window.palette().color(QPalette::Window));
     EXPECT_NE(window.txtBRN->palette().color(QPalette::Base), window.palette().color(QPalette::Window));
 }
+
+}  // namespace tessel

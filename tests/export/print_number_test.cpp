@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/print_number.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,8 @@
 #include <cstdio>
 #include <limits>
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -145,3 +148,5 @@ TEST(PrintedNumber, IsExactAroundPowersOfTen) {
         }
     }
 }
+
+}  // namespace tessel

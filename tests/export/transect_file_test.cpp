@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/transect_file.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "import/generic_reader.h"
 #include "support/file_size_limit.h"
 #include "support/nameless_files.h"
@@ -16,6 +17,8 @@
 #include <random>
 #include <sys/wait.h>
 #include <unistd.h>
+
+namespace tessel {
 
 namespace {
 
@@ -342,3 +345,5 @@ TEST(ExportNotice, TellsThatASearchForRowsStopped) {
     EXPECT_EQ(exportNotice(survey, 0, {}),
               "The search for rows found too many and stopped half-way: the row numbers are of no use.");
 }
+
+}  // namespace tessel

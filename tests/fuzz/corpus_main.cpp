@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds a fuzzer's corpus, file after file, without the fuzzer: so its findings stay found wherever the
 // tests run, with any compiler.
 #include <algorithm>
@@ -8,7 +9,13 @@
 #include <iterator>
 #include <vector>
 
+namespace tessel {
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     if (argc != 2) return 2;

@@ -1,11 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The settings file: whatever its bytes, an editor and a positive print scale are in force afterwards.
-#include "app/editor_settings.h"
+#include "base/session.h"
+#include "desktop/editor_settings.h"
 #include "fuzz/memory_file.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+
+namespace tessel {
 
 namespace {
 
@@ -37,3 +41,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(session.PrintScale >= kSmallestPrintScale && session.PrintScale <= kLargestPrintScale);
     return 0;
 }
+
+}  // namespace tessel

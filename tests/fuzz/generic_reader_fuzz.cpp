@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The delimited file reader and its preview. The first byte is the layout and whether decimal signs are
 // commas, the second the cut-off, the others are the file.
 #include "fuzz/memory_file.h"
@@ -5,6 +6,8 @@
 
 #include <cmath>
 #include <numeric>
+
+namespace tessel {
 
 namespace {
 
@@ -49,3 +52,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireRows(result);
     return 0;
 }
+
+}  // namespace tessel

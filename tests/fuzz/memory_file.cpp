@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "fuzz/memory_file.h"
 
 #include <algorithm>
 #include <ctime>
 #include <sys/mman.h>
 #include <unistd.h>
+
+namespace tessel {
 
 namespace {
 
@@ -44,3 +47,5 @@ MemoryFile::MemoryFile(std::string_view bytes)
 MemoryFile::~MemoryFile() {
     ::close(file_);
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+namespace tessel {
 
 /// A regular file in memory, so that a reader can be fed at full speed.
 class MemoryFile {
@@ -61,3 +64,5 @@ class TimeBudget {
 inline void require(bool holds) {
     if (!holds) __builtin_trap();
 }
+
+}  // namespace tessel

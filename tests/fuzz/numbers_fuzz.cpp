@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Text to number and back: the conversion agrees with the standard library's, and what is written is read
 // again as what it was.
-#include "app/numbers.h"
+#include "base/numbers.h"
 #include "export/print_number.h"
 #include "fuzz/memory_file.h"
 
 #include <cmath>
 #include <cstdlib>
+
+namespace tessel {
 
 namespace {
 
@@ -72,3 +75,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireRounded(*value);
     return 0;
 }
+
+}  // namespace tessel

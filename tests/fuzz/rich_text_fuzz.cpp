@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The reader of help documents: no bytes make it fail, what it shows is in proportion to their number, and so
 // is the time that it takes to lay that out.
-#include "app/RichTextReader.h"
 #include "fuzz/memory_file.h"
+#include "richtext/RichTextReader.h"
 
 #include <QGuiApplication>
 #include <QTextDocument>
+
+namespace tessel {
 
 namespace {
 
@@ -31,3 +34,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(document.size().height() >= 0);
     return 0;
 }
+
+}  // namespace tessel

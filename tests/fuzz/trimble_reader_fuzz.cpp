@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sensor file reader under random layouts, beside the rules applied literally. The first twelve bytes
 // are the layout and the parameters, the others the file.
-#include "app/line_reader.h"
-#include "app/numbers.h"
+#include "base/line_reader.h"
+#include "base/numbers.h"
 #include "fuzz/memory_file.h"
 #include "import/error_log.h"
 #include "import/trimble_reader.h"
@@ -9,6 +10,8 @@
 #include <cmath>
 #include <numeric>
 #include <vector>
+
+namespace tessel {
 
 namespace {
 
@@ -105,3 +108,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireRows(importTrimbleFile(options));
     return 0;
 }
+
+}  // namespace tessel

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Says whether the committed help documents are what docs/help/make-help writes:
 #     documents_are_current.sh SOURCE
 set -euo pipefail

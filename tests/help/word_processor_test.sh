@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Opens every help document in LibreOffice and looks for every word of its source in what that shows:
 #     word_processor_test.sh SOURCE
 set -euo pipefail

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/CaptionColour.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "desktop/CaptionColour.h"
 #include "import/frmGeneric.h"
 #include "support/ImportTest.h"
 
@@ -11,6 +12,8 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 inline const QString kReportTitle = u"VARN-Tessel File Import Message"_s;
 
@@ -78,3 +81,5 @@ class GenericImport : public ImportTest {
     frmGeneric window;
     QSignalSpy imported;
 };
+
+}  // namespace tessel

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/TrimbleImport.h"
 
-#include "app/survey_changes.h"
+#include "base/session.h"
+#include "base/survey_changes.h"
 #include "import/frmDataControl.h"
 #include "import/frmIniDisplay.h"
 #include "support/ImportTest.h"
@@ -10,6 +12,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -254,3 +258,5 @@ TEST_F(TrimbleImportChain, OpensHelpFromBothWindows) {
                fromPath(folder / "helpdocs/hdoc105.rtf"));
     click(*display()->cmdHelp);
 }
+
+}  // namespace tessel

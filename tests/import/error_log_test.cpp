@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/error_log.h"
 
 #include "app/survey.h"
+#include "base/session.h"
 #include "import/import_report.h"
 #include "support/file_size_limit.h"
 #include "support/temporary_folder.h"
@@ -8,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+
+namespace tessel {
 
 TEST(ErrorLog, HoldsOneLineForEachRejectedOne) {
     const TemporaryFolder folder;
@@ -115,3 +119,5 @@ TEST(ErrorLog, CountsRejectedLinesByReasonEvenWhereItCannotBeWritten) {
     EXPECT_EQ(summary.logPath, folder / "none/error_log.dat");
     EXPECT_FALSE(summary.logProblem.empty());
 }
+
+}  // namespace tessel

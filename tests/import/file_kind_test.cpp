@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/file_kind.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "import/error_log.h"
 #include "import/generic_reader.h"
 #include "import/trimble_reader.h"
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 using namespace std::string_literals;
+
+namespace tessel {
 
 namespace {
 
@@ -111,3 +114,5 @@ TEST(FileKind, StandsInTheSummaryOfBothImports) {
     trimble.errorLogPath = folder / "error_log.dat";
     EXPECT_TRUE(importTrimbleFile(trimble).summary.kind.tabs);
 }
+
+}  // namespace tessel

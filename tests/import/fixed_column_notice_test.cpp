@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/fixed_column_notice.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 TEST(FixedColumnNotice, OfAnOrdinaryFileIsNone) {
     const FixedColumnNotice notice = fixedColumnNotice({});
@@ -39,3 +42,5 @@ TEST(FixedColumnNotice, TellsOfHeaderLinesAndUtf16WithoutAWarning) {
     kind.tabs = true;
     EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
 }
+
+}  // namespace tessel

@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmDataControl.h"
 
-#include "app/CaptionColour.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "desktop/CaptionColour.h"
 #include "support/ImportTest.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -175,3 +178,5 @@ TEST_F(ImportControl, ShowsInLightBlueWhatIsChosen) {
     click(*window.Check1);
     EXPECT_EQ(colourOf(*window.Check1), black);
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the window of the generic import shows of a file before it is imported.
 #include "import/GenericWindow.h"
 #include "support/reads.h"
 
 #include <fstream>
 #include <sys/stat.h>
+
+namespace tessel {
 
 TEST_F(GenericImport, ShowsTheColumnsOfTheLayoutBeforeAFileIsChosen) {
     EXPECT_EQ(previewColumns(), u"Site_# X-cord Y-cord Ec1"_s);
@@ -166,3 +169,5 @@ TEST_F(GenericImport, LooksAtNoMoreThan64KiB) {
         click(option(layout));
     EXPECT_FALSE(third.happened());
 }
+
+}  // namespace tessel

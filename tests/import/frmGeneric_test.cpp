@@ -1,10 +1,14 @@
-#include "app/survey_changes.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/session.h"
+#include "base/survey_changes.h"
 #include "import/GenericWindow.h"
 #include "support/reads.h"
 
 #include <QUrl>
 
 #include <filesystem>
+
+namespace tessel {
 
 TEST_F(GenericImport, OpensWithItsDefaultsAndTexts) {
     const auto caption = [](QString text) { return text.remove(u'&'); };
@@ -264,3 +268,5 @@ TEST_F(GenericImport, CancelledLeavesEverythingAsItWas) {
         expectSurveyUntouched();
     }
 }
+
+}  // namespace tessel

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmIniDisplay.h"
 
-#include "app/CaptionColour.h"
-#include "app/palette16.h"
-#include "app/run_time_error.h"
+#include "base/palette16.h"
+#include "base/run_time_error.h"
+#include "desktop/CaptionColour.h"
 #include "support/ImportTest.h"
 
 #include <QFontInfo>
@@ -14,6 +15,8 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -405,3 +408,5 @@ TEST_F(ImportFormat, OfAFileThatIsGoneIsAnError) {
     options.path = folder / "gone.dat";
     EXPECT_THROW(frmIniDisplay(&main, options), RunTimeError);
 }
+
+}  // namespace tessel

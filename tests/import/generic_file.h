@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "import/generic_reader.h"
@@ -7,6 +8,8 @@
 
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 inline constexpr GenericLayout kThree = kGenericLayouts[4];       // X Y Ec1
 inline constexpr GenericLayout kThreeRow = kGenericLayouts[0];    // X Y Ec1 Row
@@ -57,3 +60,5 @@ class GenericFile : public testing::Test {
     GenericOptions options;
     Survey parameters;
 };
+
+}  // namespace tessel

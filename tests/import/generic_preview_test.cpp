@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/generic_preview.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -113,3 +116,5 @@ TEST(FileKindNotice, SaysWhatIsUnusual) {
     kind.isText = false;
     EXPECT_EQ(fileKindNotice(kind), "This is not a text file.");
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
-#include "app/run_time_error.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/run_time_error.h"
 #include "import/error_log.h"
 #include "import/generic_file.h"
 #include "rows/row_detection.h"
 
 #include <sys/stat.h>
+
+namespace tessel {
 
 TEST_F(GenericFile, InEachLayoutPutsItsColumnsInPlace) {
     for (const GenericLayout& layout : kGenericLayouts) {
@@ -244,3 +247,5 @@ TEST_F(GenericFile, ReadsALineOfManyMegabytes) {
     EXPECT_EQ(logOf("1," + std::string(5'000'000, 'y') + ",3"),
               "Line # 1 1 " + std::string(5'000'000, 'y') + " 3  -> non-numeric Y-coord data\r\n");
 }
+
+}  // namespace tessel

@@ -1,5 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the lines of a delimited file become records and values.
 #include "import/generic_file.h"
+
+namespace tessel {
 
 TEST_F(GenericFile, MayBeSeparatedByCommasBlanksOrTabs) {
     const std::string sites = "1 2 3;4 5 6;";
@@ -147,3 +150,5 @@ TEST_F(GenericFile, InUtf16IsReadAndLoggedInUtf8) {
         EXPECT_EQ(log(), "Line # 1 X \u00DCbersicht EC  -> non-numeric X-coord data\r\n");
     }
 }
+
+}  // namespace tessel

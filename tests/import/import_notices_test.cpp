@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/import_notices.h"
 
 #include "rows/row_detection.h"
@@ -6,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -266,3 +269,5 @@ TEST_F(ImportNotices, TellHowTheFileIsWritten) {
     EXPECT_EQ(linesOf(description())[1],
               "Format | UTF-16, semicolons and decimal commas, tabs between values, 2 header lines");
 }
+
+}  // namespace tessel

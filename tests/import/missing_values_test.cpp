@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lines from which values are missing: each is the right site or a line of the log, in every layout, wherever
 // the gap is and however many there are.
 #include "import/error_log.h"
@@ -9,6 +10,8 @@
 #include <random>
 #include <set>
 #include <sstream>
+
+namespace tessel {
 
 namespace {
 
@@ -128,3 +131,5 @@ TEST_P(MissingValues, OfRandomFieldsCostNoNeighbour) {
 }
 
 INSTANTIATE_TEST_SUITE_P(InEachLayout, MissingValues, testing::Range<std::size_t>(0, 8));
+
+}  // namespace tessel

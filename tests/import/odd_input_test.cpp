@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files as they come out of loggers, off broken cards and out of the wrong program: each is read, or refused
 // with a reason, and what has been read can be exported and read again.
-#include "app/numbers.h"
+#include "base/numbers.h"
 #include "export/transect_file.h"
 #include "import/generic_reader.h"
 #include "import/trimble_reader.h"
@@ -10,6 +11,8 @@
 
 #include <array>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -200,3 +203,5 @@ TEST_F(OddInput, MayHaveAnyNameThatTheSystemAllows) {
         EXPECT_FALSE(readFile(folder / ("out " + name)).empty());
     }
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/sensor_file_preview.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -37,3 +40,5 @@ TEST(SensorFilePreview, KeepsBytesAndCutsVeryLongLines) {
 TEST(SensorFilePreview, OfAFileThatIsGoneIsAnError) {
     EXPECT_THROW(previewSensorFile("/none/none.dat", 1), RunTimeError);
 }
+
+}  // namespace tessel

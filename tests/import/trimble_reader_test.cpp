@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/trimble_reader.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "import/error_log.h"
 #include "support/file_size_limit.h"
 #include "support/temporary_folder.h"
@@ -11,6 +12,8 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+
+namespace tessel {
 
 namespace {
 
@@ -499,3 +502,5 @@ TEST_F(TrimbleFile, OfThreeMillionSitesIsRead) {
     EXPECT_EQ(result.survey.NumRows, 1);
     EXPECT_EQ(result.survey.SiteData(kEM1, 2'999'999), 3);
 }
+
+}  // namespace tessel

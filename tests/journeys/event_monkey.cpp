@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Raw events in the real windows, without waiting for anything:
 //     event_monkey --seed N --events N
 // When it ends the program, the last events stand on standard error.
-#include "app/Guarded.h"
+#include "desktop/Guarded.h"
 #include "journeys/monkey/EventMonkey.h"
 
 #include <QCommandLineParser>
@@ -10,6 +11,8 @@
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -26,6 +29,10 @@ class Links : public QObject {
 };
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     qInstallMessageHandler(passOn);

@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What fails under the program's hands, in the real windows: it says what, where and why; the survey and the
 // files stay as they were; and the program goes on.
+#include "base/session.h"
 #include "support/FullDisk.h"
 #include "support/LoadedProgram.h"
 #include "support/UserDriver.h"
@@ -10,6 +12,8 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -266,3 +270,5 @@ TEST_F(Faults, MissingHelpDocumentsAreReported) {
     EXPECT_EQ(boxes.last().text.section(u'\n', 1), fromPath(folder / "helpdocs/hdoc101.rtf"));
     expectAllAsBefore();
 }
+
+}  // namespace tessel

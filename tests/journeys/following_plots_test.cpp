@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The view in the main window stays when the survey changes, and shows the survey as it has become.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
 #include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/frmClip.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/UserDriver.h"
@@ -20,6 +22,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -360,3 +364,5 @@ TEST_F(FollowingPlots, AndTheMapKeepTheirSurveyUntilALateClickOfTheRowDialogIsLe
     map.close();
     EXPECT_TRUE(QTest::qWaitFor([] { return theSurvey().NumSites == 6; }));
 }
+
+}  // namespace tessel

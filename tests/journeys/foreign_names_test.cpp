@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program, a survey and files whose names are not Unicode, because another system has written them: all of
 // it works, by choosing, typing, dropping and pasting, and every name can be read in what is shown.
-#include "app/FileNames.h"
+#include "base/session.h"
+#include "desktop/FileNames.h"
 #include "support/LoadedProgram.h"
 #include "support/UserDriver.h"
 
@@ -14,6 +16,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -155,3 +159,5 @@ TEST_F(ForeignNames, AreTakenForATextEditor) {
     chooseItem(*main, u"mnuEL"_s);
     EXPECT_EQ(whatIsOpened(note), place + "/error_log.dat");
 }
+
+}  // namespace tessel

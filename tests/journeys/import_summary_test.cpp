@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the main window says after an import, through the real windows.
-#include "app/FileDialogs.h"
-#include "app/TextEditor.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/TextEditor.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
@@ -16,6 +18,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -202,3 +206,5 @@ TEST_F(SummaryAfterAnImport, WarnsOfWhatASurveyorMustKnow) {
     EXPECT_TRUE(main->surveySummary->text().contains("33 % of the steps"_L1));
     EXPECT_TRUE(main->surveySummary->text().contains("one single row"_L1));
 }
+
+}  // namespace tessel

@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One survey on its way through the program, from the sensor file to the transect file, byte by byte.
-#include "app/FileDialogs.h"
-#include "app/TextEditor.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/TextEditor.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
@@ -12,6 +14,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -167,3 +171,5 @@ TEST_F(ImportToExport, WritesAnEmptyFileWhenNothingHasBeenImported) {
     exportTransectFile(*main, out);
     EXPECT_EQ(readFile(folder / "empty.txt"), "");
 }
+
+}  // namespace tessel

@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole program with a survey in memory and one of its windows open, for whoever wants to act upon it
 // from outside:
 //     loaded_program ITEM CONTROL
 // ITEM is the menu item that opens the window. When the window is active, its name and the place of the
 // middle of its CONTROL on the screen are printed, "frmAdjustData 312 417"; then the program runs until it is
 // ended.
-#include "app/Guarded.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/Guarded.h"
+#include "program/Program.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
 
@@ -18,6 +20,8 @@
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -33,6 +37,10 @@ void openWindow(frmMain& main, const QString& item, const QString& name) {
 }
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     Application application(argc, argv);

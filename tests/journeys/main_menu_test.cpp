@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the items of the main menu open, chosen in the whole program.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
 #include "plots/Chart2D.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/UserDriver.h"
@@ -18,6 +20,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -211,3 +215,5 @@ TEST_F(MainMenu, LetsHelpBeReadBesideEveryModalWindow) {
     clickThroughTheDesktop(control(shownWindow(u"frmHelpTesl"_s), u"Command2"_s));
     waitUntilClosed(u"frmHelpTesl"_s);
 }
+
+}  // namespace tessel

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Makes a language of the C library, in a folder that LOCPATH names afterwards.
 #   make_language.sh LANGUAGE FOLDER     (de_DE, ar_EG, ...)
 set -euo pipefail

@@ -1,10 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The states that the program goes through, and what can be chosen in each; and what the windows do to one
 // another.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
 #include "plots/Chart2D.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/PlotWindow.h"
@@ -22,6 +24,8 @@
 #include <numeric>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -283,3 +287,5 @@ TEST_F(MenuStates, TheCorrelationWindowSaysWhenASurveyOfOneReadingHasComeMeanwhi
     boxes.tell(u"This option is only available when 2 signal data columns are present."_s);
     chooseItem(*main, u"mnuSigCorr"_s);
 }
+
+}  // namespace tessel

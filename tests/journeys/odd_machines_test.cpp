@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Small displays, and long days of work.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
@@ -17,6 +19,8 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -121,3 +125,5 @@ TEST_F(OddMachines, DoNotRunOutOfMemoryBySixtyFourSurveys) {
     }
     EXPECT_LT(residentBytes() - afterFour, kMayGrow);
 }
+
+}  // namespace tessel

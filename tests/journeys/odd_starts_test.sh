@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Starts the real program on machines that are unlike a developer's. Each time it has to stay up until it is
 # ended, without a word of complaint.
 #   odd_starts_test.sh PROGRAM HELP_FOLDER LANGUAGES_FOLDER     (LANGUAGES_FOLDER has de_DE.UTF-8 and ar_EG.UTF-8)

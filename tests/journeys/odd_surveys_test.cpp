@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Odd sensor files on their way through the whole program: imported, looked at in every view, and exported.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
@@ -18,6 +20,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -160,3 +164,5 @@ TEST_F(OddSurveys, OfThreeMillionSitesGoAllTheWay) {
     lookAtEverything();
     exportAndCount();
 }
+
+}  // namespace tessel

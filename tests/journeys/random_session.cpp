@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Random acts in the real windows beside a plain model of the program:
 //     random_session --seed N --acts N
 // With --seed 0 every session of a thousand acts has the next seed, from 1 on.
-#include "app/Guarded.h"
+#include "desktop/Guarded.h"
 #include "journeys/random/RandomSession.h"
 
 #include <QCommandLineParser>
@@ -9,6 +10,8 @@
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -32,6 +35,10 @@ bool runSession(std::uint64_t seed, long acts, std::map<std::string, long>& made
 }
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     qInstallMessageHandler(passOn);

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program in a folder that its user may only read, as an administrator has copied it there: all of it
 // works that writes elsewhere, and what would write into the folder says so.
-#include "app/FileDialogs.h"
-#include "app/editor_settings.h"
 #include "app/frmMain.h"
-#include "app/program_directories.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/editor_settings.h"
+#include "program/Program.h"
+#include "program/program_directories.h"
 #include "support/ExpectedBoxes.h"
 #include "support/FullDisk.h"
 #include "support/Journeys.h"
@@ -19,6 +21,8 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -167,3 +171,5 @@ TEST_F(ReadOnlyProgram, ShowsItsHelpAndSaysThatItCannotWriteACopy) {
     clickOn(help, u"Command1"_s);
     help.close();
 }
+
+}  // namespace tessel

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the program does with a survey that falls into more rows than it holds.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
@@ -16,6 +18,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -162,3 +166,5 @@ TEST_F(RowsBeyondTheLimit, AreToldApartFromRowNumbersOfNoUse) {
     EXPECT_TRUE(invitation().startsWith(u"2 sites, with row numbers that are of no use\n"))
         << invitation().toStdString();
 }
+
+}  // namespace tessel

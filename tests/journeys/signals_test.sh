@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Ends the real program with signals: at rest, and while its exit question is open. It has to end by itself, with
 # status 0 and without a word.
 #   signals_test.sh PROGRAM

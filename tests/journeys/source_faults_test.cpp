@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What happens to a sensor file while the program has it in its hands, through the real windows of both
 // imports: they say what, where and why, and the survey and the error log stay as they were.
 #include "support/LoadedProgram.h"
@@ -15,6 +16,8 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -169,3 +172,5 @@ INSTANTIATE_TEST_SUITE_P(Of, SourceFaults, testing::Values(Import::Trimble, Impo
                          [](const auto& kind) {
                              return kind.param == Import::Trimble ? "TheTrimbleImport" : "TheGenericImport";
                          });
+
+}  // namespace tessel

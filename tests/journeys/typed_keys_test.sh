@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Types keys into real windows that run into a message box or a file dialog of their own, on a display with a
 # window manager, the second key so many milliseconds after the first. The program has to live, and to end only
 # when it is told to.

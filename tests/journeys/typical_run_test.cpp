@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The typical run as one journey through the real windows, beside a plain second implementation that derives
 // the file it must end with from the bytes of the sensor file.
-#include "app/FileDialogs.h"
-#include "app/PictureBox.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "drawing/PictureBox.h"
 #include "plots/Chart2D.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/PlotWindow.h"
@@ -21,6 +23,8 @@
 #include <sstream>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -287,3 +291,5 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<GenericSample>& sample) {
         return "Layout" + std::to_string(sample.index + 1);
     });
+
+}  // namespace tessel

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Whether the program asks before it ends, after an export and what has been done since.
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "app/survey_changes.h"
-#include "main.h"
+#include "base/session.h"
+#include "base/survey_changes.h"
+#include "desktop/FileDialogs.h"
 #include "plots/Chart2D.h"
 #include "plots/frmClip.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/PlotWindow.h"
@@ -16,6 +18,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -176,3 +180,5 @@ TEST_F(UnexportedEdits, AreAskedAboutAfterSitesAreDeletedOnTheMapOrRowsAreLostTh
     waitUntilClosed(u"frmClip"_s);
     expectAsked();
 }
+
+}  // namespace tessel

@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Drives the real windows through a typical run on a sample survey and keeps a picture of every window:
 //     varn-tessel-walkthrough SAMPLES FOLDER
 // leaves the exported transect file, the error log and the pictures in FOLDER.
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
-#include "app/PictureBox.h"
 #include "app/frmMain.h"
-#include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "drawing/PictureBox.h"
 #include "plots/Chart2D.h"
+#include "program/Program.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
 
@@ -19,6 +20,8 @@
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -198,6 +201,10 @@ class Walkthrough {
 };
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     Application application(argc, argv);

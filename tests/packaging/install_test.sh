@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the program into a folder and as a Debian package, and checks what a user would get.
 #   install_test.sh BUILD_FOLDER SOURCE_FOLDER     (a Release build)
 # A check whose tool is missing is left out, and the output says so.

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/Chart2D.h"
 
-#include "app/palette16.h"
-#include "app/run_time_error.h"
+#include "base/palette16.h"
+#include "base/run_time_error.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -20,6 +21,9 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
+
 using Axis = Chart2D::Axis;
 
 namespace {
@@ -800,3 +804,5 @@ TEST_F(Chart2DTest, FindsEveryPointWithinTheDistanceAskedFor) {
     EXPECT_EQ(chart.nearestPoint(kData, at + QPoint(40, 0), 3).point, -1);
     EXPECT_EQ(chart.nearestPoint(kData, at + QPoint(40, 0)).point, 1);
 }
+
+}  // namespace tessel

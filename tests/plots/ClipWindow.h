@@ -1,9 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/MessageBox.h"
-#include "app/Windows.h"
 #include "app/frmMain.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/MessageBox.h"
+#include "desktop/Windows.h"
 #include "plots/frmClip.h"
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
@@ -19,6 +21,8 @@
 #include <array>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 inline const QString kDeleteQuestion =
     u"This action will permanently delete all currently masked site.\n"
@@ -186,7 +190,7 @@ class ClipWindow : public testing::Test {
 
     QPoint pixel(double mapX, double mapY) { return window->picMapZoom->toPixel(mapX, mapY).toPoint(); }
     QPoint pixelOfSite(double x, double y) {
-        const MapExtent extent = ::SetMapScale(threeRows(), mapIsTrue);
+        const MapExtent extent = tessel::SetMapScale(threeRows(), mapIsTrue);
         return pixel(extent.mapX(x), extent.mapY(y));
     }
     bool mapIsTrue = false;
@@ -242,3 +246,5 @@ class ClipWindow : public testing::Test {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 };
+
+}  // namespace tessel

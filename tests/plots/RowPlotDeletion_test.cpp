@@ -1,7 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
+
 using Axis = Chart2D::Axis;
 
 TEST_F(RowPlots, DeleteSitesInEveryOrder) {
@@ -194,3 +198,5 @@ TEST_F(RowPlots, StayWhereADistanceBetweenTheSitesKeptHasASquareTooLarge) {
     EXPECT_EQ(changes, 1);
     EXPECT_TRUE(editor.isVisible());
 }
+
+}  // namespace tessel

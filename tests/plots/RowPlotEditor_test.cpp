@@ -1,10 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
 
+#include "base/session.h"
 #include "support/RowPlots.h"
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
+
 using Point = Chart2D::Point;
 using Axis = Chart2D::Axis;
 
@@ -344,3 +349,5 @@ TEST_F(RowPlots, OfferHelpByButtonAndByKey) {
     EXPECT_EQ(boxes.pending(), 0);
     theSession() = Session{};
 }
+
+}  // namespace tessel

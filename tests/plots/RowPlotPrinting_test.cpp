@@ -1,5 +1,7 @@
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
 #include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
 #include "support/temporary_folder.h"
@@ -8,6 +10,8 @@
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -111,3 +115,5 @@ TEST_F(RowPlots, PrintIntoAPdfFileWhereNoPrinterIsInstalled) {
     setFileResponder({});
     setDefaultPrinterName({});
 }
+
+}  // namespace tessel

@@ -1,7 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
+
 using Point = Chart2D::Point;
 
 TEST_F(RowPlots, ReadOutTheProfileUnderThePointer) {
@@ -255,3 +259,5 @@ TEST_F(RowPlots, LookCloserWithoutChangingTheLimits) {
     click("Command2");
     EXPECT_FALSE(profile.isZoomed());
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/CustomPlot.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/chart_views.h"
@@ -6,6 +7,8 @@
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -230,3 +233,5 @@ TEST_F(RowPlots, NameRowAndCountInAHeaderThatMustBeShortened) {
     map.setHeaderText(u"Row #1 (5 points)"_s);
     EXPECT_EQ(narrow, header());
 }
+
+}  // namespace tessel

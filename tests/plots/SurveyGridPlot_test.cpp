@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/SurveyGridPlot.h"
 
-#include "app/Guarded.h"
 #include "app/frmMain.h"
+#include "desktop/Guarded.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/plot_limits.h"
 #include "support/ExpectedBoxes.h"
@@ -13,6 +14,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -179,3 +182,5 @@ TEST_F(SurveyGrid, ReadsOutTheSiteUnderThePointer) {
     main.mnuGrid->trigger();  // a new plot has not been read yet
     EXPECT_EQ(chart.footerText(), QString());
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/axis_ticks.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -80,3 +83,5 @@ TEST(AxisTicks, StandAtTheEndsAloneWhereLabelsLeaveNoRoomForMore) {
     EXPECT_EQ(tickLabel(last, ticks), "5512001.1");
     EXPECT_FALSE(chooseTickStep(5512000.35, 5512001.15, room(170)).endsOnly);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_geometry.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +7,8 @@
 #include <limits>
 #include <map>
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -286,3 +289,5 @@ TEST(ChartGeometry, TheLineEndsAtTheLastPoint) {
     ASSERT_FALSE(lines.points.empty());
     EXPECT_EQ(lines.points.back(), (PixelPoint{map.pixelX(2048), map.pixelY(302.5)}));
 }
+
+}  // namespace tessel

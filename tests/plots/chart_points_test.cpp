@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_points.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -169,3 +172,5 @@ TEST(ChartPoints, AVisitReachesTheLastPointWhateverTheirNumber) {
         EXPECT_EQ(next, count + 1);
     }
 }
+
+}  // namespace tessel

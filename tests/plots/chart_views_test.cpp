@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_views.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 namespace {
 
@@ -107,3 +110,5 @@ TEST(ChartViews, ThatWereNotZoomedShowTheNewLimits) {
     EXPECT_FALSE(views.isZoomed());
     expectView(views, ChartViews::kX, 500, 900);
 }
+
+}  // namespace tessel

@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
+
+namespace tessel {
 
 namespace {
 
@@ -236,3 +239,5 @@ TEST_F(ClipWindow, SaysThatNoPointIsLeftWhenEverySiteWasDeleted) {
                      u"mnuDistance"_s, u"mnuGrid"_s, u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuClear"_s})
         EXPECT_FALSE(main.menuItem(item)->isEnabled()) << item.toStdString();
 }
+
+}  // namespace tessel

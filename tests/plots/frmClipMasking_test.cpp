@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
 #include "support/TextAtPaint.h"
 
@@ -5,6 +6,8 @@
 #include <QWheelEvent>
 
 #include <cmath>
+
+namespace tessel {
 
 TEST_F(ClipWindow, ChangesItsControlsWhenClippingIsSwitchedOnAndOff) {
     openOnFullMap();
@@ -266,3 +269,5 @@ TEST_F(ClipWindow, FollowsThePointerAsFastOverAMillionSitesAsOverAFew) {
     }
     EXPECT_LT(time.elapsed(), 4 * kMoves);
 }
+
+}  // namespace tessel

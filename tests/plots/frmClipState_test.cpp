@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
 
 #include <QWheelEvent>
+
+namespace tessel {
 
 namespace {
 
@@ -195,3 +198,5 @@ TEST_F(ClipWindowState, MasksNothingOutOfSightWhereADragLeavesTheMap) {
     boxes.ask(true, kExitQuestion);
     closeWindow();
 }
+
+}  // namespace tessel

@@ -1,8 +1,12 @@
-#include "app/CaptionColour.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
 #include "plots/ClipWindow.h"
 
 #include <QMap>
 #include <QSet>
+
+namespace tessel {
 
 TEST_F(ClipWindow, BearsTheNamesAndCaptionsOfItsControls) {
     open();
@@ -294,3 +298,5 @@ TEST_F(ClipWindow, OpensItsThreeHelpDocumentsAndTheFirstWithF1) {
     QTest::keyClick(window, Qt::Key_F1);
     EXPECT_EQ(boxes.pending(), 0);
 }
+
+}  // namespace tessel

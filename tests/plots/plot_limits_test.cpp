@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/plot_limits.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "rows/row_detection.h"
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
+
+namespace tessel {
 
 namespace {
 
@@ -128,3 +131,5 @@ TEST(PlotLimits, OfTheLastPlotAreShared) {
     EXPECT_EQ(thePlotLimits(), (PlotLimits{1, 2, 3, 4}));
     thePlotLimits() = {};
 }
+
+}  // namespace tessel

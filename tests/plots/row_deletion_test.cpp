@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_deletion.h"
 
-#include "plots/row_sites.h"
 #include "rows/row_detection.h"
+#include "rows/row_sites.h"
 #include "support/literal_deletion.h"
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -137,3 +140,5 @@ TEST(RowDeletion, EndsAsDeletingOneSiteAfterAnotherDoes) {
         }
     }
 }
+
+}  // namespace tessel

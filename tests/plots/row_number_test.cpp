@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_number.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 TEST(RowNumber, OfNothingTypedIsNotNumeric) {
     EXPECT_EQ(readRowNumber("", 3).outcome, RowNumber::NotNumeric);
@@ -31,3 +34,5 @@ TEST(RowNumber, ThatCannotBeUsedIsExplained) {
     EXPECT_EQ(rowNumberMessage(RowNumber::OutOfRange), "Invalid Input: row number out of range");
     EXPECT_EQ(rowNumberMessage(RowNumber::Valid), "");
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_plot_texts.h"
 
 #include "app/survey.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 TEST(RowPlotTexts, CountTheRowsPoints) {
     EXPECT_EQ(rowHeader(12, 345), "Sample Row Plot:  Row #12 (345 points)");
@@ -29,3 +32,5 @@ TEST(RowPlotTexts, NameTheAxes) {
     EXPECT_STREQ(coordinateTitle(kX), "X (meters)");
     EXPECT_STREQ(coordinateTitle(kY), "Y (meters)");
 }
+
+}  // namespace tessel

@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/row_selection.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 
 #include <gtest/gtest.h>
 
 #include <numeric>
+
+namespace tessel {
 
 namespace {
 
@@ -68,3 +71,5 @@ TEST(RowSelection, Holds101PointsAndNoMore) {
     EXPECT_EQ(selection.toggle(102, along), -1);
     EXPECT_EQ(selection.SelCount, 101);
 }
+
+}  // namespace tessel

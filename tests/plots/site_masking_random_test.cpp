@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/site_masking.h"
 #include "plots/site_records.h"
 #include "rows/row_detection.h"
@@ -7,6 +8,8 @@
 #include <algorithm>
 #include <random>
 #include <set>
+
+namespace tessel {
 
 // A second version, written plainly from the rules, on sites as records instead of columns.
 namespace plain {
@@ -104,3 +107,5 @@ TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomSurveys, testing::Range(1U, 201U));
+
+}  // namespace tessel

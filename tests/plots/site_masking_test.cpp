@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/site_masking.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "plots/site_records.h"
 #include "rows/row_detection.h"
 
@@ -8,6 +9,8 @@
 
 #include <cmath>
 #include <map>
+
+namespace tessel {
 
 namespace {
 
@@ -323,3 +326,5 @@ TEST(DrawingBlocks, CoverTheSurveyAndEndAtMultiplesOfAHundredSites) {
         EXPECT_EQ(next, sites);
     }
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <vector>
+
+namespace tessel {
 
 /// A site as a record, with its site ID number.
 struct Site {
@@ -36,3 +39,5 @@ inline std::vector<Site> recordsOf(const Survey& survey) {
                          survey.SiteIDPresent ? survey.SiteID[static_cast<std::size_t>(i)] : 0});
     return sites;
 }
+
+}  // namespace tessel

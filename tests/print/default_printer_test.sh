@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Prints through a real print system: starts a CUPS of its own with a PDF printer as the default printer, prints
 # three windows at 300, 600 and 1200 dpi, and compares what arrives.
 #     default_printer_test.sh PRINT_PAGES SAMPLES

@@ -1,16 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints the row plots, the histograms and the correlation of the sample survey on the default printer, at
 // each resolution:
 //     tessel_print_pages SAMPLES
 // It fails when the program asks for a PDF file instead, or says that something went wrong.
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
-#include "app/FileDialogs.h"
-#include "app/Guarded.h"
-#include "app/MessageBox.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
 #include "import/trimble_reader.h"
-#include "main.h"
+#include "program/Program.h"
 #include "support/UserDriver.h"
 
 #include <QPrinterInfo>
@@ -20,6 +22,8 @@
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -75,6 +79,10 @@ void printEverything(const QString& samples) {
 }
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 int main(int argc, char** argv) {
     Application application(argc, argv);

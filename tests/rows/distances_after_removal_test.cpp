@@ -1,11 +1,14 @@
-#include "app/site_removal.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_detection.h"
+#include "rows/site_removal.h"
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -85,3 +88,5 @@ TEST(SitesRemovedByIndex, AreThoseRemovedByMarks) {
 }
 
 }  // namespace
+
+}  // namespace tessel

@@ -1,8 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmDataEdit.h"
 
-#include "app/CaptionColour.h"
 #include "app/frmMain.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "base/session.h"
+#include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 #include "support/row_surveys.h"
 #include "support/temporary_folder.h"
@@ -15,6 +17,8 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -526,3 +530,5 @@ TEST_F(RowDialog, TellsEachDistanceThatIsTypedUntilItCloses) {
     dialog_->close();
     EXPECT_EQ(told, (Told{{0, -1}}));
 }
+
+}  // namespace tessel

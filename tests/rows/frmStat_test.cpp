@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmStat.h"
 
-#include "app/CaptionColour.h"
-#include "app/Windows.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "desktop/CaptionColour.h"
+#include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/row_surveys.h"
 
@@ -15,6 +16,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -263,3 +266,5 @@ TEST(RowStatisticsWindow, OfNoSiteIsEmpty) {
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 0"_s);
     EXPECT_EQ(window.Stats->model()->rowCount(), 0);
 }
+
+}  // namespace tessel

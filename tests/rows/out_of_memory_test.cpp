@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_adjustment.h"
 #include "plots/row_deletion.h"
 #include "plots/site_masking.h"
@@ -12,6 +13,8 @@
 #include <new>
 #include <optional>
 #include <vector>
+
+namespace tessel {
 
 // An act for which memory runs out is not done at all: the survey is the one before it, to the last entry.
 
@@ -115,3 +118,5 @@ TEST(OutOfMemory, LeavesRowsThatWereToBeFoundAnew) {
 TEST(OutOfMemory, LeavesRowsThatWereToBeJoined) {
     expectWholeOrNotAtAll([](Survey& survey) { Joint_Row(survey, 1, 2); });
 }
+
+}  // namespace tessel

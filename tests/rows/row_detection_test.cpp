@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_detection.h"
 
-#include "app/run_time_error.h"
+#include "base/run_time_error.h"
 #include "support/row_surveys.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -369,3 +372,5 @@ TEST(Extents, FindTheLargestWhereverItStands) {
         EXPECT_EQ(survey.MaxY, 60) << sites;
     }
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_editing.h"
 
 #include "support/row_surveys.h"
@@ -7,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+
+namespace tessel {
 
 namespace {
 
@@ -315,3 +318,5 @@ TEST(RecalculatingRows, FindsThoseOfALoggerThatNeverStoppedOnceItsTurnsAreGone) 
     Recalculate_Rows(survey, 1, kApart / 2.0);
     EXPECT_EQ(survey.NumRows, kPasses);
 }
+
+}  // namespace tessel

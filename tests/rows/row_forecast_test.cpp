@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_forecast.h"
 
 #include "rows/row_detection.h"
@@ -7,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <random>
+
+namespace tessel {
 
 namespace {
 
@@ -78,3 +81,5 @@ TEST(RowForecast, ChangesNothingInTheSurvey) {
     survey.SiteData(kX, 2) = 2;
     EXPECT_EQ(forecast.rows(5), 2);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_statistics.h"
 
 #include "support/row_surveys.h"
@@ -6,6 +7,8 @@
 
 #include <cmath>
 #include <limits>
+
+namespace tessel {
 
 TEST(RowStatistics, SumUpEachRow) {
     const Survey survey = surveyWithRows(
@@ -131,3 +134,5 @@ TEST(RowStatistics, AgreeWithPlainSumsOnRandomSurveys) {
         ASSERT_EQ(site, survey.NumSites);
     }
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/survey_invariants.h"
 
 #include "support/made_survey.h"
@@ -6,6 +7,8 @@
 
 #include <functional>
 #include <limits>
+
+namespace tessel {
 
 namespace {
 
@@ -38,3 +41,5 @@ TEST(SurveyInvariants, DoNotHoldForASurveyThatIsDamaged) {
         EXPECT_NE(brokenInvariant(survey).find(part), std::string::npos) << part;
     }
 }
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/ExpectedBoxes.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 ExpectedBoxes::ExpectedBoxes() {
     setMessageResponder([this](const MessageBox& box) { return respond(box); });
@@ -39,3 +42,5 @@ bool ExpectedBoxes::respond(const MessageBox& box) {
         EXPECT_EQ(box.text.toStdString(), wanted.box.text.toStdString());
     return wanted.answer;
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/MessageBox.h"
+#include "desktop/MessageBox.h"
 
 #include <QList>
+
+namespace tessel {
 
 /// Answers the program's message boxes for a test. A box that the test did not expect fails it, and so does
 /// an expected one that never came.
@@ -36,3 +39,5 @@ class ExpectedBoxes {
     QList<Expected> expected_;
     MessageBox last_;
 };
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <sys/resource.h>
+
+namespace tessel {
 
 /// No file that this process writes may grow beyond so many bytes while the object lives: a full disk for one
 /// process. What the system then sends is the program's to deal with.
@@ -18,3 +21,5 @@ class FullDisk {
   private:
     rlimit before_{};
 };
+
+}  // namespace tessel

@@ -1,9 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/ImportTest.h"
+
+#include "base/session.h"
 
 #include <QKeyEvent>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -87,3 +92,5 @@ void ImportTest::chooseFile(const std::string& path) {
         return fromPath(path);
     });
 }
+
+}  // namespace tessel

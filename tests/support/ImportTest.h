@@ -1,13 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
 #include <QLineEdit>
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 /// For tests of the import windows: a main window, a survey in memory that an import replaces or leaves
 /// alone, a folder for sensor files and error log, and no file dialog.
@@ -42,3 +45,5 @@ class ImportTest : public testing::Test {
     int fileDialogs_ = 0;
     FileQuestion lastQuestion_;
 };
+
+}  // namespace tessel

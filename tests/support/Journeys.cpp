@@ -1,10 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/Journeys.h"
 
-#include "app/FileDialogs.h"
 #include "app/frmMain.h"
+#include "desktop/FileDialogs.h"
 #include "support/UserDriver.h"
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -64,3 +67,5 @@ void exportTransectFile(frmMain& main, const QString& file, const QString& first
     accept(output, u"Command2"_s, look);
     waitUntilClosed(u"frmOutput"_s);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QString>
@@ -5,6 +6,9 @@
 #include <functional>
 
 class QWidget;
+
+namespace tessel {
+
 class frmMain;
 
 // The acts of a typical run, each through the real windows.
@@ -27,3 +31,5 @@ void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const Befor
 /// Exports the survey to `file`, with the row numbers beginning at `firstRow`.
 void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow = QStringLiteral("1"),
                         const BeforeAccepting& look = {});
+
+}  // namespace tessel

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
-#include "app/TextEditor.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
+#include "desktop/TextEditor.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/Journeys.h"
 #include "support/made_survey.h"
@@ -14,6 +16,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+
+namespace tessel {
 
 /// The program as it is after an import: its main window is shown, three sites are in memory, and the error
 /// log lies in a folder of its own. Whatever a test puts at the desktop's seams is gone afterwards.
@@ -45,3 +49,5 @@ class LoadedProgram {
     std::unique_ptr<frmMain> main;
     Survey before;
 };
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/PlotWindow.h"
 
 #include "app/frmMain.h"
@@ -7,6 +8,8 @@
 #include <QMouseEvent>
 #include <QTest>
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 void openSurvey(frmMain& main, const Survey& survey) {
     theSurvey() = survey;
@@ -53,3 +56,5 @@ std::vector<Chart2D::Point> pointsOf(const Chart2D& chart, Chart2D::Group group,
         points.push_back(chart.point(group, series, i));
     return points;
 }
+
+}  // namespace tessel

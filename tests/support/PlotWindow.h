@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 #include "plots/Chart2D.h"
 
 #include <vector>
+
+namespace tessel {
 
 class frmMain;
 
@@ -24,3 +27,5 @@ void clickPoint(Chart2D& chart, int series, qsizetype point);
 
 /// The points of a series, from point 1 on.
 std::vector<Chart2D::Point> pointsOf(const Chart2D& chart, Chart2D::Group group, int series);
+
+}  // namespace tessel

@@ -1,12 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
 
 #include <QAction>
 #include <QEvent>
 #include <QObject>
 #include <QWidget>
+
+namespace tessel {
 
 /// Notices which pointer a window has at the moment at which another widget appears: that of an action in the
 /// midst of its work.
@@ -43,3 +46,5 @@ inline Qt::CursorShape pointerWhilePrinting(QWidget& window, QAction& print) {
     setDefaultPrinterName({});
     return shape;
 }
+
+}  // namespace tessel

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/PrintedPdf.h"
 
-#include "app/FileDialogs.h"
-#include "app/Printing.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
 
 #include <QFileInfo>
 #include <QPrinter>
@@ -10,6 +11,8 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 PrintedPdf::PrintedPdf() {
     setDefaultPrinterName([] { return QString(); });
@@ -80,3 +83,5 @@ QRectF PrintedPdf::printableArea() {
     printer.setOutputFormat(QPrinter::PdfFormat);
     return printer.pageLayout().paintRect(QPageLayout::Point);
 }
+
+}  // namespace tessel

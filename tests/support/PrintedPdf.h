@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "support/temporary_folder.h"
@@ -6,6 +7,8 @@
 #include <QList>
 #include <QRectF>
 #include <QString>
+
+namespace tessel {
 
 /// Makes the program print onto a PDF file, as it does where no printer is installed, for as long as the
 /// object lives, and looks at what came out with poppler's tools.
@@ -46,3 +49,5 @@ class PrintedPdf {
     int questions_ = 0;
     bool cancels_ = false;
 };
+
+}  // namespace tessel

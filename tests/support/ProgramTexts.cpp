@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/ProgramTexts.h"
 
 #include "support/temporary_folder.h"
@@ -7,6 +8,8 @@
 #include <QXmlStreamReader>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -65,3 +68,5 @@ QSet<QString> programTexts(const QString& folder) {
     }
     return texts;
 }
+
+}  // namespace tessel

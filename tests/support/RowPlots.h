@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/Guarded.h"
 #include "app/frmMain.h"
+#include "desktop/Guarded.h"
 #include "plots/RowPlotEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
@@ -10,6 +11,8 @@
 
 #include <QTest>
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 // Three rows along X: five sites, one site, four sites driven back.
 inline Survey threeRowSurvey() {
@@ -127,3 +130,5 @@ class RowPlots : public testing::Test {
     int changes = 0;
     ExpectedBoxes boxes;
 };
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QEvent>
 #include <QLabel>
 #include <QStringList>
+
+namespace tessel {
 
 /// What a label says each time that a widget (it may be the label itself) is painted.
 class TextAtPaint : public QObject {
@@ -19,3 +22,5 @@ class TextAtPaint : public QObject {
   private:
     const QLabel& label_;
 };
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/UserDriver.h"
 
 #include <QAbstractButton>
@@ -10,6 +11,8 @@
 #include <QMenu>
 #include <QRadioButton>
 #include <QTest>
+
+namespace tessel {
 
 namespace {
 
@@ -85,3 +88,5 @@ void typeInto(QWidget& window, const QString& name, const QString& text) {
     QTest::keyClick(&box, Qt::Key_Delete);
     QTest::keyClicks(&box, text);
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QString>
 #include <QWidget>
 
 #include <stdexcept>
+
+namespace tessel {
 
 class frmMain;
 
@@ -39,3 +42,5 @@ void clickOn(QWidget& window, const QString& name);
 void pickItem(QWidget& window, const QString& name, int index);
 /// Replaces what stands in a box by typing.
 void typeInto(QWidget& window, const QString& name, const QString& text);
+
+}  // namespace tessel

@@ -1,10 +1,13 @@
-#include "app/Guarded.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/Guarded.h"
 #include "support/ExpectedBoxes.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdio>
+
+namespace tessel {
 
 namespace {
 
@@ -14,6 +17,10 @@ bool hasLanguage(const char* wanted) {
 }
 
 }  // namespace
+
+}  // namespace tessel
+
+using namespace tessel;
 
 // The windows' tests run without a display; whoever wants to watch sets QT_QPA_PLATFORM.
 int main(int argc, char** argv) {

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/failing_allocations.h"
 
 #include <cstdlib>
 #include <new>
+
+namespace tessel {
 
 namespace {
 
@@ -33,6 +36,10 @@ FailingAllocations::~FailingAllocations() {
 bool FailingAllocations::hasFailed() const {
     return failed;
 }
+
+}  // namespace tessel
+
+using namespace tessel;
 
 void* operator new(std::size_t size) {
     return allocate(size);

@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+
+namespace tessel {
 
 /// While one of these lives, so many allocations of this thread succeed and every later one throws
 /// std::bad_alloc, as on a computer without memory.
@@ -12,3 +15,5 @@ class FailingAllocations {
     /// Whether an allocation has failed since.
     bool hasFailed() const;
 };
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/file_calls.h"
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 #include <utility>
+
+namespace tessel {
 
 namespace {
 
@@ -155,3 +158,5 @@ int __wrap_fstatvfs(int file, struct statvfs* status) {
 }
 }
 // NOLINTEND(cert-dcl50-cpp)
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 /// A call to the system by the program's own code about a file.
 struct FileCall {
@@ -50,3 +53,5 @@ class WatchedFileCalls {
 
 /// Answers every call for a file without a name as a file system does that has none.
 std::optional<FileAnswer> noNamelessFiles(const FileCall& call);
+
+}  // namespace tessel

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <csignal>
 #include <sys/resource.h>
+
+namespace tessel {
 
 /// No file of this process may grow beyond this many bytes while the object lives: a full disk.
 class FileSizeLimit {
@@ -23,3 +26,5 @@ class FileSizeLimit {
     rlimit before_{};
     void (*handler_)(int) = SIG_DFL;
 };
+
+}  // namespace tessel

@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/literal_deletion.h"
 
 #include "rows/row_detection.h"
+
+namespace tessel {
 
 namespace {
 
@@ -40,3 +43,5 @@ void deleteOneByOne(Survey& survey, int row, std::vector<SiteIndex> points) {
     }
     if (numPoints == 0) Calculate_NumPoints(survey);
 }
+
+}  // namespace tessel

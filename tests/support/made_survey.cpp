@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/made_survey.h"
 
 #include "rows/row_detection.h"
 
 #include <gtest/gtest.h>
+
+namespace tessel {
 
 Survey madeSurvey(const std::vector<MadeSite>& sites) {
     Survey survey;
@@ -67,3 +70,5 @@ void expectSameSurvey(const Survey& actual, const Survey& expected) {
     EXPECT_EQ(actual.MinDistance, expected.MinDistance);
     expectSameDistances(actual, expected);
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <vector>
+
+namespace tessel {
 
 /// A site of a survey made up for a test. Rows must be numbered 1, 2, ... in order.
 struct MadeSite {
@@ -21,3 +24,5 @@ bool operator==(const MadeSite& a, const MadeSite& b);
 /// Fails the running test where two surveys differ in anything but the storage behind the last site: sites,
 /// IDs, rows, counts, distances and the measure chosen.
 void expectSameSurvey(const Survey& actual, const Survey& expected);
+
+}  // namespace tessel

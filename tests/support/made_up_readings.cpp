@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/made_up_readings.h"
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -66,3 +69,5 @@ Survey surveyWithLargeOffset() {
     }
     return survey;
 }
+
+}  // namespace tessel

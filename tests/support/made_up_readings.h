@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <functional>
 #include <vector>
+
+namespace tessel {
 
 /// A survey with one reading a site, in one row, at X = 0, 1, 2, ... and Y = 0.
 Survey surveyOfReadings(const std::vector<double>& em1);
@@ -21,3 +24,5 @@ std::vector<double> readingsOf(const Survey& survey, SiteColumn column);
 Survey surveyWithTies();
 Survey surveyAroundZero();
 Survey surveyWithLargeOffset();
+
+}  // namespace tessel

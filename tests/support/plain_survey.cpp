@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/plain_survey.h"
 
 #include <algorithm>
@@ -6,6 +7,8 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+
+namespace tessel {
 
 double PlainSurvey::distance(std::size_t i) const {
     if (i < 1 || i >= sites.size()) return 0;
@@ -236,3 +239,5 @@ PlainImport plainTrimbleImport(const std::string& bytes, const PlainTrimbleOptio
     if (!survey.empty()) import.tooManyRows = !findPlainRows(survey);
     return import;
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <array>
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 // A second, plain implementation of what happens to a survey, to compare the program with. It shares nothing
 // with the program: sites are records in a list, every rule is written out as a user would tell it, and
@@ -69,3 +72,5 @@ struct PlainImport {
 
 /// Imports the bytes of a fixed-column sensor file.
 PlainImport plainTrimbleImport(const std::string& bytes, const PlainTrimbleOptions& options);
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/reads.h"
 
 #include <gtest/gtest.h>
@@ -5,6 +6,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
+
+namespace tessel {
 
 namespace {
 
@@ -44,3 +47,5 @@ ssize_t __wrap_read(int file, void* buffer, std::size_t size) {
     return __real_read(file, buffer, size);
 }
 }
+
+}  // namespace tessel

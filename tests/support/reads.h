@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <functional>
+
+namespace tessel {
 
 /// Something that happens to a file while the program reads it, at a moment that a test can name: `act` is
 /// called with the file's descriptor before the program's own reading number `reading` (from 1, counted
@@ -19,3 +22,5 @@ class BeforeReading {
 /// From now on every reading from the file fails like that from a broken card: the process's memory is a file
 /// whose first bytes nobody can read.
 void breakDevice(int file);
+
+}  // namespace tessel

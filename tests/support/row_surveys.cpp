@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/row_surveys.h"
 
 #include "rows/row_detection.h"
+
+namespace tessel {
 
 bool operator==(const RowSite& a, const RowSite& b) {
     return a.x == b.x && a.y == b.y && a.em1 == b.em1 && a.em2 == b.em2 && a.row == b.row && a.id == b.id;
@@ -56,3 +59,5 @@ Survey randomRows(std::mt19937& random, int rows, int largestRow) {
                              static_cast<double>(row), static_cast<double>(sites.size()) + 1001});
     return surveyWithRows(sites);
 }
+
+}  // namespace tessel

@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <random>
 #include <vector>
+
+namespace tessel {
 
 /// A site of a survey made up for the rows' tests.
 struct RowSite {
@@ -25,3 +28,5 @@ bool operator==(const RowSite& a, const RowSite& b);
 /// Rows of one to `largestRow` sites, coordinates and readings at random, some sites at one place, the rows
 /// of the row column contiguous.
 Survey randomRows(std::mt19937& random, int rows, int largestRow);
+
+}  // namespace tessel

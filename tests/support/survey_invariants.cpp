@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/survey_invariants.h"
 
 #include "rows/row_detection.h"
 
 #include <cmath>
 #include <numeric>
+
+namespace tessel {
 
 namespace {
 
@@ -60,3 +63,5 @@ std::string brokenInvariant(const Survey& survey) {
         broken = brokenRows(survey);
     return broken;
 }
+
+}  // namespace tessel

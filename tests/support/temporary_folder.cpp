@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,8 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
+
+namespace tessel {
 
 TemporaryFolder::TemporaryFolder()
     : path_((std::filesystem::temp_directory_path() / "tessel-test-XXXXXX").string()) {
@@ -36,3 +39,5 @@ void writeFile(const std::string& path, std::string_view bytes) {
     file << bytes;
     EXPECT_TRUE(file.flush()) << path;
 }
+
+}  // namespace tessel

@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+namespace tessel {
 
 /// A folder that lives as long as the object.
 class TemporaryFolder {
@@ -26,3 +29,5 @@ std::size_t filesIn(const TemporaryFolder& folder);
 /// A file's bytes; fails the test when it cannot be read.
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view bytes);
+
+}  // namespace tessel

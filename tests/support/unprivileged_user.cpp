@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/unprivileged_user.h"
 
 #include <gtest/gtest.h>
@@ -5,6 +6,8 @@
 #include <grp.h>
 #include <sys/prctl.h>
 #include <unistd.h>
+
+namespace tessel {
 
 namespace {
 
@@ -31,3 +34,5 @@ UnprivilegedUser::~UnprivilegedUser() {
     EXPECT_TRUE(back) << "the test could not become root again";
     ::prctl(PR_SET_DUMPABLE, 1);
 }
+
+}  // namespace tessel

@@ -1,7 +1,10 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <sys/types.h>
 #include <vector>
+
+namespace tessel {
 
 /// While the object lives, this process is a user to whom nothing is open that is not open to everybody. Root
 /// could write into a read-only folder and read what nobody may read; tests of these need somebody else.
@@ -17,3 +20,5 @@ class UnprivilegedUser {
     bool wasRoot_;
     std::vector<gid_t> groups_;
 };
+
+}  // namespace tessel

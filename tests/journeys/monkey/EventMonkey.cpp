@@ -1,12 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/monkey/EventMonkey.h"
 
-#include "app/Printing.h"
-#include "app/TextEditor.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "base/session.h"
+#include "desktop/Printing.h"
+#include "desktop/TextEditor.h"
 #include "journeys/monkey/LastEvents.h"
 #include "journeys/monkey/odd_surveys.h"
-#include "main.h"
+#include "program/Program.h"
 #include "support/survey_invariants.h"
 
 #include <QApplication>
@@ -15,6 +17,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -149,3 +153,5 @@ QPoint EventMonkey::choosePlace() {
     return control->mapTo(control->window(),
                           QPoint(below(control->width() + 1), below(control->height() + 1)));
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "support/temporary_folder.h"
@@ -10,6 +11,8 @@
 #include <memory>
 #include <random>
 #include <string>
+
+namespace tessel {
 
 class frmMain;
 
@@ -80,3 +83,5 @@ class EventMonkey : public QObject {
     long wanted_ = 0, sent_ = 0, end_ = 0;  ///< events: in all, so far, at which the program begins anew
     std::string broken_;
 };
+
+}  // namespace tessel

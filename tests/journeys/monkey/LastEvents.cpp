@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/monkey/LastEvents.h"
 
 #include <array>
 #include <csignal>
 #include <cstring>
 #include <unistd.h>
+
+namespace tessel {
 
 // Where the sanitizers are linked in.
 extern "C" [[gnu::weak]] void __sanitizer_set_death_callback(void (*callback)());
@@ -55,3 +58,5 @@ void LastEvents::write() {
     for (std::size_t i = 0; i < kEvents; ++i)
         put(lines[(next + i) % kEvents]);
 }
+
+}  // namespace tessel

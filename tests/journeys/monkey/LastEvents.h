@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cstdio>
+
+namespace tessel {
 
 /// The last events of a run, told on standard error when the program crashes, hangs for minutes, or is
 /// stopped by a sanitizer: enough to see what led there, and to do it again.
@@ -15,3 +18,5 @@ class LastEvents {
     /// Writes the events, oldest first. May be called in a signal handler.
     static void write();
 };
+
+}  // namespace tessel

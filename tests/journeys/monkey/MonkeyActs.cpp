@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the monkey does. Events are only put into the queue here: what they lead to happens behind.
 #include "journeys/monkey/EventMonkey.h"
 
@@ -11,6 +12,8 @@
 #include <array>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -202,3 +205,5 @@ void EventMonkey::leave() {
         Desktop::handleEnterEvent(window_, choosePlace(), global(choosePlace()));
     ++sent_;
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/monkey/odd_surveys.h"
 
 #include "rows/row_editing.h"
@@ -5,6 +6,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+
+namespace tessel {
 
 namespace {
 
@@ -72,3 +75,5 @@ std::string delimitedFile(const Survey& survey) {
     }
     return text;
 }
+
+}  // namespace tessel

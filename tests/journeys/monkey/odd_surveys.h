@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "app/survey.h"
 
 #include <string>
+
+namespace tessel {
 
 /// How many odd surveys there are.
 inline constexpr int kOddSurveys = 10;
@@ -14,3 +17,5 @@ Survey oddSurvey(int number);
 
 /// The same sites as a delimited file: X, Y, one or two readings.
 std::string delimitedFile(const Survey& survey);
+
+}  // namespace tessel

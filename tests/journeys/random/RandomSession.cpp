@@ -1,13 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/random/RandomSession.h"
 
-#include "app/FileDialogs.h"
-#include "app/MessageBox.h"
-#include "app/Printing.h"
-#include "app/TextEditor.h"
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "main.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/MessageBox.h"
+#include "desktop/Printing.h"
+#include "desktop/TextEditor.h"
 #include "plots/RowPlotEditor.h"
+#include "program/Program.h"
 #include "support/UserDriver.h"
 
 #include <QApplication>
@@ -17,6 +19,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -258,3 +262,5 @@ bool RandomSession::choose(const QString& item, bool wantsRows) {
     chooseItem(*main_, item);
     return opens;
 }
+
+}  // namespace tessel

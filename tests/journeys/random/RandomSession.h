@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include "journeys/random/Reached.h"
@@ -17,8 +18,11 @@
 #include <string>
 #include <vector>
 
-class Chart2D;
 class QWidget;
+
+namespace tessel {
+
+class Chart2D;
 class RowPlotEditor;
 class frmMain;
 struct MessageBox;
@@ -301,3 +305,5 @@ void RandomSession::same(const std::string& what, const T& actual, const T& want
     if (actual == wanted) return;
     differ(what + " is " + std::to_string(actual) + ", expected " + std::to_string(wanted));
 }
+
+}  // namespace tessel

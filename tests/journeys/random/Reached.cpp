@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/random/Reached.h"
 
 #include <QAbstractButton>
@@ -9,6 +10,8 @@
 #include <QMenu>
 
 #include <algorithm>
+
+namespace tessel {
 
 namespace {
 
@@ -69,3 +72,5 @@ std::vector<std::string> Reached::missing() const {
                         std::back_inserter(missing));
     return missing;
 }
+
+}  // namespace tessel

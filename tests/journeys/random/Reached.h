@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <QObject>
@@ -7,6 +8,8 @@
 #include <vector>
 
 class QWidget;
+
+namespace tessel {
 
 /// Takes down which menu items, buttons and boxes of the program's windows are there and which of them have
 /// been used while the object lives, and what else is worth knowing that it has happened.
@@ -33,3 +36,5 @@ class Reached : public QObject {
 
     std::set<std::string> wanted_, used_;
 };
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
 #include "plots/Chart2D.h"
@@ -9,6 +10,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -249,3 +252,5 @@ void RandomSession::correlation() {
     else if (chance(50))
         pressKey(window, Qt::Key_Escape);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "journeys/random/RandomSession.h"
@@ -12,6 +13,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 // A closer look
 // ----------------------------------------------------------------------------------------------
@@ -145,3 +148,5 @@ void RandomSession::printRow() {
         [&] { byKey ? pressKey(*main_, Qt::Key_P, Qt::ControlModifier) : clickOn(*editor_, u"Command6"_s); });
     sameText("the footer after printing", editor_->Chart2D3->footerText(), footer);
 }
+
+}  // namespace tessel

@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "base/session.h"
 #include "journeys/random/RandomSession.h"
 #include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
@@ -12,6 +14,8 @@
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -181,3 +185,5 @@ void RandomSession::compareRowPlots() {
             differ("point " + std::to_string(k + 1) + " of the map differs");
     }
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
 #include "journeys/random/entries.h"
@@ -11,6 +12,9 @@
 #include <tuple>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
+
 using namespace entries;
 
 // The delimited file and its window.
@@ -212,3 +216,5 @@ void RandomSession::finishGenericImport(QWidget& window, GenericFile& file) {
                      "mnuGrid", "mnuStat", "mnuRow", "mnuAdjust", "mnuEL", "mnuSave"});
     leave(window, u"cmdCancel"_s);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
@@ -7,6 +8,8 @@
 #include <QMouseEvent>
 #include <QTest>
 #include <QWheelEvent>
+
+namespace tessel {
 
 namespace {
 
@@ -111,3 +114,5 @@ void RandomSession::wantSituations() {
                                         "a row dialog that has stayed open"})
         reached_.want(situation);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "journeys/random/RandomSession.h"
@@ -7,6 +8,8 @@
 #include <QTextBrowser>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 // Help documents
 // ---------------------------------------------------------------------------------------------
@@ -156,3 +159,5 @@ void RandomSession::tryToClose() {
         pressKey(*main_, Qt::Key_Q, Qt::ControlModifier);
     same("visible frmMain", main_->isVisible(), true);
 }
+
+}  // namespace tessel

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "journeys/random/RandomSession.h"
@@ -10,6 +11,9 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
+
 using namespace entries;
 
 namespace {
@@ -271,3 +275,5 @@ void RandomSession::importManyRows() {
                                               &RandomSession::reviewRows, &RandomSession::editRows});
     if (canPlotRows() && canPlotGrid() && difference_.empty()) (this->*view)();
 }
+
+}  // namespace tessel

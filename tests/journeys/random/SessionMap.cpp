@@ -1,6 +1,7 @@
-#include "app/PictureBox.h"
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
-#include "app/palette16.h"
+#include "base/palette16.h"
+#include "drawing/PictureBox.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
@@ -14,6 +15,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -377,3 +380,5 @@ void RandomSession::comparePicture(Map& map) {
             differ("the dot of site " + std::to_string(i) + " has another colour");
     }
 }
+
+}  // namespace tessel

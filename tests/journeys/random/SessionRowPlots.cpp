@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "journeys/random/RandomSession.h"
@@ -11,6 +12,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -300,3 +303,5 @@ void RandomSession::finishRowPlots() {
     plotsHidden();
     setMenus(true, {"mnuData"});
 }
+
+}  // namespace tessel

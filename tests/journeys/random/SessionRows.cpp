@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
@@ -7,6 +8,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -171,3 +174,5 @@ void RandomSession::recalculate(QWidget& dialog) {
     rowDialog_ = false;
     setMenus(true, {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid"});
 }
+
+}  // namespace tessel

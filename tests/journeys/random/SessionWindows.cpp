@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "journeys/random/RandomSession.h"
@@ -13,6 +14,8 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace tessel {
 
 namespace {
 
@@ -235,3 +238,5 @@ void RandomSession::clearScreen() {
     chooseItem(*main_, u"mnuClear"_s);
     plotsHidden();
 }
+
+}  // namespace tessel

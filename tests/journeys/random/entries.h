@@ -1,9 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 #include <cmath>
 #include <cstdio>
 #include <string>
 #include <vector>
+
+namespace tessel {
 
 // What the random session writes into files and types into boxes.
 
@@ -32,3 +35,5 @@ inline const std::vector<BadNumber> kBadNumbers = {{"abc", 0}, {"", 0},    {"12 
                                                    {"1,5", 1}, {"--3", 0}, {"5x", 5}};
 
 }  // namespace entries
+
+}  // namespace tessel

@@ -1,8 +1,0 @@
-#pragma once
-
-class QWidget;
-
-/// From now on the tab key reaches each group of option buttons in a window at the chosen one, whether it was
-/// chosen by hand or by the program, and arrow keys choose among them. A group without a choice is reached at
-/// every button.
-void tabToChosenOptions(QWidget& window);

@@ -1,8 +1,0 @@
-#pragma once
-
-#include <string>
-#include <string_view>
-
-/// The address that a field's instruction links to: HYPERLINK "address", or with the switch \l a place within
-/// the document or the target, which follows the sign #. Empty when the field is no link.
-std::string linkAddress(std::string_view instruction);

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/whole_numbers.h"
+
+#include <QPoint>
+#include <QRect>
+
+namespace tessel {
+
+// From places on a widget to its pixels. Unlike Qt's own conversions these take a place anywhere, also one
+// that a zoomed view has moved beyond the range of an int.
+
+/// The pixel that a place lies in.
+inline QPoint pixelAt(const QPointF& place) {
+    return {intBelow(place.x()), intBelow(place.y())};
+}
+
+/// The pixel corner nearest to a place.
+inline QPoint nearestPixel(const QPointF& place) {
+    return {nearestInt(place.x()), nearestInt(place.y())};
+}
+
+/// The smallest rectangle of whole pixels around another. Requires one that has been cut off at a widget.
+inline QRect pixelsAround(const QRectF& box) {
+    const QPoint corner = pixelAt(box.topLeft());
+    return {corner, QSize(intAbove(box.right()) - corner.x(), intAbove(box.bottom()) - corner.y())};
+}
+
+}  // namespace tessel

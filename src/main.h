@@ -1,9 +1,0 @@
-#pragma once
-
-#include <memory>
-
-class frmMain;
-
-/// The whole program but its event loop: the main window with every menu item joined to what it opens.
-/// Requires an application object and a session whose AppDir and DataDir are set.
-std::unique_ptr<frmMain> createProgram();

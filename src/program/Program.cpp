@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The whole program on one page: which window each menu item opens, and what follows when one has done
+// something.
+#include "program/Program.h"
+
+#include "analysis/LagDistancePlot.h"
+#include "analysis/applied_adjustments.h"
+#include "analysis/frmAdjustData.h"
+#include "analysis/frmHistForm.h"
+#include "analysis/frmSigCorrStruct.h"
+#include "app/HelpOpener.h"
+#include "app/InterfaceControls.h"
+#include "app/frmAbout.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "app/survey_facts.h"
+#include "app/survey_fingerprint.h"
+#include "base/run_time_error.h"
+#include "base/session.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "desktop/Windows.h"
+#include "desktop/editor_settings.h"
+#include "export/frmOutput.h"
+#include "import/TrimbleImport.h"
+#include "import/frmGeneric.h"
+#include "import/import_notices.h"
+#include "plots/RowPlotEditor.h"
+#include "plots/SurveyGridPlot.h"
+#include "plots/frmClip.h"
+#include "rows/frmDataEdit.h"
+#include "rows/frmStat.h"
+#include "rows/row_detection.h"
+
+#include <QScopeGuard>
+#include <QScreen>
+#include <QShortcut>
+
+#include <functional>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+class Program : public QObject {
+  public:
+    explicit Program(frmMain& window)
+        : QObject(&window),
+          main_(window),
+          import_(window),
+          rowEditor_(new RowPlotEditor(window)),
+          grid_(window),
+          lag_(window) {
+        joinFile();
+        joinEdit();
+        joinReviewAndPlot();
+        joinHelp();
+        connect(&import_, &TrimbleImport::imported, this,
+                [this](const ImportSummary& summary) { surveyReplaced(summary); });
+        connect(&import_, &TrimbleImport::tooManyRows, this, [this] { showRowDialog(); });
+        connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { followSurvey(); });
+        main_.describeWith([this] { return description(); });
+        connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
+            if (!imported_.path.empty()) main_.descriptionChanged();
+        });
+        connect(main_.surveySummary, &SurveySummary::logRequested, this,
+                guarded(&main_, [] { mnuEL_Click(); }));
+    }
+
+  private:
+    void joinFile() {
+        on(main_.mnuOpen, [this] { import_.mnuOpen_Click(); });
+        on(main_.mnuOpen2, [this] {
+            auto* const window = new frmGeneric(main_);
+            connect(window, &frmGeneric::imported, this,
+                    [this](const ImportSummary& summary) { surveyReplaced(summary); });
+            showModal(window);
+        });
+        on(main_.mnuSave, [this] {
+            auto* const window = new frmOutput(&main_);
+            connect(window, &frmOutput::exported, this,
+                    [this] { exported_ = surveyFingerprint(theSurvey()); });
+            showModal(window);
+        });
+    }
+
+    void joinEdit() {
+        on(main_.mnuIDEW, withSites([this] {
+               auto* const window = new frmClip(main_);
+               connect(window, &frmClip::surveyChanged, this, [this] { surveyChanged(); });
+               showModal(window);
+           }));
+        on(main_.mnuX, withRows([this] { rowEditor_->mnuX_Click(); }));
+        on(main_.mnuY, withRows([this] { rowEditor_->mnuY_Click(); }));
+        on(main_.mnuData, withSites([this] { showRowDialog(); }));
+        on(main_.mnuAdjust, withSites([this] {
+               auto* const window = new frmAdjustData(&main_);
+               connect(window, &frmAdjustData::readingsChanged, this, [this] { surveyChanged(); });
+               showModal(window);
+           }));
+    }
+
+    void joinReviewAndPlot() {
+        on(main_.mnuStat, withRows([this] { showAfresh(statistics_, new frmStat(&main_)); }));
+        on(main_.mnuEL, [this] { mnuEL_Click(); });
+        on(main_.mnuTrue_Dis, withSites([this] { lag_.mnuTrue_Dis_Click(); }));
+        on(main_.mnuX_Dis, withSites([this] { lag_.mnuX_Dis_Click(); }));
+        on(main_.mnuY_Dis, withSites([this] { lag_.mnuY_Dis_Click(); }));
+        on(main_.mnuGrid, withRows([this] { grid_.mnuGrid_Click(); }));
+        on(main_.mnuSigCorr, withSites([this] { mnuSigCorr_Click(); }));
+        on(main_.mnuHist, withSites([this] { showAfresh(histograms_, new frmHistForm(&main_)); }));
+        on(main_.mnuPlotHelp, [this] { openHelp(&main_, 111); });
+    }
+
+    void joinHelp() {
+        on(main_.mnuHelpAbout, [this] { showModal(new frmAbout(&main_)); });
+        on(main_.mnusetDTE, [this] { mnusetDTE_Click(&main_); });
+        on(main_.mnuDPI300, [this] { setResolution(mnuDPI300_Click); });
+        on(main_.mnuDPI600, [this] { setResolution(mnuDPI600_Click); });
+        on(main_.mnuDPI1200, [this] { setResolution(mnuDPI1200_Click); });
+        showResolution(*main_.mnuDPI300, *main_.mnuDPI600, *main_.mnuDPI1200);
+        on(main_.mnuHmain1, [this] { openHelp(&main_, 101); });
+        on(main_.mnuHmain2, [this] { openHelp(&main_, 102); });
+        on(main_.mnuHmain3, [this] { openHelp(&main_, 103); });
+        connect(new QShortcut(QKeySequence::HelpContents, &main_), &QShortcut::activated, this,
+                guarded(&main_, [this] { openHelp(&main_, helpOfView()); }));
+    }
+
+    void setResolution(void (*choose)(QWidget*)) {
+        // Chosen, the item has checked or unchecked itself.
+        const auto show =
+            qScopeGuard([this] { showResolution(*main_.mnuDPI300, *main_.mnuDPI600, *main_.mnuDPI1200); });
+        choose(&main_);
+    }
+
+    void mnuSigCorr_Click() {
+        if (theSurvey().TwoEMColumns)
+            showAfresh(correlation_, new frmSigCorrStruct(&main_));
+        else
+            tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
+    }
+
+    // Of each window that only shows there is one.
+    template <typename Window>
+    void showAfresh(QPointer<Window>& shown, Window* window) {
+        takeAway(shown);
+        shown = window;
+        showBeside(window);
+    }
+
+    void takeAwayRowDialog() {
+        takeAway(rowDialog_);
+        rowDialog_.clear();
+    }
+
+    // One that has been closed and still waits to be destroyed does not come up again.
+    bool rowDialogIsShown() const { return rowDialog_ && !rowDialog_->isHidden(); }
+
+    frmDataEdit* rowDialog() {
+        if (!rowDialogIsShown()) {
+            rowDialog_ = new frmDataEdit(main_);
+            connect(rowDialog_, &frmDataEdit::surveyChanged, this, [this] { surveyChanged(); });
+            connect(rowDialog_, &frmDataEdit::distanceTyped, &lag_,
+                    qOverload<int, std::optional<double>>(&LagDistancePlot::showTyped));
+        }
+        return rowDialog_;
+    }
+
+    // Not modal: the plots, which help to find a distance or a row, stay within reach. A window that edits
+    // the survey itself blocks the dialog like the main window.
+    void showRowDialog() {
+        const bool comesUp = !rowDialogIsShown();
+        frmDataEdit* const dialog = rowDialog();
+        if (comesUp) {
+            const QRect screen = main_.screen()->availableGeometry();
+            dialog->move(placedAtRight(main_.geometry(), dialog->sizeHint(), screen).topLeft());
+        }
+        showBeside(dialog);
+    }
+
+    void surveyReplaced(const ImportSummary& summary) {
+        imported_ = summary;
+        theAppliedAdjustments() = {};
+        takeAwayRowDialog();
+        main_.hidePlots();
+        followSurvey();
+    }
+
+    void surveyChanged() {
+        redrawView();
+        followSurvey();
+    }
+
+    // The view that is shown stays, unless it cannot show the survey any more.
+    void redrawView() {
+        for (PlotView* view : std::initializer_list<PlotView*>{rowEditor_, &grid_, &lag_})
+            if (view->isShown()) return redrawOrHide(*view);
+    }
+
+    void redrawOrHide(PlotView& view) {
+        bool drawn = false;
+        try {
+            drawn = view.redraw();
+        } catch (const RunTimeError&) {
+            // What a user can do about it is said when the view is chosen again.
+        }
+        if (!drawn) main_.hidePlots();
+    }
+
+    // Whatever has changed the survey, everything beside the view follows.
+    void followSurvey() {
+        noteUnexported();
+        describeSurvey();
+        if (rowDialog_) rowDialog_->followSurvey();
+        if (statistics_) statistics_->redraw();
+        if (histograms_) histograms_->redraw();
+        if (correlation_) correlation_->redraw();
+    }
+
+    // What has been exported is no longer the survey: the exit question is asked again.
+    void noteUnexported() {
+        bool& saved = theSession().DataSaved;
+        saved = saved && surveyFingerprint(theSurvey()) == exported_;
+    }
+
+    void describeSurvey() {
+        facts_.reset();
+        main_.descriptionChanged();
+    }
+
+    SurveyDescription description() {
+        if (!facts_) facts_ = surveyFacts(theSurvey());
+        return tessel::describeSurvey(theSurvey(), *facts_, imported_, main_.mnuEL->isEnabled());
+    }
+
+    int helpOfView() const {
+        if (rowEditor_->isVisible()) return 114;
+        return main_.lblInvitation->isVisible() ? 101 : 111;
+    }
+
+    void on(QAction* item, std::function<void()> action) {
+        connect(item, &QAction::triggered, this, guarded(&main_, std::move(action)));
+    }
+
+    std::function<void()> withSites(std::function<void()> action) {
+        return [this, action] {
+            if (theSurvey().NumSites > 0) return action();
+            tell(&main_, u"There is no more point left in the file!"_s);
+        };
+    }
+
+    // Without rows a view would draw nonsense: the user is told again and can give another distance.
+    std::function<void()> withRows(std::function<void()> action) {
+        return withSites([this, action] {
+            if (rowsAreUsable(theSurvey())) return action();
+            tell(&main_, QString::fromLatin1(kTooManyRows));
+            showRowDialog();
+        });
+    }
+
+    frmMain& main_;
+    TrimbleImport import_;
+    RowPlotEditor* const rowEditor_;  // owned by the main window
+    SurveyGridPlot grid_;
+    LagDistancePlot lag_;
+    std::uint64_t exported_ = 0;        // the survey as it was written last
+    ImportSummary imported_;            // of the import that the survey comes from
+    std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
+    QPointer<frmDataEdit> rowDialog_;
+    QPointer<frmStat> statistics_;
+    QPointer<frmHistForm> histograms_;
+    QPointer<frmSigCorrStruct> correlation_;
+};
+
+}  // namespace
+
+std::unique_ptr<frmMain> createProgram() {
+    auto main = std::make_unique<frmMain>();
+    new Program(*main);
+    return main;
+}
+
+}  // namespace tessel

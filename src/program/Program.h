@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+
+namespace tessel {
+
+class frmMain;
+
+/// The whole program but its event loop: the main window with every menu item joined to what it opens.
+/// Requires an application object and a session whose AppDir and DataDir are set.
+std::unique_ptr<frmMain> createProgram();
+
+}  // namespace tessel

@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/FileDialogs.h"
+
+#include "support/ExpectedBoxes.h"
+#include "support/temporary_folder.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+const QString kAllFiles = u"All Files (*.*)|*"_s;
+
+void clickAccept(QFileDialog* dialog) {
+    auto* const buttons = dialog->findChild<QDialogButtonBox*>();
+    for (auto* const button : buttons->buttons())
+        if (buttons->buttonRole(button) == QDialogButtonBox::AcceptRole) button->click();
+}
+
+// Types a name into the real dialog and accepts it. A box that comes up is answered with `answer`; a dialog
+// that is still there at the next look did not take the name and is cancelled.
+class DialogTypist : public QObject {
+  public:
+    explicit DialogTypist(const QString& name, QMessageBox::StandardButton answer = QMessageBox::Ok)
+        : name_(name), answer_(answer) {
+        QObject::connect(&timer_, &QTimer::timeout, this, [this] { look(); });
+        timer_.start(10);
+    }
+
+  private:
+    void look() {
+        QWidget* const active = QApplication::activeModalWidget();
+        if (auto* const box = qobject_cast<QMessageBox*>(active)) {
+            box->button(answer_)->click();
+        } else if (auto* const dialog = qobject_cast<QFileDialog*>(active); dialog && dialog->isVisible()) {
+            if (std::exchange(typed_, true)) return dialog->reject();
+            dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(name_);
+            // Not from within the timer's own event: a timer stands still while it is delivered.
+            QTimer::singleShot(0, dialog, [dialog] { clickAccept(dialog); });
+        }
+    }
+
+    QString name_;
+    QMessageBox::StandardButton answer_;
+    QTimer timer_;
+    bool typed_ = false;
+};
+
+}  // namespace
+
+TEST(FileDialogs, ShowTheDescriptionsAsTheyStand) {
+    EXPECT_EQ(nameFilters(u"Text Files (*.txt)|*.TXT|All Files (*.*)|*"_s),
+              (QStringList{u"Text Files (*.txt) (*.TXT)"_s, u"All Files (*.*) (*)"_s}));
+}
+
+TEST(FileDialogs, GiveTheFileThatWasNamed) {
+    TemporaryFolder folder;
+    writeFile(folder / "SURVEY.DAT", "x");
+    {
+        const DialogTypist typist(fromPath(folder / "SURVEY.DAT"));
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles).toStdString(), folder / "SURVEY.DAT");
+    }
+}
+
+TEST(FileDialogs, ShowSizesAndTimesWhole) {
+    TemporaryFolder folder;
+    writeFile(folder / "SURVEY.DAT", std::string(123456, 'x'));
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(fromPath(folder / ""));
+    int looked = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&looked] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible()) return;
+        const auto* const list = dialog->findChild<QTreeView*>(u"treeView"_s);
+        if (list->model()->rowCount(list->rootIndex()) == 0) return;
+        const auto* const columns = static_cast<const QAbstractItemView*>(list);
+        for (int column = 1; column < list->model()->columnCount(); ++column) {
+            const QModelIndex cell = list->model()->index(0, column, list->rootIndex());
+            EXPECT_GE(list->columnWidth(column), columns->sizeHintForIndex(cell).width()) << column;
+            ++looked;
+        }
+        dialog->reject();
+    });
+    timer.start(10);
+    EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    EXPECT_EQ(looked, 3);
+    QDir::setCurrent(before);
+}
+
+TEST(FileDialogs, RefuseAFileThatDoesNotExist) {
+    TemporaryFolder folder;
+    {
+        const DialogTypist typist(fromPath(folder / "nothing.dat"));
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    }
+}
+
+TEST(FileDialogs, RefuseADeviceAPipeAndAFileOfTheSystemsOwn) {
+    TemporaryFolder folder;
+    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const QString& path : {fromPath(folder / "pipe"), u"/dev/null"_s, u"/proc/self/status"_s}) {
+        ExpectedBoxes boxes;
+        boxes.tellBeginning(path + u" cannot be read: it is a device, a pipe"_s);
+        const DialogTypist typist(path);
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    }
+}
+
+// They close before the program hears of the choice, and have no widgets of Qt's.
+TEST(FileDialogs, OfTheDesktopEndWithAChoiceThatIsRefused) {
+    ExpectedBoxes boxes;
+    boxes.tellBeginning(u"/dev/null cannot be read: it is a device, a pipe"_s);
+    QTimer::singleShot(50, qApp, [] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto* const name = dialog->findChild<QLineEdit*>(u"fileNameEdit"_s);
+        name->setText(u"/dev/null"_s);
+        name->setObjectName(QString());
+        static_cast<QDialog*>(dialog)->accept();
+        EXPECT_FALSE(dialog->isVisible());
+        dialog->reject();
+    });
+    EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+}
+
+TEST(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
+    TemporaryFolder folder;
+    writeFile(folder / "a_file_without_a_known_kind", "x");
+    const auto lastRead = [&] {
+        struct stat status {};
+        ::stat((folder / "a_file_without_a_known_kind").c_str(), &status);
+        return status.st_atim.tv_sec;
+    };
+    // Long ago, which the next reading changes wherever times of reading are kept.
+    const timespec longAgo[2] = {{1000000, 0}, {2000000, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, (folder / "a_file_without_a_known_kind").c_str(), longAgo, 0), 0);
+    QTimer::singleShot(300, qApp, [&] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setDirectory(fromPath(folder.path()));
+        QTest::qWait(300);
+        EXPECT_FALSE(dialog->grab().isNull());
+        EXPECT_FALSE(dialog->isSizeGripEnabled());
+        dialog->reject();
+    });
+    EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    EXPECT_EQ(lastRead(), 1000000);
+}
+
+TEST(FileDialogs, AddNoExtensionToANameThatWasTyped) {
+    TemporaryFolder folder;
+    {
+        const DialogTypist typist(fromPath(folder / "out"));
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, u"Text Files (*.txt)|*.TXT"_s).toStdString(),
+                  folder / "out");
+    }
+}
+
+TEST(FileDialogs, AddASuffixThatIsGivenToANameWithoutOne) {
+    TemporaryFolder folder;
+    for (const QString& typed : {u"page"_s, u"page.pdf"_s}) {
+        const DialogTypist typist(fromPath(folder / typed.toStdString()));
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"pdf"_s).toStdString(), folder / "page.pdf");
+    }
+    const DialogTypist typist(fromPath(folder / "page.other"));
+    EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"pdf"_s).toStdString(), folder / "page.other");
+}
+
+TEST(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
+    TemporaryFolder folder;
+    writeFile(folder / "out.txt", "x");
+    {
+        const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::Yes);
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles).toStdString(), folder / "out.txt");
+    }
+    {
+        const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::No);
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
+    }
+}
+
+TEST(FileDialogs, TakeTypedNamesThatAreNotUnicode) {
+    TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "Gel\xE4nde");
+    const std::string file = folder / "Gel\xE4nde/fr\xFCh.dat";
+    writeFile(file, "x");
+    const QString address = QString::fromLatin1(QByteArray::fromStdString(file).toPercentEncoding("/"));
+    for (const QString& typed : {legible(fromPath(file)), fromPath(file), u"file://"_s + address}) {
+        const DialogTypist typist(typed);
+        EXPECT_EQ(toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles)), file);
+    }
+    for (const char* none : {"Gel\xE4nde/none\xFC.dat", "Gel\xE4nde", "none\xE4/out.dat"}) {
+        const DialogTypist typist(legible(fromPath(folder / none)));
+        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+    }
+    writeFile(folder / "früh.dat", "x");
+    const DialogTypist typist(u"file://"_s + fromPath(folder / "früh.dat"));
+    EXPECT_EQ(toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles)), folder / "früh.dat");
+}
+
+TEST(FileDialogs, AskBeforeAFileWhoseNameIsNotUnicodeIsReplaced) {
+    TemporaryFolder folder;
+    const std::string file = folder / "fr\xFCh.txt";
+    const QString typed = legible(fromPath(file));
+    {
+        const DialogTypist typist(typed, QMessageBox::No);
+        EXPECT_EQ(toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles)), file);  // there is none yet
+    }
+    writeFile(file, "x");
+    {
+        const DialogTypist typist(typed, QMessageBox::No);
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
+    }
+    {
+        const DialogTypist typist(typed, QMessageBox::Yes);
+        EXPECT_EQ(toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles)), file);
+    }
+}
+
+}  // namespace tessel

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/Printing.h"
+
+#include "base/run_time_error.h"
+#include "desktop/FileDialogs.h"
+#include "support/FullDisk.h"
+#include "support/temporary_folder.h"
+
+#include <QPainter>
+#include <QPrinter>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+class PrintingFailure : public testing::Test {
+  protected:
+    PrintingFailure() {
+        setDefaultPrinterName([this] { return printer; });
+        setFileResponder([this](const FileQuestion&) { return fromPath(target); });
+    }
+    ~PrintingFailure() override {
+        setFileResponder({});
+        setDefaultPrinterName({});
+    }
+
+    // Prints a page with much on it; gives the description of the error.
+    std::string failure() const {
+        try {
+            printPage(nullptr, u"page"_s, [](QPainter& painter, const QPrinter&) {
+                for (int i = 0; i < 20'000; ++i)
+                    painter.drawText((i * 7919) % 2000, (i * 104729) % 3000, QString::number(i));
+            });
+        } catch (const RunTimeError& error) {
+            return error.description();
+        }
+        return "no error";
+    }
+    void expectOldFileAlone() const {
+        EXPECT_EQ(readFile(folder / "page.pdf"), "old");
+        const std::filesystem::directory_iterator files(folder.path());
+        EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+    }
+
+    const TemporaryFolder folder;
+    std::string target = folder / "page.pdf";
+    QString printer;
+};
+
+}  // namespace
+
+TEST_F(PrintingFailure, WhenTheDiskIsFullLeavesTheOldFile) {
+    writeFile(target, "old");
+    std::string description;
+    {
+        const FullDisk limit(4'000);
+        description = failure();
+    }
+    EXPECT_EQ(description.find(target + " cannot be written: there is no room for the page in "), 0U)
+        << description;
+    expectOldFileAlone();
+}
+
+TEST_F(PrintingFailure, WhenTheTargetIsReadOnlyLeavesTheOldFile) {
+    writeFile(target, "old");
+    std::filesystem::permissions(target, std::filesystem::perms::owner_read);
+    EXPECT_EQ(failure(), target + " cannot be written: Permission denied");
+    expectOldFileAlone();
+}
+
+TEST_F(PrintingFailure, WhenTheTargetIsAFolderOrItsFolderIsGone) {
+    std::filesystem::create_directory(target);
+    EXPECT_EQ(failure(), target + " cannot be written: Is a directory");
+    target = folder / "gone/page.pdf";
+    EXPECT_EQ(failure(), target + " cannot be written: No such file or directory");
+}
+
+TEST_F(PrintingFailure, WhenThereIsNoFolderForTemporaryFilesLeavesTheOldFile) {
+    writeFile(target, "old");
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QByteArray::fromStdString(target));  // a file, and no folder
+    const std::string description = failure();
+    before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    EXPECT_EQ(description, target + " cannot be written: no folder for the page can be made in " + target);
+    expectOldFileAlone();
+}
+
+TEST_F(PrintingFailure, WhenThePrinterIsGoneNamesIt) {
+    printer = u"no-such-printer"_s;
+    const std::string description = failure();
+    EXPECT_NE(description, "no error");
+    EXPECT_EQ(description.find("no-such-printer cannot be printed on: "), 0U) << description;
+}
+
+TEST_F(PrintingFailure, IsNoneWhenTheFileCanBeWritten) {
+    EXPECT_EQ(failure(), "no error");
+    EXPECT_EQ(readFile(target).find("%PDF-"), 0U);
+}
+
+}  // namespace tessel

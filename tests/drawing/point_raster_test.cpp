@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "drawing/point_raster.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace tessel {
+
+namespace {
+
+constexpr std::uint32_t kWhite = 0xFFFFFFFFU;
+constexpr std::uint32_t kBlue = 0xFF0000FFU;
+
+struct Canvas {
+    Canvas(int w, int h)
+        : pixels(static_cast<std::size_t>((w + 3) * h), kWhite), raster{nullptr, w, h, w + 3} {
+        raster.pixels = pixels.data();
+    }
+    std::uint32_t at(int x, int y) const { return pixels[static_cast<std::size_t>(y * raster.stride + x)]; }
+    int count(std::uint32_t colour) const {
+        return static_cast<int>(std::count(pixels.begin(), pixels.end(), colour));
+    }
+    RasterMap map() const { return {1, 0, 1, 0, -9, -9, raster.width + 9.0, raster.height + 9.0}; }
+    void stamp(const Stamp& stamp, const std::vector<double>& x, const std::vector<double>& y,
+               const std::uint8_t* skip = nullptr, StampMarks* marks = nullptr) {
+        stampPoints(raster, map(), stamp, x.data(), y.data(), skip, x.size(), marks);
+    }
+    std::vector<std::uint32_t> pixels;
+    Raster raster;
+};
+
+}  // namespace
+
+TEST(PointRaster, APenOfOnePixelColoursThePixelThatHoldsThePoint) {
+    Canvas canvas(10, 8);
+    canvas.stamp(penStamp(1, 0x0000FF), {3.0, 4.99}, {2.0, 7.5});
+    EXPECT_EQ(canvas.at(3, 2), kBlue);
+    EXPECT_EQ(canvas.at(4, 7), kBlue);
+    EXPECT_EQ(canvas.count(kBlue), 2);
+}
+
+TEST(PointRaster, APenOfTwoPixelsIsABlockAroundThePoint) {
+    Canvas canvas(10, 8);
+    canvas.stamp(penStamp(2, 0x0000FF), {5.0}, {4.0});
+    for (const int x : {4, 5})
+        for (const int y : {3, 4})
+            EXPECT_EQ(canvas.at(x, y), kBlue) << x << "," << y;
+    EXPECT_EQ(canvas.count(kBlue), 4);
+}
+
+TEST(PointRaster, AWidePenIsADiscWithoutCorners) {
+    Canvas canvas(20, 20);
+    canvas.stamp(penStamp(5, 0x0000FF), {10.5}, {10.5});
+    EXPECT_EQ(canvas.at(10, 8), kBlue);
+    EXPECT_EQ(canvas.at(8, 8), kWhite);
+    EXPECT_EQ(canvas.count(kBlue), 21);
+}
+
+TEST(PointRaster, StampsAreCutOffAtEveryEdgeAndNeverWriteBesideTheRaster) {
+    Canvas canvas(10, 8);
+    const double far = 1e300;
+    canvas.stamp(penStamp(5, 0x0000FF), {0, 10, 5, 5, -40, 5, far, -far}, {4, 4, 0, 8, 4, 99, 4, 4});
+    EXPECT_EQ(canvas.at(0, 4), kBlue);
+    EXPECT_EQ(canvas.at(9, 4), kBlue);
+    EXPECT_EQ(canvas.at(5, 0), kBlue);
+    EXPECT_EQ(canvas.at(5, 7), kBlue);
+    for (int y = 0; y < 8; ++y)
+        for (int x = 10; x < 13; ++x)
+            EXPECT_EQ(canvas.at(x, y), kWhite) << "padding " << x << "," << y;
+}
+
+TEST(PointRaster, WhatIsNoFiniteNumberIsLeftOut) {
+    Canvas canvas(10, 8);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    canvas.stamp(penStamp(2, 0x0000FF), {nan, 4, 1e308, inf, -inf, 4}, {4, nan, 4, 4, 4, 1e308});
+    EXPECT_EQ(canvas.count(kWhite), static_cast<int>(canvas.pixels.size()));
+}
+
+TEST(PointRaster, MaskedPointsAreLeftOutWhateverTheWidthOfTheMask) {
+    const std::vector<double> x = {1, 4, 7};
+    const std::vector<double> y = {1, 4, 7};
+    const std::vector<std::uint8_t> narrow = {0, 1, 0};
+    const std::vector<std::int16_t> wide = {0, 256, 0};
+    Canvas first(10, 10);
+    first.stamp(penStamp(1, 0x0000FF), x, y, narrow.data());
+    Canvas second(10, 10);
+    stampPoints(second.raster, second.map(), penStamp(1, 0x0000FF), x.data(), y.data(), wide.data(), 3,
+                nullptr);
+    EXPECT_EQ(first.count(kBlue), 2);
+    EXPECT_EQ(first.at(4, 4), kWhite);
+    EXPECT_EQ(first.pixels, second.pixels);
+}
+
+TEST(PointRaster, TheMapTurnsCoordinatesIntoPixels) {
+    Canvas canvas(100, 100);
+    const RasterMap map{0.1, -43600, -0.1, 100, 0, 0, 100, 100};
+    const double x = 436123.0;
+    const double y = 250;
+    stampPoints(canvas.raster, map, penStamp(1, 0x0000FF), &x, &y, static_cast<const std::uint8_t*>(nullptr),
+                1, nullptr);
+    EXPECT_EQ(canvas.at(12, 75), kBlue);
+}
+
+TEST(PointRaster, ATranslucentPixelIsBlendedOncePerSeriesHoweverManyPointsFallThere) {
+    const std::uint32_t halfBlack = 0x80000000U;
+    const Stamp stamp = pictureStamp(1, &halfBlack);
+    Canvas once(4, 4);
+    once.stamp(stamp, {1.2}, {1.2});
+    EXPECT_EQ(once.at(1, 1), 0xFF7F7F7FU);
+    StampMarks marks;
+    Canvas often(4, 4);
+    marks.reset(4, 4);
+    often.stamp(stamp, {1.2, 1.4, 1.9}, {1.2, 1.1, 1.3}, nullptr, &marks);
+    EXPECT_EQ(often.at(1, 1), once.at(1, 1));
+    marks.nextSeries();
+    often.stamp(stamp, {1.2}, {1.2}, nullptr, &marks);
+    EXPECT_NE(often.at(1, 1), once.at(1, 1));
+}
+
+TEST(PointRaster, MarksTellMoreSeriesApartThanTheirNumbersHold) {
+    StampMarks marks;
+    marks.reset(1, 1);
+    for (int series = 0; series < 200000; ++series) {
+        EXPECT_TRUE(marks.take(0)) << series;
+        ASSERT_FALSE(marks.take(0)) << series;
+        marks.nextSeries();
+    }
+}
+
+TEST(PointRaster, MarkedAndUnmarkedStampingOfOpaqueSymbolsGiveTheSamePicture) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> place(-5, 45);
+    std::vector<double> x(3000), y(3000);
+    for (std::size_t i = 0; i < x.size(); ++i)
+        x[i] = place(random), y[i] = place(random);
+    Canvas plain(40, 40);
+    Canvas marked(40, 40);
+    StampMarks marks;
+    marks.reset(40, 40);
+    plain.stamp(penStamp(4, 0x0000FF), x, y);
+    marked.stamp(penStamp(4, 0x0000FF), x, y, nullptr, &marks);
+    EXPECT_EQ(plain.pixels, marked.pixels);
+}
+
+TEST(PointRaster, AHardEdgedStampHasNoTranslucentPixels) {
+    const std::uint32_t corner = 0x1F000000U;  // black, barely there
+    const std::uint32_t edge = 0xBB00005DU;    // half a blue, mostly there
+    const std::uint32_t limit = 0x80404040U;   // grey, half there
+    const std::uint32_t inside = 0xFF00007FU;
+    const std::vector<std::uint32_t> picture = {corner, edge, limit, inside};
+    const Stamp hard = hardEdged(pictureStamp(2, picture.data()));
+    EXPECT_EQ(hard.size, 2);
+    EXPECT_TRUE(hard.translucent.empty());
+    ASSERT_EQ(hard.opaque.size(), 3U);
+    EXPECT_EQ(hard.opaque[0].dx, 1);
+    EXPECT_EQ(hard.opaque[0].dy, 0);
+    EXPECT_EQ(hard.opaque[0].colour, 0xFF00007FU);
+    EXPECT_EQ(hard.opaque[1].dy, 1);
+    EXPECT_EQ(hard.opaque[1].dx, 0);
+    EXPECT_EQ(hard.opaque[1].colour, 0xFF808080U);
+    EXPECT_EQ(hard.opaque[2].colour, inside);
+}
+
+}  // namespace tessel

@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What holds for every window: names, captions, keys, help, room for the text.
+#include "analysis/frmAdjustData.h"
+#include "analysis/frmHistForm.h"
+#include "analysis/frmSigCorrStruct.h"
+#include "app/HelpOpener.h"
+#include "app/frmAbout.h"
+#include "app/frmHelpTesl.h"
+#include "app/frmMain.h"
+#include "app/survey.h"
+#include "base/session.h"
+#include "drawing/PictureBox.h"
+#include "export/frmOutput.h"
+#include "import/frmDataControl.h"
+#include "import/frmGeneric.h"
+#include "import/frmIniDisplay.h"
+#include "import/trimble_reader.h"
+#include "plots/Chart2D.h"
+#include "plots/frmClip.h"
+#include "program/Program.h"
+#include "rows/frmDataEdit.h"
+#include "rows/frmStat.h"
+#include "support/ExpectedBoxes.h"
+#include "support/made_survey.h"
+#include "support/temporary_folder.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDirIterator>
+#include <QRegularExpression>
+#include <QTest>
+#include <QXmlStreamReader>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+const QString kForms = QStringLiteral(TESSEL_SOURCE_DIR "/src");
+
+struct Window {
+    const char* name;
+    std::function<QWidget*(frmMain&)> open;
+    int help;  // the number of its help document
+};
+
+frmIniDisplay* openPreview(frmMain& main) {
+    TrimbleOptions options;
+    options.path = TESSEL_SOURCE_DIR "/samples/serpentine_two_readings.dat";
+    return new frmIniDisplay(&main, options);
+}
+
+const Window kWindows[] = {
+    {"frmMain", [](frmMain& main) { return &main; }, 101},
+    {"frmMain_rowPlots", [](frmMain& main) { return main.mnuX->trigger(), &main; }, 114},
+    {"frmMain_grid", [](frmMain& main) { return main.mnuGrid->trigger(), &main; }, 111},
+    {"frmAbout", [](frmMain& main) { return new frmAbout(&main); }, 101},
+    {"frmDataControl", [](frmMain& main) { return new frmDataControl(&main); }, 104},
+    {"frmIniDisplay", [](frmMain& main) { return openPreview(main); }, 105},
+    {"frmGeneric", [](frmMain& main) { return new frmGeneric(main); }, 106},
+    {"frmOutput", [](frmMain& main) { return new frmOutput(&main); }, 107},
+    {"frmClip", [](frmMain& main) { return new frmClip(main); }, 108},
+    {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(main); }, 112},
+    {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113},
+    {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102},
+    {"frmSigCorrStruct", [](frmMain& main) { return new frmSigCorrStruct(&main); }, 115},
+    {"frmHistForm", [](frmMain& main) { return new frmHistForm(&main); }, 116},
+};
+
+void PrintTo(const Window& window, std::ostream* out) {
+    *out << window.name;
+}
+
+QString visibleHelp() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* viewer = qobject_cast<frmHelpTesl*>(widget); viewer && viewer->isVisible())
+            return viewer->windowTitle();
+    return {};
+}
+
+QString titleOf(int document) {
+    const std::string source =
+        readFile(TESSEL_SOURCE_DIR "/docs/help/hdoc" + std::to_string(document) + ".md");
+    return QString::fromStdString(source.substr(2, source.find('\n') - 2));
+}
+
+// Everything that a user works with; not what Qt puts inside (scroll bars, the list of a combo box).
+QList<QWidget*> controlsOf(const QWidget& window) {
+    QList<QWidget*> controls;
+    for (QWidget* widget : window.findChildren<QWidget*>())
+        if (widget->window() == &window && !widget->objectName().isEmpty() &&
+            !widget->objectName().startsWith("qt_"_L1) && widget->focusPolicy() & Qt::TabFocus &&
+            !widget->inherits("QMenuBar"))
+            controls << widget;
+    return controls;
+}
+
+QChar mnemonicIn(const QString& text) {
+    static const QRegularExpression kMark(u"&([^& ])"_s);
+    const QRegularExpressionMatch match = kMark.match(text);
+    return match.hasMatch() ? match.captured(1).at(0).toUpper() : QChar();
+}
+
+// The texts with mnemonics that work side by side: Alt and the letter.
+QStringList textsWithKeys(const QWidget& window) {
+    QStringList texts;
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+        if (button->isVisible()) texts << button->text();
+    for (const QLabel* label : window.findChildren<QLabel*>())
+        if (label->isVisible() && label->buddy()) texts << label->text();
+    for (const QGroupBox* box : window.findChildren<QGroupBox*>())
+        if (box->isVisible()) texts << box->title();
+    if (const auto* bar = window.findChild<QMenuBar*>())
+        for (const QAction* menu : bar->actions())
+            texts << menu->text();
+    return texts;
+}
+
+void expectUniqueKeys(const QStringList& texts, const std::string& where) {
+    QHash<QChar, QString> taken;
+    for (const QString& text : texts) {
+        const QChar key = mnemonicIn(text);
+        if (key.isNull()) continue;
+        EXPECT_FALSE(taken.contains(key)) << where << ": Alt+" << QString(key).toStdString() << " is "
+                                          << taken[key].toStdString() << " and " << text.toStdString();
+        taken[key] = text;
+    }
+}
+
+class EveryWindow : public testing::TestWithParam<Window> {
+  protected:
+    EveryWindow() {
+        theSession() = Session{};
+        theSession().AppDir = TESSEL_SOURCE_DIR;
+        theSession().DataDir = folder_.path();
+        start();
+    }
+    ~EveryWindow() override {
+        for (QWidget* widget : QApplication::topLevelWidgets())
+            if (auto* viewer = qobject_cast<frmHelpTesl*>(widget)) viewer->close();
+        main.reset();
+        theSession() = saved_;
+        QApplication::setFont(font_);
+    }
+
+    void start() {
+        main.reset();
+        main = createProgram();
+        theSurvey() = madeSurvey({{100, 10, 20, 40, 1},
+                                  {110, 11, 30, 45, 1},
+                                  {120, 10, 25, 50, 1},
+                                  {140, 60, 33, 66, 2},
+                                  {150, 61, 31, 62, 2},
+                                  {160, 60, 12, 60, 2}});
+        main->menusFollow(MenuEvent::SitesImported);
+        main->move(0, 0);
+    }
+
+    // As the program shows it; the main window stands beneath nothing that is clicked.
+    void open() {
+        main->show();
+        window = GetParam().open(*main);
+        if (window != main.get()) {
+            main->hide();
+            window->show();
+        }
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    }
+
+    const Session saved_ = theSession();
+    const QFont font_ = QApplication::font();
+    const TemporaryFolder folder_;
+    ExpectedBoxes boxes;
+    std::unique_ptr<frmMain> main;
+    QWidget* window = nullptr;
+};
+
+TEST_P(EveryWindow, NamesEveryControlForThoseWhoCannotSeeIt) {
+    open();
+    for (QWidget* control : controlsOf(*window)) {
+        const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control);
+        ASSERT_NE(spoken, nullptr) << control->objectName().toStdString();
+        EXPECT_FALSE(spoken->text(QAccessible::Name).trimmed().isEmpty())
+            << control->objectName().toStdString();
+    }
+    for (const PictureBox* picture : window->findChildren<PictureBox*>())
+        EXPECT_FALSE(picture->accessibleName().isEmpty()) << picture->objectName().toStdString();
+    for (const Chart2D* chart : window->findChildren<Chart2D*>())
+        EXPECT_FALSE(chart->accessibleName().isEmpty()) << chart->objectName().toStdString();
+}
+
+// Of a group of option buttons Tab reaches the chosen one; the arrow keys lead to the others.
+TEST_P(EveryWindow, ReachesEveryControlWithTab) {
+    open();
+    QSet<const QWidget*> reached;
+    for (qsizetype i = 0; i <= controlsOf(*window).size() + 5; ++i) {
+        if (QWidget* focus = QApplication::focusWidget()) {
+            reached << focus;
+            QTest::keyClick(focus, Qt::Key_Tab);
+        } else {
+            QTest::keyClick(window, Qt::Key_Tab);
+        }
+    }
+    for (const QWidget* control : controlsOf(*window)) {
+        if (!control->isVisible() || !control->isEnabled()) continue;
+        const auto* option = qobject_cast<const QRadioButton*>(control);
+        if (option && !option->isChecked()) continue;
+        EXPECT_TRUE(reached.contains(control)) << control->objectName().toStdString();
+    }
+}
+
+TEST_P(EveryWindow, GivesAKeyWithAltToOneThingOnly) {
+    open();
+    expectUniqueKeys(textsWithKeys(*window), GetParam().name);
+    for (const QMenu* menu : window->findChildren<QMenu*>()) {
+        QStringList texts;
+        for (const QAction* item : menu->actions())
+            texts << item->text();
+        expectUniqueKeys(texts, menu->title().toStdString());
+    }
+}
+
+TEST_P(EveryWindow, HasOneDefaultButtonIfItIsADialog) {
+    open();
+    if (qobject_cast<QDialog*>(window) == nullptr) return;
+    int defaults = 0;
+    for (const QPushButton* button : window->findChildren<QPushButton*>())
+        defaults += button->isDefault();
+    EXPECT_EQ(defaults, 1);
+}
+
+TEST_P(EveryWindow, ClosesWithEscapeUnlessItIsTheMainWindow) {
+    open();
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(window->isVisible(), window == main.get());
+}
+
+TEST_P(EveryWindow, OpensItsHelpWithF1) {
+    open();
+    QWidget* const focus = QApplication::focusWidget();
+    QTest::keyClick(focus ? focus : window, Qt::Key_F1);
+    EXPECT_EQ(visibleHelp(), titleOf(GetParam().help) + u" - Help"_s);
+}
+
+// Texts that have less room than they ask for.
+QStringList clippedTexts(const QWidget& window) {
+    QStringList clipped;
+    const auto check = [&clipped](const QWidget& widget, const QSize& needed) {
+        const bool inside = widget.isVisible() && !widget.objectName().startsWith("qt_"_L1);
+        if (inside && (widget.width() < needed.width() || widget.height() < needed.height()))
+            clipped << widget.objectName();
+    };
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>())
+        check(*button, button->minimumSizeHint());
+    for (const QLabel* label : window.findChildren<QLabel*>())
+        check(*label,
+              label->wordWrap() ? QSize(1, label->heightForWidth(label->width())) : label->minimumSizeHint());
+    return clipped;
+}
+
+TEST_P(EveryWindow, FitsASmallScreen) {
+    open();
+    EXPECT_LE(window->width(), 1366);
+    EXPECT_LE(window->height(), 768);
+    EXPECT_EQ(clippedTexts(*window).join(u' ').toStdString(), "");
+}
+
+TEST_P(EveryWindow, HasRoomForItsTextsInLargeLetters) {
+    QFont large = font_;
+    large.setPointSize(14);
+    QApplication::setFont(large);
+    start();
+    open();
+    EXPECT_EQ(clippedTexts(*window).join(u' ').toStdString(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, EveryWindow, testing::ValuesIn(kWindows),
+                         [](const auto& one) { return one.param.name; });
+
+// Forms
+// ------------------------------------------------------------------------------------------------------
+
+QStringList namesIn(const QString& form) {
+    const std::string content = readFile(form.toStdString());
+    QXmlStreamReader xml(QByteArray::fromStdString(content));
+    QStringList names;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+        if (xml.name() == "widget"_L1 || xml.name() == "action"_L1)
+            names << xml.attributes().value("name"_L1).toString();
+    }
+    EXPECT_FALSE(xml.hasError()) << form.toStdString();
+    return names;
+}
+
+TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
+    static const QRegularExpression kName(u"^[A-Za-z][A-Za-z0-9_]*$"_s);
+    static const QSet<QString> kKeywords = {u"delete"_s, u"new"_s, u"default"_s, u"switch"_s, u"this"_s};
+    QDirIterator forms(kForms, {u"*.ui"_s}, QDir::Files, QDirIterator::Subdirectories);
+    int count = 0;
+    for (; forms.hasNext(); ++count) {
+        const QString form = forms.next();
+        QSet<QString> seen;
+        for (const QString& name : namesIn(form)) {
+            EXPECT_TRUE(kName.match(name).hasMatch() && !kKeywords.contains(name))
+                << form.toStdString() << ": " << name.toStdString();
+            EXPECT_FALSE(seen.contains(name)) << form.toStdString() << ": " << name.toStdString();
+            seen << name;
+        }
+        EXPECT_TRUE(form.endsWith(u'/' + namesIn(form).constFirst() + u".ui"_s)) << form.toStdString();
+    }
+    EXPECT_EQ(count, 14);
+}
+
+TEST(Menus, ShowTheStandardShortcuts) {
+    const auto main = createProgram();
+    EXPECT_EQ(main->mnuOpen->shortcut(), QKeySequence(u"Ctrl+O"_s));
+    EXPECT_EQ(main->mnuOpen2->shortcut(), QKeySequence(u"Ctrl+Shift+O"_s));
+    EXPECT_EQ(main->mnuSave->shortcut(), QKeySequence(u"Ctrl+S"_s));
+    EXPECT_EQ(main->mnuExit->shortcut(), QKeySequence(u"Ctrl+Q"_s));
+    EXPECT_EQ(frmHistForm().mnuPrint->shortcut(), QKeySequence(u"Ctrl+P"_s));
+    EXPECT_EQ(frmSigCorrStruct().mnuPrint->shortcut(), QKeySequence(u"Ctrl+P"_s));
+}
+
+}  // namespace
+
+}  // namespace tessel

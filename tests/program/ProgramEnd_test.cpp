@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/ProgramEnd.h"
+
+#include "app/frmMain.h"
+#include "base/session.h"
+#include "desktop/MessageBox.h"
+#include "support/ExpectedBoxes.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+const QString kExitQuestion =
+    u"Attention: you have not exported an output VARN data file yet!\n"
+    u"Are you sure that you wish to exit the program?"_s;
+
+class EndOfTheSession : public testing::Test {
+  protected:
+    EndOfTheSession() { theSession() = Session{}; }
+
+    SessionManager manager(bool interaction) {
+        return {[interaction] { return interaction; }, [this] { ++cancelled; }, [this] { ++released; }};
+    }
+
+    // Whether the program ends when the desktop tells it to quit.
+    bool quits() {
+        main.show();
+        bool ended = true;
+        QTimer::singleShot(0, qApp, [] {
+            QEvent quit(QEvent::Quit);
+            QApplication::sendEvent(qApp, &quit);
+        });
+        QTimer alarm;
+        QObject::connect(&alarm, &QTimer::timeout, qApp, [&] {
+            ended = false;
+            QApplication::exit();
+        });
+        alarm.start(200);
+        QApplication::exec();
+        return ended;
+    }
+
+    ExpectedBoxes boxes;
+    frmMain main;
+    ProgramEnd end{[this] { return main.mayLeave(); }};
+    int cancelled = 0;
+    int released = 0;
+};
+
+}  // namespace
+
+TEST_F(EndOfTheSession, AsksOnceAndThenLetsGo) {
+    boxes.ask(true, kExitQuestion);
+    end.commitSession(manager(true));
+    EXPECT_EQ(cancelled, 0);
+    EXPECT_EQ(released, 1);
+    EXPECT_TRUE(quits());
+}
+
+TEST_F(EndOfTheSession, StopsWhenTheAnswerIsNo) {
+    boxes.ask(false, kExitQuestion);
+    end.commitSession(manager(true));
+    EXPECT_EQ(cancelled, 1);
+    boxes.ask(false, kExitQuestion);
+    EXPECT_FALSE(quits());
+}
+
+TEST_F(EndOfTheSession, AsksNothingWhereThatIsNotAllowedAndNothingOfAnExportedSurvey) {
+    end.commitSession(manager(false));
+    EXPECT_TRUE(quits());
+    theSession().DataSaved = true;
+    end.commitSession(manager(true));
+    EXPECT_EQ(cancelled, 0);
+}
+
+TEST_F(EndOfTheSession, IsStoppedWhileTheExitQuestionIsOpen) {
+    int questions = 0;
+    setMessageResponder([&](const MessageBox&) {
+        ++questions;
+        end.commitSession(manager(true));
+        return false;
+    });
+    main.show();
+    EXPECT_FALSE(main.close());
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(cancelled, 1);
+}
+
+TEST_F(EndOfTheSession, LeavesTheMainWindowItsQuestion) {
+    boxes.ask(true, kExitQuestion);
+    end.commitSession(manager(true));
+    main.show();
+    boxes.ask(false, kExitQuestion);
+    EXPECT_FALSE(main.close());
+}
+
+TEST(ASignal, EndsTheProgramAndTheBoxThatIsOpen) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        const ProgramEnd end([] { return false; });
+        setMessageResponder({});
+        int answers = 0;
+        QTimer::singleShot(0, qApp, [&] {
+            QTimer::singleShot(50, qApp, [signal] { std::raise(signal); });
+            answers += ask(nullptr, u"Really?"_s) ? 0 : 1;
+            tell(nullptr, u"This one does not come up any more"_s);
+            answers += ask(nullptr, u"Nor this one"_s) ? 0 : 1;
+        });
+        QApplication::exec();
+        EXPECT_EQ(answers, 2);
+    }
+}
+
+TEST(ASignal, ThatWasIgnoredBeforeIsIgnored) {
+    std::signal(SIGHUP, SIG_IGN);
+    {
+        const ProgramEnd end([] { return true; });
+        std::raise(SIGHUP);
+        EXPECT_EQ(std::signal(SIGHUP, SIG_IGN), SIG_IGN);
+    }
+    std::signal(SIGHUP, SIG_DFL);
+}
+
+}  // namespace tessel

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "richtext/rich_text_tokens.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+using namespace std::string_view_literals;
+
+namespace tessel {
+
+namespace {
+
+std::vector<RichTextToken> tokensOf(std::string_view data) {
+    RichTextTokens tokens(data);
+    std::vector<RichTextToken> all;
+    for (auto token = tokens.next(); token.kind != RichTextToken::kEnd; token = tokens.next())
+        all.push_back(token);
+    return all;
+}
+
+RichTextToken onlyToken(std::string_view data) {
+    const auto all = tokensOf(data);
+    EXPECT_EQ(all.size(), 1u);
+    return all.empty() ? RichTextToken{} : all.front();
+}
+
+}  // namespace
+
+TEST(RichTextTokens, CutGroupsWordsAndText) {
+    const auto all = tokensOf("{\\b1 bold}text");
+    ASSERT_EQ(all.size(), 5u);
+    EXPECT_EQ(all[0].kind, RichTextToken::kOpen);
+    EXPECT_TRUE(all[1].isWord("b"));
+    EXPECT_EQ(all[2].text, "bold");
+    EXPECT_EQ(all[3].kind, RichTextToken::kClose);
+    EXPECT_EQ(all[4].text, "text");
+}
+
+TEST(RichTextTokens, TakeOneBlankAfterAWordAndKeepTheNext) {
+    EXPECT_EQ(tokensOf("\\b  x").at(1).text, " x");
+}
+
+TEST(RichTextTokens, ReadNegativeNumbersAndTellAMissingOne) {
+    EXPECT_EQ(onlyToken("\\fi-360").number, -360);
+    EXPECT_FALSE(onlyToken("\\b").hasNumber);
+    EXPECT_EQ(onlyToken("\\b").numberOr(1), 1);
+    EXPECT_EQ(onlyToken("\\b0").numberOr(1), 0);
+    EXPECT_EQ(tokensOf("\\b-x").at(1).text, "-x");
+}
+
+TEST(RichTextTokens, SaturateNumbers) {
+    EXPECT_EQ(onlyToken("\\li" + std::string(400, '9')).number, std::numeric_limits<int>::max());
+    EXPECT_EQ(onlyToken("\\li-99999999999").number, -std::numeric_limits<int>::max());
+}
+
+TEST(RichTextTokens, ReadHexadecimalBytes) {
+    EXPECT_EQ(onlyToken("\\'e9").number, 0xE9);
+    EXPECT_EQ(onlyToken("\\'E9").kind, RichTextToken::kByte);
+    EXPECT_EQ(tokensOf("\\'g1").at(0).kind, RichTextToken::kSymbol);
+    EXPECT_EQ(tokensOf("\\'g1").at(1).text, "g1");
+    EXPECT_EQ(onlyToken("\\'").kind, RichTextToken::kSymbol);
+}
+
+TEST(RichTextTokens, ReadSymbolsAndEscapedBraces) {
+    EXPECT_EQ(onlyToken("\\{").text, "{");
+    EXPECT_EQ(onlyToken("\\\\").text, "\\");
+    EXPECT_EQ(onlyToken("\\*").text, "*");
+}
+
+TEST(RichTextTokens, TakeAnEscapedLineBreakForAParagraph) {
+    EXPECT_TRUE(onlyToken("\\\n").isWord("par"));
+    EXPECT_TRUE(onlyToken("\\\r\n").isWord("par"));
+    EXPECT_TRUE(onlyToken("\\\t").isWord("tab"));
+}
+
+TEST(RichTextTokens, PassOverLineBreaksAndNulBytes) {
+    const auto all = tokensOf("a\r\nb\0c\0"sv);
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[2].text, "c");
+    EXPECT_TRUE(tokensOf("\0\0\0"sv).empty());
+}
+
+TEST(RichTextTokens, GiveABinaryBlockWhole) {
+    const auto all = tokensOf("\\bin4 {}\\\0x"sv);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].kind, RichTextToken::kBinary);
+    EXPECT_EQ(all[0].text, "{}\\\0"sv);
+    EXPECT_EQ(all[1].text, "x");
+}
+
+TEST(RichTextTokens, DoNotBelieveACountThatTheDataDoesNotHold) {
+    const auto all = tokensOf("\\bin2000000000 still here");
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].text, "");
+    EXPECT_EQ(all[1].text, "still here");
+    EXPECT_EQ(tokensOf("\\bin-5 x").at(1).text, "x");
+}
+
+TEST(RichTextTokens, EndAtALoneBackslash) {
+    EXPECT_TRUE(tokensOf("\\").empty());
+    EXPECT_TRUE(tokensOf("").empty());
+}
+
+TEST(RichTextTokens, EndWhateverTheBytesAre) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        for (const char before : {'\\', '{', 'a'})
+            all += {before, static_cast<char>(byte)};
+    EXPECT_LE(tokensOf(all).size(), all.size());
+}
+
+TEST(RichTextCharacters, StandForWordsAndSymbols) {
+    EXPECT_EQ(characterOfWord("emdash"), u'\u2014');
+    EXPECT_EQ(characterOfWord("tab"), u'\t');
+    EXPECT_EQ(characterOfWord("line"), u'\u2028');
+    EXPECT_EQ(characterOfWord("par"), 0);
+    EXPECT_EQ(characterOfSymbol('~'), u'\u00A0');
+    EXPECT_EQ(characterOfSymbol('_'), u'\u2011');
+    EXPECT_EQ(characterOfSymbol('|'), 0);
+}
+
+TEST(HexDigit, KnowsBothCases) {
+    EXPECT_EQ(hexDigit('0'), 0);
+    EXPECT_EQ(hexDigit('f'), 15);
+    EXPECT_EQ(hexDigit('A'), 10);
+    EXPECT_EQ(hexDigit('g'), -1);
+    EXPECT_EQ(hexDigit('/'), -1);
+}
+
+}  // namespace tessel
