@@ -86,10 +86,6 @@ QTextCharFormat RichTextTables::format(const RichTextCharacters& characters) con
     if (characters.capitals != QFont::MixedCase) format.setFontCapitalization(characters.capitals);
     if (const auto ink = colour(characters.colour); ink.isValid()) format.setForeground(ink);
     if (const auto ground = colour(characters.background); ground.isValid()) format.setBackground(ground);
-    if (characters.link > 0) {
-        format.setAnchor(true);
-        format.setAnchorHref(links.value(characters.link - 1));
-    }
     return format;
 }
 
@@ -109,7 +105,6 @@ QTextBlockFormat blockFormat(const RichTextParagraph& paragraph) {
     }
     const auto tabs = tabPositions(paragraph, left, first);
     if (!tabs.isEmpty()) format.setTabPositions(tabs);
-    if (paragraph.isHeading()) format.setHeadingLevel(std::min(paragraph.outlineLevel + 1, 6));
     return format;
 }
 

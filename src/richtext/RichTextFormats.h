@@ -22,7 +22,6 @@ struct RichTextCharacters {
     int halfPoints = 24;
     int colour = 0;      ///< number in the colour table; 0 is the reader's own
     int background = 0;  ///< the same
-    int link = 0;        ///< number of the link, 0 for none
     QTextCharFormat::UnderlineStyle underline = QTextCharFormat::NoUnderline;
     QTextCharFormat::VerticalAlignment position = QTextCharFormat::AlignNormal;
     QFont::Capitalization capitals = QFont::MixedCase;
@@ -43,13 +42,10 @@ struct RichTextParagraph {
     int after = 0;
     int lineHeight = 0;            ///< in 240ths of a line when proportional; 0 is the font's own
     bool proportional = false;     ///< else `lineHeight` is a length and not followed
-    int outlineLevel = -1;         ///< from 0; -1 is body text
     bool inTable = false;          ///< the paragraph belongs to a cell
     QList<QTextOption::Tab> tabs;  ///< positions in twips from the page's left edge
 
     QTextOption::TabType nextTab = QTextOption::LeftTab;
-
-    bool isHeading() const { return outlineLevel >= 0 && outlineLevel < 9; }
 };
 
 struct RichTextFont {
@@ -62,12 +58,11 @@ struct RichTextFont {
 bool apply(const RichTextToken& word, RichTextCharacters& characters);
 bool apply(const RichTextToken& word, RichTextParagraph& paragraph);
 
-/// The document's tables of fonts, colours and links, and the formats that refer to them. Numbers that no
-/// table knows mean the default.
+/// The document's tables of fonts and colours, and the formats that refer to them. Numbers that no table
+/// knows mean the default.
 struct RichTextTables {
     std::unordered_map<int, RichTextFont> fonts;
     QList<QColor> colours;  ///< an invalid one is the reader's own
-    QList<QString> links;   ///< addresses; characters refer to them by their position from 1
     int defaultFont = 0;
     CodePage codePage = CodePage::kWestern;
 

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -12,26 +10,11 @@ namespace {
 constexpr std::size_t kMostEntries = 4096;
 constexpr qsizetype kLongestName = 256;
 
-// Adds a character to a name; true when the name is complete.
-bool takeName(QString& name, unsigned char byte) {
-    if (byte == ';') return true;
-    if (name.size() < kLongestName) name += QChar(decode(CodePage::kWestern, byte));
-    return false;
-}
-
 QFont::StyleHint kindOfWord(std::string_view word) {
     if (word == "fswiss") return QFont::SansSerif;
     if (word == "froman") return QFont::Serif;
     if (word == "fmodern") return QFont::Monospace;
     return QFont::AnyStyle;
-}
-
-// The level of a style named "heading 1" and so on.
-int levelOfName(const QString& name) {
-    const auto prefix = u"heading "_s;
-    if (!name.startsWith(prefix, Qt::CaseInsensitive)) return -1;
-    const int level = name.mid(prefix.size()).toInt();
-    return level >= 1 && level <= 9 ? level - 1 : -1;
 }
 
 }  // namespace
@@ -48,8 +31,13 @@ void RichTextHeader::takeFontWord(const RichTextToken& word) {
     }
 }
 
-void RichTextHeader::takeFontByte(unsigned char byte) {
-    if (takeName(name_, byte)) endFont();
+void RichTextHeader::takeFontBytes(std::string_view bytes) {
+    for (const char byte : bytes) {
+        if (byte == ';')
+            endFont();
+        else if (name_.size() < kLongestName)
+            name_ += QChar(decode(CodePage::kWestern, static_cast<unsigned char>(byte)));
+    }
 }
 
 void RichTextHeader::endFont() {
@@ -66,8 +54,9 @@ void RichTextHeader::takeColourWord(const RichTextToken& word) {
     colourGiven_ = colourGiven_ || word.text == "red" || word.text == "green" || word.text == "blue";
 }
 
-void RichTextHeader::takeColourByte(unsigned char byte) {
-    if (byte == ';') endColour();
+void RichTextHeader::takeColourBytes(std::string_view bytes) {
+    for (const char byte : bytes)
+        if (byte == ';') endColour();
 }
 
 void RichTextHeader::endColour() {
@@ -75,33 +64,6 @@ void RichTextHeader::endColour() {
         tables_.colours << (colourGiven_ ? QColor(red_, green_, blue_) : QColor());
     red_ = green_ = blue_ = 0;
     colourGiven_ = false;
-}
-
-void RichTextHeader::takeStyleWord(const RichTextToken& word) {
-    if (word.text == "s") {
-        style_ = word.number;
-        styleLevel_ = -1;
-        name_.clear();
-    } else if (word.text == "outlinelevel") {
-        styleLevel_ = word.number;
-    }
-}
-
-void RichTextHeader::takeStyleByte(unsigned char byte) {
-    if (takeName(name_, byte)) endStyle();
-}
-
-void RichTextHeader::endStyle() {
-    const int level = styleLevel_ >= 0 ? styleLevel_ : levelOfName(name_.trimmed());
-    name_.clear();
-    if (level >= 0 && outlineLevels_.size() < kMostEntries) outlineLevels_[style_] = level;
-    style_ = 0;
-    styleLevel_ = -1;
-}
-
-int RichTextHeader::outlineLevel(int style) const {
-    const auto found = outlineLevels_.find(style);
-    return found != outlineLevels_.end() ? found->second : -1;
 }
 
 }  // namespace tessel

@@ -5,13 +5,11 @@
 #include "richtext/RichTextHeader.h"
 #include "richtext/RichTextPicture.h"
 #include "richtext/RichTextWriter.h"
-#include "richtext/rich_text_link.h"
 #include "richtext/rich_text_purpose.h"
 
 #include <QTextDocument>
 
 #include <algorithm>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -24,15 +22,7 @@ using Purpose = RichTextPurpose;
 // Deeper groups count as part of the group at this depth. Word processors stay below 50.
 constexpr std::size_t kDeepest = 500;
 constexpr int kMostStandIns = 16;  // characters that stand in for one Unicode character
-constexpr std::size_t kLongestInstruction = 4096;
-constexpr qsizetype kMostLinks = 65536;
 constexpr int kWidestPaper = 31680;
-
-template <class Action>
-void eachByte(std::string_view bytes, Action action) {
-    for (const char byte : bytes)
-        action(static_cast<unsigned char>(byte));
-}
 
 // Halves of characters whose other half is missing are replaced.
 QString wellFormed(QString text) {
@@ -50,14 +40,13 @@ QString wellFormed(QString text) {
 void setTabDistance(QTextDocument& document, int twips) {
     constexpr int kNarrowest = 100;
     auto option = document.defaultTextOption();
-    option.setTabStopDistance(pixels(std::clamp(twips, kNarrowest, kWidestPaper)));
+    option.setTabStopDistance(pixels(std::max(twips, kNarrowest)));
     document.setDefaultTextOption(option);
 }
 
 struct Group {
     Purpose purpose = Purpose::Body;
     bool optional = false;  // begins with \*: skipped unless its word is known
-    bool field = false;
     int unicodeSkip = 1;  // how many characters stand in for each Unicode character
     RichTextCharacters characters;
     RichTextParagraph paragraph;
@@ -73,21 +62,18 @@ class Reader {
     void take(const RichTextToken& token);
     void openGroup();
     void closeGroup();
-    void leave(const Group& closed);
     void enter(Purpose purpose);
     void takeWord(const RichTextToken& token);
     void takeSymbol(char symbol);
     void takeBytes(std::string_view bytes);
     void takeBodyWord(const RichTextToken& token);
     void takePictureWord(const RichTextToken& token);
-    bool applyProperties(const RichTextToken& token);
     bool applyStructure(const RichTextToken& token);
-    bool applyDocument(const RichTextToken& token);
+    void applyDocument(const RichTextToken& token);
     bool standsIn(char16_t character);
     void appendBytes(std::string_view bytes);
     void appendUnicode(int number);
     void append(char16_t unit);
-    void appendInstruction(std::string_view bytes);
     void appendPicture();
     void flush();
     void endParagraph();
@@ -106,7 +92,6 @@ class Reader {
     std::vector<Group> groups_{1};
     std::size_t tooDeep_ = 0;
     int toSkip_ = 0;  // characters that only stand in for the Unicode character before them
-    std::string instruction_;
     QString run_;  // text in one format, not yet handed on
     RichTextCharacters runCharacters_;
     RichTextParagraph lastParagraph_;  // that of the text taken last
@@ -154,7 +139,6 @@ void Reader::openGroup() {
     }
     groups_.push_back(Group(group()));
     group().optional = false;
-    group().field = false;
 }
 
 void Reader::closeGroup() {
@@ -165,26 +149,15 @@ void Reader::closeGroup() {
     }
     // One end too many is damage: what follows is read as if it had not been there.
     if (groups_.size() == 1) return;
-    const Group closed = std::move(groups_.back());
+    const Purpose closed = group().purpose;
     groups_.pop_back();
-    leave(closed);
-}
-
-void Reader::leave(const Group& closed) {
-    if (closed.purpose == group().purpose) return;
-    if (closed.purpose == Purpose::Picture) appendPicture();
-    if (closed.purpose != Purpose::FieldInstruction || !group().field) return;
-    const std::string address = linkAddress(instruction_);
-    if (address.empty() || tables_.links.size() >= kMostLinks) return;
-    tables_.links << QString::fromUtf8(address);
-    group().characters.link = static_cast<int>(tables_.links.size());
+    if (closed == Purpose::Picture && group().purpose != Purpose::Picture) appendPicture();
 }
 
 void Reader::enter(Purpose purpose) {
     // What stands within a part that is no text is no text either.
-    if (group().purpose == Purpose::Skipped || group().purpose == Purpose::FieldInstruction) return;
+    if (group().purpose == Purpose::Skipped) return;
     group().purpose = purpose;
-    if (purpose == Purpose::FieldInstruction) instruction_.clear();
     if (purpose == Purpose::Picture) picture_.begin();
 }
 
@@ -200,11 +173,9 @@ void Reader::takeWord(const RichTextToken& token) {
             return header_.takeFontWord(token);
         case Purpose::Colours:
             return header_.takeColourWord(token);
-        case Purpose::Styles:
-            return header_.takeStyleWord(token);
         case Purpose::Picture:
             return takePictureWord(token);
-        case Purpose::FieldInstruction:
+        case Purpose::Styles:
         case Purpose::Skipped:
             return;
     }
@@ -219,16 +190,9 @@ void Reader::takeBodyWord(const RichTextToken& token) {
     toSkip_ = 0;
     if (token.text == "u")
         appendUnicode(token.number);
-    else if (!applyProperties(token) && !row_.apply(token) && !applyStructure(token))
+    else if (!apply(token, group().characters) && !apply(token, group().paragraph) && !row_.apply(token) &&
+             !applyStructure(token))
         applyDocument(token);
-}
-
-bool Reader::applyProperties(const RichTextToken& token) {
-    if (token.text == "s") {
-        group().paragraph.outlineLevel = header_.outlineLevel(token.number);
-        return true;
-    }
-    return apply(token, group().characters) || apply(token, group().paragraph);
 }
 
 bool Reader::applyStructure(const RichTextToken& token) {
@@ -241,8 +205,6 @@ bool Reader::applyStructure(const RichTextToken& token) {
         endRow();
     else if (word == "nestcell")
         endParagraph();
-    else if (word == "field")
-        group().field = true;
     else if (word == "uc")
         group().unicodeSkip = std::clamp(token.number, 0, kMostStandIns);
     else
@@ -250,23 +212,15 @@ bool Reader::applyStructure(const RichTextToken& token) {
     return true;
 }
 
-bool Reader::applyDocument(const RichTextToken& token) {
+void Reader::applyDocument(const RichTextToken& token) {
     const auto word = token.text;
-    if (word == "deff")
-        tables_.defaultFont = token.number;
-    else if (word == "ansicpg")
-        tables_.codePage = codePageOfNumber(token.number);
-    else if (word == "deftab")
-        setTabDistance(document_, token.number);
-    else if (word == "paperw")
-        paperWidth_ = std::clamp(token.number, 0, kWidestPaper);
-    else if (word == "margl")
-        leftMargin_ = std::clamp(token.number, 0, kWidestPaper);
-    else if (word == "margr")
-        rightMargin_ = std::clamp(token.number, 0, kWidestPaper);
-    else
-        return false;
-    return true;
+    const int length = std::clamp(token.number, 0, kWidestPaper);
+    if (word == "deff") tables_.defaultFont = token.number;
+    if (word == "ansicpg") tables_.codePage = codePageOfNumber(token.number);
+    if (word == "deftab") setTabDistance(document_, length);
+    if (word == "paperw") paperWidth_ = length;
+    if (word == "margl") leftMargin_ = length;
+    if (word == "margr") rightMargin_ = length;
 }
 
 void Reader::takePictureWord(const RichTextToken& token) {
@@ -284,7 +238,6 @@ void Reader::takeSymbol(char symbol) {
         return;
     }
     const char16_t character = characterOfSymbol(symbol);
-    if (group().purpose == Purpose::FieldInstruction) appendInstruction({&symbol, 1});
     if (group().purpose == Purpose::Body && character != 0 && !standsIn(character)) append(character);
 }
 
@@ -292,16 +245,13 @@ void Reader::takeBytes(std::string_view bytes) {
     switch (group().purpose) {
         case Purpose::Body:
             return appendBytes(bytes);
-        case Purpose::FieldInstruction:
-            return appendInstruction(bytes);
         case Purpose::Picture:
             return picture_.addHexadecimal(bytes);
         case Purpose::Fonts:
-            return eachByte(bytes, [this](unsigned char byte) { header_.takeFontByte(byte); });
+            return header_.takeFontBytes(bytes);
         case Purpose::Colours:
-            return eachByte(bytes, [this](unsigned char byte) { header_.takeColourByte(byte); });
+            return header_.takeColourBytes(bytes);
         case Purpose::Styles:
-            return eachByte(bytes, [this](unsigned char byte) { header_.takeStyleByte(byte); });
         case Purpose::Skipped:
             return;
     }
@@ -344,10 +294,6 @@ void Reader::append(char16_t unit) {
         lastParagraph_ = group().paragraph;
     }
     run_ += QChar(character);
-}
-
-void Reader::appendInstruction(std::string_view bytes) {
-    if (instruction_.size() < kLongestInstruction) instruction_ += bytes;
 }
 
 void Reader::appendPicture() {

@@ -60,12 +60,6 @@ void addTab(Paragraph& p, const Token& token) {
     p.nextTab = QTextOption::LeftTab;
 }
 
-void plain(Characters& c, const Token&) {
-    const int link = c.link;
-    c = {};
-    c.link = link;
-}
-
 void setSize(Characters& c, const Token& token) {
     c.halfPoints = token.numberOr(24);
 }
@@ -76,7 +70,7 @@ using Words = std::unordered_map<std::string_view, void (*)(Properties&, const T
 const Words<Characters>& characterWords() {
     using Format = QTextCharFormat;
     static const Words<Characters> words = {
-        {"plain", plain},
+        {"plain", [](Characters& c, const Token&) { c = {}; }},
         {"f", setNumber<&Characters::font>},
         {"fs", setSize},
         {"b", set<&Characters::bold>},
@@ -126,7 +120,6 @@ const Words<Paragraph>& paragraphWords() {
         {"sa", setNumber<&Paragraph::after>},
         {"sl", setNumber<&Paragraph::lineHeight>},
         {"slmult", [](Paragraph& p, const Token& token) { p.proportional = token.number == 1; }},
-        {"outlinelevel", setNumber<&Paragraph::outlineLevel>},
         {"intbl", [](Paragraph& p, const Token& token) { p.inTable = on(token); }},
         {"tx", addTab},
         {"tqr", nextTab<QTextOption::RightTab>},

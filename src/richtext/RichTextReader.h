@@ -14,9 +14,9 @@ enum class RichTextResult {
 };
 
 /// Shows a rich text (RTF) file in a document, in place of what it held: text with its fonts, colours,
-/// indents and tab stops, lists as their marks, tables, links, and PNG and JPEG pictures. What is not
-/// known is passed over, and of a damaged file what can be read is shown: no bytes make it fail. The margins
-/// of the document's page stay as they are.
+/// indents and tab stops, lists as their marks, tables, and PNG and JPEG pictures; a link is its text. What
+/// is not known is passed over, and of a damaged file what can be read is shown: no bytes make it fail. The
+/// margins of the document's page stay as they are.
 ///
 /// Time and memory, also those that it takes to lay the document out, are in proportion to the number of
 /// bytes: what would take more (RichTextMeasure.h) is not read, and the document is empty then.

@@ -13,7 +13,6 @@ const std::unordered_map<std::string_view, RichTextPurpose>& purposes() {
         {"fonttbl", RichTextPurpose::Fonts},
         {"colortbl", RichTextPurpose::Colours},
         {"stylesheet", RichTextPurpose::Styles},
-        {"fldinst", RichTextPurpose::FieldInstruction},
         {"pict", RichTextPurpose::Picture},
         // Known, though optional.
         {"shppict", RichTextPurpose::Body},
@@ -30,6 +29,7 @@ const std::unordered_map<std::string_view, RichTextPurpose>& purposes() {
         {"footerl", RichTextPurpose::Skipped},
         {"footerr", RichTextPurpose::Skipped},
         {"footerf", RichTextPurpose::Skipped},
+        {"fldinst", RichTextPurpose::Skipped},
         {"footnote", RichTextPurpose::Skipped},
         {"annotation", RichTextPurpose::Skipped},
         {"listtable", RichTextPurpose::Skipped},

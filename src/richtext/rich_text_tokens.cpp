@@ -88,7 +88,7 @@ RichTextToken RichTextTokens::escape() {
     if (first == '\'') return hexByte();
     auto token = take(RichTextToken::kSymbol, 1);
     if (first == '\r' || first == '\n') token = {RichTextToken::kWord, "par"};
-    if (first == '\r' && !rest_.empty() && rest_.front() == '\n') rest_.remove_prefix(1);
+    if (first == '\r' && rest_.starts_with('\n')) rest_.remove_prefix(1);
     if (first == '\t') token = {RichTextToken::kWord, "tab"};
     return token;
 }
@@ -96,7 +96,7 @@ RichTextToken RichTextTokens::escape() {
 RichTextToken RichTextTokens::word() {
     auto token = take(RichTextToken::kWord, lengthWhile(rest_, isLetter));
     takeNumber(token);
-    if (!rest_.empty() && rest_.front() == ' ') rest_.remove_prefix(1);
+    if (rest_.starts_with(' ')) rest_.remove_prefix(1);
     if (token.text != "bin") return token;
     // A count that the data does not hold is damage: believing it would lose the rest of the document.
     const auto count = static_cast<std::size_t>(std::max(token.number, 0));
@@ -104,7 +104,7 @@ RichTextToken RichTextTokens::word() {
 }
 
 void RichTextTokens::takeNumber(RichTextToken& token) {
-    const bool negative = !rest_.empty() && rest_.front() == '-';
+    const bool negative = rest_.starts_with('-');
     const std::size_t sign = negative ? 1 : 0;
     const auto digits = lengthWhile(rest_.substr(sign), isDigit);
     if (digits == 0) return;

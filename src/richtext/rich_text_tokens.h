@@ -23,7 +23,6 @@ struct RichTextToken {
     bool hasNumber = false;
     int number = 0;  ///< saturates at the limits of int
 
-    bool isWord(std::string_view word) const { return kind == kWord && text == word; }
     int numberOr(int value) const { return hasNumber ? number : value; }
 };
 

@@ -265,19 +265,6 @@ TEST_F(HelpViewer, LetsItsTextBeSelectedAndCopied) {
     EXPECT_EQ(window->RTB1->toPlainText(), before);
 }
 
-TEST_F(HelpViewer, FollowsNoLinks) {
-    frmHelpTesl* window = open();
-    QTextCursor link = window->RTB1->document()->find(u"page"_s);
-    ASSERT_TRUE(link.charFormat().isAnchor());
-    const QPoint at = window->RTB1->cursorRect(link).center() - QPoint(6, 0);
-    const QString before = window->RTB1->toPlainText();
-    QTest::mouseClick(window->RTB1->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    EXPECT_EQ(window->RTB1->toPlainText(), before);
-    EXPECT_TRUE(window->RTB1->source().isEmpty());
-    EXPECT_FALSE(window->RTB1->textInteractionFlags() &
-                 (Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard));
-}
-
 TEST_F(HelpViewer, ScrollsWithTheKeyboard) {
     writeDocument(108, "{\\rtf1 Title\\par " + QByteArray("line\\par ").repeated(200) + "}");
     frmHelpTesl* window = open(108);
