@@ -11,7 +11,6 @@ class ElidedLabel : public QLabel {
   public:
     ElidedLabel(const QString& text, Qt::TextElideMode mode, QWidget* parent = nullptr);
 
-    const QString& wholeText() const { return whole_; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -55,34 +55,13 @@ void PictureBox::setScale(const Scale& scale) {
     Q_EMIT scaleChanged();
 }
 
-void PictureBox::setScale(double left, double top, double width, double height) {
-    setScale(Scale{left, top, width, height});
-}
-
 void PictureBox::clear() {
     picture().fill(Qt::white);
     update();
 }
 
-void PictureBox::drawPoint(double x, double y, int colour) {
-    // Turned upside down and back again: an extent has its large y up.
-    const double up = 1 - y;
-    drawPoints(&x, &up, static_cast<const std::uint8_t*>(nullptr), 1, Extent{}, colour);
-}
-
 void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
                             const Extent& extent, int colour) {
-    stampAll(x, y, skip, count, extent, colour);
-}
-
-void PictureBox::drawPoints(const double* x, const double* y, const std::int16_t* skip, qsizetype count,
-                            const Extent& extent, int colour) {
-    stampAll(x, y, skip, count, extent, colour);
-}
-
-template <class Skip>
-void PictureBox::stampAll(const double* x, const double* y, const Skip* skip, qsizetype count,
-                          const Extent& extent, int colour) {
     QImage& image = picture();
     const double resolution = image.devicePixelRatio();
     const Raster raster{reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
@@ -110,13 +89,6 @@ void PictureBox::drawLine(double x1, double y1, double x2, double y2, int colour
     // Upright and level lines are sharp without smoothing, others need it.
     painter.setRenderHint(QPainter::Antialiasing, x1 != x2 && y1 != y2);
     painter.drawLine(onCanvas(x1, y1), onCanvas(x2, y2));
-    update();
-}
-
-void PictureBox::drawRectangle(double x1, double y1, double x2, double y2, int colour) {
-    QPainter painter(&picture());
-    painter.setPen(QPen(colourOf(colour), penWidth_, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-    painter.drawRect(rectangle(x1, y1, x2, y2));
     update();
 }
 

@@ -39,26 +39,20 @@ class PictureBox : public QWidget {
     /// Draws nothing and does not ask for a redraw: who sets the scale draws afterwards. Emits scaleChanged()
     /// when it differs. Requires positive width and height, else nothing happens.
     void setScale(const Scale& scale);
-    void setScale(double left, double top, double width, double height);
 
     /// Whether the user may zoom and move the scale, as at first.
     void setZoomable(bool on) { zoomable_ = on; }
 
     /// In device-independent pixels, 1 at first; for points, lines and outlines.
     void setPenWidth(double pixels) { penWidth_ = pixels; }
-    double penWidth() const { return penWidth_; }
 
     void clear();
-    void drawPoint(double x, double y, int colour);
     /// Draws many points given in data units. Those whose entry in `skip` is not 0 are left out; `skip` may
     /// be null. Points that are not finite numbers or lie outside the box cost next to nothing.
     void drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
                     const Extent& extent, int colour);
-    void drawPoints(const double* x, const double* y, const std::int16_t* skip, qsizetype count,
-                    const Extent& extent, int colour);
     void drawLine(double x1, double y1, double x2, double y2, int colour);
     /// Two opposite corners, in any order.
-    void drawRectangle(double x1, double y1, double x2, double y2, int colour);
     void fillRectangle(double x1, double y1, double x2, double y2, int colour);
     /// Brings what has been drawn to the screen at once; without it, it appears with the next paint event.
     void refresh();
@@ -118,9 +112,6 @@ class PictureBox : public QWidget {
     QSizeF canvas() const;
     QPointF onCanvas(double x, double y) const;
     QRectF rectangle(double x1, double y1, double x2, double y2) const;
-    template <class Skip>
-    void stampAll(const double* x, const double* y, const Skip* skip, qsizetype count, const Extent& extent,
-                  int colour);
     void zoom(const QPointF& fixed, double factor);
     void move(double xPart, double yPart);
     void changeScaleByUser(const Scale& scale);

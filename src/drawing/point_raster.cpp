@@ -100,9 +100,8 @@ bool isPenPixel(int size, int x, int y) {
     return dx * dx + dy * dy <= size * size / 4.0;
 }
 
-template <class Skip>
 void writeStamps(const Raster& raster, const RasterMap& map, const PlacedStamp& placed, const double* x,
-                 const double* y, const Skip* skip, std::size_t count, StampMarks* marks) {
+                 const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
     const Stamp& stamp = placed.stamp();
     const int size = stamp.size;
     // From the centre of a point to the upper left corner of its stamp; `size` keeps the sum positive, so
@@ -140,9 +139,9 @@ bool isBlock(const Stamp& stamp, int size) {
 
 // The same as writeStamps() without marks, for blocks: nearly every point takes the way whose limits leave
 // room for a whole block, which then is written without looking again.
-template <int Size, class Skip>
+template <int Size>
 void stampBlocks(const Raster& raster, const RasterMap& map, const PlacedStamp& block, const double* x,
-                 const double* y, const Skip* skip, std::size_t count) {
+                 const double* y, const std::uint8_t* skip, std::size_t count) {
     constexpr double kToCorner = 0.5 + Size / 2.0;
     constexpr double kRounding = 1e-6;  // what is nearer to the far edges than this goes the careful way
     const double left = std::max(map.left, Size / 2.0 - 0.5);
@@ -163,15 +162,6 @@ void stampBlocks(const Raster& raster, const RasterMap& map, const PlacedStamp& 
         for (int dy = 0; dy < Size; ++dy, row += raster.stride)
             std::fill_n(row, Size, colour);
     }
-}
-
-template <class Skip>
-void stampFastest(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x,
-                  const double* y, const Skip* skip, std::size_t count, StampMarks* marks) {
-    const PlacedStamp placed(s, raster.stride);
-    if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, placed, x, y, skip, count);
-    if (marks == nullptr && isBlock(s, 2)) return stampBlocks<2>(raster, map, placed, x, y, skip, count);
-    writeStamps(raster, map, placed, x, y, skip, count, marks);
 }
 
 }  // namespace
@@ -224,12 +214,10 @@ void StampMarks::nextSeries() {
 
 void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
                  const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
-    stampFastest(raster, map, s, x, y, skip, count, marks);
-}
-
-void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
-                 const std::int16_t* skip, std::size_t count, StampMarks* marks) {
-    stampFastest(raster, map, s, x, y, skip, count, marks);
+    const PlacedStamp placed(s, raster.stride);
+    if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, placed, x, y, skip, count);
+    if (marks == nullptr && isBlock(s, 2)) return stampBlocks<2>(raster, map, placed, x, y, skip, count);
+    writeStamps(raster, map, placed, x, y, skip, count, marks);
 }
 
 }  // namespace tessel

@@ -69,7 +69,5 @@ class StampMarks {
 /// not 0 (`skip` may be null). Stamps are cut off at the raster's edges. `marks` may be null.
 void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& stamp, const double* x,
                  const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks);
-void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& stamp, const double* x,
-                 const double* y, const std::int16_t* skip, std::size_t count, StampMarks* marks);
 
 }  // namespace tessel

@@ -229,9 +229,4 @@ char* printNumber(char* out, double value) {
     return out;
 }
 
-std::string printedNumber(double value) {
-    std::array<char, kLongestNumber> text;
-    return {text.data(), printNumber(text.data(), value)};
-}
-
 }  // namespace tessel

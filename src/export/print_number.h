@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <string>
-
 namespace tessel {
 
 /// The most characters that printNumber writes.
@@ -14,8 +12,5 @@ inline constexpr int kLongestNumber = 24;
 /// zero is " 0 ". Requires a finite value and room for kLongestNumber characters; gives the end of what was
 /// written.
 char* printNumber(char* out, double value);
-
-/// The same as a text.
-std::string printedNumber(double value);
 
 }  // namespace tessel

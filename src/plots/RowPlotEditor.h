@@ -87,7 +87,6 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void redrawRow();
     void enableSteps(bool back, bool forward);
     void fillProfile();
-    void fillMap();
     void drawHighlights();
     void showHeader();
     void showEmptiedRow();

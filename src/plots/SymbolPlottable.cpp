@@ -158,7 +158,7 @@ void SymbolPlottable::stampSymbols(QCPPainter& painter, const PixelMap& pixels) 
         const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, edges, scale);
         for (const auto& [first, last] : shown)
             stampPoints(raster, map, stamp, points.x().data() + first, points.y().data() + first,
-                        static_cast<const std::uint8_t*>(nullptr), last - first, &marks_);
+                        nullptr, last - first, &marks_);
     }
     painter.save();
     painter.scale(1 / scale, 1 / scale);

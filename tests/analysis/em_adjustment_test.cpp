@@ -3,8 +3,8 @@
 
 #include "base/run_time_error.h"
 #include "base/session.h"
-#include "export/print_number.h"
 #include "support/made_up_readings.h"
+#include "support/printed_number.h"
 
 #include <gtest/gtest.h>
 

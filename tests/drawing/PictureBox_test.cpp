@@ -53,6 +53,12 @@ class PictureBoxTest : public testing::Test {
         QCoreApplication::sendEvent(&box, &event);
     }
 
+    // An extent has its large y up.
+    void drawPoint(double x, double y, int colour) {
+        const double up = 1 - y;
+        box.drawPoints(&x, &up, nullptr, 1, {}, colour);
+    }
+
     PictureBox box;
 };
 
@@ -69,19 +75,16 @@ TEST_F(PictureBoxTest, StartsWithTheUnitSquareOnWhitePaper) {
 
 TEST_F(PictureBoxTest, DrawsPointsLinesAndRectanglesOnItsScale) {
     show();
-    box.setScale(-0.05, -0.05, 1.1, 1.1);
+    box.setScale({-0.05, -0.05, 1.1, 1.1});
     box.fillRectangle(0.1, 0.9, 0.3, 0.7, kLightYellow);
     box.setPenWidth(2);
-    box.drawPoint(0.5, 0.5, kBlue);
+    drawPoint(0.5, 0.5, kBlue);
     box.drawLine(0.7, 1, 0.7, 0.2, kRed);
-    box.drawRectangle(0.8, 0.8, 0.9, 0.9, kGreen);
     const QImage image = grab();
     EXPECT_EQ(at(image, 0.2, 0.8), palette(kLightYellow));
     EXPECT_EQ(at(image, 0.5, 0.5), palette(kBlue));
     EXPECT_EQ(at(image, 0.7, 0.6), palette(kRed));
     EXPECT_EQ(at(image, 0.7, 0.1), palette(kBrightWhite));
-    EXPECT_EQ(at(image, 0.8, 0.85), palette(kGreen));
-    EXPECT_EQ(at(image, 0.85, 0.85), palette(kBrightWhite));
     box.clear();
     EXPECT_EQ(count(grab(), kBrightWhite), image.width() * image.height());
 }
@@ -89,7 +92,7 @@ TEST_F(PictureBoxTest, DrawsPointsLinesAndRectanglesOnItsScale) {
 TEST_F(PictureBoxTest, DotsAreSharpAtEveryDisplayScale) {
     show();
     box.setPenWidth(2);
-    box.drawPoint(0.5, 0.5, kBlue);
+    drawPoint(0.5, 0.5, kBlue);
     const QImage image = grab();
     const int side = qRound(2 * image.devicePixelRatio());
     EXPECT_GE(count(image, kBlue), side == 2 ? 4 : side * side - 4);
@@ -101,13 +104,13 @@ TEST_F(PictureBoxTest, ManyPointsFallWhereSinglePointsFall) {
     const std::vector<double> x = {436000, 436500, 437000, 436250};
     const std::vector<double> y = {100, 300, 200, 150};
     const PictureBox::Extent extent{436000, 437000, 100, 300};
-    box.setScale(-0.05, -0.05, 1.1, 1.1);
+    box.setScale({-0.05, -0.05, 1.1, 1.1});
     box.setPenWidth(2);
-    box.drawPoints(x.data(), y.data(), static_cast<const std::uint8_t*>(nullptr), 4, extent, kBlue);
+    box.drawPoints(x.data(), y.data(), nullptr, 4, extent, kBlue);
     const QImage many = grab();
     box.clear();
     for (std::size_t i = 0; i < x.size(); ++i)
-        box.drawPoint((x[i] - 436000) / 1000, 1 - (y[i] - 100) / 200, kBlue);
+        drawPoint((x[i] - 436000) / 1000, 1 - (y[i] - 100) / 200, kBlue);
     EXPECT_EQ(many, grab());
     EXPECT_EQ(at(many, 0.5, 0), palette(kBlue));
     EXPECT_EQ(at(many, 0, 1), palette(kBlue));
@@ -117,11 +120,11 @@ TEST_F(PictureBoxTest, MaskedPointsAreNotDrawn) {
     show();
     const std::vector<double> x = {0.25, 0.75};
     const std::vector<double> y = {0.5, 0.5};
-    const std::vector<std::int16_t> wide = {0, 1};
-    const std::vector<std::uint8_t> narrow = {1, 0};
+    const std::vector<std::uint8_t> second = {0, 1};
+    const std::vector<std::uint8_t> first = {1, 0};
     box.setPenWidth(2);
-    box.drawPoints(x.data(), y.data(), wide.data(), 2, {}, kBlue);
-    box.drawPoints(x.data(), y.data(), narrow.data(), 2, {}, kRed);
+    box.drawPoints(x.data(), y.data(), second.data(), 2, {}, kBlue);
+    box.drawPoints(x.data(), y.data(), first.data(), 2, {}, kRed);
     const QImage image = grab();
     EXPECT_EQ(at(image, 0.25, 0.5), palette(kBlue));
     EXPECT_EQ(at(image, 0.75, 0.5), palette(kRed));
@@ -145,7 +148,7 @@ TEST_F(PictureBoxTest, TheRubberBandLeavesThePictureAsItWas) {
 
 TEST_F(PictureBoxTest, ReportsThePointerInItsScale) {
     show();
-    box.setScale(0.5, -0.05, 0.55, 0.55);
+    box.setScale({0.5, -0.05, 0.55, 0.55});
     QSignalSpy moved(&box, &PictureBox::pointerMoved);
     QSignalSpy pressed(&box, &PictureBox::pointerPressed);
     QTest::mouseMove(&box, QPoint(200, 50));
@@ -171,7 +174,7 @@ TEST_F(PictureBoxTest, TheWheelZoomsAroundThePointer) {
 }
 
 TEST_F(PictureBoxTest, ZoomingHasLimitsAndKeepsTheShape) {
-    box.setScale(0, 0, 1, 0.2);
+    box.setScale({0, 0, 1, 0.2});
     for (int i = 0; i < 200; ++i)
         wheel({100, 50}, 600);
     EXPECT_GE(box.scale().height, 0.99e-6);
@@ -194,14 +197,14 @@ TEST_F(PictureBoxTest, KeepsItsScaleWhereItMayNotBeZoomed) {
     QTest::mouseRelease(&box, Qt::RightButton, Qt::NoModifier, QPoint(240, 80));
     EXPECT_EQ(box.scale(), PictureBox::Scale{});
     EXPECT_EQ(redraw.count(), 0);
-    box.setScale(0, 0, 1, 0.2);
+    box.setScale({0, 0, 1, 0.2});
     EXPECT_EQ(box.scale().height, 0.2);
 }
 
 TEST_F(PictureBoxTest, DraggingMovesTheScale) {
     show();
     for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
-        box.setScale(0, 0, 1, 1);
+        box.setScale({0, 0, 1, 1});
         QTest::mousePress(&box, button, Qt::NoModifier, QPoint(200, 100));
         QTest::mouseMove(&box, QPoint(240, 80));
         QTest::mouseRelease(&box, button, Qt::NoModifier, QPoint(240, 80));
@@ -215,9 +218,9 @@ TEST_F(PictureBoxTest, SettingTheScaleDoesNotAskForARedraw) {
     show();
     QSignalSpy changed(&box, &PictureBox::scaleChanged);
     QSignalSpy redraw(&box, &PictureBox::redrawNeeded);
-    box.setScale(0.7, -0.05, 0.35, 1.1);
-    box.setScale(0.7, -0.05, 0.35, 1.1);
-    box.setScale(0, 0, 0, 1);
+    box.setScale({0.7, -0.05, 0.35, 1.1});
+    box.setScale({0.7, -0.05, 0.35, 1.1});
+    box.setScale({0, 0, 0, 1});
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(redraw.count(), 0);
     EXPECT_EQ(box.scale(), (PictureBox::Scale{0.7, -0.05, 0.35, 1.1}));
@@ -283,7 +286,7 @@ TEST_F(PictureBoxTest, KeysOfTheOwnerAreLeftToTheParent) {
 
 TEST_F(PictureBoxTest, DataFarAwayIsClippedNotDrawn) {
     show();
-    box.setScale(0.5, 0.5, 1e-6, 1e-6);
+    box.setScale({0.5, 0.5, 1e-6, 1e-6});
     box.drawLine(-1e9, 0.5000005, 1e9, 0.5000005, kRed);
     box.fillRectangle(-5, 0.5000007, 5, 9, kGreen);
     const QImage image = grab();

@@ -77,7 +77,7 @@ TEST(BlockStamps, NeverReachBeyondTheRaster) {
         std::vector<std::uint32_t> pixels(static_cast<std::size_t>(kStride * (kHeight + 2 * kFrame)), 0);
         const Raster raster{pixels.data() + kFrame * kStride + kFrame, kWidth, kHeight, kStride};
         stampPoints(raster, whole, penStamp(pen, 0xABCDEF), points.x.data(), points.y.data(),
-                    static_cast<const std::uint8_t*>(nullptr), points.x.size(), nullptr);
+                    nullptr, points.x.size(), nullptr);
         int within = 0;
         for (std::size_t i = 0; i < pixels.size(); ++i) {
             const int row = static_cast<int>(i) / kStride - kFrame;

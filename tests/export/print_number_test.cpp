@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "export/print_number.h"
+#include "support/printed_number.h"
 
 #include "base/run_time_error.h"
 
