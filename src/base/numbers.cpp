@@ -12,8 +12,7 @@
 
 namespace tessel {
 
-using numbers_detail::kExactIntegers;
-using numbers_detail::kPowersOfTen;
+using namespace numbers_detail;
 
 namespace {
 
@@ -33,60 +32,35 @@ struct NumberText {
     const char* exponent = nullptr;  // the exponent's letter, or the end of the digits
     const char* last = nullptr;      // one past the number
     bool negative = false;
-    std::uint64_t mantissa = 0;  // value of the digits, right only when `digits` <= 19
-    std::int64_t digits = 0;     // significant digits, leading zeros not counted
-    std::int64_t scale = 0;      // power of ten that the mantissa is to be multiplied by
+    Mantissa mantissa;
+    std::int64_t scale = 0;  // power of ten that the digits' value is to be multiplied by
 };
-
-// Scans digits with at most one point; returns whether there was a digit.
-bool scanMantissa(const char*& p, const char* last, NumberText& text) {
-    std::uint64_t mantissa = 0;
-    const char* const begin = p;
-    while (p != last && digitOf(*p) < 10)
-        mantissa = mantissa * 10 + digitOf(*p++);
-    std::int64_t digits = p - begin;
-    if (p != last && *p == '.') {
-        const char* const fraction = ++p;
-        while (p != last && digitOf(*p) < 10)
-            mantissa = mantissa * 10 + digitOf(*p++);
-        text.scale = -(p - fraction);
-        digits += p - fraction;
-    }
-    text.mantissa = mantissa;
-    text.digits = digits;
-    if (digits > 19) {  // zeros in front do not count; only long texts pay for finding out
-        for (const char* q = begin; q != p && (*q == '0' || *q == '.'); ++q)
-            if (*q == '0') --text.digits;
-    }
-    return digits > 0;
-}
 
 bool isExponentLetter(char c) {
     return c == 'e' || c == 'E' || c == 'd' || c == 'D';
 }
 
-// Scans an exponent if a whole one stands at p; returns whether it did.
-bool scanExponent(const char*& p, const char* last, NumberText& text) {
+// Scans an exponent if a whole one stands at p.
+void scanExponent(const char*& p, const char* last, NumberText& text) {
     const char* q = p;
-    if (q == last || !isExponentLetter(*q)) return false;
-    ++q;
-    bool negative = false;
-    if (q != last && (*q == '+' || *q == '-')) negative = *q++ == '-';
-    if (q == last || digitOf(*q) >= 10) return false;
+    if (q == last || !isExponentLetter(*q)) return;
+    const bool negative = takeSign(++q, last);
+    if (q == last || digitOf(*q) >= 10) return;
     std::int64_t exponent = 0;
     for (; q != last && digitOf(*q) < 10; ++q)
         exponent = std::min<std::int64_t>(exponent * 10 + digitOf(*q), kExponentLimit);
     text.scale += negative ? -exponent : exponent;
     p = q;
-    return true;
 }
 
 // Finds the longest number that begins at `first`.
 bool scanNumber(const char* first, const char* last, NumberText& text) {
     const char* p = first;
-    if (p != last && (*p == '+' || *p == '-')) text.negative = *p++ == '-';
+    text.negative = takeSign(p, last);
     text.first = p;
-    if (!scanMantissa(p, last, text)) return false;
+    text.mantissa = takeMantissa(p, last);
+    if (text.mantissa.digits == 0) return false;
+    text.scale = -text.mantissa.decimals;
     text.exponent = p;
     scanExponent(p, last, text);
     text.last = p;
@@ -97,18 +71,15 @@ bool scanNumber(const char* first, const char* last, NumberText& text) {
 // letter but e, so the text is put together anew.
 bool convertSlowly(const NumberText& text, double& value) {
     std::string plain(text.first, text.exponent);
-    const std::int64_t written = plain.find('.') == std::string::npos
-                                     ? 0
-                                     : static_cast<std::int64_t>(plain.size() - plain.find('.') - 1);
-    plain += 'e' + std::to_string(text.scale + written);
+    plain += 'e' + std::to_string(text.scale + text.mantissa.decimals);
     double magnitude = 0;
     const auto result = std::from_chars(plain.data(), plain.data() + plain.size(), magnitude);
     if (result.ec == std::errc::result_out_of_range) {
         // Either too large, which is not a finite number, or too small, which is 0. The digits tell: the
-        // value is 0.d1d2d3... times ten to the power of digits + scale.
+        // value is 0.d1d2d3... times ten to the power of scale and of digits, leading zeros not counted.
         const std::size_t nonzero = plain.find_first_not_of("0.");
-        const bool zero = nonzero == std::string::npos || plain[nonzero] == 'e';
-        if (!zero && text.digits + text.scale > 0) return false;
+        const auto zeros = std::count(plain.data(), plain.data() + nonzero, '0');
+        if (plain[nonzero] != 'e' && text.mantissa.digits - zeros + text.scale > 0) return false;
         magnitude = 0;
     } else if (!std::isfinite(magnitude)) {
         return false;
@@ -120,8 +91,9 @@ bool convertSlowly(const NumberText& text, double& value) {
 // Up to 2^53 and 10^22 both factors are exact Doubles, so that one multiplication or division rounds once, to
 // the nearest Double (W. D. Clinger, "How to Read Floating Point Numbers Accurately", 1990).
 bool convert(const NumberText& text, double& value) {
-    if (text.digits <= 19 && text.mantissa <= kExactIntegers && text.scale >= -22 && text.scale <= 22) {
-        double magnitude = static_cast<double>(text.mantissa);
+    const auto& [mantissa, digits, decimals] = text.mantissa;
+    if (digits <= 19 && mantissa <= kExactIntegers && text.scale >= -22 && text.scale <= 22) {
+        double magnitude = static_cast<double>(mantissa);
         if (text.scale < 0)
             magnitude /= kPowersOfTen[static_cast<std::size_t>(-text.scale)];
         else

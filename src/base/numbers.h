@@ -57,29 +57,44 @@ inline constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  
 // Whole numbers up to this are exact as Doubles.
 inline constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
 
+/// Digits with at most one point.
+struct Mantissa {
+    std::uint64_t value = 0;  ///< right only when there are no more than 19 digits
+    std::ptrdiff_t digits = 0;
+    std::ptrdiff_t decimals = 0;
+};
+
+/// Takes a sign off the front of a text, if one stands there; true for a minus sign.
+inline bool takeSign(const char*& p, const char* last) {
+    return p != last && (*p == '-' || *p == '+') && *p++ == '-';
+}
+
+/// Takes as many digits as stand there, with at most one point.
+inline Mantissa takeMantissa(const char*& p, const char* last) {
+    Mantissa taken;
+    const char* const begin = p;
+    for (unsigned digit; p != last && (digit = static_cast<unsigned>(*p) - '0') < 10; ++p)
+        taken.value = taken.value * 10 + digit;
+    taken.digits = p - begin;
+    if (p == last || *p != '.') return taken;
+    const char* const fraction = ++p;
+    for (unsigned digit; p != last && (digit = static_cast<unsigned>(*p) - '0') < 10; ++p)
+        taken.value = taken.value * 10 + digit;
+    taken.decimals = p - fraction;
+    taken.digits += taken.decimals;
+    return taken;
+}
+
 bool parseAnyNumber(const char* first, const char* last, double& value);
 }  // namespace numbers_detail
 
 inline const char* parsePlainNumber(const char* first, const char* last, double& value) {
-    const char* p = first;
-    const bool negative = p != last && *p == '-';
-    if (p != last && (*p == '-' || *p == '+')) ++p;
-    std::uint64_t mantissa = 0;
-    const char* const begin = p;
-    for (unsigned digit; p != last && (digit = static_cast<unsigned>(*p) - '0') < 10; ++p)
-        mantissa = mantissa * 10 + digit;
-    std::ptrdiff_t digits = p - begin;
-    std::ptrdiff_t decimals = 0;
-    if (p != last && *p == '.') {
-        const char* const fraction = ++p;
-        for (unsigned digit; p != last && (digit = static_cast<unsigned>(*p) - '0') < 10; ++p)
-            mantissa = mantissa * 10 + digit;
-        decimals = p - fraction;
-        digits += decimals;
-    }
     using namespace numbers_detail;
-    if (digits < 1 || digits > 19 || mantissa > kExactIntegers) return nullptr;
-    const double magnitude = static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
+    const char* p = first;
+    const bool negative = takeSign(p, last);
+    const Mantissa m = takeMantissa(p, last);
+    if (m.digits < 1 || m.digits > 19 || m.value > kExactIntegers) return nullptr;
+    const double magnitude = static_cast<double>(m.value) / kPowersOfTen[static_cast<std::size_t>(m.decimals)];
     value = negative ? -magnitude : magnitude;
     return p;
 }
