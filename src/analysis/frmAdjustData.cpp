@@ -8,8 +8,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
-
-#include <QShortcut>
+#include "desktop/Windows.h"
 
 #include <exception>
 #include <utility>
@@ -46,19 +45,12 @@ void showSummary(const SummaryLabels& labels, const ReadingSummary& summary) {
     showValue(labels.z, summary.notPositive, 0);
 }
 
-// The window keeps its shape while boxes come and go.
-void keepRoom(QWidget* widget) {
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-}
-
 }  // namespace
 
 frmAdjustData::frmAdjustData(QWidget* parent) : QDialog(parent) {
     setupUi(this);
     for (QWidget* entry : QList<QWidget*>{txtAdjEC1, txtAdjEC2, lblEM1, txtScale1, lblEM2, txtScale2})
-        keepRoom(entry);
+        keepRoomWhenHidden(*entry);
     for (QLineEdit* box : {txtAdjEC1, txtAdjEC2, txtScale1, txtScale2})
         box->setMinimumWidth(box->fontMetrics().horizontalAdvance(u"-00000.00000"_s));
     for (QAbstractButton* option : QList<QAbstractButton*>{optAddEM1, optAddEM2, optScale})
@@ -74,9 +66,7 @@ frmAdjustData::frmAdjustData(QWidget* parent) : QDialog(parent) {
     onChoice(optScale, &frmAdjustData::chooseScale);
     connect(cmdCompute, &QPushButton::clicked, this, guarded(this, [this] { cmdCompute_Click(); }));
     connect(cmdFinished, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
-    const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
-    connect(cmdHelp, &QPushButton::clicked, this, help);
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
+    offerHelp(*this, kHelpDocument, cmdHelp);
 
     chooseAddEM1();
     showTotals();

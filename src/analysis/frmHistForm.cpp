@@ -8,11 +8,11 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
+#include "desktop/Windows.h"
 #include "drawing/Pixels.h"
 
 #include <QPainter>
 #include <QPrinter>
-#include <QScreen>
 
 #include <new>
 
@@ -112,7 +112,7 @@ void printBlock(TwipPage& page, const PrintedBlock& block) {
 
 frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
-    resize(QSize(680, 640).boundedTo(screen()->availableSize() * 0.92));
+    resizeOnScreen(*this, {680, 640});
     const QPointF inches = QPointF(kLoadOffset) / kTwipsPerInch;
     const QPointF offset(inches.x() * logicalDpiX(), inches.y() * logicalDpiY());
     if (parent) move(parent->window()->pos() + nearestPixel(offset));

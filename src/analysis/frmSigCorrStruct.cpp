@@ -10,11 +10,11 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
+#include "desktop/Windows.h"
 #include "plots/chart_views.h"
 
 #include <QPainter>
 #include <QScopeGuard>
-#include <QScreen>
 
 #include <cmath>
 #include <span>
@@ -37,7 +37,7 @@ std::span<const double> readings(const Survey& survey, SiteColumn column) {
 
 frmSigCorrStruct::frmSigCorrStruct(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
-    resize(QSize(640, 680).boundedTo(screen()->availableSize() * 0.92));
+    resizeOnScreen(*this, {640, 680});
     Chart2D1->hide();
     connect(mnuPlot1, &QAction::triggered, this, guarded(this, [this] { mnuPlot1_Click(); }));
     connect(mnuPrint, &QAction::triggered, this, guarded(this, [this] { mnuPrint_Click(); }));

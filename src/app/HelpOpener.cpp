@@ -8,10 +8,12 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
 #include <QPointer>
 #include <QScopeGuard>
+#include <QShortcut>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -29,24 +31,21 @@ constexpr qint64 kLargestDocument = qint64{64} << 20;
 
 frmHelpTesl& viewer();
 
-RunTimeError unreadable(const QString& path, const QString& reason) {
-    return RunTimeError::file(toPath(path), "cannot be read", reason.toStdString());
-}
-
 QByteArray readDocument(const QString& path) {
-    // Looked at before it is opened: reading from a pipe might wait for ever.
     const std::string name = toPath(path);  // which Qt can open only when it is Unicode
+    const auto unreadable = [&](const auto& why) { return RunTimeError::file(name, "cannot be read", why); };
+    // Looked at before it is opened: reading from a pipe might wait for ever.
     struct stat status {};
-    if (::stat(name.c_str(), &status) != 0) throw RunTimeError::file(name, "cannot be read", errno);
+    if (::stat(name.c_str(), &status) != 0) throw unreadable(errno);
     if (!S_ISREG(status.st_mode))
-        throw unreadable(path, S_ISDIR(status.st_mode) ? u"it is a folder"_s : u"it is not a regular file"_s);
-    if (status.st_size > kLargestDocument) throw unreadable(path, u"it is too large for a help document"_s);
+        throw unreadable(S_ISDIR(status.st_mode) ? "it is a folder" : "it is not a regular file");
+    if (status.st_size > kLargestDocument) throw unreadable("it is too large for a help document");
     const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) throw RunTimeError::file(name, "cannot be read", errno);
+    if (descriptor < 0) throw unreadable(errno);
     QFile file;
     file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError) throw RunTimeError::file(name, "cannot be read", errno);
+    if (file.error() != QFile::NoError) throw unreadable(errno);
     return bytes;
 }
 
@@ -78,6 +77,13 @@ void openHelp(QWidget* from, int document) {
         return;
     }
     viewer().showDocument(readDocument(path), path.section(u'/', -1), document, from);
+}
+
+void offerHelp(QWidget& window, int document, QAbstractButton* button) {
+    const auto open = guarded(&window, [&window, document] { openHelp(&window, document); });
+    if (button != nullptr) QObject::connect(button, &QAbstractButton::clicked, &window, open);
+    QObject::connect(new QShortcut(QKeySequence::HelpContents, &window), &QShortcut::activated, &window,
+                     open);
 }
 
 }  // namespace tessel

@@ -4,8 +4,6 @@
 #include "app/HelpOpener.h"
 #include "desktop/Guarded.h"
 
-#include <QShortcut>
-
 namespace tessel {
 
 namespace {
@@ -20,8 +18,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     title.setPointSizeF(title.pointSizeF() * 1.8);
     title.setBold(true);
     lblName->setFont(title);
-    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
-            guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    offerHelp(*this, kHelpDocument);
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
 }
 

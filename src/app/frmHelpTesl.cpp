@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmHelpTesl.h"
 
-#include "app/HelpPlace.h"
 #include "app/help_documents.h"
 #include "base/file_replacement.h"
 #include "base/session.h"

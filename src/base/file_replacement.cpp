@@ -4,7 +4,6 @@
 #include "base/in_place_writing.h"
 #include "base/kept_attributes.h"
 #include "base/run_time_error.h"
-#include "base/uninterrupted.h"
 
 #include <cstdio>
 #include <fcntl.h>

@@ -2,7 +2,7 @@
 #include "base/in_place_writing.h"
 
 #include "base/run_time_error.h"
-#include "base/uninterrupted.h"
+#include "base/unfinished_file.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/unfinished_file.h"
 
-#include "base/uninterrupted.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-class QRect;
-class QSize;
+#include <QRect>
+
+#include <optional>
+
 class QWidget;
 
 namespace tessel {
@@ -26,5 +28,17 @@ void takeAway(QWidget* window);
 QRect placedOver(const QRect& other, const QSize& size, const QRect& wholeScreen);
 /// Where it lies at the right of another, hiding no more of that one than the screen makes it.
 QRect placedAtRight(const QRect& other, const QSize& size, const QRect& wholeScreen);
+
+/// Where a window of that size lies beside another, whose rectangle includes its frame: to the right of it or
+/// else to the left, made narrower where it must, but not below `narrowest`. It stays on the screen with its
+/// frame. Nothing where the screen has no room on either side.
+std::optional<QRect> placedBeside(const QRect& other, const QSize& size, int narrowest,
+                                  const QRect& wholeScreen);
+
+/// Gives a window this size, or as much of it as its screen has room for.
+void resizeOnScreen(QWidget& window, const QSize& wanted);
+
+/// From now on a widget that is hidden leaves its place free, so that what is around it stands still.
+void keepRoomWhenHidden(QWidget& widget);
 
 }  // namespace tessel

@@ -11,7 +11,6 @@
 #include "desktop/MessageBox.h"
 #include "export/transect_file.h"
 
-#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <limits>
@@ -47,9 +46,7 @@ frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { Command2_Click(); }));
     connect(Command3, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
-    connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
-    auto* const help = new QShortcut(QKeySequence::HelpContents, this);
-    connect(help, &QShortcut::activated, cmdHelp, &QPushButton::click);
+    offerHelp(*this, kHelpDocument, cmdHelp);
     Form_Load();
 }
 

@@ -7,8 +7,6 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 
-#include <QShortcut>
-
 using namespace Qt::StringLiterals;
 
 namespace tessel {
@@ -23,9 +21,7 @@ frmDataControl::frmDataControl(QWidget* parent) : QDialog(parent) {
         if (button->isCheckable()) colourWhileChecked(*button);
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { reject(); }));
-    const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
-    connect(cmdHelp, &QPushButton::clicked, this, help);
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
+    offerHelp(*this, kHelpDocument, cmdHelp);
     // What is typed first replaces the default instead of following it.
     Text1->setFocus();
     Text1->selectAll();

@@ -8,12 +8,10 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
-#include "import/fixed_column_notice.h"
 #include "import/sensor_file_preview.h"
 
 #include <QScreen>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QTextBlock>
 
 #include <algorithm>
@@ -81,13 +79,11 @@ frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options,
         colourCaption(*label, kLightBlue);
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { reject(); }));
-    const auto help = guarded(this, [this] { openHelp(this, kHelpDocument); });
-    connect(cmdHelp, &QPushButton::clicked, this, help);
+    offerHelp(*this, kHelpDocument, cmdHelp);
     cmdLast->setEnabled(last_.has_value());
     connect(cmdLast, &QPushButton::clicked, this, guarded(this, [this] { cmdLast_Click(); }));
     connect(picPreview, &QPlainTextEdit::selectionChanged, this,
             guarded(this, [this] { picPreview_Select(); }));
-    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, help);
     Text2_0->setFocus();
 }
 

@@ -10,6 +10,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
+#include "desktop/Windows.h"
 
 #include <QCloseEvent>
 #include <QScreen>
@@ -78,11 +79,8 @@ void frmClip::nameSubmenus() {
 // What is hidden for a while leaves its place free, so that the map keeps its size and the buttons theirs.
 void frmClip::keepPlaces() {
     for (QWidget* widget : {static_cast<QWidget*>(frameClipC), static_cast<QWidget*>(frameLoc),
-                            static_cast<QWidget*>(frameHLR), static_cast<QWidget*>(cmdDelete)}) {
-        QSizePolicy policy = widget->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        widget->setSizePolicy(policy);
-    }
+                            static_cast<QWidget*>(frameHLR), static_cast<QWidget*>(cmdDelete)})
+        keepRoomWhenHidden(*widget);
 }
 
 void frmClip::Form_Load() {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "plots/map_state.h"
 #include "plots/site_masking.h"
 #include "ui_frmClip.h"
 
@@ -13,6 +12,9 @@
 namespace tessel {
 
 class frmMain;
+
+/// What the map waits for.
+enum class MapState { NotShown, Browsing, FirstCorner, SecondCorner };
 
 /// The map of the full survey: zones of the field are looked at, sites in rectangles drawn with the mouse or
 /// by keyboard are masked, and masked sites are restored or deleted for good. Three states: the map is not

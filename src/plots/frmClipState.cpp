@@ -13,8 +13,23 @@ namespace tessel {
 
 namespace {
 
+// What the user can do in this state, in one line.
+const char* textOf(MapState state) {
+    switch (state) {
+        case MapState::NotShown:
+            return "Choose a full map in the View menu.";
+        case MapState::Browsing:
+            return "Clip Grid begins to mask sites in rectangles.";
+        case MapState::FirstCorner:
+            return "Click the first corner of a rectangle, or drag over it. Finished ends clipping.";
+        case MapState::SecondCorner:
+            return "Click the second corner, or press Esc to give the rectangle up.";
+    }
+    return "";
+}
+
 QString lineOf(MapState state, const QString& zone, bool trueScale) {
-    const QString text = frmClip::tr(mapStateText(state));
+    const QString text = frmClip::tr(textOf(state));
     if (state == MapState::NotShown) return text;
     return frmClip::tr("%1 Shown: %2, %3 resolution.")
         .arg(text, zone, trueScale ? frmClip::tr("true") : frmClip::tr("max"));

@@ -8,9 +8,9 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
+#include "desktop/Windows.h"
 
 #include <QLocale>
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -45,13 +45,6 @@ QString messageFor(EntryFault fault, bool twoNumbers) {
 
 std::string text(const QLineEdit* box) {
     return box->text().toStdString();
-}
-
-// So that the dialog stands still while options change.
-void keepRoomWhenHidden(QWidget& widget) {
-    QSizePolicy policy = widget.sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget.setSizePolicy(policy);
 }
 
 QString rowsInWords(int rows) {
@@ -102,9 +95,7 @@ frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
     }
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { close(); }));
-    connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
-    auto* const help = new QShortcut(QKeySequence::HelpContents, this);
-    connect(help, &QShortcut::activated, cmdHelp, &QPushButton::click);
+    offerHelp(*this, kHelpDocument, cmdHelp);
     Form_Load();
 }
 

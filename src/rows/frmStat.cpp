@@ -5,14 +5,13 @@
 #include "base/run_time_error.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
+#include "desktop/Windows.h"
 #include "rows/row_detection.h"
 
 #include <QClipboard>
 #include <QHeaderView>
 #include <QMenu>
-#include <QScreen>
 #include <QScrollBar>
-#include <QShortcut>
 
 #include <numeric>
 
@@ -59,8 +58,7 @@ frmStat::frmStat(QWidget* parent) : QMainWindow(parent) {
     connect(Stats, &QWidget::customContextMenuRequested, this,
             [this](QPoint place) { showMenu(Stats->viewport()->mapToGlobal(place)); });
     connect(mnuStatExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
-    auto* const help = new QShortcut(QKeySequence::HelpContents, this);
-    connect(help, &QShortcut::activated, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
+    offerHelp(*this, kHelpDocument);
     colourWhileChecked(*optDSA);
     colourWhileChecked(*optDSR);
     optDSA->setChecked(true);
@@ -117,8 +115,7 @@ void frmStat::fitColumns() {
     header->setSectionResizeMode(QHeaderView::Stretch);
     header->setMinimumSectionSize(fontMetrics().horizontalAdvance(u"0000000000.00"_s));
     Stats->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    const QSize wanted(fontMetrics().horizontalAdvance(u'0') * 22 * model_->columnCount(), 520);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.92));
+    resizeOnScreen(*this, {fontMetrics().horizontalAdvance(u'0') * 22 * model_->columnCount(), 520});
 }
 
 }  // namespace tessel

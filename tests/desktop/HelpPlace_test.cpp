@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/HelpPlace.h"
+#include "desktop/Windows.h"
 
 #include <gtest/gtest.h>
 
