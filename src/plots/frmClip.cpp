@@ -155,7 +155,8 @@ void frmClip::showCounts() {
 // The map ---------------------------------------------------------------------------------------------------
 
 void frmClip::showFullMap(bool TrueScale) {
-    SetMapScale(TrueScale);
+    // With every site deleted there is nothing to scale to, and nothing to draw.
+    if (theSurvey().NumSites > 0) extent_ = SetMapScale(theSurvey(), TrueScale);
     mapShown_ = true;
     trueScale_ = TrueScale;
     picMapZoom->setFocusPolicy(Qt::StrongFocus);
@@ -172,11 +173,6 @@ void frmClip::showZone(const MapWindow& window) {
     picMapZoom->setScale(scaleOf(window));
     showState();
     DisplayMap();
-}
-
-void frmClip::SetMapScale(bool TrueScale) {
-    // With every site deleted there is nothing to scale to, and nothing to draw.
-    if (theSurvey().NumSites > 0) extent_ = tessel::SetMapScale(theSurvey(), TrueScale);
 }
 
 void frmClip::DisplayMap() {
@@ -252,7 +248,9 @@ void frmClip::picMapZoom_MouseDown(double px, double py) {
         picMapZoom->hideRubberBand();
         picMapZoom->fillRectangle(AnchorX, AnchorY, CornerX, CornerY, kLightYellow);
         picMapZoom->refresh();
-        MaskSites(AnchorX, AnchorY, CornerX, CornerY);
+        const ScreenHourglass busy;
+        masked_ = MaskSites(theSurvey(), extent_, SiteMask, AnchorX, AnchorY, CornerX, CornerY);
+        showCounts();
     } else {
         AnchorX = CornerX = px;
         AnchorY = CornerY = py;
@@ -268,12 +266,6 @@ void frmClip::picMapZoom_MouseUp() {
     if (!std::exchange(dragging_, false)) return;
     const QPointF drawn = picMapZoom->toPixel(CornerX, CornerY) - picMapZoom->toPixel(AnchorX, AnchorY);
     if (std::hypot(drawn.x(), drawn.y()) > kDragDistance) picMapZoom_MouseDown(CornerX, CornerY);
-}
-
-void frmClip::MaskSites(double& x1, double& y1, double& x2, double& y2) {
-    const ScreenHourglass busy;
-    masked_ = tessel::MaskSites(theSurvey(), extent_, SiteMask, x1, y1, x2, y2);
-    showCounts();
 }
 
 // Clipping, deleting, restoring -----------------------------------------------------------------------------
@@ -368,9 +360,7 @@ void frmClip::checkRows() {
         tell(this, u"There is no more point left in the file!"_s);
         return;
     }
-    bool RowDataOK = true;
-    ValidateRowInfo(RowDataOK);
-    if (RowDataOK) return;
+    if (ValidateRowInfo(theSurvey())) return;
     noteSurveyChange();
     main_.menusFollow(MenuEvent::RowsLost);
     fillComboRow();

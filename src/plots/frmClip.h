@@ -57,9 +57,6 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void connectMap();
     void keepPlaces();
 
-    void SetMapScale(bool TrueScale);
-    void MaskSites(double& x1, double& y1, double& x2, double& y2);
-    void ValidateRowInfo(bool& RowDataOK) { RowDataOK = tessel::ValidateRowInfo(theSurvey()); }
     void RowInfoLossMsg();
 
     void showFullMap(bool TrueScale);

@@ -213,7 +213,8 @@ class Program : public QObject {
     // Whatever has changed the survey, everything beside the view follows.
     void followSurvey() {
         noteUnexported();
-        describeSurvey();
+        facts_.reset();
+        main_.descriptionChanged();
         if (rowDialog_) rowDialog_->followSurvey();
         if (statistics_) statistics_->redraw();
         if (histograms_) histograms_->redraw();
@@ -226,14 +227,9 @@ class Program : public QObject {
         saved = saved && surveyFingerprint(theSurvey()) == exported_;
     }
 
-    void describeSurvey() {
-        facts_.reset();
-        main_.descriptionChanged();
-    }
-
     SurveyDescription description() {
         if (!facts_) facts_ = surveyFacts(theSurvey());
-        return tessel::describeSurvey(theSurvey(), *facts_, imported_, main_.mnuEL->isEnabled());
+        return describeSurvey(theSurvey(), *facts_, imported_, main_.mnuEL->isEnabled());
     }
 
     int helpOfView() const {

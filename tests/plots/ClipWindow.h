@@ -190,7 +190,7 @@ class ClipWindow : public testing::Test {
 
     QPoint pixel(double mapX, double mapY) { return window->picMapZoom->toPixel(mapX, mapY).toPoint(); }
     QPoint pixelOfSite(double x, double y) {
-        const MapExtent extent = tessel::SetMapScale(threeRows(), mapIsTrue);
+        const MapExtent extent = SetMapScale(threeRows(), mapIsTrue);
         return pixel(extent.mapX(x), extent.mapY(y));
     }
     bool mapIsTrue = false;
