@@ -17,6 +17,7 @@ namespace tessel {
 /// a Double is 0. The conversion is exact: the Double nearest to the decimal value.
 std::optional<double> numericValue(std::string_view text);
 
+/// Whether a text passes that test.
 inline bool isNumeric(std::string_view text) {
     return numericValue(text).has_value();
 }

@@ -23,6 +23,7 @@ struct FixedColumnNotice {
     bool isWarning = false;  ///< the file does not fit this import as it is
 };
 
+/// The notice for a file of this kind.
 FixedColumnNotice fixedColumnNotice(const FileKind& kind);
 
 }  // namespace tessel

@@ -17,6 +17,7 @@ namespace tessel {
 // What rich text says about characters and paragraphs, and what Qt's documents make of it. Lengths are in
 // twips (1/1440 inch, 1/15 pixel of a page at 96 pixels an inch), sizes of type in half points.
 
+/// How characters look.
 struct RichTextCharacters {
     int font = -1;  ///< number in the font table; -1 is the document's default font
     int halfPoints = 24;
@@ -33,6 +34,7 @@ struct RichTextCharacters {
     bool operator==(const RichTextCharacters&) const = default;
 };
 
+/// How a paragraph is laid out.
 struct RichTextParagraph {
     Qt::Alignment alignment = Qt::AlignLeft;
     int left = 0;
@@ -48,6 +50,7 @@ struct RichTextParagraph {
     QTextOption::TabType nextTab = QTextOption::LeftTab;
 };
 
+/// A font of the document: its name, what steps in where it is not installed, and its code page's number.
 struct RichTextFont {
     QString family;
     QFont::StyleHint kind = QFont::AnyStyle;

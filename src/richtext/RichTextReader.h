@@ -7,6 +7,7 @@ class QTextDocument;
 
 namespace tessel {
 
+/// What has become of the bytes.
 enum class RichTextResult {
     RichText,   ///< the bytes were rich text, and are shown
     PlainText,  ///< they were not, and are shown as they stand
