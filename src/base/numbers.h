@@ -95,7 +95,8 @@ inline const char* parsePlainNumber(const char* first, const char* last, double&
     const bool negative = takeSign(p, last);
     const Mantissa m = takeMantissa(p, last);
     if (m.digits < 1 || m.digits > 19 || m.value > kExactIntegers) return nullptr;
-    const double magnitude = static_cast<double>(m.value) / kPowersOfTen[static_cast<std::size_t>(m.decimals)];
+    const double magnitude =
+        static_cast<double>(m.value) / kPowersOfTen[static_cast<std::size_t>(m.decimals)];
     value = negative ? -magnitude : magnitude;
     return p;
 }

@@ -23,7 +23,7 @@ namespace tessel {
 class PictureBox : public QWidget {
     Q_OBJECT
   public:
-/// The part of the plane that is shown; its upper left corner, width and height.
+    /// The part of the plane that is shown; its upper left corner, width and height.
     struct Scale {
         double left = 0, top = 0, width = 1, height = 1;
         bool operator==(const Scale&) const = default;

@@ -18,7 +18,7 @@ struct Raster {
 
 /// A small symbol, ready to be written into a raster. Offsets count from its upper left corner.
 struct Stamp {
-/// A place in pixels, and 0xAARRGGBB, premultiplied.
+    /// A place in pixels, and 0xAARRGGBB, premultiplied.
     struct Pixel {
         int dx = 0, dy = 0;
         std::uint32_t colour = 0;

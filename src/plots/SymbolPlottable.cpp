@@ -157,8 +157,8 @@ void SymbolPlottable::stampSymbols(QCPPainter& painter, const PixelMap& pixels) 
         const auto edges = pointCount(shown) <= kDense ? SymbolEdges::Soft : SymbolEdges::Hard;
         const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, edges, scale);
         for (const auto& [first, last] : shown)
-            stampPoints(raster, map, stamp, points.x().data() + first, points.y().data() + first,
-                        nullptr, last - first, &marks_);
+            stampPoints(raster, map, stamp, points.x().data() + first, points.y().data() + first, nullptr,
+                        last - first, &marks_);
     }
     painter.save();
     painter.scale(1 / scale, 1 / scale);

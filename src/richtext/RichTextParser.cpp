@@ -47,7 +47,7 @@ void setTabDistance(QTextDocument& document, int twips) {
 struct Group {
     Purpose purpose = Purpose::Body;
     bool optional = false;  // begins with \*: skipped unless its word is known
-    int unicodeSkip = 1;  // how many characters stand in for each Unicode character
+    int unicodeSkip = 1;    // how many characters stand in for each Unicode character
     RichTextCharacters characters;
     RichTextParagraph paragraph;
 };
@@ -92,7 +92,7 @@ class Reader {
     std::vector<Group> groups_{1};
     std::size_t tooDeep_ = 0;
     int toSkip_ = 0;  // characters that only stand in for the Unicode character before them
-    QString run_;  // text in one format, not yet handed on
+    QString run_;     // text in one format, not yet handed on
     RichTextCharacters runCharacters_;
     RichTextParagraph lastParagraph_;  // that of the text taken last
     int paperWidth_ = 12240, leftMargin_ = 1800, rightMargin_ = 1800;

@@ -9,7 +9,7 @@ namespace tessel {
 
 /// One column of a table as a row defines it. Lengths are in twips.
 struct RichTextColumn {
-/// The edges of a cell, as bits of `lines`.
+    /// The edges of a cell, as bits of `lines`.
     enum Edge { kTop = 1, kLeft = 2, kBottom = 4, kRight = 8 };
     int edge = 0;            ///< the right edge, from the text's left edge
     int lines = 0;           ///< which edges are drawn

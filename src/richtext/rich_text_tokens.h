@@ -8,7 +8,7 @@ namespace tessel {
 
 /// One element of a rich text file. Views point into the data that is being read.
 struct RichTextToken {
-/// What the element is.
+    /// What the element is.
     enum Kind {
         kOpen,    ///< a group begins
         kClose,   ///< a group ends

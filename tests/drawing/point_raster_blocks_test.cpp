@@ -76,8 +76,8 @@ TEST(BlockStamps, NeverReachBeyondTheRaster) {
         constexpr int kStride = kWidth + 2 * kFrame;
         std::vector<std::uint32_t> pixels(static_cast<std::size_t>(kStride * (kHeight + 2 * kFrame)), 0);
         const Raster raster{pixels.data() + kFrame * kStride + kFrame, kWidth, kHeight, kStride};
-        stampPoints(raster, whole, penStamp(pen, 0xABCDEF), points.x.data(), points.y.data(),
-                    nullptr, points.x.size(), nullptr);
+        stampPoints(raster, whole, penStamp(pen, 0xABCDEF), points.x.data(), points.y.data(), nullptr,
+                    points.x.size(), nullptr);
         int within = 0;
         for (std::size_t i = 0; i < pixels.size(); ++i) {
             const int row = static_cast<int>(i) / kStride - kFrame;

@@ -94,8 +94,7 @@ TEST(PointRaster, TheMapTurnsCoordinatesIntoPixels) {
     const RasterMap map{0.1, -43600, -0.1, 100, 0, 0, 100, 100};
     const double x = 436123.0;
     const double y = 250;
-    stampPoints(canvas.raster, map, penStamp(1, 0x0000FF), &x, &y, nullptr,
-                1, nullptr);
+    stampPoints(canvas.raster, map, penStamp(1, 0x0000FF), &x, &y, nullptr, 1, nullptr);
     EXPECT_EQ(canvas.at(12, 75), kBlue);
 }
 

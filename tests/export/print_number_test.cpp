@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/printed_number.h"
-
 #include "base/run_time_error.h"
+#include "support/printed_number.h"
 
 #include <gtest/gtest.h>
 

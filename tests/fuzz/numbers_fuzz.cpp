@@ -2,8 +2,8 @@
 // Text to number and back: the conversion agrees with the standard library's, and what is written is read
 // again as what it was.
 #include "base/numbers.h"
-#include "support/printed_number.h"
 #include "fuzz/memory_file.h"
+#include "support/printed_number.h"
 
 #include <cmath>
 #include <cstdlib>
