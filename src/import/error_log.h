@@ -34,8 +34,8 @@ std::string errorLogPath(const Session& session);
 /// "Line # 17 ", the line or the record's values byte for byte, the reason. It takes the place of the last
 /// import's log when it is committed; an import that fails leaves that one as it was.
 ///
-/// A log that cannot be written (no permission, disk full) is no reason to refuse the import: problem() then
-/// tells, nothing more is written, and the last import's log stays.
+/// A log that cannot be written (no permission, disk full) is no reason to refuse the import: the summary
+/// then tells, nothing more is written, and the last import's log stays.
 class ErrorLog {
   public:
     explicit ErrorLog(const std::string& path);
@@ -44,9 +44,6 @@ class ErrorLog {
 
     /// Puts the log in place.
     void commit();
-
-    /// Path and the system's reason if the log could not be created, written or put in place, else empty.
-    const std::string& problem() const { return problem_; }
 
     /// Writes what the log knows into the summary: rejected lines by reason, path, problem, first lines. They
     /// are counted whether or not the log can be written.
@@ -59,7 +56,7 @@ class ErrorLog {
 
     std::string path_;
     std::optional<FileReplacement> file_;
-    std::string problem_;
+    std::string problem_;  // path and the system's reason if the log could not be written, else empty
     std::vector<RejectedLines> rejected_;
     std::vector<std::string> firstLines_;
 };

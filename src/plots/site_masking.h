@@ -25,8 +25,6 @@ struct MapExtent {
     double halfWidth() const { return MapXMax / 2 - MapXMin / 2; }
     double halfHeight() const { return MapYMax / 2 - MapYMin / 2; }
 
-    double mapX(double surveyX) const { return (surveyX / 2 - MapXMin / 2) / halfWidth(); }
-    double mapY(double surveyY) const { return 1 - (surveyY / 2 - MapYMin / 2) / halfHeight(); }
     /// Infinite for a place beyond all Doubles.
     double surveyX(double mapX) const { return (mapX * halfWidth() + MapXMin / 2) * 2; }
     double surveyY(double mapY) const { return ((1 - mapY) * halfHeight() + MapYMin / 2) * 2; }

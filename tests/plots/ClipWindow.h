@@ -190,8 +190,8 @@ class ClipWindow : public testing::Test {
 
     QPoint pixel(double mapX, double mapY) { return window->picMapZoom->toPixel(mapX, mapY).toPoint(); }
     QPoint pixelOfSite(double x, double y) {
-        const MapExtent extent = SetMapScale(threeRows(), mapIsTrue);
-        return pixel(extent.mapX(x), extent.mapY(y));
+        const auto [left, right, bottom, top] = SetMapScale(threeRows(), mapIsTrue);
+        return pixel((x - left) / (right - left), (top - y) / (top - bottom));
     }
     bool mapIsTrue = false;
 

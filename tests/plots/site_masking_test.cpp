@@ -81,15 +81,11 @@ TEST(MapScale, IsNeverZeroWhereDoublesAreCoarserThanOneUnit) {
     const MapExtent extent = SetMapScale(surveyAt({{1e18, -1e18}}), false);
     EXPECT_GT(extent.halfWidth(), 0);
     EXPECT_GT(extent.halfHeight(), 0);
-    EXPECT_NEAR(extent.mapX(1e18), 0.5, 0.3);
 }
 
 TEST(MapScale, TakesAnExtentThatIsTooLongForADouble) {
     const MapExtent extent = SetMapScale(surveyAt({{-1.5e308, 0}, {1.5e308, 1}, {0, 0.5}}), false);
     expectExtent(extent, -1.5e308, 1.5e308, 0, 1);
-    EXPECT_EQ(extent.mapX(-1.5e308), 0);
-    EXPECT_EQ(extent.mapX(0), 0.5);
-    EXPECT_EQ(extent.mapX(1.5e308), 1);
     EXPECT_EQ(extent.surveyX(0.5), 0);
     EXPECT_EQ(extent.surveyX(1), 1.5e308);
 }
@@ -106,11 +102,6 @@ TEST(MapScale, NeedsASite) {
 
 TEST(MapSpace, HasNorthAboveAndTheExtentAsUnitSquare) {
     const MapExtent extent{100, 300, 1000, 1400};
-    EXPECT_EQ(extent.mapX(100), 0);
-    EXPECT_EQ(extent.mapX(300), 1);
-    EXPECT_EQ(extent.mapY(1400), 0);
-    EXPECT_EQ(extent.mapY(1000), 1);
-    EXPECT_EQ(extent.mapY(1300), 0.25);
     EXPECT_EQ(extent.surveyX(0.25), 150);
     EXPECT_EQ(extent.surveyY(0.25), 1300);
 }
