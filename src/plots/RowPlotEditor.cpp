@@ -11,9 +11,9 @@
 #include "desktop/OptionButtons.h"
 #include "plots/chart_views.h"
 #include "plots/row_deletion.h"
-#include "plots/row_number.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_detection.h"
+#include "rows/row_entry.h"
 
 #include <algorithm>
 
@@ -263,14 +263,13 @@ void RowPlotEditor::Command2_Click() {
 }
 
 void RowPlotEditor::Command3_Click() {
-    const RowNumber number = readRowNumber(Text1->text().toStdString(), theSurvey().NumRows);
-    if (number.outcome == RowNumber::Valid) {
+    const RowEntry entry = checkRow(Text1->text().toStdString(), theSurvey().NumRows);
+    if (entry.fault == EntryFault::None) {
         const Hourglass hourglass(&main_);
-        return showRow(number.row);
+        return showRow(entry.row);
     }
-    const std::string_view message = rowNumberMessage(number.outcome);
-    tell(this, QString::fromLatin1(message.data(), static_cast<qsizetype>(message.size())));
-    if (number.outcome == RowNumber::NotNumeric) {
+    tell(this, QString::fromLatin1(entryMessage(entry.fault)));
+    if (entry.fault == EntryFault::NotNumeric) {
         hide();
         show();
     }

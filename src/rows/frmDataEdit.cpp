@@ -22,27 +22,6 @@ namespace {
 
 constexpr int kHelpDocument = 112;
 
-// The words differ between one number and two.
-QString messageFor(EntryFault fault, bool twoNumbers) {
-    switch (fault) {
-        case EntryFault::NotNumeric:
-            return twoNumbers ? u"Invalid Input: you have to enter numeric value(s)"_s
-                              : u"Invalid Input: you have to enter a numeric value"_s;
-        case EntryFault::Empty:
-            return u"You did not input anything"_s;
-        case EntryFault::OutOfRange:
-            return twoNumbers ? u"Invalid Input: row number(s) out of range"_s
-                              : u"Invalid Input: row number out of range"_s;
-        case EntryFault::NotConsecutive:
-            return u"Invalid Input: you have to enter two consecutive numbers"_s;
-        case EntryFault::Negative:
-            return u"Invalid Input: the number has to be greater than zero"_s;
-        case EntryFault::None:
-            break;
-    }
-    return {};
-}
-
 std::string text(const QLineEdit* box) {
     return box->text().toStdString();
 }
@@ -255,7 +234,7 @@ void frmDataEdit::recalculate() {
 // Says what is wrong with an entry and puts the dialog back to how it opened; false when nothing is.
 bool frmDataEdit::refused(EntryFault fault, bool twoNumbers) {
     if (fault == EntryFault::None) return false;
-    tell(this, messageFor(fault, twoNumbers));
+    tell(this, QString::fromLatin1(entryMessage(fault, twoNumbers)));
     Form_Load();
     return true;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "rows/row_editing.h"
+#include "rows/row_entry.h"
 #include "rows/row_forecast.h"
 #include "ui_frmDataEdit.h"
 

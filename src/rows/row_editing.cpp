@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
-#include <initializer_list>
 #include <vector>
 
 namespace tessel {
@@ -49,22 +47,6 @@ void calculateDistance(Survey& survey, int distanceMode) {
     if (distanceMode == 3) Calculate_Y_Distance(survey);
 }
 
-// What every entry has to pass before its value counts. An empty text is not numeric either, so that the
-// first fault is the one a user meets.
-EntryFault checkNumeric(std::initializer_list<std::string_view> texts) {
-    if (!std::all_of(texts.begin(), texts.end(), isNumeric)) return EntryFault::NotNumeric;
-    const auto empty = [](std::string_view text) { return text.empty(); };
-    return std::any_of(texts.begin(), texts.end(), empty) ? EntryFault::Empty : EntryFault::None;
-}
-
-int rowNumber(std::string_view text) {
-    return roundToInt(*numericValue(text));
-}
-
-bool isRow(int row, int numRows) {
-    return row >= 1 && row <= numRows;
-}
-
 }  // namespace
 
 void Joint_Row(Survey& survey, int row1, int row2) {
@@ -88,34 +70,6 @@ RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistan
     const RowDetection outcome = Assign_Row(survey);
     if (outcome == RowDetection::Assigned) Calculate_NumPoints(survey);
     return outcome;
-}
-
-RowPairEntry checkRowPair(std::string_view row1, std::string_view row2, int numRows) {
-    RowPairEntry entry{checkNumeric({row1, row2})};
-    if (entry.fault != EntryFault::None) return entry;
-    entry.row1 = rowNumber(row1);
-    entry.row2 = rowNumber(row2);
-    if (!isRow(entry.row1, numRows) || !isRow(entry.row2, numRows))
-        entry.fault = EntryFault::OutOfRange;
-    else if (std::abs(entry.row1 - entry.row2) != 1)
-        entry.fault = EntryFault::NotConsecutive;
-    return entry;
-}
-
-RowEntry checkRow(std::string_view row, int numRows) {
-    RowEntry entry{checkNumeric({row})};
-    if (entry.fault != EntryFault::None) return entry;
-    entry.row = rowNumber(row);
-    if (!isRow(entry.row, numRows)) entry.fault = EntryFault::OutOfRange;
-    return entry;
-}
-
-DistanceEntry checkDistance(std::string_view distance) {
-    DistanceEntry entry{checkNumeric({distance})};
-    if (entry.fault != EntryFault::None) return entry;
-    entry.distance = *numericValue(distance);
-    if (entry.distance < 0) entry.fault = EntryFault::Negative;
-    return entry;
 }
 
 }  // namespace tessel

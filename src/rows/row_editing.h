@@ -4,8 +4,6 @@
 #include "app/survey.h"
 #include "rows/row_detection.h"
 
-#include <string_view>
-
 namespace tessel {
 
 // Joining and deleting rows, and finding all rows anew.
@@ -24,36 +22,5 @@ void Delete_Row(Survey& survey, int row);
 /// Finds the rows anew: the measure (1 true distance, 2 along X, 3 along Y) and the threshold (metres, not
 /// negative) become those in force, distances are calculated and rows assigned.
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance);
-
-// What a user enters, checked in the order in which the faults are listed.
-
-enum class EntryFault {
-    None,
-    NotNumeric,
-    Empty,
-    OutOfRange,      ///< a row number outside 1..NumRows
-    NotConsecutive,  ///< two rows that are no neighbours
-    Negative         ///< a threshold below 0
-};
-
-struct RowPairEntry {
-    EntryFault fault = EntryFault::None;
-    int row1 = 0;
-    int row2 = 0;
-};
-struct RowEntry {
-    EntryFault fault = EntryFault::None;
-    int row = 0;
-};
-struct DistanceEntry {
-    EntryFault fault = EntryFault::None;
-    double distance = 0;
-};
-
-/// Row numbers with a fraction are rounded, halves to the even neighbour.
-RowPairEntry checkRowPair(std::string_view row1, std::string_view row2, int numRows);
-RowEntry checkRow(std::string_view row, int numRows);
-/// A threshold of 0 is accepted.
-DistanceEntry checkDistance(std::string_view distance);
 
 }  // namespace tessel

@@ -255,47 +255,6 @@ TEST(RecalculatingRows, WorksWithASiteThatIsNoPlaceOnEarth) {
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
 }
 
-TEST(RowEntries, AreCheckedInOrder) {
-    EXPECT_EQ(checkRowPair("a", "2", 5).fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkRowPair("2", "b", 5).fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkRowPair("9", "b", 5).fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkRowPair("0", "1", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRowPair("5", "6", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRowPair("99999", "99998", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRowPair("1e300", "-1e300", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRowPair("2", "2", 5).fault, EntryFault::NotConsecutive);
-    EXPECT_EQ(checkRowPair("1", "3", 5).fault, EntryFault::NotConsecutive);
-    EXPECT_EQ(checkRow("x", 5).fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkRow("0", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRow("6", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkDistance("1,5").fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkDistance("-0.001").fault, EntryFault::Negative);
-}
-
-TEST(RowEntries, ThatAreEmptyAreNotNumeric) {
-    EXPECT_EQ(checkRowPair("", "2", 5).fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkRow("", 5).fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkDistance("").fault, EntryFault::NotNumeric);
-    EXPECT_EQ(checkDistance("  ").fault, EntryFault::NotNumeric);
-}
-
-TEST(RowEntries, RoundFractionsHalvesToEven) {
-    const RowPairEntry pair = checkRowPair(" 1.5 ", "2.6", 5);
-    EXPECT_EQ(pair.fault, EntryFault::None);
-    EXPECT_EQ(pair.row1, 2);
-    EXPECT_EQ(pair.row2, 3);
-    EXPECT_EQ(checkRow("2.5", 5).row, 2);
-    EXPECT_EQ(checkRow("0.5", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRow("5.5", 5).fault, EntryFault::OutOfRange);
-    EXPECT_EQ(checkRow("5.4", 5).row, 5);
-}
-
-TEST(RowEntries, AcceptZeroAsADistance) {
-    EXPECT_EQ(checkDistance("0").fault, EntryFault::None);
-    EXPECT_EQ(checkDistance("-0").fault, EntryFault::None);
-    EXPECT_EQ(checkDistance(" 1d1 ").distance, 10);
-}
-
 // What the help document on rows says about a survey without gaps.
 TEST(RecalculatingRows, FindsThoseOfALoggerThatNeverStoppedOnceItsTurnsAreGone) {
     constexpr int kPasses = 6, kLength = 30, kApart = 5;
