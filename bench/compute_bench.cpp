@@ -7,9 +7,9 @@
 #include "export/transect_file.h"
 #include "import/error_log.h"
 #include "import/import_report.h"
-#include "plots/row_deletion.h"
 #include "plots/site_masking.h"
 #include "rows/row_detection.h"
+#include "rows/row_selection.h"
 #include "rows/row_sites.h"
 
 #include <benchmark/benchmark.h>
@@ -156,7 +156,7 @@ void deletePicked(benchmark::State& state) {
     int row = 1;
     for (auto _ : state) {
         RowSelection selection = pickedSites(survey, row);
-        benchmark::DoNotOptimize(deleteSelectedSites(survey, row, selection));
+        benchmark::DoNotOptimize(deleteSelectedSites(survey, row, selection).sites);
         row = row % 10 + 1;
         if (row > 1) continue;
         state.PauseTiming();

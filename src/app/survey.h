@@ -87,7 +87,7 @@ struct Survey : SurveyParameters {
     int RowIndex = 0;  ///< the shared row counter: what the last row detection or row count arrived at
     std::array<std::int64_t, kMaxRows + 1> NumPoints{};  ///< sites in row r, r = 1..NumRows
 
-    // Distances from site i-1 to site i (metres), for i = 1..NumSites-1; entries 0 and NumSites are 0.
+    // Metres from site i-1 to site i, i = 1..NumSites-1; entries 0 and NumSites are 0. Empty: not calculated.
     std::vector<double> TrueDist, XDist, YDist;
     double MaxTrueDist = 0, MaxXDist = 0, MaxYDist = 0;
 

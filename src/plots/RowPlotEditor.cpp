@@ -10,7 +10,6 @@
 #include "desktop/MessageBox.h"
 #include "desktop/OptionButtons.h"
 #include "plots/chart_views.h"
-#include "plots/row_deletion.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_detection.h"
 #include "rows/row_entry.h"
@@ -315,9 +314,9 @@ void RowPlotEditor::Text1_Change() {
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(&main_);
-        const bool emptied = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
+        const RemovedSites removed = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
         noteSurveyChange();
-        if (emptied)
+        if (removed.rows > 0)
             showEmptiedRow();
         else
             showShortenedRow();

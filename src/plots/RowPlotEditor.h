@@ -4,7 +4,7 @@
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
 #include "plots/plot_limits.h"
-#include "plots/row_selection.h"
+#include "rows/row_selection.h"
 #include "rows/row_sites.h"
 #include "ui_Frame1.h"
 

@@ -307,14 +307,12 @@ void frmClip::cmdDelete_Click() {
 }
 
 void frmClip::deleteSites() {
-    const SiteIndex before = theSurvey().NumSites;
-    deleteMaskedSites(theSurvey(), SiteMask);
+    const RemovedSites removed = deleteMaskedSites(theSurvey(), SiteMask);
     noteSurveyChange();
-    followDeletion(before);
+    followDeletion(removed.sites);
 }
 
-void frmClip::followDeletion(SiteIndex sitesBefore) {
-    const SiteIndex removed = sitesBefore - theSurvey().NumSites;
+void frmClip::followDeletion(SiteIndex removed) {
     deleted_ += removed;
     masked_ = 0;
     showCounts();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plots/site_masking.h"
+#include "rows/row_editing.h"
 #include "ui_frmClip.h"
 
 #include <QElapsedTimer>
@@ -68,7 +69,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void showCounts();
     void fillComboRow();
     void deleteSites();
-    void followDeletion(SiteIndex sitesBefore);
+    void followDeletion(SiteIndex removed);
     void checkRows();
     MapState state() const;
     QString zoneShown() const;

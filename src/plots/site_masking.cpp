@@ -4,8 +4,6 @@
 #include "app/column_statistics.h"
 #include "base/bounded.h"
 #include "base/numbers.h"
-#include "rows/row_detection.h"
-#include "rows/site_removal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,52 +36,6 @@ Interval withoutZero(const Interval& extent) {
     if (extent.halfLength() > 0) return extent;
     const double steps = 4 * std::numeric_limits<double>::epsilon() * std::abs(extent.low);
     return extent.widenedToHalf(std::max(0.5, steps));
-}
-
-// NumPoints by row number. In a consistent numbering that is what counting runs gives; with rows gone, every
-// other row still has its own count.
-void countByRowNumber(Survey& survey) {
-    survey.NumPoints.fill(0);
-    const double* const row = survey.SiteData.column(kRow);
-    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
-        const int r = roundToInt(row[i]);
-        if (r >= 1 && r <= kMaxRows) ++survey.NumPoints[static_cast<std::size_t>(r)];
-    }
-}
-
-void forget(std::vector<double>& distances, double& largest) {
-    distances.clear();
-    largest = 0;
-}
-
-// Those of a measure that is not in force go: none may tell of sites that are gone, and who wants to see them
-// calculates them anew.
-void followDistances(Survey& survey) {
-    if (!survey.UseTrueDist) forget(survey.TrueDist, survey.MaxTrueDist);
-    if (!survey.UseXDist) forget(survey.XDist, survey.MaxXDist);
-    if (!survey.UseYDist) forget(survey.YDist, survey.MaxYDist);
-    Calculate_Chosen_Distance(survey);
-}
-
-bool rowsRunWithoutGap(const Survey& survey) {
-    const double* const row = survey.SiteData.column(kRow);
-    const auto number = [row](SiteIndex i) { return roundToInt(row[i]); };
-    if (number(0) != 1 || number(survey.NumSites - 1) != survey.NumRows) return false;
-    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
-        if (row[i] == row[i - 1]) continue;
-        const int step = number(i) - number(i - 1);
-        if (step != 0 && step != 1) return false;
-    }
-    return true;
-}
-
-void makeOneRow(Survey& survey) {
-    double* const row = survey.SiteData.column(kRow);
-    std::fill(row, row + survey.NumSites, 1.0);
-    survey.NumRows = 1;
-    survey.RowIndex = 1;
-    survey.NumPoints.fill(0);
-    survey.NumPoints[1] = survey.NumSites;
 }
 
 }  // namespace
@@ -129,28 +81,10 @@ void recoverSites(SiteMaskArray& SiteMask) {
     std::fill(SiteMask.begin(), SiteMask.end(), std::uint8_t{0});
 }
 
-SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
-    Reserve_Chosen_Distance(survey);
-    const SiteIndex removed = removeSites(survey, SiteMask);
-    survey.SiteData.resize(survey.NumSites);
-    const auto kept = static_cast<std::size_t>(survey.NumSites);
-    if (survey.SiteIDPresent) survey.SiteID.resize(kept);
-    SiteMask.assign(kept, 0);
-    countByRowNumber(survey);
-    followDistances(survey);
+RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
+    RemovedSites removed = removeSites(survey, markedRuns(SiteMask), EmptiedRows::LeaveGaps);
+    SiteMask.assign(static_cast<std::size_t>(survey.NumSites), 0);
     return removed;
-}
-
-bool ValidateRowInfo(Survey& survey) {
-    if (rowsRunWithoutGap(survey)) return true;
-    makeOneRow(survey);
-    return false;
-}
-
-void forgetRows(Survey& survey) {
-    survey.NumRows = 0;
-    survey.RowIndex = 0;
-    survey.NumPoints.fill(0);
 }
 
 std::vector<SiteRun> drawingBlocks(const Survey& survey) {

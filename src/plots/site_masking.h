@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/survey.h"
+#include "rows/site_removal.h"
 
 #include <array>
 #include <cstdint>
@@ -83,25 +83,9 @@ SiteIndex MaskSites(const Survey& survey, const MapExtent& extent, SiteMaskArray
 /// Unmasks every site.
 void recoverSites(SiteMaskArray& SiteMask);
 
-/// Takes the masked sites out of the survey for good, gives their number, and leaves SiteMask with an entry
-/// of 0 for each site kept. The others keep their order and their row numbers; a row that has lost all its
-/// sites is a gap in the numbering, with 0 sites in NumPoints. The storage shrinks to the sites kept, and the
-/// distances of the measure in force are calculated anew, those of the others forgotten.
-SiteIndex deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
-
-/// True when the row numbers run 1, 1, ..., 2, 2, ... up to NumRows without a gap and never fall back. When
-/// they do not, the row information is lost: all sites then make up one row. Requires a site.
-bool ValidateRowInfo(Survey& survey);
-
-/// The rows of a survey without sites: none.
-void forgetRows(Survey& survey);
-
-/// Consecutive sites, [first, last).
-struct SiteRun {
-    SiteIndex first = 0;
-    SiteIndex last = 0;
-    bool operator==(const SiteRun&) const = default;
-};
+/// Takes the masked sites out of the survey for good, and leaves SiteMask with an entry of 0 for each site
+/// kept. A row that has lost all its sites is a gap in the numbering.
+RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
 
 /// All sites in order, in blocks whose ends are multiples of 100 sites (but for the last): after each of them
 /// a map that is being drawn may be shown as far as it is.

@@ -3,7 +3,6 @@
 
 #include "base/bounded.h"
 #include "base/run_time_error.h"
-#include "rows/site_removal.h"
 
 #include <algorithm>
 #include <array>
@@ -101,37 +100,52 @@ auto distanceAlong(const Survey& survey, int column) {
                    [](SiteIndex) { return kLargestDouble; }};
 }
 
+// Calls act(distance) with how two neighbours' distance is measured: 1 true distance, 2 along X, 3 along Y.
+template <typename Act>
+void withMeasure(const Survey& survey, int measure, Act act) {
+    if (measure == 1) act(trueDistance(survey));
+    if (measure == 2) act(distanceAlong(survey, kX));
+    if (measure == 3) act(distanceAlong(survey, kY));
+}
+
+// 0 when there is none.
+int measureInForce(const Survey& survey) {
+    if (survey.UseTrueDist) return 1;
+    return survey.UseXDist ? 2 : survey.UseYDist ? 3 : 0;
+}
+
+struct Distances {
+    std::vector<double>& values;
+    double& largest;
+};
+
+Distances distancesOf(Survey& survey, int measure) {
+    if (measure == 1) return {survey.TrueDist, survey.MaxTrueDist};
+    if (measure == 2) return {survey.XDist, survey.MaxXDist};
+    return {survey.YDist, survey.MaxYDist};
+}
+
 // Takes the distances of removed sites out and calculates those across the gaps. The largest is looked for
 // anew only if it may be among those that are gone.
 template <typename Distance>
-void closeDistanceGaps(const Survey& survey, std::span<const SiteIndex> removed,
-                       std::vector<double>& distances, double& maximum, Distance distance) {
-    const auto before = survey.NumSites + static_cast<SiteIndex>(removed.size());
-    if (removed.empty() || distances.size() != static_cast<std::size_t>(before) + 1)
-        return fillDistances(survey, distances, maximum, distance);
-    double* const out = distances.data();
+void closeDistanceGaps(const Survey& survey, std::span<const SiteRun> removed, Distances distances,
+                       Distance distance) {
+    std::vector<double>& values = distances.values;
+    const auto at = [&](SiteIndex i) { return values[static_cast<std::size_t>(i)]; };
     double gone = 0;
-    for (const SiteIndex site : removed)
-        gone = std::max({gone, out[site], out[site + 1]});
-    closeGaps(out, before, removed);
-    distances.resize(static_cast<std::size_t>(survey.NumSites) + 1);
-    double across = 0;
-    for (std::size_t i = 0; i < removed.size(); ++i) {
-        const SiteIndex behind = removed[i] - static_cast<SiteIndex>(i);
+    for (const SiteRun& run : removed)
+        gone = std::max(gone, largestOf(run.first, run.last + 1, at));
+    closeGaps(values.data(), static_cast<SiteIndex>(values.size()), removed);
+    values.resize(static_cast<std::size_t>(survey.NumSites) + 1);
+    SiteIndex gap = 0;
+    for (const SiteRun& run : removed) {
+        const SiteIndex behind = run.first - gap;
+        gap += run.count();
         const bool between = behind > 0 && behind < survey.NumSites;
-        distances[static_cast<std::size_t>(behind)] = between ? distance(behind) : 0;
-        across = std::max(across, distances[static_cast<std::size_t>(behind)]);
+        values[static_cast<std::size_t>(behind)] = between ? distance(behind) : 0;
+        distances.largest = std::max(distances.largest, at(behind));
     }
-    distances.front() = distances.back() = 0;
-    if (gone >= maximum) return fillDistances(survey, distances, maximum, distance);
-    maximum = std::max(maximum, across);
-}
-
-const std::vector<double>* chosenDistances(const Survey& survey) {
-    if (survey.UseTrueDist) return &survey.TrueDist;
-    if (survey.UseXDist) return &survey.XDist;
-    if (survey.UseYDist) return &survey.YDist;
-    return nullptr;
+    if (gone >= distances.largest) distances.largest = largestOf(1, survey.NumSites, at);
 }
 
 // Numbers the sites up to the first one that would need row 251; gives the row counter's last value.
@@ -156,58 +170,63 @@ bool rowsRunInOrder(const Survey& survey) {
 
 }  // namespace
 
+void Calculate_Distances(Survey& survey, int distanceMode) {
+    withMeasure(survey, distanceMode, [&](const auto& distance) {
+        const Distances distances = distancesOf(survey, distanceMode);
+        fillDistances(survey, distances.values, distances.largest, distance);
+    });
+}
+
 void Calculate_Distance(Survey& survey) {
-    fillDistances(survey, survey.TrueDist, survey.MaxTrueDist, trueDistance(survey));
+    Calculate_Distances(survey, 1);
 }
 
 void Calculate_X_Distance(Survey& survey) {
-    fillDistances(survey, survey.XDist, survey.MaxXDist, distanceAlong(survey, kX));
+    Calculate_Distances(survey, 2);
 }
 
 void Calculate_Y_Distance(Survey& survey) {
-    fillDistances(survey, survey.YDist, survey.MaxYDist, distanceAlong(survey, kY));
+    Calculate_Distances(survey, 3);
 }
 
 void Calculate_Chosen_Distance(Survey& survey) {
-    if (survey.UseTrueDist)
-        Calculate_Distance(survey);
-    else if (survey.UseXDist)
-        Calculate_X_Distance(survey);
-    else if (survey.UseYDist)
-        Calculate_Y_Distance(survey);
-}
-
-void Reserve_Chosen_Distance(Survey& survey) {
-    const auto size = static_cast<std::size_t>(survey.NumSites) + 1;
-    if (survey.UseTrueDist)
-        survey.TrueDist.reserve(size);
-    else if (survey.UseXDist)
-        survey.XDist.reserve(size);
-    else if (survey.UseYDist)
-        survey.YDist.reserve(size);
+    Calculate_Distances(survey, measureInForce(survey));
 }
 
 std::vector<double> distancesBy(const Survey& survey, int distanceMode) {
     std::vector<double> distances;
     double largest = 0;
-    if (distanceMode == 1) fillDistances(survey, distances, largest, trueDistance(survey));
-    if (distanceMode == 2) fillDistances(survey, distances, largest, distanceAlong(survey, kX));
-    if (distanceMode == 3) fillDistances(survey, distances, largest, distanceAlong(survey, kY));
+    withMeasure(survey, distanceMode,
+                [&](const auto& distance) { fillDistances(survey, distances, largest, distance); });
     return distances;
 }
 
-void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed) {
-    if (survey.UseTrueDist)
-        closeDistanceGaps(survey, removed, survey.TrueDist, survey.MaxTrueDist, trueDistance(survey));
-    else if (survey.UseXDist)
-        closeDistanceGaps(survey, removed, survey.XDist, survey.MaxXDist, distanceAlong(survey, kX));
-    else if (survey.UseYDist)
-        closeDistanceGaps(survey, removed, survey.YDist, survey.MaxYDist, distanceAlong(survey, kY));
+void Reserve_Chosen_Distance(Survey& survey) {
+    const int measure = measureInForce(survey);
+    if (measure > 0)
+        distancesOf(survey, measure).values.reserve(static_cast<std::size_t>(survey.NumSites) + 1);
+}
+
+void Distances_After_Removal(Survey& survey, std::span<const SiteRun> removed, SiteIndex before) {
+    const int inForce = measureInForce(survey);
+    for (const int measure : {1, 2, 3}) {
+        const Distances distances = distancesOf(survey, measure);
+        if (distances.values.size() == static_cast<std::size_t>(before) + 1) {
+            withMeasure(survey, measure, [&](const auto& distance) {
+                closeDistanceGaps(survey, removed, distances, distance);
+            });
+        } else if (measure == inForce) {
+            Calculate_Distances(survey, measure);
+        } else {
+            distances.values.clear();
+            distances.largest = 0;
+        }
+    }
 }
 
 RowDetection Assign_Row(Survey& survey) {
-    const auto* const distances = chosenDistances(survey);
-    survey.RowIndex = distances != nullptr ? numberSites(survey, distances->data()) : 1;
+    const int measure = measureInForce(survey);
+    survey.RowIndex = measure > 0 ? numberSites(survey, distancesOf(survey, measure).values.data()) : 1;
     if (survey.RowIndex > kMaxRows) return RowDetection::TooManyRows;
     survey.NumRows = survey.RowIndex;
     return RowDetection::Assigned;

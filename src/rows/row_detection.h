@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/survey.h"
-
-#include <span>
+#include "rows/site_runs.h"
 
 namespace tessel {
 
@@ -25,7 +23,9 @@ void Calculate_Distance(Survey& survey);
 void Calculate_X_Distance(Survey& survey);
 void Calculate_Y_Distance(Survey& survey);
 
-/// Calculates the distances of the measure chosen (UseTrueDist, else UseXDist, else UseYDist); none, nothing.
+/// The same by a measure (1 true distance, 2 along X, 3 along Y; 0, nothing), and by the measure chosen
+/// (UseTrueDist, else UseXDist, else UseYDist; none, nothing).
+void Calculate_Distances(Survey& survey, int distanceMode);
 void Calculate_Chosen_Distance(Survey& survey);
 
 /// Makes room for the distances of the measure chosen. Who takes sites out calls it first, so that nothing
@@ -36,11 +36,11 @@ void Reserve_Chosen_Distance(Survey& survey);
 /// with the survey left alone.
 std::vector<double> distancesBy(const Survey& survey, int distanceMode);
 
-/// Brings the distances of the measure chosen in step with sites that have been removed, given the indices
-/// they had (ascending, each once): the result is that of Calculate_Chosen_Distance, but only the distances
-/// across a gap are calculated. Requires distances that were in step before; arrays of another length are
-/// filled anew.
-void Distances_After_Removal(Survey& survey, std::span<const SiteIndex> removed);
+/// Brings all distances in step with sites that have been removed, given the runs in which they stood (in
+/// order, none reaching into the next) and the number of sites that there were: arrays that were in step
+/// become those that a calculation of all would give, with only the distances across a gap calculated; of the
+/// others those of the measure chosen are calculated and those of the rest forgotten.
+void Distances_After_Removal(Survey& survey, std::span<const SiteRun> removed, SiteIndex before);
 
 /// Writes the row column from the distances of the measure chosen, which must have been calculated. The gap
 /// behind site 0 is never looked at: sites 0 and 1 share row 1 however far apart they are. With no measure

@@ -2,11 +2,9 @@
 #include "rows/row_editing.h"
 
 #include "base/numbers.h"
-#include "rows/site_removal.h"
+#include "rows/row_sites.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <vector>
 
 namespace tessel {
 
@@ -23,28 +21,24 @@ void closeNumberGap(Survey& survey, int row) {
         rows[i] -= rows[i] > row ? 1.0 : 0.0;
 }
 
-void countRows(Survey& survey) {
-    if (survey.NumSites == 0) {
-        survey.NumRows = survey.RowIndex = 0;
-        survey.NumPoints.fill(0);
-        return;
+bool rowsRunWithoutGap(const Survey& survey) {
+    const double* const row = survey.SiteData.column(kRow);
+    const auto number = [row](SiteIndex i) { return roundToInt(row[i]); };
+    if (number(0) != 1 || number(survey.NumSites - 1) != survey.NumRows) return false;
+    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
+        if (row[i] == row[i - 1]) continue;
+        const int step = number(i) - number(i - 1);
+        if (step != 0 && step != 1) return false;
     }
-    survey.NumRows = rowOfLastSite(survey);
-    Calculate_NumPoints(survey);
+    return true;
 }
 
-SiteIndex removeRow(Survey& survey, int row) {
-    const double* const rows = survey.SiteData.column(kRow);
-    std::vector<std::uint8_t> marks(static_cast<std::size_t>(survey.NumSites));
-    std::transform(rows, rows + survey.NumSites, marks.begin(),
-                   [row](double r) { return static_cast<std::uint8_t>(r == row ? 1 : 0); });
-    return removeSites(survey, marks);
-}
-
-void calculateDistance(Survey& survey, int distanceMode) {
-    if (distanceMode == 1) Calculate_Distance(survey);
-    if (distanceMode == 2) Calculate_X_Distance(survey);
-    if (distanceMode == 3) Calculate_Y_Distance(survey);
+void makeOneRow(Survey& survey) {
+    double* const row = survey.SiteData.column(kRow);
+    std::fill(row, row + survey.NumSites, 1.0);
+    survey.NumRows = survey.RowIndex = 1;
+    survey.NumPoints.fill(0);
+    survey.NumPoints[1] = survey.NumSites;
 }
 
 }  // namespace
@@ -52,24 +46,34 @@ void calculateDistance(Survey& survey, int distanceMode) {
 void Joint_Row(Survey& survey, int row1, int row2) {
     // Every row behind the lower of two neighbours moves down by one: the higher one onto it.
     closeNumberGap(survey, std::min(row1, row2));
-    countRows(survey);
+    survey.NumRows = rowOfLastSite(survey);
+    Calculate_NumPoints(survey);
 }
 
-void Delete_Row(Survey& survey, int row) {
-    Reserve_Chosen_Distance(survey);
-    removeRow(survey, row);
-    closeNumberGap(survey, row);
-    countRows(survey);
-    Calculate_Chosen_Distance(survey);
+RemovedSites Delete_Row(Survey& survey, int row) {
+    Calculate_NumPoints(survey);
+    const RowSites sites = rowSites(survey, row);
+    return removeSites(survey, {{sites.first, sites.first + sites.count}}, EmptiedRows::CloseUp);
 }
 
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance) {
-    calculateDistance(survey, distanceMode);  // first, because memory may not suffice
+    Calculate_Distances(survey, distanceMode);  // first, because memory may not suffice
     survey.chooseDistance(distanceMode);
     survey.MinDistance = minDistance;
     const RowDetection outcome = Assign_Row(survey);
     if (outcome == RowDetection::Assigned) Calculate_NumPoints(survey);
     return outcome;
+}
+
+bool ValidateRowInfo(Survey& survey) {
+    if (rowsRunWithoutGap(survey)) return true;
+    makeOneRow(survey);
+    return false;
+}
+
+void forgetRows(Survey& survey) {
+    survey.NumRows = survey.RowIndex = 0;
+    survey.NumPoints.fill(0);
 }
 
 }  // namespace tessel

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/survey.h"
 #include "rows/row_detection.h"
+#include "rows/site_removal.h"
 
 namespace tessel {
 
@@ -17,10 +17,17 @@ void Joint_Row(Survey& survey, int row1, int row2);
 
 /// Deletes a row with all its sites; the rows behind it move down by one. With the last site NumRows,
 /// RowIndex and NumPoints become 0. Requires 1 <= row <= NumRows and at most kMaxRows rows.
-void Delete_Row(Survey& survey, int row);
+RemovedSites Delete_Row(Survey& survey, int row);
 
 /// Finds the rows anew: the measure (1 true distance, 2 along X, 3 along Y) and the threshold (metres, not
 /// negative) become those in force, distances are calculated and rows assigned.
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance);
+
+/// True when the row numbers run 1, 1, ..., 2, 2, ... up to NumRows without a gap and never fall back. When
+/// they do not, the row information is lost: all sites then make up one row. Requires a site.
+bool ValidateRowInfo(Survey& survey);
+
+/// The rows of a survey without sites: none.
+void forgetRows(Survey& survey);
 
 }  // namespace tessel

@@ -1,83 +1,84 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/site_removal.h"
 
+#include "base/numbers.h"
+#include "rows/row_detection.h"
+
 #include <algorithm>
-#include <array>
-#include <cstring>
+#include <utility>
 
 namespace tessel {
 
 namespace {
 
-constexpr std::size_t kBlock = 64;
-
-bool noneMarked(const std::uint8_t* marks) {
-    std::array<std::uint64_t, kBlock / sizeof(std::uint64_t)> words;
-    std::memcpy(words.data(), marks, kBlock);
-    std::uint64_t any = 0;
-    for (const std::uint64_t word : words)
-        any |= word;
-    return any == 0;
+// Entry 0, which counts no row, for a number that is none.
+std::size_t countOf(double rowNumber) {
+    const int row = roundToInt(rowNumber);
+    return row >= 1 && row <= kMaxRows ? static_cast<std::size_t>(row) : 0;
 }
 
-SiteIndex compact(double* values, std::span<const std::uint8_t> marks) {
-    std::size_t kept = 0;
-    std::size_t i = 0;
-    // Without a branch: every value is written to the next free place, which advances only when it is kept.
-    const auto compactUpTo = [&](std::size_t end) {
-        for (; i < end; ++i) {
-            values[kept] = values[i];
-            kept += marks[i] == 0 ? 1u : 0u;
-        }
-    };
-    // Few sites among many are the common case: what lies between them moves in blocks.
-    while (marks.size() - i >= kBlock) {
-        if (!noneMarked(marks.data() + i)) {
-            compactUpTo(i + kBlock);
-            continue;
-        }
-        if (kept != i) std::memmove(values + kept, values + i, kBlock * sizeof(double));
-        kept += kBlock;
-        i += kBlock;
+// Adds each of these sites `times` to the count of its row.
+void count(Survey& survey, const SiteRun& sites, std::int64_t times) {
+    const double* const row = survey.SiteData.column(kRow);
+    for (SiteIndex i = sites.first; i < sites.last;) {
+        const SiteIndex first = i;
+        while (i < sites.last && row[i] == row[first])
+            ++i;
+        survey.NumPoints[countOf(row[first])] += times * (i - first);
     }
-    compactUpTo(marks.size());
-    std::fill(values + kept, values + marks.size(), 0.0);
-    return static_cast<SiteIndex>(kept);
+    survey.NumPoints[0] = 0;
+}
+
+std::ptrdiff_t rowsWithoutSites(const Survey& survey) {
+    return std::count(survey.NumPoints.begin(), survey.NumPoints.end(), 0);
+}
+
+void countWithout(Survey& survey, RemovedSites& removed) {
+    const auto before = rowsWithoutSites(survey);
+    for (const SiteRun& run : removed.runs) {
+        count(survey, run, -1);
+        removed.sites += run.count();
+    }
+    removed.rows = static_cast<int>(rowsWithoutSites(survey) - before);
+}
+
+void takeOut(Survey& survey, const RemovedSites& removed) {
+    const SiteIndex before = survey.NumSites;
+    survey.NumSites -= removed.sites;
+    for (int column = 0; column < kSiteColumns; ++column)
+        closeGaps(survey.SiteData.column(column), before, removed.runs);
+    survey.SiteData.resize(survey.NumSites);
+    if (!survey.SiteIDPresent) return;
+    closeGaps(survey.SiteID.data(), before, removed.runs);
+    survey.SiteID.resize(static_cast<std::size_t>(survey.NumSites));
+}
+
+// Numbers the rows that still have sites 1, 2, 3, ...
+void closeUpRows(Survey& survey) {
+    auto& points = survey.NumPoints;
+    const auto end = std::remove(points.begin() + 1, points.end(), 0);
+    std::fill(end, points.end(), 0);
+    survey.NumRows = survey.RowIndex = static_cast<int>(end - points.begin()) - 1;
+    double* sites = survey.SiteData.column(kRow);
+    for (int row = 1; row <= survey.NumRows; ++row)
+        sites = std::fill_n(sites, points[static_cast<std::size_t>(row)], row);
 }
 
 }  // namespace
 
-SiteIndex removeSites(Survey& survey, std::span<const std::uint8_t> marks) {
+RemovedSites removeSites(Survey& survey, std::vector<SiteRun> runs, EmptiedRows emptied) {
+    Reserve_Chosen_Distance(survey);
     const SiteIndex before = survey.NumSites;
-    if (before == 0) return 0;
-    const auto used = marks.first(static_cast<std::size_t>(before));
-    for (int column = 0; column < kSiteColumns; ++column)
-        survey.NumSites = compact(survey.SiteData.column(column), used);
-    if (survey.SiteIDPresent) compact(survey.SiteID.data(), used);
-    return before - survey.NumSites;
-}
-
-void closeGaps(double* values, SiteIndex count, std::span<const SiteIndex> removed) {
-    if (removed.empty()) return;
-    double* free = values + removed.front();
-    for (std::size_t i = 0; i < removed.size(); ++i) {
-        const SiteIndex next = i + 1 < removed.size() ? removed[i + 1] : count;
-        free = std::copy(values + removed[i] + 1, values + next, free);
+    RemovedSites removed{std::move(runs)};
+    if (emptied == EmptiedRows::LeaveGaps) {
+        survey.NumPoints.fill(0);
+        count(survey, {0, before}, 1);
     }
-}
-
-SiteIndex removeSitesAt(Survey& survey, std::span<const SiteIndex> removed) {
-    const auto gone = static_cast<SiteIndex>(removed.size());
-    const SiteIndex before = survey.NumSites;
-    const auto take = [&](double* values) {
-        closeGaps(values, before, removed);
-        std::fill(values + (before - gone), values + before, 0.0);
-    };
-    for (int column = 0; column < kSiteColumns; ++column)
-        take(survey.SiteData.column(column));
-    if (survey.SiteIDPresent) take(survey.SiteID.data());
-    survey.NumSites = before - gone;
-    return gone;
+    countWithout(survey, removed);
+    takeOut(survey, removed);
+    if (emptied == EmptiedRows::CloseUp && removed.rows > 0) closeUpRows(survey);
+    Distances_After_Removal(survey, removed.runs, before);
+    return removed;
 }
 
 }  // namespace tessel

@@ -1,25 +1,35 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/survey.h"
-
-#include <cstdint>
-#include <span>
+#include "rows/site_runs.h"
 
 namespace tessel {
 
-/// Takes sites out of the survey for good: those whose mark is not 0. The others keep their order and move
-/// together in all five columns and in SiteID; the entries freed at the end are 0 and the storage keeps its
-/// size; NumSites becomes the number kept. Row numbers, NumPoints and distances are left to the caller.
-/// Requires one mark for each site. Gives the number of sites removed. One pass over each column.
-SiteIndex removeSites(Survey& survey, std::span<const std::uint8_t> marks);
+// The one way out for sites.
 
-/// The same for sites given by their indices, ascending, each once, all below NumSites. Moves only what lies
-/// behind the first of them.
-SiteIndex removeSitesAt(Survey& survey, std::span<const SiteIndex> removed);
+/// What becomes of the number of a row that loses its last site.
+enum class EmptiedRows {
+    CloseUp,   ///< it goes to the row behind: rows stay numbered without a gap
+    LeaveGaps  ///< it stays, as a row of 0 sites in NumPoints, and NumRows and RowIndex with it
+};
 
-/// Takes the entries with these indices (ascending, each once, all below `count`) out of an array; the
-/// others move up in order, and what is behind them stays as it is.
-void closeGaps(double* values, SiteIndex count, std::span<const SiteIndex> removed);
+/// What has been taken out.
+struct RemovedSites {
+    std::vector<SiteRun> runs;  ///< where they stood
+    SiteIndex sites = 0;        ///< how many they are
+    int rows = 0;               ///< how many rows have lost their last site
+};
+
+/// Takes sites out of the survey for good, given their runs (in order, none reaching into the next), and
+/// brings everything that depends on them in step:
+/// - the others keep their order and move together in all columns and in SiteID, which become as long as
+///   there are sites and keep their memory, so that what grows again finds it there, and zeros in it;
+/// - distances that were in step with the sites stay so, by all three measures, each array and its largest
+///   value as if calculated anew; those in force are calculated where there were none, others that were not
+///   in step are forgotten;
+/// - NumPoints, and where rows close up row numbers, NumRows and RowIndex.
+/// To close up requires rows in order and NumPoints as counted. Where memory runs out nothing has been
+/// changed. One pass over what lies behind the first site taken out.
+RemovedSites removeSites(Survey& survey, std::vector<SiteRun> runs, EmptiedRows emptied);
 
 }  // namespace tessel

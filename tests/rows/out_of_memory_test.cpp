@@ -1,48 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_adjustment.h"
-#include "plots/row_deletion.h"
 #include "plots/site_masking.h"
 #include "rows/row_detection.h"
 #include "rows/row_editing.h"
+#include "rows/row_selection.h"
 #include "support/failing_allocations.h"
 #include "support/row_surveys.h"
+#include "support/survey_bits.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <new>
-#include <optional>
-#include <vector>
 
 namespace tessel {
 
 // An act for which memory runs out is not done at all: the survey is the one before it, to the last entry.
 
 namespace {
-
-struct Contents {
-    explicit Contents(const Survey& survey)
-        : numbers{static_cast<double>(survey.NumSites),
-                  static_cast<double>(survey.NumRows),
-                  static_cast<double>(survey.RowIndex),
-                  survey.MinDistance,
-                  static_cast<double>(survey.DistanceMode),
-                  survey.MaxTrueDist,
-                  survey.MaxXDist,
-                  survey.MaxYDist},
-          ids(survey.SiteID),
-          distances{survey.TrueDist, survey.XDist, survey.YDist},
-          points(survey.NumPoints.begin(), survey.NumPoints.end()) {
-        for (int column = 0; column < kSiteColumns; ++column)
-            columns.emplace_back(survey.SiteData.column(column),
-                                 survey.SiteData.column(column) + survey.SiteData.capacity());
-    }
-    bool operator==(const Contents&) const = default;
-
-    std::vector<double> numbers, ids;
-    std::vector<std::vector<double>> columns, distances;
-    std::vector<std::int64_t> points;
-};
 
 // Three rows; the distances of the measure in force have just enough room, as after an import, or none.
 Survey madeSurvey(bool withDistances) {
@@ -67,13 +42,13 @@ void expectWholeOrNotAtAll(const std::function<void(Survey&)>& act) {
         bool done = false;
         for (long successes = 0; !done && successes < 100; ++successes) {
             Survey survey = madeSurvey(withDistances);
-            const Contents before(survey);
+            const Survey before = survey;
             try {
                 const FailingAllocations failing(successes);
                 act(survey);
                 done = !failing.hasFailed();
             } catch (const std::bad_alloc&) {
-                EXPECT_EQ(Contents(survey), before) << "after " << successes << " allocations";
+                EXPECT_EQ(differences(survey, before), "") << "after " << successes << " allocations";
             }
         }
         EXPECT_TRUE(done);

@@ -50,6 +50,16 @@ void expectInStep(const Survey& survey) {
     ASSERT_EQ(survey.MaxTrueDist, largest);
 }
 
+// Sites with these row numbers in a survey that has counted so many rows.
+Survey rowsNumbered(const std::vector<double>& numbers, int rows) {
+    std::vector<RowSite> sites;
+    for (const double number : numbers)
+        sites.push_back({double(sites.size()), number, 1, 2, number, 0});
+    Survey survey = surveyWithRows(sites);
+    survey.NumRows = survey.RowIndex = rows;
+    return survey;
+}
+
 // The rules as they are written, on sites kept one by one.
 void joinLiterally(std::vector<RowSite>& sites, int a, int b) {
     for (RowSite& site : sites) {
@@ -137,16 +147,12 @@ TEST(DeletingARow, MovesLaterSitesUpWithEverythingThatIsTheirs) {
     expectInStep(survey);
 }
 
-TEST(DeletingARow, ClearsTheEntriesAtTheEndAndKeepsTheStorage) {
+TEST(DeletingARow, NeedsNoCountThatWasMadeBefore) {
     Survey survey = fourRows();
-    const SiteIndex capacity = survey.SiteData.capacity();
+    survey.NumPoints.fill(0);
     Delete_Row(survey, 3);
-    EXPECT_EQ(survey.SiteData.capacity(), capacity);
-    for (int column = 0; column < kSiteColumns; ++column) {
-        EXPECT_EQ(survey.SiteData(column, 4), 0);
-        EXPECT_EQ(survey.SiteData(column, 5), 0);
-    }
-    EXPECT_EQ(survey.SiteID[4], 0);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3}));
+    expectInStep(survey);
 }
 
 TEST(DeletingARow, TheLastOneLeavesTheOthersAlone) {
@@ -253,6 +259,51 @@ TEST(RecalculatingRows, WorksWithASiteThatIsNoPlaceOnEarth) {
     Survey survey = surveyWithRows({{0, 0}, {1, 0}, {1e300, 0}, {2, 0}, {3, 0}});
     EXPECT_EQ(Recalculate_Rows(survey, 1, 7), RowDetection::Assigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
+}
+
+TEST(RowInformation, HoldsWhileNumbersRunUpToTheLastRow) {
+    for (const auto& rows : {std::vector<double>{1}, {1, 1, 1}, {1, 2, 3}, {1, 1, 2, 2, 2, 3}}) {
+        Survey survey = rowsNumbered(rows, static_cast<int>(rows.back()));
+        const auto before = sitesIn(survey);
+        EXPECT_TRUE(ValidateRowInfo(survey));
+        EXPECT_TRUE(sitesIn(survey) == before);
+        EXPECT_EQ(survey.NumRows, rows.back());
+    }
+}
+
+TEST(RowInformation, IsLostWhenARowIsGoneOrNumbersFallBack) {
+    const std::vector<std::pair<std::vector<double>, int>> lost = {{{2, 2, 3}, 3},  // the first row is gone
+                                                                   {{1, 1, 2}, 3},  // the last
+                                                                   {{1, 1, 3}, 3},  // one between
+                                                                   {{1, 2, 1, 2}, 2},  // falls back
+                                                                   {{1, 2, 3, 2}, 2}, {{1, 3, 2}, 2}};
+    for (const auto& [rows, numRows] : lost) {
+        Survey survey = rowsNumbered(rows, numRows);
+        EXPECT_FALSE(ValidateRowInfo(survey));
+        for (SiteIndex i = 0; i < survey.NumSites; ++i)
+            EXPECT_EQ(survey.SiteData(kRow, i), 1);
+        EXPECT_EQ(survey.NumRows, 1);
+        EXPECT_EQ(survey.RowIndex, 1);
+        EXPECT_EQ(survey.NumPoints[1], survey.NumSites);
+        EXPECT_EQ(survey.NumPoints[2], 0);
+        EXPECT_TRUE(rowsAreUsable(survey));
+    }
+}
+
+TEST(RowInformation, ReadsRowNumbersRounded) {
+    Survey survey = rowsNumbered({1.2, 0.9, 2.4, 1.6}, 2);
+    EXPECT_TRUE(ValidateRowInfo(survey));
+    EXPECT_EQ(survey.SiteData(kRow, 0), 1.2);
+}
+
+TEST(RowInformation, IsNoneWithoutSites) {
+    Survey survey = rowsNumbered({1, 2}, 2);
+    survey.NumPoints[1] = 1;
+    forgetRows(survey);
+    EXPECT_EQ(survey.NumRows, 0);
+    EXPECT_EQ(survey.RowIndex, 0);
+    EXPECT_EQ(survey.NumPoints[1], 0);
+    EXPECT_FALSE(rowsAreUsable(survey));
 }
 
 // What the help document on rows says about a survey without gaps.

@@ -1,62 +1,186 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/site_removal.h"
 
-#include "support/made_survey.h"
+#include "rows/row_detection.h"
+#include "support/row_surveys.h"
+#include "support/survey_bits.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
+#include <limits>
+#include <numeric>
 
 namespace tessel {
 
 namespace {
 
+using Marks = std::vector<std::uint8_t>;
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+
 Survey numberedSites(SiteIndex count) {
-    std::vector<MadeSite> sites;
+    std::vector<RowSite> sites;
     for (SiteIndex i = 0; i < count; ++i)
-        sites.push_back({double(i), double(i) + 0.25, double(i) + 0.5, double(i) + 0.75, 1});
-    return madeSurvey(sites);
+        sites.push_back(
+            {double(i), double(i) + 0.25, double(i) + 0.5, double(i) + 0.75, 1, double(i) + 1001});
+    return surveyWithRows(sites);
 }
 
-void expectRemoved(SiteIndex count, const std::vector<std::uint8_t>& marks) {
+RemovedSites removeMarked(Survey& survey, const Marks& marks, EmptiedRows emptied = EmptiedRows::LeaveGaps) {
+    return removeSites(survey, markedRuns(marks), emptied);
+}
+
+Marks someMarks(std::mt19937& random, SiteIndex count, double share) {
+    Marks marks(static_cast<std::size_t>(count));
+    std::bernoulli_distribution marked(share);
+    for (auto& mark : marks)
+        mark = marked(random) ? 1 : 0;
+    return marks;
+}
+
+void expectRemoved(SiteIndex count, const Marks& marks) {
     Survey survey = numberedSites(count);
-    const std::vector<MadeSite> before = madeSitesOf(survey);
-    std::vector<MadeSite> expected;
-    std::vector<double> expectedIds;
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        if (marks[i] != 0) continue;
-        expected.push_back(before[i]);
-        expectedIds.push_back(survey.SiteID[i]);
-    }
-    EXPECT_EQ(removeSites(survey, marks), count - static_cast<SiteIndex>(expected.size()));
-    ASSERT_TRUE(madeSitesOf(survey) == expected) << "of " << count << " sites";
-    survey.SiteID.resize(expected.size());
-    ASSERT_EQ(survey.SiteID, expectedIds);
+    std::vector<RowSite> expected;
+    for (const RowSite& site : sitesIn(survey))
+        if (marks[static_cast<std::size_t>(site.x)] == 0) expected.push_back(site);
+    const RemovedSites removed = removeMarked(survey, marks);
+    EXPECT_EQ(removed.sites, count - static_cast<SiteIndex>(expected.size()));
+    EXPECT_EQ(removed.runs, markedRuns(marks));
+    ASSERT_TRUE(sitesIn(survey) == expected) << "of " << count << " sites";
+    EXPECT_EQ(survey.SiteData.capacity(), survey.NumSites);
+    EXPECT_EQ(survey.SiteID.size(), expected.size());
+}
+
+Survey rowsOfOneSite(int rows) {
+    std::vector<RowSite> sites;
+    for (int row = 1; row <= rows; ++row)
+        sites.push_back({double(row), 0, 0, 0, double(row), 0});
+    return surveyWithRows(sites);
+}
+
+// Coarse coordinates, so that distances repeat and the largest occurs more than once.
+Survey coarseSurvey(std::mt19937& random, int measure) {
+    std::uniform_int_distribution<int> coordinate(-5, 5);
+    std::vector<RowSite> sites(1 + random() % 12);
+    for (RowSite& site : sites)
+        site = {double(coordinate(random)), double(coordinate(random))};
+    Survey survey = surveyWithRows(sites);
+    for (const int each : {1, 2, 3})
+        Calculate_Distances(survey, each);
+    survey.chooseDistance(measure);
+    return survey;
 }
 
 }  // namespace
 
-TEST(SiteRemoval, KeepsTheOthersInOrderHoweverManyAreMarked) {
+TEST(MarkedRuns, AreThoseOfTheMarks) {
+    EXPECT_EQ(markedRuns(Marks{1, 1, 0, 0, 1, 0, 1}), (std::vector<SiteRun>{{0, 2}, {4, 5}, {6, 7}}));
+    EXPECT_EQ(markedRuns(Marks{0, 1, 0}), (std::vector<SiteRun>{{1, 2}}));
+    EXPECT_TRUE(markedRuns(Marks{0, 0}).empty());
+    EXPECT_TRUE(markedRuns({}).empty());
+}
+
+TEST(SiteRemoval, KeepsTheOthersInOrderHoweverManyGo) {
     std::mt19937 random(7);
-    for (const double share : {0.0, 0.003, 0.02, 0.5, 0.98, 1.0}) {
-        std::bernoulli_distribution marked(share);
-        for (const SiteIndex count : {1, 63, 64, 65, 128, 129, 1000}) {
-            std::vector<std::uint8_t> marks(static_cast<std::size_t>(count));
-            for (auto& mark : marks)
-                mark = marked(random) ? 200 : 0;
-            expectRemoved(count, marks);
-        }
+    for (const double share : {0.0, 0.003, 0.02, 0.5, 0.98, 1.0})
+        for (const SiteIndex count : {1, 2, 64, 129, 1000})
+            expectRemoved(count, someMarks(random, count, share));
+}
+
+TEST(SiteRemoval, KeepsTheMemoryOfTheStorageAndZerosInWhatBecomesFree) {
+    Survey survey = numberedSites(20);
+    const SiteIndex before = survey.SiteData.capacity();
+    const double* const x = survey.SiteData.column(kX);
+    removeSites(survey, {{3, 9}}, EmptiedRows::CloseUp);
+    survey.SiteData.resize(before);
+    EXPECT_EQ(survey.SiteData.column(kX), x);
+    EXPECT_EQ(survey.SiteData(kX, 13), 19);
+    for (SiteIndex site = 14; site < before; ++site)
+        for (int column = 0; column < kSiteColumns; ++column)
+            EXPECT_EQ(survey.SiteData(column, site), 0);
+}
+
+TEST(SiteRemoval, WithoutSiteNumbersTouchesNone) {
+    Survey survey = numberedSites(3);
+    survey.SiteIDPresent = false;
+    survey.SiteID.clear();
+    removeMarked(survey, {1, 0, 0});
+    EXPECT_EQ(survey.SiteData(kX, 0), 1);
+    EXPECT_TRUE(survey.SiteID.empty());
+}
+
+TEST(SiteRemoval, FromAnEmptySurveyRemovesNone) {
+    Survey survey;
+    EXPECT_EQ(removeMarked(survey, {}).sites, 0);
+    EXPECT_EQ(differences(survey, Survey{}), "");
+}
+
+TEST(SiteRemoval, ClosesUpAllRowsThatItEmpties) {
+    Survey survey = rowsOfOneSite(6);
+    EXPECT_EQ(removeMarked(survey, {1, 0, 1, 1, 0, 0}, EmptiedRows::CloseUp).rows, 3);
+    for (const int row : {1, 2, 3}) {
+        EXPECT_EQ(survey.SiteData(kRow, row - 1), row);
+        EXPECT_EQ(survey.NumPoints[static_cast<std::size_t>(row)], 1);
+    }
+    EXPECT_EQ(std::accumulate(survey.NumPoints.begin(), survey.NumPoints.end(), 0), 3);
+    EXPECT_EQ(survey.NumRows, 3);
+    EXPECT_EQ(survey.RowIndex, 3);
+}
+
+TEST(SiteRemoval, LeavesNumbersAloneWhereRowsLeaveGapsAndCountsByThem) {
+    Survey survey = rowsOfOneSite(4);
+    survey.SiteData(kRow, 2) = kMaxRows;
+    survey.SiteData(kRow, 3) = kMaxRows + 1;
+    survey.NumPoints.fill(9);
+    EXPECT_EQ(removeMarked(survey, {0, 1, 0, 0}).rows, 1);
+    EXPECT_EQ(survey.SiteData(kRow, 1), kMaxRows);
+    EXPECT_EQ(survey.SiteData(kRow, 2), kMaxRows + 1);
+    EXPECT_EQ(survey.NumRows, 4);
+    EXPECT_EQ(survey.RowIndex, 4);
+    Survey expected = survey;
+    expected.NumPoints.fill(0);
+    expected.NumPoints[1] = expected.NumPoints[kMaxRows] = 1;
+    Calculate_Distance(expected);
+    EXPECT_EQ(differences(survey, expected), "");
+}
+
+TEST(DistancesAfterRemoval, AreThoseThatACalculationOfAllGives) {
+    std::mt19937 random(11);
+    for (int run = 0; run < 3000; ++run) {
+        Survey survey = coarseSurvey(random, 1 + run % 3);
+        removeMarked(survey, someMarks(random, survey.NumSites, 0.33));
+        Survey expected = survey;
+        for (const int each : {1, 2, 3})
+            Calculate_Distances(expected, each);
+        ASSERT_EQ(differences(survey, expected), "") << "run " << run;
     }
 }
 
-TEST(SiteRemoval, ClearsTheEntriesThatBecomeFree) {
-    Survey survey = numberedSites(200);
-    std::vector<std::uint8_t> marks(200, 0);
-    marks[3] = 1;
-    removeSites(survey, marks);
-    EXPECT_EQ(survey.SiteData(kX, 198), 199);
-    EXPECT_EQ(survey.SiteData(kX, 199), 0);
-    EXPECT_EQ(survey.SiteID[199], 0);
+TEST(DistancesAfterRemoval, AreCalculatedWhereThereWereNoneInForce) {
+    Survey survey = surveyWithRows({{0, 0}, {3, 4}, {6, 8}});
+    survey.TrueDist.clear();
+    removeMarked(survey, {0, 1, 0});
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 10, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 10);
+    EXPECT_TRUE(survey.XDist.empty());
+}
+
+TEST(DistancesAfterRemoval, AreForgottenWhereTheyWereOutOfStep) {
+    Survey survey = surveyWithRows({{0, 0}, {3, 4}, {6, 8}});
+    survey.XDist = {0, 7};
+    survey.MaxXDist = 7;
+    removeMarked(survey, {0, 1, 0});
+    EXPECT_TRUE(survey.XDist.empty());
+    EXPECT_EQ(survey.MaxXDist, 0);
+}
+
+TEST(DistancesAfterRemoval, AcrossAGapTooLongForADoubleAreTheLargestDouble) {
+    Survey survey = surveyWithRows({{-1e308, 0}, {0, 0}, {1e308, 0}});
+    survey.chooseDistance(2);
+    Calculate_X_Distance(survey);
+    removeMarked(survey, {0, 1, 0});
+    EXPECT_EQ(survey.XDist, (std::vector<double>{0, kLargest, 0}));
+    EXPECT_EQ(survey.MaxXDist, kLargest);
 }
 
 }  // namespace tessel

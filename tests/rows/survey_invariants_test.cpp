@@ -28,6 +28,7 @@ TEST(SurveyInvariants, DoNotHoldForASurveyThatIsDamaged) {
         {[](Survey& s) { s.NumSites = s.SiteData.capacity() + 1; }, "NumSites"},
         {[](Survey& s) { s.SiteID.pop_back(); }, "SiteID"},
         {[](Survey& s) { s.TrueDist.resize(1); }, "distances"},
+        {[](Survey& s) { s.XDist.resize(5); }, "out of step"},
         {[](Survey& s) { s.SiteData(kEM1, 1) = std::numeric_limits<double>::quiet_NaN(); }, "column 2"},
         {[](Survey& s) { s.SiteData(kRow, 1) = 2; }, "row 1"},
         {[](Survey& s) { s.NumPoints[2] = 0; }, "row 2"},

@@ -39,6 +39,7 @@ void deleteOneByOne(Survey& survey, int row, std::vector<SiteIndex> points) {
         if (numPoints == 1) survey.NumRows -= 1;
         survey.NumSites -= 1;
         Calculate_Chosen_Distance(survey);
+        if (!survey.TrueDist.empty()) Calculate_Distance(survey);
         numPoints -= 1;
     }
     if (numPoints == 0) Calculate_NumPoints(survey);

@@ -26,6 +26,8 @@ std::string brokenSizes(const Survey& survey) {
     for (const auto& [inUse, lengths] : distances)
         if (inUse && lengths->size() < sites && (rowsAreUsable(survey) || !lengths->empty()))
             return "the distances do not reach the last site";
+    for (const auto* lengths : {&survey.TrueDist, &survey.XDist, &survey.YDist})
+        if (!lengths->empty() && lengths->size() != sites + 1) return "distances out of step with the sites";
     // While the map is open there may be more rows than sites: those that it has emptied are lost at its end.
     return survey.NumRows < 0 ? "NumRows is out of range" : "";
 }

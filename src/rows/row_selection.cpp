@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "plots/row_selection.h"
+#include "rows/row_selection.h"
 
 #include "base/run_time_error.h"
+#include "rows/row_sites.h"
 
 #include <algorithm>
 
@@ -42,6 +43,19 @@ int RowSelection::toggle(SiteIndex point, std::span<const double> along) {
     else
         remove(entry);
     return entry;
+}
+
+RemovedSites deleteSelectedSites(Survey& survey, int row, RowSelection& selection) {
+    const SiteIndex before = rowSites(survey, row).first;
+    std::vector<SiteRun> runs;
+    for (int i = 0; i < selection.SelCount; ++i) {
+        const SiteIndex site = before + selection.SelPoints[static_cast<std::size_t>(i)] - 1;
+        runs.push_back({site, site + 1});
+    }
+    std::sort(runs.begin(), runs.end(), [](const SiteRun& a, const SiteRun& b) { return a.first < b.first; });
+    RemovedSites removed = removeSites(survey, std::move(runs), EmptiedRows::CloseUp);
+    selection.clear();
+    return removed;
 }
 
 }  // namespace tessel

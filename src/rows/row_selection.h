@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/survey.h"
+#include "rows/site_removal.h"
 
 #include <array>
 #include <span>
@@ -31,5 +31,10 @@ struct RowSelection {
     /// picking the second unpicks the first. Gives the entry taken out, or -1 when the point was appended.
     int toggle(SiteIndex point, std::span<const double> along);
 };
+
+/// Takes the selected sites of a row out of the survey for good and clears the selection. A row that has lost
+/// its last site goes, and those behind it move down by one. Requires NumPoints as counted, and a selection
+/// of different sites of this row.
+RemovedSites deleteSelectedSites(Survey& survey, int row, RowSelection& selection);
 
 }  // namespace tessel

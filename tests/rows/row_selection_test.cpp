@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "plots/row_deletion.h"
+#include "rows/row_selection.h"
 
+#include "base/run_time_error.h"
 #include "rows/row_detection.h"
 #include "rows/row_sites.h"
 #include "support/literal_deletion.h"
@@ -8,11 +9,16 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <random>
 
 namespace tessel {
 
 namespace {
+
+std::vector<SiteIndex> selected(const RowSelection& selection) {
+    return {selection.SelPoints.begin(), selection.SelPoints.begin() + selection.SelCount};
+}
 
 Survey threeRows() {
     return madeSurvey({{1, 1, 11, 21, 1},
@@ -30,11 +36,13 @@ RowSelection selectionOf(const std::vector<SiteIndex>& points) {
     return selection;
 }
 
-bool deletePoints(Survey& survey, int row, const std::vector<SiteIndex>& points) {
+// Gives the number of rows that have gone with them.
+int deletePoints(Survey& survey, int row, const std::vector<SiteIndex>& points) {
     RowSelection selection = selectionOf(points);
-    const bool emptied = deleteSelectedSites(survey, row, selection);
+    const RemovedSites removed = deleteSelectedSites(survey, row, selection);
+    EXPECT_EQ(removed.sites, static_cast<SiteIndex>(points.size()));
     EXPECT_EQ(selection.SelCount, 0);
-    return emptied;
+    return removed.rows;
 }
 
 using Random = std::mt19937;
@@ -69,16 +77,67 @@ RowSelection randomSelection(Random& random, const Survey& survey, int row) {
     return selection;
 }
 
-std::vector<SiteIndex> pointsOf(const RowSelection& selection) {
-    return {selection.SelPoints.begin(), selection.SelPoints.begin() + selection.SelCount};
+}  // namespace
+
+TEST(RowSelection, KeepsTheOrderOfSelection) {
+    const std::vector<double> along{10, 20, 30, 40};
+    RowSelection selection;
+    EXPECT_EQ(selection.toggle(3, along), -1);
+    EXPECT_EQ(selection.toggle(1, along), -1);
+    EXPECT_EQ(selection.toggle(4, along), -1);
+    EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{3, 1, 4}));
 }
 
-}  // namespace
+TEST(RowSelection, LosesAPointThatIsPickedAgain) {
+    const std::vector<double> along{10, 20, 30, 40};
+    RowSelection selection;
+    for (const SiteIndex point : {SiteIndex{3}, SiteIndex{1}, SiteIndex{4}})
+        selection.toggle(point, along);
+    EXPECT_EQ(selection.toggle(1, along), 1);
+    EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{3, 4}));
+    EXPECT_EQ(selection.toggle(3, along), 0);
+    EXPECT_EQ(selection.toggle(4, along), 0);
+    EXPECT_EQ(selection.SelCount, 0);
+}
+
+TEST(RowSelection, TakesSitesAtTheSameCoordinateForOne) {
+    const std::vector<double> along{10, 20, 20, 40};
+    RowSelection selection;
+    selection.toggle(2, along);
+    selection.toggle(4, along);
+    EXPECT_EQ(selection.toggle(3, along), 0);
+    EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{4}));
+    EXPECT_EQ(selection.toggle(3, along), -1);
+    EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{4, 3}));
+}
+
+TEST(RowSelection, Holds101PointsAndNoMore) {
+    std::vector<double> along(150);
+    std::iota(along.begin(), along.end(), 0.0);
+    RowSelection selection;
+    for (SiteIndex point = 1; point <= 101; ++point)
+        selection.toggle(point, along);
+    const auto before = selected(selection);
+    EXPECT_EQ(before.size(), 101u);
+    try {
+        selection.toggle(102, along);
+        ADD_FAILURE() << "the 102nd point was accepted";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), RunTimeError::kSubscript);
+        EXPECT_EQ(error.description(),
+                  "Subscript out of range\nNo more than 101 sites can be selected at a time. Delete these "
+                  "first, then select the others.");
+    }
+    EXPECT_EQ(selected(selection), before);
+    EXPECT_EQ(selection.toggle(50, along), 49);
+    EXPECT_EQ(selection.toggle(102, along), -1);
+    EXPECT_EQ(selection.SelCount, 101);
+}
 
 TEST(RowDeletion, TakesExactlyTheSelectedSitesInEitherOrder) {
     for (const auto& order : {std::vector<SiteIndex>{1, 3}, std::vector<SiteIndex>{3, 1}}) {
         Survey survey = threeRows();
-        EXPECT_FALSE(deletePoints(survey, 1, order));
+        EXPECT_EQ(deletePoints(survey, 1, order), 0);
         EXPECT_TRUE(madeSitesOf(survey) ==
                     (std::vector<MadeSite>{
                         {2, 1, 12, 22, 1}, {3, 40, 14, 24, 2}, {9, 90, 15, 25, 3}, {8, 90, 16, 26, 3}}));
@@ -91,7 +150,7 @@ TEST(RowDeletion, TakesExactlyTheSelectedSitesInEitherOrder) {
 
 TEST(RowDeletion, RenumbersTheRowsBehindARowThatLostItsLastSite) {
     Survey survey = threeRows();
-    EXPECT_TRUE(deletePoints(survey, 2, {1}));
+    EXPECT_EQ(deletePoints(survey, 2, {1}), 1);
     EXPECT_EQ(survey.NumRows, 2);
     EXPECT_EQ(survey.NumPoints[1], 3);
     EXPECT_EQ(survey.NumPoints[2], 2);
@@ -100,29 +159,19 @@ TEST(RowDeletion, RenumbersTheRowsBehindARowThatLostItsLastSite) {
     EXPECT_EQ(survey.SiteData(kRow, 2), 1);
 }
 
-TEST(RowDeletion, CalculatesTheDistancesOfTheMeasureChosen) {
-    Survey survey = threeRows();
-    survey.chooseDistance(2);
-    Calculate_Chosen_Distance(survey);
-    const auto trueDistances = survey.TrueDist;
-    deletePoints(survey, 1, {2});
-    EXPECT_EQ(survey.XDist, (std::vector<double>{0, 2, 0, 6, 1, 0}));
-    EXPECT_EQ(survey.MaxXDist, 6);
-    EXPECT_EQ(survey.TrueDist, trueDistances);
-}
-
 TEST(RowDeletion, CanEmptyTheSurvey) {
     Survey survey = madeSurvey({{1, 1, 1, 1, 1}, {2, 2, 2, 2, 1}});
-    EXPECT_TRUE(deletePoints(survey, 1, {2, 1}));
+    EXPECT_EQ(deletePoints(survey, 1, {2, 1}), 1);
     EXPECT_EQ(survey.NumSites, 0);
     EXPECT_EQ(survey.NumRows, 0);
+    EXPECT_EQ(survey.RowIndex, 0);
     EXPECT_EQ(survey.NumPoints[1], 0);
     EXPECT_EQ(survey.MaxTrueDist, 0);
 }
 
 TEST(RowDeletion, OfNothingChangesNothing) {
     Survey survey = threeRows();
-    EXPECT_FALSE(deletePoints(survey, 1, {}));
+    EXPECT_EQ(deletePoints(survey, 1, {}), 0);
     expectSameSurvey(survey, threeRows());
 }
 
@@ -134,7 +183,7 @@ TEST(RowDeletion, EndsAsDeletingOneSiteAfterAnotherDoes) {
         while (survey.NumSites > 0 && !testing::Test::HasFailure()) {
             const int row = upTo(random, survey.NumRows);
             RowSelection selection = randomSelection(random, survey, row);
-            deleteOneByOne(expected, row, pointsOf(selection));
+            deleteOneByOne(expected, row, selected(selection));
             deleteSelectedSites(survey, row, selection);
             expectSameSurvey(survey, expected);
         }

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "rows/site_runs.h"
+
+#include <algorithm>
+
+namespace tessel {
+
+std::vector<SiteRun> markedRuns(std::span<const std::uint8_t> marks) {
+    std::vector<SiteRun> runs;
+    for (auto first = std::find(marks.begin(), marks.end(), 1); first != marks.end();) {
+        const auto last = std::find(first, marks.end(), 0);
+        runs.push_back({first - marks.begin(), last - marks.begin()});
+        first = std::find(last, marks.end(), 1);
+    }
+    return runs;
+}
+
+void closeGaps(double* values, SiteIndex count, std::span<const SiteRun> removed) {
+    if (removed.empty()) return;
+    double* free = values + removed.front().first;
+    for (std::size_t i = 0; i < removed.size(); ++i) {
+        const SiteIndex next = i + 1 < removed.size() ? removed[i + 1].first : count;
+        free = std::copy(values + removed[i].last, values + next, free);
+    }
+}
+
+}  // namespace tessel

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/survey.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tessel {
+
+/// Consecutive sites, [first, last).
+struct SiteRun {
+    SiteIndex first = 0;
+    SiteIndex last = 0;
+    SiteIndex count() const { return last - first; }
+    bool operator==(const SiteRun&) const = default;
+};
+
+/// The runs of the sites whose mark is 1, in order. Requires marks of 0 and 1.
+std::vector<SiteRun> markedRuns(std::span<const std::uint8_t> marks);
+
+/// Takes the entries of these runs (in order, none reaching into the next, all below `count`) out of an
+/// array; the others move up in order, and what is behind them stays as it is. Moves only what lies behind
+/// the first.
+void closeGaps(double* values, SiteIndex count, std::span<const SiteRun> removed);
+
+}  // namespace tessel
