@@ -3,7 +3,6 @@
 
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
-#include "plots/RowPlotEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"
@@ -92,28 +91,6 @@ TEST_F(LagPlots, ShowTheHourglassUntilTheyAreDrawn) {
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(LagPlots, ShowDistancesAlongXAndAlongYOnTheSameChart) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
-    main.mnuX_Dis->trigger();
-    expectDistances({10, 10, 0, 10, 10});
-    expectRange(Axis::Y, 0, 20);
-    EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (By X)"_s);
-    main.mnuY_Dis->trigger();
-    expectDistances({0, 0, 40, 0, 0});
-    expectRange(Axis::Y, 0, 40);
-    EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (By Y)"_s);
-    EXPECT_EQ(theSurvey().MaxYDist, 40);
-}
-
-TEST_F(LagPlots, DrawTheMinimumDistanceOnTheTopEdgeWhereItIsTheLargest) {
-    Survey survey = twoRows();
-    survey.MinDistance = 75;
-    openSurvey(main, survey);
-    main.mnuTrue_Dis->trigger();
-    expectRange(Axis::Y, 0, 75);
-}
-
 TEST_F(LagPlots, DrawALightBlueAndALightRedLine) {
     openSurvey(main, twoRows());
     main.mnuTrue_Dis->trigger();
@@ -145,34 +122,6 @@ TEST_F(LagPlots, OfOneSiteShowEmptyAxes) {
     expectRange(Axis::X, 0, 1);
     expectRange(Axis::Y, 0, 20);
     EXPECT_TRUE(chart.isVisible());
-}
-
-TEST_F(LagPlots, FollowAShorterSurvey) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
-    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {40, 0, 1, 1, 1}}));
-    main.mnuTrue_Dis->trigger();
-    expectDistances({10, 30});
-    expectRange(Axis::X, 0, 3);
-}
-
-TEST_F(LagPlots, TakeThePlaceOfTheRowPlotsAndGiveItBack) {
-    auto& editor = *new RowPlotEditor(main);
-    openSurvey(main, twoRows());
-    editor.mnuX_Click();
-    main.mnuTrue_Dis->trigger();
-    EXPECT_FALSE(editor.isVisible());
-    EXPECT_FALSE(editor.Chart2D3->isVisible());
-    EXPECT_FALSE(editor.EditorStarted);
-    EXPECT_TRUE(chart.isVisible());
-    editor.mnuX_Click();
-    EXPECT_FALSE(chart.isVisible());
-}
-
-TEST_F(LagPlots, ChangeNothingButTheDistances) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
-    expectSameSurvey(theSurvey(), twoRows());
 }
 
 TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {

@@ -2,7 +2,7 @@
 #include "analysis/correlation_axes.h"
 
 #include "base/run_time_error.h"
-#include "support/made_up_readings.h"
+#include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 

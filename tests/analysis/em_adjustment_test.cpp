@@ -3,7 +3,7 @@
 
 #include "base/run_time_error.h"
 #include "base/session.h"
-#include "support/made_up_readings.h"
+#include "support/made_survey.h"
 #include "support/printed_number.h"
 
 #include <gtest/gtest.h>
@@ -77,19 +77,6 @@ TEST(Adjustment, TotalsRunOnFromOneAdjustmentToTheNext) {
     adjusted.apply(scaleBy("2", "2"));
     EXPECT_EQ(adjusted.session.EMAdjustTotalA, 6);
     EXPECT_EQ(adjusted.session.EMAdjustTotalB, -1);
-}
-
-TEST(Adjustment, LeavesCoordinatesRowsAndUnusedStorageAlone) {
-    Adjusted adjusted;
-    adjusted.apply(addToEM1("5"));
-    adjusted.apply(scaleBy("3", "4"));
-    for (SiteIndex i = 0; i < 4; ++i) {
-        EXPECT_EQ(adjusted.survey.SiteData(kX, i), static_cast<double>(i));
-        EXPECT_EQ(adjusted.survey.SiteData(kY, i), 0);
-        EXPECT_EQ(adjusted.survey.SiteData(kRow, i), 1);
-    }
-    EXPECT_EQ(adjusted.survey.SiteData(kEM1, 4), 0);
-    EXPECT_EQ(adjusted.survey.SiteData(kEM2, 4), 0);
 }
 
 TEST(Adjustment, ScalesBothColumns) {
@@ -175,18 +162,6 @@ TEST(Adjustment, AnOverflowInEM2IsKnownToHaveScaledEM1) {
     EXPECT_TRUE(adjusted.outcome.readingsChanged);
     EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
     EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
-}
-
-TEST(Adjustment, OfAMillionSitesReachesTheLast) {
-    Survey survey = surveyOfReadings(
-        1000000, [](SiteIndex i) { return static_cast<double>(i % 7); }, [](SiteIndex) { return 1.0; });
-    double total = 1;
-    addConstant(survey, kEM1, 0.5, total);
-    scaleColumn(survey, kEM2, 3);
-    EXPECT_EQ(total, 1.5);
-    EXPECT_EQ(survey.SiteData(kEM1, 999999), 999999 % 7 + 0.5);
-    EXPECT_EQ(survey.SiteData(kEM2, 999999), 3);
-    EXPECT_EQ(survey.SiteData(kEM1, 0), 0.5);
 }
 
 // What the help document on adjustments warns of.

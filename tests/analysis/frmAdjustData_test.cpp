@@ -4,13 +4,11 @@
 #include "base/palette16.h"
 #include "base/session.h"
 #include "desktop/CaptionColour.h"
-#include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/TextAtPaint.h"
-#include "support/made_up_readings.h"
+#include "support/made_survey.h"
 
 #include <QApplication>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -96,30 +94,7 @@ class AdjustmentWindow : public testing::Test {
     std::unique_ptr<QSignalSpy> changed_;
 };
 
-std::string plainText(const QString& caption) {
-    return QString(caption).remove(u'&').toStdString();
-}
-
 }  // namespace
-
-TEST_F(AdjustmentWindow, HasItsNamesAndCaptions) {
-    open();
-    EXPECT_EQ(window().objectName(), u"frmAdjustData"_s);
-    EXPECT_EQ(window().windowTitle(), u"EM-38 Data Adjustment Window"_s);
-    EXPECT_EQ(plainText(window().optAddEM1->text()), "Add/subtract constant to/from EM1");
-    EXPECT_EQ(plainText(window().optAddEM2->text()), "Add/subtract constant to/from EM2");
-    EXPECT_EQ(plainText(window().optScale->text()), "Scale EM Data Column(s)");
-    EXPECT_EQ(window().lblEM1->text(), u"EM1:"_s);
-    EXPECT_EQ(window().lblEM2->text(), u"EM2:"_s);
-    EXPECT_EQ(plainText(window().cmdCompute->text()), "Compute");
-    EXPECT_EQ(plainText(window().cmdFinished->text()), "Finished");
-    EXPECT_EQ(window().frameStats->title(), u"EM-38 Summary Statistics"_s);
-    EXPECT_EQ(textsOf({window().lblRow_n, window().lblRow_u, window().lblRow_s, window().lblRow_m,
-                       window().lblRow_x, window().lblRow_z}),
-              (Texts{"sample size:", "mean:", "std.dev:", "minimum:", "maximum:", "count <= 0:"}));
-    EXPECT_EQ(window().lblRatioCaption->text(), u"Mean EM2/EM1 Ratio:"_s);
-    EXPECT_EQ(window().lblShiftCaption->text(), u"Estimated EM2 Shift Factor:"_s);
-}
 
 TEST_F(AdjustmentWindow, OpensReadyToAddToEM1) {
     open();
@@ -142,12 +117,6 @@ TEST_F(AdjustmentWindow, ShowsTheStatisticsOfBothReadings) {
     EXPECT_EQ(em1(), (Texts{"4", "6.50", "10.75", "-4.00", "20.00", "2"}));
     EXPECT_EQ(em2(), (Texts{"4", "3.00", "2.16", "1.00", "6.00", "0"}));
     EXPECT_EQ(relation(), (Texts{"-0.150", "-4.0"}));
-}
-
-TEST_F(AdjustmentWindow, ShowsSlopeAndMinusInterceptOfAnExactRelation) {
-    theSurvey() = surveyOfReadings({1, 2, 3, 10}, {7, 9, 11, 25});
-    open();
-    EXPECT_EQ(relation(), (Texts{"2.000", "-5.0"}));
 }
 
 TEST_F(AdjustmentWindow, WithOneReadingShowsNotAvailableForEM2AndCannotAddToIt) {
@@ -238,67 +207,6 @@ TEST_F(AdjustmentWindow, PaintsTheFiguresAtOnce) {
     EXPECT_EQ(ratio.texts, QStringList{u"-0.150"_s});
 }
 
-TEST_F(AdjustmentWindow, ComputeOnceMoreAddsOnceMore) {
-    open();
-    choose(window().optAddEM2);
-    type(window().txtAdjEC2, "4");
-    QTest::keyClick(window().txtAdjEC2, Qt::Key_Return);
-    EXPECT_EQ(window().txtAdjEC2->text(), u"4"_s);
-    compute();
-    EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{9, 10, 11, 14}));
-    EXPECT_EQ(theSession().EMAdjustTotalB, 8);
-    EXPECT_EQ(em2(), (Texts{"4", "11.00", "2.16", "9.00", "14.00", "0"}));
-    EXPECT_EQ(relation(), (Texts{"-0.150", "-12.0"}));
-    EXPECT_EQ(changes(), 2);
-}
-
-TEST_F(AdjustmentWindow, ScalesBothReadings) {
-    open();
-    choose(window().optScale);
-    type(window().txtScale1, "2");
-    type(window().txtScale2, "0.5");
-    compute();
-    EXPECT_EQ(em1(), (Texts{"4", "13.00", "21.51", "-8.00", "40.00", "2"}));
-    EXPECT_EQ(em2(), (Texts{"4", "1.50", "1.08", "0.50", "3.00", "0"}));
-    EXPECT_EQ(relation(), (Texts{"-0.037", "-2.0"}));
-    EXPECT_EQ(window().txtScale1->text(), u"2"_s);
-    EXPECT_EQ(theSession().EMAdjustTotalA, 0);
-}
-
-TEST_F(AdjustmentWindow, TellsWhatIsWrongWithAShiftAndChangesNothing) {
-    open();
-    const Texts figures = em1();
-    boxes_.tell(u"Error! Non-numeric shift factor detected."_s);
-    type(window().txtAdjEC1, "abc");
-    compute();
-    EXPECT_EQ(boxes_.pending(), 0);
-    choose(window().optAddEM2);
-    boxes_.tell(u"Error! Non-numeric shift factor detected."_s);
-    compute();
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{10, 20, 0, -4}));
-    EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{1, 2, 3, 6}));
-    EXPECT_EQ(em1(), figures);
-    EXPECT_EQ(changes(), 0);
-}
-
-TEST_F(AdjustmentWindow, TellsThatTheFactorOfEM1IsRefused) {
-    open();
-    choose(window().optScale);
-    const std::pair<const char*, QString> cases[] = {
-        {"abc", u"Error! Non-numeric EM1 scale factor detected."_s},
-        {"0.0099", u"Error! EM1 Scale factor must be >= 0.01"_s},
-        {"-1", u"Error! EM1 Scale factor must be >= 0.01"_s}};
-    for (const auto& [text, message] : cases) {
-        boxes_.tell(message);
-        type(window().txtScale1, text);
-        compute();
-        EXPECT_EQ(boxes_.pending(), 0);
-    }
-    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{10, 20, 0, -4}));
-    EXPECT_EQ(changes(), 0);
-}
-
 TEST_F(AdjustmentWindow, ARefusedFactorOfEM2LeavesEM1ScaledAndTheFiguresAsTheyWere) {
     open();
     const Texts figures = em1();
@@ -362,18 +270,6 @@ TEST_F(AdjustmentWindow, AnErrorOfOpeningIsNotReportedAgainWhenTheWindowIsShownA
     EXPECT_EQ(boxes_.pending(), 0);
 }
 
-TEST_F(AdjustmentWindow, AnOverflowIsReportedAndChangesNothing) {
-    open();
-    const Texts figures = em1();
-    choose(window().optScale);
-    type(window().txtScale1, "1e308");
-    boxes_.tell(u"Overflow"_s);
-    compute();
-    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{10, 20, 0, -4}));
-    EXPECT_EQ(em1(), figures);
-    EXPECT_EQ(changes(), 0);
-}
-
 TEST_F(AdjustmentWindow, AnOverflowInEM2TellsOfTheScaledEM1) {
     open();
     choose(window().optScale);
@@ -383,35 +279,6 @@ TEST_F(AdjustmentWindow, AnOverflowInEM2TellsOfTheScaledEM1) {
     compute();
     EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{20, 40, 0, -8}));
     EXPECT_EQ(changes(), 1);
-}
-
-TEST_F(AdjustmentWindow, FinishedAndEscapeCloseItAndKeepTheReadings) {
-    for (const bool byKey : {false, true}) {
-        const QPointer<frmAdjustData> dialog = new frmAdjustData;
-        showModal(dialog);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-        QTest::keyClicks(dialog->txtAdjEC1, u"1"_s);
-        QTest::mouseClick(dialog->cmdCompute, Qt::LeftButton);
-        if (byKey)
-            QTest::keyClick(dialog, Qt::Key_Escape);
-        else
-            QTest::mouseClick(dialog->cmdFinished, Qt::LeftButton);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_TRUE(dialog.isNull()) << byKey;
-    }
-    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{12, 22, 2, -2}));
-    EXPECT_EQ(theSession().EMAdjustTotalA, 2);
-}
-
-TEST_F(AdjustmentWindow, HelpButtonAndF1OpenDocument113) {
-    theSession().AppDir = "/no/such/folder";
-    open();
-    boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
-    QTest::mouseClick(window().cmdHelp, Qt::LeftButton);
-    EXPECT_TRUE(boxes_.last().text.contains(u"hdoc113.rtf"_s));
-    boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
-    QTest::keyClick(window().txtAdjEC1, Qt::Key_F1);
-    EXPECT_TRUE(boxes_.last().text.contains(u"hdoc113.rtf"_s));
 }
 
 TEST_F(AdjustmentWindow, TabFollowsTheEyeAndEnterComputes) {

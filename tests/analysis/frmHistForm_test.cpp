@@ -5,16 +5,13 @@
 #include "base/palette16.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
-#include "desktop/FileDialogs.h"
-#include "desktop/Printing.h"
 #include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
-#include "support/made_up_readings.h"
+#include "support/made_survey.h"
 
 #include <QApplication>
-#include <QPointer>
 #include <QTest>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
@@ -29,10 +26,6 @@ namespace tessel {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-std::string plain(const QString& caption) {
-    return QString(caption).remove(u'&').toStdString();
-}
 
 // Readings 0, 100 and as many as wished between: bins are easily told by hand.
 const std::vector<double> kSpread{0, 0, 0, 0, 20, 20, 50, 100};
@@ -140,34 +133,6 @@ class HistogramWindow : public testing::Test {
 };
 
 }  // namespace
-
-TEST_F(HistogramWindow, HasItsNamesCaptionsAndMenus) {
-    open();
-    EXPECT_EQ(window().objectName(), u"frmHistForm"_s);
-    EXPECT_EQ(window().windowTitle(), u"Signal Histogram Plot(s)"_s);
-    EXPECT_EQ(window().Label1->text(), u"Signal Data: Ec1 Histogram"_s);
-    EXPECT_EQ(window().Label2->text(), u"Signal Data: Ec2 Histogram"_s);
-    EXPECT_EQ(window().frameHG->title(), u"Histogram Stats: "_s);
-    EXPECT_EQ(window().lblSignal1->text(), u"Ec1 Data:"_s);
-    EXPECT_EQ(window().lblSignal2->text(), u"Ec2 Data:"_s);
-    EXPECT_EQ(window().lblColumn_0->text(), u"Mean"_s);
-    EXPECT_EQ(window().lblColumn_1->text(), u"Std.Dev"_s);
-    EXPECT_EQ(window().lblColumn_2->text(), u"Minimum"_s);
-    EXPECT_EQ(window().lblColumn_3->text(), u"Maximum"_s);
-    EXPECT_EQ(plain(window().mnuPlot->text()), "Plot histogram(s)");
-    EXPECT_EQ(plain(window().mnuPrint->text()), "Print histogram(s)");
-    EXPECT_EQ(plain(window().mnuHisthelp->text()), "Creating and printing histogram plots");
-    EXPECT_EQ(plain(window().mnuDone->text()), "Return to main menu");
-    const std::pair<QMenu*, QAction*> places[] = {{window().menuPlot, window().mnuPlot},
-                                                  {window().menuOutput, window().mnuPrint},
-                                                  {window().menuHelp, window().mnuHisthelp},
-                                                  {window().menuExit, window().mnuDone}};
-    const Texts titles{"Plot", "Output", "Help", "Exit"};
-    for (std::size_t i = 0; i < titles.size(); ++i) {
-        EXPECT_EQ(plain(places[i].first->title()), titles[i]);
-        EXPECT_EQ(places[i].first->actions(), QList<QAction*>{places[i].second});
-    }
-}
 
 TEST_F(HistogramWindow, ComesUpEmptyBesideTheCornerOfTheMainWindow) {
     frmMain main;
@@ -278,18 +243,6 @@ TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
     EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kBrightWhite);
 }
 
-TEST_F(HistogramWindow, WithOneReadingPlotsOneHistogramOnly) {
-    theSurvey() = surveyOfReadings(kSpread);
-    open();
-    plot();
-    EXPECT_EQ(em1(), (Texts{"23.75", "35.43", "0.00", "100.00"}));
-    EXPECT_EQ(em2(), (Texts{"n/a", "n/a", "n/a", "n/a"}));
-    EXPECT_TRUE(window().HG1->isVisible());
-    EXPECT_TRUE(window().frameHG->isVisible());
-    EXPECT_FALSE(window().Label2->isVisible());
-    EXPECT_FALSE(window().HG2->isVisible());
-}
-
 TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierOneAway) {
     open();
     plot();
@@ -370,15 +323,6 @@ TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
     EXPECT_TRUE(nothingPlotted());
 }
 
-TEST_F(HistogramWindow, OneSiteStopsThePlotBeforeItsStatisticsAreShown) {
-    theSurvey() = surveyOfReadings({5});
-    open();
-    expectFailure(u"11"_s);
-    plot();
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
-}
-
 TEST_F(HistogramWindow, AnOverflowHasItsOwnNumber) {
     theSurvey() = surveyOfReadings({1e200, -1e200, 0});
     open();
@@ -415,17 +359,6 @@ TEST_F(HistogramWindow, AlwaysShowsTheWhole) {
         EXPECT_FALSE(box->hasFocus());
     }
     EXPECT_EQ(SeenHistogram(window().HG1).foot(50), kBlue);
-}
-
-TEST_F(HistogramWindow, PlotsAMillionSites) {
-    theSurvey() = surveyOfReadings(
-        1000000, [](SiteIndex i) { return static_cast<double>(i * 7919 % 1001); },
-        [](SiteIndex i) { return static_cast<double>(i % 13); });
-    open();
-    plot();
-    EXPECT_EQ(em1()[3], "1000.00");
-    EXPECT_EQ(em2()[3], "12.00");
-    EXPECT_EQ(SeenHistogram(window().HG1).foot(25), kLightBlue);
 }
 
 namespace {
@@ -552,34 +485,6 @@ TEST_F(HistogramWindow, PrintingMayBeCancelled) {
     EXPECT_EQ(pdf.questions(), 1);
     EXPECT_FALSE(pdf.exists());
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
-}
-
-TEST_F(HistogramWindow, ReturnToMainMenuAndEscapeCloseIt) {
-    for (const bool byKey : {false, true}) {
-        const QPointer<frmHistForm> histograms = new frmHistForm;
-        showBeside(histograms);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(histograms));
-        histograms->mnuPlot->trigger();
-        if (byKey)
-            QTest::keyClick(histograms->HG1, Qt::Key_Escape);
-        else
-            histograms->mnuDone->trigger();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_TRUE(histograms.isNull()) << byKey;
-    }
-}
-
-TEST_F(HistogramWindow, HelpAndF1OpenDocument116) {
-    theSession().AppDir = "/no/such/folder";
-    open();
-    for (const bool byKey : {false, true}) {
-        boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
-        if (byKey)
-            QTest::keyClick(&window(), Qt::Key_F1);
-        else
-            window().mnuHisthelp->trigger();
-        EXPECT_TRUE(boxes_.last().text.contains(u"hdoc116.rtf"_s));
-    }
 }
 
 }  // namespace tessel

@@ -3,17 +3,14 @@
 
 #include "base/palette16.h"
 #include "base/session.h"
-#include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
-#include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
-#include "support/made_up_readings.h"
+#include "support/made_survey.h"
 
 #include <QApplication>
 #include <QPainter>
-#include <QPointer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -22,10 +19,6 @@ using namespace Qt::StringLiterals;
 namespace tessel {
 
 namespace {
-
-std::string plain(const QString& caption) {
-    return QString(caption).remove(u'&').toStdString();
-}
 
 class CorrelationWindow : public testing::Test {
   protected:
@@ -82,36 +75,6 @@ QRectF blueBox(const QImage& page) {
 
 }  // namespace
 
-TEST_F(CorrelationWindow, HasItsNamesCaptionsAndMenus) {
-    open();
-    EXPECT_EQ(window().objectName(), u"frmSigCorrStruct"_s);
-    EXPECT_EQ(chart().objectName(), u"Chart2D1"_s);
-    EXPECT_EQ(window().windowTitle(), u"Signal Data Correlation Graph"_s);
-    EXPECT_EQ(plain(window().mnuPlot1->text()), "Plot signal data correlation structure");
-    EXPECT_EQ(plain(window().mnuPrint->text()), "Print correlation plot");
-    EXPECT_EQ(plain(window().mnuSDChelp->text()), "Creating and printing a correlation plot");
-    EXPECT_EQ(plain(window().mnuExit->text()), "Return to main menu");
-    const std::tuple<QMenu*, std::string, QAction*> menus[] = {
-        {window().menuPlot, "Plot", window().mnuPlot1},
-        {window().menuOutput, "Output", window().mnuPrint},
-        {window().menuHelp, "Help", window().mnuSDChelp},
-        {window().menuExit, "Exit", window().mnuExit}};
-    for (const auto& [menu, title, action] : menus) {
-        EXPECT_EQ(plain(menu->title()), title);
-        EXPECT_EQ(menu->actions(), QList<QAction*>{action});
-    }
-}
-
-TEST_F(CorrelationWindow, HidesItsChartUntilTheFirstPlot) {
-    open();
-    EXPECT_FALSE(chart().isVisible());
-    EXPECT_TRUE(window().lblHint->isVisible());
-    plot();
-    EXPECT_TRUE(chart().isVisible());
-    EXPECT_FALSE(window().lblHint->isVisible());
-    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
-}
-
 TEST_F(CorrelationWindow, ShowsTheHourglassUntilTheChartIsShown) {
     open();
     const PointerAtShow pointer(window(), chart());
@@ -155,16 +118,6 @@ TEST_F(CorrelationWindow, AConstantColumnIsDrawnInTheMiddle) {
     plot();
     expectAxis(Chart2D::Axis::X, 5, 5);
     EXPECT_EQ(seen(5, 2), kDarkBlue);
-}
-
-TEST_F(CorrelationWindow, PlotsASmallerSurveyWithoutPointsOfAnEarlierOne) {
-    open();
-    plot();
-    theSurvey() = surveyOfReadings({1, 2}, {3, 5});
-    plot();
-    EXPECT_EQ(chart().pointCount(Chart2D::kData, 1), 2);
-    EXPECT_EQ(chart().pointCount(Chart2D::kData, 2), 2);
-    EXPECT_DOUBLE_EQ(chart().axisRange(Chart2D::Axis::X).maximum, 2.1);
 }
 
 TEST_F(CorrelationWindow, WhatIsPlottedFollowsTheSurveyAndALookAtItStays) {
@@ -211,18 +164,6 @@ TEST_F(CorrelationWindow, SaysThatNoPointIsLeftWhenEverySiteHasBeenDeleted) {
     boxes_.tell(u"There is no more point left in the file!"_s);
     plot();
     EXPECT_FALSE(chart().isVisible());
-}
-
-TEST_F(CorrelationWindow, PlotsAMillionSitesAtOnce) {
-    theSurvey() = surveyOfReadings(
-        1000000, [](SiteIndex i) { return static_cast<double>(i * 7919 % 1000); },
-        [](SiteIndex i) { return static_cast<double>(i * 104729 % 997); });
-    open();
-    plot();
-    EXPECT_EQ(chart().pointCount(Chart2D::kData, 1), 1000000);
-    EXPECT_EQ(chart().point(Chart2D::kData, 1, 1000000),
-              (Chart2D::Point{999999LL * 7919 % 1000 * 1.0, 999999LL * 104729 % 997 * 1.0}));
-    EXPECT_EQ(seen(500, 500), kDarkBlue);
 }
 
 // 2000 device units of 300 to the inch are 480 points; the corner stays at 200 device units.
@@ -308,34 +249,6 @@ TEST_F(CorrelationWindow, PrintingMayBeCancelled) {
     window().mnuPrint->trigger();
     EXPECT_EQ(pdf.questions(), 1);
     EXPECT_FALSE(pdf.exists());
-}
-
-TEST_F(CorrelationWindow, ReturnToMainMenuAndEscapeCloseIt) {
-    for (const bool byKey : {false, true}) {
-        const QPointer<frmSigCorrStruct> graph = new frmSigCorrStruct;
-        showBeside(graph);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(graph));
-        graph->mnuPlot1->trigger();
-        if (byKey)
-            QTest::keyClick(graph->Chart2D1, Qt::Key_Escape);
-        else
-            graph->mnuExit->trigger();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_TRUE(graph.isNull()) << byKey;
-    }
-}
-
-TEST_F(CorrelationWindow, HelpAndF1OpenDocument115) {
-    theSession().AppDir = "/no/such/folder";
-    open();
-    for (const bool byKey : {false, true}) {
-        boxes_.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
-        if (byKey)
-            QTest::keyClick(&window(), Qt::Key_F1);
-        else
-            window().mnuSDChelp->trigger();
-        EXPECT_TRUE(boxes_.last().text.contains(u"hdoc115.rtf"_s));
-    }
 }
 
 }  // namespace tessel

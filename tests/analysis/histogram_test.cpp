@@ -2,7 +2,7 @@
 #include "analysis/histogram.h"
 
 #include "base/run_time_error.h"
-#include "support/made_up_readings.h"
+#include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
@@ -111,17 +111,6 @@ TEST(Histogram, EverySiteIsCountedOnceWhateverTheNumberOfSites) {
             counted += count;
         EXPECT_EQ(counted, static_cast<std::int64_t>(sites));
     }
-}
-
-// i * 7919 % 1000 takes every value below 1000 equally often: 1000 times among a million sites.
-TEST(Histogram, BinsOfAMillionSites) {
-    const Survey survey = surveyOfReadings(
-        1000000, [](SiteIndex i) { return 1e6 + static_cast<double>(i * 7919 % 1000) / 8; },
-        [](SiteIndex) { return 0.0; });
-    Bins expected{{1, 10000}, {50, 30000}};
-    for (int bin = 2; bin < 50; ++bin)
-        expected[bin] = 20000;
-    EXPECT_EQ(binsOf(survey, kEM1), expected);
 }
 
 TEST(Histogram, ColumnsAboveEM2AreEM2) {

@@ -51,12 +51,6 @@ TEST(LagDistance, ReachesUpToTheMinimumDistanceAtLeast) {
     EXPECT_EQ(lagDistances(survey, LagMeasure::TrueDistance).top, 75);
 }
 
-TEST(LagDistance, FollowsTheCoordinatesAsTheyAreNow) {
-    Survey survey = twoRows();
-    survey.SiteData(kY, 3) = 30;
-    EXPECT_EQ(lagDistances(survey, LagMeasure::TrueDistance).distances[3], 30);
-}
-
 TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
     Survey survey = twoRows();
     lagDistances(survey, LagMeasure::AlongY);

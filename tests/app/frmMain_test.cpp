@@ -12,9 +12,6 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-#include <set>
-#include <vector>
-
 using namespace Qt::StringLiterals;
 
 namespace tessel {
@@ -24,26 +21,6 @@ namespace {
 const QString kExitQuestion =
     u"Attention: you have not exported an output VARN data file yet!\n"
     u"Are you sure that you wish to exit the program?"_s;
-
-const std::set<std::string> kSurveyItems = {"mnuSigCorr",   "mnuHist", "mnuClear",    "mnuData",
-                                            "mnuInvokeIDE", "mnuIDEW", "mnuDistance", "mnuGrid",
-                                            "mnuStat",      "mnuRow",  "mnuAdjust",   "mnuEL"};
-
-// A menu as its reader sees it: captions without mnemonics, "-" for a separator, submenus indented.
-void describe(const QMenu& menu, const QString& indent, QStringList& lines) {
-    for (const QAction* action : menu.actions()) {
-        const QString caption = action->text().remove(u'&');
-        lines << indent + (action->isSeparator() ? u"-"_s : action->objectName() + u": "_s + caption);
-        if (action->menu() != nullptr) describe(*action->menu(), indent + u"  "_s, lines);
-    }
-}
-
-std::set<std::string> disabledItems(const frmMain& window) {
-    std::set<std::string> names;
-    for (const QAction* action : window.findChildren<QAction*>())
-        if (!action->isEnabled() && !action->isSeparator()) names.insert(action->objectName().toStdString());
-    return names;
-}
 
 class MainWindow : public testing::Test {
   protected:
@@ -57,115 +34,6 @@ class MainWindow : public testing::Test {
 TEST_F(MainWindow, HasItsTitleAndName) {
     EXPECT_EQ(window.windowTitle(), u"VARN-Tessel  (VARN Tessel)   Version 2.35R"_s);
     EXPECT_EQ(window.objectName(), u"frmMain"_s);
-}
-
-TEST_F(MainWindow, HasTheWholeMenuTree) {
-    QStringList lines;
-    for (const QAction* top : window.mainMenu->actions()) {
-        lines << top->objectName() + u": "_s + top->text().remove(u'&');
-        describe(*top->menu(), u"  "_s, lines);
-    }
-    const QString expected =
-        u"mnuFile: File\n"
-        u"  mnuOpen: Import a Trimble/EM-38 Sensor file\n"
-        u"  mnuOpen2: Inport a generic Sensor file\n"
-        u"  mnuSave: Export an VARN-95 Transect file\n"
-        u"  -\n"
-        u"  mnuExit: Exit\n"
-        u"mnuEdit: Edit\n"
-        u"  mnuInvokeIDE: Interactive Data Editing\n"
-        u"    mnuIDEW: Edit the full survey grid\n"
-        u"    mnuRow: Edit individual row plots\n"
-        u"      mnuX: plot by X coordinate (use for E-W runs)\n"
-        u"      mnuY: plot by Y coordinate (use for N-S runs)\n"
-        u"  mnuData: Delete / Join / Re-calculate Rows\n"
-        u"  -\n"
-        u"  mnuAdjust: Adjust EM Data (advanced)\n"
-        u"mnuRv: Review\n"
-        u"  mnuStat: Review Row Statistics\n"
-        u"  mnuEL: Display the Error_log.dat file\n"
-        u"mnuPlot: Plot\n"
-        u"  mnuDistance: Lag Distance Plots\n"
-        u"    mnuTrue_Dis: plot by True Distance\n"
-        u"    mnuX_Dis: plot by X Coordinate (use for N-S runs)\n"
-        u"    mnuY_Dis: plot by Y Coordinate (use for E-W runs)\n"
-        u"  mnuGrid: Survey Grid\n"
-        u"  mnuSigCorr: Signal Correlation Structure\n"
-        u"  mnuHist: Histogram(s)\n"
-        u"  -\n"
-        u"  mnuPlotHelp: Info (about each plot)\n"
-        u"  -\n"
-        u"  mnuClear: Clear Screen\n"
-        u"mnuHelp: Help\n"
-        u"  mnuHelpAbout: About VARN-Tessel\n"
-        u"  mnuEIC: VARN Interface Controls\n"
-        u"    mnusetDTE: Temporarily reset default Text Editor\n"
-        u"    mnuresetDPI: Redefine printer DPI value\n"
-        u"      mnuDPI300: 300 DPI\n"
-        u"      mnuDPI600: 600 DPI\n"
-        u"      mnuDPI1200: 1200 DPI\n"
-        u"  mnuHelpOnLine: OnLine Help\n"
-        u"    mnuHmain1: What is VARN-Tessel\n"
-        u"    mnuHmain2: Navigating the Main Menu\n"
-        u"    mnuHmain3: Frequently asked questions"_s;
-    EXPECT_EQ(lines.join(u'\n').toStdString(), expected.toStdString());
-}
-
-TEST_F(MainWindow, GivesEveryItemOfAMenuItsOwnMnemonic) {
-    for (const QMenu* menu : window.findChildren<QMenu*>()) {
-        std::set<QChar> seen;
-        for (const QAction* action : menu->actions()) {
-            if (action->isSeparator()) continue;
-            const auto mark = action->text().indexOf(u'&');
-            ASSERT_GE(mark, 0) << action->text().toStdString();
-            EXPECT_TRUE(seen.insert(action->text().at(mark + 1).toLower()).second)
-                << action->text().toStdString();
-        }
-    }
-}
-
-TEST_F(MainWindow, DisablesExactlyTheItemsThatNeedASurveyAtStart) {
-    EXPECT_EQ(disabledItems(window), kSurveyItems);
-}
-
-TEST_F(MainWindow, EnablesTheSurveyItemsAndTheExportWhenSitesWereImported) {
-    window.menusFollow(MenuEvent::NoSitesLeft);
-    window.menusFollow(MenuEvent::SitesImported);
-    EXPECT_EQ(disabledItems(window), std::set<std::string>{});
-}
-
-TEST_F(MainWindow, DisablesTheSurveyItemsAgainWhenAnImportGaveNothing) {
-    window.menusFollow(MenuEvent::SitesImported);
-    window.menusFollow(MenuEvent::NothingImported);
-    EXPECT_EQ(disabledItems(window), kSurveyItems);
-}
-
-TEST_F(MainWindow, DisablesTheExportTooWhenAnImportWasRefused) {
-    window.menusFollow(MenuEvent::SitesImported);
-    window.menusFollow(MenuEvent::ImportRefused);
-    auto expected = kSurveyItems;
-    expected.insert("mnuSave");
-    EXPECT_EQ(disabledItems(window), expected);
-}
-
-TEST_F(MainWindow, DisablesWhatNeedsSitesWhenTheLastOneIsGone) {
-    window.menusFollow(MenuEvent::SitesImported);
-    window.menusFollow(MenuEvent::NoSitesLeft);
-    const std::set<std::string> expected = {"mnuSave",    "mnuInvokeIDE", "mnuIDEW",     "mnuRow",
-                                            "mnuData",    "mnuStat",      "mnuDistance", "mnuGrid",
-                                            "mnuSigCorr", "mnuHist",      "mnuClear"};
-    EXPECT_EQ(disabledItems(window), expected);
-}
-
-TEST_F(MainWindow, DisablesWhatNeedsTwoRowsUntilRowsAreFoundAgain) {
-    window.menusFollow(MenuEvent::SitesImported);
-    window.menusFollow(MenuEvent::FewerThanTwoRows);
-    EXPECT_EQ(disabledItems(window),
-              (std::set<std::string>{"mnuRow", "mnuDistance", "mnuGrid", "mnuData", "mnuStat"}));
-    window.menusFollow(MenuEvent::RowEditorFinished);
-    EXPECT_EQ(disabledItems(window), (std::set<std::string>{"mnuRow", "mnuDistance", "mnuGrid", "mnuStat"}));
-    window.menusFollow(MenuEvent::RowsRecalculated);
-    EXPECT_EQ(disabledItems(window), std::set<std::string>{});
 }
 
 TEST_F(MainWindow, WritesItsBannerOneCharacterATick) {

@@ -14,7 +14,7 @@ namespace {
 Survey twelveSites() {
     std::vector<MadeSite> sites;
     for (int i = 0; i < 12; ++i)
-        sites.push_back({double(i), double(2 * i), 30.0 + i, 40.0 + i, 1 + i / 6});
+        sites.push_back({double(i), double(2 * i), 30.0 + i, 40.0 + i, i < 6 ? 1.0 : 2.0});
     return madeSurvey(sites);
 }
 

@@ -7,7 +7,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
 #include <QSignalSpy>
@@ -57,25 +57,7 @@ QColor colourOf(const QWidget* widget) {
     return widget->palette().color(QPalette::Active, QPalette::WindowText);
 }
 
-QString plain(const QString& caption) {
-    return QString(caption).remove(u'&');
-}
-
 }  // namespace
-
-TEST_F(OutputWindow, HasItsTextsAndNames) {
-    const frmOutput window;
-    EXPECT_EQ(window.objectName(), u"frmOutput"_s);
-    EXPECT_EQ(window.windowTitle(), u"Output an VARN-95 Transect Data File"_s);
-    EXPECT_EQ(plain(window.lblText1->text()), u"Record format:"_s);
-    EXPECT_EQ(plain(window.lblText2->text()), u"Target Output file:"_s);
-    EXPECT_EQ(plain(window.lblBRN->text()),
-              u"Make the first set of row numbers begin with the following value:"_s);
-    EXPECT_EQ(plain(window.chkNoRow->text()), u"Remove all row numbers (use Grid output file format)"_s);
-    EXPECT_EQ(plain(window.Command1->text()), u"Specify the Output File Name"_s);
-    EXPECT_EQ(plain(window.Command2->text()), u"Create and Save the File"_s);
-    EXPECT_EQ(plain(window.Command3->text()), u"Cancel"_s);
-}
 
 TEST_F(OutputWindow, OpensWithTheRecordFormatOfTheSurvey) {
     for (const bool ids : {false, true}) {
@@ -170,21 +152,6 @@ TEST_F(OutputWindow, HasTheFileInPlaceBeforeItSaysSo) {
     EXPECT_TRUE(said);
 }
 
-TEST_F(OutputWindow, BeginsRowsWithTheNumberGiven) {
-    ExpectedBoxes boxes;
-    theSurvey().SiteIDPresent = theSurvey().TwoEMColumns = false;
-    frmOutput window;
-    window.show();
-    choosePath(window);
-    window.txtBRN->setText(u"5"_s);
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
-    EXPECT_EQ(written(),
-              " 1             2             3             5 \r\n"
-              " 5             6             7             6 \r\n"
-              " 9             8             7             7 \r\n");
-}
-
 TEST_F(OutputWindow, RefusesABeginningRowThatIsNoNumber) {
     frmOutput window;
     window.show();
@@ -266,36 +233,6 @@ TEST_F(OutputWindow, LeavesOutTheRowsAndTakesThemBack) {
     EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2  Row_#"_s);
 }
 
-TEST_F(OutputWindow, WritesTheGridFormat) {
-    ExpectedBoxes boxes;
-    theSurvey().SiteIDPresent = theSurvey().TwoEMColumns = false;
-    frmOutput window;
-    window.show();
-    boxes.ask(true, kGridQuestion);
-    clickGrid(window);
-    EXPECT_EQ(window.Text1->text(), u"X_coord  Y_coord  EM1"_s);
-    choosePath(window);
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
-    EXPECT_EQ(written(),
-              " 1             2             3 \r\n"
-              " 5             6             7 \r\n"
-              " 9             8             7 \r\n");
-}
-
-TEST_F(OutputWindow, ChecksTheBeginningRowForAGridToo) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
-    boxes.ask(true, kGridQuestion);
-    clickGrid(window);
-    choosePath(window);
-    window.txtBRN->setText(u"x"_s);
-    boxes.tell(u"Error! The beginning row number is non-numeric!"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
-    EXPECT_TRUE(nothingWritten());
-}
-
 TEST_F(OutputWindow, ReportsAFailureAndStaysAsItWas) {
     ExpectedBoxes boxes;
     frmOutput window;
@@ -315,18 +252,6 @@ TEST_F(OutputWindow, ReportsAFailureAndStaysAsItWas) {
     EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(OutputWindow, WithoutASurveyWritesAnEmptyFile) {
-    ExpectedBoxes boxes;
-    theSurvey() = Survey{};
-    frmOutput window;
-    window.show();
-    choosePath(window);
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
-    EXPECT_EQ(written(), "");
-    EXPECT_TRUE(theSession().DataSaved);
-}
-
 TEST_F(OutputWindow, CancelWritesNothing) {
     frmOutput window;
     window.show();
@@ -335,32 +260,6 @@ TEST_F(OutputWindow, CancelWritesNothing) {
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(nothingWritten());
     EXPECT_FALSE(theSession().DataSaved);
-}
-
-TEST_F(OutputWindow, EscapeCancels) {
-    frmOutput window;
-    window.show();
-    choosePath(window);
-    QTest::keyClick(&window, Qt::Key_Escape);
-    EXPECT_FALSE(window.isVisible());
-    EXPECT_TRUE(nothingWritten());
-}
-
-TEST_F(OutputWindow, OpensItsHelpWithButtonAndF1) {
-    theSession().AppDir = folder_.path();
-    frmOutput window;
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    for (const bool withKey : {false, true}) {
-        ExpectedBoxes boxes;
-        boxes.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
-        if (withKey)
-            QTest::keyClick(&window, Qt::Key_F1);
-        else
-            QTest::mouseClick(window.cmdHelp, Qt::LeftButton);
-        EXPECT_TRUE(boxes.last().text.endsWith(u"hdoc107.rtf"_s));
-    }
 }
 
 TEST_F(OutputWindow, TellsWhatABeginningRowNumberBeyondTheLargestIs) {

@@ -4,8 +4,8 @@
 #include "base/run_time_error.h"
 #include "import/generic_reader.h"
 #include "support/file_size_limit.h"
+#include "support/made_survey.h"
 #include "support/nameless_files.h"
-#include "support/row_surveys.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ std::string failure(const Survey& survey, const std::string& path) {
 }
 
 Survey manySites(int sites) {
-    std::vector<RowSite> made;
+    std::vector<MadeSite> made;
     for (int i = 0; i < sites; ++i)
         made.push_back({i * 0.25, i * 0.5, 10.0 + i % 7, 20, 1, 1.0 * i});
     return surveyWithRows(made);
@@ -175,7 +175,7 @@ TEST(TransectFile, WithoutSitesIsEmpty) {
 
 TEST(TransectFile, HoldsEverySiteInOrder) {
     const Survey survey = manySites(5000);
-    const std::vector<RowSite> sites = sitesIn(survey);
+    const std::vector<MadeSite> sites = sitesIn(survey);
     std::string expected;
     for (std::size_t i = 0; i < sites.size(); i += 500)
         expected += exported(surveyWithRows({sites[i]}));

@@ -182,18 +182,6 @@ TEST_F(TrimbleImportChain, StartsWithItsDefaultsEachTime) {
     EXPECT_EQ(window->Text2->text(), QString());
 }
 
-TEST_F(TrimbleImportChain, ReportsAFileThatVanishesAndLeavesTheSurvey) {
-    const std::string path = sensorFile("   0    0   10\n");
-    chooseFile(path);
-    goThroughControl(u"5"_s);
-    std::filesystem::remove(path);
-    boxes.tell(fromPath(path) + u" cannot be opened: No such file or directory"_s);
-    goThroughFormat();
-    EXPECT_EQ(imported.count(), 0);
-    EXPECT_NE(main.cursor().shape(), Qt::WaitCursor);
-    expectSurveyUntouched();
-}
-
 TEST_F(TrimbleImportChain, OffersThePositionsAcceptedLastToTheNextFile) {
     const auto chooseAnother = [this](std::string_view bytes) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);  // the windows before
@@ -233,30 +221,6 @@ TEST_F(TrimbleImportChain, ReadsSitesThatAreNoPlaceOnEarth) {
     expectMenus(true, true);
     EXPECT_EQ(theSurvey().NumRows, 2);
     EXPECT_EQ(theSurvey().MaxYDist, std::numeric_limits<double>::max());
-}
-
-TEST_F(TrimbleImportChain, GoesOnWithoutALogThatCannotBeCreated) {
-    theSession().DataDir = folder / "none";
-    boxes.tell(u"The error log could not be written:\n"_s + fromPath(folder / "none/error_log.dat") +
-               u" cannot be written: No such file or directory\n\nThe file has been read without it."_s);
-    boxes.tell(report(1, 1), kReportTitle);
-    importFile("   0    0   10\nbad\n");
-    EXPECT_EQ(theSurvey().NumSites, 1);
-    expectMenus(true, true);
-}
-
-TEST_F(TrimbleImportChain, OpensHelpFromBothWindows) {
-    import.mnuOpen_Click();
-    boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-               fromPath(folder / "helpdocs/hdoc104.rtf"));
-    auto* const control = main.findChild<frmDataControl*>();
-    click(*control->cmdHelp);
-    chooseFile(sensorFile("   0    0   10\n"));
-    type(*control->Text2, u"1"_s);
-    click(*control->Command1);
-    boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-               fromPath(folder / "helpdocs/hdoc105.rtf"));
-    click(*display()->cmdHelp);
 }
 
 }  // namespace tessel

@@ -40,6 +40,7 @@ TEST(FileKind, KnowsSemicolonsWithDecimalCommas) {
     EXPECT_FALSE(kindOf("1,;2\n").decimalCommas) << "nothing behind the comma";
     EXPECT_FALSE(kindOf("1,5 2,5 3\n").decimalCommas) << "no semicolon";
     EXPECT_FALSE(kindOf("1,5;2,5;3\n1,2,3\n4,5,6\n").decimalCommas) << "most lines are others";
+    EXPECT_FALSE(kindOf("1,5;2,5;3\n1,2,3\n").decimalCommas) << "half of them are";
 }
 
 TEST(FileKind, KnowsTabsBetweenValuesOfMostLines) {

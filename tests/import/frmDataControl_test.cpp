@@ -139,13 +139,6 @@ TEST_F(ImportControl, HandsOnWhatWasChosenAndStoresAllButTheMeasure) {
     expectSurveyUntouched();
 }
 
-TEST_F(ImportControl, HandsOnTheDistanceAlongX) {
-    type(*window.Text2, u"1"_s);
-    click(*window.Option2);
-    click(*window.Command1);
-    EXPECT_EQ(chosen.DistanceMode, 2);
-}
-
 TEST_F(ImportControl, CancelledLeavesEverythingAsItWas) {
     for (int way = 0; way < 2; ++way) {
         window.show();

@@ -6,8 +6,6 @@
 
 #include <QUrl>
 
-#include <filesystem>
-
 namespace tessel {
 
 TEST_F(GenericImport, OpensWithItsDefaultsAndTexts) {
@@ -57,14 +55,6 @@ TEST_F(GenericImport, TellsTheFormatRules) {
         u"4.  If your file contains row numbers, then the first row must start at 1\n"
         u"       and all remaining rows must increase in a sequential, incremental order."_s);
     window.mnuFormat->trigger();
-}
-
-TEST_F(GenericImport, OpensHelpFromButtonAndMenu) {
-    for (int i = 0; i < 2; ++i)
-        boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-                   fromPath(folder / "helpdocs/hdoc106.rtf"));
-    click(*window.cmdHelp);
-    window.mnuGSFIhelp->trigger();
 }
 
 TEST_F(GenericImport, RefusesACutOffThatIsNoNumberFirst) {
@@ -208,15 +198,6 @@ TEST_F(GenericImport, LeavesTheSurveyWhenReadingFails) {
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(imported.count(), 0);
     expectSurveyUntouched();
-}
-
-TEST_F(GenericImport, GoesOnWithoutALogThatCannotBeCreated) {
-    theSession().DataDir = folder / "none";
-    boxes.tell(u"The error log could not be written:\n"_s + fromPath(folder / "none/error_log.dat") +
-               u" cannot be written: No such file or directory\n\nThe file has been read without it."_s);
-    boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
-    importFile(4, "1 2 3");
-    EXPECT_EQ(theSurvey().NumSites, 1);
 }
 
 TEST_F(GenericImport, BrowsesForAFileAndKeepsTheBoxWhenThatIsCancelled) {

@@ -84,6 +84,9 @@ TEST(FitSentence, NamesTheFirstLineThatDoesNotFit) {
     EXPECT_EQ(sentenceOf("Field 7\n1 2 3\n4 5 6\n", 4),
               "The lines hold 3 values, this layout takes 3; line 1 does not fit, values may be read across "
               "its end.");
+    EXPECT_EQ(sentenceOf("1 2 3\n1 2 3 4\n", 4),
+              "Most lines hold 3 values, this layout takes 3; line 2 does not fit, values may be read across "
+              "its end.");
     EXPECT_EQ(sentenceOf("1 2 3\n4 5\n6\n7 8 9\n1 2 3\n", 4),
               "Most lines hold 3 values, this layout takes 3; 2 lines of the beginning do not fit, the first "
               "is line 2: "

@@ -229,16 +229,6 @@ TEST_F(GenericFile, IsReadWithoutALogThatCannotBeCreated) {
     EXPECT_EQ(result.dropped, 1);
 }
 
-TEST_F(GenericFile, ThatIsBinaryEndsAsOneLogLineForEachRecord) {
-    std::string bytes;
-    for (int i = 0; i < 100'000; ++i)
-        bytes += static_cast<char>(i * 7919 >> 3);
-    const auto result = import(bytes);
-    EXPECT_EQ(result.survey.NumSites, 0);
-    const std::string written = log();
-    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), result.dropped);
-}
-
 TEST_F(GenericFile, ReadsALineOfManyMegabytes) {
     std::string bytes;
     for (int i = 0; i < 500'000; ++i)

@@ -124,6 +124,7 @@ TEST_F(GenericFile, WithDecimalCommasHasSemicolonsBetweenItsValues) {
 
 TEST_F(GenericFile, WithDecimalCommasTakesNoPointAndNoBlankInAValue) {
     options.decimalCommas = true;
+    EXPECT_EQ(logOf("1.5;2;3\n"), "Line # 1 1.5 2 3  -> non-numeric X-coord data\r\n");
     EXPECT_EQ(logOf("1.234,5;2;3\n1;2 345;3\n1;2;3,4,5\n\"1;5\";2;3\nX;Y;E C\n"),
               "Line # 1 1.234,5 2 3  -> non-numeric X-coord data\r\n"
               "Line # 2 1 2 345 3  -> non-numeric Y-coord data\r\n"

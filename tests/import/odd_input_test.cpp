@@ -156,23 +156,6 @@ TEST_F(OddInput, OfNegativeCoordinatesOnlyIsRead) {
     EXPECT_EQ(result.survey.NumRows, 1);
 }
 
-TEST_F(OddInput, WithCoordinatesThatAreNoPlaceOnEarthIsRead) {
-    const Survey survey = importNamed("coordinates_of_1e300.dat").survey;
-    EXPECT_GT(survey.NumSites, 0);
-    EXPECT_GE(survey.MaxTrueDist, 1e300);
-    EXPECT_TRUE(std::isfinite(survey.MaxTrueDist));
-}
-
-TEST_F(OddInput, OfExactly250RowsIsReadAndOf251Reported) {
-    const TrimbleImportResult most = importNamed("rows_250.dat");
-    EXPECT_EQ(most.rows, RowDetection::Assigned);
-    EXPECT_EQ(most.survey.NumRows, 250);
-    EXPECT_EQ(most.survey.NumPoints[250], 2);
-    const TrimbleImportResult tooMany = importNamed("rows_251.dat");
-    EXPECT_EQ(tooMany.rows, RowDetection::TooManyRows);
-    EXPECT_EQ(tooMany.survey.NumSites, 502);
-}
-
 TEST_F(OddInput, OfRowsOfOneSiteIsRead) {
     const TrimbleImportResult result = importNamed("rows_of_one_site.dat");
     EXPECT_EQ(result.survey.NumSites, 20);
@@ -180,13 +163,6 @@ TEST_F(OddInput, OfRowsOfOneSiteIsRead) {
     EXPECT_EQ(result.survey.NumPoints[1], 2);
     for (std::size_t row = 2; row <= 19; ++row)
         EXPECT_EQ(result.survey.NumPoints[row], 1);
-}
-
-TEST_F(OddInput, OfFortyThousandSitesIsReadAndExported) {
-    writeFile(folder / "large.dat", siteLines(40'000));
-    const TrimbleImportResult result = import(folder / "large.dat");
-    EXPECT_EQ(result.survey.NumSites, 40'000);
-    EXPECT_EQ(result.errors, 0);
 }
 
 TEST_F(OddInput, MayHaveAnyNameThatTheSystemAllows) {

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -146,6 +145,7 @@ TEST_F(TrimbleFile, SkipsShortLinesSilentlyButCountsThem) {
     EXPECT_EQ(result.survey.NumSites, 1);
     EXPECT_EQ(result.errors, 1);
     EXPECT_EQ(log(), "Line # 5 xx  -> non-numeric X-coord data\r\n");
+    EXPECT_EQ(result.summary.linesRead, 5);
 }
 
 TEST_F(TrimbleFile, AcceptsReadingsEqualToTheCutOff) {
@@ -283,40 +283,11 @@ TEST_F(TrimbleFile, CountsColumnsInBytes) {
     EXPECT_EQ(survey.SiteData(kEM1, 0), 33);
 }
 
-TEST_F(TrimbleFile, ReadsEveryKindOfLineEnd) {
-    const std::string site = line("1", "2", "3");
-    EXPECT_EQ(import(site + "\r" + site + "\r").survey.NumSites, 2);
-    EXPECT_EQ(import(site + "\n" + site + "\n").survey.NumSites, 2);
-    EXPECT_EQ(import(site + "\r\n" + site + "\r" + site + "\n" + site).survey.NumSites, 4);
-    EXPECT_EQ(import("\xEF\xBB\xBF" + site).survey.NumSites, 1);
-    EXPECT_EQ(import(site).survey.NumSites, 1);
-}
-
-TEST_F(TrimbleFile, ThatIsEmptyGivesNoSiteAndNoRow) {
-    const auto result = import("");
-    EXPECT_EQ(result.survey.NumSites, 0);
-    EXPECT_EQ(result.survey.NumRows, 0);
-    EXPECT_EQ(result.errors, 0);
-    EXPECT_EQ(log(), "");
-}
-
 TEST_F(TrimbleFile, ThatIsWhollyInvalidGivesNoSite) {
     const auto result = import("header line one\r\nheader line two\r\n");
     EXPECT_EQ(result.survey.NumSites, 0);
     EXPECT_EQ(result.survey.NumRows, 0);
     EXPECT_EQ(result.errors, 2);
-}
-
-TEST_F(TrimbleFile, ThatIsBinaryEndsAsOneLogLineForEachLine) {
-    std::string bytes;
-    for (int i = 0; i < 100'000; ++i)
-        bytes += static_cast<char>(i * 7919 >> 3);
-    const auto result = import(bytes);
-    EXPECT_EQ(result.survey.NumSites, 0);
-    const std::string written = log();
-    EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), result.errors);
-    EXPECT_EQ(std::count(written.begin(), written.end(), '\r'), result.errors);
-    EXPECT_GT(result.errors, 0);
 }
 
 TEST_F(TrimbleFile, KeepsTheBytesOfRejectedLinesInTheLog) {
@@ -330,23 +301,6 @@ TEST_F(TrimbleFile, ReadsALineOfManyMegabytes) {
                                std::string(10'000'000, 'y') + "\n" + line("4", "5", "6"));
     EXPECT_EQ(result.survey.NumSites, 2);
     EXPECT_EQ(log(), "Line # 2 " + std::string(10'000'000, 'y') + "  -> non-numeric X-coord data\r\n");
-}
-
-TEST_F(TrimbleFile, TakesEveryFormOfNumberAndNothingElse) {
-    const auto accepted = [this](const std::string& em1) {
-        return import(line("1", "2", em1)).survey.NumSites == 1;
-    };
-    for (const char* number : {"-0", ".5", "5.", "+.5E+1", "1d5", "1D5", " 7", "1e308"})
-        EXPECT_TRUE(accepted(number)) << number;
-    for (const char* text : {"12 34", "1,5", "nan", "inf", "0x10", "1e999", ".", "-", "1.2.3"})
-        EXPECT_FALSE(accepted(text)) << text;
-}
-
-TEST_F(TrimbleFile, ReadsNumbersOfFourHundredDigits) {
-    options.EM1Field = columns(24, 1000);
-    const std::string head = line("1", "2", "").substr(0, 23);
-    EXPECT_EQ(import(head + "0." + std::string(400, '3')).survey.SiteData(kEM1, 0), 1.0 / 3);
-    EXPECT_EQ(import(head + "1" + std::string(400, '0')).errors, 1);
 }
 
 TEST_F(TrimbleFile, FindsRows) {
@@ -381,13 +335,6 @@ TEST_F(TrimbleFile, OfMoreThan250RowsKeepsItsSites) {
     const auto fits = import(bytes.substr(0, bytes.rfind(line("2510", "0", "1"))));
     EXPECT_EQ(fits.rows, RowDetection::Assigned);
     EXPECT_EQ(fits.survey.NumRows, 250);
-}
-
-TEST_F(TrimbleFile, WithAllSitesAtOnePlaceIsOneRow) {
-    const std::string site = line("0", "0", "1") + "\n";
-    const auto result = import(site + site + site);
-    EXPECT_EQ(result.survey.NumRows, 1);
-    EXPECT_EQ(result.survey.MaxTrueDist, 0);
 }
 
 TEST_F(TrimbleFile, WithSitesThatAreNoPlaceOnEarthBeginsARowAtEach) {

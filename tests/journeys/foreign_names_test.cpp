@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A program, a survey and files whose names are not Unicode, because another system has written them: all of
 // it works, by choosing, typing, dropping and pasting, and every name can be read in what is shown.
-#include "base/session.h"
-#include "desktop/FileNames.h"
-#include "support/LoadedProgram.h"
-#include "support/UserDriver.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Printing.h"
+#include "support/RunningProgram.h"
 
 #include <QDragEnterEvent>
 #include <QLineEdit>
@@ -23,9 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class ForeignNames : public testing::Test, protected LoadedProgram {
+class ForeignNames : public testing::Test, protected RunningProgram {
   protected:
-    ForeignNames() {
+    ForeignNames() : RunningProgram(shortSurvey()) {
         fs::create_directory(place);
         fs::copy(fs::path(TESSEL_SOURCE_DIR) / "helpdocs", place + "/helpdocs");
         theSession().AppDir = theSession().DataDir = place;
@@ -56,7 +55,7 @@ class ForeignNames : public testing::Test, protected LoadedProgram {
         QWidget& window = shownWindow(u"frmGeneric"_s);
         name(window);
         clickOn(window, u"optCF_0"_s);
-        boxes.tell(u"There are 2 valid records in this file."_s, u"VARN-Tessel File Import Message"_s);
+        expectGenericReport(2, 0);
         clickOn(window, u"cmdImport"_s);
         waitUntilClosed(u"frmGeneric"_s);
         EXPECT_EQ(theSurvey().NumSites, 2);
@@ -72,26 +71,14 @@ class ForeignNames : public testing::Test, protected LoadedProgram {
 }  // namespace
 
 TEST_F(ForeignNames, GoThroughImportLogAndExport) {
-    boxes.tell(
-        u"There are  2 valid records in this file.\n\nThere are  1 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        u"VARN-Tesl File Import Message"_s);
-    importTrimbleFile(*main, {fromPath(place + "/fr\xFCh.dat"),
-                              u"20"_s,
-                              {},
-                              {u"1"_s, u"7"_s},
-                              {u"9"_s, u"15"_s},
-                              {u"17"_s, u"24"_s},
-                              {}});
+    expectTrimbleReport(2, 1);
+    importTrimbleFile(*main, sensorEntries(place + "/fr\xFCh.dat"));
     EXPECT_EQ(theSurvey().NumSites, 2);
     EXPECT_EQ(readFile(place + "/error_log.dat"), "Line # 3 nothing  -> non-numeric X-coord data\r\n");
     const std::string note = startedEditor();
     chooseItem(*main, u"mnuEL"_s);
     EXPECT_EQ(whatIsOpened(note), place + "/error_log.dat");
-    boxes.tell(u"Output data saved to "_s + fromPath(folder.path()) + u"/Gel\\xE4nde/aus\\xFC.txt"_s,
-               u"VARN-Tesl"_s);
-    exportTransectFile(*main, fromPath(place + "/aus\xFC.txt"), u"1"_s, [&](QWidget& window) {
+    exportTo(place + "/aus\xFC.txt", u"1"_s, [&](QWidget& window) {
         EXPECT_EQ(controlAs<QLineEdit>(window, u"Text2"_s).text(),
                   fromPath(folder.path()) + u"/Gel\\xE4nde/aus\\xFC.txt"_s);
     });

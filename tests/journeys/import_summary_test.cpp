@@ -1,15 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the main window says after an import, through the real windows.
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/TextEditor.h"
-#include "program/Program.h"
-#include "support/ExpectedBoxes.h"
-#include "support/Journeys.h"
-#include "support/UserDriver.h"
-#include "support/temporary_folder.h"
+#include "support/RunningProgram.h"
 
 #include <QLabel>
 #include <QTest>
@@ -23,48 +16,20 @@ namespace tessel {
 
 namespace {
 
-const QString kReportTitle = u"VARN-Tessel File Import Message"_s;
-
-QString report(int valid, int rejected) {
-    QString text = u"There are %1 valid records in this file."_s.arg(valid);
-    if (rejected > 0)
-        text +=
-            u"\n\nThere are %1 records in this file\ncontaining non-numeric or invalid numeric values.\n"
-            u"Please refer to the error_log.dat text file for more details."_s.arg(rejected);
-    return text;
-}
-
-class SummaryAfterAnImport : public testing::Test {
+class SummaryAfterAnImport : public testing::Test, protected RunningProgram {
   protected:
     SummaryAfterAnImport() {
-        theSurvey() = Survey{};
-        theSession() = Session{};
-        theSession().AppDir = theSession().DataDir = folder.path();
         theSession().TextEditor = "/bin/ls ";
         setProgramStarter([this](const EditorCommand& command) {
             started << command.arguments.join(u'|');
             return true;
         });
-        main = createProgram();
-        main->show();
-    }
-    ~SummaryAfterAnImport() override {
-        setProgramStarter({});
-        setFileResponder({});
     }
 
-    /// Imports a file in the layout of this option button; the boxes have been announced.
-    void importGeneric(std::string_view bytes, int layout) {
+    void importLines(std::string_view bytes, int layout) {
         writeFile(folder / "survey.csv", bytes);
-        chooseItem(*main, u"mnuOpen2"_s);
-        QWidget& window = shownWindow(u"frmGeneric"_s);
-        typeInto(window, u"txtGFile"_s, fromPath(folder / "survey.csv"));
-        clickOn(window, u"optCF_%1"_s.arg(layout));
-        clickOn(window, u"cmdImport"_s);
-        if (isShown(u"frmGeneric"_s)) window.close();
-        waitUntilClosed(u"frmGeneric"_s);
+        importGeneric(folder / "survey.csv", layout);
     }
-
     bool tells(const QString& name) const {
         const auto* const label = main->surveySummary->findChild<QLabel*>(u"lblSummary"_s + name);
         return label != nullptr && label->isVisible();
@@ -78,10 +43,7 @@ class SummaryAfterAnImport : public testing::Test {
         QTest::mouseClick(&link, Qt::LeftButton, {}, QPoint(10, link.height() / 2));
     }
 
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
     QStringList started;
-    std::unique_ptr<frmMain> main;
 };
 
 constexpr const char* kTwoRows =
@@ -90,8 +52,8 @@ constexpr const char* kTwoRows =
 }  // namespace
 
 TEST_F(SummaryAfterAnImport, TellsWhatWasRead) {
-    boxes.tell(report(5, 2), kReportTitle);
-    importGeneric(kTwoRows, 0);
+    expectGenericReport(5, 2);
+    importLines(kTwoRows, 0);
     EXPECT_EQ(main->lblInvitation->text(),
               u"5 sites in 2 rows\nThe Plot menu shows them, the Edit menu cleans them."_s);
     EXPECT_TRUE(main->surveySummary->text().contains(u"File: "_s + fromPath(folder / "survey.csv")));
@@ -113,11 +75,7 @@ TEST_F(SummaryAfterAnImport, TellsWhatWasRead) {
 
 TEST_F(SummaryAfterAnImport, TellsOfTheFixedColumnsToo) {
     writeFile(folder / "survey.dat", "100 200 12\n100 201 13\nno numbers\n");
-    boxes.tell(
-        u"There are  2 valid records in this file.\n\nThere are  1 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        u"VARN-Tesl File Import Message"_s);
+    expectTrimbleReport(2, 1);
     importTrimbleFile(*main, {fromPath(folder / "survey.dat"),
                               u"20"_s,
                               {},
@@ -131,13 +89,9 @@ TEST_F(SummaryAfterAnImport, TellsOfTheFixedColumnsToo) {
 }
 
 TEST_F(SummaryAfterAnImport, FollowsWhatIsDoneToTheSurvey) {
-    boxes.tell(report(5, 2), kReportTitle);
-    importGeneric(kTwoRows, 0);
-    chooseItem(*main, u"mnuData"_s);
-    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
-    clickOn(dialog, u"Option2"_s);
-    typeInto(dialog, u"Text4"_s, u"1"_s);
-    clickOn(dialog, u"Command1"_s);
+    expectGenericReport(5, 2);
+    importLines(kTwoRows, 0);
+    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"1"_s});
     waitUntilClosed(u"frmDataEdit"_s);
     EXPECT_EQ(told(u"Sites"_s), u"2"_s);
     EXPECT_EQ(told(u"Rows"_s), u"1"_s);
@@ -146,8 +100,8 @@ TEST_F(SummaryAfterAnImport, FollowsWhatIsDoneToTheSurvey) {
 }
 
 TEST_F(SummaryAfterAnImport, ShowsPathAndFirstLinesOfTheLogWhenNoLineWasOfUse) {
-    boxes.tell(report(0, 7), kReportTitle);
-    importGeneric("a,1,1\nb,1,1\n<i>c</i>,1,1\nd,1,1\ne,1,1\nf,1,1\ng,1,1\n", 4);
+    expectGenericReport(0, 7);
+    importLines("a,1,1\nb,1,1\n<i>c</i>,1,1\nd,1,1\ne,1,1\nf,1,1\ng,1,1\n", 4);
     ASSERT_FALSE(main->mnuEL->isEnabled());
     EXPECT_EQ(main->lblInvitation->text(), u"The survey has no sites."_s);
     EXPECT_TRUE(main->surveySummary->text().contains(u"Error log: "_s + fromPath(folder / "error_log.dat")));
@@ -159,9 +113,9 @@ TEST_F(SummaryAfterAnImport, ShowsPathAndFirstLinesOfTheLogWhenNoLineWasOfUse) {
 }
 
 TEST_F(SummaryAfterAnImport, ShowsTheLogAfterAFatalRowError) {
-    boxes.tell(report(2, 1), kReportTitle);
+    expectGenericReport(2, 1);
     boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
-    importGeneric("1,1,5,2\nx,1,5,2\n2,1,5,2\n", 0);
+    importLines("1,1,5,2\nx,1,5,2\n2,1,5,2\n", 0);
     ASSERT_FALSE(main->mnuEL->isEnabled());
     EXPECT_EQ(told(u"Rows"_s), u"none"_s);
     EXPECT_EQ(told(u"LogLine"_s), u"Line # 2 x 1 5 2  -> non-numeric X-coord data"_s);
@@ -170,11 +124,11 @@ TEST_F(SummaryAfterAnImport, ShowsTheLogAfterAFatalRowError) {
 }
 
 TEST_F(SummaryAfterAnImport, HidesTheFirstLinesOfTheLogWhenTheMenuOpensItAgain) {
-    boxes.tell(report(0, 1), kReportTitle);
-    importGeneric("x,1,5\n", 4);
+    expectGenericReport(0, 1);
+    importLines("x,1,5\n", 4);
     EXPECT_TRUE(tells(u"LogLine"_s));
-    boxes.tell(report(2, 1), kReportTitle);
-    importGeneric("1,1,5\nx,1,5\n2,1,5\n", 4);
+    expectGenericReport(2, 1);
+    importLines("1,1,5\nx,1,5\n2,1,5\n", 4);
     EXPECT_FALSE(tells(u"LogLine"_s));
     EXPECT_TRUE(tells(u"LogLink"_s));
 }
@@ -182,8 +136,8 @@ TEST_F(SummaryAfterAnImport, HidesTheFirstLinesOfTheLogWhenTheMenuOpensItAgain) 
 TEST_F(SummaryAfterAnImport, DoesNotPointToALogOfAnotherImport) {
     std::filesystem::create_directory(folder / "error_log.dat");
     boxes.tellBeginning(u"The error log could not be written:\n"_s);
-    boxes.tell(report(0, 1), kReportTitle);
-    importGeneric("x,1,5\n", 4);
+    expectGenericReport(0, 1);
+    importLines("x,1,5\n", 4);
     EXPECT_TRUE(told(u"Warning"_s).startsWith("The error log could not be written: "_L1));
     EXPECT_FALSE(tells(u"Log"_s));
     EXPECT_FALSE(tells(u"LogLink"_s));
@@ -191,8 +145,8 @@ TEST_F(SummaryAfterAnImport, DoesNotPointToALogOfAnotherImport) {
 }
 
 TEST_F(SummaryAfterAnImport, SaysWhenTheLogHasGoneSince) {
-    boxes.tell(report(0, 1), kReportTitle);
-    importGeneric("x,1,5\n", 4);
+    expectGenericReport(0, 1);
+    importLines("x,1,5\n", 4);
     std::filesystem::remove(folder / "error_log.dat");
     boxes.tellBeginning(fromPath(folder / "error_log.dat") + u" cannot be opened"_s);
     followTheLink();
@@ -200,8 +154,8 @@ TEST_F(SummaryAfterAnImport, SaysWhenTheLogHasGoneSince) {
 }
 
 TEST_F(SummaryAfterAnImport, WarnsOfWhatASurveyorMustKnow) {
-    boxes.tell(report(4, 0), kReportTitle);
-    importGeneric("-64.41538,83.44219,5\n-64.41538,83.44219,6\n0,0,7\n-64.41537,83.44219,8\n", 4);
+    expectGenericReport(4, 0);
+    importLines("-64.41538,83.44219,5\n-64.41538,83.44219,6\n0,0,7\n-64.41537,83.44219,8\n", 4);
     EXPECT_TRUE(main->surveySummary->text().contains("1 site lies at 0, 0."_L1));
     EXPECT_TRUE(main->surveySummary->text().contains("33 % of the steps"_L1));
     EXPECT_TRUE(main->surveySummary->text().contains("one single row"_L1));

@@ -1,15 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One survey on its way through the program, from the sensor file to the transect file, byte by byte.
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/TextEditor.h"
-#include "program/Program.h"
-#include "support/ExpectedBoxes.h"
-#include "support/Journeys.h"
-#include "support/UserDriver.h"
-#include "support/temporary_folder.h"
+#include "support/RunningProgram.h"
 
 #include <gtest/gtest.h>
 
@@ -57,20 +50,9 @@ constexpr const char* kTransectFile =
     " 13            140           200.125       28.75         34            6 \r\n"
     " 14            140           195           1E-05         100           6 \r\n";
 
-class ImportToExport : public testing::Test {
+class ImportToExport : public testing::Test, protected RunningProgram {
   protected:
-    ImportToExport() {
-        theSurvey() = Survey{};
-        theSession() = Session{};
-        theSession().AppDir = theSession().DataDir = folder.path();
-        writeFile(folder / "survey.dat", kSensorFile);
-        main = createProgram();
-        main->show();
-    }
-    ~ImportToExport() override {
-        setProgramStarter({});
-        setFileResponder({});
-    }
+    ImportToExport() { writeFile(folder / "survey.dat", kSensorFile); }
     TrimbleEntries entries() const {
         return {fromPath(folder / "survey.dat"),
                 u"20"_s,
@@ -80,42 +62,26 @@ class ImportToExport : public testing::Test {
                 {u"24"_s, u"29"_s},
                 {u"30"_s, u"38"_s}};
     }
-    void expectReport() {
-        boxes.tell(
-            u"There are  7 valid records in this file.\n"
-            u"\n"
-            u"There are  7 records in this file\n"
-            u"containing non-numeric or invalid numeric values.\n"
-            u"\n"
-            u"Please refer to the error_log.dat text file for more details."_s,
-            u"VARN-Tesl File Import Message"_s);
-    }
-
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
-    std::unique_ptr<frmMain> main;
 };
 
 }  // namespace
 
 TEST_F(ImportToExport, WritesTheTransectFileAndTheErrorLogByteByByte) {
-    expectReport();
+    expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
     EXPECT_EQ(theSurvey().NumSites, 7);
     EXPECT_EQ(theSurvey().NumRows, 2);
     EXPECT_FALSE(theSession().DataSaved);
     EXPECT_EQ(readFile(folder / "error_log.dat"), kErrorLog);
 
-    const QString out = fromPath(folder / "clean survey.txt");
-    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
-    exportTransectFile(*main, out, u"5"_s);
+    exportTo(folder / "clean survey.txt", u"5"_s);
     EXPECT_EQ(readFile(folder / "clean survey.txt"), kTransectFile);
     EXPECT_TRUE(theSession().DataSaved);
     EXPECT_TRUE(main->close());
 }
 
 TEST_F(ImportToExport, OpensTheErrorLogInTheEditor) {
-    expectReport();
+    expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
     theSession().TextEditor = "/bin/ls ";
     EditorCommand started;
@@ -133,31 +99,22 @@ TEST_F(ImportToExport, AsksBeforeClosingUntilTheSurveyHasBeenExportedAndAgainAft
         u"Are you sure that you wish to exit the program?"_s;
     boxes.ask(false, question);
     EXPECT_FALSE(main->close());
-    expectReport();
+    expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
     boxes.ask(false, question);
     EXPECT_FALSE(main->close());
-    const QString out = fromPath(folder / "out.txt");
-    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
-    exportTransectFile(*main, out);
-    expectReport();
+    exportTo(folder / "out.txt");
+    expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
     boxes.ask(false, question);
     EXPECT_FALSE(main->close());
 }
 
 TEST_F(ImportToExport, OfAFileWithoutUsableLinesDisablesWhatNeedsASurvey) {
-    expectReport();
+    expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
     writeFile(folder / "survey.dat", "no number anywhere in this line\r\n");
-    boxes.tell(
-        u"There are  0 valid records in this file.\n"
-        u"\n"
-        u"There are  1 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n"
-        u"\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        u"VARN-Tesl File Import Message"_s);
+    expectTrimbleReport(0, 1);
     importTrimbleFile(*main, entries());
     EXPECT_EQ(theSurvey().NumSites, 0);
     EXPECT_EQ(theSurvey().NumRows, 0);
@@ -166,9 +123,7 @@ TEST_F(ImportToExport, OfAFileWithoutUsableLinesDisablesWhatNeedsASurvey) {
 }
 
 TEST_F(ImportToExport, WritesAnEmptyFileWhenNothingHasBeenImported) {
-    const QString out = fromPath(folder / "empty.txt");
-    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
-    exportTransectFile(*main, out);
+    exportTo(folder / "empty.txt");
     EXPECT_EQ(readFile(folder / "empty.txt"), "");
 }
 

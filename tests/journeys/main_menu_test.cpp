@@ -1,19 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the items of the main menu open, chosen in the whole program.
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
-#include "desktop/FileDialogs.h"
-#include "plots/Chart2D.h"
-#include "program/Program.h"
-#include "support/ExpectedBoxes.h"
-#include "support/PlotWindow.h"
-#include "support/UserDriver.h"
-#include "support/made_survey.h"
-#include "support/temporary_folder.h"
+#include "support/RunningProgram.h"
 
-#include <QLabel>
-#include <QTest>
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -25,36 +13,9 @@ namespace tessel {
 
 namespace {
 
-class MainMenu : public testing::Test {
+class MainMenu : public testing::Test, protected RunningProgram {
   protected:
-    MainMenu() {
-        // Two rows, 10 m apart, of three sites each.
-        theSurvey() = madeSurvey({{0, 0, 10, 20, 1},
-                                  {0, 5, 11, 22, 1},
-                                  {0, 9, 12, 21, 1},
-                                  {10, 9, 13, 25, 2},
-                                  {10, 5, 14, 27, 2},
-                                  {10, 0, 15, 26, 2}});
-        theSession() = Session{};
-        theSession().AppDir = theSession().DataDir = folder.path();
-        main = createProgram();
-        main->menusFollow(MenuEvent::SitesImported);
-        main->show();
-    }
-
-    void useTheRealHelpDocuments() { theSession().AppDir = TESSEL_SOURCE_DIR; }
-
-    void expectMissingHelp(int document) {
-        boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-                   fromPath(folder / ("helpdocs/hdoc" + std::to_string(document) + ".rtf")));
-    }
-    void expectHelpOfF1(int document) {
-        expectMissingHelp(document);
-        main->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(main.get()));
-        QTest::keyClick(main.get(), Qt::Key_F1);
-        EXPECT_EQ(boxes.pending(), 0) << document;
-    }
+    MainMenu() : RunningProgram(rowsAlongY(2)) {}
 
     // Opens the window, checks that it blocks the main window or does not, and closes it.
     void expectOpens(const QString& item, const QString& name, Qt::WindowModality modality) {
@@ -64,17 +25,6 @@ class MainMenu : public testing::Test {
         window.close();
         waitUntilClosed(name);
     }
-
-    // As a mouse does: through the windowing system, which a modal window bars.
-    static void clickThroughTheDesktop(QWidget& button) {
-        QWidget* const window = button.window();
-        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                          button.mapTo(window, button.rect().center()));
-    }
-
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
-    std::unique_ptr<frmMain> main;
 };
 
 }  // namespace
@@ -102,36 +52,10 @@ TEST_F(MainMenu, ShowsThePlotsOneAtATime) {
         EXPECT_FALSE(main->lblInvitation->isVisible());
     }
     for (const QString& hidden : {u"Chart2D2"_s, u"Chart2D3"_s, u"Chart2D4"_s, u"Frame1"_s})
-        EXPECT_FALSE(main->findChild<QWidget*>(hidden)->isVisible()) << hidden.toStdString();
+        EXPECT_FALSE(isVisible(hidden)) << hidden.toStdString();
     chooseItem(*main, u"mnuClear"_s);
-    EXPECT_FALSE(main->findChild<QWidget*>(u"Chart2D1"_s)->isVisible());
+    EXPECT_FALSE(isVisible(u"Chart2D1"_s));
     EXPECT_TRUE(main->lblInvitation->isVisible());
-}
-
-TEST_F(MainMenu, OpensEachPlotByTheCoordinateThatTheItemNames) {
-    const auto& map = *main->findChild<Chart2D*>(u"Chart2D4"_s);
-    chooseItem(*main, u"mnuX"_s);
-    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
-    chooseItem(*main, u"mnuY"_s);
-    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
-    const auto& lag = *main->findChild<Chart2D*>(u"Chart2D1"_s);
-    const auto lagHeader = [&](const QString& item) {
-        chooseItem(*main, item);
-        return lag.headerText();
-    };
-    EXPECT_EQ(lagHeader(u"mnuTrue_Dis"_s), u"Sample Distance Plot (True Distance)"_s);
-    EXPECT_EQ(lagHeader(u"mnuX_Dis"_s), u"Sample Distance Plot (By X)"_s);
-    EXPECT_EQ(lagHeader(u"mnuY_Dis"_s), u"Sample Distance Plot (By Y)"_s);
-}
-
-TEST_F(MainMenu, SaysHowManySitesAndRowsThereAreWhenThePlotsAreClosed) {
-    chooseItem(*main, u"mnuX"_s);
-    auto& profile = controlAs<Chart2D>(*main, u"Chart2D3"_s);
-    clickPoint(profile, 1, 2);
-    clickOn(*main, u"Command5"_s);
-    clickOn(*main, u"Command4"_s);
-    EXPECT_TRUE(main->lblInvitation->text().startsWith(u"5 sites in 2 rows\n"))
-        << main->lblInvitation->text().toStdString();
 }
 
 TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {
@@ -145,19 +69,12 @@ TEST_F(MainMenu, OpensItsHelpDocuments) {
     const std::pair<QString, int> documents[] = {
         {u"mnuHmain1"_s, 101}, {u"mnuHmain2"_s, 102}, {u"mnuHmain3"_s, 103}, {u"mnuPlotHelp"_s, 111}};
     for (const auto& [item, document] : documents) {
-        expectMissingHelp(document);
+        boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+                   fromPath(folder / ("helpdocs/hdoc" + std::to_string(document) + ".rtf")));
         chooseItem(*main, item);
         EXPECT_EQ(boxes.pending(), 0) << item.toStdString();
         EXPECT_FALSE(isShown(u"frmHelpTesl"_s));
     }
-}
-
-TEST_F(MainMenu, GivesHelpForWhatTheMainWindowShows) {
-    expectHelpOfF1(101);
-    chooseItem(*main, u"mnuGrid"_s);
-    expectHelpOfF1(111);
-    chooseItem(*main, u"mnuX"_s);
-    expectHelpOfF1(114);
 }
 
 TEST_F(MainMenu, ChangesThePrinterResolution) {
@@ -177,20 +94,9 @@ TEST_F(MainMenu, ChangesThePrinterResolution) {
     }
 }
 
-TEST_F(MainMenu, AsksBeforeItChangesTheTextEditor) {
-    theSession().TextEditor = "/bin/ls ";
-    boxes.ask(false,
-              u"Note: you should use the PELR program if you wish to perminantly\n"
-              u"change the default text editor used by all VARN programs.\n\n"
-              u"However, you can temporarily reset the text editor now (for this session only).\n\n"
-              u"Would you like to temporarily reset the current, default text editor?"_s);
-    chooseItem(*main, u"mnusetDTE"_s);
-    EXPECT_EQ(theSession().TextEditor, "/bin/ls ");
-}
-
 // Whatever window is open, its help can be read beside it, found in, and closed.
 TEST_F(MainMenu, LetsHelpBeReadBesideEveryModalWindow) {
-    useTheRealHelpDocuments();
+    theSession().AppDir = TESSEL_SOURCE_DIR;
     const std::tuple<QString, QString, QString> windows[] = {
         {u"mnuOpen"_s, u"frmDataControl"_s, u"cmdHelp"_s},
         {u"mnuOpen2"_s, u"frmGeneric"_s, u"cmdHelp"_s},

@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Small displays, and long days of work.
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
-#include "program/Program.h"
-#include "support/ExpectedBoxes.h"
-#include "support/Journeys.h"
-#include "support/UserDriver.h"
-#include "support/made_survey.h"
-#include "support/temporary_folder.h"
+#include "support/RunningProgram.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -24,23 +16,13 @@ namespace tessel {
 
 namespace {
 
-class OddMachines : public testing::Test {
+class OddMachines : public testing::Test, protected RunningProgram {
   protected:
-    OddMachines() {
-        theSurvey() =
-            madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 90, 32, 42, 2}, {4, 91, 33, 43, 2}});
-        theSession() = Session{};
+    OddMachines()
+        : RunningProgram(
+              madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 90, 32, 42, 2}, {4, 91, 33, 43, 2}})) {
         theSession().AppDir = TESSEL_SOURCE_DIR;
-        theSession().DataDir = folder.path();
-        main = createProgram();
-        main->menusFollow(MenuEvent::SitesImported);
-        main->show();
     }
-    ~OddMachines() override { setFileResponder({}); }
-
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
-    std::unique_ptr<frmMain> main;
 };
 
 // What a display of 800x600 leaves to a window between a title bar and a panel.
@@ -101,24 +83,11 @@ TEST_F(OddMachines, OfSmallDisplaysHaveRoomForEveryWindow) {
 }
 
 TEST_F(OddMachines, DoNotRunOutOfMemoryBySixtyFourSurveys) {
-    std::string bytes;
-    for (int i = 0; i < 20'000; ++i)
-        bytes += std::to_string(1'000'000 + i) + " 2000000      12\r\n";
-    writeFile(folder / "survey.dat", bytes);
-    const TrimbleEntries entries{fromPath(folder / "survey.dat"),
-                                 u"20"_s,
-                                 {},
-                                 {u"1"_s, u"7"_s},
-                                 {u"9"_s, u"15"_s},
-                                 {u"17"_s, u"24"_s},
-                                 {}};
+    writeFile(folder / "survey.dat", sensorLines(20'000));
     std::int64_t afterFour = 0;
     for (int survey = 1; survey <= 64; ++survey) {
-        boxes.tell(
-            u"There are  20000 valid records in this file.\n\nThere are  0 records in this file\n"
-            u"containing non-numeric or invalid numeric values."_s,
-            u"VARN-Tesl File Import Message"_s);
-        importTrimbleFile(*main, entries);
+        expectTrimbleReport(20000, 0);
+        importTrimbleFile(*main, sensorEntries(folder / "survey.dat"));
         chooseItem(*main, u"mnuX"_s);
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         if (survey == 4) afterFour = residentBytes();

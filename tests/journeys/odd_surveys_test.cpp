@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Odd sensor files on their way through the whole program: imported, looked at in every view, and exported.
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
-#include "program/Program.h"
-#include "support/ExpectedBoxes.h"
-#include "support/Journeys.h"
-#include "support/UserDriver.h"
-#include "support/made_survey.h"
-#include "support/temporary_folder.h"
+#include "support/RunningProgram.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>
@@ -28,7 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string kFolder = std::string(TESSEL_SOURCE_DIR) + "/tests/import/data/odd_input/";
-const QString kReportTitle = u"VARN-Tesl File Import Message"_s;
 
 // Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111".
 TrimbleEntries entries(const std::string& file) {
@@ -36,29 +27,12 @@ TrimbleEntries entries(const std::string& file) {
             {u"24"_s, u"31"_s}, {}};
 }
 
-QString report(int sites, int rejected) {
-    const QString counts =
-        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
-        u"containing non-numeric or invalid numeric values."_s.arg(sites)
-            .arg(rejected);
-    if (rejected == 0) return counts;
-    return counts + u"\n\nPlease refer to the error_log.dat text file for more details."_s;
-}
-
-class OddSurveys : public testing::Test {
+class OddSurveys : public testing::Test, protected RunningProgram {
   protected:
-    OddSurveys() {
-        theSurvey() = Survey{};
-        theSession() = Session{};
-        theSession().AppDir = TESSEL_SOURCE_DIR;
-        theSession().DataDir = folder.path();
-        main = createProgram();
-        main->show();
-    }
-    ~OddSurveys() override { setFileResponder({}); }
+    OddSurveys() { theSession().AppDir = TESSEL_SOURCE_DIR; }
 
     void import(const std::string& file, int sites, int rejected) {
-        boxes.tell(report(sites, rejected), kReportTitle);
+        expectTrimbleReport(sites, rejected);
         importTrimbleFile(*main, entries(file));
         EXPECT_EQ(theSurvey().NumSites, sites);
     }
@@ -80,16 +54,10 @@ class OddSurveys : public testing::Test {
     }
 
     void exportAndCount() {
-        const QString out = fromPath(folder / "out.txt");
-        boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
-        exportTransectFile(*main, out);
+        exportTo(folder / "out.txt");
         const std::string lines = readFile(folder / "out.txt");
         EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), theSurvey().NumSites);
     }
-
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
-    std::unique_ptr<frmMain> main;
 };
 
 }  // namespace
@@ -109,7 +77,8 @@ TEST_F(OddSurveys, GoAllTheWay) {
                                                        {"missing_fixes_at_zero.dat", 11, 0},
                                                        {"negative_coordinates_only.dat", 5, 0},
                                                        {"rows_250.dat", 500, 0},
-                                                       {"rows_of_one_site.dat", 20, 0}};
+                                                       {"rows_of_one_site.dat", 20, 0},
+                                                       {"coordinates_of_1e300.dat", 2, 0}};
     for (const auto& [name, sites, rejected] : files) {
         SCOPED_TRACE(name);
         import(kFolder + name, sites, rejected);
@@ -128,17 +97,11 @@ TEST_F(OddSurveys, WithoutASiteLeaveNothingToLookAtAndGiveAnEmptyFile) {
 }
 
 TEST_F(OddSurveys, OfOneRowTooManyAreToldAndExportedOnlyWhenTheUserSaysSo) {
-    boxes.tell(report(502, 0), kReportTitle);
-    boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
+    expectTrimbleReport(502, 0);
+    expectTooManyRows();
     importTrimbleFile(*main, entries(kFolder + "rows_251.dat"));
     shownWindow(u"frmDataEdit"_s).close();
     EXPECT_EQ(theSurvey().NumSites, 502);
-    exportAndCount();
-}
-
-TEST_F(OddSurveys, OfCoordinatesThatAreNoPlaceOnEarthGoAllTheWay) {
-    import(kFolder + "coordinates_of_1e300.dat", 2, 0);
-    lookAtEverything();
     exportAndCount();
 }
 
@@ -149,18 +112,6 @@ TEST_F(OddSurveys, OfALineOfAHundredMegabytesAreShownAndRead) {
     import(folder / "survey.dat", 1, 1);
     EXPECT_EQ(fs::file_size(folder / "error_log.dat"),
               kLength + std::string("Line # 2   -> non-numeric site ID\r\n").size());
-    lookAtEverything();
-    exportAndCount();
-}
-
-TEST_F(OddSurveys, OfThreeMillionSitesGoAllTheWay) {
-    constexpr int kSites = 3'000'000;
-    std::string bytes;
-    for (int i = 0; i < kSites; ++i)
-        bytes.append("   1 1").append(std::to_string(1'000'000 + i)).append(" 20000000       12\n");
-    writeFile(folder / "survey.dat", bytes);
-    import(folder / "survey.dat", kSites, 0);
-    EXPECT_EQ(theSurvey().NumRows, 1);
     lookAtEverything();
     exportAndCount();
 }

@@ -67,18 +67,8 @@ class ReadOnlyProgram : public testing::Test {
         readSurvey();
     }
     void readSurvey() {
-        boxes.tell(
-            u"There are  2 valid records in this file.\n\nThere are  1 records in this file\n"
-            u"containing non-numeric or invalid numeric values.\n\n"
-            u"Please refer to the error_log.dat text file for more details."_s,
-            u"VARN-Tesl File Import Message"_s);
-        importTrimbleFile(*main, {fromPath(folder / "home/survey.dat"),
-                                  u"20"_s,
-                                  {},
-                                  {u"1"_s, u"7"_s},
-                                  {u"9"_s, u"15"_s},
-                                  {u"17"_s, u"24"_s},
-                                  {}});
+        expectTrimbleReport(boxes, 2, 1);
+        importTrimbleFile(*main, sensorEntries(folder / "home/survey.dat"));
     }
     // What an administrator has opened to everybody in a folder that stays closed.
     void openToEverybody(const std::string& name, const std::string& text) {

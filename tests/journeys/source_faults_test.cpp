@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What happens to a sensor file while the program has it in its hands, through the real windows of both
 // imports: they say what, where and why, and the survey and the error log stay as they were.
-#include "support/LoadedProgram.h"
-#include "support/UserDriver.h"
+#include "support/RunningProgram.h"
 #include "support/reads.h"
 
 #include <gtest/gtest.h>
@@ -28,13 +27,6 @@ enum class Import { Trimble, Generic };
 // Enough lines to be read in several blocks, for both imports.
 constexpr int kSites = 40'000;
 
-std::string sensorLines(int sites) {
-    std::string bytes;
-    for (int i = 0; i < sites; ++i)
-        bytes += std::to_string(1'000'000 + i) + " 2000000      12\r\n";
-    return bytes;
-}
-
 bool makeSocket(const std::string& path) {
     sockaddr_un address{AF_UNIX, {}};
     if (path.size() >= sizeof address.sun_path) return false;
@@ -45,18 +37,16 @@ bool makeSocket(const std::string& path) {
     return made;
 }
 
-class SourceFaults : public testing::TestWithParam<Import>, protected LoadedProgram {
+class SourceFaults : public testing::TestWithParam<Import>, protected RunningProgram {
   protected:
-    SourceFaults() { writeFile(file, sensorLines(kSites)); }
+    SourceFaults() : RunningProgram(shortSurvey()) { writeFile(file, sensorLines(kSites)); }
 
     // Fills the windows of the import in, lets `meanwhile` happen, and clicks for the last time.
     void runImport(const std::function<void()>& meanwhile) {
         GetParam() == Import::Trimble ? importTrimble(meanwhile) : importGeneric(meanwhile);
     }
     void importTrimble(const std::function<void()>& meanwhile) {
-        const TrimbleEntries entries{fromPath(file),     u"20"_s, {}, {u"1"_s, u"7"_s}, {u"9"_s, u"15"_s},
-                                     {u"17"_s, u"24"_s}, {}};
-        importTrimbleFile(*main, entries, [&](const QWidget& window) {
+        importTrimbleFile(*main, sensorEntries(file), [&](const QWidget& window) {
             if (window.objectName() == u"frmIniDisplay"_s) meanwhile();
         });
     }
@@ -79,14 +69,7 @@ class SourceFaults : public testing::TestWithParam<Import>, protected LoadedProg
 
     void expectReason(const QString& reason) { boxes.tell(fromPath(file) + u" cannot be read: "_s + reason); }
     void expectReport(int sites) {
-        if (GetParam() == Import::Trimble)
-            boxes.tell(
-                u"There are  %1 valid records in this file.\n\nThere are  0 records in this file\n"
-                u"containing non-numeric or invalid numeric values."_s.arg(sites),
-                u"VARN-Tesl File Import Message"_s);
-        else
-            boxes.tell(u"There are %1 valid records in this file."_s.arg(sites),
-                       u"VARN-Tessel File Import Message"_s);
+        GetParam() == Import::Trimble ? expectTrimbleReport(sites, 0) : expectGenericReport(sites, 0);
     }
 
     // Survey and log are those of before, and the program goes on: what failed works when nothing is wrong.

@@ -1,19 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The typical run as one journey through the real windows, beside a plain second implementation that derives
 // the file it must end with from the bytes of the sensor file.
-#include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "drawing/PictureBox.h"
 #include "plots/Chart2D.h"
-#include "program/Program.h"
-#include "support/ExpectedBoxes.h"
-#include "support/Journeys.h"
 #include "support/PlotWindow.h"
-#include "support/UserDriver.h"
+#include "support/RunningProgram.h"
 #include "support/plain_survey.h"
-#include "support/temporary_folder.h"
 
 #include <QLabel>
 #include <QTest>
@@ -30,17 +23,8 @@ namespace {
 
 const std::string kSamples = TESSEL_SOURCE_DIR "/samples/";
 
-class TypicalRun : public testing::Test {
+class TypicalRun : public testing::Test, protected RunningProgram {
   protected:
-    TypicalRun() {
-        theSurvey() = Survey{};
-        theSession() = Session{};
-        theSession().AppDir = theSession().DataDir = folder.path();
-        main = createProgram();
-        main->show();
-    }
-    ~TypicalRun() override { setFileResponder({}); }
-
     void importSerpentine();
     void reviewStatistics();
     void plotGrid();
@@ -49,19 +33,12 @@ class TypicalRun : public testing::Test {
     void adjust();
     void plotReadings();
 
-    TemporaryFolder folder;
-    ExpectedBoxes boxes;
-    std::unique_ptr<frmMain> main;
     PlainSurvey plain;
 };
 
 void TypicalRun::importSerpentine() {
     const std::string file = kSamples + "serpentine_two_readings.dat";
-    boxes.tell(
-        u"There are  6070 valid records in this file.\n\nThere are  14 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        u"VARN-Tesl File Import Message"_s);
+    expectTrimbleReport(6070, 14);
     importTrimbleFile(*main, {fromPath(file),
                               u"3"_s,
                               {u"1"_s, u"8"_s},
@@ -190,7 +167,7 @@ TEST_F(TypicalRun, EndsWithTheFileThatAPlainSecondImplementationDerives) {
     reviewStatistics();
     plotGrid();
     deleteOnTheMap({0.3, 0.3}, {0.42, 0.36});
-    EXPECT_TRUE(main->findChild<QWidget*>(u"Chart2D2"_s)->isVisible()) << "the grid plot follows";
+    EXPECT_TRUE(isVisible(u"Chart2D2"_s)) << "the grid plot follows";
     chooseItem(*main, u"mnuY"_s);
     for (const int row : {1, 4, 9, 40})
         deleteHighestReadingOfRow(row);
@@ -198,9 +175,7 @@ TEST_F(TypicalRun, EndsWithTheFileThatAPlainSecondImplementationDerives) {
     adjust();
     plotReadings();
 
-    const QString out = fromPath(folder / "transect.txt");
-    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
-    exportTransectFile(*main, out, u"5"_s);
+    exportTo(folder / "transect.txt", u"5"_s);
     const std::string expected = plainTransect(plain, true, 5);
     EXPECT_GT(expected.size(), 400'000U);
     EXPECT_TRUE(readFile(folder / "transect.txt") == expected);
@@ -236,28 +211,8 @@ class GenericSamples : public TypicalRun, public testing::WithParamInterface<Gen
     }
 
     void importSample() {
-        const QString path = fromPath(kSamples + GetParam().file);
-        setFileResponder([path](const FileQuestion&) { return path; });
-        chooseItem(*main, u"mnuOpen2"_s);
-        QWidget& window = shownWindow(u"frmGeneric"_s);
-        clickOn(window, u"cmdBrowse"_s);
-        clickOn(window, u"optCF_%1"_s.arg(GetParam().layout));
-        boxes.tell(
-            u"There are 600 valid records in this file.\n\nThere are %1 records in this file\n"
-            u"containing non-numeric or invalid numeric values.\n"
-            u"Please refer to the error_log.dat text file for more details."_s.arg(GetParam().dropped),
-            u"VARN-Tessel File Import Message"_s);
-        clickOn(window, u"cmdImport"_s);
-        waitUntilClosed(u"frmGeneric"_s);
-    }
-
-    void recalculateRows() {
-        chooseItem(*main, u"mnuData"_s);
-        QWidget& dialog = shownWindow(u"frmDataEdit"_s);
-        clickOn(dialog, u"Option3"_s);
-        typeInto(dialog, u"Text1"_s, u"3"_s);
-        clickOn(dialog, u"Command1"_s);
-        waitUntilClosed(u"frmDataEdit"_s);
+        expectGenericReport(600, GetParam().dropped);
+        importGeneric(kSamples + GetParam().file, GetParam().layout);
     }
 };
 
@@ -266,15 +221,13 @@ class GenericSamples : public TypicalRun, public testing::WithParamInterface<Gen
 TEST_P(GenericSamples, GiveTheSameSurveyAsFarAsTheirLayoutCarriesIt) {
     importSample();
     EXPECT_EQ(theSurvey().NumRows, GetParam().rows ? 12 : 1);
-    if (!GetParam().rows) recalculateRows();
+    if (!GetParam().rows) inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"3"_s});
 
     plain.sites = wholeSurvey();
     ASSERT_EQ(plain.sites.size(), 600U);
     plain.ids = GetParam().ids;
     plain.two = GetParam().two;
-    const QString out = fromPath(folder / "out.txt");
-    boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
-    exportTransectFile(*main, out);
+    exportTo(folder / "out.txt");
     EXPECT_EQ(readFile(folder / "out.txt"), plainTransect(plain, true, 1));
 }
 

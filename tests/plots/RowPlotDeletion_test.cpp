@@ -8,44 +8,6 @@ namespace tessel {
 
 using Axis = Chart2D::Axis;
 
-TEST_F(RowPlots, DeleteSitesInEveryOrder) {
-    for (const std::vector<qsizetype>& order :
-         {std::vector<qsizetype>{1, 2, 4}, {4, 2, 1}, {2, 4, 1}, {2, 1, 4}, {4, 1, 2}, {1, 4, 2}}) {
-        openByX(threeRowSurvey());
-        click("Command2");
-        click("Command2");
-        deletePoints(order);
-        Survey expected = threeRowSurvey();
-        deleteOneByOne(expected, 3, {order.begin(), order.end()});
-        expectSameSurvey(theSurvey(), expected);
-        EXPECT_EQ(theSurvey().SiteData(kX, 6), 140);
-        expectRowShown(3);
-        expectNothingSelected();
-        expectSteps(true, false);
-        EXPECT_TRUE(editor.Command6->isEnabled());
-    }
-    EXPECT_EQ(changes, 6);
-}
-
-TEST_F(RowPlots, DeleteSitesOfRowOneAndOpenAfresh) {
-    openByY(threeRowSurvey());
-    typeRow(u"1"_s);
-    QTest::keyClick(editor.Text1, Qt::Key_Return);
-    clickPoint(map, 1, 4);
-    clickPoint(map, 1, 2);
-    click("Command5");
-    Survey expected = threeRowSurvey();
-    deleteOneByOne(expected, 1, {4, 2});
-    expectSameSurvey(theSurvey(), expected);
-    expectRowShown(1);
-    EXPECT_TRUE(editor.PlotByY);
-    EXPECT_TRUE(editor.Option1->isChecked());
-    EXPECT_FALSE(editor.Command3->isEnabled());
-    EXPECT_EQ(editor.Text1->text(), QString());
-    expectSteps(false, true);
-    expectNothingSelected();
-}
-
 TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
     openByX(threeRowSurvey());
     click("Command2");
@@ -64,37 +26,6 @@ TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
     click("Command2");
     expectRowShown(2);
     EXPECT_EQ(theSurvey().SiteData(kEM1, 5), 12);
-}
-
-TEST_F(RowPlots, StepOnFromAnEmptiedFirstRowToTheOneThatMovedUp) {
-    openByX(threeRowSurvey());
-    Survey expected = threeRowSurvey();
-    deleteOneByOne(expected, 1, {3, 1, 5, 2, 4});
-    deletePoints({3, 1, 5, 2, 4});
-    expectSameSurvey(theSurvey(), expected);
-    expectEmptied(1);
-    expectSteps(false, true);
-    click("Command2");
-    expectRowShown(1);
-    expectSteps(false, true);
-    click("Command2");
-    expectRowShown(2);
-    expectSteps(true, false);
-}
-
-TEST_F(RowPlots, StepBackFromAnEmptiedLastRow) {
-    openByX(threeRowSurvey());
-    typeRow(u"3"_s);
-    QTest::keyClick(editor.Text1, Qt::Key_Return);
-    Survey expected = threeRowSurvey();
-    deleteOneByOne(expected, 3, {4, 3, 2, 1});
-    deletePoints({4, 3, 2, 1});
-    expectSameSurvey(theSurvey(), expected);
-    expectEmptied(3);
-    expectSteps(true, false);
-    click("Command1");
-    expectRowShown(2);
-    expectSteps(true, false);
 }
 
 TEST_F(RowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
@@ -137,16 +68,6 @@ TEST_F(RowPlots, GiveNothingBackToASurveyWithoutSites) {
     main.menuItem(u"mnuData"_s)->setEnabled(false);
     main.mnuClear->trigger();
     EXPECT_FALSE(main.menuItem(u"mnuData"_s)->isEnabled());
-}
-
-TEST_F(RowPlots, DisableWhatNeedsTwoRowsWhenASiteOfTheOnlyRowIsDeleted) {
-    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 1, 7, 7, 1}}));
-    EXPECT_TRUE(main.menuItem(u"mnuRow"_s)->isEnabled());
-    deletePoints({2});
-    expectRowShown(1);
-    expectSteps(false, false);
-    for (const QString& item : {u"mnuRow"_s, u"mnuDistance"_s, u"mnuGrid"_s, u"mnuData"_s, u"mnuStat"_s})
-        EXPECT_FALSE(main.menuItem(item)->isEnabled()) << item.toStdString();
 }
 
 TEST_F(RowPlots, EmptyTheOnlyRow) {

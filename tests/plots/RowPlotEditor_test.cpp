@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
 
-#include "base/session.h"
 #include "support/RowPlots.h"
 
 #include <utility>
@@ -12,25 +11,6 @@ namespace tessel {
 
 using Point = Chart2D::Point;
 using Axis = Chart2D::Axis;
-
-TEST_F(RowPlots, AreHiddenUntilTheEditorIsOpened) {
-    EXPECT_FALSE(editor.isVisible());
-    EXPECT_FALSE(profile.isVisible());
-    EXPECT_FALSE(map.isVisible());
-    EXPECT_FALSE(editor.EditorStarted);
-}
-
-TEST_F(RowPlots, HaveTheirTexts) {
-    const auto plain = [](QString text) { return text.remove(u'&'); };
-    EXPECT_EQ(editor.objectName(), u"Frame1"_s);
-    EXPECT_EQ(plain(editor.title()), u"Plotting Options"_s);
-    EXPECT_EQ(plain(editor.Option1->text()), u"Increment or Decrement Row Number"_s);
-    EXPECT_EQ(plain(editor.Option2->text()), u"Specify a Row Number"_s);
-    EXPECT_EQ(plain(editor.Command3->text()), u"Plot Row"_s);
-    EXPECT_EQ(plain(editor.Command4->text()), u"Finished"_s);
-    EXPECT_EQ(plain(editor.Command5->text()), u"Delete Site(s)"_s);
-    EXPECT_EQ(plain(editor.Command6->text()), u"Print"_s);
-}
 
 TEST_F(RowPlots, OpenAtRowOneByX) {
     openByX(threeRowSurvey());
@@ -100,25 +80,10 @@ TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{110, 30}}));
 }
 
-TEST_F(RowPlots, FollowASurveyThatHasOneReadingLess) {
-    openByX(threeRowSurvey());
-    clickPoint(profile, 1, 2);
-    Survey survey = threeRowSurvey();
-    survey.TwoEMColumns = false;
-    openByX(survey);
-    EXPECT_EQ(profile.seriesCount(Chart2D::kData), 1);
-    clickPoint(profile, 1, 3);
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{3});
-    openByX(threeRowSurvey());
-    expectRowShown(1);
-    clickPoint(profile, 1, 3);
-    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 2) == std::vector<Point>({{120, 50}}));
-}
-
 TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
     std::vector<MadeSite> sites;
     for (int row = 1; row <= 250; ++row)
-        sites.push_back({double(row), 0, 1, 1, row});
+        sites.push_back({double(row), 0, 1, 1, double(row)});
     Survey survey = madeSurvey(sites);
     survey.SiteData.resize(251);
     survey.SiteData(kRow, 250) = 251;
@@ -131,22 +96,6 @@ TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
     EXPECT_FALSE(editor.isVisible());
     EXPECT_FALSE(profile.isVisible());
     EXPECT_FALSE(editor.EditorStarted);
-}
-
-TEST_F(RowPlots, StepThroughTheRowsAndBack) {
-    openByX(threeRowSurvey());
-    click("Command2");
-    expectRowShown(2);
-    expectSteps(true, true);
-    click("Command2");
-    expectRowShown(3);
-    expectSteps(true, false);
-    click("Command1");
-    expectRowShown(2);
-    expectSteps(true, true);
-    click("Command1");
-    expectRowShown(1);
-    expectSteps(false, true);
 }
 
 TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
@@ -230,52 +179,6 @@ TEST_F(RowPlots, ShowTheHourglassWhileTheyAreDrawnOrCut) {
     expectHourglass("deleting");
 }
 
-TEST_F(RowPlots, StepByPageKeysFromAnywhereInTheEditor) {
-    openByX(threeRowSurvey());
-    QTest::keyClick(&profile, Qt::Key_PageDown);
-    expectRowShown(2);
-    QTest::keyClick(&map, Qt::Key_PageDown);
-    expectRowShown(3);
-    QTest::keyClick(&map, Qt::Key_PageDown);
-    expectRowShown(3);
-    QTest::keyClick(editor.Text1, Qt::Key_PageUp);
-    QTest::keyClick(editor.Command4, Qt::Key_PageUp);
-    expectRowShown(1);
-    QTest::keyClick(&main, Qt::Key_PageUp);
-    expectRowShown(1);
-    QTest::keyClick(&main, Qt::Key_PageDown);
-    expectRowShown(2);
-}
-
-TEST_F(RowPlots, StepButtonsAreNamedForThoseWhoCannotSeeThem) {
-    EXPECT_EQ(editor.Command1->accessibleName(), u"Previous row"_s);
-    EXPECT_EQ(editor.Command2->accessibleName(), u"Next row"_s);
-}
-
-TEST_F(RowPlots, PlotTheRowThatWasTyped) {
-    openByX(threeRowSurvey());
-    click("Option2");
-    EXPECT_TRUE(editor.Command3->isEnabled());
-    EXPECT_TRUE(editor.Text1->hasFocus());
-    typeRow(u"3"_s);
-    click("Command3");
-    expectRowShown(3);
-    expectSteps(true, false);
-    EXPECT_FALSE(editor.Command5->isEnabled());
-    EXPECT_TRUE(editor.Command6->isEnabled());
-    click("Option1");
-    EXPECT_FALSE(editor.Command3->isEnabled());
-}
-
-TEST_F(RowPlots, PlotTheRowThatWasTypedOnEnter) {
-    openByX(threeRowSurvey());
-    typeRow(u"2"_s);
-    EXPECT_TRUE(editor.Option2->isChecked());
-    QTest::keyClick(editor.Text1, Qt::Key_Return);
-    expectRowShown(2);
-    expectSteps(true, true);
-}
-
 TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
     openByX(threeRowSurvey());
     click("Command2");
@@ -300,54 +203,6 @@ TEST_F(RowPlots, SayWhatIsWrongWithATypedRowNumber) {
         expectUnchanged();
     }
     EXPECT_EQ(boxes.pending(), 0);
-}
-
-TEST_F(RowPlots, CloseWithFinishedAndOpenAgainAtRowOne) {
-    openByX(threeRowSurvey());
-    click("Command2");
-    clickPoint(profile, 1, 1);
-    main.menuItem(u"mnuData"_s)->setEnabled(false);
-    click("Command4");
-    EXPECT_FALSE(editor.isVisible());
-    EXPECT_FALSE(profile.isVisible());
-    EXPECT_FALSE(map.isVisible());
-    EXPECT_FALSE(editor.EditorStarted);
-    EXPECT_TRUE(main.menuItem(u"mnuData"_s)->isEnabled());
-    main.mnuX->trigger();
-    expectRowShown(1);
-    expectNothingSelected();
-    EXPECT_TRUE(editor.Command6->isEnabled());
-}
-
-TEST_F(RowPlots, EndWhenTheMainWindowHidesItsPlots) {
-    openByX(threeRowSurvey());
-    clickPoint(profile, 1, 1);
-    main.mnuClear->trigger();
-    EXPECT_FALSE(editor.isVisible());
-    EXPECT_FALSE(profile.isVisible());
-    EXPECT_FALSE(editor.EditorStarted);
-    EXPECT_EQ(editor.selection().SelCount, 0);
-    QTest::keyClick(&main, Qt::Key_PageDown);
-    EXPECT_FALSE(profile.isVisible());
-}
-
-TEST_F(RowPlots, OfferHelpByButtonAndByKey) {
-    openByX(threeRowSurvey());
-    theSession().AppDir = "/nowhere";
-    const auto expectHelp = [this] {
-        EXPECT_EQ(boxes.pending(), 0);
-        boxes.tell(
-            u"Warning!  File resource error.  VARN can not find the following file:\n"
-            u"/nowhere/helpdocs/hdoc114.rtf"_s);
-    };
-    expectHelp();
-    click("cmdHelp");
-    expectHelp();
-    QTest::keyClick(&map, Qt::Key_F1);
-    expectHelp();
-    QTest::keyClick(editor.Text1, Qt::Key_F1);
-    EXPECT_EQ(boxes.pending(), 0);
-    theSession() = Session{};
 }
 
 }  // namespace tessel

@@ -8,32 +8,6 @@ namespace tessel {
 
 using Point = Chart2D::Point;
 
-TEST_F(RowPlots, ReadOutTheProfileUnderThePointer) {
-    openByX(threeRowSurvey());
-    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2));
-    EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
-    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(0, 12));
-    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
-    pointAt(profile, pixelOf(profile, Chart2D::kData, 2, 2));
-    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
-    pointAt(profile, QPoint(2, 2));
-    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
-    main.mnuY->trigger();
-    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 4));
-    EXPECT_EQ(profile.footerText(), u"UTM Y = 12.00, ECa = 28.00"_s);
-}
-
-TEST_F(RowPlots, ReadOutTheMapUnderThePointer) {
-    openByX(threeRowSurvey());
-    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
-    EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
-    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4) + QPoint(9, 0));
-    EXPECT_EQ(map.footerText(), u"No Point Selected"_s);
-    main.mnuY->trigger();
-    pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
-    EXPECT_EQ(map.footerText(), u"UTM Y = 12.00, UTM X = 130.00"_s);
-}
-
 TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
     openByX(threeRowSurvey());
     EXPECT_TRUE(editor.Command6->isEnabled());
@@ -46,40 +20,6 @@ TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 28}, {110, 30}}));
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 2) == std::vector<Point>({{130, 55}, {110, 45}}));
     EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {110, 11}}));
-}
-
-TEST_F(RowPlots, LeaveAPointThatIsPickedTwiceUnselected) {
-    openByX(threeRowSurvey());
-    for (const qsizetype point : {4, 2, 5})
-        clickPoint(profile, 1, point);
-    clickPoint(map, 1, 2);
-    EXPECT_EQ(selected(), (std::vector<SiteIndex>{4, 5}));
-    EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 28}, {140, 22}}));
-    EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {140, 10}}));
-    EXPECT_TRUE(editor.Command5->isEnabled());
-    clickPoint(profile, 1, 5);
-    clickPoint(profile, 1, 4);
-    expectNothingSelected();
-    EXPECT_FALSE(editor.Command6->isEnabled());
-}
-
-TEST_F(RowPlots, TakeSitesAtTheSameCoordinateForOne) {
-    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {2, 9, 15, 15, 1}, {3, 1, 8, 8, 1}}));
-    clickPoint(map, 1, 2);
-    clickPoint(map, 1, 3);
-    expectNothingSelected();
-    clickPoint(map, 1, 3);
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{3});
-}
-
-TEST_F(RowPlots, SelectNothingBesideThePoints) {
-    openByX(threeRowSurvey());
-    clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(0, 5));
-    clickPoint(profile, 2, 2);
-    clickAt(profile, QPoint(1, 1));
-    clickAt(map, QPoint(1, 1));
-    expectNothingSelected();
-    EXPECT_TRUE(editor.Command6->isEnabled());
 }
 
 TEST_F(RowPlots, SelectThreePixelsBesideAPoint) {
@@ -97,19 +37,6 @@ TEST_F(RowPlots, SelectNothingFourPixelsBesideAPoint) {
             clickAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
             expectNothingSelected();
         }
-}
-
-TEST_F(RowPlots, SelectNothingMoreBesideThePointsOnceSomeAreSelected) {
-    openByX(threeRowSurvey());
-    clickPoint(profile, 1, 4);
-    clickPoint(profile, 2, 2);
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{4});
-    for (Chart2D* const chart : {&profile, &map})
-        for (const int pixels : {4, 10, 29})
-            for (const QPoint side : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
-                clickAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + pixels * side);
-                EXPECT_EQ(selected(), std::vector<SiteIndex>{4});
-            }
 }
 
 TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
@@ -133,28 +60,6 @@ TEST_F(RowPlots, PointWithACrossAtAPointAndPlainlyElsewhere) {
     pointAt(profile, point + QPoint(0, 12));
     EXPECT_EQ(profile.cursor().shape(), Qt::ArrowCursor);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
-}
-
-TEST_F(RowPlots, ReadOutNothingOfARowThatHasJustBeenDrawn) {
-    openByX(threeRowSurvey());
-    pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 2));
-    pointAt(map, pixelOf(map, Chart2D::kData, 1, 2));
-    click("Command2");
-    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
-    EXPECT_EQ(map.footerText(), u"No Point Selected"_s);
-}
-
-TEST_F(RowPlots, ForgetTheSelectionWithEveryNewRow) {
-    openByX(threeRowSurvey());
-    clickPoint(profile, 1, 4);
-    click("Command2");
-    expectNothingSelected();
-    EXPECT_TRUE(editor.Command6->isEnabled());
-    click("Command1");
-    clickPoint(profile, 1, 4);
-    main.mnuY->trigger();
-    expectNothingSelected();
-    EXPECT_TRUE(editor.Command6->isEnabled());
 }
 
 TEST_F(RowPlots, KeepTheSelectionWhenANumberIsToBeTypedButNotItsDeletion) {
@@ -200,40 +105,6 @@ TEST_F(RowPlots, Refuse102SelectedPoints) {
     expectSameSurvey(theSurvey(), expected);
 }
 
-TEST_F(RowPlots, AreEditedByKeyboardAlone) {
-    openByX(threeRowSurvey());
-    EXPECT_TRUE(profile.hasFocus());
-    QTest::keyClick(&profile, Qt::Key_Right);
-    EXPECT_EQ(profile.footerText(), u"UTM X = 100.00, ECa = 20.00"_s);
-    EXPECT_EQ(map.footerText(), u"UTM X = 100.00, UTM Y = 10.00"_s);
-    QTest::keyClick(&profile, Qt::Key_Right);
-    QTest::keyClick(&profile, Qt::Key_Up);
-    QTest::keyClick(&profile, Qt::Key_Left);
-    EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
-    QTest::keyClick(&profile, Qt::Key_Space);
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
-    QTest::keyClick(&profile, Qt::Key_Space);
-    expectNothingSelected();
-    QTest::keyClick(&profile, Qt::Key_Delete);
-    EXPECT_EQ(theSurvey().NumSites, 10);
-    QTest::keyClick(&map, Qt::Key_Space);
-    QTest::keyClick(&map, Qt::Key_Delete);
-    Survey expected = threeRowSurvey();
-    deleteOneByOne(expected, 1, {2});
-    expectSameSurvey(theSurvey(), expected);
-    QTest::keyClick(&profile, Qt::Key_Left);
-    EXPECT_EQ(profile.footerText(), u"UTM X = 140.00, ECa = 22.00"_s);
-}
-
-TEST_F(RowPlots, GoOnByKeyboardWhereTheMousePicked) {
-    openByX(threeRowSurvey());
-    clickPoint(map, 1, 3);
-    QTest::keyClick(&map, Qt::Key_Right);
-    EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
-    QTest::keyClick(&map, Qt::Key_Space);
-    EXPECT_EQ(selected(), (std::vector<SiteIndex>{3, 4}));
-}
-
 TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
     openByX(threeRowSurvey());
     QTest::keyClick(&profile, Qt::Key_Right);
@@ -243,21 +114,6 @@ TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
     QTest::keyClick(&profile, Qt::Key_Right);
     EXPECT_FALSE(profile.isZoomed());
     EXPECT_EQ(profile.footerText(), u"UTM X = 110.00, ECa = 30.00"_s);
-}
-
-TEST_F(RowPlots, LookCloserWithoutChangingTheLimits) {
-    openByX(threeRowSurvey());
-    const PlotLimits shared = thePlotLimits();
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(&profile, Qt::Key_Plus);
-    EXPECT_TRUE(profile.isZoomed());
-    expectRange(profile, Chart2D::Axis::X, 98, 142);
-    EXPECT_EQ(thePlotLimits(), shared);
-    clickPoint(profile, 1, 2);
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
-    EXPECT_TRUE(profile.isZoomed());
-    click("Command2");
-    EXPECT_FALSE(profile.isZoomed());
 }
 
 }  // namespace tessel

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/CustomPlot.h"
-#include "plots/RowPlotEditor.h"
 #include "plots/chart_views.h"
 #include "support/RowPlots.h"
 
@@ -74,23 +73,6 @@ TEST_F(RowPlots, TakeTheKeyboardBackFromEveryButtonThatDrawsARow) {
     deletePoints({1});
     ASSERT_EQ(theSurvey().NumRows, 2);
     EXPECT_TRUE(profile.hasFocus());
-}
-
-TEST_F(RowPlots, GoOnWithArrowsAndSpaceAfterADeletion) {
-    openByX(threeRowSurvey());
-    deletePoints({2});
-    QTest::keyClick(main.focusWidget(), Qt::Key_Right);
-    QTest::keyClick(main.focusWidget(), Qt::Key_Space);
-    EXPECT_TRUE(editor.isVisible());
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{1});
-}
-
-TEST_F(RowPlots, LeaveTheKeyboardInTheBoxForANumberThatIsRefused) {
-    openByX(threeRowSurvey());
-    typeRow(u"4"_s);
-    boxes.tell(u"Invalid Input: row number out of range"_s);
-    click("Command3");
-    EXPECT_TRUE(editor.Text1->hasFocus());
 }
 
 TEST_F(RowPlots, AreFinishedByEnterAndNeverByTheSpaceBar) {

@@ -3,14 +3,12 @@
 
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
-#include "plots/RowPlotEditor.h"
 #include "plots/plot_limits.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"
 #include "support/made_survey.h"
 
-#include <QTest>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -26,7 +24,7 @@ Survey surveyOfRows(int rows) {
     std::vector<MadeSite> sites;
     for (int row = 1; row <= rows; ++row)
         for (int i = 0; i < 3; ++i)
-            sites.push_back({100.0 * i, 10.0 * row, 1, 2, row});
+            sites.push_back({100.0 * i, 10.0 * row, 1, 2, double(row)});
     return madeSurvey(sites);
 }
 
@@ -108,18 +106,6 @@ TEST_F(SurveyGrid, SharesItsLimits) {
     EXPECT_EQ(thePlotLimits(), (PlotLimits{-10, 210, 9, 31}));
 }
 
-TEST_F(SurveyGrid, HasNoWidthWhereAllSitesShareOneX) {
-    plot(madeSurvey({{5, 10, 1, 1, 1}, {5, 30, 1, 1, 1}}));
-    expectRange(Axis::X, 5, 5);
-    expectRange(Axis::Y, 9, 31);
-}
-
-TEST_F(SurveyGrid, OfOneRowIsOneBlueSeries) {
-    plot(surveyOfRows(1));
-    ASSERT_EQ(chart.seriesCount(Chart2D::kData), 1);
-    EXPECT_EQ(chart.seriesStyle(Chart2D::kData, 1).colour, 1);
-}
-
 TEST_F(SurveyGrid, CountsTheRowsAnew) {
     plot(surveyOfRows(3));
     Survey survey = surveyOfRows(2);
@@ -128,26 +114,6 @@ TEST_F(SurveyGrid, CountsTheRowsAnew) {
     ASSERT_EQ(chart.seriesCount(Chart2D::kData), 2);
     EXPECT_EQ(chart.pointCount(Chart2D::kData, 2), 3);
     EXPECT_EQ(theSurvey().NumPoints[2], 3);
-}
-
-TEST_F(SurveyGrid, ChangesNothingInTheSurvey) {
-    const Survey survey = surveyOfRows(4);
-    plot(survey);
-    expectSameSurvey(theSurvey(), survey);
-}
-
-TEST_F(SurveyGrid, TakesThePlaceOfTheRowPlots) {
-    auto& editor = *new RowPlotEditor(main);
-    openSurvey(main, surveyOfRows(3));
-    editor.mnuX_Click();
-    main.mnuGrid->trigger();
-    EXPECT_FALSE(editor.isVisible());
-    EXPECT_FALSE(editor.Chart2D3->isVisible());
-    EXPECT_FALSE(editor.Chart2D4->isVisible());
-    EXPECT_TRUE(chart.isVisible());
-    editor.mnuY_Click();
-    EXPECT_FALSE(chart.isVisible());
-    EXPECT_TRUE(editor.isVisible());
 }
 
 TEST_F(SurveyGrid, OfMoreRowsThanCanBeCountedIsRefused) {
@@ -170,17 +136,6 @@ TEST_F(SurveyGrid, ReadsOutASiteTwoPixelsAwayAndNoneFourPixelsAway) {
         pointAt(chart, site + 4 * side);
         EXPECT_EQ(chart.footerText(), QString());
     }
-}
-
-TEST_F(SurveyGrid, ReadsOutTheSiteUnderThePointer) {
-    plot(surveyOfRows(3));
-    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));
-    EXPECT_EQ(chart.footerText(), u"Row #2, UTM X = 200.00, UTM Y = 20.00"_s);
-    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3) + QPoint(20, 20));
-    EXPECT_EQ(chart.footerText(), QString());
-    pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 3));
-    main.mnuGrid->trigger();  // a new plot has not been read yet
-    EXPECT_EQ(chart.footerText(), QString());
 }
 
 }  // namespace tessel

@@ -41,18 +41,6 @@ TEST_F(ClipWindow, RestoresOnYesOnly) {
     EXPECT_EQ(boxes.pending(), 0);
 }
 
-TEST_F(ClipWindow, HasNothingToRestoreOrDeleteAfterClippingWithoutAMask) {
-    openOnFullMap();
-    maskAndFinish(5, 125, 15, 95);
-    boxes.ask(true, kRestoreQuestion);
-    boxes.tell(kRecovered);
-    choose(u"mnuRecover"_s);
-    click(window->cmdClipOn);
-    expectState(kClipping, 0, 0);
-    click(window->cmdClipOff);
-    expectState(kBrowsing, 0, 0);
-}
-
 TEST_F(ClipWindow, KeepsTheExtentOfTheMapWhenSitesAtItsEdgeAreDeleted) {
     openOnFullMap();
     maskAndDelete(-1, 125, 15, 95);
@@ -124,13 +112,6 @@ TEST_F(ClipWindow, DeletingWithNothingMaskedKeepsEverySiteAndSaysThatAllAreDelet
     EXPECT_EQ(theSurvey().NumRows, 3);
 }
 
-TEST_F(ClipWindow, ClosesWithoutAWordWhenNothingIsMaskedOrDeleted) {
-    openOnFullMap();
-    closeWindow();
-    EXPECT_TRUE(window.isNull());
-    expectSurvey();
-}
-
 TEST_F(ClipWindow, LeavesRowNumbersWithAGapAloneWhenNothingWasDeleted) {
     for (SiteIndex i = 4; i < 8; ++i)
         theSurvey().SiteData(kRow, i) = 7;
@@ -155,20 +136,6 @@ TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
     closeWindow();
     EXPECT_TRUE(window.isNull());
     expectSurvey();
-    EXPECT_EQ(boxes.pending(), 0);
-}
-
-TEST_F(ClipWindow, KeepsTheRowsWhileEachHasASiteLeft) {
-    openOnFullMap();
-    maskAndDelete(-1, 125, 25, 95);
-    const int before = beepCount();
-    closeWindow();
-    EXPECT_TRUE(window.isNull());
-    expectSurvey();
-    EXPECT_EQ(beepCount(), before);
-    EXPECT_EQ(theSurvey().NumRows, 3);
-    EXPECT_EQ(theSurvey().RowIndex, 3);
-    EXPECT_EQ(theSurvey().NumPoints[3], 1);
     EXPECT_EQ(boxes.pending(), 0);
 }
 

@@ -5,8 +5,6 @@
 #include <QElapsedTimer>
 #include <QWheelEvent>
 
-#include <cmath>
-
 namespace tessel {
 
 TEST_F(ClipWindow, ChangesItsControlsWhenClippingIsSwitchedOnAndOff) {
@@ -56,28 +54,6 @@ TEST_F(ClipWindow, MasksWhatARectangleHoldsInWhicheverDirectionItIsDrawn) {
         EXPECT_EQ(dotAt(30, 110), colour(kBlue));
         delete window;
     }
-}
-
-TEST_F(ClipWindow, LeavesASiteExactlyOnAnEdgeUnmasked) {
-    openOnFullMap();
-    const QPoint from = pixelOfSite(5, 115), to = pixelOfSite(15, 105);
-    const QPointF corner = window->picMapZoom->toScale(from);
-    const QPointF opposite = window->picMapZoom->toScale(to);
-    const MapExtent extent{0, 30, 100, 120};
-    const double west = extent.surveyX(corner.x()), east = extent.surveyX(opposite.x());
-    const double north = extent.surveyY(corner.y()), south = extent.surveyY(opposite.y());
-    const double inside = std::nextafter(west, 100);
-    const std::array<std::pair<double, double>, 5> places = {
-        {{west, 110}, {east, 110}, {10, north}, {10, south}, {inside, 110}}};
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        theSurvey().SiteData(kX, static_cast<SiteIndex>(i) + 4) = places[i].first;
-        theSurvey().SiteData(kY, static_cast<SiteIndex>(i) + 4) = places[i].second;
-    }
-    Calculate_Distance(theSurvey());
-    expected = records(theSurvey());
-    click(window->cmdClipOn);
-    drawRectangle(from, to);
-    expectState(kClipping, 1, 0);
 }
 
 TEST_F(ClipWindow, TakesTheSecondCornerFromTheLastMoveNotFromTheClick) {
@@ -148,21 +124,6 @@ TEST_F(ClipWindow, ShowsTheRectangleBeforeItsSitesAreMasked) {
     expectState(kClipping, 1, 0);
 }
 
-TEST_F(ClipWindow, CountsNoSiteTwice) {
-    openOnFullMap();
-    click(window->cmdClipOn);
-    mask(-1, 121, 15, 105);
-    expectState(kClipping, 4, 0);
-    mask(5, 115, 35, 95);
-    expectState(kClipping, 9, 0);
-    mask(5, 115, 35, 95);
-    expectState(kClipping, 9, 0);
-    click(window->cmdClipOff);
-    expectState(kBrowsingMasked, 9, 0);
-    click(window->cmdClipOn);
-    expectState(kClipping, 9, 0);
-}
-
 TEST_F(ClipWindow, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
     openOnFullMap();
     click(window->cmdClipOn);
@@ -182,48 +143,6 @@ TEST_F(ClipWindow, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
     QTest::keyClick(window, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(window.isNull());
-}
-
-TEST_F(ClipWindow, CanBeClippedByKeyboardAlone) {
-    openOnFullMap();
-    QTest::keyClick(window, Qt::Key_C, Qt::AltModifier);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->cmdClipOff->isEnabled(); }));
-    expectState(kClipping, 0, 0);
-    ASSERT_TRUE(window->picMapZoom->hasFocus());
-    const auto key = [this](int k, Qt::KeyboardModifiers m = Qt::NoModifier) {
-        QTest::keyClick(window->picMapZoom, static_cast<Qt::Key>(k), m);
-    };
-    // Within reach of the middle: three sites at y = 110.
-    key(Qt::Key_Return);  // shows the cross
-    expectState(kClipping, 0, 0);
-    EXPECT_EQ(window->txtXloc->text(), u"15.0"_s);
-    EXPECT_EQ(window->txtYloc->text(), u"110.0"_s);
-    const auto go = [&](int arrow, const QLineEdit* readOut, auto arrived) {
-        for (int i = 0; i < 200 && !arrived(readOut->text().toDouble()); ++i)
-            key(arrow);
-    };
-    go(Qt::Key_Left, window->txtXloc, [](double x) { return x < 9; });
-    go(Qt::Key_Up, window->txtYloc, [](double y) { return y > 111; });
-    key(Qt::Key_Return);
-    expectState(kRectangleOpen, 0, 0);
-    go(Qt::Key_Right, window->txtXloc, [](double x) { return x > 21; });
-    go(Qt::Key_Down, window->txtYloc, [](double y) { return y < 109; });
-    EXPECT_TRUE(shows(kGreen));
-    key(Qt::Key_Enter);
-    expectState(kClipping, 2, 0);
-    const double before = window->txtXloc->text().toDouble();
-    key(Qt::Key_Right);
-    const double ten = window->txtXloc->text().toDouble() - before;
-    EXPECT_NEAR(ten, 10 * window->picMapZoom->pixelSize().width() * 30, 0.11);
-    for (int i = 0; i < 10; ++i)
-        key(Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_NEAR(window->txtXloc->text().toDouble(), before, 0.01);
-    for (int i = 0; i < 300; ++i)
-        key(Qt::Key_Right);  // no further than the edge of the box
-    EXPECT_EQ(window->txtXloc->text(), QString::number(30 * 1.05, 'f', 1));
-    QTest::keyClick(window, Qt::Key_F, Qt::AltModifier);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->cmdClipOn->isEnabled(); }));
-    expectState(kBrowsingMasked, 2, 0);
 }
 
 TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {

@@ -4,73 +4,8 @@
 #include "plots/ClipWindow.h"
 
 #include <QMap>
-#include <QSet>
 
 namespace tessel {
-
-TEST_F(ClipWindow, BearsTheNamesAndCaptionsOfItsControls) {
-    open();
-    EXPECT_EQ(window->windowTitle(), u"Full Survey Grid Data Removal Window"_s);
-    const QMap<QString, QString> items = {
-        {u"mnuV"_s, u"View"_s},
-        {u"mnuFullMapTrue"_s, u"display full map (using true resolution)"_s},
-        {u"mnuFullMapMax"_s, u"display full map (using max resolution)"_s},
-        {u"mnuZ"_s, u"Zoom"_s},
-        {u"mnuZnorth"_s, u"northern edge of field"_s},
-        {u"mnuZsouth"_s, u"southern edge of field"_s},
-        {u"mnuZwest"_s, u"western edge of field"_s},
-        {u"mnuZeast"_s, u"eastern edge of field"_s},
-        {u"mnuZnw"_s, u"north-west quadrant"_s},
-        {u"mnuZne"_s, u"north-east quadrant"_s},
-        {u"mnuZsw"_s, u"south-west quadrant"_s},
-        {u"mnuZse"_s, u"south-east quadrant"_s},
-        {u"mnuZw13"_s, u"western 1/3 of field"_s},
-        {u"mnuZc13v"_s, u"center 1/3 of field (vertical)"_s},
-        {u"mnuZe13"_s, u"eastern 1/3 of field"_s},
-        {u"mnuZn13"_s, u"northern 1/3 of field"_s},
-        {u"mnuZc13h"_s, u"center 1/3 of field (horizontal)"_s},
-        {u"mnuZs13"_s, u"southern 1/3 of field"_s},
-        {u"mnuR"_s, u"Restore"_s},
-        {u"mnuRecover"_s, u"Recover (unmask) all masked sites"_s},
-        {u"mnuGDRH"_s, u"Help"_s},
-        {u"mnuGDRH1"_s, u"How to use the GDR window"_s},
-        {u"mnuGDRH2"_s, u"Navigating the GDR menu bar"_s},
-        {u"mnuGDRH3"_s, u"Using the on-screen GDR controls"_s},
-        {u"mnuExit"_s, u"Exit"_s},
-        {u"mnuDone"_s, u"Return to main program window"_s}};
-    for (const auto& [name, caption] : items.asKeyValueRange()) {
-        ASSERT_NE(window->findChild<QAction*>(name), nullptr) << name.toStdString();
-        EXPECT_EQ(plainText(window->findChild<QAction*>(name)->text()), caption);
-    }
-    EXPECT_EQ(plainText(window->frameClipC->title()), u"Data Removal Controls:"_s);
-    EXPECT_EQ(plainText(window->frameHLR->title()), u"High-light Row: "_s);
-    EXPECT_EQ(plainText(window->frameLoc->title()), u"Cursor Location: "_s);
-    EXPECT_EQ(plainText(window->cmdClipOn->text()), u"Clip Grid"_s);
-    EXPECT_EQ(plainText(window->cmdClipOff->text()), u"Finished"_s);
-    EXPECT_EQ(plainText(window->cmdDelete->text()), u"Delete all Masked Sites"_s);
-    EXPECT_EQ(plainText(window->optUTM->text()), u"1 ddp"_s);
-    EXPECT_EQ(plainText(window->optLL->text()), u"5 ddp"_s);
-    EXPECT_EQ(window->lblMSCaption->text(), u"Masked Sites:"_s);
-    EXPECT_EQ(window->lblVSCaption->text(), u"Valid Sites:"_s);
-    EXPECT_EQ(window->lblDSCaption->text(), u"Deleted Sites:"_s);
-    EXPECT_EQ(window->txtXlocCaption->text(), u"X-loc:"_s);
-    EXPECT_EQ(window->txtYlocCaption->text(), u"Y-loc:"_s);
-}
-
-TEST_F(ClipWindow, GivesEveryItemOfAMenuALetterOfItsOwn) {
-    open();
-    for (QMenu* menu : window->findChildren<QMenu*>()) {
-        QSet<QChar> letters;
-        for (const QAction* item : menu->actions()) {
-            if (item->isSeparator()) continue;
-            const qsizetype mark = item->text().indexOf(u'&');
-            ASSERT_GE(mark, 0) << item->text().toStdString();
-            const QChar letter = item->text().at(mark + 1).toLower();
-            EXPECT_FALSE(letters.contains(letter)) << item->text().toStdString();
-            letters << letter;
-        }
-    }
-}
 
 TEST_F(ClipWindow, OpensWithNothingDrawn) {
     open();
@@ -152,24 +87,6 @@ TEST_F(ClipWindow, ShowsEachZoneWithoutComputingTheExtentAnew) {
     }
 }
 
-TEST_F(ClipWindow, ReadsOutThePlaceBelowThePointer) {
-    openOnFullMap();
-    const QPoint place(123, 77);
-    const QPointF map = window->picMapZoom->toScale(place);
-    const double x = map.x() * 30;
-    const double y = (1 - map.y()) * 20 + 100;
-    moveTo(place);
-    EXPECT_EQ(window->txtXloc->text(), QString::number(x, 'f', 1));
-    EXPECT_EQ(window->txtYloc->text(), QString::number(y, 'f', 1));
-    EXPECT_EQ(window->picMapZoom->cursor().shape(), Qt::CrossCursor);
-    QTest::mouseClick(window->optLL, Qt::LeftButton, Qt::NoModifier, {8, window->optLL->height() / 2});
-    EXPECT_EQ(window->txtXloc->text(), QString::number(x, 'f', 1));  // until the pointer moves again
-    moveTo({10, 10});
-    moveTo(place);
-    EXPECT_EQ(window->txtXloc->text(), QString::number(x, 'f', 5));
-    EXPECT_EQ(window->txtYloc->text(), QString::number(y, 'f', 5));
-}
-
 TEST_F(ClipWindow, ShowsTheSelectedFormatLightBlue) {
     open();
     choose(u"mnuFullMapMax"_s);
@@ -209,37 +126,6 @@ TEST_F(ClipWindow, HighlightsTheRowOfTheChosenNumber) {
     EXPECT_EQ(dotAt(20, 120), colour(kRed));
     pickItem(*window, u"comboRow"_s, 0);
     EXPECT_FALSE(shows(kRed));
-}
-
-TEST_F(ClipWindow, DrawsTheMapAnewWhenTheSameRowIsChosenOnceMore) {
-    openOnFullMap();
-    maskAndFinish(5, 125, 15, 95);
-    for (const int row : {0, 2, 2}) {
-        window->picMapZoom->fillRectangle(0.4, 0.4, 0.6, 0.6, kLightYellow);
-        ASSERT_TRUE(shows(kLightYellow));
-        pickItem(*window, u"comboRow"_s, row);
-        EXPECT_FALSE(shows(kLightYellow)) << row;
-    }
-}
-
-TEST_F(ClipWindow, HighlightsNothingWithNoneNotEvenSitesWithoutARow) {
-    for (SiteIndex i = 4; i < 8; ++i)
-        theSurvey().SiteData(kRow, i) = 0;
-    openOnFullMap();
-    EXPECT_FALSE(shows(kRed));
-    pickItem(*window, u"comboRow"_s, 0);
-    EXPECT_FALSE(shows(kRed));
-}
-
-TEST_F(ClipWindow, PutsTheHighlightedRowOnTopOfTheOthers) {
-    for (SiteIndex i = 0; i < 4; ++i)
-        theSurvey().SiteData(kY, i + 4) = 100;
-    Calculate_Distance(theSurvey());
-    openOnFullMap();
-    pickItem(*window, u"comboRow"_s, 1);
-    EXPECT_EQ(dotAt(10, 100), colour(kRed));
-    pickItem(*window, u"comboRow"_s, 2);
-    EXPECT_EQ(dotAt(10, 100), colour(kRed));
 }
 
 TEST_F(ClipWindow, DrawsTheMapAtItsNewSizeWhenTheWindowGrows) {

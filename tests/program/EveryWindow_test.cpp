@@ -43,7 +43,8 @@ const QString kForms = QStringLiteral(TESSEL_SOURCE_DIR "/src");
 struct Window {
     const char* name;
     std::function<QWidget*(frmMain&)> open;
-    int help;  // the number of its help document
+    int help;              // the number of its help document
+    const char* helpItem;  // what opens it, beside F1
 };
 
 frmIniDisplay* openPreview(frmMain& main) {
@@ -53,20 +54,20 @@ frmIniDisplay* openPreview(frmMain& main) {
 }
 
 const Window kWindows[] = {
-    {"frmMain", [](frmMain& main) { return &main; }, 101},
-    {"frmMain_rowPlots", [](frmMain& main) { return main.mnuX->trigger(), &main; }, 114},
-    {"frmMain_grid", [](frmMain& main) { return main.mnuGrid->trigger(), &main; }, 111},
-    {"frmAbout", [](frmMain& main) { return new frmAbout(&main); }, 101},
-    {"frmDataControl", [](frmMain& main) { return new frmDataControl(&main); }, 104},
-    {"frmIniDisplay", [](frmMain& main) { return openPreview(main); }, 105},
-    {"frmGeneric", [](frmMain& main) { return new frmGeneric(main); }, 106},
-    {"frmOutput", [](frmMain& main) { return new frmOutput(&main); }, 107},
-    {"frmClip", [](frmMain& main) { return new frmClip(main); }, 108},
-    {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(main); }, 112},
-    {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113},
-    {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102},
-    {"frmSigCorrStruct", [](frmMain& main) { return new frmSigCorrStruct(&main); }, 115},
-    {"frmHistForm", [](frmMain& main) { return new frmHistForm(&main); }, 116},
+    {"frmMain", [](frmMain& main) { return &main; }, 101, "mnuHmain1"},
+    {"frmMain_rowPlots", [](frmMain& main) { return main.mnuX->trigger(), &main; }, 114, "cmdHelp"},
+    {"frmMain_grid", [](frmMain& main) { return main.mnuGrid->trigger(), &main; }, 111, "mnuPlotHelp"},
+    {"frmAbout", [](frmMain& main) { return new frmAbout(&main); }, 101, ""},
+    {"frmDataControl", [](frmMain& main) { return new frmDataControl(&main); }, 104, "cmdHelp"},
+    {"frmIniDisplay", [](frmMain& main) { return openPreview(main); }, 105, "cmdHelp"},
+    {"frmGeneric", [](frmMain& main) { return new frmGeneric(main); }, 106, "cmdHelp"},
+    {"frmOutput", [](frmMain& main) { return new frmOutput(&main); }, 107, "cmdHelp"},
+    {"frmClip", [](frmMain& main) { return new frmClip(main); }, 108, "mnuGDRH1"},
+    {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(main); }, 112, "cmdHelp"},
+    {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113, "cmdHelp"},
+    {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102, ""},
+    {"frmSigCorrStruct", [](frmMain& main) { return new frmSigCorrStruct(&main); }, 115, "mnuSDChelp"},
+    {"frmHistForm", [](frmMain& main) { return new frmHistForm(&main); }, 116, "mnuHisthelp"},
 };
 
 void PrintTo(const Window& window, std::ostream* out) {
@@ -243,6 +244,60 @@ TEST_P(EveryWindow, OpensItsHelpWithF1) {
     QWidget* const focus = QApplication::focusWidget();
     QTest::keyClick(focus ? focus : window, Qt::Key_F1);
     EXPECT_EQ(visibleHelp(), titleOf(GetParam().help) + u" - Help"_s);
+}
+
+TEST_P(EveryWindow, OpensItsHelpWithItsButtonOrItsMenu) {
+    if (*GetParam().helpItem == '\0') return;
+    open();
+    const QString name = QString::fromLatin1(GetParam().helpItem);
+    if (auto* const button = window->findChild<QPushButton*>(name))
+        QTest::mouseClick(button, Qt::LeftButton);
+    else
+        window->findChild<QAction*>(name)->trigger();
+    EXPECT_EQ(visibleHelp(), titleOf(GetParam().help) + u" - Help"_s);
+}
+
+// The items of a menu, or the menus of a bar, by their names.
+QString itemsOf(const QWidget& menu) {
+    QStringList items;
+    for (const QAction* item : menu.actions())
+        items << (item->isSeparator() ? u"-"_s
+                  : item->menu()      ? item->menu()->objectName()
+                                      : item->objectName());
+    return items.join(u' ');
+}
+
+// What a window says as it opens, a line for each text and the name of what says it; menus with their items.
+QString textsOf(const QWidget& window) {
+    QStringList lines{u"title: "_s + window.windowTitle()};
+    const auto add = [&lines](const QObject& object, const QString& text) {
+        const QString name = object.objectName();
+        if (name.isEmpty() || name.startsWith("qt_"_L1) || name == u"Label20" || text.isEmpty()) return;
+        lines << name + u": "_s + QString(text).remove(u'&').replace(u'\n', u'|');
+    };
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        if (const auto* menu = qobject_cast<const QMenu*>(widget))
+            add(*menu, menu->title() + u": "_s + itemsOf(*menu));
+        if (qobject_cast<const QMenuBar*>(widget)) lines << u"menus: "_s + itemsOf(*widget);
+        if (widget->window() != &window) continue;
+        if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) add(*button, button->text());
+        if (const auto* label = qobject_cast<const QLabel*>(widget)) add(*label, label->text());
+        if (const auto* box = qobject_cast<const QLineEdit*>(widget)) add(*box, box->text());
+        if (const auto* frame = qobject_cast<const QGroupBox*>(widget)) add(*frame, frame->title());
+        if (!widget->toolTip().isEmpty()) add(*widget, u"(hint) "_s + widget->toolTip());
+    }
+    for (const QAction* action : window.findChildren<QAction*>())
+        if (!action->menu()) add(*action, action->text());
+    lines.sort();
+    return lines.join(u'\n') + u'\n';
+}
+
+// Prescribed letter by letter: tests/program/texts has a file for each window.
+TEST_P(EveryWindow, ShowsItsTexts) {
+    open();
+    const std::string file =
+        TESSEL_SOURCE_DIR "/tests/program/texts/" + std::string(GetParam().name) + ".txt";
+    EXPECT_EQ(textsOf(*window).toStdString(), readFile(file));
 }
 
 // Texts that have less room than they ask for.

@@ -3,11 +3,9 @@
 
 #include "app/frmMain.h"
 #include "base/palette16.h"
-#include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
-#include "support/row_surveys.h"
-#include "support/temporary_folder.h"
+#include "support/made_survey.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -48,7 +46,7 @@ struct Snapshot {
           distances(survey.TrueDist) {}
     bool operator==(const Snapshot& other) const = default;
 
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     std::array<std::int64_t, kMaxRows + 1> points;
     std::array<int, 6> numbers;
     double minDistance;
@@ -154,26 +152,6 @@ const QString kNotNumeric = u"Invalid Input: you have to enter a numeric value"_
 
 }  // namespace
 
-TEST_F(RowDialog, HasItsTextsAndNames) {
-    const auto plain = [](QString text) { return text.remove(u'&'); };
-    EXPECT_EQ(dialog_->objectName(), u"frmDataEdit"_s);
-    EXPECT_EQ(dialog_->windowTitle(), u"Row Editing / Re-numbering"_s);
-    EXPECT_EQ(dialog_->Frame1->title(), u"Row Editing / Row Re-numbering Options"_s);
-    EXPECT_EQ(plain(dialog_->Option1->text()), u"Joint two rows"_s);
-    EXPECT_EQ(dialog_->Option1->toolTip(), u"Function to joint two rows"_s);
-    EXPECT_EQ(plain(dialog_->Option2->text()), u"Delete a row"_s);
-    EXPECT_EQ(dialog_->Option2->toolTip(), u"Function to delete a row"_s);
-    EXPECT_EQ(plain(dialog_->Option3->text()), u"Specify true distance value"_s);
-    EXPECT_EQ(plain(dialog_->Option4->text()), u"Specify X distance value (for N-S runs)"_s);
-    EXPECT_EQ(plain(dialog_->Option5->text()), u"Specify Y distance value (for E-W runs)"_s);
-    EXPECT_EQ(dialog_->lblRecalculate->text(), u"Recalculate row numbering using a new distance value:"_s);
-    EXPECT_EQ(dialog_->lblRecalculate->toolTip(), u"Function to specify new distance value"_s);
-    for (const QRadioButton* option : {dialog_->Option3, dialog_->Option4, dialog_->Option5})
-        EXPECT_EQ(option->toolTip(), u"Function to specify new distance value"_s);
-    EXPECT_EQ(plain(dialog_->Command2->text()), u"Cancel"_s);
-    EXPECT_EQ(plain(dialog_->cmdHelp->text()), u"Help"_s);
-}
-
 TEST_F(RowDialog, OpensEmptyWithNothingChosen) {
     expectJustOpened();
     for (const QRadioButton* option : options())
@@ -242,25 +220,6 @@ TEST_F(RowDialog, RefusesADistanceThatIsNone) {
     }
 }
 
-TEST_F(RowDialog, JoinsTwoRowsAndCloses) {
-    const ExpectedBoxes boxes;
-    enter(dialog_->Option1, u"3"_s, u"2"_s);
-    press();
-    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 1, 2, 2, 2, 3}));
-    EXPECT_EQ(theSurvey().NumRows, 3);
-    EXPECT_EQ(theSurvey().RowIndex, 3);
-    EXPECT_EQ(theSurvey().NumPoints[2], 3);
-    EXPECT_EQ(changed_->count(), 1);
-    EXPECT_FALSE(dialog_->isVisible());
-}
-
-TEST_F(RowDialog, RoundsARowNumberToTheEvenNeighbour) {
-    const ExpectedBoxes boxes;
-    enter(dialog_->Option1, u"2.5"_s, u"3.4"_s);
-    press();
-    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 1, 2, 2, 2, 3}));
-}
-
 TEST_F(RowDialog, DeletesARowAndClosesOnEnter) {
     const ExpectedBoxes boxes;
     dialog_->activateWindow();
@@ -318,15 +277,6 @@ TEST_F(RowDialog, RecalculatesByEachMeasureAndEnablesTheMenus) {
             EXPECT_TRUE(enabled(item)) << item.toStdString();
         EXPECT_FALSE(enabled(u"mnuData"_s));
     }
-}
-
-TEST_F(RowDialog, TakesADistanceOfZero) {
-    const ExpectedBoxes boxes;
-    enter(dialog_->Option3, u"0"_s);
-    press();
-    EXPECT_EQ(theSurvey().MinDistance, 0);
-    EXPECT_EQ(theSurvey().NumRows, 5);
-    EXPECT_FALSE(dialog_->isVisible());
 }
 
 TEST_F(RowDialog, StaysOpenForAnotherDistanceWhenThereAreTooManyRows) {
@@ -416,22 +366,6 @@ TEST_F(RowDialog, CancelAndEscapeChangeNothing) {
     QTest::keyClick(dialog_.get(), Qt::Key_Escape);
     EXPECT_FALSE(dialog_->isVisible());
     EXPECT_TRUE(Snapshot(theSurvey()) == before);
-}
-
-TEST_F(RowDialog, OpensItsHelpWithButtonAndF1) {
-    const TemporaryFolder folder;
-    theSession().AppDir = folder.path();
-    dialog_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
-    for (const bool withKey : {false, true}) {
-        ExpectedBoxes boxes;
-        boxes.tellBeginning(u"Warning!  File resource error.  VARN can not find the following file:"_s);
-        if (withKey)
-            QTest::keyClick(dialog_.get(), Qt::Key_F1);
-        else
-            QTest::mouseClick(dialog_->cmdHelp, Qt::LeftButton);
-        EXPECT_TRUE(boxes.last().text.endsWith(u"hdoc112.rtf"_s));
-    }
 }
 
 TEST_F(RowDialog, SaysHowManyRowsATypedDistanceWouldGive) {

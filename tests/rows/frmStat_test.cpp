@@ -4,8 +4,7 @@
 #include "base/palette16.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Windows.h"
-#include "support/ExpectedBoxes.h"
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -64,23 +63,6 @@ TEST(RowStatisticsWindow, ShowsTheMeanOfTwoReadingsAsOneAddsThemByHand) {
     EXPECT_EQ(cell(window, 0, 3), u"22.59"_s);
 }
 
-TEST(RowStatisticsWindow, HasItsTextsAndNames) {
-    theSurvey() = threeRows();
-    const frmStat window;
-    EXPECT_EQ(window.objectName(), u"frmStat"_s);
-    EXPECT_EQ(window.windowTitle(), u"Row Statistics"_s);
-    QMainWindow asDesigned;
-    Ui::frmStat design;
-    design.setupUi(&asDesigned);
-    EXPECT_EQ(design.lblInfo->text(), u"Total # of detected rows = XX"_s);
-    EXPECT_EQ(window.Stats->objectName(), u"Stats"_s);
-    EXPECT_EQ(window.optDSA->text().remove(u'&'), u"absolute (use for UTM's)"_s);
-    EXPECT_EQ(window.optDSR->text().remove(u'&'), u"relative (use for Lat/Long)"_s);
-    EXPECT_EQ(window.Frame1->title(), u"Distance Scale"_s);
-    EXPECT_EQ(window.mnuStatD->title().remove(u'&'), u"Done"_s);
-    EXPECT_EQ(window.mnuStatExit->text().remove(u'&'), u"Close Row Statistics window"_s);
-}
-
 TEST(RowStatisticsWindow, ShowsALineForEachRow) {
     theSurvey() = threeRows();
     const frmStat window;
@@ -119,18 +101,9 @@ TEST(RowStatisticsWindow, SwitchesTheDistanceScale) {
     EXPECT_EQ(cell(window, 0, 2), u"5.00"_s);
 }
 
-TEST(RowStatisticsWindow, ShowsZeroWhenNoRowHasALength) {
-    theSurvey() = surveyWithRows({{1, 1, 0, 0, 1}, {5, 5, 0, 0, 2}});
-    frmStat window;
-    window.show();
-    choose(window.optDSR);
-    EXPECT_EQ(cell(window, 0, 2), u"0.00"_s);
-    EXPECT_EQ(cell(window, 1, 2), u"0.00"_s);
-}
-
 TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
     theSurvey() = threeRows();
-    const std::vector<RowSite> before = sitesIn(theSurvey());
+    const std::vector<MadeSite> before = sitesIn(theSurvey());
     const auto points = theSurvey().NumPoints;
     theSurvey().RowIndex = 17;
     theSurvey().NumPoints.fill(0);
@@ -142,7 +115,7 @@ TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
 }
 
 TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
-    std::vector<RowSite> sites(500);
+    std::vector<MadeSite> sites(500);
     for (std::size_t i = 0; i < sites.size(); ++i)
         sites[i].row = static_cast<double>(i / 2 + 1);
     theSurvey() = surveyWithRows(sites);
@@ -154,7 +127,7 @@ TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
 }
 
 TEST(RowStatisticsWindow, ShowsMoreRunsThanRowsCanBeHeld) {
-    theSurvey() = surveyWithRows(std::vector<RowSite>(300));
+    theSurvey() = surveyWithRows(std::vector<MadeSite>(300));
     for (SiteIndex i = 0; i < 300; ++i)
         theSurvey().SiteData(kRow, i) = static_cast<double>(i + 1);
     const frmStat window;
@@ -162,16 +135,6 @@ TEST(RowStatisticsWindow, ShowsMoreRunsThanRowsCanBeHeld) {
     EXPECT_EQ(window.Stats->model()->rowCount(), 300);
     EXPECT_EQ(cell(window, 299, 0), u"300"_s);
     EXPECT_EQ(theSurvey().RowIndex, 300);
-}
-
-TEST(RowStatisticsWindow, KeepsItsFiguresWhenTheSurveyChanges) {
-    theSurvey() = threeRows();
-    frmStat window;
-    window.show();
-    theSurvey() = Survey{};
-    choose(window.optDSR);
-    choose(window.optDSA);
-    EXPECT_EQ(line(window, 2), (QStringList{u"3"_s, u"3"_s, u"20.00"_s, u"6.50"_s, u"65.00"_s}));
 }
 
 TEST(RowStatisticsWindow, AlignsItsNumbersRight) {
@@ -250,14 +213,6 @@ TEST(RowStatisticsWindow, TakesTheMenuOfItsTableWithIt) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
     EXPECT_TRUE(menu.isNull());
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-}
-
-TEST(RowStatisticsWindow, ClosesFromItsMenu) {
-    theSurvey() = threeRows();
-    frmStat window;
-    window.show();
-    window.mnuStatExit->trigger();
-    EXPECT_FALSE(window.isVisible());
 }
 
 TEST(RowStatisticsWindow, OfNoSiteIsEmpty) {

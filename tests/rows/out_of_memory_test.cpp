@@ -5,7 +5,7 @@
 #include "rows/row_editing.h"
 #include "rows/row_selection.h"
 #include "support/failing_allocations.h"
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 #include "support/survey_bits.h"
 
 #include <gtest/gtest.h>

@@ -2,11 +2,10 @@
 #include "rows/row_detection.h"
 
 #include "base/run_time_error.h"
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace tessel {
@@ -324,7 +323,7 @@ TEST(RowCounting, CountsRunsWhateverNumbersTheyCarry) {
 }
 
 TEST(RowCounting, Of251RowsIsARangeErrorThatChangesNothing) {
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     for (int row = 1; row <= 250; ++row)
         sites.push_back({0, 0, 0, 0, static_cast<double>(row)});
     Survey survey = surveyWithRows(sites);
@@ -363,7 +362,7 @@ TEST(Extents, StartTheLargestFromZeroAndTheSmallestFromTheFirstSite) {
 TEST(Extents, FindTheLargestWhereverItStands) {
     std::mt19937 random(5);
     for (const int sites : {1, 7, 8, 9, 40, 3000}) {
-        std::vector<RowSite> made(static_cast<std::size_t>(sites), RowSite{1, 2});
+        std::vector<MadeSite> made(static_cast<std::size_t>(sites), MadeSite{1, 2});
         const auto at = random() % made.size();
         made[at] = {50, 60};
         Survey survey = surveyWithRows(made);

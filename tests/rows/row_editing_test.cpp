@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_editing.h"
 
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
@@ -52,7 +52,7 @@ void expectInStep(const Survey& survey) {
 
 // Sites with these row numbers in a survey that has counted so many rows.
 Survey rowsNumbered(const std::vector<double>& numbers, int rows) {
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     for (const double number : numbers)
         sites.push_back({double(sites.size()), number, 1, 2, number, 0});
     Survey survey = surveyWithRows(sites);
@@ -61,8 +61,8 @@ Survey rowsNumbered(const std::vector<double>& numbers, int rows) {
 }
 
 // The rules as they are written, on sites kept one by one.
-void joinLiterally(std::vector<RowSite>& sites, int a, int b) {
-    for (RowSite& site : sites) {
+void joinLiterally(std::vector<MadeSite>& sites, int a, int b) {
+    for (MadeSite& site : sites) {
         if (b > a) {
             if (site.row == b) site.row = a;
             if (site.row > b) site.row = site.row - 1;
@@ -73,7 +73,7 @@ void joinLiterally(std::vector<RowSite>& sites, int a, int b) {
     }
 }
 
-void deleteLiterally(std::vector<RowSite>& sites, int r) {
+void deleteLiterally(std::vector<MadeSite>& sites, int r) {
     std::size_t removed = 0;
     for (std::size_t i = 0; i < sites.size(); ++i) {
         if (sites[i].row == r) {
@@ -127,9 +127,9 @@ TEST(EditingRows, TakesTheNumberOfRowsFromTheLastSite) {
 
 TEST(JoiningRows, MovesNoSite) {
     Survey survey = fourRows();
-    std::vector<RowSite> expected = sitesIn(survey);
+    std::vector<MadeSite> expected = sitesIn(survey);
     Joint_Row(survey, 1, 2);
-    std::vector<RowSite> joined = sitesIn(survey);
+    std::vector<MadeSite> joined = sitesIn(survey);
     for (std::size_t i = 0; i < joined.size(); ++i)
         joined[i].row = expected[i].row;
     EXPECT_TRUE(joined == expected);
@@ -138,11 +138,11 @@ TEST(JoiningRows, MovesNoSite) {
 TEST(DeletingARow, MovesLaterSitesUpWithEverythingThatIsTheirs) {
     Survey survey = fourRows();
     Delete_Row(survey, 2);
-    EXPECT_TRUE(sitesIn(survey) == (std::vector<RowSite>{{0, 0, 10, 20, 1, 101},
-                                                         {1, 0, 11, 21, 1, 102},
-                                                         {0, 9, 13, 23, 2, 104},
-                                                         {0, 8, 14, 24, 2, 105},
-                                                         {7, 8, 15, 25, 3, 106}}));
+    EXPECT_TRUE(sitesIn(survey) == (std::vector<MadeSite>{{0, 0, 10, 20, 1, 101},
+                                                          {1, 0, 11, 21, 1, 102},
+                                                          {0, 9, 13, 23, 2, 104},
+                                                          {0, 8, 14, 24, 2, 105},
+                                                          {7, 8, 15, 25, 3, 106}}));
     EXPECT_EQ(survey.NumRows, 3);
     expectInStep(survey);
 }
@@ -204,7 +204,7 @@ TEST(EditingRows, AgreesWithTheLiteralRulesOnRandomSurveys) {
     std::mt19937 random(99);
     for (int round = 0; round < 60; ++round) {
         Survey survey = randomRows(random, 2 + round, 6);
-        std::vector<RowSite> expected = sitesIn(survey);
+        std::vector<MadeSite> expected = sitesIn(survey);
         while (survey.NumRows > 1) {
             std::uniform_int_distribution<int> lower(1, survey.NumRows - 1);
             const int row = lower(random);
@@ -309,7 +309,7 @@ TEST(RowInformation, IsNoneWithoutSites) {
 // What the help document on rows says about a survey without gaps.
 TEST(RecalculatingRows, FindsThoseOfALoggerThatNeverStoppedOnceItsTurnsAreGone) {
     constexpr int kPasses = 6, kLength = 30, kApart = 5;
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     for (int pass = 0; pass < kPasses; ++pass) {
         for (int step = 0; step < kLength; ++step)
             sites.push_back({pass * 1.0 * kApart, pass % 2 == 0 ? step : kLength - 1.0 - step, 20, 30});
@@ -321,9 +321,9 @@ TEST(RecalculatingRows, FindsThoseOfALoggerThatNeverStoppedOnceItsTurnsAreGone) 
     Recalculate_Rows(survey, 1, kApart / 2.0);
     EXPECT_EQ(survey.NumRows, 1) << "no step is longer than another";
 
-    std::vector<RowSite> between;
+    std::vector<MadeSite> between;
     std::copy_if(sites.begin(), sites.end(), std::back_inserter(between),
-                 [](const RowSite& site) { return site.y >= 0 && site.y < kLength; });
+                 [](const MadeSite& site) { return site.y >= 0 && site.y < kLength; });
     survey = surveyWithRows(between);
     Recalculate_Rows(survey, 1, kApart / 2.0);
     EXPECT_EQ(survey.NumRows, kPasses);

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_statistics.h"
 
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 namespace tessel {
@@ -66,7 +65,7 @@ TEST(RowStatistics, RelativeLengthsAreZeroWhenAllRowsHaveNone) {
 }
 
 TEST(RowStatistics, CountMoreRunsThanRowsCanBeHeld) {
-    Survey survey = surveyWithRows(std::vector<RowSite>(400));
+    Survey survey = surveyWithRows(std::vector<MadeSite>(400));
     for (SiteIndex i = 0; i < 400; ++i)
         survey.SiteData(kRow, i) = static_cast<double>(i);
     EXPECT_EQ(rowStatistics(survey).rows.size(), 400u);
@@ -79,7 +78,7 @@ TEST(RowStatistics, OfNoSiteAreEmpty) {
 TEST(RowStatistics, KeepTheDigitsOfReadingsWithALargeOffset) {
     // Binary fractions, so that the mean is exact: the offset, and 0.125 times the mean of 0..1023.
     constexpr double kOffset = 1e12;
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     for (int i = 0; i < 100 * 1024; ++i)
         sites.push_back({0, 0, kOffset + i % 1024 * 0.125, 0.1, 1});
     const RowStatistics statistics = rowStatistics(surveyWithRows(sites));

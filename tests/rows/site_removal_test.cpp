@@ -2,7 +2,7 @@
 #include "rows/site_removal.h"
 
 #include "rows/row_detection.h"
-#include "support/row_surveys.h"
+#include "support/made_survey.h"
 #include "support/survey_bits.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ using Marks = std::vector<std::uint8_t>;
 constexpr double kLargest = std::numeric_limits<double>::max();
 
 Survey numberedSites(SiteIndex count) {
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     for (SiteIndex i = 0; i < count; ++i)
         sites.push_back(
             {double(i), double(i) + 0.25, double(i) + 0.5, double(i) + 0.75, 1, double(i) + 1001});
@@ -40,8 +40,8 @@ Marks someMarks(std::mt19937& random, SiteIndex count, double share) {
 
 void expectRemoved(SiteIndex count, const Marks& marks) {
     Survey survey = numberedSites(count);
-    std::vector<RowSite> expected;
-    for (const RowSite& site : sitesIn(survey))
+    std::vector<MadeSite> expected;
+    for (const MadeSite& site : sitesIn(survey))
         if (marks[static_cast<std::size_t>(site.x)] == 0) expected.push_back(site);
     const RemovedSites removed = removeMarked(survey, marks);
     EXPECT_EQ(removed.sites, count - static_cast<SiteIndex>(expected.size()));
@@ -52,7 +52,7 @@ void expectRemoved(SiteIndex count, const Marks& marks) {
 }
 
 Survey rowsOfOneSite(int rows) {
-    std::vector<RowSite> sites;
+    std::vector<MadeSite> sites;
     for (int row = 1; row <= rows; ++row)
         sites.push_back({double(row), 0, 0, 0, double(row), 0});
     return surveyWithRows(sites);
@@ -61,8 +61,8 @@ Survey rowsOfOneSite(int rows) {
 // Coarse coordinates, so that distances repeat and the largest occurs more than once.
 Survey coarseSurvey(std::mt19937& random, int measure) {
     std::uniform_int_distribution<int> coordinate(-5, 5);
-    std::vector<RowSite> sites(1 + random() % 12);
-    for (RowSite& site : sites)
+    std::vector<MadeSite> sites(1 + random() % 12);
+    for (MadeSite& site : sites)
         site = {double(coordinate(random)), double(coordinate(random))};
     Survey survey = surveyWithRows(sites);
     for (const int each : {1, 2, 3})

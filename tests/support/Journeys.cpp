@@ -3,6 +3,8 @@
 
 #include "app/frmMain.h"
 #include "desktop/FileDialogs.h"
+#include "desktop/FileNames.h"
+#include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
 
 using namespace Qt::StringLiterals;
@@ -33,6 +35,28 @@ class ChosenFile {
 };
 
 }  // namespace
+
+std::string sensorLines(int sites, int rejected) {
+    std::string bytes;
+    for (int i = 0; i < sites; ++i)
+        bytes += std::to_string(1'000'000 + i) + " 2000000      12\r\n";
+    for (int i = 0; i < rejected; ++i)
+        bytes += "no number anywhere\r\n";
+    return bytes;
+}
+
+void expectTrimbleReport(ExpectedBoxes& boxes, int valid, int rejected) {
+    QString text =
+        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
+        u"containing non-numeric or invalid numeric values."_s.arg(valid)
+            .arg(rejected);
+    if (rejected > 0) text += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
+    boxes.tell(text, u"VARN-Tesl File Import Message"_s);
+}
+
+TrimbleEntries sensorEntries(const std::string& path) {
+    return {fromPath(path), u"20"_s, {}, {u"1"_s, u"7"_s}, {u"9"_s, u"15"_s}, {u"17"_s, u"24"_s}, {}};
+}
 
 void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const BeforeAccepting& look) {
     const ChosenFile chosen(entries.file);

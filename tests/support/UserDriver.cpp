@@ -71,6 +71,12 @@ void clickOn(QWidget& window, const QString& name) {
     QTest::mouseClick(&widget, Qt::LeftButton, Qt::NoModifier, where);
 }
 
+void clickThroughTheDesktop(QWidget& button) {
+    QWidget* const window = button.window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      button.mapTo(window, button.rect().center()));
+}
+
 void pickItem(QWidget& window, const QString& name, int index) {
     auto& box = controlAs<QComboBox>(window, name);
     if (!box.isEnabled()) throw DriverError("disabled control: " + name.toStdString());

@@ -38,6 +38,8 @@ Widget& controlAs(QWidget& window, const QString& name) {
 
 /// Clicks the middle of a control (an option button or a check box on its mark).
 void clickOn(QWidget& window, const QString& name);
+/// Clicks as a mouse does: through the windowing system, which a modal window bars.
+void clickThroughTheDesktop(QWidget& button);
 /// Opens a combo box and chooses an item by its index, also the one that is chosen already.
 void pickItem(QWidget& window, const QString& name, int index);
 /// Replaces what stands in a box by typing.

@@ -5,70 +5,140 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace tessel {
 
-Survey madeSurvey(const std::vector<MadeSite>& sites) {
+Survey surveyWithRows(const std::vector<MadeSite>& sites) {
     Survey survey;
     survey.NumSites = static_cast<SiteIndex>(sites.size());
-    survey.SiteData.resize(survey.NumSites + 5);
-    survey.SiteID.resize(sites.size() + 5);
-    survey.SiteIDPresent = true;
-    survey.TwoEMColumns = true;
+    survey.SiteData.resize(survey.NumSites + 10);
+    survey.SiteID.resize(sites.size() + 10);
+    survey.SiteIDPresent = survey.TwoEMColumns = true;
     for (SiteIndex i = 0; i < survey.NumSites; ++i) {
         const MadeSite& site = sites[static_cast<std::size_t>(i)];
-        const double values[] = {site.x, site.y, site.em1, site.em2, double(site.row)};
+        const double columns[kSiteColumns] = {site.x, site.y, site.em1, site.em2, site.row};
         for (int column = 0; column < kSiteColumns; ++column)
-            survey.SiteData(column, i) = values[column];
-        survey.SiteID[static_cast<std::size_t>(i)] = 1001.0 + double(i);
+            survey.SiteData(column, i) = columns[column];
+        survey.SiteID[static_cast<std::size_t>(i)] = site.id;
     }
-    survey.NumRows = sites.empty() ? 0 : sites.back().row;
     survey.chooseDistance(1);
-    survey.MinDistance = 20;
-    Calculate_Chosen_Distance(survey);
-    Calculate_NumPoints(survey);
+    if (sites.empty()) return survey;
+    survey.NumRows = static_cast<int>(sites.back().row);
+    Calculate_Distance(survey);
+    if (survey.NumRows > 0) Calculate_NumPoints(survey);
     return survey;
 }
 
-std::vector<MadeSite> madeSitesOf(const Survey& survey) {
+Survey madeSurvey(std::vector<MadeSite> sites) {
+    double id = 1000;
+    for (MadeSite& site : sites)
+        site.id = ++id;
+    Survey survey = surveyWithRows(sites);
+    survey.MinDistance = 20;
+    return survey;
+}
+
+Survey surveyAlongX(const std::vector<double>& gaps, double minDistance) {
+    std::vector<MadeSite> sites{{0, 0, 1, 2, 0, 0}};
+    for (const double gap : gaps)
+        sites.push_back({sites.back().x + gap, 0, 1, 2, 0, 0});
+    Survey survey = surveyWithRows(sites);
+    survey.MinDistance = minDistance;
+    return survey;
+}
+
+Survey randomRows(std::mt19937& random, int rows, int largestRow) {
+    std::uniform_int_distribution<int> size(1, largestRow);
+    std::uniform_int_distribution<int> place(0, 40);
+    std::uniform_real_distribution<double> reading(-5, 90);
+    std::vector<MadeSite> sites;
+    for (int row = 1; row <= rows; ++row)
+        for (int i = size(random); i > 0; --i)
+            sites.push_back({place(random) * 0.5, place(random) * 0.25, reading(random), reading(random),
+                             static_cast<double>(row), static_cast<double>(sites.size()) + 1001});
+    return surveyWithRows(sites);
+}
+
+Survey surveyOfReadings(const std::vector<double>& em1) {
+    const auto at = [&em1](SiteIndex i) { return em1[static_cast<std::size_t>(i)]; };
+    Survey survey = surveyOfReadings(static_cast<SiteIndex>(em1.size()), at, [](SiteIndex) { return 0.0; });
+    survey.TwoEMColumns = false;
+    return survey;
+}
+
+Survey surveyOfReadings(const std::vector<double>& em1, const std::vector<double>& em2) {
+    Survey survey = surveyOfReadings(em1);
+    survey.TwoEMColumns = true;
+    std::copy(em2.begin(), em2.end(), survey.SiteData.column(kEM2));
+    return survey;
+}
+
+Survey surveyOfReadings(SiteIndex sites, const std::function<double(SiteIndex)>& em1,
+                        const std::function<double(SiteIndex)>& em2) {
+    Survey survey;
+    survey.SiteData.resize(sites + 1);
+    survey.NumSites = sites;
+    survey.NumRows = survey.RowIndex = 1;
+    survey.NumPoints[1] = sites;
+    survey.TwoEMColumns = true;
+    for (SiteIndex i = 0; i < sites; ++i) {
+        survey.SiteData(kX, i) = static_cast<double>(i);
+        survey.SiteData(kRow, i) = 1;
+        survey.SiteData(kEM1, i) = em1(i);
+        survey.SiteData(kEM2, i) = em2(i);
+    }
+    return survey;
+}
+
+Survey surveyWithTies() {
+    return surveyOfReadings({12, 12, 12, 8, 8, 20, 20, 20, 20, 15}, {30, 30, 30, 22, 22, 41, 41, 41, 41, 33});
+}
+
+Survey surveyAroundZero() {
+    return surveyOfReadings({-7.5, 0, 3.25, 0, -0.5, 12.75, -7.5, 4, 0, 9.5, 2, -1.25},
+                            {1.5, 0, -2, 4.25, 0, 8.5, -6, 3, 0.25, 5, 0, -9.75});
+}
+
+Survey surveyWithLargeOffset() {
+    Survey survey = surveyOfReadings({0.25, 0.5, 0.75, 1, 2, 3, 4.5, 7.25, 0, 10},
+                                     {1, 0.75, 0.5, 2, 3, 8, 1.25, 4, 0, 6});
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        survey.SiteData(kEM1, i) += 1e9;
+        survey.SiteData(kEM2, i) = 5e8 - survey.SiteData(kEM2, i);
+    }
+    return survey;
+}
+
+std::vector<MadeSite> sitesIn(const Survey& survey) {
     std::vector<MadeSite> sites;
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         sites.push_back({survey.SiteData(kX, i), survey.SiteData(kY, i), survey.SiteData(kEM1, i),
-                         survey.SiteData(kEM2, i), static_cast<int>(survey.SiteData(kRow, i))});
+                         survey.SiteData(kEM2, i), survey.SiteData(kRow, i),
+                         survey.SiteIDPresent ? survey.SiteID[static_cast<std::size_t>(i)] : 0});
     return sites;
 }
 
-bool operator==(const MadeSite& a, const MadeSite& b) {
-    return a.x == b.x && a.y == b.y && a.em1 == b.em1 && a.em2 == b.em2 && a.row == b.row;
+std::vector<double> readingsOf(const Survey& survey, SiteColumn column) {
+    const double* const readings = survey.SiteData.column(column);
+    return {readings, readings + survey.NumSites};
 }
 
-namespace {
-
-std::vector<double> idsOf(const Survey& survey) {
-    if (!survey.SiteIDPresent) return {};
-    return {survey.SiteID.begin(), survey.SiteID.begin() + static_cast<std::ptrdiff_t>(survey.NumSites)};
-}
-
-void expectSameDistances(const Survey& actual, const Survey& expected) {
+void expectSameSurvey(const Survey& actual, const Survey& expected) {
+    EXPECT_EQ(actual.NumSites, expected.NumSites);
+    EXPECT_TRUE(sitesIn(actual) == sitesIn(expected)) << "sites differ";
+    EXPECT_EQ(actual.SiteIDPresent, expected.SiteIDPresent);
+    EXPECT_EQ(actual.NumRows, expected.NumRows);
+    EXPECT_EQ(actual.NumPoints, expected.NumPoints);
+    EXPECT_EQ(actual.TwoEMColumns, expected.TwoEMColumns);
+    EXPECT_EQ(actual.DistanceMode, expected.DistanceMode);
+    EXPECT_EQ(actual.MinDistance, expected.MinDistance);
     EXPECT_EQ(actual.TrueDist, expected.TrueDist);
     EXPECT_EQ(actual.XDist, expected.XDist);
     EXPECT_EQ(actual.YDist, expected.YDist);
     EXPECT_EQ(actual.MaxTrueDist, expected.MaxTrueDist);
     EXPECT_EQ(actual.MaxXDist, expected.MaxXDist);
     EXPECT_EQ(actual.MaxYDist, expected.MaxYDist);
-}
-
-}  // namespace
-
-void expectSameSurvey(const Survey& actual, const Survey& expected) {
-    EXPECT_EQ(actual.NumSites, expected.NumSites);
-    EXPECT_TRUE(madeSitesOf(actual) == madeSitesOf(expected)) << "sites differ";
-    EXPECT_EQ(idsOf(actual), idsOf(expected));
-    EXPECT_EQ(actual.NumRows, expected.NumRows);
-    EXPECT_EQ(actual.NumPoints, expected.NumPoints);
-    EXPECT_EQ(actual.TwoEMColumns, expected.TwoEMColumns);
-    EXPECT_EQ(actual.DistanceMode, expected.DistanceMode);
-    EXPECT_EQ(actual.MinDistance, expected.MinDistance);
-    expectSameDistances(actual, expected);
 }
 
 }  // namespace tessel

@@ -3,23 +3,48 @@
 
 #include "app/survey.h"
 
+#include <functional>
+#include <random>
 #include <vector>
 
 namespace tessel {
 
-/// A site of a survey made up for a test. Rows must be numbered 1, 2, ... in order.
+/// A site of a survey made up for a test.
 struct MadeSite {
-    double x = 0, y = 0, em1 = 0, em2 = 0;
-    int row = 1;
+    double x = 0, y = 0, em1 = 0, em2 = 0, row = 1;
+    double id = 0;
+
+    bool operator==(const MadeSite&) const = default;
 };
 
-/// A survey of these sites with two readings, site IDs 1001, 1002, ..., rows counted, true distances chosen
-/// and calculated.
-Survey madeSurvey(const std::vector<MadeSite>& sites);
+/// A survey of these sites, with room for a few more, two readings and site IDs; true distances chosen and
+/// calculated. NumRows, RowIndex and NumPoints are those of the row column, which must be in order.
+Survey surveyWithRows(const std::vector<MadeSite>& sites);
+/// The same with a minimum distance of 20 m and site IDs 1001, 1002, ...
+Survey madeSurvey(std::vector<MadeSite> sites);
 
-/// The sites of a survey, to be compared whole.
-std::vector<MadeSite> madeSitesOf(const Survey& survey);
-bool operator==(const MadeSite& a, const MadeSite& b);
+/// Sites along X, the next one `gaps[i]` further on than site i; row column 0.
+Survey surveyAlongX(const std::vector<double>& gaps, double minDistance);
+/// Rows of one to `largestRow` sites, coordinates and readings at random, some sites at one place.
+Survey randomRows(std::mt19937& random, int rows, int largestRow);
+
+/// One row at X = 0, 1, 2, ... and Y = 0 with these readings and nothing calculated; one reading a site, or
+/// two of equally many sites.
+Survey surveyOfReadings(const std::vector<double>& em1);
+Survey surveyOfReadings(const std::vector<double>& em1, const std::vector<double>& em2);
+/// The same with readings that are functions of the site's index.
+Survey surveyOfReadings(SiteIndex sites, const std::function<double(SiteIndex)>& em1,
+                        const std::function<double(SiteIndex)>& em2);
+
+// Surveys whose statistics are known exactly: readings that repeat; readings around zero; readings whose
+// variation is a hundred-millionth of their size.
+Survey surveyWithTies();
+Survey surveyAroundZero();
+Survey surveyWithLargeOffset();
+
+/// The sites of a survey, and the readings of a column, to be changed literally and compared.
+std::vector<MadeSite> sitesIn(const Survey& survey);
+std::vector<double> readingsOf(const Survey& survey, SiteColumn column);
 
 /// Fails the running test where two surveys differ in anything but the storage behind the last site: sites,
 /// IDs, rows, counts, distances and the measure chosen.
