@@ -190,6 +190,15 @@ TEST(UnfinishedFile, TakesAnotherNameWhenItIsTakenForALeftoverBeforeItIsLocked) 
     EXPECT_EQ(filesIn(folder), 0U);
 }
 
+TEST(UnfinishedFile, TakesAnotherNameWhereAFileHasTheOneItWanted) {
+    const TemporaryFolder folder;
+    writeFile(folder / nameOf(::getpid(), 0), "the user's");
+    const WatchedFileCalls watched(noNamelessFiles);
+    UnfinishedFile file;
+    ASSERT_TRUE(file.open(folder.path(), 0600));
+    EXPECT_EQ(file.name(), folder / nameOf(::getpid(), 1));
+}
+
 TEST(UnfinishedFile, IsLockedAsLongAsItIsOpen) {
     const TemporaryFolder folder;
     const WatchedFileCalls watched(noNamelessFiles);
