@@ -11,6 +11,7 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
+#include "rows/row_editing.h"
 
 #include <QCloseEvent>
 #include <QScreen>

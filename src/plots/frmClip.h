@@ -2,7 +2,6 @@
 #pragma once
 
 #include "plots/site_masking.h"
-#include "rows/row_editing.h"
 #include "ui_frmClip.h"
 
 #include <QElapsedTimer>
