@@ -75,6 +75,20 @@ TEST_F(FollowingPlots, OfARowShowItsReadingsAnewAndKeepTheView) {
     EXPECT_EQ(editor->Chart2D3->pointCount(Chart2D::kHighlight, 1), 0);
 }
 
+TEST_F(FollowingPlots, StandBesideWindowsThatFollowToo) {
+    for (const QString& item : {u"mnuStat"_s, u"mnuHist"_s, u"mnuSigCorr"_s})
+        chooseItem(*main, item);
+    QWidget& histograms = shownWindow(u"frmHistForm"_s);
+    QWidget& correlation = shownWindow(u"frmSigCorrStruct"_s);
+    chooseItem(histograms, u"mnuPlot"_s);
+    chooseItem(correlation, u"mnuPlot1"_s);
+    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"3"_s});
+    EXPECT_EQ(controlAs<QLabel>(shownWindow(u"frmStat"_s), u"lblInfo"_s).text(),
+              u"Total # of detected rows = 2"_s);
+    EXPECT_EQ(controlAs<QLabel>(histograms, u"lblH1_3"_s).text(), u"15.00"_s);
+    EXPECT_EQ(controlAs<Chart2D>(correlation, u"Chart2D1"_s).pointCount(Chart2D::kData, 1), 6);
+}
+
 TEST_F(FollowingPlots, StandBesideTheRowDialogAndShowWhatIsTypedThere) {
     chooseItem(*main, u"mnuTrue_Dis"_s);
     chooseItem(*main, u"mnuData"_s);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the main window says after an import, through the real windows.
+#include "analysis/applied_adjustments.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/TextEditor.h"
 #include "support/RunningProgram.h"
@@ -86,6 +87,13 @@ TEST_F(SummaryAfterAnImport, TellsOfTheFixedColumnsToo) {
     EXPECT_EQ(told(u"Lines"_s), u"3"_s);
     EXPECT_EQ(told(u"Rejected2"_s), u"1 × non-numeric X-coord data (first in line 3)"_s);
     EXPECT_TRUE(told(u"Warning"_s).startsWith("All sites are in one single row."_L1));
+}
+
+TEST_F(SummaryAfterAnImport, ForgetsTheAdjustmentsOfTheSurveyBefore) {
+    theAppliedAdjustments() = {{2, 0}, {1, -3}};
+    expectGenericReport(1, 0);
+    importLines("1,1,5\n", 4);
+    EXPECT_EQ(totalsText(theAppliedAdjustments(), true), "Since the import: EM1 unchanged, EM2 unchanged");
 }
 
 TEST_F(SummaryAfterAnImport, FollowsWhatIsDoneToTheSurvey) {

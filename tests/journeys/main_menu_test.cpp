@@ -58,6 +58,20 @@ TEST_F(MainMenu, ShowsThePlotsOneAtATime) {
     EXPECT_TRUE(main->lblInvitation->isVisible());
 }
 
+TEST_F(MainMenu, AsksBeforeItEndsWhenSitesOrRowsAreOthersThanThoseExported) {
+    exportTo(folder / "out.txt");
+    chooseItem(*main, u"mnuGrid"_s);
+    EXPECT_TRUE(theSession().DataSaved) << "looking changes nothing";
+    inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
+    waitUntilClosed(u"frmDataEdit"_s);
+    EXPECT_TRUE(theSession().DataSaved) << "the same rows by another distance";
+    inRowDialog(u"Option1"_s, {u"Text2"_s, u"Text3"_s}, {u"1"_s, u"2"_s});
+    boxes.ask(false,
+              u"Attention: you have not exported an output VARN data file yet!\n"
+              u"Are you sure that you wish to exit the program?"_s);
+    EXPECT_FALSE(main->close());
+}
+
 TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {
     theSurvey().TwoEMColumns = false;
     boxes.tell(u"This option is only available when 2 signal data columns are present."_s);

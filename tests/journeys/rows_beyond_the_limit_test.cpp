@@ -86,6 +86,14 @@ TEST_F(RowsBeyondTheLimit, HaveTheSameRowDialogWhenItIsChosen) {
     EXPECT_EQ(main->findChildren<QWidget*>(u"frmDataEdit"_s).size(), 1);
 }
 
+TEST_F(RowsBeyondTheLimit, TakeTheirRowDialogAlongWhenAnotherSurveyComes) {
+    importTooManyRows();
+    writeFile(folder / "one.txt", "1 1 10\n");
+    expectGenericReport(1, 0);
+    importGeneric(folder / "one.txt", 4);
+    EXPECT_FALSE(isShown(u"frmDataEdit"_s));
+}
+
 TEST_F(RowsBeyondTheLimit, AreToldApartFromRowNumbersOfNoUse) {
     writeFile(folder / "rows.txt", "1 1 10 2\n2 1 10 2\n");
     expectGenericReport(2, 0);

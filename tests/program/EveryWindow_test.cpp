@@ -81,6 +81,11 @@ QString visibleHelp() {
     return {};
 }
 
+void closeHelp() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* viewer = qobject_cast<frmHelpTesl*>(widget)) viewer->close();
+}
+
 QString titleOf(int document) {
     const std::string source =
         readFile(TESSEL_SOURCE_DIR "/docs/help/hdoc" + std::to_string(document) + ".md");
@@ -139,8 +144,7 @@ class EveryWindow : public testing::TestWithParam<Window> {
         start();
     }
     ~EveryWindow() override {
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            if (auto* viewer = qobject_cast<frmHelpTesl*>(widget)) viewer->close();
+        closeHelp();
         main.reset();
         theSession() = saved_;
         QApplication::setFont(font_);
@@ -240,10 +244,14 @@ TEST_P(EveryWindow, ClosesWithEscapeUnlessItIsTheMainWindow) {
 }
 
 TEST_P(EveryWindow, OpensItsHelpWithF1) {
-    open();
-    QWidget* const focus = QApplication::focusWidget();
-    QTest::keyClick(focus ? focus : window, Qt::Key_F1);
-    EXPECT_EQ(visibleHelp(), titleOf(GetParam().help) + u" - Help"_s);
+    for (const bool fromItsControl : {true, false}) {
+        open();
+        QWidget* const focus = fromItsControl ? QApplication::focusWidget() : window;
+        QTest::keyClick(focus ? focus : window, Qt::Key_F1);
+        EXPECT_EQ(visibleHelp(), titleOf(GetParam().help) + u" - Help"_s);
+        closeHelp();
+        start();
+    }
 }
 
 TEST_P(EveryWindow, OpensItsHelpWithItsButtonOrItsMenu) {
