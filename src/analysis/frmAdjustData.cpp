@@ -170,27 +170,15 @@ void frmAdjustData::showTotals() {
 
 void frmAdjustData::refresh() {
     const EMSummary summary = summariseReadings(theSurvey());
-    showEM1(summary.em1);
+    showSummary({lble1n, lble1u, lble1s, lble1m, lble1x, lble1z}, summary.em1);
     if (summary.em2) {
-        showEM2(*summary.em2);
-        showRelation(summary);
+        showSummary({lble2n, lble2u, lble2s, lble2m, lble2x, lble2z}, *summary.em2);
+        showValue(lblRatio, summary.slope, 3);
+        showValue(lblShift, summary.shift, 1);
     } else {
         showNoEM2();
     }
     if (summary.error) throw RunTimeError(*summary.error);
-}
-
-void frmAdjustData::showEM1(const ReadingSummary& em1) {
-    showSummary({lble1n, lble1u, lble1s, lble1m, lble1x, lble1z}, em1);
-}
-
-void frmAdjustData::showEM2(const ReadingSummary& em2) {
-    showSummary({lble2n, lble2u, lble2s, lble2m, lble2x, lble2z}, em2);
-}
-
-void frmAdjustData::showRelation(const EMSummary& summary) {
-    showValue(lblRatio, summary.slope, 3);
-    showValue(lblShift, summary.shift, 1);
 }
 
 void frmAdjustData::showNoEM2() {

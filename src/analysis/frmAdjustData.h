@@ -35,9 +35,6 @@ class frmAdjustData : public QDialog, public Ui::frmAdjustData {
     void showApplied(const AdjustmentOutcome& outcome);
     void showTotals();
     void refresh();
-    void showEM1(const ReadingSummary& em1);
-    void showEM2(const ReadingSummary& em2);
-    void showRelation(const EMSummary& summary);
     void showNoEM2();
     void reportOnceShown();
 

@@ -27,20 +27,6 @@ constexpr double kTwipsPerInch = 1440;
 constexpr QPoint kLoadOffset(1000, 500);  // twips
 constexpr double kBarWidth = 4;           // pixels
 
-struct BarColours {
-    int dark, light;
-};
-
-void drawBars(PictureBox& box, const BarTops& tops, int meanMark, const BarColours& colours) {
-    box.clear();
-    box.setPenWidth(kBarWidth);
-    for (int i = 1; i <= kHistogramBins; ++i) {
-        const double top = tops[static_cast<std::size_t>(i - 1)];
-        const double x = i / (kHistogramBins + 1.0);
-        if (top < 1) box.drawLine(x, 1, x, top, meanMark < i ? colours.dark : colours.light);
-    }
-}
-
 void showFigures(const std::array<QLabel*, 4>& labels, const HistogramStatistics& statistics) {
     for (std::size_t k = 0; k < labels.size(); ++k)
         labels[k]->setText(QString::fromStdString(pictureFormat(statistics[k], 2)));
@@ -116,14 +102,15 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     const QPointF inches = QPointF(kLoadOffset) / kTwipsPerInch;
     const QPointF offset(inches.x() * logicalDpiX(), inches.y() * logicalDpiY());
     if (parent) move(parent->window()->pos() + nearestPixel(offset));
+    picture1_ = {Label1, HG1, {lblH1_0, lblH1_1, lblH1_2, lblH1_3}, kBlue, kLightBlue};
+    picture2_ = {Label2, HG2, {lblH2_0, lblH2_1, lblH2_2, lblH2_3}, kGreen, kLightGreen};
     clear();
     // A histogram is whole or it is none, on the screen as on paper.
-    for (PictureBox* box : {HG1, HG2}) {
-        box->setZoomable(false);
-        box->setFocusPolicy(Qt::NoFocus);
+    for (const Picture* picture : {&picture1_, &picture2_}) {
+        picture->box->setZoomable(false);
+        picture->box->setFocusPolicy(Qt::NoFocus);
+        connect(picture->box, &PictureBox::redrawNeeded, this, [picture] { drawPicture(*picture); });
     }
-    connect(HG1, &PictureBox::redrawNeeded, this, &frmHistForm::drawEM1);
-    connect(HG2, &PictureBox::redrawNeeded, this, &frmHistForm::drawEM2);
     connect(mnuPlot, &QAction::triggered, this, guarded(this, [this] { mnuPlot_Click(); }));
     connect(mnuPrint, &QAction::triggered, this, guarded(this, [this] { mnuPrint_Click(); }));
     connect(mnuHisthelp, &QAction::triggered, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
@@ -154,15 +141,12 @@ void frmHistForm::redraw() {
 
 // As the window opened: nothing of an earlier survey stands beside what a plot that fails halfway has shown.
 void frmHistForm::clear() {
-    plotted1_.reset();
-    plotted2_.reset();
-    for (const auto& labels : {lblH1(), lblH2()})
-        for (QLabel* label : labels)
+    for (Picture* picture : {&picture1_, &picture2_}) {
+        for (QLabel* label : picture->figures)
             label->clear();
-    for (QWidget* widget : QList<QWidget*>{Label1, Label2, HG1, HG2, frameHG})
-        widget->hide();
-    drawEM1();
-    drawEM2();
+        showPicture(*picture, {});
+    }
+    frameHG->hide();
     lblHint->show();
 }
 
@@ -172,13 +156,12 @@ void frmHistForm::plot() {
     CalcStats();
     DetermineHGD1();
     if (two) DetermineHGD2();
-    const int mark1 = meanMark(em1_.statistics);
-    const int mark2 = two ? meanMark(em2_.statistics) : 0;
-    showEM1(mark1);
-    if (two)
-        showEM2(mark2);
-    else
-        hideEM2();
+    em1_.meanMark = meanMark(em1_.statistics);
+    if (two) em2_.meanMark = meanMark(em2_.statistics);
+    lblHint->hide();
+    showPicture(picture1_, em1_);
+    // An earlier survey's second reading must not stand beside this one's first.
+    showPicture(picture2_, two ? std::optional(em2_) : std::nullopt);
     frameHG->show();
 }
 
@@ -186,9 +169,9 @@ void frmHistForm::CalcStats() {
     const Survey& survey = theSurvey();
     em1_.statistics = histogramStatistics(survey, kEM1);
     if (survey.TwoEMColumns) em2_.statistics = histogramStatistics(survey, kEM2);
-    showFigures(lblH1(), em1_.statistics);
-    if (survey.TwoEMColumns) return showFigures(lblH2(), em2_.statistics);
-    for (QLabel* label : lblH2())
+    showFigures(picture1_.figures, em1_.statistics);
+    if (survey.TwoEMColumns) return showFigures(picture2_.figures, em2_.statistics);
+    for (QLabel* label : picture2_.figures)
         label->setText(u"n/a"_s);
 }
 
@@ -200,45 +183,28 @@ void frmHistForm::DetermineHGD2() {
     em2_.frequencies = barTops(countBins(theSurvey(), kEM2, em2_.statistics));
 }
 
-void frmHistForm::showEM1(int meanMark) {
-    plotted1_ = {em1_.frequencies, meanMark};
-    lblHint->hide();
-    Label1->show();
-    HG1->show();
-    drawEM1();
+void frmHistForm::showPicture(Picture& picture, const std::optional<Histogram>& histogram) {
+    picture.plotted = histogram;
+    picture.title->setVisible(histogram.has_value());
+    picture.box->setVisible(histogram.has_value());
+    drawPicture(picture);
 }
 
-void frmHistForm::showEM2(int meanMark) {
-    plotted2_ = {em2_.frequencies, meanMark};
-    Label2->show();
-    HG2->show();
-    drawEM2();
-}
-
-// An earlier survey's second reading must not stand beside this one's first.
-void frmHistForm::hideEM2() {
-    plotted2_.reset();
-    Label2->hide();
-    HG2->hide();
-}
-
-void frmHistForm::drawEM1() {
-    if (plotted1_)
-        drawBars(*HG1, plotted1_->tops, plotted1_->meanMark, {kBlue, kLightBlue});
-    else
-        HG1->clear();
-}
-
-void frmHistForm::drawEM2() {
-    if (plotted2_)
-        drawBars(*HG2, plotted2_->tops, plotted2_->meanMark, {kGreen, kLightGreen});
-    else
-        HG2->clear();
+void frmHistForm::drawPicture(const Picture& picture) {
+    picture.box->clear();
+    if (!picture.plotted) return;
+    picture.box->setPenWidth(kBarWidth);
+    for (int i = 1; i <= kHistogramBins; ++i) {
+        const double top = picture.plotted->frequencies[static_cast<std::size_t>(i - 1)];
+        const double x = i / (kHistogramBins + 1.0);
+        const int colour = picture.plotted->meanMark < i ? picture.dark : picture.light;
+        if (top < 1) picture.box->drawLine(x, 1, x, top, colour);
+    }
 }
 
 void frmHistForm::mnuPrint_Click() {
-    if (!plotted1_) mnuPlot_Click();
-    if (!plotted1_) return;  // and the user has been told why
+    if (!picture1_.plotted) mnuPlot_Click();
+    if (!picture1_.plotted) return;  // and the user has been told why
     const Hourglass hourglass(this);
     printPage(this, windowTitle(),
               [this](QPainter& painter, const QPrinter& printer) { printHistograms(painter, printer); });
@@ -249,14 +215,6 @@ void frmHistForm::printHistograms(QPainter& painter, const QPrinter& printer) {
     TwipPage page(painter, printer);
     printBlock(page, {Label1, HG1, lblH1_2, lblH1_3, 200});
     printBlock(page, {Label2, HG2, lblH2_2, lblH2_3, 5200});
-}
-
-std::array<QLabel*, 4> frmHistForm::lblH1() const {
-    return {lblH1_0, lblH1_1, lblH1_2, lblH1_3};
-}
-
-std::array<QLabel*, 4> frmHistForm::lblH2() const {
-    return {lblH2_0, lblH2_1, lblH2_2, lblH2_3};
 }
 
 }  // namespace tessel

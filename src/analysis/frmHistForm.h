@@ -27,15 +27,19 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     void redraw();
 
   private:
-    /// One signal's figures: the frequencies are drawing heights.
-    struct Signal {
+    /// A histogram: the frequencies are drawing heights; bars up to the mark are light, the others dark.
+    struct Histogram {
         HistogramStatistics statistics{};
         BarTops frequencies{};
-    };
-    /// A histogram as it stands in its picture box: bars up to the mark are light, the others dark.
-    struct Plotted {
-        BarTops tops{};
         int meanMark = 0;
+    };
+    /// One signal's picture.
+    struct Picture {
+        QLabel* title = nullptr;
+        PictureBox* box = nullptr;
+        std::array<QLabel*, 4> figures{};
+        int dark = 0, light = 0;
+        std::optional<Histogram> plotted{};
     };
 
     void mnuPlot_Click();
@@ -44,18 +48,13 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     void CalcStats();
     void DetermineHGD1();
     void DetermineHGD2();
-    void showEM1(int meanMark);
-    void showEM2(int meanMark);
-    void hideEM2();
-    void drawEM1();
-    void drawEM2();
+    static void showPicture(Picture& picture, const std::optional<Histogram>& histogram);
+    static void drawPicture(const Picture& picture);
     void mnuPrint_Click();
     void printHistograms(QPainter& painter, const QPrinter& printer);
-    std::array<QLabel*, 4> lblH1() const;
-    std::array<QLabel*, 4> lblH2() const;
 
-    Signal em1_, em2_;
-    std::optional<Plotted> plotted1_, plotted2_;
+    Histogram em1_, em2_;
+    Picture picture1_, picture2_;
 };
 
 }  // namespace tessel

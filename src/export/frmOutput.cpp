@@ -9,7 +9,6 @@
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
-#include "export/transect_file.h"
 
 #include <QSignalBlocker>
 
@@ -64,10 +63,18 @@ void frmOutput::Form_Load() {
     Command1->setFocus();
 }
 
+std::optional<double> frmOutput::beginningRow() const {
+    return numericValue(txtBRN->text().toStdString());
+}
+
+TransectFormat frmOutput::entries() const {
+    return {!chkNoRow->isChecked(), roundToInt(beginningRow().value_or(1))};
+}
+
 void frmOutput::showRecordFormat() {
     const Survey& survey = theSurvey();
-    Text1->setText(QString::fromStdString(
-        recordFormat(survey.SiteIDPresent, survey.TwoEMColumns, !chkNoRow->isChecked())));
+    Text1->setText(
+        QString::fromStdString(recordFormat(survey.SiteIDPresent, survey.TwoEMColumns, entries().withRows)));
 }
 
 void frmOutput::lookAtRows() {
@@ -76,8 +83,7 @@ void frmOutput::lookAtRows() {
 }
 
 void frmOutput::showNotice() {
-    const int firstRow = roundToInt(numericValue(txtBRN->text().toStdString()).value_or(1));
-    const std::string notice = exportNotice(theSurvey(), withoutRow_, {!chkNoRow->isChecked(), firstRow});
+    const std::string notice = exportNotice(theSurvey(), withoutRow_, entries());
     lblNotice->setText(QString::fromStdString(notice));
     lblNotice->setVisible(!notice.empty());
 }
@@ -89,14 +95,14 @@ void frmOutput::changeEvent(QEvent* event) {
 }
 
 void frmOutput::chkNoRow_Click() {
-    if (chkNoRow->isChecked() &&
+    if (!entries().withRows &&
         !ask(this,
              u"Attention: This will create a GRID file format, without any row numbers.\n"
              u"Are you sure that you wish to do this?"_s)) {
         const QSignalBlocker quiet(chkNoRow);
         chkNoRow->setChecked(false);
     }
-    colourCaption(*chkNoRow, chkNoRow->isChecked() ? kLightBlue : kBlack);
+    colourCaption(*chkNoRow, entries().withRows ? kBlack : kLightBlue);
     showRecordFormat();
     showNotice();
 }
@@ -112,7 +118,7 @@ void frmOutput::Command1_Click() {
 }
 
 bool frmOutput::beginningRowIsValid() {
-    const auto value = numericValue(txtBRN->text().toStdString());
+    const std::optional<double> value = beginningRow();
     if (!value) {
         beep();
         tell(this, u"Error! The beginning row number is non-numeric!"_s);
@@ -129,8 +135,7 @@ bool frmOutput::beginningRowIsValid() {
 
 void frmOutput::Command2_Click() {
     if (!beginningRowIsValid()) return;
-    const int firstRow = roundToInt(*numericValue(txtBRN->text().toStdString()));
-    writeFile(this, outputPath_, {!chkNoRow->isChecked(), firstRow});
+    writeFile(this, outputPath_, entries());
     beep();
     tell(this, u"Output data saved to "_s + fromPath(outputPath_), kReportTitle);
     theSession().DataSaved = true;

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "app/survey.h"
+#include "export/transect_file.h"
 #include "ui_frmOutput.h"
 
 #include <QDialog>
 
+#include <optional>
 #include <string>
 
 namespace tessel {
@@ -26,6 +28,8 @@ class frmOutput : public QDialog, public Ui::frmOutput {
     void changeEvent(QEvent* event) override;
 
   private:
+    std::optional<double> beginningRow() const;  // none where its box holds no number
+    TransectFormat entries() const;
     void Form_Load();
     void chkNoRow_Click();
     void Command1_Click();

@@ -27,9 +27,15 @@ frmDataControl::frmDataControl(QWidget* parent) : QDialog(parent) {
     Text1->selectAll();
 }
 
-int frmDataControl::chosenDistance() const {
-    if (Option2->isChecked()) return 2;
-    return Option3->isChecked() ? 3 : 1;
+frmDataControl::Entries frmDataControl::entries() const {
+    Entries entered{Text1->text().toStdString(), Text2->text().toStdString(), {}};
+    entered.options.EMCutoff = leadingNumber(entered.cutoff);
+    entered.options.MinDistance = leadingNumber(entered.distance);
+    entered.options.MinLineLength = 1;
+    entered.options.NegateEM = Check1->isChecked();
+    entered.options.DivideEMBy10 = Check2->isChecked();
+    entered.options.DistanceMode = Option2->isChecked() ? 2 : Option3->isChecked() ? 3 : 1;
+    return entered;
 }
 
 void frmDataControl::refuse(QLineEdit& box, const QString& message) {
@@ -39,15 +45,14 @@ void frmDataControl::refuse(QLineEdit& box, const QString& message) {
 }
 
 void frmDataControl::Command1_Click() {
-    const std::string cutoff = Text1->text().toStdString();
-    const std::string distance = Text2->text().toStdString();
+    const auto [cutoff, distance, options] = entries();
     // Stored before they are checked; the measure of distance waits until the import is under way.
     Survey& survey = theSurvey();
-    survey.EMCutoff = leadingNumber(cutoff);
-    survey.MinDistance = leadingNumber(distance);
-    survey.MinLineLength = 1;
-    survey.NegateEM = Check1->isChecked();
-    survey.DivideEMBy10 = Check2->isChecked();
+    survey.EMCutoff = options.EMCutoff;
+    survey.MinDistance = options.MinDistance;
+    survey.MinLineLength = options.MinLineLength;
+    survey.NegateEM = options.NegateEM;
+    survey.DivideEMBy10 = options.DivideEMBy10;
 
     if (!isNumeric(cutoff) || !isNumeric(distance)) {
         refuse(isNumeric(cutoff) ? *Text2 : *Text1, u"Non-numeric EM-cutoff or Minimum distance Input"_s);
@@ -57,17 +62,10 @@ void frmDataControl::Command1_Click() {
         refuse(cutoff.empty() ? *Text1 : *Text2, u"Invalid EM-cutoff or Minimum distance Input"_s);
         return;
     }
-    if (survey.MinDistance < 0) {  // 0 may pass, whatever the message says
+    if (options.MinDistance < 0) {  // 0 may pass, whatever the message says
         refuse(*Text2, u"Error: Minimum distance must be > 0"_s);
         return;
     }
-    TrimbleOptions options;
-    options.EMCutoff = survey.EMCutoff;
-    options.MinDistance = survey.MinDistance;
-    options.MinLineLength = survey.MinLineLength;
-    options.NegateEM = survey.NegateEM;
-    options.DivideEMBy10 = survey.DivideEMBy10;
-    options.DistanceMode = chosenDistance();
     accept();
     Q_EMIT parametersChosen(options);
 }

@@ -21,9 +21,15 @@ class frmDataControl : public QDialog, public Ui::frmDataControl {
     void parametersChosen(const TrimbleOptions& options);
 
   private:
+    // What stands in the widgets.
+    struct Entries {
+        std::string cutoff, distance;
+        TrimbleOptions options;  // the numbers at the beginning of both texts among them
+    };
+
+    Entries entries() const;
     void Command1_Click();
     void refuse(QLineEdit& box, const QString& message);
-    int chosenDistance() const;
 };
 
 }  // namespace tessel

@@ -67,11 +67,11 @@ frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options,
                              const std::optional<TrimbleOptions>& last)
     : QDialog(parent), options_(options), last_(last) {
     setupUi(this);
-    rows_ = {{{Text1_0, Text1_1, Check1, &TrimbleOptions::SiteIDField},
+    rows_ = {{{Text1_0, Text1_1, Check1, &TrimbleOptions::SiteIDField, &TrimbleOptions::SiteIDPresent},
               {Text2_0, Text2_1, nullptr, &TrimbleOptions::XField},
               {Text3_0, Text3_1, nullptr, &TrimbleOptions::YField},
               {Text4_0, Text4_1, nullptr, &TrimbleOptions::EM1Field},
-              {Text5_0, Text5_1, Check2, &TrimbleOptions::EM2Field}}};
+              {Text5_0, Text5_1, Check2, &TrimbleOptions::EM2Field, &TrimbleOptions::TwoEMColumns}}};
     showKind();
     showFirstLines();
     watchPositions();
@@ -81,7 +81,7 @@ frmIniDisplay::frmIniDisplay(QWidget* parent, const TrimbleOptions& options,
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { reject(); }));
     offerHelp(*this, kHelpDocument, cmdHelp);
     cmdLast->setEnabled(last_.has_value());
-    connect(cmdLast, &QPushButton::clicked, this, guarded(this, [this] { cmdLast_Click(); }));
+    connect(cmdLast, &QPushButton::clicked, this, guarded(this, [this] { showLayout(*last_); }));
     connect(picPreview, &QPlainTextEdit::selectionChanged, this,
             guarded(this, [this] { picPreview_Select(); }));
     Text2_0->setFocus();
@@ -137,7 +137,7 @@ void frmIniDisplay::watchPositions() {
 }
 
 void frmIniDisplay::Check_Click(const Row& row) {
-    const bool inUse = row.use->isChecked();
+    const bool inUse = row.isInUse(entries());
     row.start->setVisible(inUse);
     row.end->setVisible(inUse);
     if (inUse) row.start->setFocus();
@@ -154,11 +154,17 @@ void frmIniDisplay::Position_Change(QLineEdit& box) {
     shadeFields();
 }
 
-FieldColumns frmIniDisplay::columnsOf(const Row& row) const {
-    if (row.use != nullptr && !row.use->isChecked()) return {};
-    FieldColumns field{position(*row.start), position(*row.end), 0};
-    if (isValid(field)) field.Len = field.End - field.Start + 1;
-    return field;
+// A field that is not in use stands nowhere.
+TrimbleOptions frmIniDisplay::entries() const {
+    TrimbleOptions options = options_;
+    for (const Row& row : rows_) {
+        if (row.use != nullptr) options.*row.inUse = row.use->isChecked();
+        FieldColumns& field = options.*row.field = {};
+        if (!row.isInUse(options)) continue;
+        field = {position(*row.start), position(*row.end), 0};
+        if (isValid(field)) field.Len = field.End - field.Start + 1;
+    }
+    return options;
 }
 
 // What is selected while the cursor is in one of a field's boxes is that field, wherever the hand has strayed
@@ -177,12 +183,11 @@ void frmIniDisplay::picPreview_Select() {
     row->end->setText(QString::number(last));
 }
 
-void frmIniDisplay::cmdLast_Click() {
-    Check1->setChecked(last_->SiteIDPresent);
-    Check2->setChecked(last_->TwoEMColumns);
+void frmIniDisplay::showLayout(const TrimbleOptions& options) {
+    const auto text = [](int place) { return place > 0 ? QString::number(place) : QString(); };
     for (const Row& row : rows_) {
-        const FieldColumns& field = *last_.*row.field;
-        const auto text = [](int place) { return place > 0 ? QString::number(place) : QString(); };
+        if (row.use != nullptr) row.use->setChecked(options.*row.inUse);
+        const FieldColumns& field = options.*row.field;
         row.start->setText(text(field.Start));
         row.end->setText(text(field.End));
     }
@@ -190,19 +195,13 @@ void frmIniDisplay::cmdLast_Click() {
 }
 
 void frmIniDisplay::Command1_Click() {
-    TrimbleOptions options = options_;
-    options.SiteIDPresent = Check1->isChecked();
-    options.TwoEMColumns = Check2->isChecked();
+    const TrimbleOptions options = entries();
     for (const Row& row : rows_) {
-        const FieldColumns field = columnsOf(row);
-        const bool inUse = row.use == nullptr || row.use->isChecked();
-        if (inUse && !isValid(field)) {
-            tell(this, u"Invalid Input"_s);
-            row.start->setFocus();
-            row.start->selectAll();
-            return;
-        }
-        options.*row.field = field;
+        if (!row.isInUse(options) || isValid(options.*row.field)) continue;
+        tell(this, u"Invalid Input"_s);
+        row.start->setFocus();
+        row.start->selectAll();
+        return;
     }
     accept();
     Q_EMIT formatChosen(options);
@@ -210,12 +209,13 @@ void frmIniDisplay::Command1_Click() {
 
 // Shows which columns of the lines the positions typed so far mean.
 void frmIniDisplay::shadeFields() {
+    const TrimbleOptions options = entries();
     QList<QTextEdit::ExtraSelection> shades;
     QTextBlock block = picPreview->document()->findBlockByNumber(kRulerLines);
     for (; block.isValid(); block = block.next()) {
         const int length = block.length() - 1;  // without the line end
         for (const Row& row : rows_) {
-            const FieldColumns field = columnsOf(row);
+            const FieldColumns& field = options.*row.field;
             if (!isValid(field) || field.Start > length) continue;
             QTextEdit::ExtraSelection shade;
             shade.format.setBackground(kFieldGround);

@@ -34,7 +34,13 @@ class frmIniDisplay : public QDialog, public Ui::frmIniDisplay {
         QLineEdit* end;
         QCheckBox* use;  // null for a field that every file has
         FieldColumns TrimbleOptions::*field;
+        bool TrimbleOptions::*inUse = nullptr;  // where there is a choice
+
+        bool isInUse(const TrimbleOptions& options) const { return use == nullptr || options.*inUse; }
     };
+
+    TrimbleOptions entries() const;
+    void showLayout(const TrimbleOptions& options);
 
     void showFirstLines();
     void showKind();
@@ -42,10 +48,8 @@ class frmIniDisplay : public QDialog, public Ui::frmIniDisplay {
     void Check_Click(const Row& row);
     void Position_Change(QLineEdit& box);
     void Command1_Click();
-    void cmdLast_Click();
     void picPreview_Select();
     void shadeFields();
-    FieldColumns columnsOf(const Row& row) const;
 
     TrimbleOptions options_;
     std::optional<TrimbleOptions> last_;
