@@ -23,6 +23,9 @@ struct FileQuestion {
     int firstFilter = 0;  ///< the pair of the filter that is in force when the dialog comes up
 };
 
+/// What a file dialog offers where a file may have any name.
+inline const QString kAllFiles = QStringLiteral("All Files (*.*)|*");
+
 /// Asks for an existing file that holds its bytes (input_file.h), and opens none; empty when cancelled.
 /// Symbolic links count as what they point to. `firstFilter`
 /// is the pair of the filter with which the dialog comes up.

@@ -2,26 +2,19 @@
 #include "import/frmGeneric.h"
 
 #include "app/HelpOpener.h"
-#include "app/frmMain.h"
-#include "app/survey.h"
 #include "base/input_file.h"
 #include "base/numbers.h"
 #include "base/session.h"
-#include "base/survey_changes.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
-#include "import/ImportMessages.h"
-#include "import/error_log.h"
-#include "import/import_report.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QUrl>
 
 #include <algorithm>
-#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -40,7 +33,7 @@ QString droppedFile(const QMimeData& data) {
 
 }  // namespace
 
-frmGeneric::frmGeneric(frmMain& main) : QDialog(&main), main_(main) {
+frmGeneric::frmGeneric(QWidget* parent) : QDialog(parent) {
     setupUi(this);
     layout()->setMenuBar(menuBar);
     // A file dropped onto the box is to replace its text, as it is anywhere else in the window.
@@ -90,83 +83,32 @@ void frmGeneric::cmdImport_Click() {
     if (!valid) return;
     // After a fatal error the window stays, and shows the file that was read.
     if (typing_.isActive()) readBeginning();
-    bool succeeded = false;
-    GetInputData(succeeded);
-    if (succeeded) accept();
+    Q_EMIT inputChosen(entries().options);
+}
+
+// A file copied in a file manager is pasted as an address, a path copied in a terminal may bring blanks.
+frmGeneric::Entries frmGeneric::entries() const {
+    Entries entered{numericValue(txtminEC->text().toStdString()), {}};
+    entered.options.path = pathMeantBy(txtGFile->text());
+    entered.options.cutoff = entered.cutoff.value_or(0);
+    const auto checked = std::find_if(optCF_.begin(), optCF_.end(), [](auto* o) { return o->isChecked(); });
+    entered.options.layout = kGenericLayouts.at(static_cast<std::size_t>(checked - optCF_.begin()));
+    entered.options.decimalCommas = chkDecimalComma->isChecked();
+    return entered;
 }
 
 void frmGeneric::CheckInputs(bool& valid) {
+    const Entries entered = entries();
     valid = false;
-    if (!isNumeric(txtminEC->text().toStdString())) {
-        refuse(*txtminEC, u"Error!  Non-numeric minimum EC cutoff value."_s);
-        return;
-    }
-    if (!isInputFile(inputPath())) {
-        refuse(*txtGFile, u"Please enter a valid input filename."_s);
-        return;
-    }
-    valid = true;
+    if (!entered.cutoff) return refuse(*txtminEC, u"Error!  Non-numeric minimum EC cutoff value."_s);
+    valid = isInputFile(entered.options.path);
+    if (!valid) refuse(*txtGFile, u"Please enter a valid input filename."_s);
 }
 
 void frmGeneric::refuse(QLineEdit& box, const QString& message) {
     tell(this, message);
     box.setFocus();
     box.selectAll();
-}
-
-void frmGeneric::GetInputData(bool& succeeded) {
-    GenericOptions options;
-    options.path = inputPath();
-    options.errorLogPath = errorLogPath(theSession());
-    options.cutoff = numericValue(txtminEC->text().toStdString()).value_or(0);
-    options.layout = chosenLayout();
-    options.decimalCommas = chkDecimalComma->isChecked();
-
-    const Hourglass hourglass(this);
-    GenericImportResult result = importGenericFile(options, theSurvey());
-    report(result);
-    replaceSurvey(result);
-    reportRows(result);
-    succeeded = result.rowCheck == RowCheck::Passed;
-}
-
-void frmGeneric::report(const GenericImportResult& result) {
-    tellLogProblem(this, result.summary.logProblem);
-    tell(this, QString::fromStdString(genericImportReport(result.survey.NumSites, result.dropped)),
-         u"VARN-Tessel File Import Message"_s);
-}
-
-void frmGeneric::replaceSurvey(GenericImportResult& result) {
-    theSession().InputFileName = std::filesystem::absolute(inputPath()).lexically_normal().string();
-    theSession().DataSaved = false;
-    theSurvey() = std::move(result.survey);
-    noteSurveyChange();
-    Q_EMIT imported(result.summary);
-    if (result.rowCheck != RowCheck::Passed)
-        main_.menusFollow(MenuEvent::ImportRefused);
-    else
-        main_.menusFollow(theSurvey().NumSites > 0 ? MenuEvent::SitesImported : MenuEvent::NothingImported);
-}
-
-void frmGeneric::reportRows(const GenericImportResult& result) {
-    if (result.rowCheck == RowCheck::FirstRowNotOne)
-        tell(this, u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
-    else if (result.rowCheck == RowCheck::NotSequential)
-        tell(this, u"Fatal Error! Row #'s are not sorted in sequential order. Input aborted."_s);
-    else if (theSurvey().NumRows > kMaxRows)
-        tell(this,
-             u"Warning! Row count > 250.\n"
-             u"This input data file may cause the VARN-Tessel program to crash."_s);
-}
-
-// A file copied in a file manager is pasted as an address, a path copied in a terminal may bring blanks.
-std::string frmGeneric::inputPath() const {
-    return pathMeantBy(txtGFile->text());
-}
-
-GenericLayout frmGeneric::chosenLayout() const {
-    const auto checked = std::find_if(optCF_.begin(), optCF_.end(), [](auto* o) { return o->isChecked(); });
-    return kGenericLayouts.at(static_cast<std::size_t>(checked - optCF_.begin()));
 }
 
 }  // namespace tessel

@@ -7,40 +7,43 @@
 #include <QDialog>
 #include <QTimer>
 
+#include <optional>
+
 namespace tessel {
 
 class GenericPreviewModel;
-class frmMain;
 
-/// The generic import: a comma- or blank-delimited file in one of eight column layouts. The file's name may
-/// be typed, pasted, dropped or browsed for. Shortly after it has changed, the beginning of the file is shown
-/// as the chosen layout reads it.
+/// Asks for a comma- or blank-delimited file and which of eight column layouts it has. The file's name may be
+/// typed, pasted, dropped or browsed for. Shortly after it has changed, the beginning of the file is shown as
+/// the chosen layout reads it.
 class frmGeneric : public QDialog, public Ui::frmGeneric {
     Q_OBJECT
 
   public:
-    explicit frmGeneric(frmMain& main);
+    explicit frmGeneric(QWidget* parent);
 
   Q_SIGNALS:
-    /// The survey in memory is another one, whatever its row numbers are worth.
-    void imported(const ImportSummary& summary);
+    /// The file can be read and is to be imported. The window stays until whoever imports it closes it; where
+    /// the error log lies is left to them.
+    void inputChosen(const GenericOptions& options);
 
   protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
   private:
+    // What stands in the widgets.
+    struct Entries {
+        std::optional<double> cutoff;  // none where its box holds no number
+        GenericOptions options;
+    };
+
+    Entries entries() const;
     void cmdBrowse_Click();
     void cmdImport_Click();
     void mnuFormat_Click();
     void CheckInputs(bool& valid);
-    void GetInputData(bool& succeeded);
-    void report(const GenericImportResult& result);
-    void reportRows(const GenericImportResult& result);
-    void replaceSurvey(GenericImportResult& result);
     void refuse(QLineEdit& box, const QString& message);
-    std::string inputPath() const;
-    GenericLayout chosenLayout() const;
 
     void preparePreview();
     void fileNameChanged();
@@ -48,10 +51,9 @@ class frmGeneric : public QDialog, public Ui::frmGeneric {
     void layoutChanged();
     void showPreview();
     void tellKind();
-    void tellFit(const GenericPreview& preview, int columns);
+    void tellFit(const GenericPreview& preview, const GenericOptions& options);
     QString fittingCaptions(const GenericPreview& preview) const;
 
-    frmMain& main_;
     std::array<QRadioButton*, 8> optCF_;
     GenericPreviewModel* preview_ = nullptr;
     QTimer typing_;           // runs from a change of the file's name until its beginning is read

@@ -66,7 +66,7 @@ void frmGeneric::readBeginning() {
     firstBytes_.clear();
     kind_ = {};
     problem_.clear();
-    const std::string path = inputPath();
+    const std::string path = entries().options.path;
     if (path.empty())
         problem_ = u"Choose a file: its first lines are shown here as the layout reads them."_s;
     else if (!isInputFile(path))
@@ -98,18 +98,19 @@ void frmGeneric::tellKind() {
 }
 
 void frmGeneric::showPreview() {
-    const GenericLayout layout = chosenLayout();
-    GenericPreview preview = previewGenericFile(firstBytes_, kind_, layout, chkDecimalComma->isChecked());
+    const GenericOptions options = entries().options;
+    GenericPreview preview = previewGenericFile(firstBytes_, kind_, options.layout, options.decimalCommas);
     if (problem_.isEmpty())
-        tellFit(preview, layout.columns());
+        tellFit(preview, options);
     else
         tellIn(*lblFit, problem_, false);
-    preview_->show(std::move(preview), layout, captionColour(kWarningColour, *tblPreview));
+    preview_->show(std::move(preview), options.layout, captionColour(kWarningColour, *tblPreview));
 }
 
-void frmGeneric::tellFit(const GenericPreview& preview, int columns) {
+void frmGeneric::tellFit(const GenericPreview& preview, const GenericOptions& options) {
+    const int columns = options.layout.columns();
     QString sentence = kind_.isText ? QString::fromStdString(fitSentence(preview, columns)) : QString();
-    const bool untickedCommas = kind_.decimalCommas && !chkDecimalComma->isChecked();
+    const bool untickedCommas = kind_.decimalCommas && !options.decimalCommas;
     if (untickedCommas)
         sentence = u"No value with a decimal comma is read as a number unless the box above is ticked."_s;
     else if (kind_.isText && preview.lines > 0 && preview.valuesOfMost != columns)

@@ -130,22 +130,17 @@ class SiteCollector {
 };
 
 // Counts the rows into NumRows if the row numbers are of use.
-RowCheck checkRows(Survey& survey) {
+ImportedRows checkRows(Survey& survey) {
     const double* const row = survey.SiteData.column(kRow);
-    if (row[0] != 1) return RowCheck::FirstRowNotOne;
+    if (row[0] != 1) return ImportedRows::FirstRowNotOne;
     int rows = 1;
     for (SiteIndex i = 1; i < survey.NumSites; ++i) {
         if (row[i] == row[i - 1]) continue;
-        if (row[i] != row[i - 1] + 1) return RowCheck::NotSequential;
+        if (row[i] != row[i - 1] + 1) return ImportedRows::NotSequential;
         ++rows;
     }
     survey.NumRows = survey.RowIndex = rows;
-    return RowCheck::Passed;
-}
-
-void completeRows(Survey& survey) {
-    Calculate_Chosen_Distance(survey);
-    if (survey.NumRows <= kMaxRows) Calculate_NumPoints(survey);
+    return rows > kMaxRows ? ImportedRows::TooManyNumbered : ImportedRows::Usable;
 }
 
 template <class Scanner>
@@ -176,16 +171,17 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     return sites.dropped();
 }
 
-GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters) {
-    GenericImportResult result;
+ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters) {
+    ImportResult result;
     Survey& survey = result.survey;
     static_cast<SurveyParameters&>(survey) = parameters;
     if (!survey.UseTrueDist && !survey.UseXDist && !survey.UseYDist) survey.chooseDistance(1);
     ErrorLog log(options.errorLogPath);
-    result.dropped = readGenericFile(options, survey, log, result.summary);
+    result.rejected = readGenericFile(options, survey, log, result.summary);
     if (survey.NumSites > 0) {
-        result.rowCheck = checkRows(survey);
-        if (result.rowCheck == RowCheck::Passed) completeRows(survey);
+        result.rows = checkRows(survey);
+        if (!isFatal(result.rows)) Calculate_Chosen_Distance(survey);
+        if (result.rows == ImportedRows::Usable) Calculate_NumPoints(survey);
     }
     log.commit();
     log.describe(result.summary);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
-#include "import/import_summary.h"
+#include "import/import_result.h"
 
 #include <array>
 #include <cstdint>
@@ -42,17 +42,6 @@ struct GenericOptions {
     bool decimalCommas = false;  ///< semicolons separate values, decimal signs are commas
 };
 
-/// What the row numbers of a file are worth. They must begin with 1, and be the same as or one more than the
-/// one before.
-enum class RowCheck { Passed, FirstRowNotOne, NotSequential };
-
-struct GenericImportResult {
-    Survey survey;             ///< a new one; NumRows is 0 unless the row check passed and there are sites
-    std::int64_t dropped = 0;  ///< records read that are no site
-    RowCheck rowCheck = RowCheck::Passed;
-    ImportSummary summary;
-};
-
 /// Reads a comma- or blank-delimited file into a new survey, dropping records that cannot be used into the
 /// error log, checks its row numbers, counts the sites of its rows and calculates the distances of the
 /// measure that `parameters` has in force (true distance while it has none).
@@ -69,7 +58,7 @@ struct GenericImportResult {
 ///
 /// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
 /// leaving the last import's error log, when the file cannot be read.
-GenericImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
+ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
 
 /// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has
 /// exactly the sites that were kept. What the file itself is like goes into the summary. Returns the number

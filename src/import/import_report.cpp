@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/import_report.h"
 
+#include "rows/row_detection.h"
+
+#include <array>
+
 namespace tessel {
 
 std::string numberField(std::int64_t number) {
@@ -23,6 +27,15 @@ std::string genericImportReport(std::int64_t valid, std::int64_t dropped) {
                   "containing non-numeric or invalid numeric values.\n" +
                   "Please refer to the error_log.dat text file for more details.";
     return report;
+}
+
+std::string importedRowsReport(ImportedRows rows) {
+    static constexpr std::array<const char*, 5> kReports = {
+        "", kTooManyRows,
+        "Warning! Row count > 250.\nThis input data file may cause the VARN-Tessel program to crash.",
+        "Fatal Error! Initial row # not equal to 1. Input aborted.",
+        "Fatal Error! Row #'s are not sorted in sequential order. Input aborted."};
+    return kReports.at(static_cast<std::size_t>(rows));
 }
 
 }  // namespace tessel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "import/import_result.h"
+
 #include <cstdint>
 #include <string>
 
@@ -14,5 +16,8 @@ std::string trimbleImportReport(std::int64_t valid, std::int64_t errors);
 
 /// The report of the generic import. Lines are separated by line feeds.
 std::string genericImportReport(std::int64_t valid, std::int64_t dropped);
+
+/// What has to be said of rows after the report; empty where they are of use.
+std::string importedRowsReport(ImportedRows rows);
 
 }  // namespace tessel

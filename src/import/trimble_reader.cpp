@@ -4,6 +4,7 @@
 #include "base/line_reader.h"
 #include "base/numbers.h"
 #include "import/error_log.h"
+#include "rows/row_detection.h"
 
 #include <algorithm>
 #include <array>
@@ -223,13 +224,13 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
     return errors;
 }
 
-TrimbleImportResult importTrimbleFile(const TrimbleOptions& options) {
-    TrimbleImportResult result;
+ImportResult importTrimbleFile(const TrimbleOptions& options) {
+    ImportResult result;
     ErrorLog log(options.errorLogPath);
-    result.errors = readTrimbleFile(options, result.survey, log, result.summary);
+    result.rejected = readTrimbleFile(options, result.survey, log, result.summary);
     if (result.survey.NumSites > 0) {
         Calculate_Chosen_Distance(result.survey);
-        result.rows = Assign_Row(result.survey);
+        if (Assign_Row(result.survey) == RowDetection::TooManyRows) result.rows = ImportedRows::TooManyRows;
     }
     log.commit();
     log.describe(result.summary);

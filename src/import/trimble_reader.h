@@ -2,8 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
-#include "import/import_summary.h"
-#include "rows/row_detection.h"
+#include "import/import_result.h"
 
 #include <cstdint>
 #include <string>
@@ -24,17 +23,10 @@ struct TrimbleOptions : SurveyParameters {
     bool TwoEMColumns = false;
 };
 
-struct TrimbleImportResult {
-    Survey survey;            ///< a new one, with distances and rows when it has sites
-    std::int64_t errors = 0;  ///< rejected lines
-    RowDetection rows = RowDetection::Assigned;
-    ImportSummary summary;
-};
-
 /// Reads a fixed-column sensor file into a new survey, rejecting line by line what cannot be used into the
 /// error log, and finds distances and rows. Throws RunTimeError, leaving the last import's error log, when
 /// the file cannot be read.
-TrimbleImportResult importTrimbleFile(const TrimbleOptions& options);
+ImportResult importTrimbleFile(const TrimbleOptions& options);
 
 /// The reading alone: sites and parameters, NumRows 0. What the file itself is like goes into the summary.
 /// Returns the number of rejected lines.

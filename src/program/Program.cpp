@@ -22,8 +22,7 @@
 #include "desktop/Windows.h"
 #include "desktop/editor_settings.h"
 #include "export/frmOutput.h"
-#include "import/TrimbleImport.h"
-#include "import/frmGeneric.h"
+#include "import/SurveyImport.h"
 #include "import/import_notices.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
@@ -58,9 +57,8 @@ class Program : public QObject {
         joinEdit();
         joinReviewAndPlot();
         joinHelp();
-        connect(&import_, &TrimbleImport::imported, this,
-                [this](const ImportSummary& summary) { surveyReplaced(summary); });
-        connect(&import_, &TrimbleImport::tooManyRows, this, [this] { showRowDialog(); });
+        connect(&import_, &SurveyImport::imported, this, &Program::surveyReplaced);
+        connect(&import_, &SurveyImport::tooManyRows, this, &Program::rowsRefused);
         connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { followSurvey(); });
         main_.describeWith([this] { return description(); });
         connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
@@ -73,12 +71,7 @@ class Program : public QObject {
   private:
     void joinFile() {
         on(main_.mnuOpen, [this] { import_.mnuOpen_Click(); });
-        on(main_.mnuOpen2, [this] {
-            auto* const window = new frmGeneric(main_);
-            connect(window, &frmGeneric::imported, this,
-                    [this](const ImportSummary& summary) { surveyReplaced(summary); });
-            showModal(window);
-        });
+        on(main_.mnuOpen2, [this] { import_.mnuOpen2_Click(); });
         on(main_.mnuSave, [this] {
             auto* const window = new frmOutput(&main_);
             connect(window, &frmOutput::exported, this,
@@ -181,12 +174,22 @@ class Program : public QObject {
         showBeside(dialog);
     }
 
-    void surveyReplaced(const ImportSummary& summary) {
+    void surveyReplaced(const ImportSummary& summary, ImportedRows rows) {
         imported_ = summary;
         theAppliedAdjustments() = {};
         takeAwayRowDialog();
         main_.hidePlots();
         followSurvey();
+        const bool any = theSurvey().NumSites > 0;
+        const MenuEvent event = any ? MenuEvent::SitesImported : MenuEvent::NothingImported;
+        // Of too many rows the user is told first.
+        if (rows != ImportedRows::TooManyRows)
+            main_.menusFollow(isFatal(rows) ? MenuEvent::ImportRefused : event);
+    }
+
+    void rowsRefused() {
+        showRowDialog();
+        main_.menusFollow(MenuEvent::SitesImported);
     }
 
     void surveyChanged() {
@@ -258,7 +261,7 @@ class Program : public QObject {
     }
 
     frmMain& main_;
-    TrimbleImport import_;
+    SurveyImport import_;
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;

@@ -26,8 +26,6 @@ namespace tessel {
 
 namespace {
 
-const QString kAllFiles = u"All Files (*.*)|*"_s;
-
 void clickAccept(QFileDialog* dialog) {
     auto* const buttons = dialog->findChild<QDialogButtonBox*>();
     for (auto* const button : buttons->buttons())

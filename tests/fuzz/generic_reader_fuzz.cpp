@@ -11,10 +11,10 @@ namespace tessel {
 
 namespace {
 
-void requireSites(const GenericOptions& options, const GenericImportResult& result, std::size_t bytes) {
+void requireSites(const GenericOptions& options, const ImportResult& result, std::size_t bytes) {
     const Survey& survey = result.survey;
-    require(survey.NumSites >= 0 && result.dropped >= 0);
-    require(static_cast<std::size_t>(survey.NumSites + result.dropped) <= bytes);
+    require(survey.NumSites >= 0 && result.rejected >= 0);
+    require(static_cast<std::size_t>(survey.NumSites + result.rejected) <= bytes);
     require(survey.SiteData.capacity() == survey.NumSites);
     for (SiteIndex site = 0; site < survey.NumSites; ++site) {
         require(std::isfinite(survey.SiteData(kX, site)) && std::isfinite(survey.SiteData(kY, site)));
@@ -23,9 +23,9 @@ void requireSites(const GenericOptions& options, const GenericImportResult& resu
     }
 }
 
-void requireRows(const GenericImportResult& result) {
+void requireRows(const ImportResult& result) {
     const Survey& survey = result.survey;
-    if (survey.NumSites == 0 || result.rowCheck != RowCheck::Passed || survey.NumRows > kMaxRows) return;
+    if (survey.NumSites == 0 || result.rows != ImportedRows::Usable) return;
     const auto first = survey.NumPoints.begin() + 1;
     require(std::accumulate(first, first + survey.NumRows, SiteIndex{0}) == survey.NumSites);
 }
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.path = file.path();
     Survey parameters;
     parameters.chooseDistance(1);
-    const GenericImportResult result = importGenericFile(options, parameters);
+    const ImportResult result = importGenericFile(options, parameters);
     requireSites(options, result, input.size());
     requireRows(result);
     return 0;

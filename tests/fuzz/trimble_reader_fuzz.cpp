@@ -82,9 +82,9 @@ void requireLiterally(const TrimbleOptions& options, const Survey& survey, std::
     require(sites == survey.NumSites && rejected == errors);
 }
 
-void requireRows(TrimbleImportResult result) {
+void requireRows(ImportResult result) {
     Survey& survey = result.survey;
-    if (survey.NumSites == 0 || result.rows == RowDetection::TooManyRows) return;
+    if (survey.NumSites == 0 || result.rows == ImportedRows::TooManyRows) return;
     Calculate_NumPoints(survey);
     const auto first = survey.NumPoints.begin() + 1;
     require(survey.NumRows >= 1 && survey.NumRows <= kMaxRows);

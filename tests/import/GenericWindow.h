@@ -20,7 +20,8 @@ inline const QString kReportTitle = u"VARN-Tessel File Import Message"_s;
 /// The window of the generic import, open, and what a user does with it.
 class GenericImport : public ImportTest {
   protected:
-    GenericImport() : window(main), imported(&window, &frmGeneric::imported) {
+    GenericImport() {
+        import.serve(window);
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
@@ -78,8 +79,7 @@ class GenericImport : public ImportTest {
         return true;
     }
 
-    frmGeneric window;
-    QSignalSpy imported;
+    frmGeneric window{&main};
 };
 
 }  // namespace tessel

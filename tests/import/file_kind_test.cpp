@@ -107,7 +107,7 @@ TEST(FileKind, StandsInTheSummaryOfBothImports) {
     GenericOptions generic;
     generic.path = folder / "tabs.dat";
     generic.errorLogPath = folder / "error_log.dat";
-    const GenericImportResult read = importGenericFile(generic, {});
+    const ImportResult read = importGenericFile(generic, {});
     EXPECT_TRUE(read.summary.kind.tabs);
     EXPECT_EQ(read.summary.kind.headerLines, 1);
     TrimbleOptions trimble;

@@ -24,7 +24,7 @@ class GenericFile : public testing::Test {
         options.layout = kThree;
     }
 
-    GenericImportResult import(std::string_view bytes) {
+    ImportResult import(std::string_view bytes) {
         writeFile(options.path, bytes);
         return importGenericFile(options, parameters);
     }
@@ -48,7 +48,7 @@ class GenericFile : public testing::Test {
     }
 
     // A file of the layout X Y Ec1 Row with these row numbers.
-    GenericImportResult importRows(const std::vector<double>& rows) {
+    ImportResult importRows(const std::vector<double>& rows) {
         options.layout = kThreeRow;
         std::string bytes;
         for (const double row : rows)

@@ -91,8 +91,8 @@ TEST_F(GenericFile, ThatIsEmptyGivesNothing) {
         const auto result = import(bytes);
         EXPECT_EQ(result.survey.NumSites, 0);
         EXPECT_EQ(result.survey.NumRows, 0);
-        EXPECT_EQ(result.dropped, 0);
-        EXPECT_EQ(result.rowCheck, RowCheck::Passed);
+        EXPECT_EQ(result.rejected, 0);
+        EXPECT_EQ(result.rows, ImportedRows::Usable);
     }
 }
 
@@ -111,7 +111,7 @@ TEST_F(GenericFile, HasATableOfExactlyItsSites) {
 
 TEST_F(GenericFile, MayHaveRowsThatGrowByOne) {
     const auto result = importRows({1, 1, 2, 3, 3});
-    EXPECT_EQ(result.rowCheck, RowCheck::Passed);
+    EXPECT_EQ(result.rows, ImportedRows::Usable);
     EXPECT_EQ(result.survey.NumRows, 3);
     EXPECT_EQ(result.survey.RowIndex, 3);
     EXPECT_EQ(result.survey.NumPoints[1], 2);
@@ -129,24 +129,24 @@ TEST_F(GenericFile, WhoseRowsAreOutOfOrderIsReadButRefused) {
                              {1, 2, 3, 4, 2},
                              {1, -1}}) {
         const auto result = importRows(rows);
-        EXPECT_EQ(result.rowCheck, RowCheck::NotSequential);
+        EXPECT_EQ(result.rows, ImportedRows::NotSequential);
         EXPECT_EQ(result.survey.NumSites, static_cast<SiteIndex>(rows.size()));
         EXPECT_EQ(result.survey.NumRows, 0);
         EXPECT_EQ(result.survey.SiteData(kRow, result.survey.NumSites - 1), rows.back());
     }
-    EXPECT_EQ(importRows({2, 3}).rowCheck, RowCheck::FirstRowNotOne);
-    EXPECT_EQ(importRows({0, 1}).rowCheck, RowCheck::FirstRowNotOne);
+    EXPECT_EQ(importRows({2, 3}).rows, ImportedRows::FirstRowNotOne);
+    EXPECT_EQ(importRows({0, 1}).rows, ImportedRows::FirstRowNotOne);
 }
 
 TEST_F(GenericFile, WhoseRowsAreNotWholeIsReadButRefused) {
     const auto result = importRows({1, 1.5, 2});
-    EXPECT_EQ(result.rowCheck, RowCheck::NotSequential);
-    EXPECT_EQ(result.dropped, 0);
+    EXPECT_EQ(result.rows, ImportedRows::NotSequential);
+    EXPECT_EQ(result.rejected, 0);
     EXPECT_EQ(result.survey.NumSites, 3);
     EXPECT_EQ(result.survey.SiteData(kRow, 1), 1.5);
     EXPECT_FALSE(rowsAreUsable(result.survey));
-    EXPECT_EQ(importRows({1.5, 2}).rowCheck, RowCheck::FirstRowNotOne);
-    EXPECT_EQ(importRows({1, 1.5, 2.5}).rowCheck, RowCheck::NotSequential);
+    EXPECT_EQ(importRows({1.5, 2}).rows, ImportedRows::FirstRowNotOne);
+    EXPECT_EQ(importRows({1, 1.5, 2.5}).rows, ImportedRows::NotSequential);
 }
 
 TEST_F(GenericFile, MayHaveMoreRowsThanTheSystemHolds) {
@@ -156,7 +156,7 @@ TEST_F(GenericFile, MayHaveMoreRowsThanTheSystemHolds) {
     EXPECT_EQ(importRows(rows).survey.NumPoints[250], 1);
     rows.push_back(251);
     const auto result = importRows(rows);
-    EXPECT_EQ(result.rowCheck, RowCheck::Passed);
+    EXPECT_EQ(result.rows, ImportedRows::TooManyNumbered);
     EXPECT_EQ(result.survey.NumRows, 251);
     EXPECT_EQ(result.survey.RowIndex, 251);
 }
@@ -226,7 +226,7 @@ TEST_F(GenericFile, IsReadWithoutALogThatCannotBeCreated) {
     EXPECT_EQ(result.summary.logProblem,
               folder / "none/error_log.dat cannot be written: No such file or directory");
     EXPECT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.dropped, 1);
+    EXPECT_EQ(result.rejected, 1);
 }
 
 TEST_F(GenericFile, ReadsALineOfManyMegabytes) {

@@ -41,7 +41,7 @@ TEST_F(GenericFile, MayHaveQuotedValues) {
 TEST_F(GenericFile, LosesOneRecordToAHeaderLine) {
     const auto result = import("X,Y,ECa\n1,2,3\n4,5,6\n");
     EXPECT_EQ(result.survey.NumSites, 2);
-    EXPECT_EQ(result.dropped, 1);
+    EXPECT_EQ(result.rejected, 1);
     EXPECT_EQ(log(), "Line # 1 X Y ECa  -> non-numeric X-coord data\r\n");
 }
 
@@ -95,7 +95,7 @@ TEST_F(GenericFile, CountsTheLinesThatDoNotFit) {
 TEST_F(GenericFile, CutShortByItsEndLosesTheLastRecord) {
     const auto result = import("1,2,3\n4,\n5");
     EXPECT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.dropped, 1);
+    EXPECT_EQ(result.rejected, 1);
     EXPECT_EQ(log(), "Line # 2 4 5  -> incomplete record at end of file\r\n");
     EXPECT_EQ(logOf("1,2,3\n4,5,\n"), "Line # 2 4 5  -> incomplete record at end of file\r\n");
 }
@@ -104,7 +104,7 @@ TEST_F(GenericFile, OfOddNumbersTakesThoseThatAreNumeric) {
     for (const char* number : {"-0", ".5", "5.", "+.5E+1", "1d5", "1e308"})
         EXPECT_EQ(import("1," + std::string(number) + ",3").survey.NumSites, 1) << number;
     for (const char* text : {"nan", "inf", "0x10", "1e999", ".", "1.2.3", "1-2"})
-        EXPECT_EQ(import("1," + std::string(text) + ",3").dropped, 1) << text;
+        EXPECT_EQ(import("1," + std::string(text) + ",3").rejected, 1) << text;
     EXPECT_EQ(import("1,0." + std::string(400, '3') + ",3").survey.SiteData(kY, 0), 1.0 / 3);
 }
 

@@ -71,7 +71,7 @@ class MissingValues : public testing::TestWithParam<std::size_t> {
         for (const Values& values : lines)
             bytes += joined(values, separator) + lineEnd;
         writeFile(options.path, bytes);
-        const GenericImportResult result = importGenericFile(options, {});
+        const ImportResult result = importGenericFile(options, {});
         const std::set<std::int64_t> logged = loggedLines();
         SiteIndex site = 0;
         for (std::size_t i = 0; i < lines.size(); ++i) {

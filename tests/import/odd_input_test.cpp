@@ -5,6 +5,7 @@
 #include "export/transect_file.h"
 #include "import/generic_reader.h"
 #include "import/trimble_reader.h"
+#include "rows/row_detection.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -36,23 +37,23 @@ class OddInput : public testing::Test {
         options.EM1Field = columns(24, 31);
     }
 
-    TrimbleImportResult import(const std::string& path) {
+    ImportResult import(const std::string& path) {
         options.path = path;
-        TrimbleImportResult result = importTrimbleFile(options);
-        if (result.rows == RowDetection::Assigned) {
+        ImportResult result = importTrimbleFile(options);
+        if (result.rows == ImportedRows::Usable) {
             Calculate_NumPoints(result.survey);
             expectReadAgain(result.survey);
         }
         return result;
     }
-    TrimbleImportResult importNamed(const std::string& name) { return import(kFolder + name); }
+    ImportResult importNamed(const std::string& name) { return import(kFolder + name); }
 
     // Sites and rejected lines of a file; the log names each rejected one.
     void expectRead(const std::string& name, SiteIndex sites, std::int64_t errors) {
         SCOPED_TRACE(name);
-        const TrimbleImportResult result = importNamed(name);
+        const ImportResult result = importNamed(name);
         EXPECT_EQ(result.survey.NumSites, sites);
-        EXPECT_EQ(result.errors, errors);
+        EXPECT_EQ(result.rejected, errors);
         EXPECT_EQ(linesOfLog(), errors);
     }
 
@@ -73,7 +74,7 @@ class OddInput : public testing::Test {
         again.errorLogPath = folder / "second_log.dat";
         again.cutoff = options.EMCutoff;
         again.layout = kGenericLayouts[survey.TwoEMColumns ? 3 : 2];
-        const GenericImportResult result = importGenericFile(again, Survey{});
+        const ImportResult result = importGenericFile(again, Survey{});
         ASSERT_EQ(result.survey.NumSites, survey.NumSites);
         for (const int column : {kX, kY, kEM1})
             for (SiteIndex site = 0; site < survey.NumSites; ++site)
@@ -106,10 +107,10 @@ TEST_F(OddInput, OfEveryKindOfLineEndIsRead) {
 TEST_F(OddInput, OfOtherBytesThanTextLosesOnlyTheLinesConcerned) {
     expectRead("latin1_and_utf8_text.dat", 2, 1);
     expectRead("nul_bytes.dat", 2, 1);
-    const TrimbleImportResult binary = importNamed("binary_logger_file.dat");
+    const ImportResult binary = importNamed("binary_logger_file.dat");
     EXPECT_EQ(binary.survey.NumSites, 0);
-    EXPECT_EQ(binary.errors, linesOfLog());
-    EXPECT_GT(binary.errors, 0);
+    EXPECT_EQ(binary.rejected, linesOfLog());
+    EXPECT_GT(binary.rejected, 0);
 }
 
 TEST_F(OddInput, WithShortLinesReadsWhatIsLeftOfAField) {
@@ -118,46 +119,46 @@ TEST_F(OddInput, WithShortLinesReadsWhatIsLeftOfAField) {
 }
 
 TEST_F(OddInput, OfEveryFormOfNumberKeepsTheNumericOnes) {
-    const TrimbleImportResult result = importNamed("number_forms.dat");
+    const ImportResult result = importNamed("number_forms.dat");
     const std::array<double, 6> readings = {0, .5, 5, 5, 100000, 0};
     ASSERT_EQ(result.survey.NumSites, 6);
     for (SiteIndex site = 0; site < 6; ++site)
         EXPECT_EQ(result.survey.SiteData(kEM1, site), readings[static_cast<std::size_t>(site)]) << site;
-    EXPECT_EQ(result.errors, 6);
+    EXPECT_EQ(result.rejected, 6);
 }
 
 TEST_F(OddInput, OfFourHundredDigitsIsExactOrNotNumeric) {
     options.TwoEMColumns = true;
     options.EM2Field = columns(33, 432);
-    const TrimbleImportResult result = importNamed("numbers_of_400_digits.dat");
+    const ImportResult result = importNamed("numbers_of_400_digits.dat");
     ASSERT_EQ(result.survey.NumSites, 2);
     EXPECT_EQ(result.survey.SiteData(kEM2, 0), 12.5);
     EXPECT_EQ(result.survey.SiteData(kEM2, 1), 1.0 / 3);
-    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.rejected, 1);
 }
 
 TEST_F(OddInput, WithAllSitesAtOnePlaceIsOneRow) {
-    const TrimbleImportResult result = importNamed("all_at_one_place.dat");
+    const ImportResult result = importNamed("all_at_one_place.dat");
     EXPECT_EQ(result.survey.NumRows, 1);
     EXPECT_EQ(result.survey.NumPoints[1], 30);
     EXPECT_EQ(result.survey.MaxTrueDist, 0);
 }
 
 TEST_F(OddInput, WithMissingFixesKeepsThemAsSitesFarAway) {
-    const TrimbleImportResult result = importNamed("missing_fixes_at_zero.dat");
+    const ImportResult result = importNamed("missing_fixes_at_zero.dat");
     EXPECT_EQ(result.survey.NumSites, 11);
     EXPECT_EQ(result.survey.NumRows, 5);  // each missing fix parts the row, and is one
 }
 
 TEST_F(OddInput, OfNegativeCoordinatesOnlyIsRead) {
-    const TrimbleImportResult result = importNamed("negative_coordinates_only.dat");
+    const ImportResult result = importNamed("negative_coordinates_only.dat");
     EXPECT_EQ(result.survey.NumSites, 5);
     EXPECT_EQ(result.survey.SiteData(kX, 4), -105);
     EXPECT_EQ(result.survey.NumRows, 1);
 }
 
 TEST_F(OddInput, OfRowsOfOneSiteIsRead) {
-    const TrimbleImportResult result = importNamed("rows_of_one_site.dat");
+    const ImportResult result = importNamed("rows_of_one_site.dat");
     EXPECT_EQ(result.survey.NumSites, 20);
     EXPECT_EQ(result.survey.NumRows, 19);  // the first gap parts no rows
     EXPECT_EQ(result.survey.NumPoints[1], 2);

@@ -35,7 +35,7 @@ class TrimbleFile : public testing::Test {
         options.EM2Field = columns(33, 40);
     }
 
-    TrimbleImportResult import(std::string_view bytes) {
+    ImportResult import(std::string_view bytes) {
         writeFile(options.path, bytes);
         return importTrimbleFile(options);
     }
@@ -69,7 +69,7 @@ TEST_F(TrimbleFile, GivesItsSitesInFileOrder) {
                                line("-1.5", "1e2", "31", "41.5", "8") + "\r\n");
     const Survey& survey = result.survey;
     ASSERT_EQ(survey.NumSites, 2);
-    EXPECT_EQ(result.errors, 0);
+    EXPECT_EQ(result.rejected, 0);
     EXPECT_EQ(log(), "");
     EXPECT_EQ(survey.SiteID[0], 7);
     EXPECT_EQ(survey.SiteID[1], 8);
@@ -143,7 +143,7 @@ TEST_F(TrimbleFile, LooksAtSiteNumberAndSecondReadingOnlyWhenTheyArePresent) {
 TEST_F(TrimbleFile, SkipsShortLinesSilentlyButCountsThem) {
     const auto result = import("\r\nx\r\n" + line("1", "2", "3") + "\r\n\r\nxx\r\n");
     EXPECT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.rejected, 1);
     EXPECT_EQ(log(), "Line # 5 xx  -> non-numeric X-coord data\r\n");
     EXPECT_EQ(result.summary.linesRead, 5);
 }
@@ -153,7 +153,7 @@ TEST_F(TrimbleFile, AcceptsReadingsEqualToTheCutOff) {
     const auto result = import(line("1", "2", "-10", "-10") + "\n" + line("1", "2", "-10.0001", "5") + "\n" +
                                line("1", "2", "5", "-10.0001") + "\n");
     EXPECT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.errors, 2);
+    EXPECT_EQ(result.rejected, 2);
 }
 
 TEST_F(TrimbleFile, ConvertsReadingsBeforeTheyMeetTheCutOff) {
@@ -287,7 +287,7 @@ TEST_F(TrimbleFile, ThatIsWhollyInvalidGivesNoSite) {
     const auto result = import("header line one\r\nheader line two\r\n");
     EXPECT_EQ(result.survey.NumSites, 0);
     EXPECT_EQ(result.survey.NumRows, 0);
-    EXPECT_EQ(result.errors, 2);
+    EXPECT_EQ(result.rejected, 2);
 }
 
 TEST_F(TrimbleFile, KeepsTheBytesOfRejectedLinesInTheLog) {
@@ -306,7 +306,7 @@ TEST_F(TrimbleFile, ReadsALineOfManyMegabytes) {
 TEST_F(TrimbleFile, FindsRows) {
     const auto result = import(line("0", "0", "1") + "\n" + line("1", "0", "1") + "\n" + line("1", "5", "1") +
                                "\n" + line("1", "10.1", "1") + "\n");
-    EXPECT_EQ(result.rows, RowDetection::Assigned);
+    EXPECT_EQ(result.rows, ImportedRows::Usable);
     EXPECT_EQ(result.survey.NumRows, 2);
     EXPECT_EQ(result.survey.SiteData(kRow, 2), 1);
     EXPECT_EQ(result.survey.SiteData(kRow, 3), 2);
@@ -328,12 +328,12 @@ TEST_F(TrimbleFile, OfMoreThan250RowsKeepsItsSites) {
     for (int i = 0; i < 252; ++i)
         bytes += line(std::to_string(i * 10), "0", "1") + "\n";
     const auto result = import(bytes);
-    EXPECT_EQ(result.rows, RowDetection::TooManyRows);
+    EXPECT_EQ(result.rows, ImportedRows::TooManyRows);
     EXPECT_EQ(result.survey.NumSites, 252);
     EXPECT_EQ(result.survey.NumRows, 0);
     // The gap behind the first site opens no row: 251 sites make 250 rows.
     const auto fits = import(bytes.substr(0, bytes.rfind(line("2510", "0", "1"))));
-    EXPECT_EQ(fits.rows, RowDetection::Assigned);
+    EXPECT_EQ(fits.rows, ImportedRows::Usable);
     EXPECT_EQ(fits.survey.NumRows, 250);
 }
 
@@ -342,7 +342,7 @@ TEST_F(TrimbleFile, WithSitesThatAreNoPlaceOnEarthBeginsARowAtEach) {
     const auto result = import(site + site + line("1e200", "0", "1") + "\nbad\n" +
                                line("-1e200", "1e300", "1") + "\n" + site + site);
     EXPECT_EQ(result.survey.NumSites, 6);
-    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.rejected, 1);
     EXPECT_EQ(result.survey.NumRows, 4);
 }
 
@@ -387,7 +387,7 @@ TEST_F(TrimbleFile, LooksForCutsAtTheFieldsInUseAndInReadingsBelowTheCutOffToo) 
     EXPECT_EQ(import(cutEM2).summary.linesCut, 0);
     options.EMCutoff = 5000;
     const auto result = import(good.substr(0, 22) + "9" + good.substr(23) + "\n");
-    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.rejected, 1);
     EXPECT_EQ(result.summary.linesCut, 1);
 }
 
@@ -410,7 +410,7 @@ TEST_F(TrimbleFile, MayBeTheErrorLogItself) {
     import("first bad line\r\nsecond bad line\r\n");
     options.path = options.errorLogPath;
     const auto result = importTrimbleFile(options);
-    EXPECT_EQ(result.errors, 2);
+    EXPECT_EQ(result.rejected, 2);
     EXPECT_EQ(
         log(),
         "Line # 1 Line # 1 first bad line  -> non-numeric X-coord data  -> non-numeric X-coord data\r\n"
@@ -423,7 +423,7 @@ TEST_F(TrimbleFile, IsReadWithoutALogThatCannotBeCreated) {
     EXPECT_EQ(result.summary.logProblem,
               folder / "none/error_log.dat cannot be written: No such file or directory");
     EXPECT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.rejected, 1);
 }
 
 TEST_F(TrimbleFile, IsReadWithoutALogThatTheDiskHasNoRoomFor) {
@@ -434,7 +434,7 @@ TEST_F(TrimbleFile, IsReadWithoutALogThatTheDiskHasNoRoomFor) {
     const auto result = importTrimbleFile(options);
     EXPECT_EQ(result.summary.logProblem, options.errorLogPath + " cannot be written: File too large");
     EXPECT_EQ(result.survey.NumSites, 2);
-    EXPECT_EQ(result.errors, 1);
+    EXPECT_EQ(result.rejected, 1);
     EXPECT_EQ(log(), "old");
 }
 

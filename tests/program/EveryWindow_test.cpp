@@ -60,7 +60,7 @@ const Window kWindows[] = {
     {"frmAbout", [](frmMain& main) { return new frmAbout(&main); }, 101, ""},
     {"frmDataControl", [](frmMain& main) { return new frmDataControl(&main); }, 104, "cmdHelp"},
     {"frmIniDisplay", [](frmMain& main) { return openPreview(main); }, 105, "cmdHelp"},
-    {"frmGeneric", [](frmMain& main) { return new frmGeneric(main); }, 106, "cmdHelp"},
+    {"frmGeneric", [](frmMain& main) { return new frmGeneric(&main); }, 106, "cmdHelp"},
     {"frmOutput", [](frmMain& main) { return new frmOutput(&main); }, 107, "cmdHelp"},
     {"frmClip", [](frmMain& main) { return new frmClip(main); }, 108, "mnuGDRH1"},
     {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(main); }, 112, "cmdHelp"},

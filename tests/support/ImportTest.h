@@ -4,15 +4,20 @@
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "desktop/FileDialogs.h"
+#include "import/SurveyImport.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace tessel {
 
-/// For tests of the import windows: a main window, a survey in memory that an import replaces or leaves
+/// For tests of the import windows: the program, a survey in memory that an import replaces or leaves
 /// alone, a folder for sensor files and error log, and no file dialog.
 class ImportTest : public testing::Test {
   protected:
@@ -39,7 +44,10 @@ class ImportTest : public testing::Test {
 
     const TemporaryFolder folder;
     ExpectedBoxes boxes;
-    frmMain main;
+    const std::unique_ptr<frmMain> program = createProgram();
+    frmMain& main = *program;
+    SurveyImport& import = *main.findChild<SurveyImport*>();
+    QSignalSpy imported{&import, &SurveyImport::imported};
 
   private:
     int fileDialogs_ = 0;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "import/TrimbleImport.h"
+#include "import/SurveyImport.h"
 
 #include "base/session.h"
 #include "base/survey_changes.h"
 #include "import/frmDataControl.h"
+#include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
 #include "support/ImportTest.h"
 
@@ -31,11 +32,6 @@ QString report(int valid, int errors) {
 // Files of lines "xxxx yyyy eeee".
 class TrimbleImportChain : public ImportTest {
   protected:
-    TrimbleImportChain()
-        : import(main),
-          imported(&import, &TrimbleImport::imported),
-          tooMany(&import, &TrimbleImport::tooManyRows) {}
-
     void goThroughControl(const QString& minDistance) {
         import.mnuOpen_Click();
         auto* const window = main.findChild<frmDataControl*>();
@@ -67,9 +63,7 @@ class TrimbleImportChain : public ImportTest {
         goThroughFormat();
     }
 
-    TrimbleImport import;
-    QSignalSpy imported;
-    QSignalSpy tooMany;
+    QSignalSpy tooMany{&import, &SurveyImport::tooManyRows};
 };
 
 }  // namespace
@@ -142,6 +136,38 @@ TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
     EXPECT_EQ(imported.count(), 1);
     EXPECT_EQ(tooMany.count(), 1);
     expectMenus(true, true);
+}
+
+// The sites in memory and the row items, as they are while each box is read.
+class WhileBoxesAreRead {
+  public:
+    explicit WhileBoxesAreRead(frmMain& main) {
+        setMessageResponder([this, &main](const MessageBox&) {
+            states << u"%1%2"_s.arg(theSurvey().NumSites)
+                          .arg(main.mnuData->isEnabled() ? u" rows"_s : QString());
+            return true;
+        });
+    }
+    ~WhileBoxesAreRead() { setMessageResponder({}); }
+
+    QStringList states;
+};
+
+TEST_F(TrimbleImportChain, PutsTheSurveyInPlaceBetweenTheReportAndWhatIsSaidOfItsRows) {
+    std::string bytes;
+    for (int i = 0; i < 252; ++i)
+        bytes += i % 2 == 0 ? "   0    0   10\n" : "   0   99   10\n";
+    const WhileBoxesAreRead boxesRead(main);
+    importFile(bytes);
+    EXPECT_EQ(boxesRead.states, (QStringList{u"2"_s, u"252"_s})) << "the menus wait for the row dialog";
+    expectMenus(true, true);
+
+    frmGeneric window(&main);
+    import.serve(window);
+    window.txtGFile->setText(fromPath(sensorFile("1,2,3,2\n")));
+    window.optCF_0->setChecked(true);
+    window.cmdImport->click();
+    EXPECT_EQ(boxesRead.states.mid(2), (QStringList{u"252 rows"_s, u"1"_s})) << "the menus follow at once";
 }
 
 TEST_F(TrimbleImportChain, LeavesTheSurveyWhenTheFileDialogIsCancelled) {
