@@ -41,7 +41,7 @@ void moveTo(QWidget& widget, QPointF pixel) {
 // A main window with the map of the survey above it, the picture of the wanted size.
 struct Map {
     frmMain main;
-    frmClip clip{main};
+    frmClip clip{&main};
     PictureBox& picture;
 
     Map() : picture(*clip.findChild<PictureBox*>(QStringLiteral("picMapZoom"))) {

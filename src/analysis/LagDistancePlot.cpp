@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/LagDistancePlot.h"
 
-#include "app/frmMain.h"
 #include "base/numbers.h"
 #include "base/palette16.h"
 #include "desktop/Guarded.h"
@@ -26,7 +25,7 @@ int modeOf(LagMeasure measure) {
 
 }  // namespace
 
-LagDistancePlot::LagDistancePlot(frmMain& main) : QObject(&main), Chart2D1(new Chart2D), main_(main) {
+LagDistancePlot::LagDistancePlot(PlotArea& area) : Chart2D1(new Chart2D), area_(area) {
     Chart2D1->setObjectName(u"Chart2D1"_s);
     Chart2D1->setAccessibleName(tr("Lag distances"));
     Chart2D1->setAxisTitle(Chart2D::Axis::X, u"Site sequence number"_s);
@@ -34,7 +33,7 @@ LagDistancePlot::LagDistancePlot(frmMain& main) : QObject(&main), Chart2D1(new C
     Chart2D1->setSeriesCount(Chart2D::kData, 2);
     Chart2D1->setSeriesName(Chart2D::kData, kDistances, tr("Distance"));
     Chart2D1->setSeriesName(Chart2D::kData, kMinimum, tr("Minimum distance"));
-    main.addChart(Chart2D1);
+    area.addChart(Chart2D1);
     connect(Chart2D1, &Chart2D::pointerMoved, this, &LagDistancePlot::readOut);
     connect(Chart2D1, &Chart2D::pointerLeft, Chart2D1, [this] { Chart2D1->setFooterText({}); });
 }
@@ -52,9 +51,9 @@ void LagDistancePlot::mnuY_Dis_Click() {
 }
 
 void LagDistancePlot::plot(LagMeasure measure) {
-    const Hourglass hourglass(&main_);
+    const Hourglass hourglass(Chart2D1->window());
     const LagDistances lag = lagDistances(theSurvey(), measure);
-    main_.hidePlots();
+    area_.hidePlots();
     measure_ = measure;
     draw(lag);
     showTyped();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/lag_distance.h"
+#include "app/PlotArea.h"
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
 
@@ -11,18 +12,16 @@
 
 namespace tessel {
 
-class frmMain;
-
 /// The lag distance plots: the distance from each site to the one before it on Chart2D1, with a line at the
 /// minimum distance that separates rows.
 class LagDistancePlot : public QObject, public PlotView {
     Q_OBJECT
 
   public:
-    /// Puts its chart into the main window, hidden.
-    explicit LagDistancePlot(frmMain& main);
+    /// Puts its chart into the area, hidden.
+    explicit LagDistancePlot(PlotArea& area);
 
-    /// Calculate the distances anew and show them in place of whatever the main window showed.
+    /// Calculate the distances anew and show them in place of whatever the area showed.
     void mnuTrue_Dis_Click();
     void mnuX_Dis_Click();
     void mnuY_Dis_Click();
@@ -45,7 +44,7 @@ class LagDistancePlot : public QObject, public PlotView {
     void showTyped();
     void readOut(QPoint pixel);
 
-    frmMain& main_;
+    PlotArea& area_;
     int typedMode_ = 0;
     std::optional<double> typed_;
     LagMeasure measure_ = LagMeasure::TrueDistance;  ///< of the plot that was shown last

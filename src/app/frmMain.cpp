@@ -85,13 +85,9 @@ void frmMain::addEditor(QWidget* frame) {
     frame->installEventFilter(this);
 }
 
-void frmMain::hideCharts() {
+void frmMain::hidePlots() {
     for (QWidget* chart : charts_)
         chart->hide();
-}
-
-void frmMain::hidePlots() {
-    hideCharts();
     for (QWidget* editor : editors_)
         editor->hide();
     Q_EMIT plotsHidden();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/PlotArea.h"
 #include "app/menu_items.h"
 #include "app/survey_description.h"
 #include "ui_frmMain.h"
@@ -14,24 +15,18 @@
 namespace tessel {
 
 /// The main window: the menu tree, the chart area, the place of the row plot editor's controls, the banner,
-/// and the question before the program ends. It knows no other window: who opens what is joined in main.cpp,
-/// and the plots put their charts here and reach the menu items by name.
-class frmMain : public QMainWindow, public Ui::frmMain {
+/// and the question before the program ends. It knows no other window, and none knows it: who opens what is
+/// joined in src/program, and the plots put their charts into it as a PlotArea.
+class frmMain : public QMainWindow, public Ui::frmMain, public PlotArea {
     Q_OBJECT
 
   public:
     explicit frmMain(QWidget* parent = nullptr);
 
-    /// Takes a chart into the chart area, hidden. Charts that are visible at the same time stand one below
-    /// the other in the order in which they were added.
-    void addChart(QWidget* chart);
-    /// Takes the frame of an editor's controls to the side of the chart area, hidden.
-    void addEditor(QWidget* frame);
-    /// Hides every chart; every view does so before it shows its own.
-    void hideCharts();
-    /// Hides every chart and every editor frame, and says so (plotsHidden): the survey has changed beneath
-    /// them.
-    void hidePlots();
+    void addChart(QWidget* chart) override;
+    void addEditor(QWidget* frame) override;
+    /// And says so (plotsHidden).
+    void hidePlots() override;
 
     /// Takes what says what the survey is like; the chart area shows it while no chart is shown.
     void describeWith(std::function<SurveyDescription()> description);

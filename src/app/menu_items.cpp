@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/menu_items.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tessel {
@@ -20,6 +21,9 @@ constexpr std::array<Name, 11> kSiteItems = {"mnuSave",    "mnuInvokeIDE", "mnuI
                                              "mnuData",    "mnuStat",      "mnuDistance", "mnuGrid",
                                              "mnuSigCorr", "mnuHist",      "mnuClear"};
 constexpr std::array<Name, 1> kRowDialog = {"mnuData"};
+
+constexpr std::array<Name, 5> kNeedSites = {"mnuIDEW", "mnuData", "mnuAdjust", "mnuSigCorr", "mnuHist"};
+constexpr std::array<Name, 4> kNeedUsableRows = {"mnuX", "mnuY", "mnuStat", "mnuGrid"};
 
 constexpr std::array<MenuChange, 1> kStartUp = {{{false, kSurveyItems}}};
 constexpr std::array<MenuChange, 2> kSitesImported = {{{true, kSurveyItems}, {true, kExport}}};
@@ -53,6 +57,11 @@ std::span<const MenuChange> menuChanges(MenuEvent event) {
             return kRowEditorFinished;
     }
     return {};
+}
+
+MenuNeed menuNeed(std::string_view item) {
+    const auto isIn = [item](const auto& items) { return std::ranges::find(items, item) != items.end(); };
+    return isIn(kNeedSites) ? MenuNeed::Sites : isIn(kNeedUsableRows) ? MenuNeed::UsableRows : MenuNeed::None;
 }
 
 }  // namespace tessel

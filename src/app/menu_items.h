@@ -29,4 +29,9 @@ struct MenuChange {
 /// What an event does to the menus; all items not named stay as they are.
 std::span<const MenuChange> menuChanges(MenuEvent event);
 
+/// What an item has nothing to open without. Items stay enabled when the last site goes with the row plots or
+/// the row dialog, and where there are too many rows: whoever chooses one then is told why.
+enum class MenuNeed { None, Sites, UsableRows };
+MenuNeed menuNeed(std::string_view item);
+
 }  // namespace tessel

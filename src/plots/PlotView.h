@@ -14,11 +14,6 @@ class PlotView {
     /// where the survey still reaches there. Requires the view to be shown. False, or a RunTimeError, when
     /// the view cannot show such a survey; then it is to be hidden.
     virtual bool redraw() = 0;
-
-  protected:
-    PlotView() = default;
-    PlotView(const PlotView&) = default;
-    PlotView& operator=(const PlotView&) = default;
 };
 
 }  // namespace tessel

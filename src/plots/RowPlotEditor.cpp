@@ -2,7 +2,6 @@
 #include "plots/RowPlotEditor.h"
 
 #include "app/HelpOpener.h"
-#include "app/frmMain.h"
 #include "base/palette16.h"
 #include "base/survey_changes.h"
 #include "desktop/CaptionColour.h"
@@ -15,6 +14,7 @@
 #include "rows/row_entry.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -58,20 +58,19 @@ QString text(const std::string& utf8) {
 
 }  // namespace
 
-RowPlotEditor::RowPlotEditor(frmMain& main)
+RowPlotEditor::RowPlotEditor(PlotArea& area)
     : Chart2D4(newChart(u"Chart2D4"_s, tr("Row map"))),
       Chart2D3(newChart(u"Chart2D3"_s, tr("Row profile"))),
-      main_(main) {
+      area_(area) {
     setupUi(this);
-    main.addChart(Chart2D4);
-    main.addChart(Chart2D3);
-    main.addEditor(this);
+    area.addChart(Chart2D4);
+    area.addChart(Chart2D3);
+    area.addEditor(this);
     joinControls();
     joinChart(Chart2D3);
     joinChart(Chart2D4);
     Chart2D4->alignSides(*Chart2D3);
     Chart2D4->shareHorizontalView(*Chart2D3);
-    connect(&main, &frmMain::plotsHidden, this, &RowPlotEditor::closeEditor);
 }
 
 void RowPlotEditor::joinControls() {
@@ -94,7 +93,7 @@ void RowPlotEditor::joinControls() {
     tabToChosenOptions(*this);
     for (QWidget* const control : findChildren<QWidget*>())
         control->installEventFilter(this);
-    main_.installEventFilter(this);
+    window()->installEventFilter(this);
 }
 
 void RowPlotEditor::joinChart(Chart2D* chart) {
@@ -119,8 +118,8 @@ void RowPlotEditor::mnuY_Click() {
 void RowPlotEditor::openAtRowOne(bool byX) {
     // Counted first: where that fails, everything stays as it was.
     Calculate_NumPoints(theSurvey());
-    const Hourglass hourglass(&main_);
-    if (isHidden()) main_.hidePlots();
+    const Hourglass hourglass(window());
+    if (isHidden()) area_.hidePlots();
     PlotByX = byX;
     PlotByY = !byX;
     EditorStarted = true;
@@ -251,12 +250,12 @@ void RowPlotEditor::showCharts() {
 }
 
 void RowPlotEditor::Command1_Click() {
-    const Hourglass hourglass(&main_);
+    const Hourglass hourglass(window());
     showRow(CurrentRow - 1);
 }
 
 void RowPlotEditor::Command2_Click() {
-    const Hourglass hourglass(&main_);
+    const Hourglass hourglass(window());
     // The next row has moved up into the number of a row that was emptied.
     showRow(rowEmptied_ ? CurrentRow : CurrentRow + 1);
 }
@@ -264,7 +263,7 @@ void RowPlotEditor::Command2_Click() {
 void RowPlotEditor::Command3_Click() {
     const RowEntry entry = checkRow(Text1->text().toStdString(), theSurvey().NumRows);
     if (entry.fault == EntryFault::None) {
-        const Hourglass hourglass(&main_);
+        const Hourglass hourglass(window());
         return showRow(entry.row);
     }
     tell(this, QString::fromLatin1(entryMessage(entry.fault)));
@@ -277,18 +276,14 @@ void RowPlotEditor::Command3_Click() {
 }
 
 void RowPlotEditor::Command4_Click() {
-    main_.menusFollow(MenuEvent::RowEditorFinished);
     hide();
     Chart2D3->hide();
     Chart2D4->hide();
-    closeEditor();
+    closeEditor(true);
 }
 
-void RowPlotEditor::closeEditor() {
-    // However it ends, not by "Finished" alone: a single row can be told apart into rows in the row dialog
-    // only.
-    if (EditorStarted && theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::RowEditorFinished);
-    EditorStarted = false;
+void RowPlotEditor::closeEditor(bool finished) {
+    if (std::exchange(EditorStarted, false)) Q_EMIT closed(finished);
     selection_.clear();
     cursor_ = 0;
 }
@@ -313,7 +308,7 @@ void RowPlotEditor::Text1_Change() {
 
 void RowPlotEditor::Command5_Click() {
     {
-        const Hourglass hourglass(&main_);
+        const Hourglass hourglass(window());
         const RemovedSites removed = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
         noteSurveyChange();
         if (removed.rows > 0)
@@ -363,10 +358,7 @@ void RowPlotEditor::followDeletion() {
         enableSteps(Command1->isEnabled() || CurrentRow != 1, true);
     else
         enableSteps(true, false);
-    if (rows < 2) {
-        enableSteps(false, false);
-        main_.menusFollow(MenuEvent::FewerThanTwoRows);
-    }
+    if (rows < 2) enableSteps(false, false);
     Command6->setEnabled(true);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/PlotArea.h"
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
 #include "plots/plot_limits.h"
@@ -14,24 +15,25 @@
 
 namespace tessel {
 
-class frmMain;
-
 /// The row plot editor: walks through the survey row by row, shows each row's profile (Chart2D3) and its
 /// sites in plan (Chart2D4, above it), and deletes the sites that are picked on either. It is Frame1, the
 /// frame of its controls, at the side of the main window's charts.
 ///
-/// It ends with its button, and when the main window hides the plots (frmMain::plotsHidden).
+/// It ends with its button, and when the plots are hidden (closeEditor).
 class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     Q_OBJECT
 
   public:
-    /// Puts its charts and itself into the main window, hidden, which owns them from then on.
-    explicit RowPlotEditor(frmMain& main);
+    /// Puts its charts and itself into the area, hidden, which owns them from then on.
+    explicit RowPlotEditor(PlotArea& area);
 
     /// Open the editor at row 1, rows running along X or along Y. Require sites and usable rows; with more
     /// rows than NumPoints holds they throw subscriptOutOfRange and show nothing.
     void mnuX_Click();
     void mnuY_Click();
+
+    /// Ends the work that was hidden, with the button "Finished" or without; nothing where none was begun.
+    void closeEditor(bool finished = false);
 
     bool isShown() const override { return !isHidden(); }
     /// Draws the row shown, or the last row where there are fewer now; the selection is empty afterwards.
@@ -62,6 +64,8 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     /// Sites have been deleted, and rows with them when they were emptied. The editor's own charts show the
     /// survey as it is now; whatever else shows sites or rows has become stale.
     void surveyChanged();
+    /// The work has ended, with the button "Finished" or because the plots were hidden.
+    void closed(bool finished);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -82,7 +86,6 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
 
     void joinControls();
     void joinChart(Chart2D* chart);
-    void closeEditor();
     void showRow(int row);
     void redrawRow();
     void enableSteps(bool back, bool forward);
@@ -114,7 +117,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     std::span<const double> along() const;
     std::span<const double> across() const;
 
-    frmMain& main_;
+    PlotArea& area_;
     RowSelection selection_;
     bool rowEmptied_ = false;  ///< the row shown has just lost its last site
     SiteIndex cursor_ = 0;     ///< point of the row that the arrow keys have come to, 0 for none

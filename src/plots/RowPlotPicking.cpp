@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/frmMain.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/row_plot_texts.h"
 
@@ -31,7 +30,7 @@ void RowPlotEditor::readOut(Chart2D* chart, QPoint pixel) {
         chart->setCursor(Qt::CrossCursor);
     } else {
         showNothing(*chart);
-        main_.unsetCursor();
+        window()->unsetCursor();
     }
 }
 
@@ -41,7 +40,7 @@ void RowPlotEditor::clearReadOut(Chart2D* chart) {
         chart->setFooterText(readoutOf(chart, cursor_));
     else
         showNothing(*chart);
-    main_.unsetCursor();
+    window()->unsetCursor();
 }
 
 QString RowPlotEditor::readoutOf(const Chart2D* chart, qsizetype point) const {

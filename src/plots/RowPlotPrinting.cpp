@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/frmMain.h"
 #include "base/session.h"
 #include "base/whole_numbers.h"
 #include "desktop/FileDialogs.h"
@@ -57,7 +56,7 @@ void RowPlotEditor::drawPage(QPainter& painter, const QSizeF& page, double unit)
 }
 
 void RowPlotEditor::Command6_Click() {
-    printPage(&main_, Chart2D4->headerText(), [this](QPainter& painter, const QPrinter&) {
+    printPage(window(), Chart2D4->headerText(), [this](QPainter& painter, const QPrinter&) {
         drawPage(painter, QRectF(painter.viewport()).size(), theSession().PrintScale);
     });
 }

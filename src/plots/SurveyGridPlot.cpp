@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/SurveyGridPlot.h"
 
-#include "app/frmMain.h"
 #include "desktop/Guarded.h"
 #include "plots/chart_views.h"
 #include "plots/plot_limits.h"
@@ -19,12 +18,12 @@ constexpr int kColoursInTurn = 15;  // colour 15 is never used
 
 }  // namespace
 
-SurveyGridPlot::SurveyGridPlot(frmMain& main) : QObject(&main), Chart2D2(new Chart2D), main_(main) {
+SurveyGridPlot::SurveyGridPlot(PlotArea& area) : Chart2D2(new Chart2D), area_(area) {
     Chart2D2->setObjectName(u"Chart2D2"_s);
     Chart2D2->setAccessibleName(tr("Survey grid"));
     Chart2D2->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(kX)));
     Chart2D2->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(kY)));
-    main.addChart(Chart2D2);
+    area.addChart(Chart2D2);
     connect(Chart2D2, &Chart2D::pointerMoved, this, &SurveyGridPlot::readOut);
     connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText({}); });
 }
@@ -32,8 +31,8 @@ SurveyGridPlot::SurveyGridPlot(frmMain& main) : QObject(&main), Chart2D2(new Cha
 void SurveyGridPlot::mnuGrid_Click() {
     // Counted first: where that fails, everything stays as it was.
     Calculate_NumPoints(theSurvey());
-    const Hourglass hourglass(&main_);
-    main_.hidePlots();
+    const Hourglass hourglass(Chart2D2->window());
+    area_.hidePlots();
     draw();
     Chart2D2->show();
     Chart2D2->setFocus();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/PlotArea.h"
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
 
@@ -8,17 +9,15 @@
 
 namespace tessel {
 
-class frmMain;
-
 /// The survey grid plot: every site in plan on Chart2D2, one coloured series for each row. It only shows.
 class SurveyGridPlot : public QObject, public PlotView {
     Q_OBJECT
 
   public:
-    /// Puts its chart into the main window, hidden.
-    explicit SurveyGridPlot(frmMain& main);
+    /// Puts its chart into the area, hidden.
+    explicit SurveyGridPlot(PlotArea& area);
 
-    /// Draws the survey and shows it in place of whatever the main window showed. Requires sites and usable
+    /// Draws the survey and shows it in place of whatever the area showed. Requires sites and usable
     /// rows; with more rows than NumPoints holds it throws subscriptOutOfRange and shows nothing.
     void mnuGrid_Click();
 
@@ -34,7 +33,7 @@ class SurveyGridPlot : public QObject, public PlotView {
     void setLimits();
     void readOut(QPoint pixel);
 
-    frmMain& main_;
+    PlotArea& area_;
 };
 
 }  // namespace tessel

@@ -2,7 +2,6 @@
 #include "plots/frmClip.h"
 
 #include "app/HelpOpener.h"
-#include "app/frmMain.h"
 #include "base/bounded.h"
 #include "base/numbers.h"
 #include "base/palette16.h"
@@ -56,7 +55,7 @@ struct ScreenHourglass {
 
 }  // namespace
 
-frmClip::frmClip(frmMain& main) : QMainWindow(&main), main_(main) {
+frmClip::frmClip(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
     nameSubmenus();
     keepPlaces();
@@ -355,13 +354,13 @@ void frmClip::checkRows() {
     if (theSurvey().NumSites == 0) {
         forgetRows(theSurvey());
         noteSurveyChange();
-        main_.menusFollow(MenuEvent::NoSitesLeft);
+        Q_EMIT noSitesLeft();
         tell(this, u"There is no more point left in the file!"_s);
         return;
     }
     if (ValidateRowInfo(theSurvey())) return;
     noteSurveyChange();
-    main_.menusFollow(MenuEvent::RowsLost);
+    Q_EMIT rowsLost();
     fillComboRow();
     redrawBeforeNextPaint();
     Q_EMIT surveyChanged();

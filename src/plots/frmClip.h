@@ -11,8 +11,6 @@
 
 namespace tessel {
 
-class frmMain;
-
 /// What the map waits for.
 enum class MapState { NotShown, Browsing, FirstCorner, SecondCorner };
 
@@ -25,7 +23,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     Q_OBJECT
 
   public:
-    explicit frmClip(frmMain& main);
+    explicit frmClip(QWidget* parent = nullptr);
 
     void mnuFullMapTrue_Click() { showFullMap(true); }
     void mnuFullMapMax_Click() { showFullMap(false); }
@@ -41,6 +39,10 @@ class frmClip : public QMainWindow, public Ui::frmClip {
   Q_SIGNALS:
     /// Sites have been deleted, or the row information has been lost.
     void surveyChanged();
+    /// Before surveyChanged(): rows were emptied, and all sites are one row, to be divided anew.
+    void rowsLost();
+    /// The window is closing, and nothing is left to edit.
+    void noSitesLeft();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -80,7 +82,6 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void moveCross(double right, double down);
     void setCornerAtCross();
 
-    frmMain& main_;
     MapExtent extent_;
     SiteMaskArray SiteMask;
     int ClickPhase = 1;  ///< 1 = the next click starts a rectangle, -1 = it ends the open one

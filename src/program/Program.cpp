@@ -59,7 +59,9 @@ class Program : public QObject {
         joinHelp();
         connect(&import_, &SurveyImport::imported, this, &Program::surveyReplaced);
         connect(&import_, &SurveyImport::tooManyRows, this, &Program::rowsRefused);
-        connect(rowEditor_, &RowPlotEditor::surveyChanged, this, [this] { followSurvey(); });
+        connect(&main_, &frmMain::plotsHidden, rowEditor_, [this] { rowEditor_->closeEditor(); });
+        connect(rowEditor_, &RowPlotEditor::surveyChanged, this, &Program::sitesPicked);
+        connect(rowEditor_, &RowPlotEditor::closed, this, &Program::rowEditorClosed);
         main_.describeWith([this] { return description(); });
         connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
             if (!imported_.path.empty()) main_.descriptionChanged();
@@ -81,30 +83,32 @@ class Program : public QObject {
     }
 
     void joinEdit() {
-        on(main_.mnuIDEW, withSites([this] {
-               auto* const window = new frmClip(main_);
-               connect(window, &frmClip::surveyChanged, this, [this] { surveyChanged(); });
-               showModal(window);
-           }));
-        on(main_.mnuX, withRows([this] { rowEditor_->mnuX_Click(); }));
-        on(main_.mnuY, withRows([this] { rowEditor_->mnuY_Click(); }));
-        on(main_.mnuData, withSites([this] { showRowDialog(); }));
-        on(main_.mnuAdjust, withSites([this] {
-               auto* const window = new frmAdjustData(&main_);
-               connect(window, &frmAdjustData::readingsChanged, this, [this] { surveyChanged(); });
-               showModal(window);
-           }));
+        on(main_.mnuIDEW, [this] {
+            auto* const window = new frmClip(&main_);
+            connect(window, &frmClip::surveyChanged, this, &Program::surveyChanged);
+            menusFollow(window, &frmClip::rowsLost, MenuEvent::RowsLost);
+            menusFollow(window, &frmClip::noSitesLeft, MenuEvent::NoSitesLeft);
+            showModal(window);
+        });
+        on(main_.mnuX, [this] { rowEditor_->mnuX_Click(); });
+        on(main_.mnuY, [this] { rowEditor_->mnuY_Click(); });
+        on(main_.mnuData, [this] { showRowDialog(); });
+        on(main_.mnuAdjust, [this] {
+            auto* const window = new frmAdjustData(&main_);
+            connect(window, &frmAdjustData::readingsChanged, this, &Program::surveyChanged);
+            showModal(window);
+        });
     }
 
     void joinReviewAndPlot() {
-        on(main_.mnuStat, withRows([this] { showAfresh(statistics_, new frmStat(&main_)); }));
+        on(main_.mnuStat, [this] { showAfresh(statistics_, new frmStat(&main_)); });
         on(main_.mnuEL, [this] { mnuEL_Click(); });
-        on(main_.mnuTrue_Dis, withSites([this] { lag_.mnuTrue_Dis_Click(); }));
-        on(main_.mnuX_Dis, withSites([this] { lag_.mnuX_Dis_Click(); }));
-        on(main_.mnuY_Dis, withSites([this] { lag_.mnuY_Dis_Click(); }));
-        on(main_.mnuGrid, withRows([this] { grid_.mnuGrid_Click(); }));
-        on(main_.mnuSigCorr, withSites([this] { mnuSigCorr_Click(); }));
-        on(main_.mnuHist, withSites([this] { showAfresh(histograms_, new frmHistForm(&main_)); }));
+        on(main_.mnuTrue_Dis, [this] { lag_.mnuTrue_Dis_Click(); });
+        on(main_.mnuX_Dis, [this] { lag_.mnuX_Dis_Click(); });
+        on(main_.mnuY_Dis, [this] { lag_.mnuY_Dis_Click(); });
+        on(main_.mnuGrid, [this] { grid_.mnuGrid_Click(); });
+        on(main_.mnuSigCorr, [this] { mnuSigCorr_Click(); });
+        on(main_.mnuHist, [this] { showAfresh(histograms_, new frmHistForm(&main_)); });
         on(main_.mnuPlotHelp, [this] { openHelp(&main_, 111); });
     }
 
@@ -154,8 +158,10 @@ class Program : public QObject {
 
     frmDataEdit* rowDialog() {
         if (!rowDialogIsShown()) {
-            rowDialog_ = new frmDataEdit(main_);
-            connect(rowDialog_, &frmDataEdit::surveyChanged, this, [this] { surveyChanged(); });
+            rowDialog_ = new frmDataEdit(&main_);
+            connect(rowDialog_, &frmDataEdit::surveyChanged, this, &Program::surveyChanged);
+            menusFollow(rowDialog_.data(), &frmDataEdit::rowsRecalculated, MenuEvent::RowsRecalculated);
+            menusFollow(rowDialog_.data(), &frmDataEdit::noSitesLeft, MenuEvent::NoSitesLeft);
             connect(rowDialog_, &frmDataEdit::distanceTyped, &lag_,
                     qOverload<int, std::optional<double>>(&LagDistancePlot::showTyped));
         }
@@ -190,6 +196,23 @@ class Program : public QObject {
     void rowsRefused() {
         showRowDialog();
         main_.menusFollow(MenuEvent::SitesImported);
+    }
+
+    // Sites were deleted on the row plots, which show the survey as it is now.
+    void sitesPicked() {
+        if (theSurvey().NumRows < 2) main_.menusFollow(MenuEvent::FewerThanTwoRows);
+        followSurvey();
+    }
+
+    // However it ends, not by "Finished" alone: a single row can be told apart into rows in the row dialog
+    // only.
+    void rowEditorClosed(bool finished) {
+        if (finished || theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::RowEditorFinished);
+    }
+
+    template <typename Window>
+    void menusFollow(Window* window, void (Window::*happened)(), MenuEvent event) {
+        connect(window, happened, this, [this, event] { main_.menusFollow(event); });
     }
 
     void surveyChanged() {
@@ -241,23 +264,22 @@ class Program : public QObject {
     }
 
     void on(QAction* item, std::function<void()> action) {
-        connect(item, &QAction::triggered, this, guarded(&main_, std::move(action)));
+        const MenuNeed need = menuNeed(item->objectName().toStdString());
+        connect(item, &QAction::triggered, this, guarded(&main_, [this, need, open = std::move(action)] {
+                    if (isMet(need)) open();
+                }));
     }
 
-    std::function<void()> withSites(std::function<void()> action) {
-        return [this, action] {
-            if (theSurvey().NumSites > 0) return action();
+    bool isMet(MenuNeed need) {
+        if (need == MenuNeed::Sites && theSurvey().NumSites == 0) {
             tell(&main_, u"There is no more point left in the file!"_s);
-        };
-    }
-
-    // Without rows a view would draw nonsense: the user is told again and can give another distance.
-    std::function<void()> withRows(std::function<void()> action) {
-        return withSites([this, action] {
-            if (rowsAreUsable(theSurvey())) return action();
-            tell(&main_, QString::fromLatin1(kTooManyRows));
-            showRowDialog();
-        });
+            return false;
+        }
+        if (need != MenuNeed::UsableRows || rowsAreUsable(theSurvey())) return true;
+        // A view would draw nonsense: the user is told again and can give another distance.
+        tell(&main_, QString::fromLatin1(kTooManyRows));
+        showRowDialog();
+        return false;
     }
 
     frmMain& main_;

@@ -2,7 +2,6 @@
 #include "rows/frmDataEdit.h"
 
 #include "app/HelpOpener.h"
-#include "app/frmMain.h"
 #include "app/survey.h"
 #include "base/survey_changes.h"
 #include "desktop/CaptionColour.h"
@@ -10,6 +9,7 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
 
+#include <QHideEvent>
 #include <QLocale>
 
 #include <algorithm>
@@ -21,10 +21,6 @@ namespace tessel {
 namespace {
 
 constexpr int kHelpDocument = 112;
-
-std::string text(const QLineEdit* box) {
-    return box->text().toStdString();
-}
 
 QString rowsInWords(int rows) {
     if (rows > kMaxRows) return u"more than %1 rows"_s.arg(kMaxRows);
@@ -51,7 +47,7 @@ RowDetection findRows(QWidget* window, int distanceMode, double minDistance) {
 
 }  // namespace
 
-frmDataEdit::frmDataEdit(frmMain& main) : QDialog(&main), main_(main) {
+frmDataEdit::frmDataEdit(QWidget* parent) : QDialog(parent) {
     setupUi(this);
     operations_ = {
         {Option1, {{lblText2, Text2}, {lblText3, Text3}}, &frmDataEdit::joinRows, 0},
@@ -84,6 +80,15 @@ QList<QWidget*> frmDataEdit::widgetsOf(const Input& input) {
     return widgets;
 }
 
+frmDataEdit::Entries frmDataEdit::entries() const {
+    const auto chosen =
+        std::find_if(operations_.cbegin(), operations_.cend(),
+                     [](const Operation& operation) { return operation.option->isChecked(); });
+    if (chosen == operations_.cend()) return {};
+    const auto text = [](const Input& input) { return input.box->text().toStdString(); };
+    return {&*chosen, text(chosen->inputs.first()), text(chosen->inputs.last())};
+}
+
 // The dialog as it opens: nothing chosen, nothing entered.
 void frmDataEdit::Form_Load() {
     for (const Operation& operation : operations_) {
@@ -103,7 +108,8 @@ void frmDataEdit::Form_Load() {
 // Rows beyond the limit can only be found anew.
 void frmDataEdit::followRowLimit() {
     const bool editable = theSurvey().RowIndex <= kMaxRows;
-    if (!editable && (Option1->isChecked() || Option2->isChecked())) {
+    const Entries entered = entries();
+    if (!editable && entered.operation != nullptr && !entered.isRecalculation()) {
         Option1->setEnabled(false);
         Option2->setEnabled(false);
         Form_Load();
@@ -130,23 +136,23 @@ void frmDataEdit::showInForce() {
 
 // Once for each choice and each change of the survey, so that a key press costs nothing.
 void frmDataEdit::lookAhead() {
-    const Operation* const operation = chosenOperation();
-    const bool looks = operation != nullptr && operation->distanceMode > 0;
-    forecast_ = looks ? RowForecast(theSurvey(), operation->distanceMode) : RowForecast();
+    const Entries entered = entries();
+    forecast_ =
+        entered.isRecalculation() ? RowForecast(theSurvey(), entered.operation->distanceMode) : RowForecast();
     showForecast();
 }
 
 void frmDataEdit::showForecast() {
-    const Operation* const operation = chosenOperation();
+    const Entries entered = entries();
     std::optional<double> typed;
-    if (operation != nullptr && operation->distanceMode > 0) {
-        const DistanceEntry entry = checkDistance(text(operation->inputs.first().box));
+    if (entered.isRecalculation()) {
+        const DistanceEntry entry = checkDistance(entered.first);
         if (entry.fault == EntryFault::None) typed = entry.distance;
     }
     const int rows = typed ? forecast_.rows(*typed) : 0;
     lblRows->setText(rows > 0 ? rowsInWords(rows) : QString());
     colourNotice(*lblRows, rows > kMaxRows);
-    Q_EMIT distanceTyped(operation != nullptr ? operation->distanceMode : 0, typed);
+    Q_EMIT distanceTyped(entered.isRecalculation() ? entered.operation->distanceMode : 0, typed);
 }
 
 void frmDataEdit::hideEvent(QHideEvent* event) {
@@ -165,32 +171,25 @@ void frmDataEdit::changeEvent(QEvent* event) {
 }
 
 void frmDataEdit::Option_Click(const Operation& operation) {
-    const bool chosen = operation.option->isChecked();
+    const Operation* const chosen = entries().operation;
     for (const Input& input : operation.inputs)
         for (QWidget* widget : widgetsOf(input))
-            widget->setVisible(chosen);
-    if (chosen) operation.inputs.first().box->setFocus();
+            widget->setVisible(chosen == &operation);
+    if (chosen == &operation) operation.inputs.first().box->setFocus();
     // One option is unchecked when another is chosen, which looks ahead itself.
-    if (chosen || chosenOperation() == nullptr) lookAhead();
-}
-
-const frmDataEdit::Operation* frmDataEdit::chosenOperation() const {
-    const auto chosen =
-        std::find_if(operations_.cbegin(), operations_.cend(),
-                     [](const Operation& operation) { return operation.option->isChecked(); });
-    return chosen == operations_.cend() ? nullptr : &*chosen;
+    if (chosen == &operation || chosen == nullptr) lookAhead();
 }
 
 void frmDataEdit::Command1_Click() {
-    const Operation* const operation = chosenOperation();
-    if (operation == nullptr) return;
-    if (theSurvey().NumSites > 0) return (this->*operation->run)();
-    noSitesLeft();
+    const Entries entered = entries();
+    if (entered.operation == nullptr) return;
+    if (theSurvey().NumSites > 0) return (this->*entered.operation->run)(entered);
+    tellNoSitesLeft();
     close();
 }
 
-void frmDataEdit::joinRows() {
-    const RowPairEntry entry = checkRowPair(text(Text2), text(Text3), theSurvey().NumRows);
+void frmDataEdit::joinRows(const Entries& entered) {
+    const RowPairEntry entry = checkRowPair(entered.first, entered.second, theSurvey().NumRows);
     if (refused(entry.fault, true)) return;
     Joint_Row(theSurvey(), entry.row1, entry.row2);
     noteSurveyChange();
@@ -198,37 +197,36 @@ void frmDataEdit::joinRows() {
     close();
 }
 
-void frmDataEdit::deleteRow() {
-    const RowEntry entry = checkRow(text(Text4), theSurvey().NumRows);
+void frmDataEdit::deleteRow(const Entries& entered) {
+    const RowEntry entry = checkRow(entered.first, theSurvey().NumRows);
     if (refused(entry.fault, false)) return;
     Delete_Row(theSurvey(), entry.row);
     noteSurveyChange();
     Q_EMIT surveyChanged();
-    if (theSurvey().NumSites == 0) noSitesLeft();
+    if (theSurvey().NumSites == 0) tellNoSitesLeft();
     close();
 }
 
-void frmDataEdit::noSitesLeft() {
+void frmDataEdit::tellNoSitesLeft() {
     tell(this, u"There is no more point left in the file!"_s);
-    main_.menusFollow(MenuEvent::NoSitesLeft);
+    Q_EMIT noSitesLeft();
 }
 
-void frmDataEdit::recalculate() {
-    const Operation& operation = *chosenOperation();
-    QLineEdit* const box = operation.inputs.first().box;
-    const DistanceEntry entry = checkDistance(text(box));
+void frmDataEdit::recalculate(const Entries& entered) {
+    const Operation& operation = *entered.operation;
+    const DistanceEntry entry = checkDistance(entered.first);
     if (refused(entry.fault, false)) return;
     const RowDetection outcome = findRows(this, operation.distanceMode, entry.distance);
     Q_EMIT surveyChanged();
     if (outcome == RowDetection::Assigned) {
-        main_.menusFollow(MenuEvent::RowsRecalculated);
+        Q_EMIT rowsRecalculated();
         close();
         return;
     }
     tell(this, QString::fromLatin1(kTooManyRows));
     followRowLimit();
-    box->setFocus();
-    box->selectAll();
+    operation.inputs.first().box->setFocus();
+    operation.inputs.first().box->selectAll();
 }
 
 // Says what is wrong with an entry and puts the dialog back to how it opened; false when nothing is.

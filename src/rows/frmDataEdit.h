@@ -10,10 +10,9 @@
 #include <QList>
 
 #include <optional>
+#include <string>
 
 namespace tessel {
-
-class frmMain;
 
 /// Joins two rows, deletes a row, or finds all rows anew with another distance. A refused entry changes
 /// nothing and empties the dialog; an operation that was done closes it, unless it found too many rows. While
@@ -22,7 +21,7 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     Q_OBJECT
 
   public:
-    explicit frmDataEdit(frmMain& main);
+    explicit frmDataEdit(QWidget* parent = nullptr);
 
     /// The survey has changed, by this dialog or beside it: what is said of it is said anew, and row numbers
     /// that were entered go where they mean other rows now.
@@ -31,6 +30,10 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
   Q_SIGNALS:
     /// Sites or rows have changed.
     void surveyChanged();
+    /// Before or after surveyChanged(): nothing is left to edit, and the user has been told.
+    void noSitesLeft();
+    /// After surveyChanged(): all rows have been found anew.
+    void rowsRecalculated();
     /// Another distance (metres) stands in the box of a measure (1 true distance, 2 along X, 3 along Y), or
     /// none that could be taken.
     void distanceTyped(int distanceMode, std::optional<double> distance);
@@ -45,14 +48,23 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
         QLineEdit* box;
         QLabel* unit = nullptr;  ///< null for a row number
     };
+    struct Entries;
     struct Operation {
         QRadioButton* option;
         QList<Input> inputs;
-        void (frmDataEdit::*run)();
-        int distanceMode;  ///< of the recalculations
+        void (frmDataEdit::*run)(const Entries& entered);
+        int distanceMode;  ///< of the recalculations, else 0
+    };
+    /// What stands in the widgets.
+    struct Entries {
+        const Operation* operation = nullptr;  ///< the one chosen
+        std::string first, second;             ///< its entries; the same where it has one
+
+        bool isRecalculation() const { return operation != nullptr && operation->distanceMode > 0; }
     };
 
     static QList<QWidget*> widgetsOf(const Input& input);
+    Entries entries() const;
     void Form_Load();
     void followRowLimit();
     void Option_Click(const Operation& operation);
@@ -60,14 +72,12 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     void showForecast();
     void showInForce();
     void Command1_Click();
-    void joinRows();
-    void deleteRow();
-    void recalculate();
+    void joinRows(const Entries& entered);
+    void deleteRow(const Entries& entered);
+    void recalculate(const Entries& entered);
     bool refused(EntryFault fault, bool twoNumbers);
-    void noSitesLeft();
-    const Operation* chosenOperation() const;
+    void tellNoSitesLeft();
 
-    frmMain& main_;
     QList<Operation> operations_;
     RowForecast forecast_;  ///< of the measure chosen
     int numRows_ = 0;       ///< of the survey, when a row number may have been entered

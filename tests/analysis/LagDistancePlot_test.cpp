@@ -31,7 +31,7 @@ Survey twoRows() {
 
 class LagPlots : public testing::Test {
   protected:
-    LagPlots() : lag(*new LagDistancePlot(main)), chart(*lag.Chart2D1) {
+    LagPlots() {
         join(main.mnuTrue_Dis, &LagDistancePlot::mnuTrue_Dis_Click);
         join(main.mnuX_Dis, &LagDistancePlot::mnuX_Dis_Click);
         join(main.mnuY_Dis, &LagDistancePlot::mnuY_Dis_Click);
@@ -62,8 +62,8 @@ class LagPlots : public testing::Test {
     }
 
     frmMain main;
-    LagDistancePlot& lag;
-    Chart2D& chart;
+    LagDistancePlot lag{main};
+    Chart2D& chart = *lag.Chart2D1;
     ExpectedBoxes boxes;
 };
 

@@ -99,7 +99,7 @@ TEST_F(MainWindow, SaysHowToBeginWhileNoChartIsShown) {
     EXPECT_FALSE(chart->isVisible());
     chart->show();
     EXPECT_FALSE(window.lblInvitation->isVisible());
-    window.hideCharts();
+    window.hidePlots();
     EXPECT_TRUE(window.lblInvitation->isVisible());
 }
 
@@ -120,12 +120,12 @@ TEST_F(MainWindow, AsksForTheDescriptionOnlyWhenItCanBeSeen) {
     for (int i = 0; i < 10; ++i)
         window.descriptionChanged();
     EXPECT_EQ(asked, 1) << "while a plot hides it";
-    window.hideCharts();
+    window.hidePlots();
     EXPECT_EQ(asked, 2);
     EXPECT_EQ(window.lblInvitation->text(), u"headline 2"_s);
     EXPECT_EQ(window.findChild<QLabel*>(u"lblSummarySites"_s)->text(), u"2"_s);
     chart->show();
-    window.hideCharts();
+    window.hidePlots();
     EXPECT_EQ(asked, 2) << "nothing has changed";
 }
 

@@ -7,6 +7,7 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
 #include "plots/frmClip.h"
+#include "program/Program.h"
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
@@ -98,7 +99,8 @@ inline Survey manySites(SiteIndex sites) {
 class ClipWindow : public testing::Test {
   protected:
     ExpectedBoxes boxes;
-    frmMain main;
+    const std::unique_ptr<frmMain> program = createProgram();
+    frmMain& main = *program;
     QPointer<frmClip> window;
     QList<Record> expected;  ///< the sites as they should be
     std::unique_ptr<QSignalSpy> changes;
@@ -116,9 +118,9 @@ class ClipWindow : public testing::Test {
 
     void open() {
         expected = records(theSurvey());
-        window = new frmClip(main);
+        main.mnuIDEW->trigger();
+        window = main.findChildren<frmClip*>().last();
         changes = std::make_unique<QSignalSpy>(window.data(), &frmClip::surveyChanged);
-        showModal(window);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     }
 

@@ -30,7 +30,7 @@ Survey surveyOfRows(int rows) {
 
 class SurveyGrid : public testing::Test {
   protected:
-    SurveyGrid() : grid(*new SurveyGridPlot(main)), chart(*grid.Chart2D2) {
+    SurveyGrid() {
         QObject::connect(main.mnuGrid, &QAction::triggered, &main,
                          guarded(&main, [this] { grid.mnuGrid_Click(); }));
         main.resize(1024, 768);
@@ -46,8 +46,8 @@ class SurveyGrid : public testing::Test {
     }
 
     frmMain main;
-    SurveyGridPlot& grid;
-    Chart2D& chart;
+    SurveyGridPlot grid{main};
+    Chart2D& chart = *grid.Chart2D2;
     ExpectedBoxes boxes;
 };
 

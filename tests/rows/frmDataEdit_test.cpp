@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmDataEdit.h"
 
-#include "app/frmMain.h"
 #include "base/palette16.h"
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
@@ -62,13 +61,14 @@ class RowDialog : public testing::Test {
   protected:
     RowDialog() {
         theSurvey() = fourRows();
-        main_.menusFollow(MenuEvent::SitesImported);
         open();
     }
 
     void open() {
-        dialog_ = std::make_unique<frmDataEdit>(main_);
+        dialog_ = std::make_unique<frmDataEdit>(&main_);
         changed_ = std::make_unique<QSignalSpy>(dialog_.get(), &frmDataEdit::surveyChanged);
+        recalculated_ = std::make_unique<QSignalSpy>(dialog_.get(), &frmDataEdit::rowsRecalculated);
+        noSitesLeft_ = std::make_unique<QSignalSpy>(dialog_.get(), &frmDataEdit::noSitesLeft);
         dialog_->show();
     }
     void choose(QRadioButton* option) {
@@ -132,11 +132,10 @@ class RowDialog : public testing::Test {
         EXPECT_EQ(changed_->count(), 0);
         expectJustOpened();
     }
-    bool enabled(const QString& item) const { return main_.menuItem(item)->isEnabled(); }
 
-    frmMain main_;
+    QWidget main_;
     std::unique_ptr<frmDataEdit> dialog_;
-    std::unique_ptr<QSignalSpy> changed_;
+    std::unique_ptr<QSignalSpy> changed_, recalculated_, noSitesLeft_;
 };
 
 // Sites 5 m apart: a row each for a smaller distance.
@@ -234,10 +233,10 @@ TEST_F(RowDialog, DeletesARowAndClosesOnEnter) {
     EXPECT_EQ(theSurvey().TrueDist.size(), 5u);
     EXPECT_EQ(changed_->count(), 1);
     EXPECT_FALSE(dialog_->isVisible());
-    EXPECT_TRUE(enabled(u"mnuSave"_s));
+    EXPECT_EQ(noSitesLeft_->count(), 0);
 }
 
-TEST_F(RowDialog, DeletingTheOnlyRowDisablesWhatNeedsSites) {
+TEST_F(RowDialog, SaysThatNoSitesAreLeftWhenTheOnlyRowIsDeleted) {
     theSurvey() = surveyWithRows({{1, 1, 1, 1, 1}, {2, 2, 2, 2, 1}});
     ExpectedBoxes boxes;
     enter(dialog_->Option2, u"1"_s);
@@ -247,21 +246,15 @@ TEST_F(RowDialog, DeletingTheOnlyRowDisablesWhatNeedsSites) {
     EXPECT_EQ(theSurvey().NumRows, 0);
     EXPECT_EQ(changed_->count(), 1);
     EXPECT_FALSE(dialog_->isVisible());
-    for (const auto& item :
-         {u"mnuSave"_s, u"mnuInvokeIDE"_s, u"mnuIDEW"_s, u"mnuRow"_s, u"mnuData"_s, u"mnuStat"_s,
-          u"mnuDistance"_s, u"mnuGrid"_s, u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuClear"_s})
-        EXPECT_FALSE(enabled(item)) << item.toStdString();
-    EXPECT_TRUE(enabled(u"mnuAdjust"_s));
-    EXPECT_TRUE(enabled(u"mnuEL"_s));
+    EXPECT_EQ(noSitesLeft_->count(), 1);
 }
 
-TEST_F(RowDialog, RecalculatesByEachMeasureAndEnablesTheMenus) {
+TEST_F(RowDialog, RecalculatesByEachMeasureAndSaysSo) {
     const QList<std::tuple<int, int, std::vector<double>>> expected = {
         {2, 1, {1, 1, 2, 2, 3, 4}}, {3, 2, {1, 1, 1, 1, 2, 2}}, {4, 3, {1, 1, 2, 2, 2, 3}}};
     for (const auto& [option, mode, rows] : expected) {
         theSurvey() = fourRows();
         open();
-        main_.menusFollow(MenuEvent::FewerThanTwoRows);
         const ExpectedBoxes boxes;
         enter(options()[option], u"7.5"_s);
         press();
@@ -273,16 +266,13 @@ TEST_F(RowDialog, RecalculatesByEachMeasureAndEnablesTheMenus) {
         EXPECT_EQ(theSurvey().MinDistance, 7.5);
         EXPECT_EQ(changed_->count(), 1);
         EXPECT_FALSE(dialog_->isVisible());
-        for (const auto& item : {u"mnuRow"_s, u"mnuStat"_s, u"mnuDistance"_s, u"mnuGrid"_s})
-            EXPECT_TRUE(enabled(item)) << item.toStdString();
-        EXPECT_FALSE(enabled(u"mnuData"_s));
+        EXPECT_EQ(recalculated_->count(), 1);
     }
 }
 
 TEST_F(RowDialog, StaysOpenForAnotherDistanceWhenThereAreTooManyRows) {
     theSurvey() = manyGaps();
     open();
-    main_.menusFollow(MenuEvent::FewerThanTwoRows);
     {
         ExpectedBoxes boxes;
         enter(dialog_->Option3, u"4"_s);
@@ -297,14 +287,14 @@ TEST_F(RowDialog, StaysOpenForAnotherDistanceWhenThereAreTooManyRows) {
     EXPECT_FALSE(dialog_->Option2->isEnabled());
     EXPECT_TRUE(dialog_->Option3->isEnabled());
     EXPECT_EQ(visibleInputs(), QStringList{u"Text1"_s});
-    EXPECT_FALSE(enabled(u"mnuGrid"_s));
+    EXPECT_EQ(recalculated_->count(), 0);
     EXPECT_EQ(main_.findChildren<frmDataEdit*>().size(), 1);
     const ExpectedBoxes boxes;
     dialog_->Text1->setText(u"5"_s);
     press();
     EXPECT_EQ(theSurvey().NumRows, 1);
     EXPECT_EQ(theSurvey().RowIndex, 1);
-    EXPECT_TRUE(enabled(u"mnuGrid"_s));
+    EXPECT_EQ(recalculated_->count(), 1);
     EXPECT_FALSE(dialog_->isVisible());
 }
 

@@ -4,6 +4,7 @@
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
 #include "plots/RowPlotEditor.h"
+#include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/literal_deletion.h"
@@ -35,14 +36,10 @@ inline Survey longRowSurvey(int sites) {
     return madeSurvey(row);
 }
 
-/// The main window with its row plots, joined as in the program, and what a user does with them.
+/// The program's row plots and what a user does with them.
 class RowPlots : public testing::Test {
   protected:
-    RowPlots() : editor(*new RowPlotEditor(main)), profile(*editor.Chart2D3), map(*editor.Chart2D4) {
-        QObject::connect(main.mnuX, &QAction::triggered, &main,
-                         guarded(&main, [this] { editor.mnuX_Click(); }));
-        QObject::connect(main.mnuY, &QAction::triggered, &main,
-                         guarded(&main, [this] { editor.mnuY_Click(); }));
+    RowPlots() {
         QObject::connect(&editor, &RowPlotEditor::surveyChanged, &main, [this] { ++changes; });
         main.resize(1024, 768);
         main.show();
@@ -123,10 +120,11 @@ class RowPlots : public testing::Test {
         expectNothingSelected();
     }
 
-    frmMain main;
-    RowPlotEditor& editor;
-    Chart2D& profile;
-    Chart2D& map;
+    const std::unique_ptr<frmMain> program = createProgram();
+    frmMain& main = *program;
+    RowPlotEditor& editor = *main.findChild<RowPlotEditor*>();
+    Chart2D& profile = *editor.Chart2D3;
+    Chart2D& map = *editor.Chart2D4;
     int changes = 0;
     ExpectedBoxes boxes;
 };
