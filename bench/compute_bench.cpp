@@ -145,7 +145,7 @@ void histogramBare(benchmark::State& state) {
 // Every other site of a row, 100 at most.
 RowSelection pickedSites(const Survey& survey, int row) {
     RowSelection selection;
-    const SiteIndex sites = rowSites(survey, row).count;
+    const SiteIndex sites = rowSites(survey, row).count();
     for (SiteIndex point = 1; point <= sites && selection.SelCount < 100; point += 2)
         selection.append(point);
     return selection;

@@ -8,15 +8,15 @@ namespace tessel {
 
 namespace {
 
-AxisLimits paddedRange(const Survey& survey, SiteColumn column) {
+Interval paddedRange(const Survey& survey, SiteColumn column) {
     const ColumnMinMax range = Column_MinMax(survey, column);
-    const double margin = bounded(range.maximum - range.minimum) * 0.1;
-    return {bounded(range.minimum - margin), bounded(range.maximum + margin)};
+    const Interval readings{range.minimum, range.maximum};
+    return readings.widened(bounded(readings.length()) * 0.1);
 }
 
 }  // namespace
 
-CorrelationAxes correlationAxes(const Survey& survey) {
+Rectangle correlationAxes(const Survey& survey) {
     return {paddedRange(survey, kEM1), paddedRange(survey, kEM2)};
 }
 

@@ -2,22 +2,13 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/geometry.h"
 
 namespace tessel {
 
-/// The limits of one axis (mS/m).
-struct AxisLimits {
-    double minimum = 0;
-    double maximum = 0;
-};
-
-/// The axes of a plot of EM2 (y) against EM1 (x).
-struct CorrelationAxes {
-    AxisLimits x, y;
-};
-
-/// Each column's range widened at both ends by a tenth of its span; a constant column gives equal limits.
-/// A limit that would lie beyond all Doubles is the largest one. Throws subscriptOutOfRange without a site.
-CorrelationAxes correlationAxes(const Survey& survey);
+/// The limits (mS/m) of the axes of a plot of EM2 (y) against EM1 (x). Each column's range widened at both
+/// ends by a tenth of its span; a constant column gives equal limits. A limit that would lie beyond all
+/// Doubles is the largest one. Throws subscriptOutOfRange without a site.
+Rectangle correlationAxes(const Survey& survey);
 
 }  // namespace tessel

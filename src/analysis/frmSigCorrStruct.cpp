@@ -83,13 +83,13 @@ void frmSigCorrStruct::showHint() {
 // Series 2 is as long as series 1 and consists of points that are not there.
 void frmSigCorrStruct::MakeChart() {
     const Survey& survey = theSurvey();
-    const CorrelationAxes axes = correlationAxes(survey);
+    const Rectangle axes = correlationAxes(survey);
     Chart2D1->setSeriesCount(Chart2D::kData, 2);
     Chart2D1->setPointCount(Chart2D::kData, 1, survey.NumSites);
     Chart2D1->setPointCount(Chart2D::kData, 2, survey.NumSites);
     Chart2D1->setPoints(Chart2D::kData, 1, 1, readings(survey, kEM1), readings(survey, kEM2));
-    Chart2D1->setAxisRange(Chart2D::Axis::X, axes.x.minimum, axes.x.maximum);
-    Chart2D1->setAxisRange(Chart2D::Axis::Y, axes.y.minimum, axes.y.maximum);
+    Chart2D1->setAxisRange(Chart2D::Axis::X, axes.x.from, axes.x.to);
+    Chart2D1->setAxisRange(Chart2D::Axis::Y, axes.y.from, axes.y.to);
     Chart2D1->setSeriesStyle(Chart2D::kData, 1, {ChartSymbol::Disc, ChartLine::None, kBlue});
     Chart2D1->setSeriesStyle(Chart2D::kData, 2, {ChartSymbol::None, ChartLine::None, kBlue});
 }

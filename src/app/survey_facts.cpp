@@ -74,8 +74,8 @@ SiteIndex sitesAtZero(const Survey& survey) {
     return count;
 }
 
-double largestMagnitude(const ValueRange& range) {
-    return std::max(std::abs(range.smallest), std::abs(range.largest));
+double largestMagnitude(const Interval& range) {
+    return std::max(std::abs(range.from), std::abs(range.to));
 }
 
 // Whichever of the two comes first in the file.

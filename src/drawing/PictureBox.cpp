@@ -3,14 +3,10 @@
 
 #include "base/palette16.h"
 #include "drawing/Pixels.h"
-#include "drawing/point_raster.h"
 
-#include <QKeyEvent>
 #include <QMetaMethod>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QScopeGuard>
-#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -19,37 +15,27 @@ namespace tessel {
 
 namespace {
 
-constexpr double kZoomStep = 0.8;
-constexpr double kMoveStep = 0.1;
 /// The narrowest and widest scale, and how far from the unit square it may be moved: Doubles stay exact to a
 /// small part of a pixel.
 constexpr double kNarrowest = 1e-6;
 constexpr double kWidest = 20;
-constexpr double kFarthest = 20;
-constexpr int kCrossArm = 11;
-constexpr double kPaperDotsPerInch = 96;
+constexpr Interval kReach{-20, 20};
 constexpr double kFinestPaper = 4;
 
 QColor colourOf(int number) {
     return QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number & 15)]);
 }
 
-bool isUsable(const PictureBox::Scale& s) {
-    return s.width > 0 && s.height > 0 && std::isfinite(s.left) && std::isfinite(s.top) &&
-           std::isfinite(s.width) && std::isfinite(s.height);
+bool isUsable(const Interval& side) {
+    return side.length() > 0 && std::isfinite(side.from) && std::isfinite(side.length());
 }
 
 }  // namespace
 
-PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
-    setMouseTracking(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setContextMenuPolicy(Qt::PreventContextMenu);
-    setAttribute(Qt::WA_OpaquePaintEvent);
-}
+PictureBox::PictureBox(QWidget* parent) : Surface(parent) {}
 
-void PictureBox::setScale(const Scale& scale) {
-    if (!isUsable(scale) || scale == scale_) return;
+void PictureBox::setScale(const Rectangle& scale) {
+    if (!isUsable(scale.x) || !isUsable(scale.y) || scale == scale_) return;
     scale_ = scale;
     update();
     Q_EMIT scaleChanged();
@@ -61,23 +47,19 @@ void PictureBox::clear() {
 }
 
 void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
-                            const Extent& extent, int colour) {
+                            const Rectangle& extent, int colour) {
     QImage& image = picture();
     const double resolution = image.devicePixelRatio();
-    const Raster raster{reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
-                        image.bytesPerLine() / 4};
-    const double xUnit = image.width() / scale_.width;
-    const double yUnit = image.height() / scale_.height;
-    RasterMap map;
-    // Half the extent, because the whole may be too large for a Double.
-    map.xScale = xUnit / 2 / (extent.xMax / 2 - extent.xMin / 2);
-    map.xShift = -scale_.left * xUnit - extent.xMin * map.xScale;
-    map.yScale = -yUnit / 2 / (extent.yMax / 2 - extent.yMin / 2);
-    map.yShift = (1 - scale_.top) * yUnit - extent.yMin * map.yScale;
+    const Raster raster = rasterOf(image);
+    const double xUnit = image.width() / scale_.width();
+    const double yUnit = image.height() / scale_.height();
     const int size = std::max(1, nearestInt(penWidth_ * resolution));
-    map.left = map.top = -size;
-    map.right = image.width() + size;
-    map.bottom = image.height() + size;
+    PixelMap map;
+    map.xScale = xUnit / 2 / extent.x.halfLength();
+    map.xShift = -scale_.x.from * xUnit - extent.x.from * map.xScale;
+    map.yScale = -yUnit / 2 / extent.y.halfLength();
+    map.yShift = (1 - scale_.y.from) * yUnit - extent.y.from * map.yScale;
+    map.area = {{-1.0 * size, 1.0 * image.width() + size}, {-1.0 * size, 1.0 * image.height() + size}};
     const Stamp stamp = penStamp(size, kBasicPalette[static_cast<std::size_t>(colour & 15)]);
     stampPoints(raster, map, stamp, x, y, skip, static_cast<std::size_t>(count), nullptr);
     update();
@@ -113,35 +95,21 @@ void PictureBox::hideRubberBand() {
     band_.reset();
 }
 
-void PictureBox::showCross(double x, double y) {
-    update(crossBox());
-    cross_ = QPointF(x, y);
-    update(crossBox());
-}
-
-void PictureBox::hideCross() {
-    update(crossBox());
-    cross_.reset();
-}
-
 QPointF PictureBox::toScale(const QPointF& pixel) const {
-    return {scale_.left + pixel.x() / std::max(1, width()) * scale_.width,
-            scale_.top + pixel.y() / std::max(1, height()) * scale_.height};
+    return {scale_.x.at(pixel.x() / area().width()), scale_.y.at(pixel.y() / area().height())};
 }
 
 QPointF PictureBox::toPixel(double x, double y) const {
-    return {(x - scale_.left) / scale_.width * width(), (y - scale_.top) / scale_.height * height()};
+    return {scale_.x.partOf(x) * width(), scale_.y.partOf(y) * height()};
 }
 
 QSizeF PictureBox::pixelSize() const {
-    return {scale_.width / std::max(1, width()), scale_.height / std::max(1, height())};
+    return {scale_.width() / area().width(), scale_.height() / area().height()};
 }
 
 void PictureBox::print(QPainter& painter, const QRectF& target) {
-    const QTransform& toDevice = painter.combinedTransform();
-    const double dots = toDevice.map(QLineF(0, 0, target.width(), 0)).length();
-    const double width = std::max(1.0, dots / painter.device()->logicalDpiX() * kPaperDotsPerInch);
-    const double height = std::max(1.0, width * target.height() / std::max(1.0, target.width()));
+    const QSizeF sheet = sheetSize(painter, target);
+    const double resolution = painter.device()->logicalDpiX() / kSheetDotsPerInch;
     const QImage shown = picture();
     const auto back = qScopeGuard([&] {
         picture_ = shown;
@@ -150,7 +118,8 @@ void PictureBox::print(QPainter& painter, const QRectF& target) {
     });
     printing_ = true;
     if (isSignalConnected(QMetaMethod::fromSignal(&PictureBox::redrawNeeded))) {
-        renew({nearestInt(width), nearestInt(height)}, std::clamp(dots / width, 1.0, kFinestPaper));
+        renew({nearestInt(sheet.width()), nearestInt(sheet.height())},
+              std::clamp(resolution, 1.0, kFinestPaper));
         Q_EMIT redrawNeeded();
     }
     painter.drawImage(target, picture_);
@@ -164,78 +133,15 @@ QSize PictureBox::minimumSizeHint() const {
     return {120, 80};
 }
 
-void PictureBox::focusInEvent(QFocusEvent*) {
-    update();
+QRectF PictureBox::area() const {
+    return {0, 0, std::max(1.0, 1.0 * width()), std::max(1.0, 1.0 * height())};
 }
 
-void PictureBox::focusOutEvent(QFocusEvent*) {
-    update();
-}
-
-void PictureBox::keyPressEvent(QKeyEvent* event) {
-    const QPointF middle = QRectF(rect()).center();
-    const bool moves = event->modifiers().testFlag(Qt::ControlModifier);
-    switch (event->key()) {
-        case Qt::Key_Plus:
-            return zoom(middle, kZoomStep);
-        case Qt::Key_Minus:
-            return zoom(middle, 1 / kZoomStep);
-        case Qt::Key_Left:
-            if (moves) return move(-kMoveStep, 0);
-            break;
-        case Qt::Key_Right:
-            if (moves) return move(kMoveStep, 0);
-            break;
-        case Qt::Key_Up:
-            if (moves) return move(0, -kMoveStep);
-            break;
-        case Qt::Key_Down:
-            if (moves) return move(0, kMoveStep);
-            break;
-        default:
-            break;
-    }
-    QWidget::keyPressEvent(event);
-}
-
-void PictureBox::leaveEvent(QEvent*) {
-    Q_EMIT pointerLeft();
-}
-
-void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
-}
-
-void PictureBox::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        const QPointF place = toScale(event->position());
-        Q_EMIT pointerPressed(place.x(), place.y());
-    }
-    if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton)
-        dragged_ = event->position();
-}
-
-void PictureBox::mouseMoveEvent(QMouseEvent* event) {
-    if (dragged_) {
-        const QPointF by = event->position() - *dragged_;
-        dragged_ = event->position();
-        return move(-by.x() / std::max(1, width()), -by.y() / std::max(1, height()));
-    }
-    const QPointF place = toScale(event->position());
-    Q_EMIT pointerMoved(place.x(), place.y());
-}
-
-void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        const QPointF place = toScale(event->position());
-        Q_EMIT pointerReleased(place.x(), place.y());
-    }
-    if (event->button() == Qt::MiddleButton || event->button() == Qt::RightButton) dragged_.reset();
-}
-
-void PictureBox::wheelEvent(QWheelEvent* event) {
-    zoom(event->position(), std::pow(kZoomStep, event->angleDelta().y() / 120.0));
-    event->accept();
+void PictureBox::follow(Pointer pointer, const QPointF& pixel) {
+    const QPointF place = toScale(pixel);
+    if (pointer == Pointer::Pressed) Q_EMIT pointerPressed(place.x(), place.y());
+    if (pointer == Pointer::Released) Q_EMIT pointerReleased(place.x(), place.y());
+    if (pointer == Pointer::Moved) Q_EMIT pointerMoved(place.x(), place.y());
 }
 
 void PictureBox::resizeEvent(QResizeEvent*) {
@@ -258,6 +164,7 @@ void PictureBox::paintEvent(QPaintEvent* event) {
     }
     painter.setClipRegion(event->region());
     painter.drawImage(QPoint(0, 0), picture_);
+    paintBand(painter);
     paintOverlays(painter);
 }
 
@@ -289,38 +196,26 @@ QSizeF PictureBox::canvas() const {
 QPointF PictureBox::onCanvas(double x, double y) const {
     // A painter clips what lies far outside only while its numbers stay small.
     const auto near = [](double value) { return std::clamp(value, -1e6, 1e6); };
-    return {near((x - scale_.left) / scale_.width * canvas().width()),
-            near((y - scale_.top) / scale_.height * canvas().height())};
+    return {near(scale_.x.partOf(x) * canvas().width()), near(scale_.y.partOf(y) * canvas().height())};
 }
 
 QRectF PictureBox::rectangle(double x1, double y1, double x2, double y2) const {
     return QRectF(onCanvas(x1, y1), onCanvas(x2, y2)).normalized();
 }
 
-void PictureBox::zoom(const QPointF& fixed, double factor) {
-    const QPointF place = toScale(fixed);
-    // Width and height keep their ratio at the limits, too.
-    factor = std::max(factor, kNarrowest / std::min(scale_.width, scale_.height));
-    factor = std::min(factor, kWidest / std::max(scale_.width, scale_.height));
-    Scale wanted;
-    wanted.width = scale_.width * factor;
-    wanted.height = scale_.height * factor;
-    wanted.left = place.x() - fixed.x() / std::max(1, width()) * wanted.width;
-    wanted.top = place.y() - fixed.y() / std::max(1, height()) * wanted.height;
-    changeScaleByUser(wanted);
+// Width and height keep their ratio at the limits, too.
+void PictureBox::zoomView(const QPointF& around, double xFactor, double) {
+    double factor = std::max(xFactor, kNarrowest / std::min(scale_.width(), scale_.height()));
+    factor = std::min(factor, kWidest / std::max(scale_.width(), scale_.height()));
+    changeScaleByUser(scale_.x.stretched(around.x(), factor), scale_.y.stretched(around.y(), factor));
 }
 
-void PictureBox::move(double xPart, double yPart) {
-    Scale wanted = scale_;
-    wanted.left += xPart * scale_.width;
-    wanted.top += yPart * scale_.height;
-    changeScaleByUser(wanted);
+void PictureBox::moveView(double right, double down) {
+    changeScaleByUser(scale_.x.startingAt(scale_.x.at(right)), scale_.y.startingAt(scale_.y.at(down)));
 }
 
-void PictureBox::changeScaleByUser(const Scale& scale) {
-    Scale wanted = scale;
-    wanted.left = std::clamp(wanted.left, -kFarthest, kFarthest);
-    wanted.top = std::clamp(wanted.top, -kFarthest, kFarthest);
+void PictureBox::changeScaleByUser(const Interval& x, const Interval& y) {
+    const Rectangle wanted{x.startingAt(kReach.nearest(x.from)), y.startingAt(kReach.nearest(y.from))};
     if (!zoomable_ || wanted == scale_) return;
     setScale(wanted);
     Q_EMIT redrawNeeded();
@@ -332,35 +227,12 @@ QRect PictureBox::bandBox() const {
     return pixelsAround(box.normalized().adjusted(-2, -2, 2, 2) & QRectF(rect()).adjusted(-4, -4, 4, 4));
 }
 
-QRect PictureBox::crossBox() const {
-    if (!cross_) return {};
-    const QPointF centre = toPixel(cross_->x(), cross_->y());
-    const double reach = kCrossArm + 2;
-    return pixelsAround(QRectF(centre.x() - reach, centre.y() - reach, 2 * reach, 2 * reach) &
-                        QRectF(rect()));
-}
-
-void PictureBox::paintOverlays(QPainter& painter) const {
-    if (band_) {
-        painter.setPen(QPen(colourOf(band_->colour), 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-        const QRectF far = QRectF(rect()).adjusted(-8, -8, 8, 8);
-        const QRectF box(toPixel(band_->from.x(), band_->from.y()), toPixel(band_->to.x(), band_->to.y()));
-        painter.drawRect(box.normalized() & far);
-    }
-    if (cross_) {
-        const QPointF c = toPixel(cross_->x(), cross_->y());
-        for (const QPen& pen : {QPen(Qt::white, 3), QPen(Qt::black, 1)}) {
-            painter.setPen(pen);
-            for (const int side : {-1, 1}) {
-                painter.drawLine(c + QPointF(side * 4, 0), c + QPointF(side * kCrossArm, 0));
-                painter.drawLine(c + QPointF(0, side * 4), c + QPointF(0, side * kCrossArm));
-            }
-        }
-    }
-    if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 1));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
+void PictureBox::paintBand(QPainter& painter) const {
+    if (!band_) return;
+    painter.setPen(QPen(colourOf(band_->colour), 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    const QRectF far = QRectF(rect()).adjusted(-8, -8, 8, 8);
+    const QRectF box(toPixel(band_->from.x(), band_->from.y()), toPixel(band_->to.x(), band_->to.y()));
+    painter.drawRect(box.normalized() & far);
 }
 
 }  // namespace tessel

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "base/whole_numbers.h"
+#include "drawing/point_raster.h"
 
+#include <QImage>
 #include <QPoint>
 #include <QRect>
 
@@ -25,6 +27,12 @@ inline QPoint nearestPixel(const QPointF& place) {
 inline QRect pixelsAround(const QRectF& box) {
     const QPoint corner = pixelAt(box.topLeft());
     return {corner, QSize(intAbove(box.right()) - corner.x(), intAbove(box.bottom()) - corner.y())};
+}
+
+/// The pixels of a picture of 32 bits a pixel, which they are written into.
+inline Raster rasterOf(QImage& picture) {
+    return {reinterpret_cast<std::uint32_t*>(picture.bits()), picture.width(), picture.height(),
+            picture.bytesPerLine() / 4};
 }
 
 }  // namespace tessel

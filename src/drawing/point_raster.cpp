@@ -100,17 +100,17 @@ bool isPenPixel(int size, int x, int y) {
     return dx * dx + dy * dy <= size * size / 4.0;
 }
 
-void writeStamps(const Raster& raster, const RasterMap& map, const PlacedStamp& placed, const double* x,
+void writeStamps(const Raster& raster, const PixelMap& map, const PlacedStamp& placed, const double* x,
                  const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
     const Stamp& stamp = placed.stamp();
     const int size = stamp.size;
     // From the centre of a point to the upper left corner of its stamp; `size` keeps the sum positive, so
     // that cutting off decimals rounds downwards.
     const double toCorner = 0.5 - size / 2.0 + size;
-    const double left = std::max(map.left, -size / 2.0);
-    const double top = std::max(map.top, -size / 2.0);
-    const double right = std::min(map.right, raster.width + size / 2.0);
-    const double bottom = std::min(map.bottom, raster.height + size / 2.0);
+    const double left = std::max(map.area.x.from, -size / 2.0);
+    const double top = std::max(map.area.y.from, -size / 2.0);
+    const double right = std::min(map.area.x.to, raster.width + size / 2.0);
+    const double bottom = std::min(map.area.y.to, raster.height + size / 2.0);
     for (std::size_t i = 0; i < count; ++i) {
         const double px = map.xScale * x[i] + map.xShift;
         const double py = map.yScale * y[i] + map.yShift;
@@ -140,14 +140,14 @@ bool isBlock(const Stamp& stamp, int size) {
 // The same as writeStamps() without marks, for blocks: nearly every point takes the way whose limits leave
 // room for a whole block, which then is written without looking again.
 template <int Size>
-void stampBlocks(const Raster& raster, const RasterMap& map, const PlacedStamp& block, const double* x,
+void stampBlocks(const Raster& raster, const PixelMap& map, const PlacedStamp& block, const double* x,
                  const double* y, const std::uint8_t* skip, std::size_t count) {
     constexpr double kToCorner = 0.5 + Size / 2.0;
     constexpr double kRounding = 1e-6;  // what is nearer to the far edges than this goes the careful way
-    const double left = std::max(map.left, Size / 2.0 - 0.5);
-    const double top = std::max(map.top, Size / 2.0 - 0.5);
-    const double right = std::min(map.right, raster.width + 0.5 - Size / 2.0 - kRounding);
-    const double bottom = std::min(map.bottom, raster.height + 0.5 - Size / 2.0 - kRounding);
+    const double left = std::max(map.area.x.from, Size / 2.0 - 0.5);
+    const double top = std::max(map.area.y.from, Size / 2.0 - 0.5);
+    const double right = std::min(map.area.x.to, raster.width + 0.5 - Size / 2.0 - kRounding);
+    const double bottom = std::min(map.area.y.to, raster.height + 0.5 - Size / 2.0 - kRounding);
     const std::uint32_t colour = block.stamp().opaque.front().colour;
     for (std::size_t i = 0; i < count; ++i) {
         const double px = map.xScale * x[i] + map.xShift;
@@ -212,7 +212,7 @@ void StampMarks::nextSeries() {
     ++series_;
 }
 
-void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& s, const double* x, const double* y,
+void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& s, const double* x, const double* y,
                  const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
     const PlacedStamp placed(s, raster.stride);
     if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, placed, x, y, skip, count);

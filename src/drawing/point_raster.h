@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/geometry.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -39,13 +41,6 @@ Stamp pictureStamp(int size, const std::uint32_t* pixels);
 /// over each other by the hundred their soft edges add up to that anyway, and take most of the time.
 Stamp hardEdged(const Stamp& stamp);
 
-/// The way from coordinates to pixels of a raster, pixel = scale * value + shift, and the pixels between
-/// which (inclusive) the centre of a stamp must fall to be drawn.
-struct RasterMap {
-    double xScale = 1, xShift = 0, yScale = 1, yShift = 0;
-    double left = 0, top = 0, right = 0, bottom = 0;
-};
-
 /// The last stamp written at each place, so that a series writes a place once, however many points it has
 /// there. Series are told apart by numbers; nextSeries() begins another.
 class StampMarks {
@@ -65,10 +60,10 @@ class StampMarks {
     std::uint16_t series_ = 0;
 };
 
-/// Writes a stamp, centred, for each of `count` points. Points that are not between the map's limits (the
-/// hole value, infinities and not-a-number among them) are left out, as are those whose entry in `skip` is
+/// Writes a stamp, centred, for each of `count` points. Points that do not lie in the map's area (the hole
+/// value, infinities and not-a-number among them) are left out, as are those whose entry in `skip` is
 /// not 0 (`skip` may be null). Stamps are cut off at the raster's edges. `marks` may be null.
-void stampPoints(const Raster& raster, const RasterMap& map, const Stamp& stamp, const double* x,
+void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& stamp, const double* x,
                  const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks);
 
 }  // namespace tessel

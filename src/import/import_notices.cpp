@@ -184,9 +184,9 @@ class Description {
     std::string metres() const { return facts_.looksLikeDegrees ? "degrees" : "m"; }
 
     void tellRange(SiteColumn column, const std::string& name, int decimals, const std::string& unit) {
-        const ValueRange& range = facts_.ranges[static_cast<std::size_t>(column)];
-        lines_.push_back({Kind::Range, name, name, shownNumber(range.smallest, decimals),
-                          shownNumber(range.largest, decimals), unit});
+        const Interval& range = facts_.ranges[static_cast<std::size_t>(column)];
+        lines_.push_back({Kind::Range, name, name, shownNumber(range.from, decimals),
+                          shownNumber(range.to, decimals), unit});
     }
 
     // Where half of the steps are 0 m the moves say more.

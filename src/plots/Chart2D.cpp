@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/Chart2D.h"
 
-#include "base/run_time_error.h"
 #include "drawing/Pixels.h"
 #include "plots/Chart2DPrivate.h"
 
@@ -26,26 +25,19 @@ SeriesStyle firstStyle(int group) {
 
 }  // namespace
 
-Chart2D::Chart2D(QWidget* parent) : QWidget(parent), d_(std::make_unique<Private>(this)) {
-    setMouseTracking(true);
-    setFocusPolicy(Qt::StrongFocus);
-    setContextMenuPolicy(Qt::PreventContextMenu);
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    d_->frame.setFont(font(), logicalDpiY());
-    d_->plot->setTextFont(d_->frame.textFont());
-    connect(d_->plot, &QCustomPlot::afterReplot, this, &Chart2D::redrawn);
+Chart2D::Chart2D(QWidget* parent) : Surface(parent), d_(std::make_unique<Private>(*this)) {
+    d_->setFont();
 }
 
 Chart2D::~Chart2D() = default;
 
 void Chart2D::beginBatch() {
     ++d_->batches;
-    d_->plot->hold(true);
 }
 
 void Chart2D::endBatch() {
     d_->batches = std::max(0, d_->batches - 1);
-    if (d_->batches == 0) d_->plot->hold(false);
+    if (d_->batches == 0 && d_->stale) update();
 }
 
 void Chart2D::setSeriesCount(Group group, int count) {
@@ -53,8 +45,7 @@ void Chart2D::setSeriesCount(Group group, int count) {
     ChartSeries fresh;
     fresh.style = firstStyle(group);
     d_->group(group).resize(static_cast<std::size_t>(count), fresh);
-    d_->plot->markStale();
-    update();
+    d_->markStale();
 }
 
 int Chart2D::seriesCount(Group group) const {
@@ -65,7 +56,7 @@ void Chart2D::setPointCount(Group group, int series, qsizetype count) {
     ChartSeries& s = d_->series(group, series);
     if (count < 0) throw RunTimeError::subscriptOutOfRange();
     s.points.resize(static_cast<std::size_t>(count) + 1);
-    d_->plot->markStale();
+    d_->markStale();
 }
 
 qsizetype Chart2D::pointCount(Group group, int series) const {
@@ -83,14 +74,14 @@ void Chart2D::setPoints(Group group, int series, qsizetype first, std::span<cons
     if (first < 0 || from > points.size() || x.size() > points.size() - from || x.size() != y.size())
         throw RunTimeError::subscriptOutOfRange();
     points.set(from, x, y);
-    d_->plot->markStale();
+    d_->markStale();
 }
 
 void Chart2D::replacePoints(Group group, int series, std::span<const double> x, std::span<const double> y) {
     ChartSeries& s = d_->series(group, series);
     if (x.size() != y.size()) throw RunTimeError::subscriptOutOfRange();
     s.points.assign(x, y);
-    d_->plot->markStale();
+    d_->markStale();
 }
 
 Chart2D::Point Chart2D::point(Group group, int series, qsizetype point) const {
@@ -102,14 +93,12 @@ Chart2D::Point Chart2D::point(Group group, int series, qsizetype point) const {
 
 void Chart2D::setSymbolColour(Group group, int series, int colour) {
     d_->series(group, series).style.colour = colour;
-    d_->plot->markStale();
-    update();
+    d_->markStale();
 }
 
 void Chart2D::setSeriesStyle(Group group, int series, const SeriesStyle& style) {
     d_->series(group, series).style = style;
-    d_->plot->markStale();
-    update();
+    d_->markStale();
 }
 
 SeriesStyle Chart2D::seriesStyle(Group group, int series) const {
@@ -122,21 +111,21 @@ void Chart2D::setSeriesName(Group group, int series, const QString& name) {
 }
 
 void Chart2D::setAxisRange(Axis axis, double minimum, double maximum) {
-    d_->views.setLimits(viewAxis(axis), minimum, maximum);
-    d_->showViews();
+    d_->views.setLimits(viewAxis(axis), {minimum, maximum});
+    d_->markStale();
 }
 
-Chart2D::Range Chart2D::axisRange(Axis axis) const {
-    const ChartViews::Limits& limits = d_->views.limits(viewAxis(axis));
-    return {limits.minimum, limits.maximum};
+Interval Chart2D::axisRange(Axis axis) const {
+    return d_->views.limits(viewAxis(axis));
 }
 
 void Chart2D::setAxisTitle(Axis axis, const QString& title) {
-    d_->plot->setTitle(d_->plotAxis(axis), title);
+    d_->plot.setTitle(viewAxis(axis), title);
+    d_->markStale();
 }
 
 QString Chart2D::axisTitle(Axis axis) const {
-    return d_->plotAxis(axis)->label();
+    return d_->plot.title(viewAxis(axis));
 }
 
 void Chart2D::setHeaderText(const QString& text, const QString& shorter) {
@@ -151,8 +140,7 @@ QString Chart2D::headerText() const {
 
 void Chart2D::setHeaderFont(double pointSize, bool bold) {
     d_->frame.setHeaderFont(pointSize, bold);
-    d_->plot->setGeometry(d_->frame.plotRect(rect()));
-    update();
+    d_->markStale();
 }
 
 void Chart2D::setFooterText(const QString& text) {
@@ -167,19 +155,19 @@ QString Chart2D::footerText() const {
 }
 
 Chart2D::PixelData Chart2D::pixelToData(QPoint pixel) const {
-    const PixelMap map = d_->map(rect(), false);
+    const PixelMap map = d_->map(kData);
     const double x = pixel.x() + 0.5;
     const double y = pixel.y() + 0.5;
     return {map.area.contains(x, y), map.dataX(x), map.dataY(y)};
 }
 
 QPointF Chart2D::dataToPixel(double x, double y) const {
-    const PixelMap map = d_->map(rect(), false);
+    const PixelMap map = d_->map(kData);
     return {map.pixelX(x), map.pixelY(y)};
 }
 
 Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel, int within) const {
-    const PixelMap map = d_->map(rect(), group == kHighlight);
+    const PixelMap map = d_->map(group);
     // Distances are told between pixels, which lie up to one and a half apart from the places in them.
     const double reach = within == kAnyDistance ? std::numeric_limits<double>::infinity() : within + 2.0;
     const NearestPoint found =
@@ -192,20 +180,15 @@ Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel, int within) co
     return {found.series, static_cast<qsizetype>(found.point), nearestInt(std::hypot(across, down))};
 }
 
-void Chart2D::showCross(double x, double y) {
-    d_->plot->setCross(QPointF(x, y));
-}
-
-void Chart2D::hideCross() {
-    d_->plot->setCross(std::nullopt);
-}
-
 void Chart2D::showLevel(double y) {
-    d_->plot->setLevel(y);
+    if (d_->level == y) return;
+    d_->level = y;
+    update();
 }
 
 void Chart2D::hideLevel() {
-    d_->plot->setLevel({});
+    d_->level.reset();
+    update();
 }
 
 bool Chart2D::isZoomed() const {
@@ -219,19 +202,21 @@ const ChartViews& Chart2D::views() const {
 void Chart2D::keepViews(const ChartViews& before) {
     d_->views.keepViews(before);
     d_->showViews();
-    d_->shareHorizontalView();
 }
 
 void Chart2D::resetView() {
     for (Chart2D* const chart : {this, d_->companion.data()}) {
         if (chart == nullptr || !chart->isZoomed()) continue;
         chart->d_->views.reset();
-        chart->d_->showViews();
+        chart->d_->markStale();
     }
 }
 
 void Chart2D::alignSides(Chart2D& other) {
-    d_->plot->alignSides(*other.d_->plot);
+    for (Chart2D* const chart : {this, &other}) {
+        chart->d_->aligned = chart == this ? &other : this;
+        chart->d_->markStale();
+    }
 }
 
 void Chart2D::shareHorizontalView(Chart2D& other) {
@@ -245,10 +230,10 @@ void Chart2D::print(QPainter& painter, const QRectF& target) const {
     painter.translate(target.topLeft());
     painter.scale(sheet.xScale, sheet.yScale);
     const QRect whole(QPoint(0, 0), sheet.size);
+    painter.fillRect(whole, Qt::white);
     d_->frame.paint(painter, whole, d_->groups);
     const QRect place = d_->frame.plotRect(whole);
-    painter.translate(place.topLeft());
-    d_->plot->print(painter, place.size());
+    d_->plot.print(painter, d_->layOut(place, place.size()));
     painter.restore();
 }
 
@@ -261,13 +246,49 @@ QSize Chart2D::minimumSizeHint() const {
 }
 
 void Chart2D::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange) {
-        d_->frame.setFont(font(), logicalDpiY());
-        d_->plot->setTextFont(d_->frame.textFont());
-        d_->plot->setGeometry(d_->frame.plotRect(rect()));
-        update();
-    }
+    if (event->type() == QEvent::FontChange) d_->setFont();
     QWidget::changeEvent(event);
+}
+
+// What the user does, and painting
+// -----------------------------------------------------------------------------
+
+QRectF Chart2D::area() const {
+    return d_->laidOut().area;
+}
+
+void Chart2D::follow(Pointer pointer, const QPointF& pixel) {
+    if (pointer == Pointer::Pressed) Q_EMIT pointerPressed(pixelAt(pixel));
+    if (pointer == Pointer::Moved) Q_EMIT pointerMoved(pixelAt(pixel));
+}
+
+void Chart2D::zoomView(const QPointF& around, double xFactor, double yFactor) {
+    d_->views.zoom(around.x(), xFactor, 1 - around.y(), yFactor);
+    d_->showViews();
+}
+
+void Chart2D::moveView(double right, double down) {
+    d_->views.move(right, -down);
+    d_->showViews();
+}
+
+bool Chart2D::returnView() {
+    resetView();
+    return true;
+}
+
+void Chart2D::resizeEvent(QResizeEvent*) {
+    d_->markStale();
+}
+
+void Chart2D::paintEvent(QPaintEvent*) {
+    d_->draw();
+    QPainter painter(this);
+    if (d_->picture.deviceIndependentSize() != QSizeF(size())) painter.fillRect(rect(), Qt::white);
+    painter.drawImage(QPoint(0, 0), d_->picture);
+    d_->frame.paint(painter, rect(), d_->groups);
+    d_->paintLevel(painter);
+    paintOverlays(painter);
 }
 
 }  // namespace tessel

@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/geometry.h"
+#include "drawing/Surface.h"
 #include "plots/chart_series.h"
 
 #include <QPoint>
-#include <QWidget>
 
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <span>
-
-class QPainter;
 
 namespace tessel {
 
-class ChartPlot;
 class ChartViews;
 
-/// A chart with axes, a header above and a read-out line (the footer) below it, on white paper in every
-/// theme.
+/// A chart with axes, a header above and a read-out line (the footer) below it.
 ///
 /// Numbering. Series are numbered from 1 to seriesCount(). The points of a series are numbered from 1 to
 /// pointCount(), in the order of the sites they stand for. Beside them every series has a point 0, which
@@ -33,12 +29,10 @@ class ChartViews;
 /// Nothing is drawn before the next paint event, so that any number of changes made by one action costs one
 /// redraw; a hidden chart costs none. Between beginBatch() and endBatch() not even paint events redraw.
 ///
-/// The user may look closer: the wheel zooms around the pointer (over one axis' labels that axis alone),
-/// dragging with the middle or right button moves the view, plus and minus zoom and Ctrl with the arrow keys
-/// moves, Home or a double click returns to the limits that were set. Only the view changes; axisRange()
-/// answers what was set, and pixelToData(), dataToPixel() and nearestPoint() follow the view. All other keys
-/// are left to the parent. All pixels are device-independent and count from the widget's upper left corner.
-class Chart2D : public QWidget {
+/// When the user looks closer (the wheel over the labels of one axis zooms that axis alone), only the view
+/// changes; Home or a double click returns to the limits that were set. axisRange() answers what was set, and
+/// pixelToData(), dataToPixel() and nearestPoint() follow the view.
+class Chart2D : public Surface {
     Q_OBJECT
   public:
     /// The data, and over them the highlighted points, which are drawn as rings unless styled otherwise.
@@ -51,11 +45,6 @@ class Chart2D : public QWidget {
         double x = kHole;
         double y = kHole;
         bool operator==(const Point&) const = default;
-    };
-    struct Range {
-        double minimum = 0;
-        double maximum = 1;
-        bool operator==(const Range&) const = default;
     };
     struct PixelData {
         bool inPlotArea = false;
@@ -106,7 +95,7 @@ class Chart2D : public QWidget {
     /// Fixes the limits and returns the view of this axis to them. Equal limits show their value in the
     /// middle, falling ones run down. Y2 follows Y until it is set itself.
     void setAxisRange(Axis axis, double minimum, double maximum);
-    Range axisRange(Axis axis) const;
+    Interval axisRange(Axis axis) const;
     void setAxisTitle(Axis axis, const QString& title);
     QString axisTitle(Axis axis) const;
 
@@ -125,10 +114,6 @@ class Chart2D : public QWidget {
     /// The point shown in the plot area that is nearest to a pixel. Points farther away than `within` pixels
     /// need not be found: a pointer that reads out asks for no others, and few points are looked at then.
     Nearest nearestPoint(Group group, QPoint pixel, int within = kAnyDistance) const;
-
-    /// A cross over the plot, for who moves along the points by keyboard; never printed.
-    void showCross(double x, double y);
-    void hideCross();
 
     /// A thin line over the plot at a height of the Y axis, for a value that is being chosen. Costs no
     /// drawing of the plot; never printed.
@@ -162,22 +147,18 @@ class Chart2D : public QWidget {
   Q_SIGNALS:
     void pointerPressed(QPoint pixel);  ///< left button; both presses of a double click
     void pointerMoved(QPoint pixel);
-    void pointerLeft();
     void redrawn();  ///< the plot has been drawn anew (a footer does not count)
 
   protected:
+    QRectF area() const override;
+    QPointF pixelOf(const QPointF& place) const override { return dataToPixel(place.x(), place.y()); }
+    void follow(Pointer pointer, const QPointF& pixel) override;
+    void zoomView(const QPointF& around, double xFactor, double yFactor) override;
+    void moveView(double right, double down) override;
+    bool returnView() override;
     void changeEvent(QEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void leaveEvent(QEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
 
   private:
     struct Private;

@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/palette16.h"
 #include "base/run_time_error.h"
 #include "plots/Chart2D.h"
 #include "plots/ChartFrame.h"
 #include "plots/ChartPlot.h"
-#include "plots/chart_views.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QPointer>
 
-#include <array>
 #include <optional>
-#include <vector>
+#include <utility>
 
 namespace tessel {
 
 // For the files of Chart2D alone.
 
 struct Chart2D::Private {
-    explicit Private(Chart2D* chart) : plot(new ChartPlot(groups[0], groups[1], chart)) {}
+    explicit Private(Chart2D& owner) : chart(owner) {}
 
     std::vector<ChartSeries>& group(Group g) {
         if (g != kData && g != kHighlight) throw RunTimeError::subscriptOutOfRange();
@@ -32,54 +33,78 @@ struct Chart2D::Private {
         return all[static_cast<std::size_t>(number) - 1];
     }
 
-    QCPAxis* plotAxis(Axis a) {
-        if (a == Axis::X) return plot->xAxis;
-        return a == Axis::Y ? plot->yAxis : plot->yAxis2;
+    /// The plot will be laid out anew when that is needed, and drawn by the next paint event.
+    void markStale() {
+        layout.reset();
+        stale = true;
+        if (batches == 0) chart.update();
     }
+
+    void setFont() {
+        frame.setFont(chart.font(), chart.logicalDpiY());
+        plot.setFont(frame.textFont());
+        markStale();
+    }
+
+    QRect place() const { return frame.plotRect(chart.rect()); }
+
+    /// `other` is the size of the plot that this one is aligned with.
+    ChartPlot::Layout layOut(const QRect& where, const QSize& other) const {
+        const ChartPlot::Sides own = plot.sidesFor(where.size());
+        return plot.layOut(where, aligned ? own.with(aligned->d_->plot.sidesFor(other)) : own);
+    }
+
+    /// For the chart's present size, whether it has been drawn or not: a hidden widget learns its size only
+    /// when shown.
+    const ChartPlot::Layout& laidOut() {
+        if (layout && layout->place == place()) return *layout;
+        layout = layOut(place(), aligned ? aligned->d_->place().size() : QSize());
+        const ChartPlot::Sides own = plot.sidesFor(place().size());
+        if (!(std::exchange(sides, own) == own) && aligned) aligned->d_->markStale();
+        return *layout;
+    }
+
+    PixelMap map(Group g) { return plot.map(laidOut(), g == kHighlight ? ChartViews::kY2 : ChartViews::kY); }
 
     void showViews() {
-        plot->setViews(views.view(ChartViews::kX), views.view(ChartViews::kY), views.view(ChartViews::kY2));
-    }
-
-    /// In pixels of the chart. The plot is placed first: a hidden widget learns its size only when shown.
-    PixelMap map(const QRect& whole, bool highlight) {
-        const QRect place = frame.plotRect(whole);
-        if (plot->geometry() != place) plot->setGeometry(place);
-        PixelMap pixels = plot->map(highlight);
-        pixels.xShift += place.left();
-        pixels.yShift += place.top();
-        pixels.area.left += place.left();
-        pixels.area.right += place.left();
-        pixels.area.top += place.top();
-        pixels.area.bottom += place.top();
-        return pixels;
-    }
-
-    void zoom(double xFraction, double xFactor, double yFraction, double yFactor) {
-        views.zoom(xFraction, xFactor, yFraction, yFactor);
-        showViews();
-        shareHorizontalView();
-    }
-
-    void move(double xFraction, double yFraction) {
-        views.move(xFraction, yFraction);
-        showViews();
-        shareHorizontalView();
-    }
-
-    void shareHorizontalView() {
+        markStale();
         if (!companion) return;
         companion->d_->views.setView(ChartViews::kX, views.view(ChartViews::kX));
-        companion->d_->showViews();
+        companion->d_->markStale();
     }
 
-    std::array<std::vector<ChartSeries>, 2> groups;
+    /// The plot as a picture, unless it is held or has not changed.
+    void draw() {
+        const double scale = chart.devicePixelRatioF();
+        if (batches > 0 || (!stale && picture.devicePixelRatio() == scale)) return;
+        picture = QImage((QSizeF(chart.size()) * scale).toSize(), QImage::Format_RGB32);
+        picture.setDevicePixelRatio(scale);
+        plot.draw(picture, laidOut());
+        stale = false;
+        Q_EMIT chart.redrawn();
+    }
+
+    void paintLevel(QPainter& painter) {
+        const PixelMap pixels = map(kData);
+        if (!level || !pixels.area.y.contains(pixels.pixelY(*level))) return;
+        painter.setPen(QPen(lineColour(kRed), 1, Qt::DashLine));
+        painter.drawLine(QPointF(pixels.area.x.from, pixels.pixelY(*level)),
+                         QPointF(pixels.area.x.to, pixels.pixelY(*level)));
+    }
+
+    Chart2D& chart;
+    ChartPlot::Groups groups;
     ChartViews views;
-    int batches = 0;
     ChartFrame frame;
-    ChartPlot* plot;
-    QPointer<Chart2D> companion;    ///< the chart whose horizontal view is this one's too
-    std::optional<QPoint> dragged;  ///< where the pointer was when the view was last moved
+    ChartPlot plot{views, groups};
+    std::optional<ChartPlot::Layout> layout;
+    QImage picture;
+    std::optional<double> level;
+    bool stale = true;
+    int batches = 0;
+    QPointer<Chart2D> companion;  ///< the chart whose horizontal view is this one's too
+    QPointer<Chart2D> aligned;    ///< the chart whose plot has the same sides
+    ChartPlot::Sides sides;       ///< those that this plot needed when it was laid out last
 };
 
 }  // namespace tessel

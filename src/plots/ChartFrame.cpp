@@ -2,6 +2,7 @@
 #include "plots/ChartFrame.h"
 
 #include "base/whole_numbers.h"
+#include "drawing/Surface.h"
 #include "plots/ChartSymbols.h"
 
 #include <QFontMetrics>
@@ -16,7 +17,6 @@ namespace {
 constexpr int kMargin = 10;
 constexpr int kHeaderPadding = 6;
 constexpr int kFooterPadding = 4;
-constexpr double kSheetDotsPerInch = 96;
 /// A chart on a smaller part of a page is drawn at this size and made smaller as a whole.
 constexpr QSize kSmallestSheet{420, 280};
 
@@ -27,14 +27,10 @@ int lineHeight(const QFont& font) {
 }  // namespace
 
 ChartFrame::Sheet ChartFrame::sheet(const QPainter& painter, const QRectF& target) {
-    const QTransform& toDevice = painter.combinedTransform();
-    const double xDots = toDevice.map(QLineF(0, 0, target.width(), 0)).length();
-    const double yDots = toDevice.map(QLineF(0, 0, 0, target.height())).length();
-    double width = xDots / painter.device()->logicalDpiX() * kSheetDotsPerInch;
-    double height = yDots / painter.device()->logicalDpiY() * kSheetDotsPerInch;
-    const double grow = std::max({1.0, kSmallestSheet.width() / std::max(1.0, width),
-                                  kSmallestSheet.height() / std::max(1.0, height)});
-    const QSize size(std::max(1, nearestInt(width * grow)), std::max(1, nearestInt(height * grow)));
+    const QSizeF part = Surface::sheetSize(painter, target);
+    const double grow =
+        std::max({1.0, kSmallestSheet.width() / part.width(), kSmallestSheet.height() / part.height()});
+    const QSize size = (part * grow).toSize();
     return {size, target.width() / size.width(), target.height() / size.height()};
 }
 
@@ -69,7 +65,6 @@ QRect ChartFrame::plotRect(const QRect& whole) const {
 
 void ChartFrame::paint(QPainter& painter, const QRect& whole,
                        const std::array<std::vector<ChartSeries>, 2>& groups) const {
-    painter.fillRect(whole, Qt::white);
     painter.setPen(chartInk());
     const QRect top = headerRect(whole).adjusted(kMargin, 0, -kMargin, 0);
     painter.setFont(textFont_);
@@ -91,12 +86,6 @@ void ChartFrame::paint(QPainter& painter, const QRect& whole,
 QString ChartFrame::headerFor(int width) const {
     const bool fits = QFontMetrics(headerFont_).horizontalAdvance(header_) <= width;
     return fits || shorterHeader_.isEmpty() ? header_ : shorterHeader_;
-}
-
-void ChartFrame::paintFocus(QPainter& painter, const QRect& whole, const QColor& colour) const {
-    painter.setPen(QPen(colour, 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(whole.adjusted(0, 0, -1, -1));
 }
 
 /// From the right end leftwards; returns the width that was used.

@@ -3,7 +3,6 @@
 
 #include "plots/chart_series.h"
 
-#include <QColor>
 #include <QFont>
 #include <QRect>
 #include <QString>
@@ -46,9 +45,9 @@ class ChartFrame {
     QRect footerRect(const QRect& whole) const;
     QRect plotRect(const QRect& whole) const;
 
+    /// Paints over white ground.
     void paint(QPainter& painter, const QRect& whole,
                const std::array<std::vector<ChartSeries>, 2>& groups) const;
-    void paintFocus(QPainter& painter, const QRect& whole, const QColor& colour) const;
 
   private:
     QString headerFor(int width) const;

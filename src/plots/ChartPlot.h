@@ -1,88 +1,82 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "plots/CustomPlot.h"
-#include "plots/SymbolPlottable.h"
+#include "plots/SeriesPainter.h"
 #include "plots/axis_ticks.h"
+#include "plots/chart_views.h"
 
-#include <QPointer>
+#include <QFont>
+#include <QRect>
+#include <QString>
 
-#include <optional>
+#include <algorithm>
+#include <array>
 #include <vector>
+
+class QImage;
+class QPainter;
 
 namespace tessel {
 
-/// The plot area of a chart with its axes, drawn lazily: a change only marks it stale, the next paint event
-/// draws it anew, once, however much has changed. Draws the same on the screen and on paper.
-class ChartPlot : public QCustomPlot {
+/// The plot of a chart: axes with ticks, labels and titles around an area in which the series are drawn,
+/// alike on the screen and on paper.
+class ChartPlot {
   public:
-    ChartPlot(const std::vector<ChartSeries>& dataSeries, const std::vector<ChartSeries>& highlightSeries,
-              QWidget* parent);
+    using Groups = std::array<std::vector<ChartSeries>, 2>;
 
-    void setViews(const AxisView& x, const AxisView& y, const AxisView& y2);
-    void setTitle(QCPAxis* axis, const QString& text);
-    /// The font of titles and tick labels; its pixel size counts.
-    void setTextFont(const QFont& font);
-
-    /// Both plots get the margins at their sides that the needier of them needs.
-    void alignSides(ChartPlot& other);
-
-    void markStale();
-    /// While held, paint events show the plot as it was.
-    void hold(bool on);
-
-    /// The way from data to pixels of this widget, laid out for its present size whether it has been drawn
-    /// or not. `highlight` asks for that of the highlight group, which is measured on the second Y axis.
-    PixelMap map(bool highlight);
-
-    /// A cross that is drawn over the plot without drawing the plot anew; in data coordinates.
-    void setCross(std::optional<QPointF> place);
-
-    /// A line across the plot, drawn over it likewise; in data coordinates of the Y axis.
-    void setLevel(std::optional<double> y);
-
-    /// Draws the plot, `size` pixels large, at the origin of the painter.
-    void print(QPainter& painter, const QSize& size);
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-
-  private:
-    class Ticker;
-    /// The margins at the sides of the plot area.
+    /// The margins at the sides of the area.
     struct Sides {
         int left = 0;
         int right = 0;
         bool operator==(const Sides&) const = default;
+        Sides with(const Sides& other) const {
+            return {std::max(left, other.left), std::max(right, other.right)};
+        }
     };
-    void styleAxes();
-    void layOut(const QSize& size, const QSize& companionSize);
-    /// The margins that the labels of this plot need when it is of this size.
-    Sides ownSides(const QSize& size) const;
+    /// Where things stand when the plot has been laid out.
+    struct Layout {
+        QRect place, area;
+        std::array<TickStep, 3> ticks;  ///< by ChartViews::Axis
+    };
+
+    /// Draws the first group on X and Y and the second one on X and Y2; both parameters must outlive the
+    /// plot.
+    ChartPlot(const ChartViews& views, const Groups& groups) : views_(views), groups_(groups) {}
+
+    /// The font of titles and tick labels; its pixel size counts.
+    void setFont(const QFont& font) { font_ = font; }
+    void setTitle(ChartViews::Axis axis, const QString& text) { titles_[axis] = text; }
+    const QString& title(ChartViews::Axis axis) const { return titles_[axis]; }
+
+    /// The sides that the labels need where the plot is of this size.
+    Sides sidesFor(const QSize& size) const;
+    Layout layOut(const QRect& place, const Sides& sides) const;
+    PixelMap map(const Layout& layout, ChartViews::Axis yAxis) const;
+
+    void draw(QImage& picture, const Layout& layout);
+    void print(QPainter& painter, const Layout& layout);
+
+  private:
+    bool showsSecondScale() const;
     int topMargin() const;
     int bottomMargin() const;
     int plotHeight(const QSize& size) const;
-    int titleRoom(const QCPAxis& axis) const;
-    TickStep verticalTicks(const QCPAxis& axis, int height) const;
+    int titleRoom(ChartViews::Axis axis) const;
+    TickStep verticalTicks(ChartViews::Axis axis, int height) const;
     TickStep horizontalTicks(int width) const;
-    int labelRoom(const QCPAxis& axis, int height) const;
+    double widestLabel(ChartViews::Axis axis, const TickStep& ticks) const;
+    int labelRoom(ChartViews::Axis axis, int height) const;
     int overhang(int width) const;
-    bool showsSecondScale() const;
-    QRect crossRect();
-    void drawCross();
-    void drawLevel();
+    void paintGrid(QPainter& painter, const Layout& layout) const;
+    void paintAxes(QPainter& painter, const Layout& layout) const;
+    void paintHorizontalAxis(QPainter& painter, const Layout& layout) const;
+    void paintVerticalAxis(QPainter& painter, const Layout& layout, ChartViews::Axis axis) const;
 
-    SymbolPlottable* data_;
-    SymbolPlottable* highlight_;
-    QSharedPointer<Ticker> xTicker_, yTicker_, y2Ticker_;
-    std::optional<QPointF> cross_;
-    std::optional<double> level_;
-    QPointer<ChartPlot> companion_;
-    Sides sides_;  ///< those that were needed when this plot was laid out last
-    bool stale_ = true;
-    bool layoutStale_ = true;
-    bool held_ = false;
+    const ChartViews& views_;
+    const Groups& groups_;
+    SeriesPainter series_;
+    QFont font_;
+    std::array<QString, 3> titles_;
 };
 
 }  // namespace tessel

@@ -31,8 +31,8 @@ std::uint32_t placeOf(double pixel, double origin) {
 }  // namespace
 
 PaperSymbols::PaperSymbols(QPainter& painter, const PixelMap& map)
-    : painter_(painter), map_(map), columns_(placeCount(map.area.left, map.area.right)) {
-    taken_.resize(std::size_t{columns_} * placeCount(map.area.top, map.area.bottom));
+    : painter_(painter), map_(map), columns_(placeCount(map.area.x.from, map.area.x.to)) {
+    taken_.resize(std::size_t{columns_} * placeCount(map.area.y.from, map.area.y.to));
 }
 
 void PaperSymbols::draw(const ChartSeries& series) {
@@ -54,11 +54,11 @@ void PaperSymbols::findPlaces(const ChartSeries& series) {
         const double px = map_.pixelX(x[i]);
         const double py = map_.pixelY(y[i]);
         if (!map_.area.contains(px, py) || isHole(x[i], y[i])) continue;
-        const std::uint32_t column = placeOf(px, map_.area.left);
-        const std::uint32_t row = placeOf(py, map_.area.top);
+        const std::uint32_t column = placeOf(px, map_.area.x.from);
+        const std::uint32_t row = placeOf(py, map_.area.y.from);
         if (!take(row * columns_ + column)) continue;
-        places_.emplace_back(map_.area.left + column / kPlacesPerPixel,
-                             map_.area.top + row / kPlacesPerPixel);
+        places_.emplace_back(map_.area.x.from + column / kPlacesPerPixel,
+                             map_.area.y.from + row / kPlacesPerPixel);
     }
     for (const std::uint32_t place : takenPlaces_)
         taken_[place] = false;

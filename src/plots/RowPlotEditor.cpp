@@ -162,9 +162,9 @@ void RowPlotEditor::enableSteps(bool back, bool forward) {
     Command2->setEnabled(forward);
 }
 
-RowSites RowPlotEditor::sites() const {
+IndexRange RowPlotEditor::sites() const {
     // The number of an emptied row is that of the next one already.
-    return rowEmptied_ ? RowSites{} : rowSites(theSurvey(), CurrentRow);
+    return rowEmptied_ ? IndexRange{} : rowSites(theSurvey(), CurrentRow);
 }
 
 std::span<const double> RowPlotEditor::along() const {
@@ -217,7 +217,7 @@ void RowPlotEditor::Draw_Row_Map() {
 }
 
 void RowPlotEditor::showHeader() {
-    const SiteIndex points = sites().count;
+    const SiteIndex points = sites().count();
     Chart2D4->setHeaderText(text(rowHeader(CurrentRow, points)), text(shortRowHeader(CurrentRow, points)));
 }
 

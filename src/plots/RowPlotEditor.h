@@ -113,7 +113,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void showCursor();
     void hideCursor();
 
-    RowSites sites() const;
+    IndexRange sites() const;
     std::span<const double> along() const;
     std::span<const double> across() const;
 

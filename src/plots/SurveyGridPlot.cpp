@@ -61,7 +61,7 @@ void SurveyGridPlot::fillRows() {
     const Survey& survey = theSurvey();
     Chart2D2->setSeriesCount(Chart2D::kData, survey.NumRows);
     for (int row = 1; row <= survey.NumRows; ++row) {
-        const RowSites sites = rowSites(survey, row);
+        const IndexRange sites = rowSites(survey, row);
         Chart2D2->replacePoints(Chart2D::kData, row, columnOf(survey, kX, sites),
                                 columnOf(survey, kY, sites));
         Chart2D2->setSymbolColour(Chart2D::kData, row, row % kColoursInTurn);

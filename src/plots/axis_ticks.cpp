@@ -34,23 +34,20 @@ constexpr int kFinerSteps = 6;  ///< a hundredth of the step that was too coarse
 
 /// An axis to be given ticks.
 struct Axis {
-    double lower, upper;
+    const Interval& shown;
     const TickRoom& room;
 
     double length() const { return std::max(1.0, room.axisLength); }
-    double range() const { return upper - lower; }
+    double range() const { return shown.high() - shown.low(); }
 
     double widestLabel(const TickStep& ticks) const {
-        const auto [first, last] = tickEnds(lower, upper, ticks.step);
+        const auto [first, last] = tickEnds(shown, ticks.step);
         return std::max(room.labelExtent(tickLabel(first, ticks)), room.labelExtent(tickLabel(last, ticks)));
     }
     bool hasRoom(const TickStep& ticks, double apart, double gap) const {
         return apart / range() * length() >= widestLabel(ticks) + gap;
     }
-    bool hasTwo(const TickStep& ticks) const {
-        const auto [first, last] = tickEnds(lower, upper, ticks.step);
-        return last > first;
-    }
+    bool hasTwo(const TickStep& ticks) const { return tickEnds(shown, ticks.step).length() > 0; }
 
     /// The first step that leaves labels apart, from this one on.
     int readable(int index) const {
@@ -78,12 +75,24 @@ std::string tickLabel(double value, const TickStep& ticks) {
     return {text.data(), written.ptr};
 }
 
-TickEnds tickEnds(double lower, double upper, double step) {
-    return {std::ceil(lower / step) * step, std::floor(upper / step) * step};
+Interval tickEnds(const Interval& axis, double step) {
+    return {std::ceil(axis.low() / step) * step, std::floor(axis.high() / step) * step};
 }
 
-TickStep chooseTickStep(double lower, double upper, const TickRoom& room) {
-    const Axis axis{lower, upper, room};
+std::vector<double> ticksOn(const Interval& axis, const TickStep& ticks) {
+    if (ticks.endsOnly) {
+        const auto [first, last] = tickEnds(axis, ticks.step);
+        return {first, last};
+    }
+    std::vector<double> all;
+    const double last = std::floor(axis.high() / ticks.step);
+    for (double number = std::ceil(axis.low() / ticks.step); number <= last; ++number)
+        all.push_back(number * ticks.step);
+    return all;
+}
+
+TickStep chooseTickStep(const Interval& shown, const TickRoom& room) {
+    const Axis axis{shown, room};
     const double preferred = axis.range() * std::min(1.0, room.preferredDistance / axis.length());
     const int wanted = axis.readable(indexOfNiceNumberFrom(preferred));
     const int index = axis.withTwoTicks(wanted);
@@ -92,8 +101,7 @@ TickStep chooseTickStep(double lower, double upper, const TickRoom& room) {
     for (int finer = index; finer > index - kFinerSteps; --finer) {
         TickStep ends = tickStep(finer);
         ends.endsOnly = true;
-        const auto [first, last] = tickEnds(lower, upper, ends.step);
-        if (axis.hasRoom(ends, last - first, room.gap / 2)) return ends;
+        if (axis.hasRoom(ends, tickEnds(shown, ends.step).length(), room.gap / 2)) return ends;
     }
     return tickStep(wanted);
 }

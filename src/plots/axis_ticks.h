@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/geometry.h"
+
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tessel {
 
@@ -14,12 +17,11 @@ struct TickStep {
     bool endsOnly = false;
 };
 
-/// The first and the last multiple of the step from `lower` to `upper`; the first is the larger where there
-/// is none.
-struct TickEnds {
-    double first = 0, last = 0;
-};
-TickEnds tickEnds(double lower, double upper, double step);
+/// From the first to the last multiple of the step on an axis; falls where there is none.
+Interval tickEnds(const Interval& axis, double step);
+
+/// The ticks in rising order.
+std::vector<double> ticksOn(const Interval& axis, const TickStep& ticks);
 
 /// The label of a tick, written in full with a point as decimal sign ("436000.12"); only values whose digits
 /// nobody could read (1e15 and more, or finer than 1e-9) are written as powers of ten.
@@ -37,7 +39,7 @@ struct TickRoom {
 /// The step 1, 2 or 5 times a power of ten that comes nearest to the preferred distance without letting two
 /// neighbouring labels touch, and gives the axis two ticks at least. Where labels leave room for no such
 /// step, ticks stand at the ends only; an axis on which not even two labels find room may have one tick or
-/// none. Requires lower < upper, both finite.
-TickStep chooseTickStep(double lower, double upper, const TickRoom& room);
+/// none. Requires an axis of finite ends and a length other than 0.
+TickStep chooseTickStep(const Interval& axis, const TickRoom& room);
 
 }  // namespace tessel

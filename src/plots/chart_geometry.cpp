@@ -2,6 +2,7 @@
 #include "plots/chart_geometry.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -9,25 +10,15 @@ namespace tessel {
 
 namespace {
 
-constexpr double kLargest = 1e240;
 constexpr double kFarthestPixel = 1e9;
 constexpr double kNowhere = std::numeric_limits<double>::infinity();
-
-/// The smallest width that ticks and pixels around `value` can still resolve.
-double resolvableWidth(double value) {
-    return std::max(1e-200, std::fabs(value) * 1e-10);
-}
-
-AxisView around(double centre, double width, bool reversed) {
-    return {centre - width / 2, centre + width / 2, reversed};
-}
 
 double clampedPixel(double pixel) {
     return std::clamp(pixel, -kFarthestPixel, kFarthestPixel);
 }
 
 /// Cuts the line from a to b off at the rectangle; false when nothing of it lies inside.
-bool clipLine(const PixelRect& area, PixelPoint& a, PixelPoint& b) {
+bool clipLine(const Rectangle& area, PixelPoint& a, PixelPoint& b) {
     double from = 0;
     double to = 1;
     const auto cut = [&](double direction, double distance) {
@@ -39,8 +30,8 @@ bool clipLine(const PixelRect& area, PixelPoint& a, PixelPoint& b) {
     };
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;
-    if (!cut(-dx, a.x - area.left) || !cut(dx, area.right - a.x)) return false;
-    if (!cut(-dy, a.y - area.top) || !cut(dy, area.bottom - a.y)) return false;
+    if (!cut(-dx, a.x - area.x.from) || !cut(dx, area.x.to - a.x)) return false;
+    if (!cut(-dy, a.y - area.y.from) || !cut(dy, area.y.to - a.y)) return false;
     const PixelPoint start = a;
     if (to < 1) b = {start.x + to * dx, start.y + to * dy};
     if (from > 0) a = {start.x + from * dx, start.y + from * dy};
@@ -53,8 +44,7 @@ class Distances {
     Distances(const PixelMap& map, double px, double py) : map_(map), px_(px), py_(py) {
         // A point on the very edge of the plot area is shown and can be picked, whatever rounding did to it.
         constexpr double kSlack = 1e-3;
-        shown_ = {map.area.left - kSlack, map.area.top - kSlack, map.area.right + kSlack,
-                  map.area.bottom + kSlack};
+        shown_ = map.area.widened(kSlack);
     }
 
     /// Squared; infinite for a point that cannot be picked.
@@ -67,8 +57,8 @@ class Distances {
 
     /// Squared; no point of the box is nearer.
     double squared(const ChartPoints::Box& box) const {
-        const double dx = outside(map_.pixelX(box.left), map_.pixelX(box.right), px_);
-        const double dy = outside(map_.pixelY(box.bottom), map_.pixelY(box.top), py_);
+        const double dx = outside(map_.pixelX(box.x.from), map_.pixelX(box.x.to), px_);
+        const double dy = outside(map_.pixelY(box.y.from), map_.pixelY(box.y.to), py_);
         return dx * dx + dy * dy;
     }
 
@@ -80,7 +70,7 @@ class Distances {
 
     const PixelMap map_;
     const double px_, py_;
-    PixelRect shown_;
+    Rectangle shown_;
 };
 
 /// Takes points in their order and lays down the lines that remain.
@@ -91,7 +81,8 @@ class LineBuilder {
 
     /// Whether all points of a box fall into the column that the last point fell into.
     bool holds(const ChartPoints::Box& box) const {
-        return box.isWhole && holds(placeOf(map_.pixelX(box.left))) && holds(placeOf(map_.pixelX(box.right)));
+        return box.isWhole && holds(placeOf(map_.pixelX(box.x.from))) &&
+               holds(placeOf(map_.pixelX(box.x.to)));
     }
 
     /// The points first..last - 1.
@@ -108,11 +99,11 @@ class LineBuilder {
     /// and the highest can matter, and the last.
     void add(const ChartPoints::Box& box, const double* x, const double* y, std::size_t first,
              std::size_t last) {
-        const double a = clampedPixel(map_.pixelY(box.bottom));
-        const double b = clampedPixel(map_.pixelY(box.top));
+        const double a = clampedPixel(map_.pixelY(box.y.from));
+        const double b = clampedPixel(map_.pixelY(box.y.to));
         if (std::min(a, b) < lowest_.y || std::max(a, b) > highest_.y)
             for (std::size_t i = first; i < last; ++i)
-                if (y[i] == box.bottom || y[i] == box.top) add(pixelOf(x[i], y[i]));
+                if (y[i] == box.y.from || y[i] == box.y.to) add(pixelOf(x[i], y[i]));
         last_ = pixelOf(x[last - 1], y[last - 1]);
     }
 
@@ -129,7 +120,7 @@ class LineBuilder {
     /// Points beyond the sides share one column each: they matter only for the slope of the line that enters
     /// the plot area.
     double placeOf(double pixel) const {
-        return std::clamp(pixel, area_.left - 2, area_.right + 2) * columnsPerPixel_;
+        return std::clamp(pixel, area_.x.from - 2, area_.x.to + 2) * columnsPerPixel_;
     }
 
     bool holds(double place) const { return open_ && place >= column_ && place < column_ + 1; }
@@ -162,16 +153,16 @@ class LineBuilder {
         PixelPoint to = point;
         if (!clipLine(area_, from, to)) return;
         if (lines_.pieces.empty() || !continues_ || !(lines_.points.back() == from)) {
-            lines_.pieces.push_back({lines_.points.size(), 0});
+            lines_.pieces.push_back({std::ssize(lines_.points), 0});
             lines_.points.push_back(from);
         }
         lines_.points.push_back(to);
-        lines_.pieces.back().end = lines_.points.size();
+        lines_.pieces.back().last = std::ssize(lines_.points);
         continues_ = true;
     }
 
     const PixelMap& map_;
-    const PixelRect& area_;
+    const Rectangle& area_;
     const double columnsPerPixel_;
     PixelLines& lines_;
     double column_ = 0;
@@ -183,46 +174,6 @@ class LineBuilder {
 };
 
 }  // namespace
-
-AxisView viewOfLimits(double minimum, double maximum) {
-    if (!std::isfinite(minimum) || !std::isfinite(maximum)) return {};
-    minimum = std::clamp(minimum, -kLargest, kLargest);
-    maximum = std::clamp(maximum, -kLargest, kLargest);
-    const double middle = minimum / 2 + maximum / 2;
-    const double width = std::fabs(maximum - minimum);
-    if (width < resolvableWidth(middle))
-        return around(middle, std::max(1.0, std::fabs(middle) * 1e-8), false);
-    return {std::min(minimum, maximum), std::max(minimum, maximum), minimum > maximum};
-}
-
-AxisView zoomed(const AxisView& view, const AxisView& home, double fraction, double factor) {
-    const double width = view.upper - view.lower;
-    const double homeWidth = home.upper - home.lower;
-    const double place = view.reversed ? 1 - fraction : fraction;
-    const double fixed = view.lower + place * width;
-    const double least = std::max(homeWidth * 1e-6, resolvableWidth(fixed));
-    const double wanted = std::clamp(width * factor, std::min(least, width), homeWidth * 1e3);
-    const double lower = fixed - place * wanted;
-    return {lower, lower + wanted, view.reversed};
-}
-
-AxisView moved(const AxisView& view, const AxisView& home, double fraction) {
-    const double width = view.upper - view.lower;
-    const double reach = (home.upper - home.lower) * 1e3;
-    const double shift = (view.reversed ? -fraction : fraction) * width;
-    const double lower = std::clamp(view.lower + shift, home.lower - reach - width, home.upper + reach);
-    return {lower, lower + width, view.reversed};
-}
-
-PixelMap pixelMap(const PixelRect& area, const AxisView& x, const AxisView& y) {
-    PixelMap map;
-    map.area = area;
-    map.xScale = (area.right - area.left) / (x.upper - x.lower) * (x.reversed ? -1 : 1);
-    map.xShift = (x.reversed ? area.right : area.left) - map.xScale * x.lower;
-    map.yScale = (area.bottom - area.top) / (y.upper - y.lower) * (y.reversed ? 1 : -1);
-    map.yShift = (y.reversed ? area.top : area.bottom) - map.yScale * y.lower;
-    return map;
-}
 
 NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
                           double within) {
@@ -248,23 +199,24 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     return found;
 }
 
-std::vector<PointStretch> stretchesShown(const ChartPoints& points, const PixelMap& map) {
+std::vector<IndexRange> stretchesShown(const ChartPoints& points, const PixelMap& map) {
     // A pixel more than is shown, for the rounding of other ways to the same pixels.
-    const PixelRect shown{map.area.left - 1, map.area.top - 1, map.area.right + 1, map.area.bottom + 1};
-    const auto meets = [](double a, double b, double from, double to) {
-        return std::min(a, b) <= to && std::max(a, b) >= from;
+    const Rectangle shown = map.area.widened(1);
+    const auto meets = [](double a, double b, const Interval& side) {
+        return std::min(a, b) <= side.to && std::max(a, b) >= side.from;
     };
-    std::vector<PointStretch> stretches;
+    std::vector<IndexRange> stretches;
     points.visit(
         [&](const ChartPoints::Box& box) {
-            return meets(map.pixelX(box.left), map.pixelX(box.right), shown.left, shown.right) &&
-                   meets(map.pixelY(box.bottom), map.pixelY(box.top), shown.top, shown.bottom);
+            return meets(map.pixelX(box.x.from), map.pixelX(box.x.to), shown.x) &&
+                   meets(map.pixelY(box.y.from), map.pixelY(box.y.to), shown.y);
         },
         [&](std::size_t first, std::size_t last) {
-            if (!stretches.empty() && stretches.back().last == first)
-                stretches.back().last = last;
+            const IndexRange next{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
+            if (!stretches.empty() && stretches.back().last == next.first)
+                stretches.back().last = next.last;
             else
-                stretches.push_back({first, last});
+                stretches.push_back(next);
         });
     return stretches;
 }

@@ -9,7 +9,7 @@ namespace tessel {
 namespace {
 
 constexpr double kFar = std::numeric_limits<double>::infinity();
-constexpr ChartPoints::Box kNoBox{kFar, -kFar, kFar, -kFar, true};
+constexpr ChartPoints::Box kNoBox{{{kFar, -kFar}, {kFar, -kFar}}, true};
 
 /// The lowest and highest of a whole block's values, four at a time, which the processor compares at once.
 class Extremes {
@@ -44,8 +44,7 @@ ChartPoints::Box boxAmongHoles(const double* x, const double* y, std::size_t cou
             box.isWhole = false;
             continue;
         }
-        box = {std::min(box.left, x[i]), std::max(box.right, x[i]), std::min(box.bottom, y[i]),
-               std::max(box.top, y[i]), box.isWhole};
+        box = {{box.x.with({x[i], x[i]}), box.y.with({y[i], y[i]})}, box.isWhole};
     }
     return box;
 }
@@ -55,7 +54,7 @@ ChartPoints::Box boxOf(const double* x, const double* y, std::size_t count) {
     const Extremes across(x);
     const Extremes along(y);
     if (across.hasHole() || along.hasHole()) return boxAmongHoles(x, y, count);
-    return {across.low(), across.high(), along.low(), along.high(), true};
+    return {{{across.low(), across.high()}, {along.low(), along.high()}}, true};
 }
 
 /// The boxes around kFan boxes each.
@@ -63,9 +62,7 @@ std::vector<ChartPoints::Box> larger(const std::vector<ChartPoints::Box>& boxes)
     std::vector<ChartPoints::Box> result((boxes.size() + ChartPoints::kFan - 1) / ChartPoints::kFan, kNoBox);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         ChartPoints::Box& box = result[i / ChartPoints::kFan];
-        box = {std::min(box.left, boxes[i].left), std::max(box.right, boxes[i].right),
-               std::min(box.bottom, boxes[i].bottom), std::max(box.top, boxes[i].top),
-               box.isWhole && boxes[i].isWhole};
+        box = {{box.x.with(boxes[i].x), box.y.with(boxes[i].y)}, box.isWhole && boxes[i].isWhole};
     }
     return result;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/geometry.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -29,9 +31,8 @@ class ChartPoints {
     static constexpr std::size_t kBlock = 128;
     static constexpr std::size_t kFan = 16;
 
-    /// Around the points of a block that are no holes; left > right when there is none.
-    struct Box {
-        double left, right, bottom, top;
+    /// Around the points of a block that are no holes; falls in both directions when there is none.
+    struct Box : Rectangle {
         bool isWhole;  ///< none of the points is a hole
     };
 

@@ -7,15 +7,15 @@ namespace tessel {
 
 namespace {
 
-bool stillMakesSense(const AxisView& view, const AxisView& home) {
-    return view.reversed == home.reversed && view.lower < home.upper && view.upper > home.lower;
+bool stillMakesSense(const Interval& view, const Interval& home) {
+    return view.falls() == home.falls() && view.low() < home.high() && view.high() > home.low();
 }
 
 }  // namespace
 
-void ChartViews::setLimits(Axis axis, double minimum, double maximum) {
-    const AxisView home = viewOfLimits(minimum, maximum);
-    axes_[axis] = {{minimum, maximum}, home, home};
+void ChartViews::setLimits(Axis axis, const Interval& limits) {
+    const Interval home = viewOfLimits(limits);
+    axes_[axis] = {limits, home, home};
     if (axis == kY2) y2Set_ = true;
     if (axis == kY && !y2Set_) axes_[kY2] = axes_[kY];
 }
@@ -46,10 +46,10 @@ void ChartViews::move(double xFraction, double yFraction) {
 }
 
 void ChartViews::keepViews(const ChartViews& before) {
-    std::array<AxisView, 3> kept;
+    std::array<Interval, 3> kept;
     for (const Axis a : {kX, kY, kY2}) {
         const State& old = before.axes_[a];
-        const AxisView& home = axes_[a].home;
+        const Interval& home = axes_[a].home;
         kept[a] = old.view == old.home ? home : old.view;
         if (!stillMakesSense(kept[a], home)) return;
     }

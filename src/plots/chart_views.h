@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "plots/chart_geometry.h"
+#include "base/geometry.h"
 
 #include <array>
 #include <cstddef>
@@ -14,18 +14,13 @@ class ChartViews {
   public:
     enum Axis : std::size_t { kX, kY, kY2 };
 
-    struct Limits {
-        double minimum = 0;
-        double maximum = 1;
-    };
-
     /// Keeps the limits as they are, equal or falling ones too, and returns the view of this axis to them.
     /// The second Y axis follows the first one until it is set itself.
-    void setLimits(Axis axis, double minimum, double maximum);
-    const Limits& limits(Axis axis) const { return axes_[axis].limits; }
+    void setLimits(Axis axis, const Interval& limits);
+    const Interval& limits(Axis axis) const { return axes_[axis].limits; }
 
-    const AxisView& view(Axis axis) const { return axes_[axis].view; }
-    void setView(Axis axis, const AxisView& view) { axes_[axis].view = view; }
+    const Interval& view(Axis axis) const { return axes_[axis].view; }
+    void setView(Axis axis, const Interval& view) { axes_[axis].view = view; }
     /// Whether a view is another than that of the limits.
     bool isZoomed() const;
     void reset();
@@ -43,9 +38,7 @@ class ChartViews {
 
   private:
     struct State {
-        Limits limits;
-        AxisView home;
-        AxisView view;
+        Interval limits, home, view;
     };
     std::array<State, 3> axes_;
     bool y2Set_ = false;

@@ -16,7 +16,6 @@
 #include <QScreen>
 #include <QShortcut>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -35,14 +34,10 @@ QSize firstSize(const QScreen* screen) {
     return QSize(980, 760).boundedTo(screen->availableSize() * 0.92);
 }
 
-PictureBox::Scale scaleOf(const MapWindow& window) {
-    return {window.left, window.top, window.width, window.height};
-}
-
 // A pointer that is dragged may leave the map; what nobody sees is not masked.
-void keepInSight(double& px, double& py, const PictureBox::Scale& shown) {
-    px = std::clamp(px, shown.left, shown.left + shown.width);
-    py = std::clamp(py, shown.top, shown.top + shown.height);
+void keepInSight(double& px, double& py, const Rectangle& shown) {
+    px = shown.x.nearest(px);
+    py = shown.y.nearest(py);
 }
 
 // The busy pointer wherever the pointer is, over the map with its cross too.
@@ -169,8 +164,8 @@ void frmClip::showFullMap(bool TrueScale) {
     picMapZoom->setFocus();
 }
 
-void frmClip::showZone(const MapWindow& window) {
-    picMapZoom->setScale(scaleOf(window));
+void frmClip::showZone(const Rectangle& window) {
+    picMapZoom->setScale(window);
     showState();
     DisplayMap();
 }
@@ -186,22 +181,21 @@ void frmClip::drawSites(Growing growing) {
     picMapZoom->setPenWidth(kDotPen);
     picMapZoom->clear();
     sinceRefresh_.start();
-    for (const SiteRun& block : drawingBlocks(theSurvey())) {
+    for (const IndexRange& block : drawingBlocks(theSurvey())) {
         drawSites(block, kBlue);
         if (growing == Growing::AtOnce || sinceRefresh_.elapsed() < kRefreshEvery) continue;
         picMapZoom->refresh();
         sinceRefresh_.start();
     }
     if (comboRow->currentIndex() < 1) return;
-    for (const SiteRun& run : sitesOfRow(theSurvey(), comboRow->currentIndex()))
+    for (const IndexRange& run : sitesOfRow(theSurvey(), comboRow->currentIndex()))
         drawSites(run, kRed);
 }
 
-void frmClip::drawSites(const SiteRun& run, int colour) {
-    const SiteTable& sites = theSurvey().SiteData;
-    const PictureBox::Extent extent{extent_.MapXMin, extent_.MapXMax, extent_.MapYMin, extent_.MapYMax};
-    picMapZoom->drawPoints(sites.column(kX) + run.first, sites.column(kY) + run.first,
-                           SiteMask.data() + run.first, run.last - run.first, extent, colour);
+void frmClip::drawSites(const IndexRange& sites, int colour) {
+    const SiteTable& table = theSurvey().SiteData;
+    picMapZoom->drawPoints(table.column(kX) + sites.first, table.column(kY) + sites.first,
+                           SiteMask.data() + sites.first, sites.count(), extent_.area(), colour);
 }
 
 // Zooming, moving and resizing come in quick succession: the sites are drawn once for each picture that

@@ -62,9 +62,9 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void RowInfoLossMsg();
 
     void showFullMap(bool TrueScale);
-    void showZone(const MapWindow& window);
+    void showZone(const Rectangle& window);
     void drawSites(Growing growing);
-    void drawSites(const SiteRun& run, int colour);
+    void drawSites(const IndexRange& sites, int colour);
     void redrawBeforeNextPaint();
     void showLocation(double px, double py);
     void showCounts();

@@ -3,8 +3,6 @@
 
 #include <QKeyEvent>
 
-#include <algorithm>
-
 namespace tessel {
 
 // The keyboard's way over the map.
@@ -54,12 +52,12 @@ void frmClip::keyPressEvent(QKeyEvent* event) {
 // Moves the cross by so many pixels, from where the pointer was last or from the middle when that is out of
 // sight.
 void frmClip::moveCross(double right, double down) {
-    const auto [left, top, width, height] = picMapZoom->scale();
-    const QRectF shown(left, top, width, height);
-    const QPointF from = cross_ && shown.contains(*cross_) ? *cross_ : shown.center();
+    const Rectangle& shown = picMapZoom->scale();
+    const bool inSight = cross_ && shown.contains(cross_->x(), cross_->y());
+    const QPointF from = inSight ? *cross_ : QPointF(shown.x.at(0.5), shown.y.at(0.5));
     const QSizeF pixel = picMapZoom->pixelSize();
-    const double x = std::clamp(from.x() + right * pixel.width(), shown.left(), shown.right());
-    const double y = std::clamp(from.y() + down * pixel.height(), shown.top(), shown.bottom());
+    const double x = shown.x.nearest(from.x() + right * pixel.width());
+    const double y = shown.y.nearest(from.y() + down * pixel.height());
     crossShown_ = true;
     picMapZoom->showCross(x, y);
     picMapZoom_MouseMove(x, y);

@@ -44,8 +44,7 @@ MapState frmClip::state() const {
 }
 
 QString frmClip::zoneShown() const {
-    const auto [left, top, width, height] = picMapZoom->scale();
-    const MapWindow shown{left, top, width, height};
+    const Rectangle& shown = picMapZoom->scale();
     if (shown == kFullMap) return tr("full map");
     for (const MapZone& zone : kMapZones)
         if (zone.window == shown)

@@ -24,12 +24,12 @@ PlotLimits& thePlotLimits();
 /// row of one site gets 200 m to either side and 0.5 mS/m below its lowest and above its highest reading;
 /// else the margins are a twentieth of the coordinates' spread and a tenth of the readings'. A margin of 0
 /// becomes a twentieth of the lowest coordinate, or a tenth of the lowest reading. Requires a site.
-PlotLimits rowProfileLimits(const Survey& survey, RowSites sites, bool plotByX);
+PlotLimits rowProfileLimits(const Survey& survey, IndexRange sites, bool plotByX);
 
 /// Row map: along-row coordinate and the other one (metres). A row of one site gets 200 m to every side; else
 /// both margins are a twentieth of the spread. A margin of 0 becomes a twentieth of the lowest coordinate
 /// along the row, or a tenth of the lowest one across it. Requires a site.
-PlotLimits rowMapLimits(const Survey& survey, RowSites sites, bool plotByX);
+PlotLimits rowMapLimits(const Survey& survey, IndexRange sites, bool plotByX);
 
 /// Row map without a site: the survey's extent (MaxX, MinX, ...) and 200 m to every side, X horizontal.
 PlotLimits emptiedRowLimits(const Survey& survey);

@@ -16,15 +16,10 @@ namespace {
 
 constexpr SiteIndex kDrawingBlock = 6400;  // a tenth of a millisecond or so
 
-struct Interval {
-    double low, high;
-    double halfLength() const { return high / 2 - low / 2; }
-
-    Interval widenedToHalf(double wanted) const {
-        const double centre = low + halfLength();
-        return {bounded(centre - wanted), bounded(centre + wanted)};
-    }
-};
+Interval widenedToHalf(const Interval& extent, double wanted) {
+    const double centre = extent.from + extent.halfLength();
+    return Interval{centre, centre}.widened(wanted);
+}
 
 Interval extentOf(const Survey& survey, int column) {
     const auto found = Column_MinMax(survey, column);
@@ -34,8 +29,8 @@ Interval extentOf(const Survey& survey, int column) {
 // One unit, or where Doubles are coarser than that, a few of their steps.
 Interval withoutZero(const Interval& extent) {
     if (extent.halfLength() > 0) return extent;
-    const double steps = 4 * std::numeric_limits<double>::epsilon() * std::abs(extent.low);
-    return extent.widenedToHalf(std::max(0.5, steps));
+    const double steps = 4 * std::numeric_limits<double>::epsilon() * std::abs(extent.from);
+    return widenedToHalf(extent, std::max(0.5, steps));
 }
 
 }  // namespace
@@ -44,12 +39,12 @@ MapExtent SetMapScale(const Survey& survey, bool TrueScale) {
     Interval x = extentOf(survey, kX);
     Interval y = extentOf(survey, kY);
     if (TrueScale && x.halfLength() <= y.halfLength())
-        x = x.widenedToHalf(y.halfLength());
+        x = widenedToHalf(x, y.halfLength());
     else if (TrueScale)
-        y = y.widenedToHalf(x.halfLength());
+        y = widenedToHalf(y, x.halfLength());
     x = withoutZero(x);
     y = withoutZero(y);
-    return {x.low, x.high, y.low, y.high};
+    return {x.from, x.to, y.from, y.to};
 }
 
 SiteIndex MaskSites(const Survey& survey, const MapExtent& extent, SiteMaskArray& SiteMask, double x1,
@@ -87,15 +82,15 @@ RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
     return removed;
 }
 
-std::vector<SiteRun> drawingBlocks(const Survey& survey) {
-    std::vector<SiteRun> blocks;
+std::vector<IndexRange> drawingBlocks(const Survey& survey) {
+    std::vector<IndexRange> blocks;
     for (SiteIndex first = 0; first < survey.NumSites; first += kDrawingBlock)
         blocks.push_back({first, std::min(first + kDrawingBlock, survey.NumSites)});
     return blocks;
 }
 
-std::vector<SiteRun> sitesOfRow(const Survey& survey, int row) {
-    std::vector<SiteRun> runs;
+std::vector<IndexRange> sitesOfRow(const Survey& survey, int row) {
+    std::vector<IndexRange> runs;
     const double* const numbers = survey.SiteData.column(kRow);
     const double low = row - 0.5;
     const double high = row + 0.5;

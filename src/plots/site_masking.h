@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/geometry.h"
 #include "rows/site_removal.h"
 
 #include <array>
@@ -21,6 +22,8 @@ namespace tessel {
 struct MapExtent {
     double MapXMin = 0, MapXMax = 1, MapYMin = 0, MapYMax = 1;
 
+    Rectangle area() const { return {{MapXMin, MapXMax}, {MapYMin, MapYMax}}; }
+
     // Half the width and height, because the whole may be too large for a Double; halving changes no digit.
     double halfWidth() const { return MapXMax / 2 - MapXMin / 2; }
     double halfHeight() const { return MapYMax / 2 - MapYMin / 2; }
@@ -36,38 +39,32 @@ struct MapExtent {
 /// Doubles is the largest one. Requires a site; throws subscriptOutOfRange without one.
 MapExtent SetMapScale(const Survey& survey, bool TrueScale);
 
-/// A window of the map's space: what the picture shows. y runs downwards.
-struct MapWindow {
-    double left = 0, top = 0, width = 1, height = 1;
-    bool operator==(const MapWindow&) const = default;
-};
-
-/// The whole field with a margin of 5 % all round.
-inline constexpr MapWindow kFullMap = {-0.05, -0.05, 1.1, 1.1};
+/// The window of the map's space that shows the whole field with a margin of 5 % all round.
+inline constexpr Rectangle kFullMap = Rectangle::at(-0.05, -0.05, 1.1, 1.1);
 
 /// A menu item that shows a part of the field.
 struct MapZone {
     std::string_view item;  ///< object name
-    MapWindow window;
+    Rectangle window;
 };
 
 /// Edges, quadrants and thirds. The edges show the outer 15 % of the field and the margin; the quadrants
 /// meet on the centre lines and reach over the outer margin.
 inline constexpr std::array<MapZone, 14> kMapZones = {{
-    {"mnuZnorth", {-0.05, -0.05, 1.1, 0.2}},
-    {"mnuZsouth", {-0.05, 0.85, 1.1, 0.2}},
-    {"mnuZwest", {-0.05, -0.05, 0.2, 1.1}},
-    {"mnuZeast", {0.85, -0.05, 0.2, 1.1}},
-    {"mnuZnw", {-0.05, -0.05, 0.55, 0.55}},
-    {"mnuZne", {0.5, -0.05, 0.55, 0.55}},
-    {"mnuZsw", {-0.05, 0.5, 0.55, 0.55}},
-    {"mnuZse", {0.5, 0.5, 0.55, 0.55}},
-    {"mnuZw13", {-0.05, -0.05, 0.35, 1.1}},
-    {"mnuZc13v", {0.3, -0.05, 0.4, 1.1}},
-    {"mnuZe13", {0.7, -0.05, 0.35, 1.1}},
-    {"mnuZn13", {-0.05, -0.05, 1.1, 0.35}},
-    {"mnuZc13h", {-0.05, 0.3, 1.1, 0.4}},
-    {"mnuZs13", {-0.05, 0.7, 1.1, 0.35}},
+    {"mnuZnorth", Rectangle::at(-0.05, -0.05, 1.1, 0.2)},
+    {"mnuZsouth", Rectangle::at(-0.05, 0.85, 1.1, 0.2)},
+    {"mnuZwest", Rectangle::at(-0.05, -0.05, 0.2, 1.1)},
+    {"mnuZeast", Rectangle::at(0.85, -0.05, 0.2, 1.1)},
+    {"mnuZnw", Rectangle::at(-0.05, -0.05, 0.55, 0.55)},
+    {"mnuZne", Rectangle::at(0.5, -0.05, 0.55, 0.55)},
+    {"mnuZsw", Rectangle::at(-0.05, 0.5, 0.55, 0.55)},
+    {"mnuZse", Rectangle::at(0.5, 0.5, 0.55, 0.55)},
+    {"mnuZw13", Rectangle::at(-0.05, -0.05, 0.35, 1.1)},
+    {"mnuZc13v", Rectangle::at(0.3, -0.05, 0.4, 1.1)},
+    {"mnuZe13", Rectangle::at(0.7, -0.05, 0.35, 1.1)},
+    {"mnuZn13", Rectangle::at(-0.05, -0.05, 1.1, 0.35)},
+    {"mnuZc13h", Rectangle::at(-0.05, 0.3, 1.1, 0.4)},
+    {"mnuZs13", Rectangle::at(-0.05, 0.7, 1.1, 0.35)},
 }};
 
 /// One entry a site: 0 = shown and kept, 1 = masked.
@@ -89,9 +86,9 @@ RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
 
 /// All sites in order, in blocks whose ends are multiples of 100 sites (but for the last): after each of them
 /// a map that is being drawn may be shown as far as it is.
-std::vector<SiteRun> drawingBlocks(const Survey& survey);
+std::vector<IndexRange> drawingBlocks(const Survey& survey);
 
 /// The runs of sites whose row number, rounded, is `row`; one run where rows are stored as they should be.
-std::vector<SiteRun> sitesOfRow(const Survey& survey, int row);
+std::vector<IndexRange> sitesOfRow(const Survey& survey, int row);
 
 }  // namespace tessel

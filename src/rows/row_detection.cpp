@@ -128,17 +128,17 @@ Distances distancesOf(Survey& survey, int measure) {
 // Takes the distances of removed sites out and calculates those across the gaps. The largest is looked for
 // anew only if it may be among those that are gone.
 template <typename Distance>
-void closeDistanceGaps(const Survey& survey, std::span<const SiteRun> removed, Distances distances,
+void closeDistanceGaps(const Survey& survey, std::span<const IndexRange> removed, Distances distances,
                        Distance distance) {
     std::vector<double>& values = distances.values;
     const auto at = [&](SiteIndex i) { return values[static_cast<std::size_t>(i)]; };
     double gone = 0;
-    for (const SiteRun& run : removed)
+    for (const IndexRange& run : removed)
         gone = std::max(gone, largestOf(run.first, run.last + 1, at));
     closeGaps(values.data(), static_cast<SiteIndex>(values.size()), removed);
     values.resize(static_cast<std::size_t>(survey.NumSites) + 1);
     SiteIndex gap = 0;
-    for (const SiteRun& run : removed) {
+    for (const IndexRange& run : removed) {
         const SiteIndex behind = run.first - gap;
         gap += run.count();
         const bool between = behind > 0 && behind < survey.NumSites;
@@ -207,7 +207,7 @@ void Reserve_Chosen_Distance(Survey& survey) {
         distancesOf(survey, measure).values.reserve(static_cast<std::size_t>(survey.NumSites) + 1);
 }
 
-void Distances_After_Removal(Survey& survey, std::span<const SiteRun> removed, SiteIndex before) {
+void Distances_After_Removal(Survey& survey, std::span<const IndexRange> removed, SiteIndex before) {
     const int inForce = measureInForce(survey);
     for (const int measure : {1, 2, 3}) {
         const Distances distances = distancesOf(survey, measure);

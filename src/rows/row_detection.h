@@ -40,7 +40,7 @@ std::vector<double> distancesBy(const Survey& survey, int distanceMode);
 /// order, none reaching into the next) and the number of sites that there were: arrays that were in step
 /// become those that a calculation of all would give, with only the distances across a gap calculated; of the
 /// others those of the measure chosen are calculated and those of the rest forgotten.
-void Distances_After_Removal(Survey& survey, std::span<const SiteRun> removed, SiteIndex before);
+void Distances_After_Removal(Survey& survey, std::span<const IndexRange> removed, SiteIndex before);
 
 /// Writes the row column from the distances of the measure chosen, which must have been calculated. The gap
 /// behind site 0 is never looked at: sites 0 and 1 share row 1 however far apart they are. With no measure

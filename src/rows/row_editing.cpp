@@ -52,8 +52,8 @@ void Joint_Row(Survey& survey, int row1, int row2) {
 
 RemovedSites Delete_Row(Survey& survey, int row) {
     Calculate_NumPoints(survey);
-    const RowSites sites = rowSites(survey, row);
-    return removeSites(survey, {{sites.first, sites.first + sites.count}}, EmptiedRows::CloseUp);
+    const IndexRange sites = rowSites(survey, row);
+    return removeSites(survey, {sites}, EmptiedRows::CloseUp);
 }
 
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance) {

@@ -47,12 +47,13 @@ int RowSelection::toggle(SiteIndex point, std::span<const double> along) {
 
 RemovedSites deleteSelectedSites(Survey& survey, int row, RowSelection& selection) {
     const SiteIndex before = rowSites(survey, row).first;
-    std::vector<SiteRun> runs;
+    std::vector<IndexRange> runs;
     for (int i = 0; i < selection.SelCount; ++i) {
         const SiteIndex site = before + selection.SelPoints[static_cast<std::size_t>(i)] - 1;
         runs.push_back({site, site + 1});
     }
-    std::sort(runs.begin(), runs.end(), [](const SiteRun& a, const SiteRun& b) { return a.first < b.first; });
+    std::sort(runs.begin(), runs.end(),
+              [](const IndexRange& a, const IndexRange& b) { return a.first < b.first; });
     RemovedSites removed = removeSites(survey, std::move(runs), EmptiedRows::CloseUp);
     selection.clear();
     return removed;

@@ -8,14 +8,15 @@
 
 namespace tessel {
 
-RowSites rowSites(const Survey& survey, int row) {
+IndexRange rowSites(const Survey& survey, int row) {
     if (row < 1 || row > kMaxRows) throw RunTimeError::subscriptOutOfRange();
     const auto firstRow = survey.NumPoints.begin() + 1;
-    return {std::accumulate(firstRow, firstRow + (row - 1), SiteIndex{0}), firstRow[row - 1]};
+    const SiteIndex first = std::accumulate(firstRow, firstRow + (row - 1), SiteIndex{0});
+    return {first, first + firstRow[row - 1]};
 }
 
-std::span<const double> columnOf(const Survey& survey, int column, RowSites sites) {
-    return {survey.SiteData.column(column) + sites.first, static_cast<std::size_t>(sites.count)};
+std::span<const double> columnOf(const Survey& survey, int column, IndexRange sites) {
+    return {survey.SiteData.column(column) + sites.first, static_cast<std::size_t>(sites.count())};
 }
 
 SiteIndex pointBeside(SiteIndex point, int step, std::span<const double> along) {

@@ -2,23 +2,19 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/geometry.h"
 
 #include <span>
 
 namespace tessel {
 
-/// The sites of one row: `count` consecutive sites from site `first` on.
-struct RowSites {
-    SiteIndex first = 0;
-    SiteIndex count = 0;
-};
-
-/// Where row `row` stands in the site table, from NumPoints, which must have been counted. The number behind
-/// the last row is allowed and gives an empty row. Throws subscriptOutOfRange outside 1..kMaxRows.
-RowSites rowSites(const Survey& survey, int row);
+/// The sites of one row: where row `row` stands in the site table, from NumPoints, which must have been
+/// counted. The number behind the last row is allowed and gives an empty row. Throws subscriptOutOfRange
+/// outside 1..kMaxRows.
+IndexRange rowSites(const Survey& survey, int row);
 
 /// One column of these sites; valid until the site table is resized.
-std::span<const double> columnOf(const Survey& survey, int column, RowSites sites);
+std::span<const double> columnOf(const Survey& survey, int column, IndexRange sites);
 
 /// The point (1..along.size()) beside `point` to the right (step 1) or to the left (step -1) for who walks
 /// along a row, in the order of its sites: to the right is the way to larger coordinates on the whole. Stays

@@ -18,7 +18,7 @@ std::size_t countOf(double rowNumber) {
 }
 
 // Adds each of these sites `times` to the count of its row.
-void count(Survey& survey, const SiteRun& sites, std::int64_t times) {
+void count(Survey& survey, const IndexRange& sites, std::int64_t times) {
     const double* const row = survey.SiteData.column(kRow);
     for (SiteIndex i = sites.first; i < sites.last;) {
         const SiteIndex first = i;
@@ -35,7 +35,7 @@ std::ptrdiff_t rowsWithoutSites(const Survey& survey) {
 
 void countWithout(Survey& survey, RemovedSites& removed) {
     const auto before = rowsWithoutSites(survey);
-    for (const SiteRun& run : removed.runs) {
+    for (const IndexRange& run : removed.runs) {
         count(survey, run, -1);
         removed.sites += run.count();
     }
@@ -66,7 +66,7 @@ void closeUpRows(Survey& survey) {
 
 }  // namespace
 
-RemovedSites removeSites(Survey& survey, std::vector<SiteRun> runs, EmptiedRows emptied) {
+RemovedSites removeSites(Survey& survey, std::vector<IndexRange> runs, EmptiedRows emptied) {
     Reserve_Chosen_Distance(survey);
     const SiteIndex before = survey.NumSites;
     RemovedSites removed{std::move(runs)};

@@ -15,9 +15,9 @@ enum class EmptiedRows {
 
 /// What has been taken out.
 struct RemovedSites {
-    std::vector<SiteRun> runs;  ///< where they stood
-    SiteIndex sites = 0;        ///< how many they are
-    int rows = 0;               ///< how many rows have lost their last site
+    std::vector<IndexRange> runs;  ///< where they stood
+    SiteIndex sites = 0;           ///< how many they are
+    int rows = 0;                  ///< how many rows have lost their last site
 };
 
 /// Takes sites out of the survey for good, given their runs (in order, none reaching into the next), and
@@ -30,6 +30,6 @@ struct RemovedSites {
 /// - NumPoints, and where rows close up row numbers, NumRows and RowIndex.
 /// To close up requires rows in order and NumPoints as counted. Where memory runs out nothing has been
 /// changed. One pass over what lies behind the first site taken out.
-RemovedSites removeSites(Survey& survey, std::vector<SiteRun> runs, EmptiedRows emptied);
+RemovedSites removeSites(Survey& survey, std::vector<IndexRange> runs, EmptiedRows emptied);
 
 }  // namespace tessel

@@ -5,8 +5,8 @@
 
 namespace tessel {
 
-std::vector<SiteRun> markedRuns(std::span<const std::uint8_t> marks) {
-    std::vector<SiteRun> runs;
+std::vector<IndexRange> markedRuns(std::span<const std::uint8_t> marks) {
+    std::vector<IndexRange> runs;
     for (auto first = std::find(marks.begin(), marks.end(), 1); first != marks.end();) {
         const auto last = std::find(first, marks.end(), 0);
         runs.push_back({first - marks.begin(), last - marks.begin()});
@@ -15,7 +15,7 @@ std::vector<SiteRun> markedRuns(std::span<const std::uint8_t> marks) {
     return runs;
 }
 
-void closeGaps(double* values, SiteIndex count, std::span<const SiteRun> removed) {
+void closeGaps(double* values, SiteIndex count, std::span<const IndexRange> removed) {
     if (removed.empty()) return;
     double* free = values + removed.front().first;
     for (std::size_t i = 0; i < removed.size(); ++i) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/geometry.h"
 
 #include <cstdint>
 #include <span>
@@ -9,20 +10,12 @@
 
 namespace tessel {
 
-/// Consecutive sites, [first, last).
-struct SiteRun {
-    SiteIndex first = 0;
-    SiteIndex last = 0;
-    SiteIndex count() const { return last - first; }
-    bool operator==(const SiteRun&) const = default;
-};
-
 /// The runs of the sites whose mark is 1, in order. Requires marks of 0 and 1.
-std::vector<SiteRun> markedRuns(std::span<const std::uint8_t> marks);
+std::vector<IndexRange> markedRuns(std::span<const std::uint8_t> marks);
 
 /// Takes the entries of these runs (in order, none reaching into the next, all below `count`) out of an
 /// array; the others move up in order, and what is behind them stays as it is. Moves only what lies behind
 /// the first.
-void closeGaps(double* values, SiteIndex count, std::span<const SiteRun> removed);
+void closeGaps(double* values, SiteIndex count, std::span<const IndexRange> removed);
 
 }  // namespace tessel

@@ -11,32 +11,32 @@
 namespace tessel {
 
 TEST(CorrelationAxes, ReachATenthOfTheSpanBeyondTheReadings) {
-    const CorrelationAxes axes = correlationAxes(surveyOfReadings({10, 30, 12}, {60, 20, 33}));
-    EXPECT_DOUBLE_EQ(axes.x.minimum, 8);
-    EXPECT_DOUBLE_EQ(axes.x.maximum, 32);
-    EXPECT_DOUBLE_EQ(axes.y.minimum, 16);
-    EXPECT_DOUBLE_EQ(axes.y.maximum, 64);
+    const Rectangle axes = correlationAxes(surveyOfReadings({10, 30, 12}, {60, 20, 33}));
+    EXPECT_DOUBLE_EQ(axes.x.from, 8);
+    EXPECT_DOUBLE_EQ(axes.x.to, 32);
+    EXPECT_DOUBLE_EQ(axes.y.from, 16);
+    EXPECT_DOUBLE_EQ(axes.y.to, 64);
 }
 
 TEST(CorrelationAxes, OfReadingsAroundZeroReachBelowZero) {
-    const CorrelationAxes axes = correlationAxes(surveyAroundZero());
-    EXPECT_DOUBLE_EQ(axes.x.minimum, -9.525);
-    EXPECT_DOUBLE_EQ(axes.x.maximum, 14.775);
-    EXPECT_DOUBLE_EQ(axes.y.minimum, -11.575);
-    EXPECT_DOUBLE_EQ(axes.y.maximum, 10.325);
+    const Rectangle axes = correlationAxes(surveyAroundZero());
+    EXPECT_DOUBLE_EQ(axes.x.from, -9.525);
+    EXPECT_DOUBLE_EQ(axes.x.to, 14.775);
+    EXPECT_DOUBLE_EQ(axes.y.from, -11.575);
+    EXPECT_DOUBLE_EQ(axes.y.to, 10.325);
 }
 
 TEST(CorrelationAxes, OfAConstantColumnHaveEqualLimits) {
-    const CorrelationAxes axes = correlationAxes(surveyOfReadings({5, 5}, {1, 2}));
-    EXPECT_EQ(axes.x.minimum, 5);
-    EXPECT_EQ(axes.x.maximum, 5);
+    const Rectangle axes = correlationAxes(surveyOfReadings({5, 5}, {1, 2}));
+    EXPECT_EQ(axes.x.from, 5);
+    EXPECT_EQ(axes.x.to, 5);
 }
 
 TEST(CorrelationAxes, ReachNoFartherThanTheLargestDouble) {
     const double most = std::numeric_limits<double>::max();
-    const CorrelationAxes axes = correlationAxes(surveyOfReadings({-1.75e308, 1e308}, {1, 2}));
-    EXPECT_EQ(axes.x.minimum, -most);
-    EXPECT_DOUBLE_EQ(axes.x.maximum, 1e308 + most * 0.1);
+    const Rectangle axes = correlationAxes(surveyOfReadings({-1.75e308, 1e308}, {1, 2}));
+    EXPECT_EQ(axes.x.from, -most);
+    EXPECT_DOUBLE_EQ(axes.x.to, 1e308 + most * 0.1);
 }
 
 TEST(CorrelationAxes, NeedASite) {

@@ -355,7 +355,7 @@ TEST_F(HistogramWindow, AlwaysShowsTheWhole) {
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(box, &wheel);
         QTest::keyClick(box, Qt::Key_Plus);
-        EXPECT_EQ(box->scale(), PictureBox::Scale{});
+        EXPECT_EQ(box->scale(), Rectangle{});
         EXPECT_FALSE(box->hasFocus());
     }
     EXPECT_EQ(SeenHistogram(window().HG1).foot(50), kBlue);

@@ -43,8 +43,8 @@ class CorrelationWindow : public testing::Test {
     frmSigCorrStruct& window() { return *window_; }
     Chart2D& chart() { return *window_->Chart2D1; }
     void expectAxis(Chart2D::Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart().axisRange(axis).minimum, minimum);
-        EXPECT_DOUBLE_EQ(chart().axisRange(axis).maximum, maximum);
+        EXPECT_DOUBLE_EQ(chart().axisRange(axis).from, minimum);
+        EXPECT_DOUBLE_EQ(chart().axisRange(axis).to, maximum);
     }
     QColor seen(double x, double y) {
         const QImage image = chart().grab().toImage();

@@ -46,11 +46,11 @@ std::vector<MadeSite> randomSites(std::mt19937& random, int count) {
     return sites;
 }
 
-void expectRange(const ValueRange& range, const std::vector<MadeSite>& sites, double MadeSite::*value) {
+void expectRange(const Interval& range, const std::vector<MadeSite>& sites, double MadeSite::*value) {
     const auto less = [value](const MadeSite& a, const MadeSite& b) { return a.*value < b.*value; };
     const auto [smallest, largest] = std::minmax_element(sites.begin(), sites.end(), less);
-    EXPECT_EQ(range.smallest, (*smallest).*value);
-    EXPECT_EQ(range.largest, (*largest).*value);
+    EXPECT_EQ(range.from, (*smallest).*value);
+    EXPECT_EQ(range.to, (*largest).*value);
 }
 
 SurveyFacts factsOf(const std::vector<MadeSite>& sites) {
@@ -99,7 +99,7 @@ TEST(SurveyFacts, OfNoSiteAreAllZero) {
     EXPECT_EQ(facts.steps, 0);
     EXPECT_EQ(facts.sitesAtZero, 0);
     EXPECT_EQ(facts.medianStep, 0);
-    EXPECT_EQ(facts.ranges[kX].largest, 0);
+    EXPECT_EQ(facts.ranges[kX].to, 0);
     EXPECT_FALSE(facts.looksLikeDegrees);
 }
 

@@ -65,7 +65,7 @@ class PictureBoxTest : public testing::Test {
 }  // namespace
 
 TEST_F(PictureBoxTest, StartsWithTheUnitSquareOnWhitePaper) {
-    EXPECT_EQ(box.scale(), (PictureBox::Scale{0, 0, 1, 1}));
+    EXPECT_EQ(box.scale(), (Rectangle{}));
     QPalette dark(Qt::black);
     box.setPalette(dark);
     show();
@@ -75,7 +75,7 @@ TEST_F(PictureBoxTest, StartsWithTheUnitSquareOnWhitePaper) {
 
 TEST_F(PictureBoxTest, DrawsPointsLinesAndRectanglesOnItsScale) {
     show();
-    box.setScale({-0.05, -0.05, 1.1, 1.1});
+    box.setScale(Rectangle::at(-0.05, -0.05, 1.1, 1.1));
     box.fillRectangle(0.1, 0.9, 0.3, 0.7, kLightYellow);
     box.setPenWidth(2);
     drawPoint(0.5, 0.5, kBlue);
@@ -103,8 +103,8 @@ TEST_F(PictureBoxTest, ManyPointsFallWhereSinglePointsFall) {
     show();
     const std::vector<double> x = {436000, 436500, 437000, 436250};
     const std::vector<double> y = {100, 300, 200, 150};
-    const PictureBox::Extent extent{436000, 437000, 100, 300};
-    box.setScale({-0.05, -0.05, 1.1, 1.1});
+    const Rectangle extent{436000, 437000, 100, 300};
+    box.setScale(Rectangle::at(-0.05, -0.05, 1.1, 1.1));
     box.setPenWidth(2);
     box.drawPoints(x.data(), y.data(), nullptr, 4, extent, kBlue);
     const QImage many = grab();
@@ -148,7 +148,7 @@ TEST_F(PictureBoxTest, TheRubberBandLeavesThePictureAsItWas) {
 
 TEST_F(PictureBoxTest, ReportsThePointerInItsScale) {
     show();
-    box.setScale({0.5, -0.05, 0.55, 0.55});
+    box.setScale(Rectangle::at(0.5, -0.05, 0.55, 0.55));
     QSignalSpy moved(&box, &PictureBox::pointerMoved);
     QSignalSpy pressed(&box, &PictureBox::pointerPressed);
     QTest::mouseMove(&box, QPoint(200, 50));
@@ -167,22 +167,22 @@ TEST_F(PictureBoxTest, TheWheelZoomsAroundThePointer) {
     QSignalSpy redraw(&box, &PictureBox::redrawNeeded);
     const QPointF before = box.toScale({100, 50});
     wheel({100, 50}, 240);
-    EXPECT_LT(box.scale().width, 0.7);
+    EXPECT_LT(box.scale().width(), 0.7);
     EXPECT_NEAR((box.toScale({100, 50}) - before).manhattanLength(), 0, 1e-9);
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(redraw.count(), 1);
 }
 
 TEST_F(PictureBoxTest, ZoomingHasLimitsAndKeepsTheShape) {
-    box.setScale({0, 0, 1, 0.2});
+    box.setScale(Rectangle::at(0, 0, 1, 0.2));
     for (int i = 0; i < 200; ++i)
         wheel({100, 50}, 600);
-    EXPECT_GE(box.scale().height, 0.99e-6);
-    EXPECT_NEAR(box.scale().height / box.scale().width, 0.2, 1e-6);
+    EXPECT_GE(box.scale().height(), 0.99e-6);
+    EXPECT_NEAR(box.scale().height() / box.scale().width(), 0.2, 1e-6);
     for (int i = 0; i < 400; ++i)
         wheel({100, 50}, -600);
-    EXPECT_LE(box.scale().width, 20.01);
-    EXPECT_NEAR(box.scale().height / box.scale().width, 0.2, 1e-6);
+    EXPECT_LE(box.scale().width(), 20.01);
+    EXPECT_NEAR(box.scale().height() / box.scale().width(), 0.2, 1e-6);
 }
 
 TEST_F(PictureBoxTest, KeepsItsScaleWhereItMayNotBeZoomed) {
@@ -195,22 +195,22 @@ TEST_F(PictureBoxTest, KeepsItsScaleWhereItMayNotBeZoomed) {
     QTest::mousePress(&box, Qt::RightButton, Qt::NoModifier, QPoint(200, 100));
     QTest::mouseMove(&box, QPoint(240, 80));
     QTest::mouseRelease(&box, Qt::RightButton, Qt::NoModifier, QPoint(240, 80));
-    EXPECT_EQ(box.scale(), PictureBox::Scale{});
+    EXPECT_EQ(box.scale(), Rectangle{});
     EXPECT_EQ(redraw.count(), 0);
-    box.setScale({0, 0, 1, 0.2});
-    EXPECT_EQ(box.scale().height, 0.2);
+    box.setScale(Rectangle::at(0, 0, 1, 0.2));
+    EXPECT_EQ(box.scale().height(), 0.2);
 }
 
 TEST_F(PictureBoxTest, DraggingMovesTheScale) {
     show();
     for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
-        box.setScale({0, 0, 1, 1});
+        box.setScale(Rectangle::at(0, 0, 1, 1));
         QTest::mousePress(&box, button, Qt::NoModifier, QPoint(200, 100));
         QTest::mouseMove(&box, QPoint(240, 80));
         QTest::mouseRelease(&box, button, Qt::NoModifier, QPoint(240, 80));
-        EXPECT_NEAR(box.scale().left, -0.1, 1e-9);
-        EXPECT_NEAR(box.scale().top, 0.1, 1e-9);
-        EXPECT_DOUBLE_EQ(box.scale().width, 1);
+        EXPECT_NEAR(box.scale().x.from, -0.1, 1e-9);
+        EXPECT_NEAR(box.scale().y.from, 0.1, 1e-9);
+        EXPECT_DOUBLE_EQ(box.scale().width(), 1);
     }
 }
 
@@ -218,12 +218,12 @@ TEST_F(PictureBoxTest, SettingTheScaleDoesNotAskForARedraw) {
     show();
     QSignalSpy changed(&box, &PictureBox::scaleChanged);
     QSignalSpy redraw(&box, &PictureBox::redrawNeeded);
-    box.setScale({0.7, -0.05, 0.35, 1.1});
-    box.setScale({0.7, -0.05, 0.35, 1.1});
-    box.setScale({0, 0, 0, 1});
+    box.setScale(Rectangle::at(0.7, -0.05, 0.35, 1.1));
+    box.setScale(Rectangle::at(0.7, -0.05, 0.35, 1.1));
+    box.setScale(Rectangle::at(0, 0, 0, 1));
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(redraw.count(), 0);
-    EXPECT_EQ(box.scale(), (PictureBox::Scale{0.7, -0.05, 0.35, 1.1}));
+    EXPECT_EQ(box.scale(), (Rectangle::at(0.7, -0.05, 0.35, 1.1)));
 }
 
 TEST_F(PictureBoxTest, AskForARedrawAtANewSize) {
@@ -279,14 +279,14 @@ TEST_F(PictureBoxTest, KeysOfTheOwnerAreLeftToTheParent) {
         EXPECT_FALSE(press.isAccepted()) << key;
     }
     QTest::keyClick(&box, Qt::Key_Plus);
-    EXPECT_LT(box.scale().width, 1);
+    EXPECT_LT(box.scale().width(), 1);
     QTest::keyClick(&box, Qt::Key_Right, Qt::ControlModifier);
-    EXPECT_GT(box.scale().left, 0.1);
+    EXPECT_GT(box.scale().x.from, 0.1);
 }
 
 TEST_F(PictureBoxTest, DataFarAwayIsClippedNotDrawn) {
     show();
-    box.setScale({0.5, 0.5, 1e-6, 1e-6});
+    box.setScale(Rectangle::at(0.5, 0.5, 1e-6, 1e-6));
     box.drawLine(-1e9, 0.5000005, 1e9, 0.5000005, kRed);
     box.fillRectangle(-5, 0.5000007, 5, 9, kGreen);
     const QImage image = grab();

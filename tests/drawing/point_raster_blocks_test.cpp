@@ -38,7 +38,7 @@ Points makePoints() {
     return points;
 }
 
-std::vector<std::uint32_t> drawn(const Points& points, const RasterMap& map, int pen, bool skipping,
+std::vector<std::uint32_t> drawn(const Points& points, const PixelMap& map, int pen, bool skipping,
                                  StampMarks* marks) {
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(kWidth * kHeight), 0xFFFFFFFFU);
     const Raster raster{pixels.data(), kWidth, kHeight, kWidth};
@@ -55,9 +55,9 @@ std::vector<std::uint32_t> drawn(const Points& points, const RasterMap& map, int
 
 TEST(BlockStamps, AreWrittenWhereTheCarefulWayWritesThem) {
     const Points points = makePoints();
-    const RasterMap whole{1, 0, 1, 0, -5, -5, kWidth + 5, kHeight + 5};
-    const RasterMap part{1, 0.25, 1, -0.25, 10, 8, 45.5, 30};
-    for (const RasterMap& map : {whole, part})
+    const PixelMap whole{{{-5, kWidth + 5}, {-5, kHeight + 5}}, 1, 0, 1, 0};
+    const PixelMap part{{{10, 45.5}, {8, 30}}, 1, 0.25, 1, -0.25};
+    for (const PixelMap& map : {whole, part})
         for (const int pen : {1, 2, 3})
             for (const bool skipping : {false, true}) {
                 StampMarks marks;  // points with marks go the careful way
@@ -69,7 +69,7 @@ TEST(BlockStamps, AreWrittenWhereTheCarefulWayWritesThem) {
 
 TEST(BlockStamps, NeverReachBeyondTheRaster) {
     const Points points = makePoints();
-    const RasterMap whole{1, 0, 1, 0, -5, -5, kWidth + 5, kHeight + 5};
+    const PixelMap whole{{{-5, kWidth + 5}, {-5, kHeight + 5}}, 1, 0, 1, 0};
     for (const int pen : {1, 2}) {
         // A frame of untouched pixels around the raster shows any write beside it.
         constexpr int kFrame = 8;

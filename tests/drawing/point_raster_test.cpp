@@ -24,7 +24,7 @@ struct Canvas {
     int count(std::uint32_t colour) const {
         return static_cast<int>(std::count(pixels.begin(), pixels.end(), colour));
     }
-    RasterMap map() const { return {1, 0, 1, 0, -9, -9, raster.width + 9.0, raster.height + 9.0}; }
+    PixelMap map() const { return {{{-9, raster.width + 9.0}, {-9, raster.height + 9.0}}, 1, 0, 1, 0}; }
     void stamp(const Stamp& stamp, const std::vector<double>& x, const std::vector<double>& y,
                const std::uint8_t* skip = nullptr, StampMarks* marks = nullptr) {
         stampPoints(raster, map(), stamp, x.data(), y.data(), skip, x.size(), marks);
@@ -91,7 +91,7 @@ TEST(PointRaster, MaskedPointsAreLeftOut) {
 
 TEST(PointRaster, TheMapTurnsCoordinatesIntoPixels) {
     Canvas canvas(100, 100);
-    const RasterMap map{0.1, -43600, -0.1, 100, 0, 0, 100, 100};
+    const PixelMap map{{{0, 100}, {0, 100}}, 0.1, -43600, -0.1, 100};
     const double x = 436123.0;
     const double y = 250;
     stampPoints(canvas.raster, map, penStamp(1, 0x0000FF), &x, &y, nullptr, 1, nullptr);

@@ -176,15 +176,15 @@ TEST_F(Chart2DTest, WhatDoesNotExistIsSubscriptOutOfRange) {
 TEST_F(Chart2DTest, AxisRangesAnswerWhatWasSet) {
     chart.setAxisRange(Axis::X, 5, 5);
     chart.setAxisRange(Axis::Y, 10, -2);
-    EXPECT_EQ(chart.axisRange(Axis::X), (Chart2D::Range{5, 5}));
-    EXPECT_EQ(chart.axisRange(Axis::Y), (Chart2D::Range{10, -2}));
+    EXPECT_EQ(chart.axisRange(Axis::X), (Interval{5, 5}));
+    EXPECT_EQ(chart.axisRange(Axis::Y), (Interval{10, -2}));
 }
 
 TEST_F(Chart2DTest, TheSecondYAxisFollowsTheFirstUntilItIsSet) {
-    EXPECT_EQ(chart.axisRange(Axis::Y2), (Chart2D::Range{0, 50}));
+    EXPECT_EQ(chart.axisRange(Axis::Y2), (Interval{0, 50}));
     chart.setAxisRange(Axis::Y2, 0, 10);
     chart.setAxisRange(Axis::Y, 1, 2);
-    EXPECT_EQ(chart.axisRange(Axis::Y2), (Chart2D::Range{0, 10}));
+    EXPECT_EQ(chart.axisRange(Axis::Y2), (Interval{0, 10}));
 }
 
 TEST_F(Chart2DTest, TheHighlightGroupIsMeasuredOnTheSecondYAxis) {
@@ -436,7 +436,7 @@ TEST_F(Chart2DTest, TheWheelZoomsAroundThePointerAndHomeReturns) {
     EXPECT_TRUE(chart.isZoomed());
     EXPECT_NEAR((chart.dataToPixel(30, 20) - QPointF(at)).manhattanLength(), 0, 2.5);
     EXPECT_LT(chart.pixelToData(at + QPoint(100, 0)).x - chart.pixelToData(at).x, 100.0 * 100 / 700 * 0.8);
-    EXPECT_EQ(chart.axisRange(Axis::X), (Chart2D::Range{0, 100}));
+    EXPECT_EQ(chart.axisRange(Axis::X), (Interval{0, 100}));
     QTest::keyClick(&chart, Qt::Key_Home);
     EXPECT_FALSE(chart.isZoomed());
     EXPECT_EQ(pixel(30, 20), at);
@@ -512,6 +512,19 @@ TEST_F(Chart2DTest, KeysZoomAndMoveTheView) {
     const double x = chart.pixelToData(QPoint(400, 300)).x;
     QTest::keyClick(&chart, Qt::Key_Right, Qt::ControlModifier);
     EXPECT_GT(chart.pixelToData(QPoint(400, 300)).x, x);
+}
+
+TEST_F(Chart2DTest, TicksStandWhereTheirValuesLie) {
+    show();
+    const QImage image = chart.grab().toImage();
+    const double scale = image.devicePixelRatio();
+    const QPointF corner = chart.dataToPixel(0, 0);
+    for (const double value : {0.0, 20.0, 50.0}) {
+        const QPointF x = QPointF(chart.dataToPixel(2 * value, 0).x(), corner.y() + 3) * scale;
+        const QPointF y = QPointF(corner.x() - 3, chart.dataToPixel(0, value).y()) * scale;
+        for (const QPointF& tick : {x, y})
+            EXPECT_LT(image.pixelColor(tick.toPoint()).lightness(), 128) << value;
+    }
 }
 
 TEST_F(Chart2DTest, TheCrossLiesOverThePlotWithoutRedrawingIt) {

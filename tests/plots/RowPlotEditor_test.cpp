@@ -48,8 +48,8 @@ TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
     expectRange(profile, Axis::X, 9.9, 12.1);
     expectRange(map, Axis::X, 9.9, 12.1);
     expectRange(map, Axis::Y, 98, 142);
-    EXPECT_EQ(thePlotLimits().PlotXMin, map.axisRange(Axis::X).minimum);
-    EXPECT_EQ(thePlotLimits().PlotYMax, map.axisRange(Axis::Y).maximum);
+    EXPECT_EQ(thePlotLimits().PlotXMin, map.axisRange(Axis::X).from);
+    EXPECT_EQ(thePlotLimits().PlotYMax, map.axisRange(Axis::Y).to);
 }
 
 TEST_F(RowPlots, ShowTheMapAboveTheProfile) {

@@ -41,8 +41,8 @@ class SurveyGrid : public testing::Test {
         main.mnuGrid->trigger();
     }
     void expectRange(Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).minimum, minimum);
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).maximum, maximum);
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, minimum);
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).to, maximum);
     }
 
     frmMain main;

@@ -15,7 +15,7 @@ TickRoom room(double length) {
 
 // Between two neighbouring labels; 0 where there are not two.
 double distanceOfLabels(double lower, double upper, const TickStep& ticks) {
-    const auto [first, last] = tickEnds(lower, upper, ticks.step);
+    const auto [first, last] = tickEnds({lower, upper}, ticks.step);
     if (last <= first) return 0;
     return ticks.endsOnly ? last - first : ticks.step;
 }
@@ -24,7 +24,7 @@ double distanceOfLabels(double lower, double upper, const TickStep& ticks) {
 
 TEST(AxisTicks, StepsAreOneTwoOrFiveTimesAPowerOfTen) {
     for (double range : {0.003, 0.7, 1.0, 3.3, 45.0, 999.0, 2.5e6}) {
-        const double step = chooseTickStep(100, 100 + range, room(800)).step;
+        const double step = chooseTickStep({100, 100 + range}, room(800)).step;
         const double mantissa = step / std::pow(10, std::floor(std::log10(step) + 1e-9));
         EXPECT_TRUE(std::fabs(mantissa - 1) < 1e-6 || std::fabs(mantissa - 2) < 1e-6 ||
                     std::fabs(mantissa - 5) < 1e-6)
@@ -45,7 +45,7 @@ TEST(AxisTicks, LabelsNeverTouchOnAnyLengthOfAxis) {
         for (double range = 1e-4; range < 1e7; range *= 3.7) {
             const TickRoom r = room(length);
             const double lower = 436000.12;
-            const TickStep ticks = chooseTickStep(lower, lower + range, r);
+            const TickStep ticks = chooseTickStep({lower, lower + range}, r);
             const double apart = distanceOfLabels(lower, lower + range, ticks) / range * length;
             if (apart == 0) continue;
             const double extent = r.labelExtent(tickLabel(lower + range, ticks));
@@ -58,7 +58,7 @@ TEST(AxisTicks, AreTwoAtLeastWhereverTwoLabelsFindRoom) {
     for (double length = 185; length < 2000; length += 13)
         for (double range = 1e-2; range < 1e7; range *= 1.37)
             for (const double lower : {0.0, -range / 3, 436000.12, 5512000.7}) {
-                const TickStep ticks = chooseTickStep(lower, lower + range, room(length));
+                const TickStep ticks = chooseTickStep({lower, lower + range}, room(length));
                 EXPECT_GT(distanceOfLabels(lower, lower + range, ticks), 0)
                     << length << " pixels from " << lower << ", range " << range;
             }
@@ -69,19 +69,26 @@ TEST(AxisTicks, AreTwoAtLeastOnALowAxis) {
         for (double range = 1e-2; range < 1e7; range *= 1.37)
             for (const double lower : {0.0, -range / 3, 16.5, 5512000.7}) {
                 const TickRoom low{length, 44, 7, [](const std::string&) { return 17.0; }};
-                const TickStep ticks = chooseTickStep(lower, lower + range, low);
+                const TickStep ticks = chooseTickStep({lower, lower + range}, low);
                 const double apart = distanceOfLabels(lower, lower + range, ticks) / range * length;
                 EXPECT_GE(apart, 17) << length << " pixels from " << lower << ", range " << range;
             }
 }
 
 TEST(AxisTicks, StandAtTheEndsAloneWhereLabelsLeaveNoRoomForMore) {
-    const TickStep ticks = chooseTickStep(5512000.35, 5512001.15, room(80));
+    const TickStep ticks = chooseTickStep({5512000.35, 5512001.15}, room(80));
     EXPECT_TRUE(ticks.endsOnly);
-    const auto [first, last] = tickEnds(5512000.35, 5512001.15, ticks.step);
+    const auto [first, last] = tickEnds({5512000.35, 5512001.15}, ticks.step);
     EXPECT_EQ(tickLabel(first, ticks), "5512000.4");
     EXPECT_EQ(tickLabel(last, ticks), "5512001.1");
-    EXPECT_FALSE(chooseTickStep(5512000.35, 5512001.15, room(170)).endsOnly);
+    EXPECT_FALSE(chooseTickStep({5512000.35, 5512001.15}, room(170)).endsOnly);
+}
+
+TEST(AxisTicks, AreTheMultiplesOnAnAxisInRisingOrderOrThoseAtItsEnds) {
+    EXPECT_EQ(ticksOn({4, 21}, {5, 0}), (std::vector<double>{5, 10, 15, 20}));
+    EXPECT_EQ(ticksOn({20, -5}, {10, 0}), (std::vector<double>{0, 10, 20}));
+    EXPECT_EQ(ticksOn({4, 21}, {5, 0, true}), (std::vector<double>{5, 20}));
+    EXPECT_TRUE(ticksOn({1, 4}, {5, 0}).empty());
 }
 
 }  // namespace tessel

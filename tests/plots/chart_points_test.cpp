@@ -39,13 +39,13 @@ void expectBox(const ChartPoints& points, std::size_t block) {
     }
     EXPECT_EQ(box.isWhole, isWhole) << block;
     if (left > right) {
-        EXPECT_GT(box.left, box.right);
+        EXPECT_GT(box.x.from, box.x.to);
         return;
     }
-    EXPECT_EQ(box.left, left) << block;
-    EXPECT_EQ(box.right, right) << block;
-    EXPECT_EQ(box.bottom, bottom) << block;
-    EXPECT_EQ(box.top, top) << block;
+    EXPECT_EQ(box.x.from, left) << block;
+    EXPECT_EQ(box.x.to, right) << block;
+    EXPECT_EQ(box.y.from, bottom) << block;
+    EXPECT_EQ(box.y.to, top) << block;
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ TEST(ChartPoints, FurtherPointsAreHolesAndFewerDropTheLast) {
     EXPECT_TRUE(isHole(points.x()[4], points.y()[4]));
     points.resize(2);
     EXPECT_EQ(points.size(), 2U);
-    EXPECT_EQ(points.boxes()[0].right, 1);
+    EXPECT_EQ(points.boxes()[0].x.to, 1);
 }
 
 TEST(ChartPoints, BoxesLieAroundTheirPointsWhateverTheseAre) {
@@ -94,15 +94,15 @@ TEST(ChartPoints, BoxesLieAroundTheirPointsWhateverTheseAre) {
 
 TEST(ChartPoints, BoxesFollowEveryChange) {
     ChartPoints points = numbered(300);
-    EXPECT_EQ(points.boxes().back().right, 300);
+    EXPECT_EQ(points.boxes().back().x.to, 300);
     const double far = 1000;
     points.set(290, {&far, 1}, {&far, 1});
-    EXPECT_EQ(points.boxes().back().right, 1000);
-    EXPECT_EQ(points.boxes().back().top, 1000);
+    EXPECT_EQ(points.boxes().back().x.to, 1000);
+    EXPECT_EQ(points.boxes().back().y.to, 1000);
     points.resize(289);
-    EXPECT_EQ(points.boxes().back().right, 288);
+    EXPECT_EQ(points.boxes().back().x.to, 288);
     points = numbered(5);
-    EXPECT_EQ(points.boxes().back().right, 5);
+    EXPECT_EQ(points.boxes().back().x.to, 5);
 }
 
 TEST(ChartPoints, AVisitComesByTheBlocksThatMatterInTheirOrder) {
@@ -112,7 +112,8 @@ TEST(ChartPoints, AVisitComesByTheBlocksThatMatterInTheirOrder) {
     points.visit(
         [&](const ChartPoints::Box& box) {
             ++asked;
-            return (box.left <= 500000 && box.right >= 500000) || (box.left <= 900000 && box.right >= 900000);
+            return (box.x.from <= 500000 && box.x.to >= 500000) ||
+                   (box.x.from <= 900000 && box.x.to >= 900000);
         },
         [&](std::size_t first, std::size_t last) {
             firsts.push_back(first);
@@ -150,11 +151,11 @@ TEST(ChartPoints, LargerBoxesReachAsFarAsThePointsInThem) {
         };
         const auto move = [&](double x, double y) { points.set(point, {&x, 1}, {&y, 1}); };
         move(-1, -2);
-        expectFound([](const ChartPoints::Box& box) { return box.left <= -1; });
-        expectFound([](const ChartPoints::Box& box) { return box.bottom <= -2; });
+        expectFound([](const ChartPoints::Box& box) { return box.x.from <= -1; });
+        expectFound([](const ChartPoints::Box& box) { return box.y.from <= -2; });
         move(3, 4);
-        expectFound([](const ChartPoints::Box& box) { return box.right >= 3; });
-        expectFound([](const ChartPoints::Box& box) { return box.top >= 4; });
+        expectFound([](const ChartPoints::Box& box) { return box.x.to >= 3; });
+        expectFound([](const ChartPoints::Box& box) { return box.y.to >= 4; });
         points.set(0, {zeros.data(), 1}, {zeros.data(), 1});
         move(kHole, 0);
         expectFound([](const ChartPoints::Box& box) { return !box.isWhole; });

@@ -7,15 +7,15 @@ namespace tessel {
 
 namespace {
 
-void expectView(const ChartViews& views, ChartViews::Axis axis, double lower, double upper) {
-    EXPECT_DOUBLE_EQ(views.view(axis).lower, lower);
-    EXPECT_DOUBLE_EQ(views.view(axis).upper, upper);
+void expectView(const ChartViews& views, ChartViews::Axis axis, double from, double to) {
+    EXPECT_DOUBLE_EQ(views.view(axis).from, from);
+    EXPECT_DOUBLE_EQ(views.view(axis).to, to);
 }
 
 ChartViews hundredByFifty() {
     ChartViews views;
-    views.setLimits(ChartViews::kX, 0, 100);
-    views.setLimits(ChartViews::kY, 0, 50);
+    views.setLimits(ChartViews::kX, {0, 100});
+    views.setLimits(ChartViews::kY, {0, 50});
     return views;
 }
 
@@ -23,22 +23,20 @@ ChartViews hundredByFifty() {
 
 TEST(ChartViews, KeepLimitsAsTheyWereSet) {
     ChartViews views;
-    views.setLimits(ChartViews::kX, 7, 7);
-    views.setLimits(ChartViews::kY, 10, -10);
-    EXPECT_EQ(views.limits(ChartViews::kX).minimum, 7);
-    EXPECT_EQ(views.limits(ChartViews::kX).maximum, 7);
-    EXPECT_EQ(views.limits(ChartViews::kY).minimum, 10);
-    EXPECT_EQ(views.limits(ChartViews::kY).maximum, -10);
-    EXPECT_LT(views.view(ChartViews::kX).lower, views.view(ChartViews::kX).upper);
-    EXPECT_TRUE(views.view(ChartViews::kY).reversed);
+    views.setLimits(ChartViews::kX, {7, 7});
+    views.setLimits(ChartViews::kY, {10, -10});
+    EXPECT_EQ(views.limits(ChartViews::kX), (Interval{7, 7}));
+    EXPECT_EQ(views.limits(ChartViews::kY), (Interval{10, -10}));
+    EXPECT_GT(views.view(ChartViews::kX).length(), 0);
+    EXPECT_TRUE(views.view(ChartViews::kY).falls());
     EXPECT_FALSE(views.isZoomed());
 }
 
 TEST(ChartViews, TheSecondYAxisFollowsTheFirstUntilItIsSet) {
     ChartViews views = hundredByFifty();
     expectView(views, ChartViews::kY2, 0, 50);
-    views.setLimits(ChartViews::kY2, 1, 2);
-    views.setLimits(ChartViews::kY, 0, 80);
+    views.setLimits(ChartViews::kY2, {1, 2});
+    views.setLimits(ChartViews::kY, {0, 80});
     expectView(views, ChartViews::kY2, 1, 2);
 }
 
@@ -49,7 +47,7 @@ TEST(ChartViews, ZoomAroundAPlaceOfThePlotArea) {
     expectView(views, ChartViews::kY, 25, 50);
     expectView(views, ChartViews::kY2, 25, 50);
     EXPECT_TRUE(views.isZoomed());
-    EXPECT_EQ(views.limits(ChartViews::kX).maximum, 100);
+    EXPECT_EQ(views.limits(ChartViews::kX).to, 100);
 }
 
 TEST(ChartViews, MoveToTheRightAndUpwards) {
@@ -62,7 +60,7 @@ TEST(ChartViews, MoveToTheRightAndUpwards) {
 TEST(ChartViews, ReturnToTheLimits) {
     ChartViews views = hundredByFifty();
     views.zoom(0.5, 0.5, 0.5, 0.5);
-    views.setLimits(ChartViews::kX, 0, 10);
+    views.setLimits(ChartViews::kX, {0, 10});
     expectView(views, ChartViews::kX, 0, 10);
     EXPECT_TRUE(views.isZoomed());
     views.reset();
@@ -74,13 +72,13 @@ TEST(ChartViews, StayWhereTheyAreWhenTheLimitsAreSetAnew) {
     ChartViews before = hundredByFifty();
     before.zoom(0.25, 0.5, 1, 1);  // along X alone
     ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kX, 10, 120);
-    views.setLimits(ChartViews::kY, 0, 70);
+    views.setLimits(ChartViews::kX, {10, 120});
+    views.setLimits(ChartViews::kY, {0, 70});
     views.keepViews(before);
     expectView(views, ChartViews::kX, 12.5, 62.5);
     expectView(views, ChartViews::kY, 0, 70);
     expectView(views, ChartViews::kY2, 0, 70);
-    EXPECT_EQ(views.limits(ChartViews::kX).maximum, 120);
+    EXPECT_EQ(views.limits(ChartViews::kX).to, 120);
     views.reset();
     expectView(views, ChartViews::kX, 10, 120);
 }
@@ -89,7 +87,7 @@ TEST(ChartViews, ShowTheNewLimitsWhereNothingOfThemWouldBeInSight) {
     ChartViews before = hundredByFifty();
     before.zoom(0, 0.5, 0, 0.5);  // 0 to 50, and 0 to 25
     ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kX, 50, 90);
+    views.setLimits(ChartViews::kX, {50, 90});
     views.keepViews(before);
     EXPECT_FALSE(views.isZoomed());
 }
@@ -98,14 +96,14 @@ TEST(ChartViews, ShowTheNewLimitsWhereAnAxisRunsTheOtherWay) {
     ChartViews before = hundredByFifty();
     before.zoom(0, 0.5, 0, 0.5);
     ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kY, 50, 0);
+    views.setLimits(ChartViews::kY, {50, 0});
     views.keepViews(before);
     EXPECT_FALSE(views.isZoomed());
 }
 
 TEST(ChartViews, ThatWereNotZoomedShowTheNewLimits) {
     ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kX, 500, 900);
+    views.setLimits(ChartViews::kX, {500, 900});
     views.keepViews(hundredByFifty());
     EXPECT_FALSE(views.isZoomed());
     expectView(views, ChartViews::kX, 500, 900);

@@ -156,7 +156,7 @@ TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
     QWheelEvent wheel(QPointF(pointer), window->picMapZoom->mapToGlobal(QPointF(pointer)), {}, {0, 240},
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(window->picMapZoom, &wheel);
-    EXPECT_LT(window->picMapZoom->scale().width, 1.1);
+    EXPECT_LT(window->picMapZoom->scale().width(), 1.1);
     EXPECT_NEAR(window->picMapZoom->toScale(pointer).x(), place.x(), 1e-12);
     EXPECT_NEAR(window->picMapZoom->toScale(pointer).y(), place.y(), 1e-12);
     EXPECT_EQ(dotAt(10, 110), colour(kBlue));  // the sites are drawn at their new places

@@ -108,7 +108,7 @@ TEST_F(ClipWindowState, IsWhitePaperBeforeAMapIsChosen) {
                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(window->picMapZoom, &turn);
     QTest::keyClick(window, Qt::Key_Plus);
-    EXPECT_EQ(window->picMapZoom->scale(), (PictureBox::Scale{0, 0, 1, 1}));
+    EXPECT_EQ(window->picMapZoom->scale(), (Rectangle{}));
     EXPECT_EQ(window->txtXloc->text(), QString());
     const QImage shown = picture().convertToFormat(QImage::Format_RGB32);
     QImage white(shown.size(), QImage::Format_RGB32);

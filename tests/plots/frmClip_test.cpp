@@ -27,7 +27,7 @@ TEST_F(ClipWindow, ShowsTheFullMapInTrueResolutionOnASquare) {
     choose(u"mnuFullMapTrue"_s);
     mapIsTrue = true;
     expectState(kBrowsing, 0, 0);
-    EXPECT_EQ(window->picMapZoom->scale(), (PictureBox::Scale{-0.05, -0.05, 1.1, 1.1}));
+    EXPECT_EQ(window->picMapZoom->scale(), (Rectangle::at(-0.05, -0.05, 1.1, 1.1)));
     EXPECT_EQ(window->picMapZoom->width(), window->picMapZoom->height());
     for (const Record& site : expected)
         EXPECT_EQ(dotAt(site[0], site[1]), colour(kBlue));
@@ -41,7 +41,7 @@ TEST_F(ClipWindow, ShowsTheFullMapInMaxResolutionOverAllOfItsArea) {
     choose(u"mnuFullMapTrue"_s);
     choose(u"mnuFullMapMax"_s);
     expectState(kBrowsing, 0, 0);
-    EXPECT_EQ(window->picMapZoom->scale(), (PictureBox::Scale{-0.05, -0.05, 1.1, 1.1}));
+    EXPECT_EQ(window->picMapZoom->scale(), (Rectangle::at(-0.05, -0.05, 1.1, 1.1)));
     EXPECT_EQ(window->picMapZoom->size(), window->mapArea->size() - QSize(2, 2));
     for (const Record& site : expected)
         EXPECT_EQ(dotAt(site[0], site[1]), colour(kBlue));
@@ -63,14 +63,20 @@ TEST_F(ClipWindow, ShowsASingleSiteInTheMiddle) {
 }
 
 TEST_F(ClipWindow, ShowsEachZoneWithoutComputingTheExtentAnew) {
-    const QMap<QString, PictureBox::Scale> zones = {
-        {u"mnuZnorth"_s, {-0.05, -0.05, 1.1, 0.2}}, {u"mnuZsouth"_s, {-0.05, 0.85, 1.1, 0.2}},
-        {u"mnuZwest"_s, {-0.05, -0.05, 0.2, 1.1}},  {u"mnuZeast"_s, {0.85, -0.05, 0.2, 1.1}},
-        {u"mnuZnw"_s, {-0.05, -0.05, 0.55, 0.55}},  {u"mnuZne"_s, {0.5, -0.05, 0.55, 0.55}},
-        {u"mnuZsw"_s, {-0.05, 0.5, 0.55, 0.55}},    {u"mnuZse"_s, {0.5, 0.5, 0.55, 0.55}},
-        {u"mnuZw13"_s, {-0.05, -0.05, 0.35, 1.1}},  {u"mnuZc13v"_s, {0.3, -0.05, 0.4, 1.1}},
-        {u"mnuZe13"_s, {0.7, -0.05, 0.35, 1.1}},    {u"mnuZn13"_s, {-0.05, -0.05, 1.1, 0.35}},
-        {u"mnuZc13h"_s, {-0.05, 0.3, 1.1, 0.4}},    {u"mnuZs13"_s, {-0.05, 0.7, 1.1, 0.35}}};
+    const QMap<QString, Rectangle> zones = {{u"mnuZnorth"_s, Rectangle::at(-0.05, -0.05, 1.1, 0.2)},
+                                            {u"mnuZsouth"_s, Rectangle::at(-0.05, 0.85, 1.1, 0.2)},
+                                            {u"mnuZwest"_s, Rectangle::at(-0.05, -0.05, 0.2, 1.1)},
+                                            {u"mnuZeast"_s, Rectangle::at(0.85, -0.05, 0.2, 1.1)},
+                                            {u"mnuZnw"_s, Rectangle::at(-0.05, -0.05, 0.55, 0.55)},
+                                            {u"mnuZne"_s, Rectangle::at(0.5, -0.05, 0.55, 0.55)},
+                                            {u"mnuZsw"_s, Rectangle::at(-0.05, 0.5, 0.55, 0.55)},
+                                            {u"mnuZse"_s, Rectangle::at(0.5, 0.5, 0.55, 0.55)},
+                                            {u"mnuZw13"_s, Rectangle::at(-0.05, -0.05, 0.35, 1.1)},
+                                            {u"mnuZc13v"_s, Rectangle::at(0.3, -0.05, 0.4, 1.1)},
+                                            {u"mnuZe13"_s, Rectangle::at(0.7, -0.05, 0.35, 1.1)},
+                                            {u"mnuZn13"_s, Rectangle::at(-0.05, -0.05, 1.1, 0.35)},
+                                            {u"mnuZc13h"_s, Rectangle::at(-0.05, 0.3, 1.1, 0.4)},
+                                            {u"mnuZs13"_s, Rectangle::at(-0.05, 0.7, 1.1, 0.35)}};
     openOnFullMap();
     for (const auto& [item, scale] : zones.asKeyValueRange()) {
         choose(item);

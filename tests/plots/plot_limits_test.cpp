@@ -20,7 +20,7 @@ void expectLimits(const PlotLimits& limits, double xMin, double xMax, double yMi
     EXPECT_DOUBLE_EQ(limits.PlotYMax, yMax);
 }
 
-RowSites firstRow(const Survey& survey) {
+IndexRange firstRow(const Survey& survey) {
     return rowSites(survey, 1);
 }
 

@@ -108,15 +108,22 @@ TEST(MapSpace, HasNorthAboveAndTheExtentAsUnitSquare) {
 
 TEST(MapZones, AreTheFourteenOfTheMenu) {
     // Left, top, width, height.
-    const std::map<std::string_view, MapWindow> expected = {
-        {"mnuZnorth", {-0.05, -0.05, 1.1, 0.2}}, {"mnuZsouth", {-0.05, 0.85, 1.1, 0.2}},
-        {"mnuZwest", {-0.05, -0.05, 0.2, 1.1}},  {"mnuZeast", {0.85, -0.05, 0.2, 1.1}},
-        {"mnuZnw", {-0.05, -0.05, 0.55, 0.55}},  {"mnuZne", {0.5, -0.05, 0.55, 0.55}},
-        {"mnuZsw", {-0.05, 0.5, 0.55, 0.55}},    {"mnuZse", {0.5, 0.5, 0.55, 0.55}},
-        {"mnuZw13", {-0.05, -0.05, 0.35, 1.1}},  {"mnuZc13v", {0.3, -0.05, 0.4, 1.1}},
-        {"mnuZe13", {0.7, -0.05, 0.35, 1.1}},    {"mnuZn13", {-0.05, -0.05, 1.1, 0.35}},
-        {"mnuZc13h", {-0.05, 0.3, 1.1, 0.4}},    {"mnuZs13", {-0.05, 0.7, 1.1, 0.35}}};
-    std::map<std::string_view, MapWindow> found;
+    const std::map<std::string_view, Rectangle> expected = {
+        {"mnuZnorth", Rectangle::at(-0.05, -0.05, 1.1, 0.2)},
+        {"mnuZsouth", Rectangle::at(-0.05, 0.85, 1.1, 0.2)},
+        {"mnuZwest", Rectangle::at(-0.05, -0.05, 0.2, 1.1)},
+        {"mnuZeast", Rectangle::at(0.85, -0.05, 0.2, 1.1)},
+        {"mnuZnw", Rectangle::at(-0.05, -0.05, 0.55, 0.55)},
+        {"mnuZne", Rectangle::at(0.5, -0.05, 0.55, 0.55)},
+        {"mnuZsw", Rectangle::at(-0.05, 0.5, 0.55, 0.55)},
+        {"mnuZse", Rectangle::at(0.5, 0.5, 0.55, 0.55)},
+        {"mnuZw13", Rectangle::at(-0.05, -0.05, 0.35, 1.1)},
+        {"mnuZc13v", Rectangle::at(0.3, -0.05, 0.4, 1.1)},
+        {"mnuZe13", Rectangle::at(0.7, -0.05, 0.35, 1.1)},
+        {"mnuZn13", Rectangle::at(-0.05, -0.05, 1.1, 0.35)},
+        {"mnuZc13h", Rectangle::at(-0.05, 0.3, 1.1, 0.4)},
+        {"mnuZs13", Rectangle::at(-0.05, 0.7, 1.1, 0.35)}};
+    std::map<std::string_view, Rectangle> found;
     for (const MapZone& zone : kMapZones)
         found[zone.item] = zone.window;
     EXPECT_EQ(found, expected);
@@ -238,9 +245,9 @@ TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
 
 TEST(SitesOfARow, AreTheRunsOfItsNumber) {
     const Survey survey = surveyWithRows({1, 1, 2, 2.4, 3, 2}, 3);
-    EXPECT_EQ(sitesOfRow(survey, 1), (std::vector<SiteRun>{{0, 2}}));
-    EXPECT_EQ(sitesOfRow(survey, 2), (std::vector<SiteRun>{{2, 4}, {5, 6}}));
-    EXPECT_EQ(sitesOfRow(survey, 3), (std::vector<SiteRun>{{4, 5}}));
+    EXPECT_EQ(sitesOfRow(survey, 1), (std::vector<IndexRange>{{0, 2}}));
+    EXPECT_EQ(sitesOfRow(survey, 2), (std::vector<IndexRange>{{2, 4}, {5, 6}}));
+    EXPECT_EQ(sitesOfRow(survey, 3), (std::vector<IndexRange>{{4, 5}}));
     EXPECT_TRUE(sitesOfRow(survey, 4).empty());
     EXPECT_TRUE(sitesOfRow(Survey{}, 1).empty());
 }
@@ -250,7 +257,7 @@ TEST(DrawingBlocks, CoverTheSurveyAndEndAtMultiplesOfAHundredSites) {
         Survey survey;
         survey.NumSites = sites;
         SiteIndex next = 0;
-        for (const SiteRun& block : drawingBlocks(survey)) {
+        for (const IndexRange& block : drawingBlocks(survey)) {
             EXPECT_EQ(block.first, next);
             EXPECT_GT(block.last, block.first);
             EXPECT_TRUE(block.last % 100 == 0 || block.last == sites);

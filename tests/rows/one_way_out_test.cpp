@@ -77,7 +77,7 @@ TEST(OneWayOut, LeavesTheSameSurveyWhenARowIsDeletedPickedOrMasked) {
     for (int round = 0; round < 500; ++round) {
         const Survey survey = anySurvey(random);
         const int row = 1 + static_cast<int>(random() % static_cast<unsigned>(survey.NumRows));
-        const SiteIndex sites = rowSites(survey, row).count;
+        const SiteIndex sites = rowSites(survey, row).count();
         const auto points = somePoints(random, sites, sites);
         const Survey deleted = withoutRow(survey, row);
         Survey masked = withoutByMap(survey, row, points);
@@ -94,7 +94,7 @@ TEST(OneWayOut, LeavesTheSameSurveyWhenSitesOfARowArePickedOrMasked) {
     for (int round = 0; round < 500; ++round) {
         const Survey survey = anySurvey(random);
         const int row = 1 + static_cast<int>(random() % static_cast<unsigned>(survey.NumRows));
-        const SiteIndex sites = rowSites(survey, row).count;
+        const SiteIndex sites = rowSites(survey, row).count();
         const auto points = somePoints(random, sites, static_cast<SiteIndex>(random()) % sites);
         ASSERT_EQ(differences(withoutByRowPlot(survey, row, points), withoutByMap(survey, row, points)), "")
             << "round " << round;

@@ -69,11 +69,11 @@ Survey randomSurvey(Random& random) {
 
 // Picked as a user does: at random, with points picked again and equal coordinates taken for one.
 RowSelection randomSelection(Random& random, const Survey& survey, int row) {
-    const RowSites sites = rowSites(survey, row);
+    const IndexRange sites = rowSites(survey, row);
     const auto along = columnOf(survey, alongColumn(upTo(random, 2) == 1), sites);
     RowSelection selection;
     for (int picks = upTo(random, 12); picks > 0; --picks)
-        selection.toggle(upTo(random, static_cast<int>(sites.count)), along);
+        selection.toggle(upTo(random, static_cast<int>(sites.count())), along);
     return selection;
 }
 

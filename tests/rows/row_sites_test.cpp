@@ -20,16 +20,16 @@ Survey threeRows() {
 TEST(RowSites, FollowTheSitesOfAllEarlierRows) {
     const Survey survey = threeRows();
     EXPECT_EQ(rowSites(survey, 1).first, 0);
-    EXPECT_EQ(rowSites(survey, 1).count, 2);
+    EXPECT_EQ(rowSites(survey, 1).count(), 2);
     EXPECT_EQ(rowSites(survey, 2).first, 2);
-    EXPECT_EQ(rowSites(survey, 2).count, 1);
+    EXPECT_EQ(rowSites(survey, 2).count(), 1);
     EXPECT_EQ(rowSites(survey, 3).first, 3);
-    EXPECT_EQ(rowSites(survey, 3).count, 2);
+    EXPECT_EQ(rowSites(survey, 3).count(), 2);
 }
 
 TEST(RowSites, BehindTheLastRowAreNone) {
     EXPECT_EQ(rowSites(threeRows(), 4).first, 5);
-    EXPECT_EQ(rowSites(threeRows(), 4).count, 0);
+    EXPECT_EQ(rowSites(threeRows(), 4).count(), 0);
 }
 
 TEST(RowSites, OutsideTheNumbersOfRowsAreASubscriptOutOfRange) {

@@ -74,8 +74,8 @@ Survey coarseSurvey(std::mt19937& random, int measure) {
 }  // namespace
 
 TEST(MarkedRuns, AreThoseOfTheMarks) {
-    EXPECT_EQ(markedRuns(Marks{1, 1, 0, 0, 1, 0, 1}), (std::vector<SiteRun>{{0, 2}, {4, 5}, {6, 7}}));
-    EXPECT_EQ(markedRuns(Marks{0, 1, 0}), (std::vector<SiteRun>{{1, 2}}));
+    EXPECT_EQ(markedRuns(Marks{1, 1, 0, 0, 1, 0, 1}), (std::vector<IndexRange>{{0, 2}, {4, 5}, {6, 7}}));
+    EXPECT_EQ(markedRuns(Marks{0, 1, 0}), (std::vector<IndexRange>{{1, 2}}));
     EXPECT_TRUE(markedRuns(Marks{0, 0}).empty());
     EXPECT_TRUE(markedRuns({}).empty());
 }

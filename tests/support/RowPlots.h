@@ -80,8 +80,8 @@ class RowPlots : public testing::Test {
         EXPECT_EQ(editor.Command2->isEnabled(), forward);
     }
     void expectRange(const Chart2D& chart, Chart2D::Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).minimum, minimum);
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).maximum, maximum);
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, minimum);
+        EXPECT_DOUBLE_EQ(chart.axisRange(axis).to, maximum);
     }
     // The charts hold exactly this row of the survey as it is now.
     void expectRowShown(int row) {

@@ -149,8 +149,8 @@ void RandomSession::lookCloser(Map& map) {
     for (int keys = way == 3 ? 3 : 0; keys > 0; --keys)
         pressKey(map.box, oneOf(std::vector<Qt::Key>{Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}),
                  Qt::ControlModifier);
-    const auto [left, top, width, height] = map.box.scale();
-    map.zone = {u"", left, top, width, height};
+    const Rectangle& shown = map.box.scale();
+    map.zone = {u"", shown.x.from, shown.y.from, shown.width(), shown.height()};
     const auto near = [](double a, double b, double of) { return std::abs(a - b) <= 1e-9 * of; };
     if (way < 2 && (!near(map.surveyX(now.x()), x, map.xMax - map.xMin) ||
                     !near(map.surveyY(now.y()), y, map.yMax - map.yMin)))

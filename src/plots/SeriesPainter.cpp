@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "plots/SeriesPainter.h"
+
+#include "drawing/Pixels.h"
+#include "plots/PaperSymbols.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <numeric>
+
+namespace tessel {
+
+namespace {
+
+/// A line of so many parts has several in each pixel column, so many symbols lie over each other, and
+/// smoothing no longer shows.
+constexpr std::size_t kDense = 1500;
+
+constexpr double kPaperColumnsPerPixel = 4;
+
+std::int64_t pointCount(const std::vector<IndexRange>& stretches) {
+    return std::accumulate(stretches.begin(), stretches.end(), std::int64_t{0},
+                           [](std::int64_t sum, const IndexRange& s) { return sum + s.count(); });
+}
+
+void drawWhole(QPainter& painter, std::span<const PixelPoint> points) {
+    QPolygonF polyline;
+    for (const PixelPoint& p : points)
+        polyline.append(QPointF(p.x, p.y));
+    painter.drawPolyline(polyline);
+}
+
+/// The same way for the pixels of a display; what lies on the edge of the area belongs to it, whatever
+/// rounding did to it.
+PixelMap scaled(const PixelMap& map, double scale) {
+    constexpr double kSlack = 1e-3;
+    const auto side = [&](const Interval& i) {
+        return Interval{i.from * scale, i.to * scale}.widened(kSlack);
+    };
+    return {{side(map.area.x), side(map.area.y)},
+            map.xScale * scale,
+            map.xShift * scale,
+            map.yScale * scale,
+            map.yShift * scale};
+}
+
+}  // namespace
+
+void SeriesPainter::draw(QImage& picture, const std::vector<ChartSeries>& series, const PixelMap& map) {
+    if (series.empty()) return;
+    QPainter painter(&picture);
+    drawLines(painter, series, map, Medium::Screen);
+    painter.end();
+    stampSymbols(picture, series, map);
+}
+
+void SeriesPainter::print(QPainter& painter, const std::vector<ChartSeries>& series, const PixelMap& map) {
+    drawLines(painter, series, map, Medium::Paper);
+    PaperSymbols paper(painter, map);
+    for (const ChartSeries& one : series)
+        paper.draw(one);
+}
+
+void SeriesPainter::drawLines(QPainter& painter, const std::vector<ChartSeries>& all, const PixelMap& map,
+                              Medium medium) {
+    const double columns =
+        medium == Medium::Paper ? kPaperColumnsPerPixel : painter.device()->devicePixelRatioF();
+    for (const ChartSeries& series : all) {
+        if (series.style.line == ChartLine::None) continue;
+        lines_.clear();
+        appendLines(series, map, columns, lines_);
+        drawLine(painter, series.style.colour, medium);
+    }
+}
+
+void SeriesPainter::drawLine(QPainter& painter, int colour, Medium medium) {
+    painter.save();
+    painter.setPen(QPen(lineColour(colour), 1, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    for (const IndexRange& piece : lines_.pieces) {
+        const auto points =
+            std::span(lines_.points).subspan(std::size_t(piece.first), std::size_t(piece.count()));
+        // A level line is sharp without smoothing.
+        const bool isLevel = std::all_of(points.begin(), points.end(),
+                                         [&](const PixelPoint& p) { return p.y == points.front().y; });
+        painter.setRenderHint(QPainter::Antialiasing, !isLevel);
+        if (medium == Medium::Paper)
+            drawWhole(painter, points);
+        else
+            drawInParts(painter, points);
+    }
+    painter.restore();
+}
+
+/// Part by part, because the time to draw a wide line that crosses itself grows faster than its length.
+void SeriesPainter::drawInParts(QPainter& painter, std::span<const PixelPoint> points) {
+    parts_.clear();
+    for (std::size_t i = 1; i < points.size(); ++i)
+        parts_.append(QLineF(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y));
+    if (points.size() <= kDense) return painter.drawLines(parts_);
+    // Strokes one device pixel wide and unsmoothed are drawn many times faster; side by side they get the
+    // width of the others.
+    QPen pen = painter.pen();
+    pen.setCosmetic(true);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(pen);
+    const double scale = painter.device()->devicePixelRatioF();
+    for (int i = 0; i < nearestInt(scale); ++i) {
+        painter.drawLines(parts_);
+        painter.translate(1 / scale, 0);
+    }
+    painter.restore();
+}
+
+void SeriesPainter::stampSymbols(QImage& picture, const std::vector<ChartSeries>& all, const PixelMap& map) {
+    const double scale = picture.devicePixelRatio();
+    const Raster raster = rasterOf(picture);
+    const PixelMap onRaster = scaled(map, scale);
+    marks_.reset(raster.width, raster.height);
+    for (const ChartSeries& series : all) {
+        if (series.style.symbol == ChartSymbol::None) continue;
+        marks_.nextSeries();
+        const ChartPoints& points = series.points;
+        const std::vector<IndexRange> shown = stretchesShown(points, map);
+        const auto edges = pointCount(shown) <= std::int64_t{kDense} ? SymbolEdges::Soft : SymbolEdges::Hard;
+        const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, edges, scale);
+        for (const IndexRange& stretch : shown)
+            stampPoints(raster, onRaster, stamp, points.x().data() + stretch.first,
+                        points.y().data() + stretch.first, nullptr, std::size_t(stretch.count()), &marks_);
+    }
+}
+
+}  // namespace tessel
