@@ -103,7 +103,8 @@ void AnyNameDialog::accept() {
     std::error_code error;
     if (acceptMode() == AcceptSave && fs::exists(path, error) && !mayReplace(path)) return;
     typed_ = fromPath(path);
-    QDialog::accept();
+    // Not QFileDialog's, which would look for a file of the name as it is shown.
+    QDialog::accept();  // NOLINT(bugprone-parent-virtual-call)
 }
 
 // Qt disables the button while a name stands in the box that it does not know.

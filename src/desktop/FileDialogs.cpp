@@ -35,7 +35,7 @@ QString showOnScreen(QWidget* parent, const FileQuestion& question) {
     const OpenBox open(parent);
     const QPointer<AnyNameDialog> dialog = makeDialog(parent, question);
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    const QString chosen = dialog && accepted ? dialog->chosen() : QString();
+    QString chosen = dialog && accepted ? dialog->chosen() : QString();
     delete dialog;
     return chosen;
 }

@@ -110,7 +110,7 @@ std::string pathMeantBy(const QString& text, const std::string& folder) {
     const auto inFolder = [&](const std::string& name) {
         return name.empty() ? name : (fs::path(folder) / name).string();
     };
-    const std::string asItStands = inFolder(toPath(text));
+    std::string asItStands = inFolder(toPath(text));
     if (exists(asItStands)) return asItStands;
     const QString trimmed = text.trimmed();
     const QString address = localPath(QUrl(trimmed));
