@@ -44,7 +44,7 @@ QByteArray readDocument(const QString& path) {
     if (descriptor < 0) throw unreadable(errno);
     QFile file;
     file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFile::NoError) throw unreadable(errno);
     return bytes;
 }

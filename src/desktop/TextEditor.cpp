@@ -12,7 +12,9 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -63,12 +65,9 @@ bool isStarted(QProcess* process) {
 // Qt would change names that are no Unicode: before it comes to its own start, the child has made this one.
 bool startProgram(const EditorCommand& command) {
     std::vector<std::string> words{toPath(command.program)};
-    for (const QString& argument : command.arguments)
-        words.push_back(toPath(argument));
-    std::vector<char*> pointers;
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
+    std::ranges::transform(command.arguments, std::back_inserter(words), toPath);
+    std::vector<char*> pointers(words.size() + 1);
+    std::ranges::transform(words, pointers.begin(), [](std::string& word) { return word.data(); });
     QProcess* const process = newProcess();
     process->setProcessChannelMode(QProcess::ForwardedChannels);
     process->setInputChannelMode(QProcess::ForwardedInputChannel);
