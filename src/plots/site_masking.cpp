@@ -78,7 +78,10 @@ void recoverSites(SiteMaskArray& SiteMask) {
 
 RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
     RemovedSites removed = removeSites(survey, markedRuns(SiteMask), EmptiedRows::LeaveGaps);
-    SiteMask.assign(static_cast<std::size_t>(survey.NumSites), 0);
+    survey.SiteData.resize(survey.NumSites);
+    const auto kept = static_cast<std::size_t>(survey.NumSites);
+    if (survey.SiteIDPresent) survey.SiteID.resize(kept);
+    SiteMask.assign(kept, 0);
     return removed;
 }
 

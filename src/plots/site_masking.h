@@ -80,8 +80,8 @@ SiteIndex MaskSites(const Survey& survey, const MapExtent& extent, SiteMaskArray
 /// Unmasks every site.
 void recoverSites(SiteMaskArray& SiteMask);
 
-/// Takes the masked sites out of the survey for good, and leaves SiteMask with an entry of 0 for each site
-/// kept. A row that has lost all its sites is a gap in the numbering.
+/// Takes the masked sites out of the survey for good, shrinks the storage to the sites kept, and leaves
+/// SiteMask with an entry of 0 for each of them. A row that has lost all its sites is a gap in the numbering.
 RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask);
 
 /// All sites in order, in blocks whose ends are multiples of 100 sites (but for the last): after each of them

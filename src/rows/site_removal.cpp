@@ -45,12 +45,13 @@ void countWithout(Survey& survey, RemovedSites& removed) {
 void takeOut(Survey& survey, const RemovedSites& removed) {
     const SiteIndex before = survey.NumSites;
     survey.NumSites -= removed.sites;
+    const auto takeFrom = [&](double* values) {
+        closeGaps(values, before, removed.runs);
+        std::fill(values + survey.NumSites, values + before, 0.0);
+    };
     for (int column = 0; column < kSiteColumns; ++column)
-        closeGaps(survey.SiteData.column(column), before, removed.runs);
-    survey.SiteData.resize(survey.NumSites);
-    if (!survey.SiteIDPresent) return;
-    closeGaps(survey.SiteID.data(), before, removed.runs);
-    survey.SiteID.resize(static_cast<std::size_t>(survey.NumSites));
+        takeFrom(survey.SiteData.column(column));
+    if (survey.SiteIDPresent) takeFrom(survey.SiteID.data());
 }
 
 // Numbers the rows that still have sites 1, 2, 3, ...

@@ -53,7 +53,14 @@ Survey withoutByMap(Survey survey, int row, const std::vector<SiteIndex>& points
     SiteMaskArray mask(static_cast<std::size_t>(survey.NumSites), 0);
     for (const SiteIndex point : points)
         mask[static_cast<std::size_t>(rowSites(survey, row).first + point - 1)] = 1;
+    // The map alone shrinks the storage.
+    const SiteIndex size = survey.SiteData.capacity();
+    const std::size_t siteNumbers = survey.SiteID.size();
     deleteMaskedSites(survey, mask);
+    EXPECT_EQ(survey.SiteData.capacity(), survey.NumSites);
+    EXPECT_EQ(survey.SiteID.size(), survey.SiteIDPresent ? static_cast<std::size_t>(survey.NumSites) : 0);
+    survey.SiteData.resize(size);
+    survey.SiteID.resize(siteNumbers);
     return survey;
 }
 
