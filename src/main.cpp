@@ -3,7 +3,6 @@
 #include "app/frmMain.h"
 #include "base/session.h"
 #include "desktop/Guarded.h"
-#include "desktop/ProgramIcon.h"
 #include "desktop/editor_settings.h"
 #include "program/Program.h"
 #include "program/ProgramEnd.h"

@@ -19,8 +19,8 @@ constexpr int kMinimum = 2;
 
 // As row detection counts its measures.
 int modeOf(LagMeasure measure) {
-    if (measure == LagMeasure::TrueDistance) return 1;
-    return measure == LagMeasure::AlongX ? 2 : 3;
+    if (measure == LagMeasure::kTrueDistance) return 1;
+    return measure == LagMeasure::kAlongX ? 2 : 3;
 }
 
 }  // namespace
@@ -28,8 +28,8 @@ int modeOf(LagMeasure measure) {
 LagDistancePlot::LagDistancePlot(PlotArea& area) : Chart2D1(new Chart2D), area_(area) {
     Chart2D1->setObjectName(u"Chart2D1"_s);
     Chart2D1->setAccessibleName(tr("Lag distances"));
-    Chart2D1->setAxisTitle(Chart2D::Axis::X, u"Site sequence number"_s);
-    Chart2D1->setAxisTitle(Chart2D::Axis::Y, u"Distance (meters)"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::kX, u"Site sequence number"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::kY, u"Distance (meters)"_s);
     Chart2D1->setSeriesCount(Chart2D::kData, 2);
     Chart2D1->setSeriesName(Chart2D::kData, kDistances, tr("Distance"));
     Chart2D1->setSeriesName(Chart2D::kData, kMinimum, tr("Minimum distance"));
@@ -39,15 +39,15 @@ LagDistancePlot::LagDistancePlot(PlotArea& area) : Chart2D1(new Chart2D), area_(
 }
 
 void LagDistancePlot::mnuTrue_Dis_Click() {
-    plot(LagMeasure::TrueDistance);
+    plot(LagMeasure::kTrueDistance);
 }
 
 void LagDistancePlot::mnuX_Dis_Click() {
-    plot(LagMeasure::AlongX);
+    plot(LagMeasure::kAlongX);
 }
 
 void LagDistancePlot::mnuY_Dis_Click() {
-    plot(LagMeasure::AlongY);
+    plot(LagMeasure::kAlongY);
 }
 
 void LagDistancePlot::plot(LagMeasure measure) {
@@ -74,8 +74,8 @@ void LagDistancePlot::draw(const LagDistances& lag) {
     Chart2D1->beginBatch();
     fill(lag);
     setStyles(theSurvey().NumSites);
-    Chart2D1->setAxisRange(Chart2D::Axis::X, 0, static_cast<double>(theSurvey().NumSites));
-    Chart2D1->setAxisRange(Chart2D::Axis::Y, 0, lag.top);
+    Chart2D1->setAxisRange(Chart2D::Axis::kX, 0, static_cast<double>(theSurvey().NumSites));
+    Chart2D1->setAxisRange(Chart2D::Axis::kY, 0, lag.top);
     Chart2D1->setHeaderText(
         QString::fromLatin1(lag.header.data(), static_cast<qsizetype>(lag.header.size())));
     Chart2D1->setHeaderFont(12, true);
@@ -117,9 +117,9 @@ void LagDistancePlot::fill(const LagDistances& lag) {
 
 void LagDistancePlot::setStyles(SiteIndex sites) {
     // A line needs two points.
-    const ChartSymbol symbol = sites < 3 ? ChartSymbol::Disc : ChartSymbol::None;
-    Chart2D1->setSeriesStyle(Chart2D::kData, kDistances, {symbol, ChartLine::Thin, kLightBlue});
-    Chart2D1->setSeriesStyle(Chart2D::kData, kMinimum, {symbol, ChartLine::Thin, kLightRed});
+    const ChartSymbol symbol = sites < 3 ? ChartSymbol::kDisc : ChartSymbol::kNone;
+    Chart2D1->setSeriesStyle(Chart2D::kData, kDistances, {symbol, ChartLine::kThin, kLightBlue});
+    Chart2D1->setSeriesStyle(Chart2D::kData, kMinimum, {symbol, ChartLine::kThin, kLightRed});
 }
 
 void LagDistancePlot::readOut(QPoint pixel) {

@@ -47,7 +47,7 @@ class LagDistancePlot : public QObject, public PlotView {
     PlotArea& area_;
     int typedMode_ = 0;
     std::optional<double> typed_;
-    LagMeasure measure_ = LagMeasure::TrueDistance;  ///< of the plot that was shown last
+    LagMeasure measure_ = LagMeasure::kTrueDistance;  ///< of the plot that was shown last
 };
 
 }  // namespace tessel

@@ -19,6 +19,7 @@ struct AppliedAdjustment {
     }
 };
 
+/// The same of both readings.
 struct AppliedAdjustments {
     AppliedAdjustment em1, em2;
     bool operator==(const AppliedAdjustments&) const = default;

@@ -85,11 +85,11 @@ void adjustReadings(Survey& survey, Session& session, const AdjustmentRequest& r
                     AdjustmentOutcome& outcome) {
     outcome = {};
     switch (request.kind) {
-        case AdjustmentKind::AddToEM1:
+        case AdjustmentKind::kAddToEM1:
             return shiftAsTyped(survey, kEM1, request.shift1, session.EMAdjustTotalA, outcome);
-        case AdjustmentKind::AddToEM2:
+        case AdjustmentKind::kAddToEM2:
             return shiftAsTyped(survey, kEM2, request.shift2, session.EMAdjustTotalB, outcome);
-        case AdjustmentKind::Scale:
+        case AdjustmentKind::kScale:
             return scaleAllAsTyped(survey, request, outcome);
     }
 }

@@ -24,12 +24,13 @@ void scaleColumn(Survey& survey, SiteColumn column, double factor);
 /// The smallest factor by which readings may be scaled.
 inline constexpr double kSmallestScale = 0.01;
 
-enum class AdjustmentKind { AddToEM1, AddToEM2, Scale };
+/// A constant added to the one or the other column of readings, or both columns scaled.
+enum class AdjustmentKind { kAddToEM1, kAddToEM2, kScale };
 
 /// An adjustment as it was typed; only the texts that belong to `kind` are looked at, and the factor of EM2
 /// only on a survey with two readings.
 struct AdjustmentRequest {
-    AdjustmentKind kind = AdjustmentKind::AddToEM1;
+    AdjustmentKind kind = AdjustmentKind::kAddToEM1;
     std::string shift1, shift2;    ///< constants for EM1 and EM2 (mS/m)
     std::string factor1, factor2;  ///< scale factors for EM1 and EM2
 };

@@ -27,6 +27,7 @@ struct EMSummary {
     std::optional<RunTimeError> error;  ///< the first that arose on the way
 };
 
+/// A survey without sites has none of these values, and an error.
 EMSummary summariseReadings(const Survey& survey);
 
 }  // namespace tessel

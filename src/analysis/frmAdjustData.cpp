@@ -4,7 +4,6 @@
 #include "app/HelpOpener.h"
 #include "base/numbers.h"
 #include "base/session.h"
-#include "base/survey_changes.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
@@ -113,8 +112,8 @@ void frmAdjustData::showEntries(const QList<QWidget*>& shown, QLineEdit* first) 
 
 AdjustmentRequest frmAdjustData::request() const {
     AdjustmentRequest request;
-    if (optAddEM2->isChecked()) request.kind = AdjustmentKind::AddToEM2;
-    if (optScale->isChecked()) request.kind = AdjustmentKind::Scale;
+    if (optAddEM2->isChecked()) request.kind = AdjustmentKind::kAddToEM2;
+    if (optScale->isChecked()) request.kind = AdjustmentKind::kScale;
     request.shift1 = txtAdjEC1->text().toStdString();
     request.shift2 = txtAdjEC2->text().toStdString();
     request.factor1 = txtScale1->text().toStdString();

@@ -55,8 +55,8 @@ void frmSigCorrStruct::mnuPlot1_Click() {
     const auto end = qScopeGuard([this] { Chart2D1->endBatch(); });
     MakeChart();
     Chart2D1->setHeaderText(u"Conductivity Signal Data Correlation Plot"_s);
-    Chart2D1->setAxisTitle(Chart2D::Axis::X, u"1st Signal Data Column (EC1)"_s);
-    Chart2D1->setAxisTitle(Chart2D::Axis::Y, u"2nd Signal Data Column (EC2)"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::kX, u"1st Signal Data Column (EC1)"_s);
+    Chart2D1->setAxisTitle(Chart2D::Axis::kY, u"2nd Signal Data Column (EC2)"_s);
     lblHint->hide();
     Chart2D1->show();
 }
@@ -88,10 +88,10 @@ void frmSigCorrStruct::MakeChart() {
     Chart2D1->setPointCount(Chart2D::kData, 1, survey.NumSites);
     Chart2D1->setPointCount(Chart2D::kData, 2, survey.NumSites);
     Chart2D1->setPoints(Chart2D::kData, 1, 1, readings(survey, kEM1), readings(survey, kEM2));
-    Chart2D1->setAxisRange(Chart2D::Axis::X, axes.x.from, axes.x.to);
-    Chart2D1->setAxisRange(Chart2D::Axis::Y, axes.y.from, axes.y.to);
-    Chart2D1->setSeriesStyle(Chart2D::kData, 1, {ChartSymbol::Disc, ChartLine::None, kBlue});
-    Chart2D1->setSeriesStyle(Chart2D::kData, 2, {ChartSymbol::None, ChartLine::None, kBlue});
+    Chart2D1->setAxisRange(Chart2D::Axis::kX, axes.x.from, axes.x.to);
+    Chart2D1->setAxisRange(Chart2D::Axis::kY, axes.y.from, axes.y.to);
+    Chart2D1->setSeriesStyle(Chart2D::kData, 1, {ChartSymbol::kDisc, ChartLine::kNone, kBlue});
+    Chart2D1->setSeriesStyle(Chart2D::kData, 2, {ChartSymbol::kNone, ChartLine::kNone, kBlue});
 }
 
 void frmSigCorrStruct::mnuPrint_Click() {

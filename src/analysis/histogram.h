@@ -14,6 +14,7 @@ inline constexpr int kHistogramBins = 50;
 
 /// Mean, standard deviation, minimum and maximum, in this order (mS/m).
 using HistogramStatistics = std::array<double, 4>;
+/// Where each of them stands.
 enum HistogramStatistic : std::size_t { kHistMean = 0, kHistSD = 1, kHistMinimum = 2, kHistMaximum = 3 };
 
 /// Sites in each bin; bin j (1-based) stands at index j - 1.

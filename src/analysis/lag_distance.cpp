@@ -17,11 +17,11 @@ struct Measured {
 };
 
 Measured measured(Survey& survey, LagMeasure measure) {
-    if (measure == LagMeasure::AlongX) {
+    if (measure == LagMeasure::kAlongX) {
         Calculate_X_Distance(survey);
         return {survey.XDist, survey.MaxXDist, "Sample Distance Plot (By X)"};
     }
-    if (measure == LagMeasure::AlongY) {
+    if (measure == LagMeasure::kAlongY) {
         Calculate_Y_Distance(survey);
         return {survey.YDist, survey.MaxYDist, "Sample Distance Plot (By Y)"};
     }

@@ -10,7 +10,7 @@
 namespace tessel {
 
 /// The measure of a lag distance plot.
-enum class LagMeasure { TrueDistance, AlongX, AlongY };
+enum class LagMeasure { kTrueDistance, kAlongX, kAlongY };
 
 /// What a lag distance plot shows: distances from each site to the one before it (metres) against the site's
 /// sequence number, and a line at the minimum distance between rows.

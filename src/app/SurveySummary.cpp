@@ -96,9 +96,9 @@ void SurveySummary::setLines(const std::vector<DescriptionLine>& lines) {
 
 // A gap stands behind the warnings and before the error log.
 bool SurveySummary::beginsGroup(DescriptionKind kind) const {
-    if (before_ == DescriptionKind::Warning) return kind != DescriptionKind::Warning;
-    const bool figures = before_ == DescriptionKind::Fact || before_ == DescriptionKind::Range;
-    return figures && kind != DescriptionKind::Fact && kind != DescriptionKind::Range;
+    if (before_ == DescriptionKind::kWarning) return kind != DescriptionKind::kWarning;
+    const bool figures = before_ == DescriptionKind::kFact || before_ == DescriptionKind::kRange;
+    return figures && kind != DescriptionKind::kFact && kind != DescriptionKind::kRange;
 }
 
 void SurveySummary::clear() {
@@ -113,7 +113,7 @@ void SurveySummary::addLine(const DescriptionLine& line) {
     before_ = line.kind;
     const int row = grid_->rowCount();
     addCaption(line, row);
-    if (line.kind == DescriptionKind::Range)
+    if (line.kind == DescriptionKind::kRange)
         addRange(line, row);
     else
         grid_->addWidget(part(valueOf(line), freeName(line.name)), row, kFrom, 1, -1);
@@ -126,7 +126,7 @@ void SurveySummary::addCaption(const DescriptionLine& line, int row) {
     text_ += caption + u": "_s;
     QLabel* const label = plainLabel(caption);
     label->setObjectName(u"cap"_s + freeName(line.name).mid(3));
-    colour(*label, line.kind == DescriptionKind::Warning ? kBasicPalette[kWarningColour] : kCaptionGrey);
+    colour(*label, line.kind == DescriptionKind::kWarning ? kBasicPalette[kWarningColour] : kCaptionGrey);
     grid_->addWidget(label, row, kCaption, Qt::AlignRight | Qt::AlignTop);
 }
 
@@ -144,19 +144,19 @@ QLabel* SurveySummary::valueOf(const DescriptionLine& line) {
     const QString text = shownText(line.text);
     text_ += text;
     switch (line.kind) {
-        case DescriptionKind::Warning:
+        case DescriptionKind::kWarning:
             return warning(text);
-        case DescriptionKind::Path:
+        case DescriptionKind::kPath:
             return new ElidedLabel(text, Qt::ElideMiddle);
-        case DescriptionKind::LogLine:
+        case DescriptionKind::kLogLine:
             return logLine(text);
-        case DescriptionKind::Link: {
+        case DescriptionKind::kLink: {
             auto* const link = new LinkLabel(text);
             connect(link, &QLabel::linkActivated, this, &SurveySummary::logRequested);
             return link;
         }
-        case DescriptionKind::Fact:
-        case DescriptionKind::Range:
+        case DescriptionKind::kFact:
+        case DescriptionKind::kRange:
             break;
     }
     QLabel* const fact = plainLabel(text);

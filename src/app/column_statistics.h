@@ -8,17 +8,20 @@ namespace tessel {
 // Statistics of one column of SiteData over sites 0..NumSites-1. The column is clamped to 0..3, so that the
 // row column can never be chosen.
 
+/// Smallest and largest value, in the unit of the column: metres, or mS/m.
 struct ColumnMinMax {
     double minimum = 0;
     double maximum = 0;
     SiteIndex notPositive = 0;  ///< count of values <= 0
 };
 
+/// In the unit of the column.
 struct ColumnMeanSD {
     double mean = 0;
     double sd = 0;  ///< sample standard deviation, divisor NumSites - 1
 };
 
+/// The line EM2 = a + b EM1.
 struct Regression {
     double intercept = 0;  ///< a, in mS/m
     double slope = 0;      ///< b, without unit

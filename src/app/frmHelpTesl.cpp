@@ -102,7 +102,7 @@ void frmHelpTesl::showDocument(const QByteArray& rtf, const QString& name, int n
 
 void frmHelpTesl::fill(const QString& name) {
     setPageMargins();
-    if (readRichText(document_, *RTB1->document()) == RichTextResult::TooLarge)
+    if (readRichText(document_, *RTB1->document()) == RichTextResult::kTooLarge)
         QTextCursor(RTB1->document()).insertText(tooLarge(name, Command1->text().remove(u'&')));
     setWindowTitle(u"%1 - Help"_s.arg(titleOf(*RTB1->document(), name)));
     RTB1->moveCursor(QTextCursor::Start);

@@ -52,7 +52,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
 
     connect(mnuExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
     connect(mnuClear, &QAction::triggered, this, guarded(this, [this] { hidePlots(); }));
-    menusFollow(MenuEvent::StartUp);
+    menusFollow(MenuEvent::kStartUp);
 
     Timer1.setObjectName(u"Timer1"_s);
     Timer1.setInterval(kBannerInterval);

@@ -38,22 +38,22 @@ constexpr std::array<MenuChange, 1> kRowEditorFinished = {{{true, kRowDialog}}};
 
 std::span<const MenuChange> menuChanges(MenuEvent event) {
     switch (event) {
-        case MenuEvent::StartUp:
-        case MenuEvent::NothingImported:
+        case MenuEvent::kStartUp:
+        case MenuEvent::kNothingImported:
             return kStartUp;
-        case MenuEvent::SitesImported:
+        case MenuEvent::kSitesImported:
             return kSitesImported;
-        case MenuEvent::ImportRefused:
+        case MenuEvent::kImportRefused:
             return kImportRefused;
-        case MenuEvent::RowsRecalculated:
+        case MenuEvent::kRowsRecalculated:
             return kRowsRecalculated;
-        case MenuEvent::FewerThanTwoRows:
+        case MenuEvent::kFewerThanTwoRows:
             return kFewerThanTwoRows;
-        case MenuEvent::RowsLost:
+        case MenuEvent::kRowsLost:
             return kRowsLost;
-        case MenuEvent::NoSitesLeft:
+        case MenuEvent::kNoSitesLeft:
             return kNoSitesLeft;
-        case MenuEvent::RowEditorFinished:
+        case MenuEvent::kRowEditorFinished:
             return kRowEditorFinished;
     }
     return {};
@@ -61,7 +61,9 @@ std::span<const MenuChange> menuChanges(MenuEvent event) {
 
 MenuNeed menuNeed(std::string_view item) {
     const auto isIn = [item](const auto& items) { return std::ranges::find(items, item) != items.end(); };
-    return isIn(kNeedSites) ? MenuNeed::Sites : isIn(kNeedUsableRows) ? MenuNeed::UsableRows : MenuNeed::None;
+    return isIn(kNeedSites)        ? MenuNeed::kSites
+           : isIn(kNeedUsableRows) ? MenuNeed::kUsableRows
+                                   : MenuNeed::kNone;
 }
 
 }  // namespace tessel

@@ -9,18 +9,20 @@ namespace tessel {
 // Which menu items are enabled when. Items are enabled and disabled by what happens to the survey; this table
 // is the only place that says so.
 
+/// What happens to the survey, as far as menu items follow it.
 enum class MenuEvent {
-    StartUp,            ///< nothing has been imported yet
-    SitesImported,      ///< an import gave at least one site
-    NothingImported,    ///< an import gave no site
-    ImportRefused,      ///< an import was read but its row numbers are of no use
-    RowsRecalculated,   ///< the rows were found anew, at most 250 of them
-    FewerThanTwoRows,   ///< deleting sites on a row plot left fewer than two rows
-    RowsLost,           ///< deleting sites on the map emptied rows: all sites are one row, to be divided anew
-    NoSitesLeft,        ///< the last site was deleted
-    RowEditorFinished,  ///< the row plot editor was closed with its button
+    kStartUp,           ///< nothing has been imported yet
+    kSitesImported,     ///< an import gave at least one site
+    kNothingImported,   ///< an import gave no site
+    kImportRefused,     ///< an import was read but its row numbers are of no use
+    kRowsRecalculated,  ///< the rows were found anew, at most 250 of them
+    kFewerThanTwoRows,  ///< deleting sites on a row plot left fewer than two rows
+    kRowsLost,          ///< deleting sites on the map emptied rows: all sites are one row, to be divided anew
+    kNoSitesLeft,       ///< the last site was deleted
+    kRowEditorFinished,  ///< the row plot editor was closed with its button
 };
 
+/// Items that one event enables, or disables.
 struct MenuChange {
     bool enable;
     std::span<const std::string_view> items;  ///< object names
@@ -31,7 +33,7 @@ std::span<const MenuChange> menuChanges(MenuEvent event);
 
 /// What an item has nothing to open without. Items stay enabled when the last site goes with the row plots or
 /// the row dialog, and where there are too many rows: whoever chooses one then is told why.
-enum class MenuNeed { None, Sites, UsableRows };
+enum class MenuNeed { kNone, kSites, kUsableRows };
 MenuNeed menuNeed(std::string_view item);
 
 }  // namespace tessel

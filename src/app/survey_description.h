@@ -8,18 +8,18 @@ namespace tessel {
 
 /// What a line of a survey's description is.
 enum class DescriptionKind {
-    Warning,  ///< what a user must know; a sentence or two
-    Fact,     ///< a value
-    Path,     ///< the path of a file
-    Range,    ///< a smallest and a largest value
-    Link,     ///< opens the error log
-    LogLine   ///< a line of the error log
+    kWarning,  ///< what a user must know; a sentence or two
+    kFact,     ///< a value
+    kPath,     ///< the path of a file
+    kRange,    ///< a smallest and a largest value
+    kLink,     ///< opens the error log
+    kLogLine   ///< a line of the error log
 };
 
 /// A line of a survey's description. Texts are UTF-8, but for paths and lines of files, which are bytes of
 /// any kind and no markup.
 struct DescriptionLine {
-    DescriptionKind kind = DescriptionKind::Fact;
+    DescriptionKind kind = DescriptionKind::kFact;
     std::string name;     ///< tells the line from the others, as a word
     std::string caption;  ///< empty where the line goes on with the one above it
     std::string text;     ///< of a range its smallest value

@@ -70,7 +70,7 @@ void LineReader::readFirstBlock() {
     firstBytes_ = static_cast<std::size_t>(end_ - position_);
     const TextEncoding encoding = recogniseTextEncoding(firstBytes().substr(0, kLeastFirstBytes));
     const std::size_t mark = byteOrderMarkLength(firstBytes());
-    if (encoding == TextEncoding::Bytes)
+    if (encoding == TextEncoding::kBytes)
         position_ += mark;
     else
         decodeFirstBlock(encoding);

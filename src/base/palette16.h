@@ -12,6 +12,7 @@ inline constexpr std::array<std::uint32_t, 16> kBasicPalette = {
     0x000000, 0x000080, 0x008000, 0x008080, 0xB00000, 0x800080, 0x808000, 0xC0C0C0,
     0x808080, 0x0000FF, 0x00FF00, 0x00FFFF, 0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
 
+/// The places of the colours in it.
 enum BasicColour : int {
     kBlack = 0,
     kBlue = 1,

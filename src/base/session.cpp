@@ -8,4 +8,18 @@ Session& theSession() {
     return session;
 }
 
+namespace {
+
+std::uint64_t changes = 0;
+
+}  // namespace
+
+std::uint64_t surveyChanges() {
+    return changes;
+}
+
+void noteSurveyChange() {
+    ++changes;
+}
+
 }  // namespace tessel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace tessel {
@@ -19,5 +20,10 @@ struct Session {
 
 /// The one session of the process. Windows use it; what computes takes what it works on as an argument.
 Session& theSession();
+
+/// How often the survey of the process has been changed. Whoever has just changed it says so before anything
+/// else is done, so that a failure that comes afterwards can be told from one that has left it as it was.
+std::uint64_t surveyChanges();
+void noteSurveyChange();
 
 }  // namespace tessel

@@ -88,14 +88,14 @@ struct HalvesOfPairs {
 }  // namespace
 
 TextEncoding recogniseTextEncoding(std::string_view firstBytes) {
-    if (firstBytes.starts_with(kLittleEndianMark)) return TextEncoding::Utf16LittleEndian;
-    if (firstBytes.starts_with(kBigEndianMark)) return TextEncoding::Utf16BigEndian;
-    if (firstBytes.find('\0') == std::string_view::npos) return TextEncoding::Bytes;
+    if (firstBytes.starts_with(kLittleEndianMark)) return TextEncoding::kUtf16LittleEndian;
+    if (firstBytes.starts_with(kBigEndianMark)) return TextEncoding::kUtf16BigEndian;
+    if (firstBytes.find('\0') == std::string_view::npos) return TextEncoding::kBytes;
     const HalvesOfPairs first(firstBytes, 0), second(firstBytes, 1);
-    if (first.pairs < kFewestPairs) return TextEncoding::Bytes;
-    if (second.areHighBytes() && first.areCharacters()) return TextEncoding::Utf16LittleEndian;
-    if (first.areHighBytes() && second.areCharacters()) return TextEncoding::Utf16BigEndian;
-    return TextEncoding::Bytes;
+    if (first.pairs < kFewestPairs) return TextEncoding::kBytes;
+    if (second.areHighBytes() && first.areCharacters()) return TextEncoding::kUtf16LittleEndian;
+    if (first.areHighBytes() && second.areCharacters()) return TextEncoding::kUtf16BigEndian;
+    return TextEncoding::kBytes;
 }
 
 std::size_t byteOrderMarkLength(std::string_view firstBytes) {
@@ -188,7 +188,7 @@ std::size_t Utf16Decoder::finish(char* out) {
 
 std::string decodedText(std::string_view bytes, TextEncoding encoding) {
     bytes.remove_prefix(byteOrderMarkLength(bytes));
-    if (encoding == TextEncoding::Bytes) return std::string(bytes);
+    if (encoding == TextEncoding::kBytes) return std::string(bytes);
     Utf16Decoder decoder(encoding);
     std::string text(Utf16Decoder::mostBytes(bytes.size()), '\0');
     std::size_t length = decoder.decode(bytes, text.data());

@@ -8,7 +8,7 @@
 namespace tessel {
 
 /// How the characters of a text file are stored.
-enum class TextEncoding { Bytes, Utf16LittleEndian, Utf16BigEndian };
+enum class TextEncoding { kBytes, kUtf16LittleEndian, kUtf16BigEndian };
 
 /// How the characters of a file are stored that begins with these bytes. UTF-16 is known by its mark; without
 /// one by a zero beside nearly every character, as letters, digits and signs of numbers have it there. All
@@ -28,7 +28,7 @@ bool looksLikeText(std::string_view bytes);
 class Utf16Decoder {
   public:
     /// `encoding` is not Bytes.
-    explicit Utf16Decoder(TextEncoding encoding) : bigEndian_(encoding == TextEncoding::Utf16BigEndian) {}
+    explicit Utf16Decoder(TextEncoding encoding) : bigEndian_(encoding == TextEncoding::kUtf16BigEndian) {}
 
     /// Bytes that a block and the one before it become at most.
     static std::size_t mostBytes(std::size_t blockSize) { return blockSize / 2 * 3 + 6; }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/survey_changes.h"
+#include "base/session.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -13,7 +13,7 @@
 namespace tessel {
 
 /// Shows the description of the exception under way in a box; where memory ran out, also whether the survey
-/// has been changed since there were `changesBefore` (survey_changes.h). Call it in a catch block only.
+/// has been changed since there were `changesBefore` (session.h). Call it in a catch block only.
 void reportRunTimeError(QWidget* parent, std::uint64_t changesBefore);
 
 /// The edge of an event: what `action` throws is reported with its description and the action is abandoned.

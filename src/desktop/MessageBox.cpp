@@ -38,13 +38,13 @@ void keepLines(QMessageBox& box) {
 
 QMessageBox::Icon iconOf(const MessageBox& message) {
     switch (messageKind(message.text, message.question)) {
-        case MessageKind::Question:
+        case MessageKind::kQuestion:
             return QMessageBox::Question;
-        case MessageKind::Warning:
+        case MessageKind::kWarning:
             return QMessageBox::Warning;
-        case MessageKind::Error:
+        case MessageKind::kError:
             return QMessageBox::Critical;
-        case MessageKind::Information:
+        case MessageKind::kInformation:
             break;
     }
     return QMessageBox::Information;

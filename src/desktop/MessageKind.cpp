@@ -43,9 +43,9 @@ bool beginsLikeOneOf(const QString& text, const Beginnings& beginnings) {
 
 MessageKind messageKind(const QString& text, bool question) {
     if (question)
-        return beginsLikeOneOf(text, kQuestionsWithALoss) ? MessageKind::Warning : MessageKind::Question;
-    if (beginsLikeOneOf(text, kInformation)) return MessageKind::Information;
-    return beginsLikeOneOf(text, kWarnings) ? MessageKind::Warning : MessageKind::Error;
+        return beginsLikeOneOf(text, kQuestionsWithALoss) ? MessageKind::kWarning : MessageKind::kQuestion;
+    if (beginsLikeOneOf(text, kInformation)) return MessageKind::kInformation;
+    return beginsLikeOneOf(text, kWarnings) ? MessageKind::kWarning : MessageKind::kError;
 }
 
 }  // namespace tessel

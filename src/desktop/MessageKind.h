@@ -7,10 +7,10 @@ namespace tessel {
 
 /// What a message is to its reader; each has an icon of its own.
 enum class MessageKind {
-    Information,  ///< something has been done, or how something is
-    Question,     ///< Yes or No, and nothing is lost by either
-    Warning,      ///< an entry to correct, something that is not possible now, or Yes would lose something
-    Error         ///< an action was abandoned
+    kInformation,  ///< something has been done, or how something is
+    kQuestion,     ///< Yes or No, and nothing is lost by either
+    kWarning,      ///< an entry to correct, something that is not possible now, or Yes would lose something
+    kError         ///< an action was abandoned
 };
 
 /// The kind of a message, by the words with which it begins. The messages that inform and warn are known;

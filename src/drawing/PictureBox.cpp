@@ -139,9 +139,9 @@ QRectF PictureBox::area() const {
 
 void PictureBox::follow(Pointer pointer, const QPointF& pixel) {
     const QPointF place = toScale(pixel);
-    if (pointer == Pointer::Pressed) Q_EMIT pointerPressed(place.x(), place.y());
-    if (pointer == Pointer::Released) Q_EMIT pointerReleased(place.x(), place.y());
-    if (pointer == Pointer::Moved) Q_EMIT pointerMoved(place.x(), place.y());
+    if (pointer == Pointer::kPressed) Q_EMIT pointerPressed(place.x(), place.y());
+    if (pointer == Pointer::kReleased) Q_EMIT pointerReleased(place.x(), place.y());
+    if (pointer == Pointer::kMoved) Q_EMIT pointerMoved(place.x(), place.y());
 }
 
 void PictureBox::resizeEvent(QResizeEvent*) {

@@ -115,7 +115,7 @@ void Surface::leaveEvent(QEvent*) {
 }
 
 void Surface::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) follow(Pointer::Pressed, event->position());
+    if (event->button() == Qt::LeftButton) follow(Pointer::kPressed, event->position());
     if (dragsView(*event)) dragged_ = event->position();
 }
 
@@ -126,14 +126,14 @@ void Surface::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void Surface::mouseMoveEvent(QMouseEvent* event) {
-    if (!dragged_) return follow(Pointer::Moved, event->position());
+    if (!dragged_) return follow(Pointer::kMoved, event->position());
     const QPointF by = event->position() - *dragged_;
     dragged_ = event->position();
     moveView(-by.x() / area().width(), -by.y() / area().height());
 }
 
 void Surface::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) follow(Pointer::Released, event->position());
+    if (event->button() == Qt::LeftButton) follow(Pointer::kReleased, event->position());
     if (dragsView(*event)) dragged_.reset();
 }
 

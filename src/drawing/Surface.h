@@ -32,7 +32,7 @@ class Surface : public QWidget {
     void pointerLeft();
 
   protected:
-    enum class Pointer { Pressed, Moved, Released };
+    enum class Pointer { kPressed, kMoved, kReleased };
 
     /// The part of the widget in which the view lies.
     virtual QRectF area() const = 0;

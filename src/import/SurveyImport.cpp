@@ -2,7 +2,7 @@
 #include "import/SurveyImport.h"
 
 #include "app/survey.h"
-#include "base/survey_changes.h"
+#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
@@ -89,7 +89,7 @@ ImportedRows SurveyImport::run(QWidget& window, const Reader& reader) {
     putInPlace(result);
     const std::string rows = importedRowsReport(result.rows);
     if (!rows.empty()) tell(&window, QString::fromStdString(rows));
-    if (result.rows == ImportedRows::TooManyRows) Q_EMIT tooManyRows();
+    if (result.rows == ImportedRows::kTooManyRows) Q_EMIT tooManyRows();
     return result.rows;
 }
 

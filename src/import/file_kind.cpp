@@ -93,7 +93,7 @@ FileKind recogniseFileKind(std::string_view firstBytes) {
     kind.encoding = recogniseTextEncoding(firstBytes);
     std::string decoded;
     std::string_view text = firstBytes.substr(byteOrderMarkLength(firstBytes));
-    if (kind.encoding != TextEncoding::Bytes) text = decoded = decodedText(firstBytes, kind.encoding);
+    if (kind.encoding != TextEncoding::kBytes) text = decoded = decodedText(firstBytes, kind.encoding);
     kind.isText = looksLikeText(text);
     if (!kind.isText) return kind;
     LineCounter counter;

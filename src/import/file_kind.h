@@ -14,11 +14,11 @@ inline constexpr std::size_t kFirstBytes = std::size_t{1} << 16;
 
 /// What the beginning of a sensor file looks like.
 struct FileKind {
-    TextEncoding encoding = TextEncoding::Bytes;  ///< Bytes: ASCII, UTF-8 or any code page
-    bool isText = true;                           ///< false for a binary or compressed file
-    bool decimalCommas = false;                   ///< semicolons between values, commas in numbers
-    bool tabs = false;                            ///< tabs between values
-    int headerLines = 0;                          ///< lines in front of the first line of numbers
+    TextEncoding encoding = TextEncoding::kBytes;  ///< Bytes: ASCII, UTF-8 or any code page
+    bool isText = true;                            ///< false for a binary or compressed file
+    bool decimalCommas = false;                    ///< semicolons between values, commas in numbers
+    bool tabs = false;                             ///< tabs between values
+    int headerLines = 0;                           ///< lines in front of the first line of numbers
 };
 
 /// What kind of file begins with these bytes: a file's first 64 KiB, or all of it. Of a file that is not text

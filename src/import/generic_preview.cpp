@@ -142,7 +142,7 @@ std::string fileKindNotice(const FileKind& kind) {
         if (!notice.empty()) notice += ' ';
         notice += sentence;
     };
-    if (kind.encoding != TextEncoding::Bytes) add("The characters of this file are stored as UTF-16.");
+    if (kind.encoding != TextEncoding::kBytes) add("The characters of this file are stored as UTF-16.");
     if (kind.decimalCommas) add("Semicolons stand between its values, and its decimal signs are commas.");
     if (kind.tabs) add("Tabs stand between its values.");
     if (kind.headerLines == 1) add("The first line is a header.");

@@ -17,6 +17,7 @@ struct PreviewValue {
     bool numeric = false;
 };
 
+/// A record as the preview shows it.
 struct PreviewRecord {
     std::int64_t line = 0;             ///< the line on which it begins, from 1
     std::vector<PreviewValue> values;  ///< fewer than the layout's when it is cut off

@@ -132,15 +132,15 @@ class SiteCollector {
 // Counts the rows into NumRows if the row numbers are of use.
 ImportedRows checkRows(Survey& survey) {
     const double* const row = survey.SiteData.column(kRow);
-    if (row[0] != 1) return ImportedRows::FirstRowNotOne;
+    if (row[0] != 1) return ImportedRows::kFirstRowNotOne;
     int rows = 1;
     for (SiteIndex i = 1; i < survey.NumSites; ++i) {
         if (row[i] == row[i - 1]) continue;
-        if (row[i] != row[i - 1] + 1) return ImportedRows::NotSequential;
+        if (row[i] != row[i - 1] + 1) return ImportedRows::kNotSequential;
         ++rows;
     }
     survey.NumRows = survey.RowIndex = rows;
-    return rows > kMaxRows ? ImportedRows::TooManyNumbered : ImportedRows::Usable;
+    return rows > kMaxRows ? ImportedRows::kTooManyNumbered : ImportedRows::kUsable;
 }
 
 template <class Scanner>
@@ -181,7 +181,7 @@ ImportResult importGenericFile(const GenericOptions& options, const SurveyParame
     if (survey.NumSites > 0) {
         result.rows = checkRows(survey);
         if (!isFatal(result.rows)) Calculate_Chosen_Distance(survey);
-        if (result.rows == ImportedRows::Usable) Calculate_NumPoints(survey);
+        if (result.rows == ImportedRows::kUsable) Calculate_NumPoints(survey);
     }
     log.commit();
     log.describe(result.summary);

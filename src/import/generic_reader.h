@@ -34,6 +34,7 @@ inline constexpr std::array<GenericLayout, 8> kGenericLayouts = {{
     {true, true, false},
 }};
 
+/// What the window of the generic import asks for.
 struct GenericOptions {
     std::string path;          ///< the sensor file
     std::string errorLogPath;  ///< where dropped records go

@@ -80,7 +80,7 @@ class Description {
         const bool goesOn = !lines_.empty() && lines_.back().kind == kind && lines_.back().name == name;
         lines_.push_back({kind, name, goesOn ? std::string() : caption, std::move(text), {}, {}});
     }
-    void warn(std::string text) { add(Kind::Warning, "Warning", "Attention", std::move(text)); }
+    void warn(std::string text) { add(Kind::kWarning, "Warning", "Attention", std::move(text)); }
 
     // What the beginning of the file looks like.
     void warnOfTheFile() {
@@ -140,15 +140,15 @@ class Description {
     }
 
     void tellTheFile() {
-        add(Kind::Path, "File", "File", import_.path);
-        if (const std::string text = kindOfText(); !text.empty()) add(Kind::Fact, "Format", "Format", text);
-        add(Kind::Fact, "Lines", "Lines read", std::to_string(import_.linesRead));
+        add(Kind::kPath, "File", "File", import_.path);
+        if (const std::string text = kindOfText(); !text.empty()) add(Kind::kFact, "Format", "Format", text);
+        add(Kind::kFact, "Lines", "Lines read", std::to_string(import_.linesRead));
         std::int64_t rejected = 0;
         for (const RejectedLines& lines : import_.rejected)
             rejected += lines.lines;
-        add(Kind::Fact, "Rejected", "Rejected", rejected == 0 ? "none" : std::to_string(rejected));
+        add(Kind::kFact, "Rejected", "Rejected", rejected == 0 ? "none" : std::to_string(rejected));
         for (const RejectedLines& lines : import_.rejected)
-            add(Kind::Fact, "Rejected", "Rejected",
+            add(Kind::kFact, "Rejected", "Rejected",
                 std::to_string(lines.lines) + " × " + bareReason(lines.reason) + from(lines.firstLine));
     }
 
@@ -157,7 +157,7 @@ class Description {
         const FileKind& kind = import_.kind;
         std::string text;
         const auto also = [&text](const std::string& what) { text += (text.empty() ? "" : ", ") + what; };
-        if (kind.encoding != TextEncoding::Bytes) also("UTF-16");
+        if (kind.encoding != TextEncoding::kBytes) also("UTF-16");
         if (kind.decimalCommas) also("semicolons and decimal commas");
         if (kind.tabs) also("tabs between values");
         if (kind.headerLines > 0) also(counted(kind.headerLines, "header line"));
@@ -165,15 +165,15 @@ class Description {
     }
 
     void tellTheSurvey() {
-        add(Kind::Fact, "Sites", "Sites", std::to_string(survey_.NumSites));
+        add(Kind::kFact, "Sites", "Sites", std::to_string(survey_.NumSites));
         if (survey_.NumSites == 0) return;
-        add(Kind::Fact, "Rows", "Rows", rows());
+        add(Kind::kFact, "Rows", "Rows", rows());
         const int decimals = facts_.looksLikeDegrees ? kDegreeDecimals : kDecimals;
         tellRange(kX, "X", decimals, metres());
         tellRange(kY, "Y", decimals, metres());
         tellRange(kEM1, "EM1", kDecimals, "mS/m");
         if (survey_.TwoEMColumns) tellRange(kEM2, "EM2", kDecimals, "mS/m");
-        if (facts_.steps > 0) add(Kind::Fact, "Step", "Median step", step());
+        if (facts_.steps > 0) add(Kind::kFact, "Step", "Median step", step());
     }
 
     std::string rows() const {
@@ -185,7 +185,7 @@ class Description {
 
     void tellRange(SiteColumn column, const std::string& name, int decimals, const std::string& unit) {
         const Interval& range = facts_.ranges[static_cast<std::size_t>(column)];
-        lines_.push_back({Kind::Range, name, name, shownNumber(range.from, decimals),
+        lines_.push_back({Kind::kRange, name, name, shownNumber(range.from, decimals),
                           shownNumber(range.to, decimals), unit});
     }
 
@@ -200,13 +200,13 @@ class Description {
     void tellTheLog(bool logIsInMenu) {
         const bool written = import_.logProblem.empty();
         const bool empty = import_.firstLogLines.empty();
-        if (!logIsInMenu && written) add(Kind::Path, "Log", "Error log", import_.logPath);
+        if (!logIsInMenu && written) add(Kind::kPath, "Log", "Error log", import_.logPath);
         if (written && !(empty && logIsInMenu))
-            add(Kind::Link, "LogLink", logIsInMenu ? "Error log" : "", "Open the error log");
+            add(Kind::kLink, "LogLink", logIsInMenu ? "Error log" : "", "Open the error log");
         if (logIsInMenu && written) return;
-        if (empty && written) add(Kind::Fact, "LogState", "", "It is empty: no line was rejected.");
+        if (empty && written) add(Kind::kFact, "LogState", "", "It is empty: no line was rejected.");
         for (const std::string& line : import_.firstLogLines)
-            add(Kind::LogLine, "LogLine", "First rejected", line);
+            add(Kind::kLogLine, "LogLine", "First rejected", line);
     }
 
     const Survey& survey_;

@@ -28,7 +28,7 @@ FixedColumnNotice fixedColumnNotice(const FileKind& kind) {
     say(kind.tabs,
         "Tabs stand between the values: columns of characters will not line up; the generic import fits.");
     notice.isWarning = !notice.text.empty();
-    say(kind.encoding != TextEncoding::Bytes, "The text is UTF-16; it is read as what it says.");
+    say(kind.encoding != TextEncoding::kBytes, "The text is UTF-16; it is read as what it says.");
     say(kind.headerLines == 1, "The first line is a header; it will be in the error log.");
     say(kind.headerLines > 1, "The first " + std::to_string(kind.headerLines) +
                                   " lines are a header; they will be in the error log.");

@@ -230,7 +230,7 @@ ImportResult importTrimbleFile(const TrimbleOptions& options) {
     result.rejected = readTrimbleFile(options, result.survey, log, result.summary);
     if (result.survey.NumSites > 0) {
         Calculate_Chosen_Distance(result.survey);
-        if (Assign_Row(result.survey) == RowDetection::TooManyRows) result.rows = ImportedRows::TooManyRows;
+        if (Assign_Row(result.survey) == RowDetection::kTooManyRows) result.rows = ImportedRows::kTooManyRows;
     }
     log.commit();
     log.describe(result.summary);

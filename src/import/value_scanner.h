@@ -89,6 +89,7 @@ class BasicValueScanner {
     bool afterValue_ = false;
 };
 
+/// The scanners of the two kinds of delimited file.
 using ValueScanner = BasicValueScanner<PlainValues>;
 using DecimalCommaScanner = BasicValueScanner<DecimalCommaValues>;
 

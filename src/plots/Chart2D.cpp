@@ -14,12 +14,12 @@ namespace tessel {
 namespace {
 
 ChartViews::Axis viewAxis(Chart2D::Axis axis) {
-    if (axis == Chart2D::Axis::X) return ChartViews::kX;
-    return axis == Chart2D::Axis::Y ? ChartViews::kY : ChartViews::kY2;
+    if (axis == Chart2D::Axis::kX) return ChartViews::kX;
+    return axis == Chart2D::Axis::kY ? ChartViews::kY : ChartViews::kY2;
 }
 
 SeriesStyle firstStyle(int group) {
-    if (group == Chart2D::kHighlight) return {ChartSymbol::Ring, ChartLine::None, 12};
+    if (group == Chart2D::kHighlight) return {ChartSymbol::kRing, ChartLine::kNone, 12};
     return {};
 }
 
@@ -258,8 +258,8 @@ QRectF Chart2D::area() const {
 }
 
 void Chart2D::follow(Pointer pointer, const QPointF& pixel) {
-    if (pointer == Pointer::Pressed) Q_EMIT pointerPressed(pixelAt(pixel));
-    if (pointer == Pointer::Moved) Q_EMIT pointerMoved(pixelAt(pixel));
+    if (pointer == Pointer::kPressed) Q_EMIT pointerPressed(pixelAt(pixel));
+    if (pointer == Pointer::kMoved) Q_EMIT pointerMoved(pixelAt(pixel));
 }
 
 void Chart2D::zoomView(const QPointF& around, double xFactor, double yFactor) {

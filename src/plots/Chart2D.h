@@ -39,18 +39,21 @@ class Chart2D : public Surface {
     enum Group { kData = 1, kHighlight = 2 };
     /// The data are measured on X and Y, the highlight group on X and Y2. Y2 is drawn at the right side when
     /// its limits differ from those of Y or it has a title.
-    enum class Axis { X, Y, Y2 };
+    enum class Axis { kX, kY, kY2 };
 
+    /// In data units; a hole unless it has been set.
     struct Point {
         double x = kHole;
         double y = kHole;
         bool operator==(const Point&) const = default;
     };
+    /// Data coordinates of a pixel, within the plot area or beyond it.
     struct PixelData {
         bool inPlotArea = false;
         double x = 0;
         double y = 0;
     };
+    /// The point that the pointer means; -1 where there is none.
     struct Nearest {
         int series = -1;
         qsizetype point = -1;

@@ -103,7 +103,7 @@ int ChartFrame::paintName(QPainter& painter, const QRect& box, const ChartSeries
     const int width = QFontMetrics(textFont_).horizontalAdvance(name);
     painter.drawText(box, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), name);
     const QPointF centre(box.right() - width - 14, box.center().y() + 0.5);
-    if (series.style.line != ChartLine::None) {
+    if (series.style.line != ChartLine::kNone) {
         painter.save();
         painter.setPen(QPen(lineColour(series.style.colour), 1));
         painter.drawLine(centre - QPointF(9, 0), centre + QPointF(9, 0));

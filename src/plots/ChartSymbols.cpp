@@ -27,9 +27,9 @@ QPolygonF diamond(const QRectF& r) {
 }
 
 void paintShape(QPainter& painter, const QRectF& box, ChartSymbol symbol) {
-    if (symbol == ChartSymbol::Disc || symbol == ChartSymbol::Ring) painter.drawEllipse(box);
-    if (symbol == ChartSymbol::Square) painter.drawRect(box);
-    if (symbol == ChartSymbol::Diamond) painter.drawPolygon(diamond(box));
+    if (symbol == ChartSymbol::kDisc || symbol == ChartSymbol::kRing) painter.drawEllipse(box);
+    if (symbol == ChartSymbol::kSquare) painter.drawRect(box);
+    if (symbol == ChartSymbol::kDiamond) painter.drawPolygon(diamond(box));
 }
 
 QRectF inset(const QRectF& box, double by) {
@@ -37,7 +37,7 @@ QRectF inset(const QRectF& box, double by) {
 }
 
 void paintRing(QPainter& painter, const QRectF& box, int colour) {
-    const double width = box.width() * 2 / symbolSize(ChartSymbol::Ring);
+    const double width = box.width() * 2 / symbolSize(ChartSymbol::kRing);
     painter.setPen(QPen(lineColour(colour), width));
     painter.setBrush(Qt::NoBrush);
     painter.drawEllipse(inset(box, width / 2));
@@ -64,25 +64,25 @@ QColor chartInk() {
 
 double symbolSize(ChartSymbol symbol) {
     switch (symbol) {
-        case ChartSymbol::Disc:
+        case ChartSymbol::kDisc:
             return 5;
-        case ChartSymbol::Square:
+        case ChartSymbol::kSquare:
             return 4;
-        case ChartSymbol::Diamond:
+        case ChartSymbol::kDiamond:
             return 7;
-        case ChartSymbol::Ring:
+        case ChartSymbol::kRing:
             return 12;
-        case ChartSymbol::None:
+        case ChartSymbol::kNone:
             break;
     }
     return 0;
 }
 
 void paintSymbol(QPainter& painter, const QRectF& box, ChartSymbol symbol, int colour) {
-    if (symbol == ChartSymbol::None) return;
+    if (symbol == ChartSymbol::kNone) return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    if (symbol == ChartSymbol::Ring) {
+    if (symbol == ChartSymbol::kRing) {
         paintRing(painter, box, colour);
     } else {
         painter.setPen(Qt::NoPen);
@@ -108,7 +108,7 @@ const Stamp& StampCache::stamp(ChartSymbol symbol, int colour, SymbolEdges edges
     paintSymbol(painter, picture.rect(), symbol, colour);
     painter.end();
     const Stamp soft = pictureStamp(size, reinterpret_cast<const std::uint32_t*>(picture.constBits()));
-    return entry->second = edges == SymbolEdges::Soft ? soft : hardEdged(soft);
+    return entry->second = edges == SymbolEdges::kSoft ? soft : hardEdged(soft);
 }
 
 }  // namespace tessel

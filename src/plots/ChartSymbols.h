@@ -32,7 +32,8 @@ double symbolSize(ChartSymbol symbol);
 /// Draws one symbol into `box`, a square of symbolSize() on a side (or that times the display's scale).
 void paintSymbol(QPainter& painter, const QRectF& box, ChartSymbol symbol, int colour);
 
-enum class SymbolEdges { Soft, Hard };
+/// Whether the edges of a symbol are blended with what lies beneath.
+enum class SymbolEdges { kSoft, kHard };
 
 /// Symbols as stamps for a display's scale, each painted the first time it is asked for.
 class StampCache {

@@ -37,9 +37,9 @@ PaperSymbols::PaperSymbols(QPainter& painter, const PixelMap& map)
 
 void PaperSymbols::draw(const ChartSeries& series) {
     const ChartSymbol symbol = series.style.symbol;
-    if (symbol == ChartSymbol::None) return;
+    if (symbol == ChartSymbol::kNone) return;
     findPlaces(series);
-    if (symbol == ChartSymbol::Ring) return drawRings(series);
+    if (symbol == ChartSymbol::kRing) return drawRings(series);
     const int colour = series.style.colour;
     const double size = symbolSize(symbol);
     strokePlaces(symbol, size, needsOutline(colour) ? chartInk() : paletteColour(colour));
@@ -73,20 +73,20 @@ bool PaperSymbols::take(std::uint32_t place) {
 }
 
 void PaperSymbols::drawRings(const ChartSeries& series) {
-    const double size = symbolSize(ChartSymbol::Ring);
+    const double size = symbolSize(ChartSymbol::kRing);
     for (const QPointF& place : places_)
         paintSymbol(painter_, QRectF(place.x() - size / 2, place.y() - size / 2, size, size),
-                    ChartSymbol::Ring, series.style.colour);
+                    ChartSymbol::kRing, series.style.colour);
 }
 
 void PaperSymbols::strokePlaces(ChartSymbol symbol, double size, const QColor& colour) {
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
     // A diamond is a square stroke on paper turned by 45 degrees; its size is its diagonal.
-    const bool turned = symbol == ChartSymbol::Diamond;
+    const bool turned = symbol == ChartSymbol::kDiamond;
     const double width = turned ? size * std::sqrt(0.5) : size;
     painter_.setPen(
-        QPen(colour, width, Qt::SolidLine, symbol == ChartSymbol::Disc ? Qt::RoundCap : Qt::SquareCap));
+        QPen(colour, width, Qt::SolidLine, symbol == ChartSymbol::kDisc ? Qt::RoundCap : Qt::SquareCap));
     painter_.setBrush(Qt::NoBrush);
     QTransform turn;
     if (turned) turn.rotate(45);

@@ -3,7 +3,7 @@
 
 #include "app/HelpOpener.h"
 #include "base/palette16.h"
-#include "base/survey_changes.h"
+#include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
@@ -24,9 +24,9 @@ namespace {
 
 constexpr int kHelpDocument = 114;
 
-constexpr SeriesStyle kEM1Profile{ChartSymbol::Disc, ChartLine::Thin, kBlue};
-constexpr SeriesStyle kEM2Profile{ChartSymbol::Square, ChartLine::Thin, kGreen};
-constexpr SeriesStyle kSites{ChartSymbol::Disc, ChartLine::None, kBlue};
+constexpr SeriesStyle kEM1Profile{ChartSymbol::kDisc, ChartLine::kThin, kBlue};
+constexpr SeriesStyle kEM2Profile{ChartSymbol::kSquare, ChartLine::kThin, kGreen};
+constexpr SeriesStyle kSites{ChartSymbol::kDisc, ChartLine::kNone, kBlue};
 
 Chart2D* newChart(const QString& name, const QString& accessibleName) {
     auto* const chart = new Chart2D;
@@ -36,9 +36,9 @@ Chart2D* newChart(const QString& name, const QString& accessibleName) {
 }
 
 void setLimits(Chart2D& chart, const PlotLimits& limits) {
-    chart.setAxisRange(Chart2D::Axis::X, limits.PlotXMin, limits.PlotXMax);
-    chart.setAxisRange(Chart2D::Axis::Y, limits.PlotYMin, limits.PlotYMax);
-    chart.setAxisRange(Chart2D::Axis::Y2, limits.PlotYMin, limits.PlotYMax);
+    chart.setAxisRange(Chart2D::Axis::kX, limits.PlotXMin, limits.PlotXMax);
+    chart.setAxisRange(Chart2D::Axis::kY, limits.PlotYMin, limits.PlotYMax);
+    chart.setAxisRange(Chart2D::Axis::kY2, limits.PlotYMin, limits.PlotYMax);
 }
 
 void setSeries(Chart2D& chart, int series, std::span<const double> x, std::span<const double> y) {
@@ -183,8 +183,8 @@ void RowPlotEditor::Row_Plot() {
     fillProfile();
     thePlotLimits() = rowProfileLimits(theSurvey(), sites(), PlotByX);
     setLimits(*Chart2D3, thePlotLimits());
-    Chart2D3->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
-    Chart2D3->setAxisTitle(Chart2D::Axis::Y, u"ECa (mS/m)"_s);
+    Chart2D3->setAxisTitle(Chart2D::Axis::kX, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
+    Chart2D3->setAxisTitle(Chart2D::Axis::kY, u"ECa (mS/m)"_s);
     Draw_Row_Map();
     drawHighlights();
     Chart2D3->endBatch();
@@ -210,8 +210,8 @@ void RowPlotEditor::Draw_Row_Map() {
     Chart2D4->setSeriesStyle(Chart2D::kData, 1, kSites);
     thePlotLimits() = rowMapLimits(theSurvey(), sites(), PlotByX);
     setLimits(*Chart2D4, thePlotLimits());
-    Chart2D4->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
-    Chart2D4->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(acrossColumn(PlotByX))));
+    Chart2D4->setAxisTitle(Chart2D::Axis::kX, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
+    Chart2D4->setAxisTitle(Chart2D::Axis::kY, QString::fromLatin1(coordinateTitle(acrossColumn(PlotByX))));
     showHeader();
     Chart2D4->endBatch();
 }
@@ -262,12 +262,12 @@ void RowPlotEditor::Command2_Click() {
 
 void RowPlotEditor::Command3_Click() {
     const RowEntry entry = checkRow(Text1->text().toStdString(), theSurvey().NumRows);
-    if (entry.fault == EntryFault::None) {
+    if (entry.fault == EntryFault::kNone) {
         const Hourglass hourglass(window());
         return showRow(entry.row);
     }
     tell(this, QString::fromLatin1(entryMessage(entry.fault)));
-    if (entry.fault == EntryFault::NotNumeric) {
+    if (entry.fault == EntryFault::kNotNumeric) {
         hide();
         show();
     }
@@ -344,10 +344,10 @@ void RowPlotEditor::showEmptiedRow() {
     Calculate_Min(theSurvey());
     const PlotLimits limits = emptiedRowLimits(theSurvey());
     setLimits(*Chart2D4, limits);
-    Chart2D3->setAxisRange(Chart2D::Axis::X, limits.PlotXMin, limits.PlotXMax);
+    Chart2D3->setAxisRange(Chart2D::Axis::kX, limits.PlotXMin, limits.PlotXMax);
     for (Chart2D* const chart : {Chart2D3, Chart2D4})
-        chart->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(kX)));
-    Chart2D4->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(kY)));
+        chart->setAxisTitle(Chart2D::Axis::kX, QString::fromLatin1(coordinateTitle(kX)));
+    Chart2D4->setAxisTitle(Chart2D::Axis::kY, QString::fromLatin1(coordinateTitle(kY)));
     showHeader();
     showCharts();
 }

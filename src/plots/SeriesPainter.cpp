@@ -51,13 +51,13 @@ PixelMap scaled(const PixelMap& map, double scale) {
 void SeriesPainter::draw(QImage& picture, const std::vector<ChartSeries>& series, const PixelMap& map) {
     if (series.empty()) return;
     QPainter painter(&picture);
-    drawLines(painter, series, map, Medium::Screen);
+    drawLines(painter, series, map, Medium::kScreen);
     painter.end();
     stampSymbols(picture, series, map);
 }
 
 void SeriesPainter::print(QPainter& painter, const std::vector<ChartSeries>& series, const PixelMap& map) {
-    drawLines(painter, series, map, Medium::Paper);
+    drawLines(painter, series, map, Medium::kPaper);
     PaperSymbols paper(painter, map);
     for (const ChartSeries& one : series)
         paper.draw(one);
@@ -66,9 +66,9 @@ void SeriesPainter::print(QPainter& painter, const std::vector<ChartSeries>& ser
 void SeriesPainter::drawLines(QPainter& painter, const std::vector<ChartSeries>& all, const PixelMap& map,
                               Medium medium) {
     const double columns =
-        medium == Medium::Paper ? kPaperColumnsPerPixel : painter.device()->devicePixelRatioF();
+        medium == Medium::kPaper ? kPaperColumnsPerPixel : painter.device()->devicePixelRatioF();
     for (const ChartSeries& series : all) {
-        if (series.style.line == ChartLine::None) continue;
+        if (series.style.line == ChartLine::kNone) continue;
         lines_.clear();
         appendLines(series, map, columns, lines_);
         drawLine(painter, series.style.colour, medium);
@@ -85,7 +85,7 @@ void SeriesPainter::drawLine(QPainter& painter, int colour, Medium medium) {
         const bool isLevel = std::all_of(points.begin(), points.end(),
                                          [&](const PixelPoint& p) { return p.y == points.front().y; });
         painter.setRenderHint(QPainter::Antialiasing, !isLevel);
-        if (medium == Medium::Paper)
+        if (medium == Medium::kPaper)
             drawWhole(painter, points);
         else
             drawInParts(painter, points);
@@ -120,11 +120,12 @@ void SeriesPainter::stampSymbols(QImage& picture, const std::vector<ChartSeries>
     const PixelMap onRaster = scaled(map, scale);
     marks_.reset(raster.width, raster.height);
     for (const ChartSeries& series : all) {
-        if (series.style.symbol == ChartSymbol::None) continue;
+        if (series.style.symbol == ChartSymbol::kNone) continue;
         marks_.nextSeries();
         const ChartPoints& points = series.points;
         const std::vector<IndexRange> shown = stretchesShown(points, map);
-        const auto edges = pointCount(shown) <= std::int64_t{kDense} ? SymbolEdges::Soft : SymbolEdges::Hard;
+        const auto edges =
+            pointCount(shown) <= std::int64_t{kDense} ? SymbolEdges::kSoft : SymbolEdges::kHard;
         const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, edges, scale);
         for (const IndexRange& stretch : shown)
             stampPoints(raster, onRaster, stamp, points.x().data() + stretch.first,

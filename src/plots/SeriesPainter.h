@@ -25,7 +25,7 @@ class SeriesPainter {
     void print(QPainter& painter, const std::vector<ChartSeries>& series, const PixelMap& map);
 
   private:
-    enum class Medium { Screen, Paper };
+    enum class Medium { kScreen, kPaper };
     void drawLines(QPainter& painter, const std::vector<ChartSeries>& all, const PixelMap& map,
                    Medium medium);
     void drawLine(QPainter& painter, int colour, Medium medium);

@@ -21,8 +21,8 @@ constexpr int kColoursInTurn = 15;  // colour 15 is never used
 SurveyGridPlot::SurveyGridPlot(PlotArea& area) : Chart2D2(new Chart2D), area_(area) {
     Chart2D2->setObjectName(u"Chart2D2"_s);
     Chart2D2->setAccessibleName(tr("Survey grid"));
-    Chart2D2->setAxisTitle(Chart2D::Axis::X, QString::fromLatin1(coordinateTitle(kX)));
-    Chart2D2->setAxisTitle(Chart2D::Axis::Y, QString::fromLatin1(coordinateTitle(kY)));
+    Chart2D2->setAxisTitle(Chart2D::Axis::kX, QString::fromLatin1(coordinateTitle(kX)));
+    Chart2D2->setAxisTitle(Chart2D::Axis::kY, QString::fromLatin1(coordinateTitle(kY)));
     area.addChart(Chart2D2);
     connect(Chart2D2, &Chart2D::pointerMoved, this, &SurveyGridPlot::readOut);
     connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText({}); });
@@ -70,9 +70,9 @@ void SurveyGridPlot::fillRows() {
 
 void SurveyGridPlot::setLimits() {
     const PlotLimits& limits = thePlotLimits() = surveyGridLimits(theSurvey());
-    Chart2D2->setAxisRange(Chart2D::Axis::X, limits.PlotXMin, limits.PlotXMax);
-    Chart2D2->setAxisRange(Chart2D::Axis::Y, limits.PlotYMin, limits.PlotYMax);
-    Chart2D2->setAxisRange(Chart2D::Axis::Y2, limits.PlotYMin, limits.PlotYMax);
+    Chart2D2->setAxisRange(Chart2D::Axis::kX, limits.PlotXMin, limits.PlotXMax);
+    Chart2D2->setAxisRange(Chart2D::Axis::kY, limits.PlotYMin, limits.PlotYMax);
+    Chart2D2->setAxisRange(Chart2D::Axis::kY2, limits.PlotYMin, limits.PlotYMax);
 }
 
 void SurveyGridPlot::readOut(QPoint pixel) {

@@ -29,6 +29,7 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
 /// of them there is at least one point.
 std::vector<IndexRange> stretchesShown(const ChartPoints& points, const PixelMap& map);
 
+/// A place in pixels of the widget, from its upper left corner.
 struct PixelPoint {
     double x = 0, y = 0;
     bool operator==(const PixelPoint&) const = default;

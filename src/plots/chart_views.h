@@ -12,6 +12,7 @@ namespace tessel {
 /// zooms and moves the view, never the limits.
 class ChartViews {
   public:
+    /// The axes that have limits: one across, and two upwards.
     enum Axis : std::size_t { kX, kY, kY2 };
 
     /// Keeps the limits as they are, equal or falling ones too, and returns the view of this axis to them.

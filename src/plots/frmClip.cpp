@@ -5,7 +5,7 @@
 #include "base/bounded.h"
 #include "base/numbers.h"
 #include "base/palette16.h"
-#include "base/survey_changes.h"
+#include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
@@ -172,7 +172,7 @@ void frmClip::showZone(const Rectangle& window) {
 
 void frmClip::DisplayMap() {
     if (!mapShown_) return;
-    drawSites(Growing::Visibly);
+    drawSites(Growing::kVisibly);
     picMapZoom->refresh();
 }
 
@@ -183,7 +183,7 @@ void frmClip::drawSites(Growing growing) {
     sinceRefresh_.start();
     for (const IndexRange& block : drawingBlocks(theSurvey())) {
         drawSites(block, kBlue);
-        if (growing == Growing::AtOnce || sinceRefresh_.elapsed() < kRefreshEvery) continue;
+        if (growing == Growing::kAtOnce || sinceRefresh_.elapsed() < kRefreshEvery) continue;
         picMapZoom->refresh();
         sinceRefresh_.start();
     }
@@ -206,7 +206,8 @@ void frmClip::redrawBeforeNextPaint() {
 }
 
 bool frmClip::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == picMapZoom && event->type() == QEvent::Paint && redrawPending_) drawSites(Growing::AtOnce);
+    if (watched == picMapZoom && event->type() == QEvent::Paint && redrawPending_)
+        drawSites(Growing::kAtOnce);
     if (watched == lblState && event->type() == QEvent::Resize) reserveStateLine();
     return QMainWindow::eventFilter(watched, event);
 }

@@ -12,7 +12,7 @@
 namespace tessel {
 
 /// What the map waits for.
-enum class MapState { NotShown, Browsing, FirstCorner, SecondCorner };
+enum class MapState { kNotShown, kBrowsing, kFirstCorner, kSecondCorner };
 
 /// The map of the full survey: zones of the field are looked at, sites in rectangles drawn with the mouse or
 /// by keyboard are masked, and masked sites are restored or deleted for good. Three states: the map is not
@@ -50,7 +50,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    enum class Growing { Visibly, AtOnce };
+    enum class Growing { kVisibly, kAtOnce };
 
     void Form_Load();
     bool Form_Unload();

@@ -16,13 +16,13 @@ namespace {
 // What the user can do in this state, in one line.
 const char* textOf(MapState state) {
     switch (state) {
-        case MapState::NotShown:
+        case MapState::kNotShown:
             return "Choose a full map in the View menu.";
-        case MapState::Browsing:
+        case MapState::kBrowsing:
             return "Clip Grid begins to mask sites in rectangles.";
-        case MapState::FirstCorner:
+        case MapState::kFirstCorner:
             return "Click the first corner of a rectangle, or drag over it. Finished ends clipping.";
-        case MapState::SecondCorner:
+        case MapState::kSecondCorner:
             return "Click the second corner, or press Esc to give the rectangle up.";
     }
     return "";
@@ -30,7 +30,7 @@ const char* textOf(MapState state) {
 
 QString lineOf(MapState state, const QString& zone, bool trueScale) {
     const QString text = frmClip::tr(textOf(state));
-    if (state == MapState::NotShown) return text;
+    if (state == MapState::kNotShown) return text;
     return frmClip::tr("%1 Shown: %2, %3 resolution.")
         .arg(text, zone, trueScale ? frmClip::tr("true") : frmClip::tr("max"));
 }
@@ -38,9 +38,9 @@ QString lineOf(MapState state, const QString& zone, bool trueScale) {
 }  // namespace
 
 MapState frmClip::state() const {
-    if (!mapShown_) return MapState::NotShown;
-    if (!ClipMode) return MapState::Browsing;
-    return rectangleIsOpen() ? MapState::SecondCorner : MapState::FirstCorner;
+    if (!mapShown_) return MapState::kNotShown;
+    if (!ClipMode) return MapState::kBrowsing;
+    return rectangleIsOpen() ? MapState::kSecondCorner : MapState::kFirstCorner;
 }
 
 QString frmClip::zoneShown() const {
@@ -64,7 +64,7 @@ void frmClip::reserveStateLine() {
     const QRect width(0, 0, lblState->width(), 0);
     int height = 0;
     for (const MapState state :
-         {MapState::NotShown, MapState::Browsing, MapState::FirstCorner, MapState::SecondCorner}) {
+         {MapState::kNotShown, MapState::kBrowsing, MapState::kFirstCorner, MapState::kSecondCorner}) {
         const QString text = lineOf(state, mnuZc13h->text(), true);
         height =
             std::max(height, lblState->fontMetrics().boundingRect(width, Qt::TextWordWrap, text).height());

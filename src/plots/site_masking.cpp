@@ -77,7 +77,7 @@ void recoverSites(SiteMaskArray& SiteMask) {
 }
 
 RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
-    RemovedSites removed = removeSites(survey, markedRuns(SiteMask), EmptiedRows::LeaveGaps);
+    RemovedSites removed = removeSites(survey, markedRuns(SiteMask), EmptiedRows::kLeaveGaps);
     survey.SiteData.resize(survey.NumSites);
     const auto kept = static_cast<std::size_t>(survey.NumSites);
     if (survey.SiteIDPresent) survey.SiteID.resize(kept);

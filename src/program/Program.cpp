@@ -86,8 +86,8 @@ class Program : public QObject {
         on(main_.mnuIDEW, [this] {
             auto* const window = new frmClip(&main_);
             connect(window, &frmClip::surveyChanged, this, &Program::surveyChanged);
-            menusFollow(window, &frmClip::rowsLost, MenuEvent::RowsLost);
-            menusFollow(window, &frmClip::noSitesLeft, MenuEvent::NoSitesLeft);
+            menusFollow(window, &frmClip::rowsLost, MenuEvent::kRowsLost);
+            menusFollow(window, &frmClip::noSitesLeft, MenuEvent::kNoSitesLeft);
             showModal(window);
         });
         on(main_.mnuX, [this] { rowEditor_->mnuX_Click(); });
@@ -160,8 +160,8 @@ class Program : public QObject {
         if (!rowDialogIsShown()) {
             rowDialog_ = new frmDataEdit(&main_);
             connect(rowDialog_, &frmDataEdit::surveyChanged, this, &Program::surveyChanged);
-            menusFollow(rowDialog_.data(), &frmDataEdit::rowsRecalculated, MenuEvent::RowsRecalculated);
-            menusFollow(rowDialog_.data(), &frmDataEdit::noSitesLeft, MenuEvent::NoSitesLeft);
+            menusFollow(rowDialog_.data(), &frmDataEdit::rowsRecalculated, MenuEvent::kRowsRecalculated);
+            menusFollow(rowDialog_.data(), &frmDataEdit::noSitesLeft, MenuEvent::kNoSitesLeft);
             connect(rowDialog_, &frmDataEdit::distanceTyped, &lag_,
                     qOverload<int, std::optional<double>>(&LagDistancePlot::showTyped));
         }
@@ -187,27 +187,27 @@ class Program : public QObject {
         main_.hidePlots();
         followSurvey();
         const bool any = theSurvey().NumSites > 0;
-        const MenuEvent event = any ? MenuEvent::SitesImported : MenuEvent::NothingImported;
+        const MenuEvent event = any ? MenuEvent::kSitesImported : MenuEvent::kNothingImported;
         // Of too many rows the user is told first.
-        if (rows != ImportedRows::TooManyRows)
-            main_.menusFollow(isFatal(rows) ? MenuEvent::ImportRefused : event);
+        if (rows != ImportedRows::kTooManyRows)
+            main_.menusFollow(isFatal(rows) ? MenuEvent::kImportRefused : event);
     }
 
     void rowsRefused() {
         showRowDialog();
-        main_.menusFollow(MenuEvent::SitesImported);
+        main_.menusFollow(MenuEvent::kSitesImported);
     }
 
     // Sites were deleted on the row plots, which show the survey as it is now.
     void sitesPicked() {
-        if (theSurvey().NumRows < 2) main_.menusFollow(MenuEvent::FewerThanTwoRows);
+        if (theSurvey().NumRows < 2) main_.menusFollow(MenuEvent::kFewerThanTwoRows);
         followSurvey();
     }
 
     // However it ends, not by "Finished" alone: a single row can be told apart into rows in the row dialog
     // only.
     void rowEditorClosed(bool finished) {
-        if (finished || theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::RowEditorFinished);
+        if (finished || theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::kRowEditorFinished);
     }
 
     template <typename Window>
@@ -271,11 +271,11 @@ class Program : public QObject {
     }
 
     bool isMet(MenuNeed need) {
-        if (need == MenuNeed::Sites && theSurvey().NumSites == 0) {
+        if (need == MenuNeed::kSites && theSurvey().NumSites == 0) {
             tell(&main_, u"There is no more point left in the file!"_s);
             return false;
         }
-        if (need != MenuNeed::UsableRows || rowsAreUsable(theSurvey())) return true;
+        if (need != MenuNeed::kUsableRows || rowsAreUsable(theSurvey())) return true;
         // A view would draw nonsense: the user is told again and can give another distance.
         tell(&main_, QString::fromLatin1(kTooManyRows));
         showRowDialog();
@@ -302,6 +302,13 @@ std::unique_ptr<frmMain> createProgram() {
     auto main = std::make_unique<frmMain>();
     new Program(*main);
     return main;
+}
+
+QIcon programIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256, 512})
+        icon.addFile(u":/icon/%1.png"_s.arg(size), QSize(size, size));
+    return icon;
 }
 
 }  // namespace tessel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QIcon>
+
 #include <memory>
 
 namespace tessel {
@@ -10,5 +12,8 @@ class frmMain;
 /// The whole program but its event loop: the main window with every menu item joined to what it opens.
 /// Requires an application object and a session whose AppDir and DataDir are set.
 std::unique_ptr<frmMain> createProgram();
+
+/// The program's icon, drawn for every usual size from 16 to 512 pixels.
+QIcon programIcon();
 
 }  // namespace tessel

@@ -45,7 +45,7 @@ void setTabDistance(QTextDocument& document, int twips) {
 }
 
 struct Group {
-    Purpose purpose = Purpose::Body;
+    Purpose purpose = Purpose::kBody;
     bool optional = false;  // begins with \*: skipped unless its word is known
     int unicodeSkip = 1;    // how many characters stand in for each Unicode character
     RichTextCharacters characters;
@@ -124,7 +124,7 @@ void Reader::take(const RichTextToken& token) {
         case RichTextToken::kText:
             return takeBytes(token.text);
         case RichTextToken::kBinary:
-            if (group().purpose == Purpose::Picture) picture_.addBytes(token.text);
+            if (group().purpose == Purpose::kPicture) picture_.addBytes(token.text);
             return;
         case RichTextToken::kEnd:
             return;
@@ -151,32 +151,32 @@ void Reader::closeGroup() {
     if (groups_.size() == 1) return;
     const Purpose closed = group().purpose;
     groups_.pop_back();
-    if (closed == Purpose::Picture && group().purpose != Purpose::Picture) appendPicture();
+    if (closed == Purpose::kPicture && group().purpose != Purpose::kPicture) appendPicture();
 }
 
 void Reader::enter(Purpose purpose) {
     // What stands within a part that is no text is no text either.
-    if (group().purpose == Purpose::Skipped) return;
+    if (group().purpose == Purpose::kSkipped) return;
     group().purpose = purpose;
-    if (purpose == Purpose::Picture) picture_.begin();
+    if (purpose == Purpose::kPicture) picture_.begin();
 }
 
 void Reader::takeWord(const RichTextToken& token) {
     const bool optional = std::exchange(group().optional, false);
     if (const auto purpose = purposeOfWord(token.text)) return enter(*purpose);
-    if (optional) return enter(Purpose::Skipped);
-    if (endsDamagedTable(group().purpose, token.text)) group().purpose = Purpose::Body;
+    if (optional) return enter(Purpose::kSkipped);
+    if (endsDamagedTable(group().purpose, token.text)) group().purpose = Purpose::kBody;
     switch (group().purpose) {
-        case Purpose::Body:
+        case Purpose::kBody:
             return takeBodyWord(token);
-        case Purpose::Fonts:
+        case Purpose::kFonts:
             return header_.takeFontWord(token);
-        case Purpose::Colours:
+        case Purpose::kColours:
             return header_.takeColourWord(token);
-        case Purpose::Picture:
+        case Purpose::kPicture:
             return takePictureWord(token);
-        case Purpose::Styles:
-        case Purpose::Skipped:
+        case Purpose::kStyles:
+        case Purpose::kSkipped:
             return;
     }
 }
@@ -238,21 +238,21 @@ void Reader::takeSymbol(char symbol) {
         return;
     }
     const char16_t character = characterOfSymbol(symbol);
-    if (group().purpose == Purpose::Body && character != 0 && !standsIn(character)) append(character);
+    if (group().purpose == Purpose::kBody && character != 0 && !standsIn(character)) append(character);
 }
 
 void Reader::takeBytes(std::string_view bytes) {
     switch (group().purpose) {
-        case Purpose::Body:
+        case Purpose::kBody:
             return appendBytes(bytes);
-        case Purpose::Picture:
+        case Purpose::kPicture:
             return picture_.addHexadecimal(bytes);
-        case Purpose::Fonts:
+        case Purpose::kFonts:
             return header_.takeFontBytes(bytes);
-        case Purpose::Colours:
+        case Purpose::kColours:
             return header_.takeColourBytes(bytes);
-        case Purpose::Styles:
-        case Purpose::Skipped:
+        case Purpose::kStyles:
+        case Purpose::kSkipped:
             return;
     }
 }
@@ -298,7 +298,7 @@ void Reader::append(char16_t unit) {
 
 void Reader::appendPicture() {
     const QImage image = picture_.decoded();
-    if (image.isNull() || group().purpose != Purpose::Body) return;
+    if (image.isNull() || group().purpose != Purpose::kBody) return;
     flush();
     lastParagraph_ = group().paragraph;
     writer_.appendPicture(image, picture_.shownSize(image));

@@ -56,9 +56,9 @@ bool isTooLarge(const QString& text) {
 
 RichTextResult showPlainText(std::string_view bytes, QTextDocument& document) {
     const QString text = plainText(bytes);
-    if (isTooLarge(text)) return RichTextResult::TooLarge;
+    if (isTooLarge(text)) return RichTextResult::kTooLarge;
     QTextCursor(&document).insertText(text);
-    return RichTextResult::PlainText;
+    return RichTextResult::kPlainText;
 }
 
 RichTextResult showRichText(std::string_view bytes, QTextDocument& document) {
@@ -73,7 +73,7 @@ RichTextResult showRichText(std::string_view bytes, QTextDocument& document) {
     }
     edit.endEditBlock();
     document.setUndoRedoEnabled(undo);
-    return shown ? RichTextResult::RichText : RichTextResult::TooLarge;
+    return shown ? RichTextResult::kRichText : RichTextResult::kTooLarge;
 }
 
 void clear(QTextDocument& document) {
@@ -90,7 +90,7 @@ RichTextResult readRichText(QByteArrayView rtf, QTextDocument& document) {
     const auto richText = fromFirstGroup(bytes);
     const bool isRichText = richText.starts_with("{\\rtf");
     const auto result = isRichText ? showRichText(richText, document) : showPlainText(bytes, document);
-    if (result == RichTextResult::TooLarge) clear(document);
+    if (result == RichTextResult::kTooLarge) clear(document);
     return result;
 }
 

@@ -9,9 +9,9 @@ namespace tessel {
 
 /// What has become of the bytes.
 enum class RichTextResult {
-    RichText,   ///< the bytes were rich text, and are shown
-    PlainText,  ///< they were not, and are shown as they stand
-    TooLarge    ///< they are too large, and nothing is shown
+    kRichText,   ///< the bytes were rich text, and are shown
+    kPlainText,  ///< they were not, and are shown as they stand
+    kTooLarge    ///< they are too large, and nothing is shown
 };
 
 /// Shows a rich text (RTF) file in a document, in place of what it held: text with its fonts, colours,

@@ -10,41 +10,41 @@ namespace {
 // Groups whose first word says what they are for; all others are part of what stands around them.
 const std::unordered_map<std::string_view, RichTextPurpose>& purposes() {
     static const std::unordered_map<std::string_view, RichTextPurpose> words = {
-        {"fonttbl", RichTextPurpose::Fonts},
-        {"colortbl", RichTextPurpose::Colours},
-        {"stylesheet", RichTextPurpose::Styles},
-        {"pict", RichTextPurpose::Picture},
+        {"fonttbl", RichTextPurpose::kFonts},
+        {"colortbl", RichTextPurpose::kColours},
+        {"stylesheet", RichTextPurpose::kStyles},
+        {"pict", RichTextPurpose::kPicture},
         // Known, though optional.
-        {"shppict", RichTextPurpose::Body},
-        {"shpinst", RichTextPurpose::Body},
-        {"pntext", RichTextPurpose::Body},
-        {"listtext", RichTextPurpose::Body},
+        {"shppict", RichTextPurpose::kBody},
+        {"shpinst", RichTextPurpose::kBody},
+        {"pntext", RichTextPurpose::kBody},
+        {"listtext", RichTextPurpose::kBody},
         // Not part of the text, though not optional.
-        {"info", RichTextPurpose::Skipped},
-        {"header", RichTextPurpose::Skipped},
-        {"headerl", RichTextPurpose::Skipped},
-        {"headerr", RichTextPurpose::Skipped},
-        {"headerf", RichTextPurpose::Skipped},
-        {"footer", RichTextPurpose::Skipped},
-        {"footerl", RichTextPurpose::Skipped},
-        {"footerr", RichTextPurpose::Skipped},
-        {"footerf", RichTextPurpose::Skipped},
-        {"fldinst", RichTextPurpose::Skipped},
-        {"footnote", RichTextPurpose::Skipped},
-        {"annotation", RichTextPurpose::Skipped},
-        {"listtable", RichTextPurpose::Skipped},
-        {"listoverridetable", RichTextPurpose::Skipped},
-        {"revtbl", RichTextPurpose::Skipped},
-        {"filetbl", RichTextPurpose::Skipped},
-        {"nonshppict", RichTextPurpose::Skipped},
-        {"nonesttables", RichTextPurpose::Skipped},
-        {"objdata", RichTextPurpose::Skipped},
-        {"pntxta", RichTextPurpose::Skipped},
-        {"pntxtb", RichTextPurpose::Skipped},
-        {"shprslt", RichTextPurpose::Skipped},
-        {"sp", RichTextPurpose::Skipped},
-        {"tc", RichTextPurpose::Skipped},
-        {"xe", RichTextPurpose::Skipped},
+        {"info", RichTextPurpose::kSkipped},
+        {"header", RichTextPurpose::kSkipped},
+        {"headerl", RichTextPurpose::kSkipped},
+        {"headerr", RichTextPurpose::kSkipped},
+        {"headerf", RichTextPurpose::kSkipped},
+        {"footer", RichTextPurpose::kSkipped},
+        {"footerl", RichTextPurpose::kSkipped},
+        {"footerr", RichTextPurpose::kSkipped},
+        {"footerf", RichTextPurpose::kSkipped},
+        {"fldinst", RichTextPurpose::kSkipped},
+        {"footnote", RichTextPurpose::kSkipped},
+        {"annotation", RichTextPurpose::kSkipped},
+        {"listtable", RichTextPurpose::kSkipped},
+        {"listoverridetable", RichTextPurpose::kSkipped},
+        {"revtbl", RichTextPurpose::kSkipped},
+        {"filetbl", RichTextPurpose::kSkipped},
+        {"nonshppict", RichTextPurpose::kSkipped},
+        {"nonesttables", RichTextPurpose::kSkipped},
+        {"objdata", RichTextPurpose::kSkipped},
+        {"pntxta", RichTextPurpose::kSkipped},
+        {"pntxtb", RichTextPurpose::kSkipped},
+        {"shprslt", RichTextPurpose::kSkipped},
+        {"sp", RichTextPurpose::kSkipped},
+        {"tc", RichTextPurpose::kSkipped},
+        {"xe", RichTextPurpose::kSkipped},
     };
     return words;
 }
@@ -58,9 +58,9 @@ std::optional<RichTextPurpose> purposeOfWord(std::string_view word) {
 
 bool endsDamagedTable(RichTextPurpose table, std::string_view word) {
     // A style may begin with \pard; a font or a colour does not, and none of them ends a paragraph.
-    const bool fontsOrColours = table == RichTextPurpose::Fonts || table == RichTextPurpose::Colours;
+    const bool fontsOrColours = table == RichTextPurpose::kFonts || table == RichTextPurpose::kColours;
     return (fontsOrColours && word == "pard") ||
-           ((fontsOrColours || table == RichTextPurpose::Styles) && word == "par");
+           ((fontsOrColours || table == RichTextPurpose::kStyles) && word == "par");
 }
 
 }  // namespace tessel

@@ -7,7 +7,7 @@
 namespace tessel {
 
 /// What the text of a group is for.
-enum class RichTextPurpose { Body, Fonts, Colours, Styles, Picture, Skipped };
+enum class RichTextPurpose { kBody, kFonts, kColours, kStyles, kPicture, kSkipped };
 
 /// The purpose of a group that begins with this word; nothing for a group that is part of what stands around
 /// it.

@@ -3,7 +3,7 @@
 
 #include "app/HelpOpener.h"
 #include "app/survey.h"
-#include "base/survey_changes.h"
+#include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
@@ -147,7 +147,7 @@ void frmDataEdit::showForecast() {
     std::optional<double> typed;
     if (entered.isRecalculation()) {
         const DistanceEntry entry = checkDistance(entered.first);
-        if (entry.fault == EntryFault::None) typed = entry.distance;
+        if (entry.fault == EntryFault::kNone) typed = entry.distance;
     }
     const int rows = typed ? forecast_.rows(*typed) : 0;
     lblRows->setText(rows > 0 ? rowsInWords(rows) : QString());
@@ -218,7 +218,7 @@ void frmDataEdit::recalculate(const Entries& entered) {
     if (refused(entry.fault, false)) return;
     const RowDetection outcome = findRows(this, operation.distanceMode, entry.distance);
     Q_EMIT surveyChanged();
-    if (outcome == RowDetection::Assigned) {
+    if (outcome == RowDetection::kAssigned) {
         Q_EMIT rowsRecalculated();
         close();
         return;
@@ -231,7 +231,7 @@ void frmDataEdit::recalculate(const Entries& entered) {
 
 // Says what is wrong with an entry and puts the dialog back to how it opened; false when nothing is.
 bool frmDataEdit::refused(EntryFault fault, bool twoNumbers) {
-    if (fault == EntryFault::None) return false;
+    if (fault == EntryFault::kNone) return false;
     tell(this, QString::fromLatin1(entryMessage(fault, twoNumbers)));
     Form_Load();
     return true;

@@ -227,9 +227,9 @@ void Distances_After_Removal(Survey& survey, std::span<const IndexRange> removed
 RowDetection Assign_Row(Survey& survey) {
     const int measure = measureInForce(survey);
     survey.RowIndex = measure > 0 ? numberSites(survey, distancesOf(survey, measure).values.data()) : 1;
-    if (survey.RowIndex > kMaxRows) return RowDetection::TooManyRows;
+    if (survey.RowIndex > kMaxRows) return RowDetection::kTooManyRows;
     survey.NumRows = survey.RowIndex;
-    return RowDetection::Assigned;
+    return RowDetection::kAssigned;
 }
 
 bool rowsAreUsable(const Survey& survey) {

@@ -10,11 +10,11 @@ namespace tessel {
 
 /// What Assign_Row arrived at.
 enum class RowDetection {
-    Assigned,    ///< every site has its row number; NumRows and RowIndex are the number of rows
-    TooManyRows  ///< more than kMaxRows: RowIndex is kMaxRows + 1, NumRows keeps its old value
+    kAssigned,    ///< every site has its row number; NumRows and RowIndex are the number of rows
+    kTooManyRows  ///< more than kMaxRows: RowIndex is kMaxRows + 1, NumRows keeps its old value
 };
 
-/// The words for RowDetection::TooManyRows.
+/// The words for RowDetection::kTooManyRows.
 inline constexpr const char* kTooManyRows = "Too many rows: Please specify a larger distance value";
 
 /// Fill TrueDist / XDist / YDist (metres; entries 0 and NumSites stay 0) and the largest value of each. A

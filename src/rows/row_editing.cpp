@@ -53,7 +53,7 @@ void Joint_Row(Survey& survey, int row1, int row2) {
 RemovedSites Delete_Row(Survey& survey, int row) {
     Calculate_NumPoints(survey);
     const IndexRange sites = rowSites(survey, row);
-    return removeSites(survey, {sites}, EmptiedRows::CloseUp);
+    return removeSites(survey, {sites}, EmptiedRows::kCloseUp);
 }
 
 RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance) {
@@ -61,7 +61,7 @@ RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistan
     survey.chooseDistance(distanceMode);
     survey.MinDistance = minDistance;
     const RowDetection outcome = Assign_Row(survey);
-    if (outcome == RowDetection::Assigned) Calculate_NumPoints(survey);
+    if (outcome == RowDetection::kAssigned) Calculate_NumPoints(survey);
     return outcome;
 }
 

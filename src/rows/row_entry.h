@@ -8,25 +8,25 @@ namespace tessel {
 // What a user enters, checked in the order in which the faults are listed.
 
 enum class EntryFault {
-    None,
-    NotNumeric,
-    Empty,
-    OutOfRange,      ///< a row number outside 1..NumRows
-    NotConsecutive,  ///< two rows that are no neighbours
-    Negative         ///< a threshold below 0
+    kNone,
+    kNotNumeric,
+    kEmpty,
+    kOutOfRange,      ///< a row number outside 1..NumRows
+    kNotConsecutive,  ///< two rows that are no neighbours
+    kNegative         ///< a threshold below 0
 };
 
 struct RowPairEntry {
-    EntryFault fault = EntryFault::None;
+    EntryFault fault = EntryFault::kNone;
     int row1 = 0;
     int row2 = 0;
 };
 struct RowEntry {
-    EntryFault fault = EntryFault::None;
+    EntryFault fault = EntryFault::kNone;
     int row = 0;
 };
 struct DistanceEntry {
-    EntryFault fault = EntryFault::None;
+    EntryFault fault = EntryFault::kNone;
     double distance = 0;
 };
 

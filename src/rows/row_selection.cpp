@@ -54,7 +54,7 @@ RemovedSites deleteSelectedSites(Survey& survey, int row, RowSelection& selectio
     }
     std::sort(runs.begin(), runs.end(),
               [](const IndexRange& a, const IndexRange& b) { return a.first < b.first; });
-    RemovedSites removed = removeSites(survey, std::move(runs), EmptiedRows::CloseUp);
+    RemovedSites removed = removeSites(survey, std::move(runs), EmptiedRows::kCloseUp);
     selection.clear();
     return removed;
 }

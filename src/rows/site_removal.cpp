@@ -71,13 +71,13 @@ RemovedSites removeSites(Survey& survey, std::vector<IndexRange> runs, EmptiedRo
     Reserve_Chosen_Distance(survey);
     const SiteIndex before = survey.NumSites;
     RemovedSites removed{std::move(runs)};
-    if (emptied == EmptiedRows::LeaveGaps) {
+    if (emptied == EmptiedRows::kLeaveGaps) {
         survey.NumPoints.fill(0);
         count(survey, {0, before}, 1);
     }
     countWithout(survey, removed);
     takeOut(survey, removed);
-    if (emptied == EmptiedRows::CloseUp && removed.rows > 0) closeUpRows(survey);
+    if (emptied == EmptiedRows::kCloseUp && removed.rows > 0) closeUpRows(survey);
     Distances_After_Removal(survey, removed.runs, before);
     return removed;
 }

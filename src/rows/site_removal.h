@@ -9,8 +9,8 @@ namespace tessel {
 
 /// What becomes of the number of a row that loses its last site.
 enum class EmptiedRows {
-    CloseUp,   ///< it goes to the row behind: rows stay numbered without a gap
-    LeaveGaps  ///< it stays, as a row of 0 sites in NumPoints, and NumRows and RowIndex with it
+    kCloseUp,   ///< it goes to the row behind: rows stay numbered without a gap
+    kLeaveGaps  ///< it stays, as a row of 0 sites in NumPoints, and NumRows and RowIndex with it
 };
 
 /// What has been taken out.

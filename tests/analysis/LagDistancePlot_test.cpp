@@ -75,11 +75,11 @@ TEST_F(LagPlots, ShowTrueDistancesAndTheMinimumDistance) {
     main.mnuTrue_Dis->trigger();
     EXPECT_TRUE(chart.isVisible());
     expectDistances({10, 10, 40, 10, 10});
-    expectRange(Axis::X, 0, 6);
-    expectRange(Axis::Y, 0, 40);
+    expectRange(Axis::kX, 0, 6);
+    expectRange(Axis::kY, 0, 40);
     EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (True Distance)"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::X), u"Site sequence number"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::Y), u"Distance (meters)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kX), u"Site sequence number"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kY), u"Distance (meters)"_s);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -96,8 +96,8 @@ TEST_F(LagPlots, DrawALightBlueAndALightRedLine) {
     main.mnuTrue_Dis->trigger();
     for (const int series : {1, 2}) {
         const SeriesStyle style = chart.seriesStyle(Chart2D::kData, series);
-        EXPECT_EQ(style.line, ChartLine::Thin);
-        EXPECT_EQ(style.symbol, ChartSymbol::None);
+        EXPECT_EQ(style.line, ChartLine::kThin);
+        EXPECT_EQ(style.symbol, ChartSymbol::kNone);
         EXPECT_EQ(style.colour, series == 1 ? 9 : 12);
     }
 }
@@ -107,10 +107,10 @@ TEST_F(LagPlots, ShowSymbolsWhereThereAreFewerThanThreeSites) {
     main.mnuTrue_Dis->trigger();
     expectDistances({10});
     for (const int series : {1, 2})
-        EXPECT_EQ(chart.seriesStyle(Chart2D::kData, series).symbol, ChartSymbol::Disc);
+        EXPECT_EQ(chart.seriesStyle(Chart2D::kData, series).symbol, ChartSymbol::kDisc);
     openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {20, 0, 1, 1, 1}}));
     main.mnuTrue_Dis->trigger();
-    EXPECT_EQ(chart.seriesStyle(Chart2D::kData, 1).symbol, ChartSymbol::None);
+    EXPECT_EQ(chart.seriesStyle(Chart2D::kData, 1).symbol, ChartSymbol::kNone);
 }
 
 TEST_F(LagPlots, OfOneSiteShowEmptyAxes) {
@@ -119,8 +119,8 @@ TEST_F(LagPlots, OfOneSiteShowEmptyAxes) {
     openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}}));
     main.mnuTrue_Dis->trigger();
     expectDistances({});
-    expectRange(Axis::X, 0, 1);
-    expectRange(Axis::Y, 0, 20);
+    expectRange(Axis::kX, 0, 1);
+    expectRange(Axis::kY, 0, 20);
     EXPECT_TRUE(chart.isVisible());
 }
 

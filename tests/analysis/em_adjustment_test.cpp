@@ -15,15 +15,15 @@ namespace {
 using Readings = std::vector<double>;
 
 AdjustmentRequest addToEM1(const std::string& text) {
-    return {AdjustmentKind::AddToEM1, text, "", "", ""};
+    return {AdjustmentKind::kAddToEM1, text, "", "", ""};
 }
 
 AdjustmentRequest addToEM2(const std::string& text) {
-    return {AdjustmentKind::AddToEM2, "", text, "", ""};
+    return {AdjustmentKind::kAddToEM2, "", text, "", ""};
 }
 
 AdjustmentRequest scaleBy(const std::string& factor1, const std::string& factor2) {
-    return {AdjustmentKind::Scale, "", "", factor1, factor2};
+    return {AdjustmentKind::kScale, "", "", factor1, factor2};
 }
 
 struct Adjusted {

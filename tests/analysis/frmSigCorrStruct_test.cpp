@@ -91,19 +91,19 @@ TEST_F(CorrelationWindow, PlotsEM2OfEverySiteAgainstItsEM1) {
     EXPECT_EQ(chart().point(Chart2D::kData, 1, 1), (Chart2D::Point{10, 60}));
     EXPECT_EQ(chart().point(Chart2D::kData, 1, 2), (Chart2D::Point{30, 20}));
     EXPECT_EQ(chart().point(Chart2D::kData, 1, 3), (Chart2D::Point{12, 33}));
-    expectAxis(Chart2D::Axis::X, 8, 32);
-    expectAxis(Chart2D::Axis::Y, 16, 64);
+    expectAxis(Chart2D::Axis::kX, 8, 32);
+    expectAxis(Chart2D::Axis::kY, 16, 64);
     EXPECT_EQ(chart().headerText(), u"Conductivity Signal Data Correlation Plot"_s);
-    EXPECT_EQ(chart().axisTitle(Chart2D::Axis::X), u"1st Signal Data Column (EC1)"_s);
-    EXPECT_EQ(chart().axisTitle(Chart2D::Axis::Y), u"2nd Signal Data Column (EC2)"_s);
+    EXPECT_EQ(chart().axisTitle(Chart2D::Axis::kX), u"1st Signal Data Column (EC1)"_s);
+    EXPECT_EQ(chart().axisTitle(Chart2D::Axis::kY), u"2nd Signal Data Column (EC2)"_s);
 }
 
 TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSeries) {
     open();
     plot();
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).colour, kBlue);
-    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).line, ChartLine::None);
-    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 2).symbol, ChartSymbol::None);
+    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).line, ChartLine::kNone);
+    EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 2).symbol, ChartSymbol::kNone);
     ASSERT_EQ(chart().pointCount(Chart2D::kData, 2), 3);
     for (qsizetype i = 1; i <= 3; ++i)
         EXPECT_EQ(chart().point(Chart2D::kData, 2, i), Chart2D::Point{});
@@ -116,7 +116,7 @@ TEST_F(CorrelationWindow, AConstantColumnIsDrawnInTheMiddle) {
     theSurvey() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
     open();
     plot();
-    expectAxis(Chart2D::Axis::X, 5, 5);
+    expectAxis(Chart2D::Axis::kX, 5, 5);
     EXPECT_EQ(seen(5, 2), kDarkBlue);
 }
 

@@ -27,7 +27,7 @@ std::vector<double> distancesOf(const LagDistances& lag) {
 
 TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRows) {
     Survey survey = twoRows();
-    const LagDistances lag = lagDistances(survey, LagMeasure::TrueDistance);
+    const LagDistances lag = lagDistances(survey, LagMeasure::kTrueDistance);
     EXPECT_EQ(distancesOf(lag), (std::vector<double>{0, 10, 10, 40, 10, 10}));
     EXPECT_EQ(lag.top, 40);
     EXPECT_EQ(lag.header, "Sample Distance Plot (True Distance)");
@@ -35,11 +35,11 @@ TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRows) {
 
 TEST(LagDistance, IsMeasuredAlongOneCoordinateToo) {
     Survey survey = twoRows();
-    const LagDistances alongX = lagDistances(survey, LagMeasure::AlongX);
+    const LagDistances alongX = lagDistances(survey, LagMeasure::kAlongX);
     EXPECT_EQ(distancesOf(alongX), (std::vector<double>{0, 10, 10, 0, 10, 10}));
     EXPECT_EQ(alongX.header, "Sample Distance Plot (By X)");
     EXPECT_EQ(survey.MaxXDist, 10);
-    const LagDistances alongY = lagDistances(survey, LagMeasure::AlongY);
+    const LagDistances alongY = lagDistances(survey, LagMeasure::kAlongY);
     EXPECT_EQ(distancesOf(alongY), (std::vector<double>{0, 0, 0, 40, 0, 0}));
     EXPECT_EQ(alongY.header, "Sample Distance Plot (By Y)");
     EXPECT_EQ(alongY.top, 40);
@@ -48,12 +48,12 @@ TEST(LagDistance, IsMeasuredAlongOneCoordinateToo) {
 TEST(LagDistance, ReachesUpToTheMinimumDistanceAtLeast) {
     Survey survey = twoRows();
     survey.MinDistance = 75;
-    EXPECT_EQ(lagDistances(survey, LagMeasure::TrueDistance).top, 75);
+    EXPECT_EQ(lagDistances(survey, LagMeasure::kTrueDistance).top, 75);
 }
 
 TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
     Survey survey = twoRows();
-    lagDistances(survey, LagMeasure::AlongY);
+    lagDistances(survey, LagMeasure::kAlongY);
     EXPECT_TRUE(survey.UseTrueDist);
     EXPECT_EQ(survey.DistanceMode, 1);
     EXPECT_EQ(survey.NumRows, 2);
@@ -61,7 +61,7 @@ TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
 
 TEST(LagDistance, OfOneSiteIsNone) {
     Survey survey = madeSurvey({{5, 5, 1, 1, 1}});
-    const LagDistances lag = lagDistances(survey, LagMeasure::TrueDistance);
+    const LagDistances lag = lagDistances(survey, LagMeasure::kTrueDistance);
     EXPECT_EQ(distancesOf(lag), std::vector<double>{0});
     EXPECT_EQ(lag.top, 20);
 }

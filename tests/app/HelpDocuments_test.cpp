@@ -64,7 +64,7 @@ std::unique_ptr<QTextDocument> document(int number) {
     auto shown = std::make_unique<QTextDocument>();
     const std::string bytes = readFile((kDocuments + u"/hdoc%1.rtf"_s.arg(number)).toStdString());
     EXPECT_EQ(readRichText(QByteArrayView(bytes.data(), qsizetype(bytes.size())), *shown),
-              RichTextResult::RichText)
+              RichTextResult::kRichText)
         << number;
     return shown;
 }

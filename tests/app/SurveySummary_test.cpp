@@ -45,10 +45,10 @@ class Summary : public testing::Test {
 }  // namespace
 
 TEST_F(Summary, ShowsALabelForEachPartNamedForItsLine) {
-    show({{Kind::Fact, "Sites", "Sites", "12", {}, {}},
-          {Kind::Fact, "Rejected", "Rejected", "3", {}, {}},
-          {Kind::Fact, "Rejected", "", "2 × x", {}, {}},
-          {Kind::Range, "X", "X", "1.00", "20.00", "m"}});
+    show({{Kind::kFact, "Sites", "Sites", "12", {}, {}},
+          {Kind::kFact, "Rejected", "Rejected", "3", {}, {}},
+          {Kind::kFact, "Rejected", "", "2 × x", {}, {}},
+          {Kind::kRange, "X", "X", "1.00", "20.00", "m"}});
     EXPECT_EQ(textOf(u"capSummarySites"_s), u"Sites"_s);
     EXPECT_EQ(textOf(u"lblSummarySites"_s), u"12"_s);
     EXPECT_EQ(textOf(u"lblSummaryRejected"_s), u"3"_s);
@@ -60,25 +60,25 @@ TEST_F(Summary, ShowsALabelForEachPartNamedForItsLine) {
 }
 
 TEST_F(Summary, AlignsTheNumbersOfItsRangesAtTheRight) {
-    show({{Kind::Range, "X", "X", "468095.92", "468750.00", "m"},
-          {Kind::Range, "EM1", "EM1", "5.10", "60.00", "mS/m"}});
+    show({{Kind::kRange, "X", "X", "468095.92", "468750.00", "m"},
+          {Kind::kRange, "EM1", "EM1", "5.10", "60.00", "mS/m"}});
     EXPECT_EQ(label(u"lblSummaryX"_s).geometry().right(), label(u"lblSummaryEM1"_s).geometry().right());
     EXPECT_EQ(label(u"lblSummaryXTo"_s).geometry().right(), label(u"lblSummaryEM1To"_s).geometry().right());
     EXPECT_EQ(label(u"lblSummaryXUnit"_s).x(), label(u"lblSummaryEM1Unit"_s).x());
 }
 
 TEST_F(Summary, ForgetsTheLinesBefore) {
-    show({{Kind::Fact, "Sites", "Sites", "12", {}, {}},
-          {Kind::Warning, "Warning", "Attention", "Look!", {}, {}}});
-    show({{Kind::Fact, "Sites", "Sites", "11", {}, {}}});
+    show({{Kind::kFact, "Sites", "Sites", "12", {}, {}},
+          {Kind::kWarning, "Warning", "Attention", "Look!", {}, {}}});
+    show({{Kind::kFact, "Sites", "Sites", "11", {}, {}}});
     EXPECT_EQ(textOf(u"lblSummarySites"_s), u"11"_s);
     EXPECT_EQ(summary.findChildren<QLabel*>().size(), 2);
     EXPECT_EQ(summary.text(), u"Sites: 11"_s);
 }
 
 TEST_F(Summary, ShowsWhatMustBeKnownInTheWarningColour) {
-    show({{Kind::Warning, "Warning", "Attention", "Look!", {}, {}},
-          {Kind::Fact, "Sites", "Sites", "1", {}, {}}});
+    show({{Kind::kWarning, "Warning", "Attention", "Look!", {}, {}},
+          {Kind::kFact, "Sites", "Sites", "1", {}, {}}});
     const QColor red(QRgb{kBasicPalette[kRed]});
     EXPECT_EQ(label(u"lblSummaryWarning"_s).palette().color(QPalette::WindowText), red);
     EXPECT_EQ(label(u"capSummaryWarning"_s).palette().color(QPalette::WindowText), red);
@@ -86,7 +86,7 @@ TEST_F(Summary, ShowsWhatMustBeKnownInTheWarningColour) {
 }
 
 TEST_F(Summary, ShortensALongPathInTheMiddleAndKeepsTheWholeAsToolTip) {
-    show({{Kind::Path, "File", "File", kLongPath, {}, {}}});
+    show({{Kind::kPath, "File", "File", kLongPath, {}, {}}});
     const QString shown = textOf(u"lblSummaryFile"_s);
     EXPECT_LT(shown.size(), 200);
     EXPECT_TRUE(shown.startsWith("/home/surveyor/a"_L1)) << shown.toStdString();
@@ -104,10 +104,10 @@ TEST_F(Summary, ShortensALongPathInTheMiddleAndKeepsTheWholeAsToolTip) {
 
 TEST_F(Summary, ShowsBytesOfFilesAsTextAndNeverAsMarkup) {
     const std::string odd = "<b>1</b> &amp; <a href='x'>y</a>\x1b";
-    show({{Kind::LogLine, "LogLine", "First", odd, {}, {}},
-          {Kind::Path, "File", "File", odd, {}, {}},
-          {Kind::Warning, "Warning", "Attention", odd, {}, {}},
-          {Kind::Fact, "Rejected", "Rejected", odd, {}, {}}});
+    show({{Kind::kLogLine, "LogLine", "First", odd, {}, {}},
+          {Kind::kPath, "File", "File", odd, {}, {}},
+          {Kind::kWarning, "Warning", "Attention", odd, {}, {}},
+          {Kind::kFact, "Rejected", "Rejected", odd, {}, {}}});
     for (const QString& name : {u"LogLine"_s, u"File"_s, u"Warning"_s, u"Rejected"_s}) {
         const QLabel& part = label(u"lblSummary"_s + name);
         EXPECT_EQ(part.textFormat(), Qt::PlainText) << name.toStdString();
@@ -116,17 +116,17 @@ TEST_F(Summary, ShowsBytesOfFilesAsTextAndNeverAsMarkup) {
 }
 
 TEST_F(Summary, LetsEveryTextBeSelected) {
-    show({{Kind::Fact, "Sites", "Sites", "12", {}, {}},
-          {Kind::Path, "File", "File", "/a/b.dat", {}, {}},
-          {Kind::Range, "X", "X", "1.00", "20.00", "m"},
-          {Kind::LogLine, "LogLine", "First", "Line # 1", {}, {}}});
+    show({{Kind::kFact, "Sites", "Sites", "12", {}, {}},
+          {Kind::kPath, "File", "File", "/a/b.dat", {}, {}},
+          {Kind::kRange, "X", "X", "1.00", "20.00", "m"},
+          {Kind::kLogLine, "LogLine", "First", "Line # 1", {}, {}}});
     for (const QString& name : {u"Sites"_s, u"File"_s, u"X"_s, u"XTo"_s, u"LogLine"_s})
         EXPECT_TRUE(label(u"lblSummary"_s + name).textInteractionFlags() & Qt::TextSelectableByMouse)
             << name.toStdString();
 }
 
 TEST_F(Summary, SaysThatTheLinkWasFollowedWithTheKeyboard) {
-    show({{Kind::Fact, "Sites", "Sites", "12", {}, {}}, {Kind::Link, "LogLink", "", "Open it", {}, {}}});
+    show({{Kind::kFact, "Sites", "Sites", "12", {}, {}}, {Kind::kLink, "LogLink", "", "Open it", {}, {}}});
     QSignalSpy requested(&summary, &SurveySummary::logRequested);
     summary.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&summary));
@@ -141,7 +141,7 @@ TEST_F(Summary, ShowsTheLinkInAColourForWhitePaperInADarkThemeToo) {
     QPalette dark = light;
     dark.setColor(QPalette::Link, QColor(0xA0, 0xC0, 0xFF));
     QApplication::setPalette(dark);
-    show({{Kind::Link, "LogLink", "Error log", "Open the error log", {}, {}}});
+    show({{Kind::kLink, "LogLink", "Error log", "Open the error log", {}, {}}});
     const QImage picture = label(u"lblSummaryLogLink"_s).grab().toImage();
     QApplication::setPalette(light);
     int darkest = 255;
@@ -152,7 +152,7 @@ TEST_F(Summary, ShowsTheLinkInAColourForWhitePaperInADarkThemeToo) {
 }
 
 TEST_F(Summary, SaysThatTheLinkWasFollowedWithTheMouse) {
-    show({{Kind::Link, "LogLink", "Error log", "Open the error log", {}, {}}});
+    show({{Kind::kLink, "LogLink", "Error log", "Open the error log", {}, {}}});
     QSignalSpy requested(&summary, &SurveySummary::logRequested);
     QLabel& link = label(u"lblSummaryLogLink"_s);
     QTest::mouseClick(&link, Qt::LeftButton, {}, QPoint(10, link.height() / 2));

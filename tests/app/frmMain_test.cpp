@@ -108,7 +108,7 @@ TEST_F(MainWindow, AsksForTheDescriptionOnlyWhenItCanBeSeen) {
     window.describeWith([&asked] {
         ++asked;
         return SurveyDescription{"headline " + std::to_string(asked),
-                                 {{DescriptionKind::Fact, "Sites", "Sites", std::to_string(asked), {}, {}}}};
+                                 {{DescriptionKind::kFact, "Sites", "Sites", std::to_string(asked), {}, {}}}};
     });
     auto* const chart = new QWidget;
     window.addChart(chart);
@@ -132,8 +132,8 @@ TEST_F(MainWindow, AsksForTheDescriptionOnlyWhenItCanBeSeen) {
 TEST_F(MainWindow, SpeaksTheWholeDescriptionAsOneText) {
     window.describeWith([] {
         return SurveyDescription{"5 sites in 2 rows",
-                                 {{DescriptionKind::Warning, "Warning", "Attention", "Look!", {}, {}},
-                                  {DescriptionKind::Range, "X", "X", "1.00", "2.00", "m"}}};
+                                 {{DescriptionKind::kWarning, "Warning", "Attention", "Look!", {}, {}},
+                                  {DescriptionKind::kRange, "X", "X", "1.00", "2.00", "m"}}};
     });
     window.show();
     window.descriptionChanged();
@@ -146,8 +146,12 @@ TEST_F(MainWindow, ScrollsADescriptionThatIsLongerThanTheWindow) {
     window.describeWith([] {
         SurveyDescription description{"headline", {}};
         for (int i = 0; i < 100; ++i)
-            description.lines.push_back(
-                {DescriptionKind::Warning, "Warning", "Attention", std::string(200, 'w') + " words", {}, {}});
+            description.lines.push_back({DescriptionKind::kWarning,
+                                         "Warning",
+                                         "Attention",
+                                         std::string(200, 'w') + " words",
+                                         {},
+                                         {}});
         return description;
     });
     window.resize(500, 300);
@@ -167,7 +171,7 @@ TEST_F(MainWindow, GoesOnWhenTheSurveyCannotBeDescribed) {
 
 TEST_F(MainWindow, ClearScreenHidesChartsAndEditorsAndSaysSo) {
     window.show();
-    window.menusFollow(MenuEvent::SitesImported);
+    window.menusFollow(MenuEvent::kSitesImported);
     auto* const chart = new QWidget;
     auto* const frame = new QWidget;
     window.addChart(chart);

@@ -22,8 +22,8 @@ std::string utf16(std::u16string_view text, bool bigEndian) {
     return bytes;
 }
 
-constexpr auto kLittle = TextEncoding::Utf16LittleEndian;
-constexpr auto kBig = TextEncoding::Utf16BigEndian;
+constexpr auto kLittle = TextEncoding::kUtf16LittleEndian;
+constexpr auto kBig = TextEncoding::kUtf16BigEndian;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ TEST(TextEncoding, IsKnownByItsMark) {
     EXPECT_EQ(recogniseTextEncoding("\xFE\xFF"), kBig);
     EXPECT_EQ(recogniseTextEncoding("\xEF\xBB\xBF"
                                     "1,2,3"),
-              TextEncoding::Bytes);
+              TextEncoding::kBytes);
     EXPECT_EQ(byteOrderMarkLength("\xFF\xFE"
                                   "1"),
               2U);
@@ -51,13 +51,13 @@ TEST(TextEncoding, IsKnownWithoutMarkByTheZeroBesideEachCharacter) {
 }
 
 TEST(TextEncoding, IsBytesForTextWithStrayZerosForNothingAndForNumbersOfTwoBytes) {
-    EXPECT_EQ(recogniseTextEncoding(""), TextEncoding::Bytes);
-    EXPECT_EQ(recogniseTextEncoding("1\0"s), TextEncoding::Bytes);
+    EXPECT_EQ(recogniseTextEncoding(""), TextEncoding::kBytes);
+    EXPECT_EQ(recogniseTextEncoding("1\0"s), TextEncoding::kBytes);
     EXPECT_EQ(recogniseTextEncoding("1\0,\0"s
                                     "22,33,44,55,66\r\n"),
-              TextEncoding::Bytes);
-    EXPECT_EQ(recogniseTextEncoding(std::string(1000, '\0')), TextEncoding::Bytes);
-    EXPECT_EQ(recogniseTextEncoding("\1\0\2\0\3\0\4\0\5\0\6\0"s), TextEncoding::Bytes);
+              TextEncoding::kBytes);
+    EXPECT_EQ(recogniseTextEncoding(std::string(1000, '\0')), TextEncoding::kBytes);
+    EXPECT_EQ(recogniseTextEncoding("\1\0\2\0\3\0\4\0\5\0\6\0"s), TextEncoding::kBytes);
 }
 
 TEST(Utf16, IsDecodedWhereverTheBlocksEnd) {

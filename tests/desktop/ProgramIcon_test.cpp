@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "desktop/ProgramIcon.h"
+#include "program/Program.h"
 
 #include <QColor>
 #include <QImage>

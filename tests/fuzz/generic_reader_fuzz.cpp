@@ -25,7 +25,7 @@ void requireSites(const GenericOptions& options, const ImportResult& result, std
 
 void requireRows(const ImportResult& result) {
     const Survey& survey = result.survey;
-    if (survey.NumSites == 0 || result.rows != ImportedRows::Usable) return;
+    if (survey.NumSites == 0 || result.rows != ImportedRows::kUsable) return;
     const auto first = survey.NumPoints.begin() + 1;
     require(std::accumulate(first, first + survey.NumRows, SiteIndex{0}) == survey.NumSites);
 }

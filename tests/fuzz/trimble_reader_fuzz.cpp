@@ -84,7 +84,7 @@ void requireLiterally(const TrimbleOptions& options, const Survey& survey, std::
 
 void requireRows(ImportResult result) {
     Survey& survey = result.survey;
-    if (survey.NumSites == 0 || result.rows == ImportedRows::TooManyRows) return;
+    if (survey.NumSites == 0 || result.rows == ImportedRows::kTooManyRows) return;
     Calculate_NumPoints(survey);
     const auto first = survey.NumPoints.begin() + 1;
     require(survey.NumRows >= 1 && survey.NumRows <= kMaxRows);

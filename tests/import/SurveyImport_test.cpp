@@ -2,7 +2,6 @@
 #include "import/SurveyImport.h"
 
 #include "base/session.h"
-#include "base/survey_changes.h"
 #include "import/frmDataControl.h"
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
@@ -114,7 +113,7 @@ TEST_F(TrimbleImportChain, KeepsTheTotalsOfTheAdjustments) {
 }
 
 TEST_F(TrimbleImportChain, OfAFileWithoutSitesDisablesTheMenus) {
-    main.menusFollow(MenuEvent::SitesImported);
+    main.menusFollow(MenuEvent::kSitesImported);
     boxes.tell(report(0, 0), kReportTitle);
     importFile("");
     EXPECT_EQ(theSurvey().NumSites, 0);

@@ -25,7 +25,7 @@ FileKind kindOf(const std::string& bytes) {
 TEST(FileKind, OfAnOrdinaryFileSaysNothing) {
     for (const char* const plain : {"1,2,3\n4,5,6\n", "1 2 3\r\n", "", "1\n2\n3\n", "  1  2.5  3\r4 5 6"}) {
         const FileKind kind = kindOf(plain);
-        EXPECT_TRUE(kind.isText && kind.encoding == TextEncoding::Bytes) << plain;
+        EXPECT_TRUE(kind.isText && kind.encoding == TextEncoding::kBytes) << plain;
         EXPECT_FALSE(kind.decimalCommas || kind.tabs) << plain;
         EXPECT_EQ(kind.headerLines, 0) << plain;
     }
@@ -66,7 +66,7 @@ TEST(FileKind, OfUtf16IsFoundInItsCharacters) {
     for (const char c : "X;Y\r\n1,5;2\r\n"s)
         bytes += {c, '\0'};
     const FileKind kind = kindOf(bytes);
-    EXPECT_EQ(kind.encoding, TextEncoding::Utf16LittleEndian);
+    EXPECT_EQ(kind.encoding, TextEncoding::kUtf16LittleEndian);
     EXPECT_TRUE(kind.isText && kind.decimalCommas);
     EXPECT_EQ(kind.headerLines, 1);
 }

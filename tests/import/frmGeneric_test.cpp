@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/session.h"
-#include "base/survey_changes.h"
 #include "import/GenericWindow.h"
 #include "support/reads.h"
 
@@ -128,7 +127,7 @@ TEST_F(GenericImport, KeepsTheTotalsOfTheAdjustments) {
 }
 
 TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {
-    main.menusFollow(MenuEvent::SitesImported);
+    main.menusFollow(MenuEvent::kSitesImported);
     boxes.tell(u"There are 0 valid records in this file."_s, kReportTitle);
     importFile(0, "");
     EXPECT_FALSE(window.isVisible());
@@ -138,7 +137,7 @@ TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {
 }
 
 TEST_F(GenericImport, StaysOpenAfterAFatalRowError) {
-    main.menusFollow(MenuEvent::SitesImported);
+    main.menusFollow(MenuEvent::kSitesImported);
     boxes.tell(u"There are 2 valid records in this file."_s, kReportTitle);
     boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
     importFile(0, "1,2,3,2\n1,2,3,3\n");

@@ -109,7 +109,7 @@ TEST(FileKindNotice, SaysWhatIsUnusual) {
     kind.headerLines = 2;
     EXPECT_EQ(fileKindNotice(kind), "Tabs stand between its values. The first 2 lines are a header.");
     kind = {};
-    kind.encoding = TextEncoding::Utf16BigEndian;
+    kind.encoding = TextEncoding::kUtf16BigEndian;
     kind.decimalCommas = true;
     kind.headerLines = 1;
     EXPECT_EQ(fileKindNotice(kind),

@@ -92,7 +92,7 @@ TEST_F(GenericFile, ThatIsEmptyGivesNothing) {
         EXPECT_EQ(result.survey.NumSites, 0);
         EXPECT_EQ(result.survey.NumRows, 0);
         EXPECT_EQ(result.rejected, 0);
-        EXPECT_EQ(result.rows, ImportedRows::Usable);
+        EXPECT_EQ(result.rows, ImportedRows::kUsable);
     }
 }
 
@@ -111,7 +111,7 @@ TEST_F(GenericFile, HasATableOfExactlyItsSites) {
 
 TEST_F(GenericFile, MayHaveRowsThatGrowByOne) {
     const auto result = importRows({1, 1, 2, 3, 3});
-    EXPECT_EQ(result.rows, ImportedRows::Usable);
+    EXPECT_EQ(result.rows, ImportedRows::kUsable);
     EXPECT_EQ(result.survey.NumRows, 3);
     EXPECT_EQ(result.survey.RowIndex, 3);
     EXPECT_EQ(result.survey.NumPoints[1], 2);
@@ -129,24 +129,24 @@ TEST_F(GenericFile, WhoseRowsAreOutOfOrderIsReadButRefused) {
                              {1, 2, 3, 4, 2},
                              {1, -1}}) {
         const auto result = importRows(rows);
-        EXPECT_EQ(result.rows, ImportedRows::NotSequential);
+        EXPECT_EQ(result.rows, ImportedRows::kNotSequential);
         EXPECT_EQ(result.survey.NumSites, static_cast<SiteIndex>(rows.size()));
         EXPECT_EQ(result.survey.NumRows, 0);
         EXPECT_EQ(result.survey.SiteData(kRow, result.survey.NumSites - 1), rows.back());
     }
-    EXPECT_EQ(importRows({2, 3}).rows, ImportedRows::FirstRowNotOne);
-    EXPECT_EQ(importRows({0, 1}).rows, ImportedRows::FirstRowNotOne);
+    EXPECT_EQ(importRows({2, 3}).rows, ImportedRows::kFirstRowNotOne);
+    EXPECT_EQ(importRows({0, 1}).rows, ImportedRows::kFirstRowNotOne);
 }
 
 TEST_F(GenericFile, WhoseRowsAreNotWholeIsReadButRefused) {
     const auto result = importRows({1, 1.5, 2});
-    EXPECT_EQ(result.rows, ImportedRows::NotSequential);
+    EXPECT_EQ(result.rows, ImportedRows::kNotSequential);
     EXPECT_EQ(result.rejected, 0);
     EXPECT_EQ(result.survey.NumSites, 3);
     EXPECT_EQ(result.survey.SiteData(kRow, 1), 1.5);
     EXPECT_FALSE(rowsAreUsable(result.survey));
-    EXPECT_EQ(importRows({1.5, 2}).rows, ImportedRows::FirstRowNotOne);
-    EXPECT_EQ(importRows({1, 1.5, 2.5}).rows, ImportedRows::NotSequential);
+    EXPECT_EQ(importRows({1.5, 2}).rows, ImportedRows::kFirstRowNotOne);
+    EXPECT_EQ(importRows({1, 1.5, 2.5}).rows, ImportedRows::kNotSequential);
 }
 
 TEST_F(GenericFile, MayHaveMoreRowsThanTheSystemHolds) {
@@ -156,7 +156,7 @@ TEST_F(GenericFile, MayHaveMoreRowsThanTheSystemHolds) {
     EXPECT_EQ(importRows(rows).survey.NumPoints[250], 1);
     rows.push_back(251);
     const auto result = importRows(rows);
-    EXPECT_EQ(result.rows, ImportedRows::TooManyNumbered);
+    EXPECT_EQ(result.rows, ImportedRows::kTooManyNumbered);
     EXPECT_EQ(result.survey.NumRows, 251);
     EXPECT_EQ(result.survey.RowIndex, 251);
 }

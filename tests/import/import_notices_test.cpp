@@ -17,7 +17,7 @@ using Kind = DescriptionKind;
 std::string joined(const DescriptionLine& line) {
     std::string text = line.caption.empty() ? "| " : line.caption + " | ";
     text += line.text;
-    return line.kind == Kind::Range ? text + " .. " + line.upTo + ' ' + line.unit : text;
+    return line.kind == Kind::kRange ? text + " .. " + line.upTo + ' ' + line.unit : text;
 }
 
 std::vector<std::string> linesOf(const SurveyDescription& description) {
@@ -30,7 +30,7 @@ std::vector<std::string> linesOf(const SurveyDescription& description) {
 std::vector<std::string> warningsOf(const SurveyDescription& description) {
     std::vector<std::string> warnings;
     for (const DescriptionLine& line : description.lines)
-        if (line.kind == Kind::Warning) warnings.push_back(line.text);
+        if (line.kind == Kind::kWarning) warnings.push_back(line.text);
     return warnings;
 }
 
@@ -122,7 +122,7 @@ TEST_F(ImportNotices, PointToNoLogThatCouldNotBeWritten) {
                   "denied\n“Display the Error_log.dat file” does not show this import."});
         EXPECT_EQ(linesOf(told).back(), "| Line # 7 c");
         for (const DescriptionLine& line : told.lines) {
-            EXPECT_NE(line.kind, Kind::Link);
+            EXPECT_NE(line.kind, Kind::kLink);
             EXPECT_NE(line.text, import.logPath);
         }
     }
@@ -263,7 +263,7 @@ TEST_F(ImportNotices, WarnOfDecimalCommasThatWereNotReadAsSuch) {
 }
 
 TEST_F(ImportNotices, TellHowTheFileIsWritten) {
-    import.kind.encoding = TextEncoding::Utf16LittleEndian;
+    import.kind.encoding = TextEncoding::kUtf16LittleEndian;
     import.kind.decimalCommas = import.decimalCommasRead = import.kind.tabs = true;
     import.kind.headerLines = 2;
     EXPECT_EQ(linesOf(description())[1],

@@ -40,7 +40,7 @@ class OddInput : public testing::Test {
     ImportResult import(const std::string& path) {
         options.path = path;
         ImportResult result = importTrimbleFile(options);
-        if (result.rows == ImportedRows::Usable) {
+        if (result.rows == ImportedRows::kUsable) {
             Calculate_NumPoints(result.survey);
             expectReadAgain(result.survey);
         }

@@ -70,7 +70,7 @@ TEST(FixedColumnNotice, TellsOfHeaderLinesAndUtf16WithoutAWarning) {
     kind.headerLines = 1;
     EXPECT_EQ(fixedColumnNotice(kind).text, "The first line is a header; it will be in the error log.");
     kind.headerLines = 3;
-    kind.encoding = TextEncoding::Utf16BigEndian;
+    kind.encoding = TextEncoding::kUtf16BigEndian;
     EXPECT_EQ(fixedColumnNotice(kind).text,
               "The text is UTF-16; it is read as what it says.\n"
               "The first 3 lines are a header; they will be in the error log.");

@@ -306,7 +306,7 @@ TEST_F(TrimbleFile, ReadsALineOfManyMegabytes) {
 TEST_F(TrimbleFile, FindsRows) {
     const auto result = import(line("0", "0", "1") + "\n" + line("1", "0", "1") + "\n" + line("1", "5", "1") +
                                "\n" + line("1", "10.1", "1") + "\n");
-    EXPECT_EQ(result.rows, ImportedRows::Usable);
+    EXPECT_EQ(result.rows, ImportedRows::kUsable);
     EXPECT_EQ(result.survey.NumRows, 2);
     EXPECT_EQ(result.survey.SiteData(kRow, 2), 1);
     EXPECT_EQ(result.survey.SiteData(kRow, 3), 2);
@@ -328,12 +328,12 @@ TEST_F(TrimbleFile, OfMoreThan250RowsKeepsItsSites) {
     for (int i = 0; i < 252; ++i)
         bytes += line(std::to_string(i * 10), "0", "1") + "\n";
     const auto result = import(bytes);
-    EXPECT_EQ(result.rows, ImportedRows::TooManyRows);
+    EXPECT_EQ(result.rows, ImportedRows::kTooManyRows);
     EXPECT_EQ(result.survey.NumSites, 252);
     EXPECT_EQ(result.survey.NumRows, 0);
     // The gap behind the first site opens no row: 251 sites make 250 rows.
     const auto fits = import(bytes.substr(0, bytes.rfind(line("2510", "0", "1"))));
-    EXPECT_EQ(fits.rows, ImportedRows::Usable);
+    EXPECT_EQ(fits.rows, ImportedRows::kUsable);
     EXPECT_EQ(fits.survey.NumRows, 250);
 }
 

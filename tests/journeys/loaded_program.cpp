@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     theSession().AppDir = theSession().DataDir = folder.path().toStdString();
     theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
     const auto main = createProgram();
-    main->menusFollow(MenuEvent::SitesImported);
+    main->menusFollow(MenuEvent::kSitesImported);
     main->show();
     if (!QTest::qWaitForWindowActive(main.get())) return EXIT_FAILURE;
     QTimer::singleShot(0, main.get(), [&] { openWindow(*main, arguments[1], arguments[2]); });

@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-enum class Import { Trimble, Generic };
+enum class Import { kTrimble, kGeneric };
 
 // Enough lines to be read in several blocks, for both imports.
 constexpr int kSites = 40'000;
@@ -43,7 +43,7 @@ class SourceFaults : public testing::TestWithParam<Import>, protected RunningPro
 
     // Fills the windows of the import in, lets `meanwhile` happen, and clicks for the last time.
     void runImport(const std::function<void()>& meanwhile) {
-        GetParam() == Import::Trimble ? importTrimble(meanwhile) : importGeneric(meanwhile);
+        GetParam() == Import::kTrimble ? importTrimble(meanwhile) : importGeneric(meanwhile);
     }
     void importTrimble(const std::function<void()>& meanwhile) {
         importTrimbleFile(*main, sensorEntries(file), [&](const QWidget& window) {
@@ -69,7 +69,7 @@ class SourceFaults : public testing::TestWithParam<Import>, protected RunningPro
 
     void expectReason(const QString& reason) { boxes.tell(fromPath(file) + u" cannot be read: "_s + reason); }
     void expectReport(int sites) {
-        GetParam() == Import::Trimble ? expectTrimbleReport(sites, 0) : expectGenericReport(sites, 0);
+        GetParam() == Import::kTrimble ? expectTrimbleReport(sites, 0) : expectGenericReport(sites, 0);
     }
 
     // Survey and log are those of before, and the program goes on: what failed works when nothing is wrong.
@@ -129,7 +129,7 @@ TEST_P(SourceFaults, AFileThatIsDeletedOrReplacedWhileItIsReadIsReadToItsEnd) {
 
 TEST_P(SourceFaults, AFileThatTurnsIntoADeviceAPipeOrASocketIsRefused) {
     const auto expectRefusal = [this] {
-        if (GetParam() == Import::Trimble)
+        if (GetParam() == Import::kTrimble)
             expectReason(u"it is not a regular file"_s);
         else
             boxes.tell(u"Please enter a valid input filename."_s);
@@ -151,9 +151,9 @@ TEST_P(SourceFaults, AFileThatTurnsIntoADeviceAPipeOrASocketIsRefused) {
     expectAllAsBefore();
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, SourceFaults, testing::Values(Import::Trimble, Import::Generic),
+INSTANTIATE_TEST_SUITE_P(Of, SourceFaults, testing::Values(Import::kTrimble, Import::kGeneric),
                          [](const auto& kind) {
-                             return kind.param == Import::Trimble ? "TheTrimbleImport" : "TheGenericImport";
+                             return kind.param == Import::kTrimble ? "TheTrimbleImport" : "TheGenericImport";
                          });
 
 }  // namespace tessel

@@ -35,8 +35,8 @@ class Chart2DTest : public testing::Test {
   protected:
     Chart2DTest() {
         chart.resize(800, 600);
-        chart.setAxisRange(Axis::X, 0, 100);
-        chart.setAxisRange(Axis::Y, 0, 50);
+        chart.setAxisRange(Axis::kX, 0, 100);
+        chart.setAxisRange(Axis::kY, 0, 50);
         chart.setSeriesCount(kData, 1);
     }
 
@@ -174,21 +174,21 @@ TEST_F(Chart2DTest, WhatDoesNotExistIsSubscriptOutOfRange) {
 }
 
 TEST_F(Chart2DTest, AxisRangesAnswerWhatWasSet) {
-    chart.setAxisRange(Axis::X, 5, 5);
-    chart.setAxisRange(Axis::Y, 10, -2);
-    EXPECT_EQ(chart.axisRange(Axis::X), (Interval{5, 5}));
-    EXPECT_EQ(chart.axisRange(Axis::Y), (Interval{10, -2}));
+    chart.setAxisRange(Axis::kX, 5, 5);
+    chart.setAxisRange(Axis::kY, 10, -2);
+    EXPECT_EQ(chart.axisRange(Axis::kX), (Interval{5, 5}));
+    EXPECT_EQ(chart.axisRange(Axis::kY), (Interval{10, -2}));
 }
 
 TEST_F(Chart2DTest, TheSecondYAxisFollowsTheFirstUntilItIsSet) {
-    EXPECT_EQ(chart.axisRange(Axis::Y2), (Interval{0, 50}));
-    chart.setAxisRange(Axis::Y2, 0, 10);
-    chart.setAxisRange(Axis::Y, 1, 2);
-    EXPECT_EQ(chart.axisRange(Axis::Y2), (Interval{0, 10}));
+    EXPECT_EQ(chart.axisRange(Axis::kY2), (Interval{0, 50}));
+    chart.setAxisRange(Axis::kY2, 0, 10);
+    chart.setAxisRange(Axis::kY, 1, 2);
+    EXPECT_EQ(chart.axisRange(Axis::kY2), (Interval{0, 10}));
 }
 
 TEST_F(Chart2DTest, TheHighlightGroupIsMeasuredOnTheSecondYAxis) {
-    chart.setAxisRange(Axis::Y2, 0, 100);
+    chart.setAxisRange(Axis::kY2, 0, 100);
     chart.setSeriesCount(kHighlight, 1);
     addPoint(50, 50, kHighlight);
     EXPECT_EQ(chart.nearestPoint(kHighlight, pixel(50, 25)).distance, 0);
@@ -197,7 +197,7 @@ TEST_F(Chart2DTest, TheHighlightGroupIsMeasuredOnTheSecondYAxis) {
 
 TEST_F(Chart2DTest, AZeroWidthRangeShowsItsValueInTheMiddle) {
     const double middle = chart.dataToPixel(50, 0).x();
-    chart.setAxisRange(Axis::X, 436000.12, 436000.12);
+    chart.setAxisRange(Axis::kX, 436000.12, 436000.12);
     addPoint(436000.12, 25);
     EXPECT_NEAR(chart.dataToPixel(436000.12, 25).x(), middle, 30);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(436000.12, 25)).point, 1);
@@ -206,8 +206,8 @@ TEST_F(Chart2DTest, AZeroWidthRangeShowsItsValueInTheMiddle) {
 }
 
 TEST_F(Chart2DTest, AReversedRangeRunsDown) {
-    chart.setAxisRange(Axis::X, 100, 0);
-    chart.setAxisRange(Axis::Y, 50, 0);
+    chart.setAxisRange(Axis::kX, 100, 0);
+    chart.setAxisRange(Axis::kY, 50, 0);
     EXPECT_GT(chart.dataToPixel(10, 5).x(), chart.dataToPixel(90, 5).x());
     EXPECT_LT(chart.dataToPixel(10, 5).y(), chart.dataToPixel(90, 45).y());
     addPoint(10, 5);
@@ -215,14 +215,14 @@ TEST_F(Chart2DTest, AReversedRangeRunsDown) {
 }
 
 TEST_F(Chart2DTest, KeepsTitlesHeaderAndFooter) {
-    chart.setAxisTitle(Axis::X, u"X (meters)"_s);
-    chart.setAxisTitle(Axis::Y, u"ECa (mS/m)"_s);
-    chart.setAxisTitle(Axis::Y2, u"other"_s);
+    chart.setAxisTitle(Axis::kX, u"X (meters)"_s);
+    chart.setAxisTitle(Axis::kY, u"ECa (mS/m)"_s);
+    chart.setAxisTitle(Axis::kY2, u"other"_s);
     chart.setHeaderText(u"Sample Grid Plot"_s);
     chart.setFooterText(u"No Point Selected"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::X), u"X (meters)"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::Y), u"ECa (mS/m)"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::Y2), u"other"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kX), u"X (meters)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kY), u"ECa (mS/m)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kY2), u"other"_s);
     EXPECT_EQ(chart.headerText(), u"Sample Grid Plot"_s);
     EXPECT_EQ(chart.footerText(), u"No Point Selected"_s);
     EXPECT_EQ(chart.accessibleName(), u"Sample Grid Plot"_s);
@@ -230,7 +230,7 @@ TEST_F(Chart2DTest, KeepsTitlesHeaderAndFooter) {
 }
 
 TEST_F(Chart2DTest, PixelsAndDataAreEachOthersInverse) {
-    chart.setAxisRange(Axis::X, 436000, 437000);
+    chart.setAxisRange(Axis::kX, 436000, 437000);
     const QPoint p = pixel(436123.4, 12.5);
     const Chart2D::PixelData data = chart.pixelToData(p);
     EXPECT_TRUE(data.inPlotArea);
@@ -272,7 +272,7 @@ TEST_F(Chart2DTest, ManyChangesCostOneRedraw) {
     QSignalSpy redrawn(&chart, &Chart2D::redrawn);
     for (int i = 1; i <= 50; ++i)
         addPoint(i, i);
-    chart.setAxisRange(Axis::X, 0, 60);
+    chart.setAxisRange(Axis::kX, 0, 60);
     QCoreApplication::processEvents();
     EXPECT_EQ(redrawn.count(), 1);
 }
@@ -381,7 +381,7 @@ TEST_F(Chart2DTest, HighlightsAreRingsAroundTheDataBeneath) {
 TEST_F(Chart2DTest, HolesAreNotDrawn) {
     addPoint(kHole, 25);
     addPoint(50, kHole);
-    chart.setSeriesStyle(kData, 1, {ChartSymbol::Disc, ChartLine::Thin, 12});
+    chart.setSeriesStyle(kData, 1, {ChartSymbol::kDisc, ChartLine::kThin, 12});
     show();
     EXPECT_EQ(countColour(chart.grab().toImage(), palette(12)), 0);
 }
@@ -401,8 +401,8 @@ TEST_F(Chart2DTest, ASpikeInALongLineIsDrawn) {
     chart.setPointCount(kData, 1, kCount);
     for (int i = 1; i <= kCount; ++i)
         chart.setPoint(kData, 1, i, i, i == 123456 ? 45 : 5);
-    chart.setSeriesStyle(kData, 1, {ChartSymbol::None, ChartLine::Thin, 9});
-    chart.setAxisRange(Axis::X, 0, kCount);
+    chart.setSeriesStyle(kData, 1, {ChartSymbol::kNone, ChartLine::kThin, 9});
+    chart.setAxisRange(Axis::kX, 0, kCount);
     show();
     const QImage image = chart.grab().toImage();
     const QPointF at = chart.dataToPixel(123456, 40) * image.devicePixelRatio();
@@ -436,7 +436,7 @@ TEST_F(Chart2DTest, TheWheelZoomsAroundThePointerAndHomeReturns) {
     EXPECT_TRUE(chart.isZoomed());
     EXPECT_NEAR((chart.dataToPixel(30, 20) - QPointF(at)).manhattanLength(), 0, 2.5);
     EXPECT_LT(chart.pixelToData(at + QPoint(100, 0)).x - chart.pixelToData(at).x, 100.0 * 100 / 700 * 0.8);
-    EXPECT_EQ(chart.axisRange(Axis::X), (Interval{0, 100}));
+    EXPECT_EQ(chart.axisRange(Axis::kX), (Interval{0, 100}));
     QTest::keyClick(&chart, Qt::Key_Home);
     EXPECT_FALSE(chart.isZoomed());
     EXPECT_EQ(pixel(30, 20), at);
@@ -485,10 +485,10 @@ TEST_F(Chart2DTest, ADoubleClickReturnsToTheLimitsAndReportsBothPresses) {
 
 TEST_F(Chart2DTest, SettingLimitsReturnsTheViewOfThatAxis) {
     wheel(QPoint(400, 300), 360);
-    chart.setAxisRange(Axis::X, 0, 10);
+    chart.setAxisRange(Axis::kX, 0, 10);
     EXPECT_NEAR(chart.pixelToData(pixel(5, 20)).x, 5, 0.1);
-    chart.setAxisRange(Axis::Y, 0, 10);
-    chart.setAxisRange(Axis::Y2, 0, 10);
+    chart.setAxisRange(Axis::kY, 0, 10);
+    chart.setAxisRange(Axis::kY2, 0, 10);
     EXPECT_FALSE(chart.isZoomed());
 }
 
@@ -654,12 +654,12 @@ class AlignedCharts : public testing::Test {
         for (Chart2D* chart : {&upper, &lower}) {
             chart->setParent(&window);
             chart->resize(600, 300);
-            chart->setAxisRange(Axis::X, 0, 100);
+            chart->setAxisRange(Axis::kX, 0, 100);
         }
         lower.move(0, 300);
         window.resize(600, 600);
-        upper.setAxisRange(Axis::Y, 0, 0.5);
-        lower.setAxisRange(Axis::Y, 5512000, 5512150);
+        upper.setAxisRange(Axis::kY, 0, 0.5);
+        lower.setAxisRange(Axis::kY, 5512000, 5512150);
     }
 
     void show() {
@@ -714,7 +714,7 @@ TEST_F(AlignedCharts, StayAlignedWhenTheLabelsOfOneGrow) {
     upper.alignSides(lower);
     show();
     const double before = lower.dataToPixel(0, 0).x();
-    upper.setAxisRange(Axis::Y, 155120000, 155120000.5);
+    upper.setAxisRange(Axis::kY, 155120000, 155120000.5);
     QCoreApplication::processEvents();
     EXPECT_GT(lower.dataToPixel(0, 0).x(), before);
     expectAligned();
@@ -729,7 +729,7 @@ TEST_F(AlignedCharts, AreDrawnWhereTheyArePicked) {
     show();
     upper.setPointCount(kData, 1, 1);
     upper.setPoint(kData, 1, 1, 50, 0.25);
-    lower.setAxisRange(Axis::Y, 0, 1);
+    lower.setAxisRange(Axis::kY, 0, 1);
     QCoreApplication::processEvents();
     const QPointF place = upper.dataToPixel(50, 0.25);
     const QImage image = upper.grab().toImage();

@@ -107,7 +107,7 @@ class ClipWindow : public testing::Test {
 
     ClipWindow() {
         theSurvey() = threeRows();
-        main.menusFollow(MenuEvent::SitesImported);
+        main.menusFollow(MenuEvent::kSitesImported);
         // Not shown: without a window system the pointer would find the window that was shown first.
     }
     ~ClipWindow() override {

@@ -17,9 +17,9 @@ TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
     expectSameSurvey(theSurvey(), expected);
     expectEmptied(2);
     EXPECT_EQ(theSurvey().NumRows, 2);
-    expectRange(map, Axis::X, -100, 360);
-    expectRange(map, Axis::Y, -190, 313);
-    expectRange(profile, Axis::X, -100, 360);
+    expectRange(map, Axis::kX, -100, 360);
+    expectRange(map, Axis::kY, -190, 313);
+    expectRange(profile, Axis::kX, -100, 360);
     expectSteps(true, false);
     click("Command1");
     expectRowShown(1);
@@ -97,15 +97,15 @@ TEST_F(RowPlots, NameTheAxesOfAnEmptiedRowForWhatTheyShow) {
     openByY(threeRowSurvey());
     click("Command2");
     deletePoints({1});
-    expectRange(map, Chart2D::Axis::X, -100, 360);
-    expectRange(profile, Chart2D::Axis::X, -100, 360);
-    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
-    EXPECT_EQ(map.axisTitle(Chart2D::Axis::Y), u"Y (meters)"_s);
-    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), u"X (meters)"_s);
+    expectRange(map, Chart2D::Axis::kX, -100, 360);
+    expectRange(profile, Chart2D::Axis::kX, -100, 360);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::kX), u"X (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::kY), u"Y (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::kX), u"X (meters)"_s);
     click("Command1");
-    EXPECT_EQ(map.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
-    EXPECT_EQ(map.axisTitle(Chart2D::Axis::Y), u"X (meters)"_s);
-    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::X), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::kX), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Chart2D::Axis::kY), u"X (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Chart2D::Axis::kX), u"Y (meters)"_s);
 }
 
 TEST_F(RowPlots, StayWhereADistanceBetweenTheSitesKeptHasASquareTooLarge) {

@@ -24,16 +24,16 @@ TEST_F(RowPlots, OpenAtRowOneByX) {
     EXPECT_TRUE(editor.Option1->isChecked());
     EXPECT_FALSE(editor.Command3->isEnabled());
     EXPECT_EQ(editor.Text1->text(), QString());
-    EXPECT_EQ(profile.axisTitle(Axis::X), u"X (meters)"_s);
-    EXPECT_EQ(profile.axisTitle(Axis::Y), u"ECa (mS/m)"_s);
-    EXPECT_EQ(map.axisTitle(Axis::X), u"X (meters)"_s);
-    EXPECT_EQ(map.axisTitle(Axis::Y), u"Y (meters)"_s);
-    expectRange(profile, Axis::X, 98, 142);
-    expectRange(profile, Axis::Y, 16.5, 58.5);
-    expectRange(profile, Axis::Y2, 16.5, 58.5);
-    expectRange(map, Axis::X, 98, 142);
-    expectRange(map, Axis::Y, 9.9, 12.1);
-    expectRange(map, Axis::Y2, 9.9, 12.1);
+    EXPECT_EQ(profile.axisTitle(Axis::kX), u"X (meters)"_s);
+    EXPECT_EQ(profile.axisTitle(Axis::kY), u"ECa (mS/m)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::kX), u"X (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::kY), u"Y (meters)"_s);
+    expectRange(profile, Axis::kX, 98, 142);
+    expectRange(profile, Axis::kY, 16.5, 58.5);
+    expectRange(profile, Axis::kY2, 16.5, 58.5);
+    expectRange(map, Axis::kX, 98, 142);
+    expectRange(map, Axis::kY, 9.9, 12.1);
+    expectRange(map, Axis::kY2, 9.9, 12.1);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -42,14 +42,14 @@ TEST_F(RowPlots, OpenAtRowOneByYWithThePlanTurned) {
     EXPECT_FALSE(editor.PlotByX);
     EXPECT_TRUE(editor.PlotByY);
     expectRowShown(1);
-    EXPECT_EQ(profile.axisTitle(Axis::X), u"Y (meters)"_s);
-    EXPECT_EQ(map.axisTitle(Axis::X), u"Y (meters)"_s);
-    EXPECT_EQ(map.axisTitle(Axis::Y), u"X (meters)"_s);
-    expectRange(profile, Axis::X, 9.9, 12.1);
-    expectRange(map, Axis::X, 9.9, 12.1);
-    expectRange(map, Axis::Y, 98, 142);
-    EXPECT_EQ(thePlotLimits().PlotXMin, map.axisRange(Axis::X).from);
-    EXPECT_EQ(thePlotLimits().PlotYMax, map.axisRange(Axis::Y).to);
+    EXPECT_EQ(profile.axisTitle(Axis::kX), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::kX), u"Y (meters)"_s);
+    EXPECT_EQ(map.axisTitle(Axis::kY), u"X (meters)"_s);
+    expectRange(profile, Axis::kX, 9.9, 12.1);
+    expectRange(map, Axis::kX, 9.9, 12.1);
+    expectRange(map, Axis::kY, 98, 142);
+    EXPECT_EQ(thePlotLimits().PlotXMin, map.axisRange(Axis::kX).from);
+    EXPECT_EQ(thePlotLimits().PlotYMax, map.axisRange(Axis::kY).to);
 }
 
 TEST_F(RowPlots, ShowTheMapAboveTheProfile) {
@@ -74,7 +74,7 @@ TEST_F(RowPlots, DrawOneSeriesWhereThereIsOneReading) {
     survey.TwoEMColumns = false;
     openByX(survey);
     EXPECT_EQ(profile.seriesCount(Chart2D::kData), 1);
-    expectRange(profile, Axis::Y, 19, 31);
+    expectRange(profile, Axis::kY, 19, 31);
     clickPoint(profile, 1, 2);
     EXPECT_EQ(profile.seriesCount(Chart2D::kHighlight), 1);
     EXPECT_TRUE(pointsOf(profile, Chart2D::kHighlight, 1) == std::vector<Point>({{110, 30}}));
@@ -101,10 +101,10 @@ TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
 TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
     openByX(threeRowSurvey());
     click("Command2");
-    expectRange(profile, Axis::X, -60, 340);
-    expectRange(profile, Axis::Y, 32.5, 66.5);
-    expectRange(map, Axis::X, -60, 340);
-    expectRange(map, Axis::Y, -140, 260);
+    expectRange(profile, Axis::kX, -60, 340);
+    expectRange(profile, Axis::kY, 32.5, 66.5);
+    expectRange(map, Axis::kX, -60, 340);
+    expectRange(map, Axis::kY, -140, 260);
     EXPECT_EQ(map.headerText(), u"Sample Row Plot:  Row #2 (1 point)"_s);
 }
 

@@ -41,7 +41,7 @@ TEST_F(RowPlots, SelectNothingFourPixelsBesideAPoint) {
 
 TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
     openByX(threeRowSurvey());
-    profile.setAxisRange(Chart2D::Axis::X, 100, 142);
+    profile.setAxisRange(Chart2D::Axis::kX, 100, 142);
     const QPoint beside = pixelOf(profile, Chart2D::kData, 1, 1) - QPoint(2, 0);
     ASSERT_FALSE(profile.pixelToData(beside).inPlotArea);
     ASSERT_LE(profile.nearestPoint(Chart2D::kData, beside).distance, 3);

@@ -48,7 +48,7 @@ int linesAlong(const QImage& strip) {
 
 // Labels stand at every tick, and ticks reach out of the axes.
 void expectTwoTicksOnEachAxis(Chart2D& chart) {
-    const Interval x = chart.axisRange(Chart2D::Axis::X), y = chart.axisRange(Chart2D::Axis::Y);
+    const Interval x = chart.axisRange(Chart2D::Axis::kX), y = chart.axisRange(Chart2D::Axis::kY);
     const QPoint corner = chart.dataToPixel(x.from, y.from).toPoint();
     const int top = static_cast<int>(chart.dataToPixel(x.from, y.to).y()) - 2;
     const QImage image = chart.grab().toImage();
@@ -183,7 +183,7 @@ TEST_F(RowPlots, FitTheRowAnewAfterADeletionUnlessTheUserLooksCloser) {
     openByX(threeRowSurvey());
     deletePoints({5});
     EXPECT_FALSE(profile.isZoomed());
-    expectRange(profile, Chart2D::Axis::X, 98.5, 131.5);
+    expectRange(profile, Chart2D::Axis::kX, 98.5, 131.5);
     turnWheel(map, pixelOf(map, Chart2D::kData, 1, 2), 2);
     click("Command2");
     EXPECT_FALSE(map.isZoomed());

@@ -63,8 +63,8 @@ TEST_F(SurveyGrid, ShowsEverySiteInTheSeriesOfItsRow) {
     EXPECT_TRUE(pointsOf(chart, Chart2D::kData, 2) == std::vector<Point>({{9, 90}}));
     EXPECT_TRUE(pointsOf(chart, Chart2D::kData, 3) == std::vector<Point>({{1, 80}, {3, 81}}));
     EXPECT_EQ(chart.headerText(), u"Sample Grid Plot"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::X), u"X (meters)"_s);
-    EXPECT_EQ(chart.axisTitle(Axis::Y), u"Y (meters)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kX), u"X (meters)"_s);
+    EXPECT_EQ(chart.axisTitle(Axis::kY), u"Y (meters)"_s);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -100,9 +100,9 @@ TEST_F(SurveyGrid, ColoursRowsInTurnsOfFifteen) {
 
 TEST_F(SurveyGrid, SharesItsLimits) {
     plot(surveyOfRows(3));
-    expectRange(Axis::X, -10, 210);
-    expectRange(Axis::Y, 9, 31);
-    expectRange(Axis::Y2, 9, 31);
+    expectRange(Axis::kX, -10, 210);
+    expectRange(Axis::kY, 9, 31);
+    expectRange(Axis::kY2, 9, 31);
     EXPECT_EQ(thePlotLimits(), (PlotLimits{-10, 210, 9, 31}));
 }
 

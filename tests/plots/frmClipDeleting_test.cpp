@@ -142,7 +142,7 @@ TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
 TEST_F(ClipWindow, DeclaresTheRowsLostWhenAnyOfThemIsGone) {
     for (const double row : {100.0, 110.0, 120.0}) {
         theSurvey() = threeRows();
-        main.menusFollow(MenuEvent::FewerThanTwoRows);
+        main.menusFollow(MenuEvent::kFewerThanTwoRows);
         openOnFullMap();
         maskAndDelete(-1, row - 5, 35, row + 5);
         expectState(kBrowsing, 0, 4);

@@ -64,7 +64,7 @@ void printEverything(const QString& samples) {
     theSession().AppDir = theSession().DataDir = toPath(folder.path());
     const auto main = createProgram();
     loadSample(samples, folder.path());
-    main->menusFollow(MenuEvent::SitesImported);
+    main->menusFollow(MenuEvent::kSitesImported);
     main->show();
     for (const char* item : {"mnuDPI300", "mnuDPI600", "mnuDPI1200"}) {
         chooseItem(*main, QString::fromLatin1(item));

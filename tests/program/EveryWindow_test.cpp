@@ -159,7 +159,7 @@ class EveryWindow : public testing::TestWithParam<Window> {
                                   {140, 60, 33, 66, 2},
                                   {150, 61, 31, 62, 2},
                                   {160, 60, 12, 60, 2}});
-        main->menusFollow(MenuEvent::SitesImported);
+        main->menusFollow(MenuEvent::kSitesImported);
         main->move(0, 0);
     }
 

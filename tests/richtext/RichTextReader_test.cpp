@@ -37,7 +37,7 @@ class RichTextReader : public testing::Test {
   protected:
     // The text with a line for each block; a table's cells are blocks too.
     QString text(const QByteArray& rtf) {
-        isRichText_ = readRichText(rtf, document_) == RichTextResult::RichText;
+        isRichText_ = readRichText(rtf, document_) == RichTextResult::kRichText;
         return document_.toPlainText();
     }
     QString bodyText(const QByteArray& body) { return text(page(body)); }
@@ -417,7 +417,7 @@ TEST_F(RichTextReader, ReadsEveryDocumentCutAtEveryByte) {
         const QByteArray whole = sample(name);
         for (qsizetype length = 6; length < whole.size(); ++length) {
             const bool rich =
-                readRichText(QByteArrayView(whole).first(length), document_) == RichTextResult::RichText;
+                readRichText(QByteArrayView(whole).first(length), document_) == RichTextResult::kRichText;
             ASSERT_TRUE(rich) << name << " " << length;
         }
     }
@@ -443,7 +443,7 @@ TEST_F(RichTextReader, ReadsEveryDocumentWithANulByteOrABraceAnywhere) {
         for (qsizetype at = 5; at < whole.size(); ++at) {
             for (const char foreign : {'\0', '{', '}', '\\'}) {
                 ASSERT_EQ(readRichText(QByteArray(whole).insert(at, 1, foreign), document_),
-                          RichTextResult::RichText)
+                          RichTextResult::kRichText)
                     << name << " " << at;
                 ASSERT_LT(document_.characterCount(), 3 * whole.size()) << name << " " << at;
             }
@@ -467,20 +467,20 @@ TEST_F(RichTextReader, RefusesWhatCannotBeLaidOutInProportionToItsBytes) {
         "a\\tab "};
     for (const auto& part : parts) {
         const auto whole = page("\\tqr\\tx5000 " + part.repeated(700'000 / part.size()));
-        EXPECT_EQ(readRichText(whole, document_), RichTextResult::TooLarge) << part.constData();
+        EXPECT_EQ(readRichText(whole, document_), RichTextResult::kTooLarge) << part.constData();
         EXPECT_TRUE(document_.isEmpty()) << part.constData();
         EXPECT_EQ(document_.blockCount(), 1) << part.constData();
-        EXPECT_EQ(readRichText(page(part.repeated(500)), document_), RichTextResult::RichText)
+        EXPECT_EQ(readRichText(page(part.repeated(500)), document_), RichTextResult::kRichText)
             << part.constData();
     }
 }
 
 TEST_F(RichTextReader, RefusesPlainTextOfOneEndlessWordOrOfTooManyLines) {
-    EXPECT_EQ(readRichText(QByteArray(500'000, 'a'), document_), RichTextResult::TooLarge);
-    EXPECT_EQ(readRichText(QByteArray(500'000, '\xE9'), document_), RichTextResult::TooLarge);
-    EXPECT_EQ(readRichText(QByteArray(500'000, '\r'), document_), RichTextResult::TooLarge);
+    EXPECT_EQ(readRichText(QByteArray(500'000, 'a'), document_), RichTextResult::kTooLarge);
+    EXPECT_EQ(readRichText(QByteArray(500'000, '\xE9'), document_), RichTextResult::kTooLarge);
+    EXPECT_EQ(readRichText(QByteArray(500'000, '\r'), document_), RichTextResult::kTooLarge);
     EXPECT_TRUE(document_.isEmpty());
-    EXPECT_EQ(readRichText(QByteArray("A word\r").repeated(10'000), document_), RichTextResult::PlainText);
+    EXPECT_EQ(readRichText(QByteArray("A word\r").repeated(10'000), document_), RichTextResult::kPlainText);
     EXPECT_EQ(document_.blockCount(), 10'001);
 }
 
@@ -492,13 +492,13 @@ TEST_F(RichTextReader, RefusesMoreFontsThanCanBeLookedFor) {
         body += "\\f" + number + " a\\par ";
     }
     const QByteArray whole = "{\\rtf1{\\fonttbl" + fonts + "}" + body + "}";
-    EXPECT_EQ(readRichText(whole, document_), RichTextResult::TooLarge);
+    EXPECT_EQ(readRichText(whole, document_), RichTextResult::kTooLarge);
 }
 
 TEST_F(RichTextReader, ShowsABookOfTwoMegabytes) {
     const auto paragraph =
         QByteArray("The rows of a field lie side by side. ").repeated(20) + "\\b End\\b0 .\\par ";
-    EXPECT_EQ(readRichText(page(paragraph.repeated(2'600)), document_), RichTextResult::RichText);
+    EXPECT_EQ(readRichText(page(paragraph.repeated(2'600)), document_), RichTextResult::kRichText);
     EXPECT_EQ(document_.blockCount(), 2'600);
 }
 

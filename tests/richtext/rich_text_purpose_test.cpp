@@ -6,17 +6,17 @@
 namespace tessel {
 
 TEST(RichTextPurpose, IsSaidByAGroupsFirstWord) {
-    EXPECT_EQ(purposeOfWord("fonttbl"), RichTextPurpose::Fonts);
-    EXPECT_EQ(purposeOfWord("info"), RichTextPurpose::Skipped);
-    EXPECT_EQ(purposeOfWord("listtext"), RichTextPurpose::Body);
+    EXPECT_EQ(purposeOfWord("fonttbl"), RichTextPurpose::kFonts);
+    EXPECT_EQ(purposeOfWord("info"), RichTextPurpose::kSkipped);
+    EXPECT_EQ(purposeOfWord("listtext"), RichTextPurpose::kBody);
     EXPECT_FALSE(purposeOfWord("b").has_value());
 }
 
 TEST(RichTextPurpose, OfADamagedTableEndsWhereTextMustHaveBegun) {
-    EXPECT_TRUE(endsDamagedTable(RichTextPurpose::Fonts, "pard"));
-    EXPECT_TRUE(endsDamagedTable(RichTextPurpose::Styles, "par"));
-    EXPECT_FALSE(endsDamagedTable(RichTextPurpose::Styles, "pard"));
-    EXPECT_FALSE(endsDamagedTable(RichTextPurpose::Skipped, "par"));
+    EXPECT_TRUE(endsDamagedTable(RichTextPurpose::kFonts, "pard"));
+    EXPECT_TRUE(endsDamagedTable(RichTextPurpose::kStyles, "par"));
+    EXPECT_FALSE(endsDamagedTable(RichTextPurpose::kStyles, "pard"));
+    EXPECT_FALSE(endsDamagedTable(RichTextPurpose::kSkipped, "par"));
 }
 
 }  // namespace tessel

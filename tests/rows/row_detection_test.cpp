@@ -68,7 +68,7 @@ void expectSameAsLiteral(Survey survey) {
     const int counter = assignLiterally(expected, maximum);
     Calculate_Chosen_Distance(survey);
     const RowDetection outcome = Assign_Row(survey);
-    ASSERT_EQ(outcome == RowDetection::TooManyRows, counter > 250);
+    ASSERT_EQ(outcome == RowDetection::kTooManyRows, counter > 250);
     ASSERT_EQ(survey.RowIndex, counter);
     ASSERT_EQ(survey.NumRows, expected.NumRows);
     ASSERT_EQ(rowsOf(survey), rowsOf(expected));
@@ -160,7 +160,7 @@ TEST(RowDetection, BeginsARowAtASiteThatIsNoPlaceOnEarth) {
     survey.chooseDistance(1);
     survey.MinDistance = 10;
     Calculate_Distance(survey);
-    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
     const double* const rows = survey.SiteData.column(kRow);
     EXPECT_EQ(std::vector<double>(rows, rows + 7), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
 }
@@ -183,7 +183,7 @@ TEST(Distances, OfTheChosenMeasureAreTestedInOrder) {
 
 TEST(RowDetection, NumbersRowsFromTheGapsBetweenSites) {
     Survey survey = surveyAlongX({1, 1, 20, 1, 30, 1}, 10);
-    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
     EXPECT_EQ(survey.NumRows, 3);
     EXPECT_EQ(survey.RowIndex, 3);
@@ -191,7 +191,7 @@ TEST(RowDetection, NumbersRowsFromTheGapsBetweenSites) {
 
 TEST(RowDetection, OneSiteIsOneRow) {
     Survey survey = surveyAlongX({}, 10);
-    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1}));
     EXPECT_EQ(survey.NumRows, 1);
     EXPECT_EQ(survey.RowIndex, 1);
@@ -245,7 +245,7 @@ TEST(RowDetection, WithNoMeasureChosenLeavesTheRowColumnAndCountsOneRow) {
     survey.NumRows = 7;
     for (SiteIndex i = 0; i < 3; ++i)
         survey.SiteData(kRow, i) = 42;
-    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{42, 42, 42}));
     EXPECT_EQ(survey.NumRows, 1);
     EXPECT_EQ(survey.RowIndex, 1);
@@ -253,7 +253,7 @@ TEST(RowDetection, WithNoMeasureChosenLeavesTheRowColumnAndCountsOneRow) {
 
 TEST(RowDetection, TakesExactly250Rows) {
     Survey survey = surveyOfPairs(250);
-    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
     EXPECT_EQ(survey.NumRows, 250);
     EXPECT_EQ(survey.RowIndex, 250);
     EXPECT_EQ(rowsOf(survey).back(), 250);
@@ -265,14 +265,14 @@ TEST(RowDetection, Refuses251RowsAndLeavesLaterSitesAlone) {
     survey.NumRows = 3;
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         survey.SiteData(kRow, i) = -1;
-    EXPECT_EQ(Assign_Row(survey), RowDetection::TooManyRows);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kTooManyRows);
     EXPECT_EQ(survey.NumRows, 3);
     EXPECT_EQ(survey.RowIndex, 251);
     EXPECT_EQ(survey.SiteData(kRow, 499), 250);
     EXPECT_EQ(survey.SiteData(kRow, 500), -1);
     EXPECT_FALSE(rowsAreUsable(survey));
     survey.MinDistance = 1000;
-    EXPECT_EQ(Assign_Row(survey), RowDetection::Assigned);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
     EXPECT_TRUE(rowsAreUsable(survey));
 }
 
@@ -286,7 +286,7 @@ TEST(RowDetection, ThatIsRefusedLeavesNoUsableRowsOfAFileWith251) {
     Survey survey = surveyOfRowsOfAFile(251);
     EXPECT_TRUE(rowsAreUsable(survey));
     survey.MinDistance = 0.5;
-    EXPECT_EQ(Assign_Row(survey), RowDetection::TooManyRows);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kTooManyRows);
     EXPECT_FALSE(rowsAreUsable(survey));
     survey.MinDistance = 1000;
     Assign_Row(survey);

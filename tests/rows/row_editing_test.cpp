@@ -225,7 +225,7 @@ TEST(EditingRows, AgreesWithTheLiteralRulesOnRandomSurveys) {
 TEST(RecalculatingRows, PutsMeasureAndThresholdInForce) {
     for (const int mode : {1, 2, 3}) {
         Survey survey = fourRows();
-        EXPECT_EQ(Recalculate_Rows(survey, mode, 3.5), RowDetection::Assigned);
+        EXPECT_EQ(Recalculate_Rows(survey, mode, 3.5), RowDetection::kAssigned);
         EXPECT_EQ(survey.DistanceMode, mode);
         EXPECT_EQ(survey.UseTrueDist, mode == 1);
         EXPECT_EQ(survey.UseXDist, mode == 2);
@@ -242,14 +242,14 @@ TEST(RecalculatingRows, PutsMeasureAndThresholdInForce) {
 
 TEST(RecalculatingRows, AcceptsAThresholdOfZero) {
     Survey survey = fourRows();
-    EXPECT_EQ(Recalculate_Rows(survey, 1, 0), RowDetection::Assigned);
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 0), RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 4, 5}));
 }
 
 TEST(RecalculatingRows, SaysWhenThereAreTooMany) {
     Survey survey = surveyAlongX(std::vector<double>(400, 5), 100);
     survey.NumRows = 1;
-    EXPECT_EQ(Recalculate_Rows(survey, 1, 1), RowDetection::TooManyRows);
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 1), RowDetection::kTooManyRows);
     EXPECT_EQ(survey.RowIndex, 251);
     EXPECT_EQ(survey.NumRows, 1);
     EXPECT_EQ(survey.MinDistance, 1);
@@ -257,7 +257,7 @@ TEST(RecalculatingRows, SaysWhenThereAreTooMany) {
 
 TEST(RecalculatingRows, WorksWithASiteThatIsNoPlaceOnEarth) {
     Survey survey = surveyWithRows({{0, 0}, {1, 0}, {1e300, 0}, {2, 0}, {3, 0}});
-    EXPECT_EQ(Recalculate_Rows(survey, 1, 7), RowDetection::Assigned);
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 7), RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
 }
 

@@ -26,7 +26,7 @@ Survey numberedSites(SiteIndex count) {
     return surveyWithRows(sites);
 }
 
-RemovedSites removeMarked(Survey& survey, const Marks& marks, EmptiedRows emptied = EmptiedRows::LeaveGaps) {
+RemovedSites removeMarked(Survey& survey, const Marks& marks, EmptiedRows emptied = EmptiedRows::kLeaveGaps) {
     return removeSites(survey, markedRuns(marks), emptied);
 }
 
@@ -88,7 +88,7 @@ TEST(SiteRemoval, KeepsTheOthersInOrderHoweverManyGo) {
 TEST(SiteRemoval, KeepsTheSizeOfTheStorageWithZerosInWhatBecomesFree) {
     Survey survey = numberedSites(20);
     const SiteIndex before = survey.SiteData.capacity();
-    removeSites(survey, {{3, 9}}, EmptiedRows::CloseUp);
+    removeSites(survey, {{3, 9}}, EmptiedRows::kCloseUp);
     ASSERT_EQ(survey.SiteData.capacity(), before);
     ASSERT_EQ(survey.SiteID.size(), static_cast<std::size_t>(before));
     EXPECT_EQ(survey.SiteData(kX, 13), 19);
@@ -116,7 +116,7 @@ TEST(SiteRemoval, FromAnEmptySurveyRemovesNone) {
 
 TEST(SiteRemoval, ClosesUpAllRowsThatItEmpties) {
     Survey survey = rowsOfOneSite(6);
-    EXPECT_EQ(removeMarked(survey, {1, 0, 1, 1, 0, 0}, EmptiedRows::CloseUp).rows, 3);
+    EXPECT_EQ(removeMarked(survey, {1, 0, 1, 1, 0, 0}, EmptiedRows::kCloseUp).rows, 3);
     for (const int row : {1, 2, 3}) {
         EXPECT_EQ(survey.SiteData(kRow, row - 1), row);
         EXPECT_EQ(survey.NumPoints[static_cast<std::size_t>(row)], 1);

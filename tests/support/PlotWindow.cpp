@@ -13,7 +13,7 @@ namespace tessel {
 
 void openSurvey(frmMain& main, const Survey& survey) {
     theSurvey() = survey;
-    main.menusFollow(MenuEvent::SitesImported);
+    main.menusFollow(MenuEvent::kSitesImported);
 }
 
 void clickButton(QWidget& window, const char* name) {

@@ -41,7 +41,7 @@ RunningProgram::RunningProgram(const Survey& survey) : before(survey) {
     theSession().AppDir = theSession().DataDir = folder.path();
     main = createProgram();
     if (survey.NumSites > 0) {
-        main->menusFollow(MenuEvent::SitesImported);
+        main->menusFollow(MenuEvent::kSitesImported);
         writeFile(folder / "error_log.dat", kLog);
     }
     main->show();

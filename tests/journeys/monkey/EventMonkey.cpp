@@ -65,7 +65,7 @@ void EventMonkey::runProgram() {
     theSession().TextEditor = "/bin/true ";
     theSurvey() = oddSurvey(below(kOddSurveys));
     main_ = createProgram();
-    main_->menusFollow(MenuEvent::SitesImported);
+    main_->menusFollow(MenuEvent::kSitesImported);
     main_->show();
     end_ = std::min(wanted_, sent_ + kEventsOfAProgram);
     timer_.start();

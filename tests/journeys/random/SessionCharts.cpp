@@ -61,8 +61,8 @@ void RandomSession::lookCloser() {
 // The view changes, the limits that were set never do.
 void RandomSession::lookCloser(Chart2D& chart) {
     const auto limits = [&] {
-        return std::vector<Interval>{chart.axisRange(Chart2D::Axis::X), chart.axisRange(Chart2D::Axis::Y),
-                                     chart.axisRange(Chart2D::Axis::Y2)};
+        return std::vector<Interval>{chart.axisRange(Chart2D::Axis::kX), chart.axisRange(Chart2D::Axis::kY),
+                                     chart.axisRange(Chart2D::Axis::kY2)};
     };
     const auto before = limits();
     const QPointF span = spanOf(chart);
