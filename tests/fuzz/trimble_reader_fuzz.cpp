@@ -6,6 +6,7 @@
 #include "fuzz/memory_file.h"
 #include "import/error_log.h"
 #include "import/trimble_reader.h"
+#include "rows/row_detection.h"
 
 #include <cmath>
 #include <numeric>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What holds for every window: names, captions, keys, help, room for the text.
+#include "analysis/applied_adjustments.h"
 #include "analysis/frmAdjustData.h"
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
@@ -139,6 +140,7 @@ class EveryWindow : public testing::TestWithParam<Window> {
   protected:
     EveryWindow() {
         theSession() = Session{};
+        theAppliedAdjustments() = {};
         theSession().AppDir = TESSEL_SOURCE_DIR;
         theSession().DataDir = folder_.path();
         start();
