@@ -20,6 +20,9 @@ constexpr std::size_t kDense = 1500;
 
 constexpr double kPaperColumnsPerPixel = 4;
 
+/// Room around the area for the width of a line.
+constexpr double kOverhang = 2;
+
 std::int64_t pointCount(const std::vector<IndexRange>& stretches) {
     return std::accumulate(stretches.begin(), stretches.end(), std::int64_t{0},
                            [](std::int64_t sum, const IndexRange& s) { return sum + s.count(); });
@@ -51,6 +54,9 @@ PixelMap scaled(const PixelMap& map, double scale) {
 void SeriesPainter::draw(QImage& picture, const std::vector<ChartSeries>& series, const PixelMap& map) {
     if (series.empty()) return;
     QPainter painter(&picture);
+    // Lines end at the area anyway; with a clip they are drawn twice as fast.
+    const Rectangle clip = map.area.widened(kOverhang);
+    painter.setClipRect(QRectF(clip.x.from, clip.y.from, clip.width(), clip.height()));
     drawLines(painter, series, map, Medium::kScreen);
     painter.end();
     stampSymbols(picture, series, map);
