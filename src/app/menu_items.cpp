@@ -22,7 +22,8 @@ constexpr std::array<Name, 11> kSiteItems = {"mnuSave",    "mnuInvokeIDE", "mnuI
                                              "mnuSigCorr", "mnuHist",      "mnuClear"};
 constexpr std::array<Name, 1> kRowDialog = {"mnuData"};
 
-constexpr std::array<Name, 5> kNeedSites = {"mnuIDEW", "mnuData", "mnuAdjust", "mnuSigCorr", "mnuHist"};
+constexpr std::array<Name, 8> kNeedSites = {"mnuIDEW",  "mnuData",  "mnuAdjust",  "mnuTrue_Dis",
+                                            "mnuX_Dis", "mnuY_Dis", "mnuSigCorr", "mnuHist"};
 constexpr std::array<Name, 4> kNeedUsableRows = {"mnuX", "mnuY", "mnuStat", "mnuGrid"};
 
 constexpr std::array<MenuChange, 1> kStartUp = {{{false, kSurveyItems}}};

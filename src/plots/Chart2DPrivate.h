@@ -77,7 +77,9 @@ struct Chart2D::Private {
     void draw() {
         const double scale = chart.devicePixelRatioF();
         if (batches > 0 || (!stale && picture.devicePixelRatio() == scale)) return;
-        picture = QImage((QSizeF(chart.size()) * scale).toSize(), QImage::Format_RGB32);
+        const QSize size = (QSizeF(chart.size()) * scale).toSize();
+        if (picture.size() != size) picture = QImage(size, QImage::Format_RGB32);
+        if (picture.isNull()) return;  // no memory for it, or nothing to show
         picture.setDevicePixelRatio(scale);
         plot.draw(picture, laidOut());
         stale = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/axis_ticks.h"
 
+#include "base/numbers.h"
 #include "base/whole_numbers.h"
 
 #include <algorithm>
@@ -85,9 +86,10 @@ std::vector<double> ticksOn(const Interval& axis, const TickStep& ticks) {
         return {first, last};
     }
     std::vector<double> all;
-    const double last = std::floor(axis.high() / ticks.step);
-    for (double number = std::ceil(axis.low() / ticks.step); number <= last; ++number)
-        all.push_back(number * ticks.step);
+    const double first = std::ceil(axis.low() / ticks.step);
+    const int further = roundToInt(std::floor(axis.high() / ticks.step) - first);
+    for (int i = 0; i <= further; ++i)
+        all.push_back((first + i) * ticks.step);
     return all;
 }
 

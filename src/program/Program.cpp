@@ -271,7 +271,7 @@ class Program : public QObject {
     }
 
     bool isMet(MenuNeed need) {
-        if (need == MenuNeed::kSites && theSurvey().NumSites == 0) {
+        if (need != MenuNeed::kNone && theSurvey().NumSites == 0) {
             tell(&main_, u"There is no more point left in the file!"_s);
             return false;
         }

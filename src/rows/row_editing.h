@@ -16,7 +16,8 @@ namespace tessel {
 void Joint_Row(Survey& survey, int row1, int row2);
 
 /// Deletes a row with all its sites; the rows behind it move down by one. With the last site NumRows,
-/// RowIndex and NumPoints become 0. Requires 1 <= row <= NumRows and at most kMaxRows rows.
+/// RowIndex and NumPoints become 0. Requires rows numbered without gaps, 1 <= row <= NumRows and at most
+/// kMaxRows rows.
 RemovedSites Delete_Row(Survey& survey, int row);
 
 /// Finds the rows anew: the measure (1 true distance, 2 along X, 3 along Y) and the threshold (metres, not
