@@ -5,6 +5,7 @@
 #include "drawing/Pixels.h"
 
 #include <QMetaMethod>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScopeGuard>
 

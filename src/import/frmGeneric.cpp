@@ -27,7 +27,7 @@ constexpr int kHelpDocument = 106;
 // The first file of what was dropped; empty when it holds none.
 QString droppedFile(const QMimeData& data) {
     for (const QUrl& url : data.urls())
-        if (const QString path = localPath(url); !path.isEmpty()) return path;
+        if (QString path = localPath(url); !path.isEmpty()) return path;
     return {};
 }
 

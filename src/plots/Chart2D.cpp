@@ -4,6 +4,7 @@
 #include "drawing/Pixels.h"
 #include "plots/Chart2DPrivate.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>

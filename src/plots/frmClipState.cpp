@@ -29,7 +29,7 @@ const char* textOf(MapState state) {
 }
 
 QString lineOf(MapState state, const QString& zone, bool trueScale) {
-    const QString text = frmClip::tr(textOf(state));
+    QString text = frmClip::tr(textOf(state));
     if (state == MapState::kNotShown) return text;
     return frmClip::tr("%1 Shown: %2, %3 resolution.")
         .arg(text, zone, trueScale ? frmClip::tr("true") : frmClip::tr("max"));

@@ -197,14 +197,12 @@ void Reader::takeBodyWord(const RichTextToken& token) {
 
 bool Reader::applyStructure(const RichTextToken& token) {
     const auto word = token.text;
-    if (word == "par" || (word == "sect" && (!run_.isEmpty() || writer_.hasText())))
+    if (word == "par" || word == "nestcell" || (word == "sect" && (!run_.isEmpty() || writer_.hasText())))
         endParagraph();
     else if (word == "cell")
         endCell();
     else if (word == "row")
         endRow();
-    else if (word == "nestcell")
-        endParagraph();
     else if (word == "uc")
         group().unicodeSkip = std::clamp(token.number, 0, kMostStandIns);
     else
