@@ -23,6 +23,11 @@ inline QPoint nearestPixel(const QPointF& place) {
     return {nearestInt(place.x()), nearestInt(place.y())};
 }
 
+/// The size in whole pixels nearest to another.
+inline QSize nearestSize(const QSizeF& size) {
+    return {nearestInt(size.width()), nearestInt(size.height())};
+}
+
 /// The smallest rectangle of whole pixels around another. Requires one that has been cut off at a widget.
 inline QRect pixelsAround(const QRectF& box) {
     const QPoint corner = pixelAt(box.topLeft());

@@ -3,6 +3,7 @@
 
 #include "base/palette16.h"
 #include "base/run_time_error.h"
+#include "drawing/Pixels.h"
 #include "plots/Chart2D.h"
 #include "plots/ChartFrame.h"
 #include "plots/ChartPlot.h"
@@ -77,7 +78,7 @@ struct Chart2D::Private {
     void draw() {
         const double scale = chart.devicePixelRatioF();
         if (batches > 0 || (!stale && picture.devicePixelRatio() == scale)) return;
-        const QSize size = (QSizeF(chart.size()) * scale).toSize();
+        const QSize size = nearestSize(QSizeF(chart.size()) * scale);
         if (picture.size() != size) picture = QImage(size, QImage::Format_RGB32);
         if (picture.isNull()) return;  // no memory for it, or nothing to show
         picture.setDevicePixelRatio(scale);

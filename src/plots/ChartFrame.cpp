@@ -2,6 +2,7 @@
 #include "plots/ChartFrame.h"
 
 #include "base/whole_numbers.h"
+#include "drawing/Pixels.h"
 #include "drawing/Surface.h"
 #include "plots/ChartSymbols.h"
 
@@ -30,7 +31,7 @@ ChartFrame::Sheet ChartFrame::sheet(const QPainter& painter, const QRectF& targe
     const QSizeF part = Surface::sheetSize(painter, target);
     const double grow =
         std::max({1.0, kSmallestSheet.width() / part.width(), kSmallestSheet.height() / part.height()});
-    const QSize size = (part * grow).toSize();
+    const QSize size = nearestSize(part * grow);
     return {size, target.width() / size.width(), target.height() / size.height()};
 }
 

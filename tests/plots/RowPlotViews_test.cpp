@@ -49,12 +49,14 @@ int linesAlong(const QImage& strip) {
 // Labels stand at every tick, and ticks reach out of the axes.
 void expectTwoTicksOnEachAxis(Chart2D& chart) {
     const Interval x = chart.axisRange(Chart2D::Axis::kX), y = chart.axisRange(Chart2D::Axis::kY);
-    const QPoint corner = chart.dataToPixel(x.from, y.from).toPoint();
-    const int top = static_cast<int>(chart.dataToPixel(x.from, y.to).y()) - 2;
     const QImage image = chart.grab().toImage();
-    EXPECT_GE(linesAlong(image.copy(corner.x(), corner.y() + 3, chart.width() - corner.x(), 1)), 2)
+    const double dots = image.devicePixelRatio();
+    const QPoint corner = (chart.dataToPixel(x.from, y.from) * dots).toPoint();
+    const int top = static_cast<int>((chart.dataToPixel(x.from, y.to).y() - 2) * dots);
+    const int out = static_cast<int>(3 * dots);
+    EXPECT_GE(linesAlong(image.copy(corner.x(), corner.y() + out, image.width() - corner.x(), 1)), 2)
         << chart.width();
-    EXPECT_GE(linesAlong(image.copy(corner.x() - 3, top, 1, corner.y() + 3 - top)), 2) << chart.height();
+    EXPECT_GE(linesAlong(image.copy(corner.x() - out, top, 1, corner.y() + out - top)), 2) << chart.height();
 }
 
 }  // namespace
