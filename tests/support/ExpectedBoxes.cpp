@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/ExpectedBoxes.h"
 
+#include "support/Journeys.h"
+
 #include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -41,6 +45,16 @@ bool ExpectedBoxes::respond(const MessageBox& box) {
     else
         EXPECT_EQ(box.text.toStdString(), wanted.box.text.toStdString());
     return wanted.answer;
+}
+
+// Here and not with the journeys, which a driver that is no test links too.
+void expectTrimbleReport(ExpectedBoxes& boxes, int valid, int rejected) {
+    QString text =
+        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
+        u"containing non-numeric or invalid numeric values."_s.arg(valid)
+            .arg(rejected);
+    if (rejected > 0) text += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
+    boxes.tell(text, u"VARN-Tesl File Import Message"_s);
 }
 
 }  // namespace tessel

@@ -4,7 +4,6 @@
 #include "app/frmMain.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/FileNames.h"
-#include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
 
 using namespace Qt::StringLiterals;
@@ -43,15 +42,6 @@ std::string sensorLines(int sites, int rejected) {
     for (int i = 0; i < rejected; ++i)
         bytes += "no number anywhere\r\n";
     return bytes;
-}
-
-void expectTrimbleReport(ExpectedBoxes& boxes, int valid, int rejected) {
-    QString text =
-        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
-        u"containing non-numeric or invalid numeric values."_s.arg(valid)
-            .arg(rejected);
-    if (rejected > 0) text += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
-    boxes.tell(text, u"VARN-Tesl File Import Message"_s);
 }
 
 TrimbleEntries sensorEntries(const std::string& path) {
