@@ -61,7 +61,7 @@ frmHelpTesl& viewer() {
     if (!window) {
         window = new frmHelpTesl;
         QObject::connect(window, &frmHelpTesl::documentChosen, window,
-                         [](int document) { guarded(window, [document] { show(document); })(); });
+                         [](int document) { runGuarded(window.data(), [document] { show(document); }); });
         QObject::connect(qApp, &QCoreApplication::aboutToQuit, window, &QObject::deleteLater);
     }
     return *window;

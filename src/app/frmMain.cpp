@@ -104,7 +104,7 @@ void frmMain::descriptionChanged() {
 
 // Guarded: a survey that cannot be described has changed all the same, and what follows from that goes on.
 void frmMain::updateDescription() {
-    if (std::exchange(descriptionIsOld_, false)) guarded(this, [this] { describeSurvey(); })();
+    if (std::exchange(descriptionIsOld_, false)) runGuarded(this, [this] { describeSurvey(); });
 }
 
 void frmMain::describeSurvey() {

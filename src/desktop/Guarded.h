@@ -17,18 +17,21 @@ namespace tessel {
 void reportRunTimeError(QWidget* parent, std::uint64_t changesBefore);
 
 /// The edge of an event: what `action` throws is reported with its description and the action is abandoned.
-/// Wrap every slot that does something in it:
+template <typename Action>
+void runGuarded(QPointer<QWidget> window, Action&& action) {
+    const std::uint64_t changesBefore = surveyChanges();
+    try {
+        std::forward<Action>(action)();
+    } catch (...) {
+        reportRunTimeError(window, changesBefore);
+    }
+}
+
+/// The same as a slot. Wrap every slot that does something in it:
 ///     connect(cmdCompute, &QPushButton::clicked, this, guarded(this, [this] { cmdCompute_Click(); }));
 template <typename Action>
 auto guarded(QWidget* window, Action action) {
-    return [where = QPointer<QWidget>(window), run = std::move(action)]() mutable {
-        const std::uint64_t changesBefore = surveyChanges();
-        try {
-            run();
-        } catch (...) {
-            reportRunTimeError(where, changesBefore);
-        }
-    };
+    return [where = QPointer<QWidget>(window), run = std::move(action)]() mutable { runGuarded(where, run); };
 }
 
 /// The hourglass on a window for as long as the object lives, however it ends.

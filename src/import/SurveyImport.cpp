@@ -35,7 +35,7 @@ SurveyImport::SurveyImport(QWidget& parent) : QObject(&parent), parent_(parent) 
 void SurveyImport::mnuOpen_Click() {
     auto* const window = new frmDataControl(&parent_);
     connect(window, &frmDataControl::parametersChosen, this, [this](const TrimbleOptions& options) {
-        guarded(&parent_, [this, options] { OpenSensorFile(options); })();
+        runGuarded(&parent_, [&] { OpenSensorFile(options); });
     });
     showModal(window);
 }
@@ -48,7 +48,7 @@ void SurveyImport::OpenSensorFile(TrimbleOptions options) {
     auto* const window = new frmIniDisplay(&parent_, options, lastLayout_);
     connect(window, &frmIniDisplay::formatChosen, this, [this](const TrimbleOptions& complete) {
         lastLayout_ = complete;
-        guarded(&parent_, [this, complete] { Import(complete); })();
+        runGuarded(&parent_, [&] { Import(complete); });
     });
     showModal(window);
 }
@@ -66,11 +66,11 @@ void SurveyImport::mnuOpen2_Click() {
 
 void SurveyImport::serve(frmGeneric& window) {
     connect(&window, &frmGeneric::inputChosen, this, [this, &window](const GenericOptions& options) {
-        guarded(&window, [this, &window, options] {
+        runGuarded(&window, [&] {
             bool succeeded = false;
             GetInputData(window, options, succeeded);
             if (succeeded) window.accept();
-        })();
+        });
     });
 }
 

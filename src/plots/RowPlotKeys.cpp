@@ -20,7 +20,7 @@ bool RowPlotEditor::eventFilter(QObject* watched, QEvent* event) {
     if (!action && modifiers == Qt::NoModifier && watched == Command4) action = finishKey(key->key());
     if (!action) return false;
     event->accept();
-    if (!asked) guarded(this, action)();
+    if (!asked) runGuarded(this, action);
     return true;
 }
 

@@ -123,11 +123,10 @@ void frmClip::connectMap() {
     connect(picMapZoom, &PictureBox::pointerMoved, this, [this](double px, double py) {
         crossShown_ = false;
         picMapZoom->hideCross();
-        guarded(this, [=, this] { picMapZoom_MouseMove(px, py); })();
+        runGuarded(this, [&] { picMapZoom_MouseMove(px, py); });
     });
     connect(picMapZoom, &PictureBox::pointerPressed, this, [this](double px, double py) {
-        // (The analyzer loses whose slot it is.) NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
-        guarded(this, [=, this] { picMapZoom_MouseDown(px, py); })();
+        runGuarded(this, [&] { picMapZoom_MouseDown(px, py); });
         dragging_ = rectangleIsOpen();
     });
     connect(picMapZoom, &PictureBox::pointerReleased, this, guarded(this, [this] { picMapZoom_MouseUp(); }));
