@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace tessel {
@@ -69,6 +70,11 @@ struct SurveyParameters {
     void chooseDistance(int mode);
 };
 
+/// A line of a sensor file (from 1) in four bytes: of one that is longer than they can count, 0 behind that.
+inline std::uint32_t sourceLine(std::int64_t line) {
+    return line <= std::numeric_limits<std::uint32_t>::max() ? static_cast<std::uint32_t>(line) : 0;
+}
+
 /// The survey that is being cleaned: plain data that every window reads and writes directly. There is one,
 /// theSurvey(); an import builds another and puts it in place whole once reading has succeeded.
 ///
@@ -78,6 +84,9 @@ struct Survey : SurveyParameters {
     // Sites 0..NumSites-1, in file order.
     SiteTable SiteData;
     std::vector<double> SiteID;  ///< site ID numbers, as long as SiteData when SiteIDPresent, else empty
+    /// Where each site stands in the sensor file (sourceLine()), as long as SiteData; empty for a survey that
+    /// comes from no file.
+    std::vector<std::uint32_t> SourceLine;
     SiteIndex NumSites = 0;
     bool SiteIDPresent = false;
     bool TwoEMColumns = false;  ///< EM1 and EM2 are present; otherwise only EM1

@@ -50,7 +50,7 @@ class SiteCollector {
     void record(const RecordValues& record) {
         const std::string_view reason = check(record.values);
         if (reason.empty())
-            append(record.values);
+            append(record);
         else
             drop(record, reason);
     }
@@ -65,8 +65,10 @@ class SiteCollector {
 
     // Takes back the room that no site needed.
     void finish() {
+        const auto sites = static_cast<std::size_t>(survey_.NumSites);
         survey_.SiteData.resize(survey_.NumSites);
-        if (options_.layout.siteNumber) survey_.SiteID.resize(static_cast<std::size_t>(survey_.NumSites));
+        survey_.SourceLine.resize(sites);
+        if (options_.layout.siteNumber) survey_.SiteID.resize(sites);
     }
 
   private:
@@ -88,8 +90,10 @@ class SiteCollector {
         return {};
     }
 
-    void append(const ScannedValue* values) {
+    void append(const RecordValues& record) {
+        const ScannedValue* const values = record.values;
         const SiteIndex slot = survey_.NumSites++;
+        lines_[slot] = sourceLine(record.line);
         columns_[kX][slot] = values[at_.x].number;
         columns_[kY][slot] = values[at_.y].number;
         columns_[kEM1][slot] = values[at_.em1].number;
@@ -112,6 +116,8 @@ class SiteCollector {
         survey_.SiteData.resize(capacity);
         for (int c = 0; c < kSiteColumns; ++c)
             columns_[static_cast<std::size_t>(c)] = survey_.SiteData.column(c);
+        survey_.SourceLine.resize(static_cast<std::size_t>(capacity));
+        lines_ = survey_.SourceLine.data();
         if (!options_.layout.siteNumber) return;
         survey_.SiteID.resize(static_cast<std::size_t>(capacity));
         siteIDs_ = survey_.SiteID.data();
@@ -125,6 +131,7 @@ class SiteCollector {
     SiteIndex capacity_ = 0;
     std::array<double*, kSiteColumns> columns_{};
     double* siteIDs_ = nullptr;
+    std::uint32_t* lines_ = nullptr;
 
     std::int64_t dropped_ = 0;
 };

@@ -61,9 +61,9 @@ struct GenericOptions {
 /// leaving the last import's error log, when the file cannot be read.
 ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
 
-/// The reading alone: fills SiteData, SiteID and NumSites and the two flags of the layout; the table has
-/// exactly the sites that were kept. What the file itself is like goes into the summary. Returns the number
-/// of dropped records.
+/// The reading alone: fills SiteData, SiteID, SourceLine and NumSites and the two flags of the layout; the
+/// table has exactly the sites that were kept. What the file itself is like goes into the summary. Returns
+/// the number of dropped records.
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
                              ImportSummary& summary);
 

@@ -139,7 +139,7 @@ class TrimbleReader {
 
     // Stores the line's values in the next slot; gives why it is rejected, or nothing for a site. What a
     // rejected line has left in the slot is overwritten by the next site.
-    std::string_view read(std::string_view line) {
+    std::string_view read(std::string_view line, std::int64_t number) {
         const SiteIndex slot = survey_.NumSites;
         if (options_.SiteIDPresent && !siteID_.number(line, idColumn_[slot])) return reject_reason::kSiteID;
         if (options_.TwoEMColumns) {
@@ -156,6 +156,7 @@ class TrimbleReader {
         em1 = converted(em1);
         if (!(em1 >= options_.EMCutoff)) return reject_reason::kEM1BelowCutoff;
         em1Column_[slot] = em1;
+        lineColumn_[slot] = sourceLine(number);
         if (slot + kSpareSites == capacity_) enlarge(capacity_ + kCapacityStep);
         ++survey_.NumSites;
         return {};
@@ -175,6 +176,8 @@ class TrimbleReader {
         yColumn_ = survey_.SiteData.column(kY);
         em1Column_ = survey_.SiteData.column(kEM1);
         em2Column_ = survey_.SiteData.column(kEM2);
+        survey_.SourceLine.resize(static_cast<std::size_t>(capacity));
+        lineColumn_ = survey_.SourceLine.data();
         if (!options_.SiteIDPresent) return;
         survey_.SiteID.resize(static_cast<std::size_t>(capacity));
         idColumn_ = survey_.SiteID.data();
@@ -189,6 +192,7 @@ class TrimbleReader {
     double* yColumn_ = nullptr;
     double* em1Column_ = nullptr;
     double* em2Column_ = nullptr;
+    std::uint32_t* lineColumn_ = nullptr;
 };
 
 }  // namespace
@@ -208,7 +212,7 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
     std::int64_t errors = 0;
     for (std::string_view line; file.next(line);) {
         if (line.size() <= shortest) continue;
-        const std::string_view reason = reader.read(line);
+        const std::string_view reason = reader.read(line, file.lineNumber());
         if (reason.empty() || isBelowCutoff(reason)) cutLines.look(line, file.lineNumber());
         if (reason.empty()) {
             if (survey.NumSites == 1) reader.reserveFor(file.fileSize(), line.size());

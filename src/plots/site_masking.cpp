@@ -81,6 +81,7 @@ RemovedSites deleteMaskedSites(Survey& survey, SiteMaskArray& SiteMask) {
     survey.SiteData.resize(survey.NumSites);
     const auto kept = static_cast<std::size_t>(survey.NumSites);
     if (survey.SiteIDPresent) survey.SiteID.resize(kept);
+    if (!survey.SourceLine.empty()) survey.SourceLine.resize(kept);
     SiteMask.assign(kept, 0);
     return removed;
 }

@@ -45,13 +45,14 @@ void countWithout(Survey& survey, RemovedSites& removed) {
 void takeOut(Survey& survey, const RemovedSites& removed) {
     const SiteIndex before = survey.NumSites;
     survey.NumSites -= removed.sites;
-    const auto takeFrom = [&](double* values) {
+    const auto takeFrom = [&](auto* values) {
         closeGaps(values, before, removed.runs);
-        std::fill(values + survey.NumSites, values + before, 0.0);
+        std::fill(values + survey.NumSites, values + before, 0);
     };
     for (int column = 0; column < kSiteColumns; ++column)
         takeFrom(survey.SiteData.column(column));
     if (survey.SiteIDPresent) takeFrom(survey.SiteID.data());
+    if (!survey.SourceLine.empty()) takeFrom(survey.SourceLine.data());
 }
 
 // Numbers the rows that still have sites 1, 2, 3, ...

@@ -15,13 +15,4 @@ std::vector<IndexRange> markedRuns(std::span<const std::uint8_t> marks) {
     return runs;
 }
 
-void closeGaps(double* values, SiteIndex count, std::span<const IndexRange> removed) {
-    if (removed.empty()) return;
-    double* free = values + removed.front().first;
-    for (std::size_t i = 0; i < removed.size(); ++i) {
-        const SiteIndex next = i + 1 < removed.size() ? removed[i + 1].first : count;
-        free = std::copy(values + removed[i].last, values + next, free);
-    }
-}
-
 }  // namespace tessel

@@ -77,4 +77,10 @@ TEST(TheSurvey, IsOneForTheWholeProcess) {
     EXPECT_EQ(&theSession(), &theSession());
 }
 
+TEST(SourceLines, OfAFileLongerThanFourBytesCanCountAreUnknown) {
+    EXPECT_EQ(sourceLine(1), 1U);
+    EXPECT_EQ(sourceLine(4'294'967'295), 4'294'967'295U);
+    EXPECT_EQ(sourceLine(4'294'967'296), 0U);
+}
+
 }  // namespace tessel

@@ -4,6 +4,7 @@
 #include "fuzz/memory_file.h"
 #include "import/generic_preview.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -16,6 +17,8 @@ void requireSites(const GenericOptions& options, const ImportResult& result, std
     require(survey.NumSites >= 0 && result.rejected >= 0);
     require(static_cast<std::size_t>(survey.NumSites + result.rejected) <= bytes);
     require(survey.SiteData.capacity() == survey.NumSites);
+    require(survey.SourceLine.size() == static_cast<std::size_t>(survey.NumSites));
+    require(std::is_sorted(survey.SourceLine.begin(), survey.SourceLine.end()));
     for (SiteIndex site = 0; site < survey.NumSites; ++site) {
         require(std::isfinite(survey.SiteData(kX, site)) && std::isfinite(survey.SiteData(kY, site)));
         require(survey.SiteData(kEM1, site) >= options.cutoff);

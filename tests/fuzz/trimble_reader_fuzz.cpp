@@ -78,6 +78,7 @@ void requireLiterally(const TrimbleOptions& options, const Survey& survey, std::
         require(survey.SiteData(kX, sites) == *numberIn(line, options.XField));
         require(survey.SiteData(kY, sites) == *numberIn(line, options.YField));
         require(survey.SiteData(kEM1, sites) == converted(options, *numberIn(line, options.EM1Field)));
+        require(survey.SourceLine.at(static_cast<std::size_t>(sites)) == file.lineNumber());
         ++sites;
     }
     require(sites == survey.NumSites && rejected == errors);

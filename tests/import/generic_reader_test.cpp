@@ -73,6 +73,11 @@ TEST_F(GenericFile, LogsTheLineOnWhichARecordBegins) {
               "Line # 7 9  -> incomplete record at end of file\r\n");
 }
 
+TEST_F(GenericFile, KnowsTheLineOnWhichEachSiteBegins) {
+    const Survey survey = import("1 2\n3\n\n4\n5 6 7\nx\n8 9 9\n\n 1,1\n,1").survey;
+    EXPECT_EQ(survey.SourceLine, (std::vector<std::uint32_t>{1, 4, 7}));
+}
+
 // Further apart than the file is read in one piece.
 TEST_F(GenericFile, LogsTheValuesOfARecordWhoseLinesLieFarApart) {
     const std::string emptyLines(600'000, '\n');
@@ -105,6 +110,8 @@ TEST_F(GenericFile, HasATableOfExactlyItsSites) {
     EXPECT_EQ(survey.NumSites, 250);
     EXPECT_EQ(survey.SiteData.capacity(), 250);
     EXPECT_EQ(survey.SiteID.size(), 250U);
+    EXPECT_EQ(survey.SourceLine.size(), 250U);
+    EXPECT_EQ(survey.SourceLine[249], 250U);
     EXPECT_EQ(survey.SiteData(kEM1, 249), 249);
     EXPECT_EQ(survey.SiteID[249], 249);
 }

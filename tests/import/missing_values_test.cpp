@@ -79,6 +79,7 @@ class MissingValues : public testing::TestWithParam<std::size_t> {
             ASSERT_EQ(logged.contains(static_cast<std::int64_t>(i + 1)), !whole) << bytes;
             if (!whole) continue;
             ASSERT_LT(site, result.survey.NumSites) << bytes;
+            EXPECT_EQ(result.survey.SourceLine[static_cast<std::size_t>(site)], i + 1);
             expectSite(result.survey, site++, lines[i]);
         }
         ASSERT_EQ(site, result.survey.NumSites) << bytes;

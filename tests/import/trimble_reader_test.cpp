@@ -4,6 +4,7 @@
 #include "base/run_time_error.h"
 #include "import/error_log.h"
 #include "support/file_size_limit.h"
+#include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -81,6 +82,13 @@ TEST_F(TrimbleFile, GivesItsSitesInFileOrder) {
     EXPECT_EQ(survey.SiteData(kY, 1), 100);
     EXPECT_EQ(survey.SiteData(kEM1, 1), 31);
     EXPECT_EQ(survey.SiteData(kEM2, 1), 41.5);
+}
+
+TEST_F(TrimbleFile, KnowsTheLineOfEachSiteThoughOthersAreRejectedOrTooShort) {
+    const std::string good = line("1", "2", "3") + "\r\n";
+    const Survey survey = import("X\n" + good + line("1", "x", "3") + "\n\n" + good + good).survey;
+    ASSERT_EQ(survey.NumSites, 3);
+    EXPECT_EQ(linesIn(survey), (std::vector<std::uint32_t>{2, 5, 6}));
 }
 
 TEST_F(TrimbleFile, HandsItsParametersToTheSurvey) {
@@ -222,6 +230,8 @@ TEST_F(TrimbleFile, GrowsTheTableByAHundredTenSitesBeforeItIsFull) {
         const Survey survey = import(bytes).survey;
         EXPECT_EQ(survey.NumSites, wanted);
         EXPECT_EQ(survey.SiteID.size(), static_cast<std::size_t>(survey.SiteData.capacity()));
+        EXPECT_EQ(survey.SourceLine.size(), survey.SiteID.size());
+        EXPECT_EQ(survey.SourceLine.at(static_cast<std::size_t>(wanted - 1)), wanted);
         EXPECT_EQ(survey.SiteData(kEM1, wanted - 1), static_cast<double>(wanted - 1));
         EXPECT_EQ(survey.SiteID.at(static_cast<std::size_t>(wanted - 1)), static_cast<double>(wanted - 1));
         return survey.SiteData.capacity();

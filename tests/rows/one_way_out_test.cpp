@@ -59,8 +59,10 @@ Survey withoutByMap(Survey survey, int row, const std::vector<SiteIndex>& points
     deleteMaskedSites(survey, mask);
     EXPECT_EQ(survey.SiteData.capacity(), survey.NumSites);
     EXPECT_EQ(survey.SiteID.size(), survey.SiteIDPresent ? static_cast<std::size_t>(survey.NumSites) : 0);
+    EXPECT_EQ(survey.SourceLine.size(), static_cast<std::size_t>(survey.NumSites));
     survey.SiteData.resize(size);
     survey.SiteID.resize(siteNumbers);
+    survey.SourceLine.resize(static_cast<std::size_t>(size));
     return survey;
 }
 

@@ -46,6 +46,10 @@ void expectRemoved(SiteIndex count, const Marks& marks) {
     const RemovedSites removed = removeMarked(survey, marks);
     EXPECT_EQ(removed.sites, count - static_cast<SiteIndex>(expected.size()));
     EXPECT_EQ(removed.runs, markedRuns(marks));
+    std::vector<std::uint32_t> lines;
+    for (const MadeSite& site : expected)
+        lines.push_back(sourceLine(2 * static_cast<SiteIndex>(site.x) + 1));
+    EXPECT_EQ(linesIn(survey), lines);
     ASSERT_TRUE(sitesIn(survey) == expected) << "of " << count << " sites";
 }
 
@@ -91,21 +95,25 @@ TEST(SiteRemoval, KeepsTheSizeOfTheStorageWithZerosInWhatBecomesFree) {
     removeSites(survey, {{3, 9}}, EmptiedRows::kCloseUp);
     ASSERT_EQ(survey.SiteData.capacity(), before);
     ASSERT_EQ(survey.SiteID.size(), static_cast<std::size_t>(before));
+    ASSERT_EQ(survey.SourceLine.size(), static_cast<std::size_t>(before));
     EXPECT_EQ(survey.SiteData(kX, 13), 19);
     for (SiteIndex site = 14; site < before; ++site) {
         EXPECT_EQ(survey.SiteID[static_cast<std::size_t>(site)], 0);
+        EXPECT_EQ(survey.SourceLine[static_cast<std::size_t>(site)], 0U);
         for (int column = 0; column < kSiteColumns; ++column)
             EXPECT_EQ(survey.SiteData(column, site), 0);
     }
 }
 
-TEST(SiteRemoval, WithoutSiteNumbersTouchesNone) {
+TEST(SiteRemoval, WithoutSiteNumbersOrLinesTouchesNone) {
     Survey survey = numberedSites(3);
     survey.SiteIDPresent = false;
     survey.SiteID.clear();
+    survey.SourceLine.clear();
     removeMarked(survey, {1, 0, 0});
     EXPECT_EQ(survey.SiteData(kX, 0), 1);
     EXPECT_TRUE(survey.SiteID.empty());
+    EXPECT_TRUE(survey.SourceLine.empty());
 }
 
 TEST(SiteRemoval, FromAnEmptySurveyRemovesNone) {

@@ -27,6 +27,7 @@ TEST(SurveyInvariants, DoNotHoldForASurveyThatIsDamaged) {
     const std::pair<std::function<void(Survey&)>, const char*> damages[] = {
         {[](Survey& s) { s.NumSites = s.SiteData.capacity() + 1; }, "NumSites"},
         {[](Survey& s) { s.SiteID.pop_back(); }, "SiteID"},
+        {[](Survey& s) { s.SourceLine.pop_back(); }, "SourceLine"},
         {[](Survey& s) { s.TrueDist.resize(1); }, "distances"},
         {[](Survey& s) { s.XDist.resize(5); }, "out of step"},
         {[](Survey& s) { s.SiteData(kEM1, 1) = std::numeric_limits<double>::quiet_NaN(); }, "column 2"},

@@ -25,6 +25,9 @@ void shiftDown(Survey& survey, SiteIndex site, bool losesLastPoint) {
             survey.SiteData(column, k) = survey.SiteData(column, k + 1);
         if (survey.SiteIDPresent)
             survey.SiteID[static_cast<std::size_t>(k)] = survey.SiteID[static_cast<std::size_t>(k + 1)];
+        if (!survey.SourceLine.empty())
+            survey.SourceLine[static_cast<std::size_t>(k)] =
+                survey.SourceLine[static_cast<std::size_t>(k + 1)];
         survey.SiteData(kRow, k) = survey.SiteData(kRow, k + 1) - (losesLastPoint ? 1 : 0);
     }
 }

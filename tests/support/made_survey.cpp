@@ -14,6 +14,7 @@ Survey surveyWithRows(const std::vector<MadeSite>& sites) {
     survey.NumSites = static_cast<SiteIndex>(sites.size());
     survey.SiteData.resize(survey.NumSites + 10);
     survey.SiteID.resize(sites.size() + 10);
+    survey.SourceLine.resize(sites.size() + 10);
     survey.SiteIDPresent = survey.TwoEMColumns = true;
     for (SiteIndex i = 0; i < survey.NumSites; ++i) {
         const MadeSite& site = sites[static_cast<std::size_t>(i)];
@@ -21,6 +22,7 @@ Survey surveyWithRows(const std::vector<MadeSite>& sites) {
         for (int column = 0; column < kSiteColumns; ++column)
             survey.SiteData(column, i) = columns[column];
         survey.SiteID[static_cast<std::size_t>(i)] = site.id;
+        survey.SourceLine[static_cast<std::size_t>(i)] = sourceLine(2 * i + 1);
     }
     survey.chooseDistance(1);
     if (sites.empty()) return survey;
@@ -119,6 +121,11 @@ std::vector<MadeSite> sitesIn(const Survey& survey) {
     return sites;
 }
 
+std::vector<std::uint32_t> linesIn(const Survey& survey) {
+    if (survey.SourceLine.empty()) return {};
+    return {survey.SourceLine.begin(), survey.SourceLine.begin() + survey.NumSites};
+}
+
 std::vector<double> readingsOf(const Survey& survey, SiteColumn column) {
     const double* const readings = survey.SiteData.column(column);
     return {readings, readings + survey.NumSites};
@@ -128,6 +135,7 @@ void expectSameSurvey(const Survey& actual, const Survey& expected) {
     EXPECT_EQ(actual.NumSites, expected.NumSites);
     EXPECT_TRUE(sitesIn(actual) == sitesIn(expected)) << "sites differ";
     EXPECT_EQ(actual.SiteIDPresent, expected.SiteIDPresent);
+    EXPECT_EQ(linesIn(actual), linesIn(expected));
     EXPECT_EQ(actual.NumRows, expected.NumRows);
     EXPECT_EQ(actual.NumPoints, expected.NumPoints);
     EXPECT_EQ(actual.TwoEMColumns, expected.TwoEMColumns);

@@ -45,6 +45,8 @@ Survey surveyWithLargeOffset();
 /// The sites of a survey, and the readings of a column, to be changed literally and compared.
 std::vector<MadeSite> sitesIn(const Survey& survey);
 std::vector<double> readingsOf(const Survey& survey, SiteColumn column);
+/// SourceLine of the sites; of a survey made here 1, 3, 5, ...
+std::vector<std::uint32_t> linesIn(const Survey& survey);
 
 /// Fails the running test where two surveys differ in anything but the storage behind the last site: sites,
 /// IDs, rows, counts, distances and the measure chosen.

@@ -230,6 +230,7 @@ PlainImport plainTrimbleImport(const std::string& bytes, const PlainTrimbleOptio
         PlainSite site;
         const std::string reason = rejection(line, options, site);
         if (reason.empty()) {
+            site.line = number;
             survey.sites.push_back(site);
             continue;
         }

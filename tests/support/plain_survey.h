@@ -14,6 +14,7 @@ namespace tessel {
 struct PlainSite {
     double x = 0, y = 0, em1 = 0, em2 = 0, id = 0;
     int row = 0;
+    long line = 0;  ///< of the sensor file
 };
 
 struct PlainSurvey {

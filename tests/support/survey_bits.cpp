@@ -27,6 +27,7 @@ std::vector<double> all(const FieldColumns& field) {
 std::vector<Part> partsOf(const Survey& s) {
     std::vector<Part> parts = {
         {"SiteID", s.SiteID},
+        {"SourceLine", {s.SourceLine.begin(), s.SourceLine.end()}},
         {"NumSites", all(s.NumSites)},
         {"columns present", all(s.SiteIDPresent, s.TwoEMColumns)},
         {"NumRows", all(s.NumRows)},

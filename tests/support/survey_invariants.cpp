@@ -19,6 +19,9 @@ std::string brokenSizes(const Survey& survey) {
     if (survey.SiteID.size() !=
         (survey.SiteIDPresent ? static_cast<std::size_t>(survey.SiteData.capacity()) : 0))
         return "SiteID is not as long as SiteData";
+    if (!survey.SourceLine.empty() &&
+        survey.SourceLine.size() != static_cast<std::size_t>(survey.SiteData.capacity()))
+        return "SourceLine is not as long as SiteData";
     const std::pair<bool, const std::vector<double>*> distances[] = {{survey.UseTrueDist, &survey.TrueDist},
                                                                      {survey.UseXDist, &survey.XDist},
                                                                      {survey.UseYDist, &survey.YDist}};

@@ -68,6 +68,8 @@ void RandomSession::compareSites() {
             if (!sameBits(actual[field], wanted[field]))
                 differ(std::string(names[field]) + " of site " + std::to_string(i) + " is " +
                        shown(actual[field]) + ", expected " + shown(wanted[field]));
+        same<long>("the line of site " + std::to_string(i), survey.SourceLine[static_cast<std::size_t>(i)],
+                   site.line);
     }
     if (!sameBits(theSession().EMAdjustTotalA, totalA_)) differ("EMAdjustTotalA differs");
     if (!sameBits(theSession().EMAdjustTotalB, totalB_)) differ("EMAdjustTotalB differs");

@@ -72,6 +72,7 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
             for (std::string& value : values)
                 std::replace(value.begin(), value.end(), '.', ',');
         const auto line = 1 + std::count(file.bytes.begin(), file.bytes.end(), '\n');
+        site.line = line;
         std::string logged = "Line # " + std::to_string(line);
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (!values[i].empty()) logged += ' ' + values[i];
