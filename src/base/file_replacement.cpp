@@ -82,22 +82,29 @@ void FileReplacement::open() {
 
 void FileReplacement::commit() {
     flush();
-    if (inPlace_ || !replace()) writeInPlace(file_.descriptor(), target_);
+    if (!inPlace_) makeReady();
+    if (inPlace_ || !takePlace())
+        writeInPlace(file_.descriptor(), target_);
+    else
+        syncFolder();
     file_.discard();
 }
 
-// False when the old file may be written but not replaced.
-bool FileReplacement::replace() {
+// All that can be done before the old file goes.
+void FileReplacement::makeReady() {
     if (exists_) keepAttributes(target_, old_, file_.descriptor());
     if (uninterrupted([&] { return ::fsync(file_.descriptor()); }) != 0) fail(errno);
     if (!file_.giveName()) fail(errno);
     reportDelayedErrors();
+}
+
+// False when the old file may be written but not replaced.
+bool FileReplacement::takePlace() {
     if (uninterrupted([&] { return std::rename(file_.name().c_str(), target_.c_str()); }) != 0) {
         if (exists_ && isRefusalOfTheFolder(errno)) return false;
         fail(errno);
     }
     file_.nameIsTaken();
-    syncFolder();
     return true;
 }
 

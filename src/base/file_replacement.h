@@ -37,11 +37,21 @@ class FileReplacement {
     /// written afterwards.
     void commit();
 
+    /// Does that for two files that belong together: whatever fails, both are the new ones or both are as
+    /// they were, but where the program or the power ends between their two changes of name. Files that
+    /// would have to be written in place are refused.
+    static void commitTogether(FileReplacement& first, FileReplacement& second);
+
   private:
+    class PutAside;
+
     void lookAtTarget();
     void open();
     void flush();
-    bool replace();
+    void makeReady();
+    bool takePlace();
+    void makeReadyToReplace();
+    void replace();
     void reportDelayedErrors();
     void syncFolder();
     [[noreturn]] void fail(int errnoValue);

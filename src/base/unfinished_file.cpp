@@ -99,8 +99,8 @@ void removeUnlessHeld(const std::string& path, bool onlyWhenOld) {
 
 }  // namespace
 
-std::string UnfinishedFile::numberedName(int number) const {
-    return (fs::path(folder_) / kPrefix).string() + std::to_string(::getpid()) + '-' + std::to_string(number);
+std::string unfinishedName(const std::string& folder, int number) {
+    return (fs::path(folder) / kPrefix).string() + std::to_string(::getpid()) + '-' + std::to_string(number);
 }
 
 bool UnfinishedFile::open(const std::string& folder, mode_t mode) {
@@ -121,7 +121,7 @@ bool UnfinishedFile::openNameless(mode_t mode) {
 
 bool UnfinishedFile::openNamed(mode_t mode) {
     for (int number = 0;; ++number) {
-        const std::string name = numberedName(number);
+        const std::string name = unfinishedName(folder_, number);
         file_ = uninterrupted(
             [&] { return ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode); });
         if (file_ < 0 && errno == EEXIST) continue;
@@ -139,7 +139,7 @@ bool UnfinishedFile::openNamed(mode_t mode) {
 bool UnfinishedFile::giveName() {
     const std::string nameless = pathOfOpenFile(file_);
     for (int number = 0; name_.empty(); ++number) {
-        const std::string name = numberedName(number);
+        const std::string name = unfinishedName(folder_, number);
         const auto link = [&] {
             return ::linkat(AT_FDCWD, nameless.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
         };

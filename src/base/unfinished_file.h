@@ -46,12 +46,15 @@ class UnfinishedFile {
   private:
     bool openNameless(mode_t mode);
     bool openNamed(mode_t mode);
-    std::string numberedName(int number) const;
 
     std::string folder_;
     std::string name_;  // empty as long as the file has no name
     int file_ = -1;
 };
+
+/// The path of an unfinished file of this program in a folder, as it has a name. While the program lives
+/// nobody takes such a file for a leftover.
+std::string unfinishedName(const std::string& folder, int number);
 
 /// Removes the files in a folder that programs were writing when they were killed. One that a living program
 /// holds is left alone: it is locked, or its name has the number of a process that lives. In the folders of
