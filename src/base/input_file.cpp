@@ -39,17 +39,29 @@ const char* whyNotInput(const std::string& path, const struct stat& status) {
     return known && isOfTheKernel(fileSystem) ? "it is a file of the system's own" : nullptr;
 }
 
+FileState stateIn(const struct stat& status) {
+    using namespace std::chrono;
+    const auto modified = seconds(status.st_mtim.tv_sec) + nanoseconds(status.st_mtim.tv_nsec);
+    return {status.st_size, system_clock::time_point(duration_cast<system_clock::duration>(modified))};
+}
+
 }  // namespace
 
-InputFile openInputFile(const std::string& path) {
+FileState stateOfInputFile(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) throw RunTimeError::file(path, "cannot be opened", errno);
     if (const char* const reason = whyNotInput(path, status))
         throw RunTimeError::file(path, "cannot be read", reason);
+    return stateIn(status);
+}
+
+InputFile openInputFile(const std::string& path) {
+    stateOfInputFile(path);
     // Not blocking, for it may have turned into a pipe meanwhile.
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (file < 0) throw RunTimeError::file(path, "cannot be opened", errno);
-    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return {file, status.st_size};
+    struct stat status {};
+    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return {stateIn(status), file};
     ::close(file);
     throw RunTimeError::file(path, "cannot be read", "it is not a regular file");
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/line_reader.h"
 
-#include "base/input_file.h"
 #include "base/run_time_error.h"
 
 #include <algorithm>
@@ -50,7 +49,7 @@ const char* findLineEnd(const char* first, const char* last) {
 LineReader::LineReader(const std::string& path) : path_(path), buffer_(kBlock) {
     const InputFile file = openInputFile(path);
     file_ = file.descriptor;
-    fileSize_ = file.size;
+    state_ = file;
     position_ = end_ = buffer_.data();
     try {
         readFirstBlock();
@@ -118,7 +117,7 @@ bool LineReader::readOn(std::string_view& line) {
 // Reads another block behind the bytes not yet given; false when there is none.
 bool LineReader::fill() {
     const auto kept = static_cast<std::size_t>(end_ - position_);
-    if (bytesRead_ == fileSize_ && !decoder_) return false;
+    if (bytesRead_ == fileSize() && !decoder_) return false;
     if (kept != 0) std::memmove(buffer_.data(), position_, kept);
     // A line longer than the buffer doubles it, so that even a line of 100 MB is moved a few times only.
     if (kept > buffer_.size() / 2) buffer_.resize(buffer_.size() * 2);
@@ -132,7 +131,7 @@ bool LineReader::fill() {
 
 // The next bytes as they stand in the file, `most` at most, none at its end.
 std::size_t LineReader::readBlock(char* first, std::size_t most) {
-    const auto left = static_cast<std::size_t>(fileSize_ - bytesRead_);
+    const auto left = static_cast<std::size_t>(fileSize() - bytesRead_);
     if (left == 0) return 0;
     ssize_t got = 0;
     do

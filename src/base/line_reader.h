@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/input_file.h"
 #include "base/text_encoding.h"
 
 #include <cstdint>
@@ -36,8 +37,9 @@ class LineReader {
     /// before next().
     std::string_view firstBytes() const { return {raw_.empty() ? buffer_.data() : raw_.data(), firstBytes_}; }
 
-    /// Size of the file (bytes) when it was opened.
-    std::int64_t fileSize() const { return fileSize_; }
+    /// What the file was like when it was opened.
+    const FileState& fileState() const { return state_; }
+    std::int64_t fileSize() const { return state_.size; }
 
   private:
     bool readOn(std::string_view& line);
@@ -59,7 +61,7 @@ class LineReader {
     std::optional<Utf16Decoder> decoder_;
     std::vector<char> raw_;  // a block of UTF-16
     std::int64_t lineNumber_ = 0;
-    std::int64_t fileSize_ = 0;
+    FileState state_;
     std::int64_t bytesRead_ = 0;
 };
 

@@ -136,6 +136,19 @@ class SiteCollector {
     std::int64_t dropped_ = 0;
 };
 
+std::vector<FieldPlace> fieldPlaces(const GenericLayout& layout) {
+    std::vector<FieldPlace> places;
+    const auto add = [&places](const char* name) {
+        places.push_back({name, static_cast<int>(places.size()) + 1, 0});
+    };
+    if (layout.siteNumber) add("site number");
+    for (const char* const name : {"X", "Y", "EM1"})
+        add(name);
+    if (layout.secondReading) add("EM2");
+    if (layout.rowNumber) add("row");
+    return places;
+}
+
 // Counts the rows into NumRows if the row numbers are of use.
 ImportedRows checkRows(Survey& survey) {
     const double* const row = survey.SiteData.column(kRow);
@@ -173,6 +186,8 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     const auto read = options.decimalCommas ? readRecords<DecimalCommaScanner> : readRecords<ValueScanner>;
     read(file, sites, survey);
     summary.path = options.path;
+    summary.file = file.fileState();
+    summary.fields = fieldPlaces(options.layout);
     summary.decimalCommasRead = options.decimalCommas;
     summary.linesRead = file.lineNumber();
     return sites.dropped();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/input_file.h"
 #include "import/file_kind.h"
 
 #include <cstdint>
@@ -16,10 +17,19 @@ struct RejectedLines {
     std::int64_t firstLine = 0;  ///< number of the first one in the file, from 1
 };
 
+/// Where a value stands on a line.
+struct FieldPlace {
+    std::string name;
+    int first = 0;  ///< column of characters, from 1; of a delimited file the value's place in the record
+    int last = 0;   ///< column of characters; 0 for a delimited file
+};
+
 /// What an import found in its file, beside the survey that it made of it.
 struct ImportSummary {
     std::string path;  ///< the sensor file
+    FileState file;    ///< what it was like when it was read
     FileKind kind;
+    std::vector<FieldPlace> fields;  ///< what has been read of it
     bool fixedColumns = false;       ///< read by columns of characters; else by separators
     bool decimalCommasRead = false;  ///< semicolons were taken for separators, commas for decimal signs
     std::int64_t linesRead = 0;

@@ -195,6 +195,19 @@ class TrimbleReader {
     std::uint32_t* lineColumn_ = nullptr;
 };
 
+std::vector<FieldPlace> fieldPlaces(const TrimbleOptions& options) {
+    std::vector<FieldPlace> places;
+    const auto add = [&places](const char* name, const FieldColumns& field) {
+        places.push_back({name, field.Start, field.Start + field.Len - 1});
+    };
+    if (options.SiteIDPresent) add("site number", options.SiteIDField);
+    add("X", options.XField);
+    add("Y", options.YField);
+    add("EM1", options.EM1Field);
+    if (options.TwoEMColumns) add("EM2", options.EM2Field);
+    return places;
+}
+
 }  // namespace
 
 std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
@@ -222,7 +235,9 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
         ++errors;
     }
     summary.path = options.path;
+    summary.file = file.fileState();
     summary.fixedColumns = true;
+    summary.fields = fieldPlaces(options);
     summary.linesRead = file.lineNumber();
     cutLines.describe(summary);
     return errors;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <sys/inotify.h>
 #include <sys/stat.h>
@@ -34,6 +35,9 @@ TEST(InputFile, IsOpenedWithItsSize) {
     EXPECT_TRUE(isInputFile(folder / "link.dat"));
     const InputFile file = openInputFile(folder / "link.dat");
     EXPECT_EQ(file.size, 5);
+    EXPECT_EQ(static_cast<const FileState&>(file), stateOfInputFile(folder / "a.dat"));
+    EXPECT_EQ(file.modified,
+              std::chrono::file_clock::to_sys(std::filesystem::last_write_time(folder / "a.dat")));
     ::close(file.descriptor);
 }
 

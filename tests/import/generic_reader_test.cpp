@@ -31,6 +31,23 @@ TEST_F(GenericFile, InEachLayoutPutsItsColumnsInPlace) {
     }
 }
 
+TEST_F(GenericFile, IsDescribedAsItWasReadWithThePlacesOfItsValues) {
+    const auto placesIn = [this](const GenericLayout& layout) {
+        options.layout = layout;
+        std::string words;
+        for (const FieldPlace& field : import("7,10,20,30,40,1\n").summary.fields) {
+            EXPECT_EQ(field.last, 0);
+            words += field.name + ' ' + std::to_string(field.first) + ", ";
+        }
+        return words;
+    };
+    EXPECT_EQ(placesIn(kEverything), "site number 1, X 2, Y 3, EM1 4, EM2 5, row 6, ");
+    EXPECT_EQ(placesIn(kGenericLayouts[0]), "X 1, Y 2, EM1 3, row 4, ");
+    EXPECT_EQ(placesIn(kGenericLayouts[5]), "X 1, Y 2, EM1 3, EM2 4, ");
+    const ImportSummary summary = import("1,2,3,4\n").summary;
+    EXPECT_EQ(summary.file, stateOfInputFile(options.path));
+}
+
 TEST_F(GenericFile, LayoutsStandInTheirOrder) {
     const std::array<int, 8> columns = {4, 5, 5, 6, 3, 4, 4, 5};
     for (std::size_t i = 0; i < 8; ++i)

@@ -21,6 +21,13 @@ FieldColumns columns(int start, int end) {
     return {start, end, end - start + 1};
 }
 
+std::string inWords(const std::vector<FieldPlace>& fields) {
+    std::string words;
+    for (const FieldPlace& field : fields)
+        words += field.name + ' ' + std::to_string(field.first) + '-' + std::to_string(field.last) + ", ";
+    return words;
+}
+
 // Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111 22222222".
 class TrimbleFile : public testing::Test {
   protected:
@@ -89,6 +96,16 @@ TEST_F(TrimbleFile, KnowsTheLineOfEachSiteThoughOthersAreRejectedOrTooShort) {
     const Survey survey = import("X\n" + good + line("1", "x", "3") + "\n\n" + good + good).survey;
     ASSERT_EQ(survey.NumSites, 3);
     EXPECT_EQ(linesIn(survey), (std::vector<std::uint32_t>{2, 5, 6}));
+}
+
+TEST_F(TrimbleFile, IsDescribedAsItWasReadWithThePlacesOfItsFields) {
+    options.SiteIDPresent = options.TwoEMColumns = true;
+    const ImportSummary summary = import(line("1", "2", "3", "4", "5") + "\n").summary;
+    EXPECT_EQ(summary.file, stateOfInputFile(options.path));
+    EXPECT_EQ(summary.file.size, 41);
+    EXPECT_EQ(inWords(summary.fields), "site number 1-4, X 6-13, Y 15-22, EM1 24-31, EM2 33-40, ");
+    options.SiteIDPresent = options.TwoEMColumns = false;
+    EXPECT_EQ(inWords(import("").summary.fields), "X 6-13, Y 15-22, EM1 24-31, ");
 }
 
 TEST_F(TrimbleFile, HandsItsParametersToTheSurvey) {
