@@ -2,6 +2,7 @@
 #include "export/transect_file.h"
 
 #include "base/file_replacement.h"
+#include "base/sha256.h"
 #include "export/print_number.h"
 #include "rows/row_detection.h"
 
@@ -9,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
 namespace tessel {
@@ -95,8 +97,10 @@ std::string exportNotice(const Survey& survey, SiteIndex withoutRow, const Trans
     return {};
 }
 
-void writeTransectFile(const Survey& survey, const std::string& path, const TransectFormat& format) {
-    FileReplacement file(path);
+namespace {
+
+template <typename Write>
+void writeLines(const Survey& survey, const TransectFormat& format, Write write) {
     const Fields fields = chooseFields(survey, format);
     std::vector<char> chunk(kChunk);
     char* const full = chunk.data() + kChunk - kLongestLine;
@@ -104,11 +108,39 @@ void writeTransectFile(const Survey& survey, const std::string& path, const Tran
     for (SiteIndex site = 0; site < survey.NumSites; ++site) {
         out = writeLine(out, fields, site);
         if (out < full) continue;
-        file.write({chunk.data(), static_cast<std::size_t>(out - chunk.data())});
+        write(std::string_view(chunk.data(), static_cast<std::size_t>(out - chunk.data())));
         out = chunk.data();
     }
-    file.write({chunk.data(), static_cast<std::size_t>(out - chunk.data())});
+    write(std::string_view(chunk.data(), static_cast<std::size_t>(out - chunk.data())));
+}
+
+}  // namespace
+
+void writeTransectFile(const Survey& survey, const std::string& path, const TransectFormat& format) {
+    FileReplacement file(path);
+    writeLines(survey, format, [&file](std::string_view lines) { file.write(lines); });
     file.commit();
+}
+
+void writeTransectFileAndRecord(const Survey& survey, const std::string& path, const TransectFormat& format,
+                                const std::function<std::string(const WrittenFile&)>& record) {
+    FileReplacement file(path);
+    FileReplacement recordFile(recordPath(path));
+    Sha256 sha;
+    WrittenFile written;
+    writeLines(survey, format, [&](std::string_view lines) {
+        file.write(lines);
+        sha.add(lines);
+        written.size += std::ssize(lines);
+    });
+    written.sha256 = sha.digest();
+    recordFile.write(record(written));
+    // The record first: it alone need be taken back when the other fails.
+    FileReplacement::commitTogether(recordFile, file);
+}
+
+std::string recordPath(const std::string& exportPath) {
+    return exportPath + ".record.yaml";
 }
 
 }  // namespace tessel

@@ -3,6 +3,8 @@
 
 #include "app/survey.h"
 
+#include <cstdint>
+#include <functional>
 #include <string>
 
 namespace tessel {
@@ -35,5 +37,19 @@ std::string exportNotice(const Survey& survey, SiteIndex withoutRow, const Trans
 /// failure RunTimeError is thrown with path and reason, and a file of that name stays as it was. Throws
 /// overflow when a number of the survey is not finite.
 void writeTransectFile(const Survey& survey, const std::string& path, const TransectFormat& format);
+
+/// What is known of an exported file before it is in place.
+struct WrittenFile {
+    std::int64_t size = 0;  ///< bytes
+    std::string sha256;
+};
+
+/// Writes the file, and beside it (recordPath()) the text that `record` makes of it. Both are put in place,
+/// or on any failure both stay as they were.
+void writeTransectFileAndRecord(const Survey& survey, const std::string& path, const TransectFormat& format,
+                                const std::function<std::string(const WrittenFile&)>& record);
+
+/// Where the record of an exported file lies.
+std::string recordPath(const std::string& exportPath);
 
 }  // namespace tessel
