@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "plots/AxisPainter.h"
 #include "plots/SeriesPainter.h"
-#include "plots/axis_ticks.h"
 #include "plots/chart_views.h"
 
 #include <QFont>
@@ -61,16 +61,11 @@ class ChartPlot {
     int topMargin() const;
     int bottomMargin() const;
     int plotHeight(const QSize& size) const;
-    int titleRoom(ChartViews::Axis axis) const;
-    TickStep verticalTicks(ChartViews::Axis axis, int height) const;
-    TickStep horizontalTicks(int width) const;
-    double widestLabel(ChartViews::Axis axis, const TickStep& ticks) const;
-    int labelRoom(ChartViews::Axis axis, int height) const;
+    UprightAxis uprightAxis(ChartViews::Axis axis) const;
     int overhang(int width) const;
     void paintGrid(QPainter& painter, const Layout& layout) const;
     void paintAxes(QPainter& painter, const Layout& layout) const;
     void paintHorizontalAxis(QPainter& painter, const Layout& layout) const;
-    void paintVerticalAxis(QPainter& painter, const Layout& layout, ChartViews::Axis axis) const;
 
     const ChartViews& views_;
     const Groups& groups_;
