@@ -11,20 +11,22 @@ namespace {
 using Name = std::string_view;
 
 // The items that need a survey.
-constexpr std::array<Name, 12> kSurveyItems = {"mnuSigCorr",   "mnuHist", "mnuClear",    "mnuData",
-                                               "mnuInvokeIDE", "mnuIDEW", "mnuDistance", "mnuGrid",
-                                               "mnuStat",      "mnuRow",  "mnuAdjust",   "mnuEL"};
+constexpr std::array<Name, 13> kSurveyItems = {
+    "mnuSigCorr", "mnuHist", "mnuClear", "mnuData",   "mnuInvokeIDE", "mnuIDEW",       "mnuDistance",
+    "mnuGrid",    "mnuStat", "mnuRow",   "mnuAdjust", "mnuEL",        "mnuGridReading"};
 constexpr std::array<Name, 1> kExport = {"mnuSave"};
-constexpr std::array<Name, 4> kRowItems = {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid"};
-constexpr std::array<Name, 5> kTwoRowItems = {"mnuRow", "mnuDistance", "mnuGrid", "mnuData", "mnuStat"};
-constexpr std::array<Name, 11> kSiteItems = {"mnuSave",    "mnuInvokeIDE", "mnuIDEW",     "mnuRow",
+constexpr std::array<Name, 5> kRowItems = {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid", "mnuGridReading"};
+constexpr std::array<Name, 6> kTwoRowItems = {"mnuRow",         "mnuDistance", "mnuGrid",
+                                              "mnuGridReading", "mnuData",     "mnuStat"};
+constexpr std::array<Name, 12> kSiteItems = {"mnuSave",    "mnuInvokeIDE", "mnuIDEW",     "mnuRow",
                                              "mnuData",    "mnuStat",      "mnuDistance", "mnuGrid",
-                                             "mnuSigCorr", "mnuHist",      "mnuClear"};
+                                             "mnuSigCorr", "mnuHist",      "mnuClear",    "mnuGridReading"};
 constexpr std::array<Name, 1> kRowDialog = {"mnuData"};
 
 constexpr std::array<Name, 8> kNeedSites = {"mnuIDEW",  "mnuData",  "mnuAdjust",  "mnuTrue_Dis",
                                             "mnuX_Dis", "mnuY_Dis", "mnuSigCorr", "mnuHist"};
-constexpr std::array<Name, 4> kNeedUsableRows = {"mnuX", "mnuY", "mnuStat", "mnuGrid"};
+constexpr std::array<Name, 6> kNeedUsableRows = {"mnuX",    "mnuY",       "mnuStat",
+                                                 "mnuGrid", "mnuGridEM1", "mnuGridEM2"};
 
 constexpr std::array<MenuChange, 1> kStartUp = {{{false, kSurveyItems}}};
 constexpr std::array<MenuChange, 2> kSitesImported = {{{true, kSurveyItems}, {true, kExport}}};

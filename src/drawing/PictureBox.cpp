@@ -49,21 +49,37 @@ void PictureBox::clear() {
 
 void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
                             const Rectangle& extent, int colour) {
-    QImage& image = picture();
-    const double resolution = image.devicePixelRatio();
-    const Raster raster = rasterOf(image);
+    const PixelMap map = pixelsOf(extent);
+    const Stamp stamp = penStamp(penSize(), kBasicPalette[static_cast<std::size_t>(colour & 15)]);
+    stampPoints(rasterOf(picture_), map, stamp, x, y, skip, static_cast<std::size_t>(count), nullptr);
+    update();
+}
+
+void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
+                            const Rectangle& extent, const Shade* shades) {
+    const PixelMap map = pixelsOf(extent);
+    const Stamp stamp = penStamp(penSize(), 0);
+    stampPoints(rasterOf(picture_), map, stamp, shades, x, y, skip, static_cast<std::size_t>(count), nullptr);
+    update();
+}
+
+int PictureBox::penSize() const {
+    return std::max(1, nearestInt(penWidth_ * picture_.devicePixelRatio()));
+}
+
+/// Of the picture, which is renewed first where it has to be.
+PixelMap PictureBox::pixelsOf(const Rectangle& extent) {
+    const QImage& image = picture();
+    const int size = penSize();
     const double xUnit = image.width() / scale_.width();
     const double yUnit = image.height() / scale_.height();
-    const int size = std::max(1, nearestInt(penWidth_ * resolution));
     PixelMap map;
     map.xScale = xUnit / 2 / extent.x.halfLength();
     map.xShift = -scale_.x.from * xUnit - extent.x.from * map.xScale;
     map.yScale = -yUnit / 2 / extent.y.halfLength();
     map.yShift = (1 - scale_.y.from) * yUnit - extent.y.from * map.yScale;
     map.area = {{-1.0 * size, 1.0 * image.width() + size}, {-1.0 * size, 1.0 * image.height() + size}};
-    const Stamp stamp = penStamp(size, kBasicPalette[static_cast<std::size_t>(colour & 15)]);
-    stampPoints(raster, map, stamp, x, y, skip, static_cast<std::size_t>(count), nullptr);
-    update();
+    return map;
 }
 
 void PictureBox::drawLine(double x1, double y1, double x2, double y2, int colour) {

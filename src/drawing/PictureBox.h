@@ -3,6 +3,7 @@
 
 #include "base/geometry.h"
 #include "drawing/Surface.h"
+#include "drawing/colour_map.h"
 
 #include <QImage>
 
@@ -39,6 +40,9 @@ class PictureBox : public Surface {
     /// outside the box cost next to nothing.
     void drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
                     const Rectangle& extent, int colour);
+    /// The same with every point in the colour of its shade.
+    void drawPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
+                    const Rectangle& extent, const Shade* shades);
     void drawLine(double x1, double y1, double x2, double y2, int colour);
     /// Two opposite corners, in any order.
     void fillRectangle(double x1, double y1, double x2, double y2, int colour);
@@ -86,6 +90,8 @@ class PictureBox : public Surface {
         QPointF from, to;
         int colour = 0;
     };
+    int penSize() const;
+    PixelMap pixelsOf(const Rectangle& extent);
     void renew(const QSize& size, double resolution);
     bool fitsDisplay() const;
     QImage& picture();

@@ -41,6 +41,36 @@ bool isInside(const Raster& raster, int x, int y) {
     return x >= 0 && y >= 0 && x < raster.width && y < raster.height;
 }
 
+/// All four channels of a colour so opaque.
+std::uint32_t premultiplied(std::uint32_t colour, std::uint32_t alpha) {
+    std::uint32_t result = alpha << 24;
+    for (const int shift : {0, 8, 16})
+        result |= ((colour >> shift & 255) * alpha + 127) / 255 << shift;
+    return result;
+}
+
+/// Every point as its stamp is.
+struct OwnInk {
+    struct Tint {
+        std::uint32_t operator()(std::uint32_t colour) const { return colour; }
+    };
+    Tint at(std::size_t) const { return {}; }
+};
+
+/// Every point in the colour of its shade.
+struct ShadeInk {
+    struct Tint {
+        std::uint32_t colour;
+        std::uint32_t operator()(std::uint32_t own) const {
+            return own >= kOpaque ? kOpaque | colour : premultiplied(colour, alphaOf(own));
+        }
+    };
+    Tint at(std::size_t point) const { return {colours[shades[point]]}; }
+
+    const Shade* shades;
+    const std::uint32_t* colours = colourMap().data();
+};
+
 /// A stamp laid out for the rows of one raster: pixels of one colour side by side are one run.
 class PlacedStamp {
   public:
@@ -60,12 +90,15 @@ class PlacedStamp {
 
     const Stamp& stamp() const { return stamp_; }
 
-    void write(std::uint32_t* corner) const {
-        for (const Run& run : runs_)
+    template <class Tint>
+    void write(std::uint32_t* corner, const Tint& tint) const {
+        for (const Run& run : runs_) {
+            const std::uint32_t colour = tint(run.colour);
             for (std::ptrdiff_t at = run.begin; at != run.end; ++at)
-                corner[at] = run.colour;
+                corner[at] = colour;
+        }
         for (const Pixel& p : translucent_)
-            corner[p.at] = blended(p.colour, corner[p.at]);
+            corner[p.at] = blended(tint(p.colour), corner[p.at]);
     }
 
   private:
@@ -82,14 +115,15 @@ class PlacedStamp {
     std::vector<Pixel> translucent_;
 };
 
-void writeCut(const Raster& raster, int left, int top, const Stamp& stamp) {
+template <class Tint>
+void writeCut(const Raster& raster, int left, int top, const Stamp& stamp, const Tint& tint) {
     for (const Stamp::Pixel& p : stamp.opaque)
         if (isInside(raster, left + p.dx, top + p.dy))
-            raster.pixels[(top + p.dy) * raster.stride + left + p.dx] = p.colour;
+            raster.pixels[(top + p.dy) * raster.stride + left + p.dx] = tint(p.colour);
     for (const Stamp::Pixel& p : stamp.translucent) {
         if (!isInside(raster, left + p.dx, top + p.dy)) continue;
         std::uint32_t& pixel = raster.pixels[(top + p.dy) * raster.stride + left + p.dx];
-        pixel = blended(p.colour, pixel);
+        pixel = blended(tint(p.colour), pixel);
     }
 }
 
@@ -100,8 +134,16 @@ bool isPenPixel(int size, int x, int y) {
     return dx * dx + dy * dy <= size * size / 4.0;
 }
 
-void writeStamps(const Raster& raster, const PixelMap& map, const PlacedStamp& placed, const double* x,
-                 const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
+/// Many points, and whether each of them is left out.
+struct Points {
+    const double* x;
+    const double* y;
+    const std::uint8_t* skip;
+};
+
+template <class Ink>
+void writeStamps(const Raster& raster, const PixelMap& map, const PlacedStamp& placed, const Ink& ink,
+                 const Points& points, std::size_t first, std::size_t last, StampMarks* marks) {
     const Stamp& stamp = placed.stamp();
     const int size = stamp.size;
     // From the centre of a point to the upper left corner of its stamp; `size` keeps the sum positive, so
@@ -111,21 +153,21 @@ void writeStamps(const Raster& raster, const PixelMap& map, const PlacedStamp& p
     const double top = std::max(map.area.y.from, -size / 2.0);
     const double right = std::min(map.area.x.to, raster.width + size / 2.0);
     const double bottom = std::min(map.area.y.to, raster.height + size / 2.0);
-    for (std::size_t i = 0; i < count; ++i) {
-        const double px = map.xScale * x[i] + map.xShift;
-        const double py = map.yScale * y[i] + map.yShift;
+    for (std::size_t i = first; i < last; ++i) {
+        const double px = map.xScale * points.x[i] + map.xShift;
+        const double py = map.yScale * points.y[i] + map.yShift;
         if (!(px >= left && px <= right && py >= top && py <= bottom)) continue;
-        if (skip && skip[i]) continue;
+        if (points.skip && points.skip[i]) continue;
         const int column = intWithin(px + toCorner) - size;
         const int row = intWithin(py + toCorner) - size;
         if (column < 0 || row < 0 || column > raster.width - size || row > raster.height - size) {
-            writeCut(raster, column, row, stamp);
+            writeCut(raster, column, row, stamp, ink.at(i));
             continue;
         }
         if (marks && !marks->take(static_cast<std::size_t>(row) * static_cast<std::size_t>(raster.width) +
                                   static_cast<std::size_t>(column)))
             continue;
-        placed.write(raster.pixels + row * raster.stride + column);
+        placed.write(raster.pixels + row * raster.stride + column, ink.at(i));
     }
 }
 
@@ -139,29 +181,42 @@ bool isBlock(const Stamp& stamp, int size) {
 
 // The same as writeStamps() without marks, for blocks: nearly every point takes the way whose limits leave
 // room for a whole block, which then is written without looking again.
-template <int Size>
-void stampBlocks(const Raster& raster, const PixelMap& map, const PlacedStamp& block, const double* x,
-                 const double* y, const std::uint8_t* skip, std::size_t count) {
+template <int Size, class Ink>
+void stampBlocks(const Raster& raster, const PixelMap& map, const PlacedStamp& block, const Ink& ink,
+                 const Points& points, std::size_t count) {
     constexpr double kToCorner = 0.5 + Size / 2.0;
     constexpr double kRounding = 1e-6;  // what is nearer to the far edges than this goes the careful way
     const double left = std::max(map.area.x.from, Size / 2.0 - 0.5);
     const double top = std::max(map.area.y.from, Size / 2.0 - 0.5);
     const double right = std::min(map.area.x.to, raster.width + 0.5 - Size / 2.0 - kRounding);
     const double bottom = std::min(map.area.y.to, raster.height + 0.5 - Size / 2.0 - kRounding);
-    const std::uint32_t colour = block.stamp().opaque.front().colour;
+    const std::uint32_t own = block.stamp().opaque.front().colour;
     for (std::size_t i = 0; i < count; ++i) {
-        const double px = map.xScale * x[i] + map.xShift;
-        const double py = map.yScale * y[i] + map.yShift;
+        const double px = map.xScale * points.x[i] + map.xShift;
+        const double py = map.yScale * points.y[i] + map.yShift;
         if (!(px >= left && px <= right && py >= top && py <= bottom)) {
-            writeStamps(raster, map, block, x + i, y + i, skip ? skip + i : nullptr, 1, nullptr);
+            writeStamps(raster, map, block, ink, points, i, i + 1, nullptr);
             continue;
         }
-        if (skip && skip[i]) continue;
+        if (points.skip && points.skip[i]) continue;
+        const std::uint32_t colour = ink.at(i)(own);
         std::uint32_t* row = raster.pixels + (intWithin(py + kToCorner) - Size) * raster.stride +
                              (intWithin(px + kToCorner) - Size);
         for (int dy = 0; dy < Size; ++dy, row += raster.stride)
             std::fill_n(row, Size, colour);
     }
+}
+
+template <class Ink>
+void stampAll(const Raster& raster, const PixelMap& map, const Stamp& stamp, const Ink& ink,
+              const Points& points, std::size_t count, StampMarks* marks) {
+    const PlacedStamp placed(stamp, raster.stride);
+    if (marks == nullptr && isBlock(stamp, 1))
+        stampBlocks<1>(raster, map, placed, ink, points, count);
+    else if (marks == nullptr && isBlock(stamp, 2))
+        stampBlocks<2>(raster, map, placed, ink, points, count);
+    else
+        writeStamps(raster, map, placed, ink, points, 0, count, marks);
 }
 
 }  // namespace
@@ -212,12 +267,15 @@ void StampMarks::nextSeries() {
     ++series_;
 }
 
-void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& s, const double* x, const double* y,
-                 const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
-    const PlacedStamp placed(s, raster.stride);
-    if (marks == nullptr && isBlock(s, 1)) return stampBlocks<1>(raster, map, placed, x, y, skip, count);
-    if (marks == nullptr && isBlock(s, 2)) return stampBlocks<2>(raster, map, placed, x, y, skip, count);
-    writeStamps(raster, map, placed, x, y, skip, count, marks);
+void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& stamp, const double* x,
+                 const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks) {
+    stampAll(raster, map, stamp, OwnInk{}, {x, y, skip}, count, marks);
+}
+
+void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& stamp, const Shade* shades,
+                 const double* x, const double* y, const std::uint8_t* skip, std::size_t count,
+                 StampMarks* marks) {
+    stampAll(raster, map, stamp, ShadeInk{shades}, {x, y, skip}, count, marks);
 }
 
 }  // namespace tessel

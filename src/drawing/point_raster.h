@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "drawing/colour_map.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -65,5 +66,10 @@ class StampMarks {
 /// not 0 (`skip` may be null). Stamps are cut off at the raster's edges. `marks` may be null.
 void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& stamp, const double* x,
                  const double* y, const std::uint8_t* skip, std::size_t count, StampMarks* marks);
+
+/// The same with every point in the colour of its shade. Of the stamp only the shape counts.
+void stampPoints(const Raster& raster, const PixelMap& map, const Stamp& stamp, const Shade* shades,
+                 const double* x, const double* y, const std::uint8_t* skip, std::size_t count,
+                 StampMarks* marks);
 
 }  // namespace tessel

@@ -57,6 +57,7 @@ void Chart2D::setPointCount(Group group, int series, qsizetype count) {
     ChartSeries& s = d_->series(group, series);
     if (count < 0) throw RunTimeError::subscriptOutOfRange();
     s.points.resize(static_cast<std::size_t>(count) + 1);
+    s.shades.clear();
     d_->markStale();
 }
 
@@ -82,6 +83,7 @@ void Chart2D::replacePoints(Group group, int series, std::span<const double> x, 
     ChartSeries& s = d_->series(group, series);
     if (x.size() != y.size()) throw RunTimeError::subscriptOutOfRange();
     s.points.assign(x, y);
+    s.shades.clear();
     d_->markStale();
 }
 
@@ -94,6 +96,14 @@ Chart2D::Point Chart2D::point(Group group, int series, qsizetype point) const {
 
 void Chart2D::setSymbolColour(Group group, int series, int colour) {
     d_->series(group, series).style.colour = colour;
+    d_->markStale();
+}
+
+void Chart2D::setShades(Group group, int series, std::span<const Shade> shades) {
+    ChartSeries& s = d_->series(group, series);
+    if (!shades.empty() && shades.size() + 1 != s.points.size()) throw RunTimeError::subscriptOutOfRange();
+    s.shades.assign(shades.empty() ? 0 : 1, 0);  // of point 0
+    s.shades.insert(s.shades.end(), shades.begin(), shades.end());
     d_->markStale();
 }
 

@@ -90,6 +90,10 @@ class Chart2D : public Surface {
     /// A number of the 16-colour palette, for the symbols and the line of the series. Pale colours get a
     /// thin dark outline.
     void setSymbolColour(Group group, int series, int colour);
+    /// The symbols of the points 1, 2, ... have the colours of these shades in place of the colour of the
+    /// series; without shades the series has its own colour again, and so it has when its points are
+    /// replaced or are more or fewer. Requires none, or one for each point.
+    void setShades(Group group, int series, std::span<const Shade> shades);
     void setSeriesStyle(Group group, int series, const SeriesStyle& style);
     SeriesStyle seriesStyle(Group group, int series) const;
     /// Series with a name are explained by symbol and name above the plot, at the right.
@@ -110,6 +114,8 @@ class Chart2D : public Surface {
     void setFooterText(const QString& text);
     QString footerText() const;
 
+    /// Where the data are drawn, in pixels of the widget.
+    QRectF plotArea() const { return area(); }
     /// The data coordinates at the middle of a pixel, and whether it belongs to the plot area.
     PixelData pixelToData(QPoint pixel) const;
     /// Where data (of the data group) lie; the inverse of pixelToData() but for the pixel's half.

@@ -40,14 +40,16 @@ void PaperSymbols::draw(const ChartSeries& series) {
     if (symbol == ChartSymbol::kNone) return;
     findPlaces(series);
     if (symbol == ChartSymbol::kRing) return drawRings(series);
+    if (!series.shades.empty()) return drawShaded(series);
     const int colour = series.style.colour;
     const double size = symbolSize(symbol);
-    strokePlaces(symbol, size, needsOutline(colour) ? chartInk() : paletteColour(colour));
-    if (needsOutline(colour)) strokePlaces(symbol, size - 1.6, paletteColour(colour));
+    strokePlaces(places_, symbol, size, needsOutline(colour) ? chartInk() : paletteColour(colour));
+    if (needsOutline(colour)) strokePlaces(places_, symbol, size - 1.6, paletteColour(colour));
 }
 
 void PaperSymbols::findPlaces(const ChartSeries& series) {
     places_.clear();
+    points_.clear();
     const std::span<const double> x = series.points.x();
     const std::span<const double> y = series.points.y();
     for (std::size_t i = 0; i < x.size(); ++i) {
@@ -59,6 +61,7 @@ void PaperSymbols::findPlaces(const ChartSeries& series) {
         if (!take(row * columns_ + column)) continue;
         places_.emplace_back(map_.area.x.from + column / kPlacesPerPixel,
                              map_.area.y.from + row / kPlacesPerPixel);
+        points_.push_back(i);
     }
     for (const std::uint32_t place : takenPlaces_)
         taken_[place] = false;
@@ -79,7 +82,17 @@ void PaperSymbols::drawRings(const ChartSeries& series) {
                     ChartSymbol::kRing, series.style.colour);
 }
 
-void PaperSymbols::strokePlaces(ChartSymbol symbol, double size, const QColor& colour) {
+void PaperSymbols::drawShaded(const ChartSeries& series) {
+    std::vector<std::vector<QPointF>> byShade(kShades);
+    for (std::size_t i = 0; i < places_.size(); ++i)
+        byShade[series.shades[points_[i]]].push_back(places_[i]);
+    for (std::size_t shade = 0; shade < kShades; ++shade)
+        strokePlaces(byShade[shade], series.style.symbol, symbolSize(series.style.symbol),
+                     QColor::fromRgb(colourMap()[shade]));
+}
+
+void PaperSymbols::strokePlaces(std::span<const QPointF> places, ChartSymbol symbol, double size,
+                                const QColor& colour) {
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
     // A diamond is a square stroke on paper turned by 45 degrees; its size is its diagonal.
@@ -92,11 +105,11 @@ void PaperSymbols::strokePlaces(ChartSymbol symbol, double size, const QColor& c
     if (turned) turn.rotate(45);
     painter_.setTransform(turn, true);
     const QTransform back = turn.inverted();
-    for (std::size_t begin = 0; begin < places_.size(); begin += kStrokesPerPath) {
+    for (std::size_t begin = 0; begin < places.size(); begin += kStrokesPerPath) {
         QPainterPath path;
-        const std::size_t end = std::min(begin + kStrokesPerPath, places_.size());
+        const std::size_t end = std::min(begin + kStrokesPerPath, places.size());
         for (std::size_t i = begin; i < end; ++i) {
-            const QPointF place = back.map(places_[i]);
+            const QPointF place = back.map(places[i]);
             path.moveTo(place);
             path.lineTo(place + QPointF(kStroke, 0));
         }

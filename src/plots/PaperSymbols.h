@@ -6,7 +6,9 @@
 #include <QColor>
 #include <QPointF>
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 class QPainter;
@@ -14,7 +16,8 @@ class QPainter;
 namespace tessel {
 
 /// Draws the symbols of series for paper: as strokes of no length with a round or square pen, a few bytes a
-/// symbol, at places of a quarter of a pixel that a series uses only once.
+/// symbol, at places of a quarter of a pixel that a series uses only once. Shaded ones are drawn shade by
+/// shade.
 class PaperSymbols {
   public:
     PaperSymbols(QPainter& painter, const PixelMap& map);
@@ -24,7 +27,8 @@ class PaperSymbols {
     void findPlaces(const ChartSeries& series);
     bool take(std::uint32_t place);
     void drawRings(const ChartSeries& series);
-    void strokePlaces(ChartSymbol symbol, double size, const QColor& colour);
+    void drawShaded(const ChartSeries& series);
+    void strokePlaces(std::span<const QPointF> places, ChartSymbol symbol, double size, const QColor& colour);
 
     QPainter& painter_;
     PixelMap map_;
@@ -32,6 +36,7 @@ class PaperSymbols {
     std::vector<bool> taken_;
     std::vector<std::uint32_t> takenPlaces_;
     std::vector<QPointF> places_;
+    std::vector<std::size_t> points_;  ///< of the series, one at each place
 };
 
 }  // namespace tessel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/SeriesPainter.h"
 
+#include "base/palette16.h"
 #include "drawing/Pixels.h"
 #include "plots/PaperSymbols.h"
 
@@ -132,10 +133,19 @@ void SeriesPainter::stampSymbols(QImage& picture, const std::vector<ChartSeries>
         const std::vector<IndexRange> shown = stretchesShown(points, map);
         const auto edges =
             pointCount(shown) <= std::int64_t{kDense} ? SymbolEdges::kSoft : SymbolEdges::kHard;
-        const Stamp& stamp = stamps_.stamp(series.style.symbol, series.style.colour, edges, scale);
-        for (const IndexRange& stretch : shown)
-            stampPoints(raster, onRaster, stamp, points.x().data() + stretch.first,
-                        points.y().data() + stretch.first, nullptr, std::size_t(stretch.count()), &marks_);
+        const bool shaded = !series.shades.empty();
+        const int colour = shaded ? int{kBlack} : series.style.colour;
+        const Stamp& stamp = stamps_.stamp(series.style.symbol, colour, edges, scale);
+        for (const IndexRange& stretch : shown) {
+            const double* const x = points.x().data() + stretch.first;
+            const double* const y = points.y().data() + stretch.first;
+            const auto count = std::size_t(stretch.count());
+            if (shaded)
+                stampPoints(raster, onRaster, stamp, series.shades.data() + stretch.first, x, y, nullptr,
+                            count, &marks_);
+            else
+                stampPoints(raster, onRaster, stamp, x, y, nullptr, count, &marks_);
+        }
     }
 }
 

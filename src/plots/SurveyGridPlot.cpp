@@ -4,9 +4,12 @@
 #include "desktop/Guarded.h"
 #include "plots/chart_views.h"
 #include "plots/plot_limits.h"
+#include "plots/reading_colours.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_detection.h"
 #include "rows/row_sites.h"
+
+#include <QHBoxLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -18,30 +21,44 @@ constexpr int kColoursInTurn = 15;  // colour 15 is never used
 
 }  // namespace
 
-SurveyGridPlot::SurveyGridPlot(PlotArea& area) : Chart2D2(new Chart2D), area_(area) {
+SurveyGridPlot::SurveyGridPlot(PlotArea& area)
+    : sheet_(new QWidget), Chart2D2(new Chart2D(sheet_)), scale(new ColourScale(sheet_)), area_(area) {
     Chart2D2->setObjectName(u"Chart2D2"_s);
     Chart2D2->setAccessibleName(tr("Survey grid"));
     Chart2D2->setAxisTitle(Chart2D::Axis::kX, QString::fromLatin1(coordinateTitle(kX)));
     Chart2D2->setAxisTitle(Chart2D::Axis::kY, QString::fromLatin1(coordinateTitle(kY)));
-    area.addChart(Chart2D2);
+    scale->setObjectName(u"scaleGrid"_s);
+    auto* const layout = new QHBoxLayout(sheet_);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(Chart2D2, 1);
+    layout->addWidget(scale);
+    area.addChart(sheet_);
     connect(Chart2D2, &Chart2D::pointerMoved, this, &SurveyGridPlot::readOut);
     connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText({}); });
+    connect(Chart2D2, &Chart2D::redrawn, scale,
+            [this] { scale->alignWith(Chart2D2->plotArea().top(), Chart2D2->plotArea().bottom()); });
+    connect(scale, &ColourScale::rangeChosen, this, guarded(sheet_, [this] { colourRows(); }));
 }
 
-void SurveyGridPlot::mnuGrid_Click() {
+void SurveyGridPlot::plot(std::optional<SiteColumn> reading) {
     // Counted first: where that fails, everything stays as it was.
     Calculate_NumPoints(theSurvey());
     const Hourglass hourglass(Chart2D2->window());
     area_.hidePlots();
+    reading_ = reading;
+    if (reading) scale->setRange(readingRange(theSurvey(), *reading));
     draw();
-    Chart2D2->show();
+    sheet_->show();
     Chart2D2->setFocus();
 }
 
 bool SurveyGridPlot::redraw() {
     if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
     Calculate_NumPoints(theSurvey());
+    if (reading_ == kEM2 && !theSurvey().TwoEMColumns) return false;
     const ChartViews before = Chart2D2->views();
+    if (reading_) scale->followRange(readingRange(theSurvey(), *reading_));
     draw();
     Chart2D2->keepViews(before);
     return true;
@@ -50,7 +67,9 @@ bool SurveyGridPlot::redraw() {
 void SurveyGridPlot::draw() {
     Chart2D2->beginBatch();
     fillRows();
+    colourRows();
     setLimits();
+    scale->setVisible(reading_.has_value());
     Chart2D2->setHeaderText(u"Sample Grid Plot"_s);
     Chart2D2->setHeaderFont(12, true);
     Chart2D2->setFooterText({});
@@ -65,6 +84,19 @@ void SurveyGridPlot::fillRows() {
         Chart2D2->replacePoints(Chart2D::kData, row, columnOf(survey, kX, sites),
                                 columnOf(survey, kY, sites));
         Chart2D2->setSymbolColour(Chart2D::kData, row, row % kColoursInTurn);
+    }
+}
+
+void SurveyGridPlot::colourRows() {
+    if (!reading_) return;
+    const Survey& survey = theSurvey();
+    scale->setTitle(QString::fromLatin1(readingTitle(*reading_)));
+    const std::vector<Shade> shades = readingShades(survey, *reading_, scale->range());
+    for (int row = 1; row <= survey.NumRows; ++row) {
+        const IndexRange sites = rowSites(survey, row);
+        Chart2D2->setShades(Chart2D::kData, row,
+                            std::span(shades).subspan(static_cast<std::size_t>(sites.first),
+                                                      static_cast<std::size_t>(sites.count())));
     }
 }
 

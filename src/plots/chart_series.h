@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "drawing/colour_map.h"
 #include "plots/chart_points.h"
 
 #include <string>
+#include <vector>
 
 namespace tessel {
 
@@ -25,6 +27,8 @@ struct SeriesStyle {
 struct ChartSeries {
     ChartPoints points;
     SeriesStyle style;
+    /// One for each point, in whose colours the symbols are drawn; none: they have the colour of the style.
+    std::vector<Shade> shades;
     std::string name;  ///< UTF-8; named series are explained beside the header
 };
 

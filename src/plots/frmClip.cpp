@@ -63,6 +63,7 @@ frmClip::frmClip(QWidget* parent) : QMainWindow(parent) {
     Form_Load();
     connectControls();
     connectMap();
+    connectColours();
 }
 
 // A menu is enabled through its action, which Designer leaves without a name.
@@ -157,6 +158,7 @@ void frmClip::showFullMap(bool TrueScale) {
     picMapZoom->setFocusPolicy(Qt::StrongFocus);
     picMapZoom->setZoomable(true);
     mapArea->keepSquare(TrueScale);
+    showScale();
     showZone(kFullMap);
     mnuZ->setEnabled(true);
     for (QWidget* frame : {frameClipC, frameLoc, frameHLR})
@@ -182,14 +184,12 @@ void frmClip::drawSites(Growing growing) {
     picMapZoom->clear();
     sinceRefresh_.start();
     for (const IndexRange& block : drawingBlocks(theSurvey())) {
-        drawSites(block, kBlue);
+        drawBlock(block);
         if (growing == Growing::kAtOnce || sinceRefresh_.elapsed() < kRefreshEvery) continue;
         picMapZoom->refresh();
         sinceRefresh_.start();
     }
-    if (comboRow->currentIndex() < 1) return;
-    for (const IndexRange& run : sitesOfRow(theSurvey(), comboRow->currentIndex()))
-        drawSites(run, kRed);
+    if (comboRow->currentIndex() > 0) highlightRow(comboRow->currentIndex());
 }
 
 void frmClip::drawSites(const IndexRange& sites, int colour) {
@@ -310,6 +310,7 @@ void frmClip::deleteSites() {
 void frmClip::followDeletion(SiteIndex removed) {
     deleted_ += removed;
     masked_ = 0;
+    followReadings();
     showCounts();
     mnuR->setEnabled(false);
     picMapZoom->setFocus();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "plots/reading_colours.h"
 #include "plots/site_masking.h"
 #include "ui_frmClip.h"
 
@@ -17,8 +18,8 @@ enum class MapState { kNotShown, kBrowsing, kFirstCorner, kSecondCorner };
 /// The map of the full survey: zones of the field are looked at, sites in rectangles drawn with the mouse or
 /// by keyboard are masked, and masked sites are restored or deleted for good. Three states: the map is not
 /// shown yet, browsing, and clipping, within which a rectangle may be open: from its first click to its
-/// second or, when the pointer is dragged, to the release of the button. Edits theSurvey(), which nothing
-/// else may change while the window is open.
+/// second or, when the pointer is dragged, to the release of the button. Sites are blue dots, or have the
+/// colours of a reading. Edits theSurvey(), which nothing else may change while the window is open.
 class frmClip : public QMainWindow, public Ui::frmClip {
     Q_OBJECT
 
@@ -57,6 +58,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void nameSubmenus();
     void connectControls();
     void connectMap();
+    void connectColours();
     void keepPlaces();
 
     void RowInfoLossMsg();
@@ -65,6 +67,14 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void showZone(const Rectangle& window);
     void drawSites(Growing growing);
     void drawSites(const IndexRange& sites, int colour);
+    void colourBy(std::optional<SiteColumn> reading);
+    void showScale();
+    void shadeSites();
+    void followReadings();
+    bool isColoured() const;
+    void drawShaded(const IndexRange& sites);
+    void drawBlock(const IndexRange& sites);
+    void highlightRow(int row);
     void redrawBeforeNextPaint();
     void showLocation(double px, double py);
     void showCounts();
@@ -86,8 +96,10 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     SiteMaskArray SiteMask;
     int ClickPhase = 1;  ///< 1 = the next click starts a rectangle, -1 = it ends the open one
     bool ClipMode = false;
-    double CornerX = 0, CornerY = 0;  ///< the moving corner, on the map
-    double AnchorX = 0, AnchorY = 0;  ///< the first corner
+    double CornerX = 0, CornerY = 0;     ///< the moving corner, on the map
+    double AnchorX = 0, AnchorY = 0;     ///< the first corner
+    std::optional<SiteColumn> reading_;  ///< that colours the sites
+    std::vector<Shade> shades_;          ///< of every site, while one does
     SiteIndex masked_ = 0;
     SiteIndex deleted_ = 0;  ///< since the window opened
     bool mapShown_ = false;

@@ -107,6 +107,10 @@ class Program : public QObject {
         on(main_.mnuX_Dis, [this] { lag_.mnuX_Dis_Click(); });
         on(main_.mnuY_Dis, [this] { lag_.mnuY_Dis_Click(); });
         on(main_.mnuGrid, [this] { grid_.mnuGrid_Click(); });
+        on(main_.mnuGridEM1, [this] { grid_.mnuGridEM1_Click(); });
+        on(main_.mnuGridEM2, [this] {
+            if (hasTwoReadings()) grid_.mnuGridEM2_Click();
+        });
         on(main_.mnuSigCorr, [this] { mnuSigCorr_Click(); });
         on(main_.mnuHist, [this] { showAfresh(histograms_, new frmHistForm(&main_)); });
         on(main_.mnuPlotHelp, [this] { openHelp(&main_, 111); });
@@ -134,10 +138,14 @@ class Program : public QObject {
     }
 
     void mnuSigCorr_Click() {
-        if (theSurvey().TwoEMColumns)
-            showAfresh(correlation_, new frmSigCorrStruct(&main_));
-        else
-            tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
+        if (hasTwoReadings()) showAfresh(correlation_, new frmSigCorrStruct(&main_));
+    }
+
+    // Or tells the user why an item that needs them does nothing.
+    bool hasTwoReadings() {
+        if (theSurvey().TwoEMColumns) return true;
+        tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
+        return false;
     }
 
     // Of each window that only shows there is one.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -156,6 +157,54 @@ TEST(PointRaster, AHardEdgedStampHasNoTranslucentPixels) {
     EXPECT_EQ(hard.opaque[1].dx, 0);
     EXPECT_EQ(hard.opaque[1].colour, 0xFF808080U);
     EXPECT_EQ(hard.opaque[2].colour, inside);
+}
+
+TEST(PointRaster, EveryPointHasTheColourOfItsShade) {
+    const std::vector<double> x = {3.5, 9.5, 14.5};
+    const std::vector<double> y = {5.5, 5.5, 5.5};
+    const std::vector<Shade> shades = {0, 100, 255};
+    for (const int pen : {1, 2, 3}) {
+        Canvas canvas(20, 12);
+        stampPoints(canvas.raster, canvas.map(), penStamp(pen, 0), shades.data(), x.data(), y.data(), nullptr,
+                    x.size(), nullptr);
+        for (std::size_t i = 0; i < x.size(); ++i) {
+            const std::uint32_t colour = 0xFF000000U | colourMap()[shades[i]];
+            EXPECT_EQ(canvas.at(static_cast<int>(x[i]), 5), colour) << pen;
+            EXPECT_EQ(canvas.count(colour), static_cast<int>(penStamp(pen, 0).opaque.size())) << pen;
+        }
+    }
+}
+
+TEST(PointRaster, AShadedPointIsLeftOutAndCutOffAsOthersAre) {
+    const std::vector<double> x = {0, 5.5, 10};
+    const std::vector<double> y = {4, 4.5, 4};
+    const std::vector<Shade> shades = {10, 20, 30};
+    const std::vector<std::uint8_t> skip = {0, 1, 0};
+    for (const int pen : {2, 5}) {
+        Canvas canvas(10, 8);
+        stampPoints(canvas.raster, canvas.map(), penStamp(pen, 0), shades.data(), x.data(), y.data(),
+                    skip.data(), x.size(), nullptr);
+        EXPECT_EQ(canvas.at(0, 4), 0xFF000000U | colourMap()[10]);
+        EXPECT_EQ(canvas.at(5, 4), kWhite);
+        EXPECT_EQ(canvas.at(9, 4), 0xFF000000U | colourMap()[30]);
+        for (int row = 0; row < 8; ++row)
+            for (int column = 10; column < 13; ++column)
+                EXPECT_EQ(canvas.at(column, row), kWhite) << "padding";
+    }
+}
+
+TEST(PointRaster, TheSoftEdgeOfAShadedPointIsBlendedInItsColour) {
+    const std::uint32_t halfBlack = 0x80000000U;
+    const std::array<std::uint32_t, 1> pixels = {halfBlack};
+    Canvas canvas(4, 4);
+    const double place = 2.5;
+    const Shade shade = 200;
+    stampPoints(canvas.raster, canvas.map(), pictureStamp(1, pixels.data()), &shade, &place, &place, nullptr,
+                1, nullptr);
+    for (const int shift : {0, 8, 16}) {
+        const auto own = static_cast<int>(colourMap()[shade] >> shift & 255);
+        EXPECT_NEAR(static_cast<int>(canvas.at(2, 2) >> shift & 255), (own + 255) / 2, 2);
+    }
 }
 
 }  // namespace tessel

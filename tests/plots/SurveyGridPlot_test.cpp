@@ -3,12 +3,17 @@
 
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
+#include "drawing/Pixels.h"
 #include "plots/plot_limits.h"
+#include "plots/reading_colours.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"
 #include "support/made_survey.h"
 
+#include <QImage>
+#include <QPainter>
+#include <QTest>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -33,12 +38,31 @@ class SurveyGrid : public testing::Test {
     SurveyGrid() {
         QObject::connect(main.mnuGrid, &QAction::triggered, &main,
                          guarded(&main, [this] { grid.mnuGrid_Click(); }));
+        QObject::connect(main.mnuGridEM1, &QAction::triggered, &main,
+                         guarded(&main, [this] { grid.mnuGridEM1_Click(); }));
+        QObject::connect(main.mnuGridEM2, &QAction::triggered, &main,
+                         guarded(&main, [this] { grid.mnuGridEM2_Click(); }));
         main.resize(1024, 768);
         main.show();
     }
     void plot(const Survey& survey) {
         openSurvey(main, survey);
         main.mnuGrid->trigger();
+    }
+    void plotReadings(const Survey& survey) {
+        openSurvey(main, survey);
+        main.mnuGridEM1->trigger();
+    }
+    // Every site has the colour of its reading on the scale.
+    void expectColours(SiteColumn column) {
+        const QImage picture = chart.grab().toImage();
+        const std::vector<Shade> shades = readingShades(theSurvey(), column, grid.scale->range());
+        for (SiteIndex i = 0; i < theSurvey().NumSites; ++i) {
+            const QPointF at = chart.dataToPixel(theSurvey().SiteData(kX, i), theSurvey().SiteData(kY, i));
+            EXPECT_EQ(picture.pixel(pixelAt(at)) & 0xFFFFFFU,
+                      colourMap()[shades[static_cast<std::size_t>(i)]])
+                << i;
+        }
     }
     void expectRange(Axis axis, double minimum, double maximum) {
         EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, minimum);
@@ -136,6 +160,92 @@ TEST_F(SurveyGrid, ReadsOutASiteTwoPixelsAwayAndNoneFourPixelsAway) {
         pointAt(chart, site + 4 * side);
         EXPECT_EQ(chart.footerText(), QString());
     }
+}
+
+namespace {
+
+Survey threeReadings() {
+    return madeSurvey({{0, 0, 10, 70, 1}, {50, 20, 30, 80, 1}, {100, 40, 50, 90, 2}});
+}
+
+}  // namespace
+
+TEST_F(SurveyGrid, ByReadingColoursEverySiteBesideAScale) {
+    plotReadings(threeReadings());
+    EXPECT_TRUE(grid.scale->isVisible());
+    EXPECT_EQ(grid.scale->range(), (Interval{10, 50}));
+    EXPECT_EQ(grid.scale->title(), u"1st EM reading (mS/m)"_s);
+    ASSERT_EQ(chart.seriesCount(Chart2D::kData), 2);
+    expectColours(kEM1);
+    main.mnuGridEM2->trigger();
+    EXPECT_EQ(grid.scale->range(), (Interval{70, 90}));
+    EXPECT_EQ(grid.scale->title(), u"2nd EM reading (mS/m)"_s);
+    expectColours(kEM2);
+}
+
+TEST_F(SurveyGrid, HasTheColoursOfRowsAgainAfterThoseOfReadings) {
+    plot(threeReadings());
+    QCoreApplication::processEvents();
+    const QImage rows = chart.grab().toImage();
+    main.mnuGridEM1->trigger();
+    EXPECT_NE(chart.grab().toImage(), rows);
+    main.mnuGrid->trigger();
+    EXPECT_FALSE(grid.scale->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(chart.grab().toImage(), rows);
+}
+
+TEST_F(SurveyGrid, ByReadingHasItsScaleAtTheHeightOfThePlot) {
+    plotReadings(threeReadings());
+    chart.grab();
+    const QImage strip = grid.scale->grab().toImage();
+    EXPECT_EQ(strip.pixel(15, qRound(chart.plotArea().top()) - 2) & 0xFFFFFFU, 0xFFFFFFU);
+    EXPECT_EQ(strip.pixel(15, qRound(chart.plotArea().top()) + 2) & 0xFFFFFFU, colourMap()[kShades - 2]);
+    EXPECT_EQ(strip.pixel(15, qRound(chart.plotArea().bottom()) - 2) & 0xFFFFFFU, colourMap()[0]);
+}
+
+TEST_F(SurveyGrid, ByReadingIsColouredAnewWhenItsScaleIsNarrowed) {
+    plotReadings(threeReadings());
+    const int height = grid.scale->height();
+    QTest::mousePress(grid.scale, Qt::LeftButton, Qt::NoModifier, {15, height / 3});
+    QTest::mouseRelease(grid.scale, Qt::LeftButton, Qt::NoModifier, {15, height * 2 / 3});
+    EXPECT_LT(grid.scale->range().length(), 30);
+    expectColours(kEM1);
+    const Interval chosen = grid.scale->range();
+    theSurvey().SiteData(kEM1, 1) = 33;
+    EXPECT_TRUE(grid.redraw());
+    EXPECT_EQ(grid.scale->range(), chosen);
+    expectColours(kEM1);
+}
+
+TEST_F(SurveyGrid, ByReadingFollowsTheSurvey) {
+    plotReadings(threeReadings());
+    theSurvey().SiteData(kEM1, 2) = 90;
+    EXPECT_TRUE(grid.redraw());
+    EXPECT_EQ(grid.scale->range(), (Interval{10, 90}));
+    expectColours(kEM1);
+    main.mnuGridEM2->trigger();
+    theSurvey().TwoEMColumns = false;
+    EXPECT_FALSE(grid.redraw()) << "the reading has gone";
+}
+
+TEST_F(SurveyGrid, ByReadingIsPrintedInItsColours) {
+    plotReadings(threeReadings());
+    QImage paper(1200, 900, QImage::Format_RGB32);
+    paper.fill(Qt::white);
+    QPainter painter(&paper);
+    chart.print(painter, paper.rect());
+    painter.end();
+    int found = 0;
+    for (const Shade shade : {Shade{0}, Shade{128}, Shade{255}}) {
+        const QRgb wanted = 0xFF000000U | colourMap()[shade];
+        bool is = false;
+        for (int y = 0; y < paper.height(); ++y)
+            for (int x = 0; x < paper.width(); ++x)
+                is = is || paper.pixel(x, y) == wanted;
+        found += is;
+    }
+    EXPECT_EQ(found, 3);
 }
 
 }  // namespace tessel

@@ -30,9 +30,9 @@ const std::vector<std::string> kSurveyItems = {"mnuSigCorr",   "mnuHist", "mnuCl
 
 // The submenus that an item stands in.
 const std::map<std::string, std::vector<std::string>> kSubmenus = {
-    {"mnuX", {"mnuRow", "mnuInvokeIDE"}}, {"mnuY", {"mnuRow", "mnuInvokeIDE"}},
-    {"mnuIDEW", {"mnuInvokeIDE"}},        {"mnuTrue_Dis", {"mnuDistance"}},
-    {"mnuX_Dis", {"mnuDistance"}},        {"mnuY_Dis", {"mnuDistance"}}};
+    {"mnuX", {"mnuRow", "mnuInvokeIDE"}}, {"mnuY", {"mnuRow", "mnuInvokeIDE"}}, {"mnuIDEW", {"mnuInvokeIDE"}},
+    {"mnuTrue_Dis", {"mnuDistance"}},     {"mnuX_Dis", {"mnuDistance"}},        {"mnuY_Dis", {"mnuDistance"}},
+    {"mnuGridEM1", {"mnuGridReading"}},   {"mnuGridEM2", {"mnuGridReading"}}};
 
 void letWindowsGo() {
     QCoreApplication::processEvents();
@@ -78,8 +78,7 @@ RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
     theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder_.path();
     theSession().TextEditor = "/bin/true ";
-    for (const std::string& item : kSurveyItems)
-        menus_[item] = false;
+    setMenus(false, kSurveyItems);
     menus_["mnuSave"] = true;
     setMessageResponder([this](const MessageBox& box) { return respond(box); });
     setFileResponder([this](const FileQuestion& question) { return respondWithFile(question.toSave); });
@@ -206,6 +205,7 @@ bool RandomSession::canChoose(const std::string& item) const {
 void RandomSession::setMenus(bool enabled, const std::vector<std::string>& items) {
     for (const std::string& item : items)
         menus_[item] = enabled;
+    menus_["mnuGridReading"] = menus_["mnuGrid"];
 }
 
 void RandomSession::plotsHidden() {

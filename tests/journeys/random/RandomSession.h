@@ -188,6 +188,8 @@ class RandomSession {
     void maskInside(Map& map, const QPoint& from, const QPoint& to);
     void highlightRow(Map& map);
     QPoint walkOverMap(Map& map);
+    void colourMap(Map& map);
+    std::pair<int, int> shadesOf(const Map& map, const PlainSite& site) const;
     void chooseZone(Map& map);
     void lookCloser(Map& map);
     void compareReadout(Map& map, const QPoint& pixel);

@@ -2,6 +2,7 @@
 #include "app/frmMain.h"
 #include "base/palette16.h"
 #include "drawing/PictureBox.h"
+#include "drawing/colour_map.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -51,6 +53,7 @@ struct RandomSession::Map {
     int highlighted = 0;  ///< a row, or none
     bool canRestore = false, canDelete = false;
     bool fiveDecimals = false;
+    double PlainSite::*reading = nullptr;  ///< that colours the sites
 
     long masked() const { return std::count(masks.begin(), masks.end(), true); }
     double surveyX(int pixel) const {
@@ -107,6 +110,7 @@ void RandomSession::editOnMap() {
     map.masks.resize(survey_.sites.size());
     compareMapControls(map, false);
     if (chance(40)) highlightRow(map);
+    if (chance(30)) colourMap(map);
     for (int round = 1 + below(3); round > 0; --round) {
         if (chance(50)) chooseZone(map);
         if (chance(20)) lookCloser(map);
@@ -129,6 +133,38 @@ void RandomSession::highlightRow(Map& map) {
         QTest::keyClick(&combo, Qt::Key_Down);
     same("the entry of comboRow", combo.currentIndex(), map.highlighted);
     comparePicture(map);
+}
+
+void RandomSession::colourMap(Map& map) {
+    const bool second = survey_.two && chance(50);
+    map.reading = second ? &PlainSite::em2 : &PlainSite::em1;
+    chooseItem(map.window, second ? u"mnuColourEM2"_s : u"mnuColourEM1"_s);
+    reached_.note("a map in colours");
+    QCoreApplication::processEvents();
+    comparePicture(map);
+    if (!chance(30)) return;
+    map.reading = nullptr;
+    chooseItem(map.window, u"mnuColourNone"_s);
+    QCoreApplication::processEvents();
+    comparePicture(map);
+}
+
+// The places in the colour map that a site's dot may have: numbers near the edge of a shade may be rounded
+// to either side.
+std::pair<int, int> RandomSession::shadesOf(const Map& map, const PlainSite& site) const {
+    std::vector<double> sorted;
+    for (const PlainSite& other : survey_.sites)
+        sorted.push_back(other.*map.reading);
+    std::sort(sorted.begin(), sorted.end());
+    const auto rank = static_cast<std::size_t>(0.02 * static_cast<double>(sorted.size() - 1) + 0.5);
+    const long double low = sorted[rank];
+    const long double high = sorted[sorted.size() - 1 - rank];
+    if (!(high - low > 1e-9L * std::abs(low))) return {0, 255};
+    const long double place = (site.*map.reading - low) / (high - low) * 256;
+    const auto near = [&](long double by) {
+        return static_cast<int>(std::clamp(std::floor(place + by), 0.0L, 255.0L));
+    };
+    return {near(-0.01L), near(0.01L)};
 }
 
 void RandomSession::chooseZone(Map& map) {
@@ -373,10 +409,17 @@ void RandomSession::comparePicture(Map& map) {
             });
         if (!alone) continue;
         const bool red = map.highlighted > 0 && survey_.sites[i].row == map.highlighted;
-        const QRgb wanted =
-            map.masks[i] ? qRgb(255, 255, 255) : QRgb(kBasicPalette[red ? kRed : kBlue]) | 0xff000000;
-        if (picture.pixel(at.toPoint()) != wanted &&
-            picture.pixel(QPoint(int(at.x()), int(at.y()))) != wanted)
+        std::vector<QRgb> wanted = {QRgb(kBasicPalette[red ? kRed : kBlue])};
+        if (map.reading != nullptr) {
+            const auto [first, last] = shadesOf(map, survey_.sites[i]);
+            const auto& colours = tessel::colourMap();
+            wanted.assign(colours.begin() + first, colours.begin() + last + 1);
+        }
+        if (map.masks[i]) wanted = {0xFFFFFF};
+        const auto isWanted = [&](const QPoint& pixel) {
+            return std::count(wanted.begin(), wanted.end(), picture.pixel(pixel) & 0xFFFFFFU) > 0;
+        };
+        if (!isWanted(at.toPoint()) && !isWanted(QPoint(int(at.x()), int(at.y()))))
             differ("the dot of site " + std::to_string(i) + " has another colour");
     }
 }

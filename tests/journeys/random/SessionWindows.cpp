@@ -56,7 +56,12 @@ std::vector<PlainRow> plainRows(const PlainSurvey& survey) {
 // ---------------------------------------------------------------------------------------------------------
 
 void RandomSession::plotGrid() {
-    if (!choose(u"mnuGrid"_s, true)) return;
+    const QString item = oneOf(std::vector<QString>{u"mnuGrid"_s, u"mnuGridEM1"_s, u"mnuGridEM2"_s});
+    if (item == u"mnuGridEM2"_s && !survey_.two && !survey_.empty() && survey_.rowsUsable()) {
+        expect(u"This option is only available when 2 signal data columns are present."_s);
+        return chooseItem(*main_, item);
+    }
+    if (!choose(item, true)) return;
     plotsHidden();
     counted_ = true;
     chart_ = u"Chart2D2"_s;
