@@ -50,6 +50,17 @@ void Joint_Row(Survey& survey, int row1, int row2) {
     Calculate_NumPoints(survey);
 }
 
+RowSplit splitRow(Survey& survey, SiteIndex site) {
+    double* const row = survey.SiteData.column(kRow);
+    if (site == 0 || row[site - 1] != row[site]) return RowSplit::kFirstOfRow;
+    if (survey.NumRows >= kMaxRows) return RowSplit::kNoMoreRows;
+    for (SiteIndex i = site; i < survey.NumSites; ++i)
+        row[i] += 1;
+    survey.NumRows = rowOfLastSite(survey);
+    Calculate_NumPoints(survey);
+    return RowSplit::kDone;
+}
+
 RemovedSites Delete_Row(Survey& survey, int row) {
     Calculate_NumPoints(survey);
     const IndexRange sites = rowSites(survey, row);

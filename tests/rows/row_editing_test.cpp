@@ -135,6 +135,38 @@ TEST(JoiningRows, MovesNoSite) {
     EXPECT_TRUE(joined == expected);
 }
 
+TEST(SplittingARow, DividesItBeforeTheSiteAndMovesLaterRowsUp) {
+    Survey survey = fourRows();
+    const auto before = sitesIn(survey);
+    EXPECT_EQ(splitRow(survey, 4), RowSplit::kDone);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 4, 5}));
+    expectInStep(survey);
+    Joint_Row(survey, 3, 4);
+    EXPECT_TRUE(sitesIn(survey) == before);
+}
+
+TEST(SplittingARow, IsRefusedBeforeARowsFirstSite) {
+    for (const SiteIndex first : {0, 2, 3, 5}) {
+        Survey survey = fourRows();
+        EXPECT_EQ(splitRow(survey, first), RowSplit::kFirstOfRow);
+        expectSameSurvey(survey, fourRows());
+    }
+}
+
+TEST(SplittingARow, IsRefusedWhereThereAreAsManyRowsAsASurveyHolds) {
+    std::vector<MadeSite> sites{{0, 0, 1, 2, 1, 1}};
+    for (int row = 1; row <= kMaxRows; ++row)
+        sites.push_back({row * 1.0, 0, 1, 2, row * 1.0, 0});
+    Survey survey = surveyWithRows(sites);
+    EXPECT_EQ(splitRow(survey, 1), RowSplit::kNoMoreRows);
+    expectSameSurvey(survey, surveyWithRows(sites));
+    sites.pop_back();
+    survey = surveyWithRows(sites);
+    EXPECT_EQ(splitRow(survey, 1), RowSplit::kDone);
+    EXPECT_EQ(survey.NumRows, kMaxRows);
+    expectInStep(survey);
+}
+
 TEST(DeletingARow, MovesLaterSitesUpWithEverythingThatIsTheirs) {
     Survey survey = fourRows();
     Delete_Row(survey, 2);
