@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "base/palette16.h"
 #include "desktop/Guarded.h"
+#include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 
 #include <algorithm>
@@ -34,6 +35,7 @@ LagDistancePlot::LagDistancePlot(PlotArea& area) : Chart2D1(new Chart2D), area_(
     Chart2D1->setSeriesName(Chart2D::kData, kDistances, tr("Distance"));
     Chart2D1->setSeriesName(Chart2D::kData, kMinimum, tr("Minimum distance"));
     area.addChart(Chart2D1);
+    offerPicture(*Chart2D1, {Chart2D1});
     connect(Chart2D1, &Chart2D::pointerMoved, this, &LagDistancePlot::readOut);
     connect(Chart2D1, &Chart2D::pointerLeft, Chart2D1, [this] { Chart2D1->setFooterText({}); });
 }

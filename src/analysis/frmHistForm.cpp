@@ -10,9 +10,11 @@
 #include "desktop/Printing.h"
 #include "desktop/Windows.h"
 #include "drawing/Pixels.h"
+#include "plots/PlotPicture.h"
 
 #include <QPainter>
 #include <QPrinter>
+#include <QShortcut>
 
 #include <new>
 
@@ -109,10 +111,14 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     for (const Picture* picture : {&picture1_, &picture2_}) {
         picture->box->setZoomable(false);
         picture->box->setFocusPolicy(Qt::NoFocus);
+        offerPicture(*picture->box, {picture->title, picture->box});
         connect(picture->box, &PictureBox::redrawNeeded, this, [picture] { drawPicture(*picture); });
     }
     connect(mnuPlot, &QAction::triggered, this, guarded(this, [this] { mnuPlot_Click(); }));
     connect(mnuPrint, &QAction::triggered, this, guarded(this, [this] { mnuPrint_Click(); }));
+    connect(mnuSavePicture, &QAction::triggered, this, guarded(this, [this] { mnuSavePicture_Click(); }));
+    connect(new QShortcut(QKeySequence::Copy, this), &QShortcut::activated, this,
+            guarded(this, [this] { copyPlot(wholePicture()); }));
     connect(mnuHisthelp, &QAction::triggered, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
     connect(mnuDone, &QAction::triggered, this, guarded(this, [this] { close(); }));
 }
@@ -200,6 +206,19 @@ void frmHistForm::drawPicture(const Picture& picture) {
         const int colour = picture.plotted->meanMark < i ? picture.dark : picture.light;
         if (top < 1) picture.box->drawLine(x, 1, x, top, colour);
     }
+}
+
+// Histograms with the titles and statistics beside them.
+PlotPicture frmHistForm::wholePicture() const {
+    QList<QWidget*> parts = {HG1, HG2};
+    for (QLabel* const label : findChildren<QLabel*>())
+        if (label != lblHint) parts << label;
+    return PlotPicture(parts);
+}
+
+void frmHistForm::mnuSavePicture_Click() {
+    if (!picture1_.plotted) mnuPlot_Click();
+    if (picture1_.plotted) savePlot(this, wholePicture());
 }
 
 void frmHistForm::mnuPrint_Click() {

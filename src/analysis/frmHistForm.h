@@ -2,6 +2,7 @@
 #pragma once
 
 #include "analysis/histogram.h"
+#include "plots/PlotPicture.h"
 #include "ui_frmHistForm.h"
 
 #include <QMainWindow>
@@ -50,6 +51,8 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     void DetermineHGD2();
     static void showPicture(Picture& picture, const std::optional<Histogram>& histogram);
     static void drawPicture(const Picture& picture);
+    PlotPicture wholePicture() const;
+    void mnuSavePicture_Click();
     void mnuPrint_Click();
     void printHistograms(QPainter& painter, const QPrinter& printer);
 

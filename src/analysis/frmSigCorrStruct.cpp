@@ -11,6 +11,7 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
 #include "desktop/Windows.h"
+#include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 
 #include <QPainter>
@@ -39,8 +40,10 @@ frmSigCorrStruct::frmSigCorrStruct(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
     resizeOnScreen(*this, {640, 680});
     Chart2D1->hide();
+    offerPicture(*Chart2D1, {Chart2D1});
     connect(mnuPlot1, &QAction::triggered, this, guarded(this, [this] { mnuPlot1_Click(); }));
     connect(mnuPrint, &QAction::triggered, this, guarded(this, [this] { mnuPrint_Click(); }));
+    connect(mnuSavePicture, &QAction::triggered, this, guarded(this, [this] { mnuSavePicture_Click(); }));
     connect(mnuSDChelp, &QAction::triggered, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
     connect(mnuExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
 }
@@ -92,6 +95,11 @@ void frmSigCorrStruct::MakeChart() {
     Chart2D1->setAxisRange(Chart2D::Axis::kY, axes.y.from, axes.y.to);
     Chart2D1->setSeriesStyle(Chart2D::kData, 1, {ChartSymbol::kDisc, ChartLine::kNone, kBlue});
     Chart2D1->setSeriesStyle(Chart2D::kData, 2, {ChartSymbol::kNone, ChartLine::kNone, kBlue});
+}
+
+void frmSigCorrStruct::mnuSavePicture_Click() {
+    if (Chart2D1->isHidden()) mnuPlot1_Click();
+    savePlot(this, PlotPicture({Chart2D1}));
 }
 
 void frmSigCorrStruct::mnuPrint_Click() {

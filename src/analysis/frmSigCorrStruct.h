@@ -24,6 +24,7 @@ class frmSigCorrStruct : public QMainWindow, public Ui::frmSigCorrStruct {
     void MakeChart();
     void showHint();
     void mnuPrint_Click();
+    void mnuSavePicture_Click();
 };
 
 }  // namespace tessel

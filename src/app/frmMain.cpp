@@ -116,6 +116,7 @@ void frmMain::describeSurvey() {
 
 void frmMain::showInvitationWhileEmpty() {
     const auto shown = [](const QWidget* widget) { return !widget->isHidden(); };
+    mnuSavePicture->setEnabled(std::any_of(charts_.cbegin(), charts_.cend(), shown));
     summaryArea->setVisible(std::none_of(charts_.cbegin(), charts_.cend(), shown));
     editorArea->setVisible(std::any_of(editors_.cbegin(), editors_.cend(), shown));
 }

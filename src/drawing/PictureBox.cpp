@@ -5,12 +5,16 @@
 #include "drawing/Pixels.h"
 
 #include <QMetaMethod>
+#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScopeGuard>
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <utility>
+#include <vector>
 
 namespace tessel {
 
@@ -21,6 +25,8 @@ namespace {
 constexpr double kNarrowest = 1e-6;
 constexpr double kWidest = 20;
 constexpr Interval kReach{-20, 20};
+/// Of a picture among strokes and on pixels, in pixels to one of 96 an inch.
+constexpr double kCoarsestPaper = 3;
 constexpr double kFinestPaper = 4;
 
 QColor colourOf(int number) {
@@ -36,7 +42,13 @@ bool isUsable(const Interval& side) {
 PictureBox::PictureBox(QWidget* parent) : Surface(parent) {}
 
 void PictureBox::setScale(const Rectangle& scale) {
-    if (!isUsable(scale.x) || !isUsable(scale.y) || scale == scale_) return;
+    if (!isUsable(scale.x) || !isUsable(scale.y)) return;
+    home_ = scale;
+    if (scale == scale_) return;
+    setShown(scale);
+}
+
+void PictureBox::setShown(const Rectangle& scale) {
     scale_ = scale;
     update();
     Q_EMIT scaleChanged();
@@ -44,6 +56,7 @@ void PictureBox::setScale(const Rectangle& scale) {
 
 void PictureBox::clear() {
     picture().fill(Qt::white);
+    strokes_.clear();
     update();
 }
 
@@ -52,6 +65,7 @@ void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t
     const PixelMap map = pixelsOf(extent);
     const Stamp stamp = penStamp(penSize(), kBasicPalette[static_cast<std::size_t>(colour & 15)]);
     stampPoints(rasterOf(picture_), map, stamp, x, y, skip, static_cast<std::size_t>(count), nullptr);
+    recordPoints(x, y, skip, count, map, [colour](qsizetype) { return colourOf(colour).rgb(); });
     update();
 }
 
@@ -60,6 +74,7 @@ void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t
     const PixelMap map = pixelsOf(extent);
     const Stamp stamp = penStamp(penSize(), 0);
     stampPoints(rasterOf(picture_), map, stamp, shades, x, y, skip, static_cast<std::size_t>(count), nullptr);
+    recordPoints(x, y, skip, count, map, [shades](qsizetype i) { return colourMap()[shades[i]]; });
     update();
 }
 
@@ -82,19 +97,47 @@ PixelMap PictureBox::pixelsOf(const Rectangle& extent) {
     return map;
 }
 
-void PictureBox::drawLine(double x1, double y1, double x2, double y2, int colour) {
+// Only as many as there may be strokes; with one more there is a picture.
+template <typename ColourOf>
+void PictureBox::recordPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
+                              const PixelMap& map, const ColourOf& colourOf) {
+    if (!printing_) return;
+    const double resolution = picture_.devicePixelRatio();
+    const Rectangle seen = Rectangle::at(0, 0, picture_.width(), picture_.height());
+    std::map<QRgb, std::vector<QPointF>> byColour;
+    for (qsizetype i = 0; i < count && strokes_.dotCount() <= kMostStrokes; ++i) {
+        const QPointF at(map.pixelX(x[i]), map.pixelY(y[i]));
+        if (seen.contains(at.x(), at.y()) && !(skip && skip[i]))
+            byColour[colourOf(i)].push_back(at / resolution);
+    }
+    for (auto& [colour, places] : byColour)
+        strokes_.addDots(std::move(places), penWidth_, QColor::fromRgb(colour));
+}
+
+void PictureBox::paint(const PaperStrokes::Stroke& stroke) {
     QPainter painter(&picture());
-    painter.setPen(QPen(colourOf(colour), penWidth_, Qt::SolidLine, Qt::FlatCap));
-    // Upright and level lines are sharp without smoothing, others need it.
-    painter.setRenderHint(QPainter::Antialiasing, x1 != x2 && y1 != y2);
-    painter.drawLine(onCanvas(x1, y1), onCanvas(x2, y2));
+    stroke(painter);
+    if (printing_) strokes_.add(stroke);
     update();
 }
 
+void PictureBox::drawLine(double x1, double y1, double x2, double y2, int colour) {
+    picture();
+    const QPen pen(colourOf(colour), penWidth_, Qt::SolidLine, Qt::FlatCap);
+    // Upright and level lines are sharp without smoothing, others need it.
+    paint([=, smooth = x1 != x2 && y1 != y2, from = onCanvas(x1, y1),
+           to = onCanvas(x2, y2)](QPainter& painter) {
+        painter.setPen(pen);
+        painter.setRenderHint(QPainter::Antialiasing, smooth);
+        painter.drawLine(from, to);
+    });
+}
+
 void PictureBox::fillRectangle(double x1, double y1, double x2, double y2, int colour) {
-    QPainter painter(&picture());
-    painter.fillRect(rectangle(x1, y1, x2, y2), colourOf(colour));
-    update();
+    picture();
+    paint([box = rectangle(x1, y1, x2, y2), fill = colourOf(colour)](QPainter& painter) {
+        painter.fillRect(box, fill);
+    });
 }
 
 void PictureBox::refresh() {
@@ -126,20 +169,29 @@ QSizeF PictureBox::pixelSize() const {
 
 void PictureBox::print(QPainter& painter, const QRectF& target) {
     const QSizeF sheet = sheetSize(painter, target);
+    const bool onPixels = painter.paintEngine()->type() == QPaintEngine::Raster;
     const double resolution = painter.device()->logicalDpiX() / kSheetDotsPerInch;
     const QImage shown = picture();
     const auto back = qScopeGuard([&] {
         picture_ = shown;
         printing_ = false;
+        strokes_.clear();
         update();
     });
     printing_ = true;
-    if (isSignalConnected(QMetaMethod::fromSignal(&PictureBox::redrawNeeded))) {
+    const bool isDrawn = isSignalConnected(QMetaMethod::fromSignal(&PictureBox::redrawNeeded));
+    if (isDrawn) {
         renew({nearestInt(sheet.width()), nearestInt(sheet.height())},
-              std::clamp(resolution, 1.0, kFinestPaper));
+              std::clamp(resolution, onPixels ? 1 : kCoarsestPaper, kFinestPaper));
         Q_EMIT redrawNeeded();
     }
-    painter.drawImage(target, picture_);
+    if (!isDrawn || strokes_.dotCount() > kMostStrokes) return painter.drawImage(target, picture_);
+    painter.save();
+    painter.translate(target.topLeft());
+    painter.scale(target.width() / canvas().width(), target.height() / canvas().height());
+    painter.fillRect(QRectF({}, canvas()), Qt::white);
+    strokes_.draw(painter);
+    painter.restore();
 }
 
 QSize PictureBox::sizeHint() const {
@@ -231,10 +283,15 @@ void PictureBox::moveView(double right, double down) {
     changeScaleByUser(scale_.x.startingAt(scale_.x.at(right)), scale_.y.startingAt(scale_.y.at(down)));
 }
 
+bool PictureBox::returnView() {
+    changeScaleByUser(home_.x, home_.y);
+    return zoomable_;
+}
+
 void PictureBox::changeScaleByUser(const Interval& x, const Interval& y) {
     const Rectangle wanted{x.startingAt(kReach.nearest(x.from)), y.startingAt(kReach.nearest(y.from))};
     if (!zoomable_ || wanted == scale_) return;
-    setScale(wanted);
+    setShown(wanted);
     Q_EMIT redrawNeeded();
 }
 

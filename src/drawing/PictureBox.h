@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "drawing/PaperStrokes.h"
 #include "drawing/Surface.h"
 #include "drawing/colour_map.h"
 
@@ -59,9 +60,12 @@ class PictureBox : public Surface {
     /// The box coordinates that one pixel is wide and high.
     QSizeF pixelSize() const;
 
-    /// Draws what the box shows into a rectangle of the painter, at the resolution of the paper: asks for a
-    /// redraw (redrawNeeded()) onto a finer picture. Overlays are not printed.
-    void print(QPainter& painter, const QRectF& target);
+    /// Asks for a redraw (redrawNeeded()) onto paper: lines, rectangles and points are strokes; but of more
+    /// than kMostStrokes points, and where nobody redraws, there is a picture in their place.
+    void print(QPainter& painter, const QRectF& target) override;
+    static constexpr std::size_t kMostStrokes = 50000;
+    /// Who is asked for a redraw now draws before the signal returns.
+    bool isPrinting() const { return printing_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -81,6 +85,10 @@ class PictureBox : public Surface {
     void follow(Pointer pointer, const QPointF& pixel) override;
     void zoomView(const QPointF& around, double xFactor, double yFactor) override;
     void moveView(double right, double down) override;
+    bool returnView() override;
+    /// Both presses of a double click are the owner's.
+    bool returnsByDoubleClick() const override { return false; }
+    bool canZoom() const override { return zoomable_; }
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -99,15 +107,22 @@ class PictureBox : public Surface {
     QPointF onCanvas(double x, double y) const;
     QRectF rectangle(double x1, double y1, double x2, double y2) const;
     void changeScaleByUser(const Interval& x, const Interval& y);
+    void setShown(const Rectangle& scale);
+    void paint(const PaperStrokes::Stroke& stroke);
+    template <typename ColourOf>
+    void recordPoints(const double* x, const double* y, const std::uint8_t* skip, qsizetype count,
+                      const PixelMap& map, const ColourOf& colourOf);
     QRect bandBox() const;
     void paintBand(QPainter& painter) const;
 
+    Rectangle home_;  ///< that was set
     Rectangle scale_;
     bool zoomable_ = true;
     double penWidth_ = 1;
     QImage picture_;
     std::optional<Band> band_;
     bool printing_ = false;
+    PaperStrokes strokes_;  ///< while printing
 };
 
 }  // namespace tessel

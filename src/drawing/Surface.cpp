@@ -3,7 +3,9 @@
 
 #include "drawing/Pixels.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -19,6 +21,8 @@ namespace {
 constexpr double kZoomStep = 0.8;
 /// Part of the view that Ctrl and an arrow key move.
 constexpr double kMoveStep = 0.1;
+/// How far the pointer moves (pixels) in a hand that does not drag.
+constexpr double kShaking = 3;
 constexpr int kCrossGap = 4;
 constexpr int kCrossArm = 11;
 
@@ -31,7 +35,6 @@ bool dragsView(const QMouseEvent& event) {
 Surface::Surface(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
-    setContextMenuPolicy(Qt::PreventContextMenu);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -97,17 +100,56 @@ void Surface::focusOutEvent(QFocusEvent*) {
 }
 
 void Surface::keyPressEvent(QKeyEvent* event) {
-    const QPointF middle(0.5, 0.5);
-    const bool moves = event->modifiers().testFlag(Qt::ControlModifier);
-    const int key = event->key();
-    if (key == Qt::Key_Plus) return zoomView(middle, kZoomStep, kZoomStep);
-    if (key == Qt::Key_Minus) return zoomView(middle, 1 / kZoomStep, 1 / kZoomStep);
-    if (key == Qt::Key_Left && moves) return moveView(-kMoveStep, 0);
-    if (key == Qt::Key_Right && moves) return moveView(kMoveStep, 0);
-    if (key == Qt::Key_Up && moves) return moveView(0, -kMoveStep);
-    if (key == Qt::Key_Down && moves) return moveView(0, kMoveStep);
-    if (key == Qt::Key_Home && returnView()) return;
+    if (event->matches(QKeySequence::Copy)) return copyWanted();
+    if (event->modifiers().testFlag(Qt::ControlModifier) && moveByKey(event->key())) return;
+    if (zoomByKey(event->key())) return;
+    if (event->key() == Qt::Key_Home && returnView()) return;
     QWidget::keyPressEvent(event);
+}
+
+// The equals sign is plus without the shift key.
+bool Surface::zoomByKey(int key) {
+    const QPointF middle(0.5, 0.5);
+    const bool closer = key == Qt::Key_Plus || key == Qt::Key_Equal;
+    if (closer) zoomView(middle, kZoomStep, kZoomStep);
+    if (key == Qt::Key_Minus) zoomView(middle, 1 / kZoomStep, 1 / kZoomStep);
+    return closer || key == Qt::Key_Minus;
+}
+
+bool Surface::moveByKey(int key) {
+    const int right = (key == Qt::Key_Right) - (key == Qt::Key_Left);
+    const int down = (key == Qt::Key_Down) - (key == Qt::Key_Up);
+    if (right != 0 || down != 0) moveView(right * kMoveStep, down * kMoveStep);
+    return right != 0 || down != 0;
+}
+
+// Of the right button the release tells whether a menu is meant or the view was dragged.
+void Surface::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard) showMenu(mapToGlobal(area().center().toPoint()));
+    event->accept();
+}
+
+void Surface::showMenu(const QPoint& place) {
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (canZoom()) addViewItems(*menu);
+    menu->addAction(tr("&Copy the picture\tCtrl+C"), this, &Surface::copyWanted);
+    menu->addAction(tr("&Save the plot as a picture"), this, &Surface::pictureWanted)
+        ->setObjectName(QStringLiteral("mnuSavePicture"));
+    menu->popup(place);
+}
+
+void Surface::addViewItems(QMenu& menu) {
+    const auto add = [&](const QString& text, auto act) { menu.addAction(text, this, act); };
+    add(tr("Zoom &in\t+"), [this] { zoomByKey(Qt::Key_Plus); });
+    add(tr("Zoom &out\t-"), [this] { zoomByKey(Qt::Key_Minus); });
+    add(tr("&Whole view\tHome"), [this] { returnView(); });
+    menu.addSeparator();
+    add(tr("Move &left\tCtrl+Left"), [this] { moveByKey(Qt::Key_Left); });
+    add(tr("Move &right\tCtrl+Right"), [this] { moveByKey(Qt::Key_Right); });
+    add(tr("Move &up\tCtrl+Up"), [this] { moveByKey(Qt::Key_Up); });
+    add(tr("Move &down\tCtrl+Down"), [this] { moveByKey(Qt::Key_Down); });
+    menu.addSeparator();
 }
 
 void Surface::leaveEvent(QEvent*) {
@@ -116,17 +158,20 @@ void Surface::leaveEvent(QEvent*) {
 
 void Surface::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) follow(Pointer::kPressed, event->position());
-    if (dragsView(*event)) dragged_ = event->position();
+    if (!dragsView(*event)) return;
+    dragged_ = pressed_ = event->position();
+    hasMoved_ = false;
 }
 
 void Surface::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
     // The first press may have toggled a point; this second one has toggled it back.
-    if (event->button() == Qt::LeftButton) returnView();
+    if (event->button() == Qt::LeftButton && returnsByDoubleClick()) returnView();
 }
 
 void Surface::mouseMoveEvent(QMouseEvent* event) {
     if (!dragged_) return follow(Pointer::kMoved, event->position());
+    hasMoved_ = hasMoved_ || (event->position() - pressed_).manhattanLength() > kShaking;
     const QPointF by = event->position() - *dragged_;
     dragged_ = event->position();
     moveView(-by.x() / area().width(), -by.y() / area().height());
@@ -134,7 +179,9 @@ void Surface::mouseMoveEvent(QMouseEvent* event) {
 
 void Surface::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) follow(Pointer::kReleased, event->position());
-    if (dragsView(*event)) dragged_.reset();
+    if (!dragsView(*event) || !dragged_) return;
+    dragged_.reset();
+    if (event->button() == Qt::RightButton && !hasMoved_) showMenu(event->globalPosition().toPoint());
 }
 
 void Surface::wheelEvent(QWheelEvent* event) {

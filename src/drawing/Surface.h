@@ -5,6 +5,8 @@
 
 #include <optional>
 
+class QMenu;
+
 namespace tessel {
 
 /// White paper in every theme, on which the user looks closer: what charts, maps and histograms have in
@@ -12,8 +14,10 @@ namespace tessel {
 ///
 /// The wheel zooms around the pointer (beside or below the area of the view, where labels are, in that
 /// direction alone), plus and minus around the middle; dragging with the middle or right button and Ctrl with
-/// the arrow keys move the view. All other keys are left to the parent. All pixels are device-independent and
-/// count from the widget's upper left corner.
+/// the arrow keys move the view, Home returns to the view that was set. A right click without dragging, or
+/// the menu key, opens a menu that offers the same, and a picture of what is shown; Ctrl+C copies that. All
+/// other keys are left to the parent. All pixels are device-independent and count from the widget's upper
+/// left corner.
 class Surface : public QWidget {
     Q_OBJECT
   public:
@@ -24,12 +28,19 @@ class Surface : public QWidget {
     void showCross(double x, double y);
     void hideCross();
 
+    /// Draws what is shown into a rectangle of the painter, at the resolution of the paper and without what
+    /// lies over it.
+    virtual void print(QPainter& painter, const QRectF& target) = 0;
+
     static constexpr double kSheetDotsPerInch = 96;
     /// The size of a part of a page in pixels of that many to the inch.
     static QSizeF sheetSize(const QPainter& painter, const QRectF& target);
 
   Q_SIGNALS:
     void pointerLeft();
+    /// A picture is to be saved in a file, or copied to the clipboard.
+    void pictureWanted();
+    void copyWanted();
 
   protected:
     enum class Pointer { kPressed, kMoved, kReleased };
@@ -47,10 +58,13 @@ class Surface : public QWidget {
     virtual void moveView(double right, double down) = 0;
     /// Returns to the view that was set; false where a view has no other.
     virtual bool returnView() { return false; }
+    virtual bool returnsByDoubleClick() const { return true; }
+    virtual bool canZoom() const { return true; }
 
     /// The cross, and the frame that tells who has the keyboard.
     void paintOverlays(QPainter& painter) const;
 
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -64,9 +78,15 @@ class Surface : public QWidget {
   private:
     std::optional<QPoint> crossPixel() const;
     void updateCross();
+    void showMenu(const QPoint& place);
+    void addViewItems(QMenu& menu);
+    bool zoomByKey(int key);
+    bool moveByKey(int key);
 
     std::optional<QPointF> cross_;
     std::optional<QPointF> dragged_;  ///< where the pointer was when the view was last moved
+    QPointF pressed_;                 ///< where the button that drags the view was pressed
+    bool hasMoved_ = false;           ///< since then, by more than a hand shakes
 };
 
 }  // namespace tessel

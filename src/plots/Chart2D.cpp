@@ -235,7 +235,7 @@ void Chart2D::shareHorizontalView(Chart2D& other) {
     other.d_->companion = this;
 }
 
-void Chart2D::print(QPainter& painter, const QRectF& target) const {
+void Chart2D::print(QPainter& painter, const QRectF& target) {
     const ChartFrame::Sheet sheet = d_->frame.sheet(painter, target);
     painter.save();
     painter.translate(target.topLeft());

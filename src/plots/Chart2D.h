@@ -148,7 +148,7 @@ class Chart2D : public Surface {
 
     /// Draws header, plot as it is shown and footer into a rectangle of the painter; letters and symbols
     /// get the size on paper that they have on a screen of 96 dots an inch, at every resolution.
-    void print(QPainter& painter, const QRectF& target) const;
+    void print(QPainter& painter, const QRectF& target) override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -35,7 +35,7 @@ class ColourScale : public Surface {
     /// The strip of colours begins and ends at these heights, in pixels of the widget.
     void alignWith(double top, double bottom);
 
-    void print(QPainter& painter, const QRectF& target);
+    void print(QPainter& painter, const QRectF& target) override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

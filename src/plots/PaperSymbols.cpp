@@ -2,10 +2,10 @@
 #include "plots/PaperSymbols.h"
 
 #include "base/whole_numbers.h"
+#include "drawing/PaperStrokes.h"
 #include "plots/ChartSymbols.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -15,10 +15,6 @@ namespace tessel {
 namespace {
 
 constexpr double kPlacesPerPixel = 4;
-/// Longer paths make some viewers slow.
-constexpr std::size_t kStrokesPerPath = 5000;
-/// A stroke needs some length, or it is left out.
-constexpr double kStroke = 0.001;
 
 std::uint32_t placeCount(double from, double to) {
     return static_cast<std::uint32_t>(intWithin((to - from) * kPlacesPerPixel)) + 2;
@@ -100,21 +96,13 @@ void PaperSymbols::strokePlaces(std::span<const QPointF> places, ChartSymbol sym
     const double width = turned ? size * std::sqrt(0.5) : size;
     painter_.setPen(
         QPen(colour, width, Qt::SolidLine, symbol == ChartSymbol::kDisc ? Qt::RoundCap : Qt::SquareCap));
-    painter_.setBrush(Qt::NoBrush);
-    QTransform turn;
-    if (turned) turn.rotate(45);
-    painter_.setTransform(turn, true);
-    const QTransform back = turn.inverted();
-    for (std::size_t begin = 0; begin < places.size(); begin += kStrokesPerPath) {
-        QPainterPath path;
-        const std::size_t end = std::min(begin + kStrokesPerPath, places.size());
-        for (std::size_t i = begin; i < end; ++i) {
-            const QPointF place = back.map(places[i]);
-            path.moveTo(place);
-            path.lineTo(place + QPointF(kStroke, 0));
-        }
-        painter_.drawPath(path);
-    }
+    if (turned) painter_.rotate(45);
+    QTransform back;
+    if (turned) back.rotate(-45);
+    std::vector<QPointF> moved(places.size());
+    std::transform(places.begin(), places.end(), moved.begin(),
+                   [&](const QPointF& p) { return back.map(p); });
+    strokeDots(painter_, moved.data(), moved.size());
     painter_.restore();
 }
 

@@ -8,6 +8,7 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/OptionButtons.h"
+#include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_detection.h"
@@ -65,6 +66,8 @@ RowPlotEditor::RowPlotEditor(PlotArea& area)
     setupUi(this);
     area.addChart(Chart2D4);
     area.addChart(Chart2D3);
+    for (Chart2D* const chart : {Chart2D3, Chart2D4})
+        offerPicture(*chart, {chart});
     area.addEditor(this);
     joinControls();
     joinChart(Chart2D3);

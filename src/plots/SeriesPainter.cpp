@@ -2,13 +2,16 @@
 #include "plots/SeriesPainter.h"
 
 #include "base/palette16.h"
+#include "base/whole_numbers.h"
 #include "drawing/Pixels.h"
 #include "plots/PaperSymbols.h"
 
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
+#include <new>
 #include <numeric>
 
 namespace tessel {
@@ -21,12 +24,23 @@ constexpr std::size_t kDense = 1500;
 
 constexpr double kPaperColumnsPerPixel = 4;
 
+/// Of a picture among lines, in pixels to a pixel of 96 an inch.
+constexpr double kPictureResolution = 3;
+
 /// Room around the area for the width of a line.
 constexpr double kOverhang = 2;
 
 std::int64_t pointCount(const std::vector<IndexRange>& stretches) {
     return std::accumulate(stretches.begin(), stretches.end(), std::int64_t{0},
                            [](std::int64_t sum, const IndexRange& s) { return sum + s.count(); });
+}
+
+std::int64_t symbolCount(const std::vector<ChartSeries>& all, const PixelMap& map) {
+    std::int64_t count = 0;
+    for (const ChartSeries& series : all)
+        if (series.style.symbol != ChartSymbol::kNone)
+            count += pointCount(stretchesShown(series.points, map));
+    return count;
 }
 
 void drawWhole(QPainter& painter, std::span<const PixelPoint> points) {
@@ -65,9 +79,39 @@ void SeriesPainter::draw(QImage& picture, const std::vector<ChartSeries>& series
 
 void SeriesPainter::print(QPainter& painter, const std::vector<ChartSeries>& series, const PixelMap& map) {
     drawLines(painter, series, map, Medium::kPaper);
+    if (symbolCount(series, map) > kMostStrokes)
+        printPicture(painter, series, map);
+    else
+        printSymbols(painter, series, map);
+}
+
+void SeriesPainter::printSymbols(QPainter& painter, const std::vector<ChartSeries>& all,
+                                 const PixelMap& map) {
     PaperSymbols paper(painter, map);
-    for (const ChartSeries& one : series)
+    for (const ChartSeries& one : all)
         paper.draw(one);
+}
+
+// At the resolution of what it is painted on where that is a picture too.
+void SeriesPainter::printPicture(QPainter& painter, const std::vector<ChartSeries>& all,
+                                 const PixelMap& map) {
+    constexpr int kSymbolReach = 8;
+    const bool onPixels = painter.paintEngine()->type() == QPaintEngine::Raster;
+    const double resolution = onPixels ? painter.deviceTransform().m11() : kPictureResolution;
+    const Rectangle area = map.area.widened(kSymbolReach);
+    const QRect place(QPoint(intBelow(area.x.from), intBelow(area.y.from)),
+                      QPoint(intAbove(area.x.to), intAbove(area.y.to)));
+    QImage picture(nearestSize(QSizeF(place.size()) * resolution), QImage::Format_ARGB32_Premultiplied);
+    if (picture.isNull()) throw std::bad_alloc();
+    picture.setDevicePixelRatio(resolution);
+    picture.fill(Qt::transparent);
+    PixelMap moved = map;
+    moved.area = {map.area.x.startingAt(map.area.x.from - place.left()),
+                  map.area.y.startingAt(map.area.y.from - place.top())};
+    moved.xShift -= place.left();
+    moved.yShift -= place.top();
+    stampSymbols(picture, all, moved);
+    painter.drawImage(QRectF(place.topLeft(), picture.deviceIndependentSize()), picture);
 }
 
 void SeriesPainter::drawLines(QPainter& painter, const std::vector<ChartSeries>& all, const PixelMap& map,

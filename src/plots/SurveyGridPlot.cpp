@@ -2,6 +2,7 @@
 #include "plots/SurveyGridPlot.h"
 
 #include "desktop/Guarded.h"
+#include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 #include "plots/plot_limits.h"
 #include "plots/reading_colours.h"
@@ -34,6 +35,8 @@ SurveyGridPlot::SurveyGridPlot(PlotArea& area)
     layout->addWidget(Chart2D2, 1);
     layout->addWidget(scale);
     area.addChart(sheet_);
+    offerPicture(*Chart2D2, {Chart2D2, scale});
+    offerPicture(*scale, {Chart2D2, scale});
     connect(Chart2D2, &Chart2D::pointerMoved, this, &SurveyGridPlot::readOut);
     connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText({}); });
     connect(Chart2D2, &Chart2D::redrawn, scale,

@@ -201,6 +201,7 @@ void frmClip::drawSites(const IndexRange& sites, int colour) {
 // Zooming, moving and resizing come in quick succession: the sites are drawn once for each picture that
 // reaches the screen, not once for each event.
 void frmClip::redrawBeforeNextPaint() {
+    if (picMapZoom->isPrinting() && mapShown_) return drawSites(Growing::kAtOnce);
     redrawPending_ = mapShown_;
     picMapZoom->update();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/palette16.h"
 #include "desktop/Guarded.h"
+#include "plots/PlotPicture.h"
 #include "plots/frmClip.h"
 
 #include <QActionGroup>
@@ -36,6 +37,8 @@ void frmClip::connectColours() {
     join(mnuColourEM2, kEM2);
     mnuColourEM2->setEnabled(theSurvey().TwoEMColumns);
     scaleReadings->hide();
+    for (Surface* const surface : {static_cast<Surface*>(picMapZoom), static_cast<Surface*>(scaleReadings)})
+        offerPicture(*surface, {picMapZoom, scaleReadings});
     connect(scaleReadings, &ColourScale::rangeChosen, this, guarded(this, [this] {
                 shadeSites();
                 redrawBeforeNextPaint();

@@ -24,6 +24,7 @@
 #include "export/frmOutput.h"
 #include "import/SurveyImport.h"
 #include "import/import_notices.h"
+#include "plots/PlotPicture.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
@@ -113,6 +114,7 @@ class Program : public QObject {
         });
         on(main_.mnuSigCorr, [this] { mnuSigCorr_Click(); });
         on(main_.mnuHist, [this] { showAfresh(histograms_, new frmHistForm(&main_)); });
+        on(main_.mnuSavePicture, [this] { savePlot(&main_, PlotPicture(surfacesIn(*main_.chartArea))); });
         on(main_.mnuPlotHelp, [this] { openHelp(&main_, 111); });
     }
 

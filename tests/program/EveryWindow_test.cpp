@@ -18,6 +18,7 @@
 #include "import/trimble_reader.h"
 #include "plots/Chart2D.h"
 #include "plots/frmClip.h"
+#include "plots/frmPicture.h"
 #include "program/Program.h"
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
@@ -67,6 +68,7 @@ const Window kWindows[] = {
     {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(&main); }, 112, "cmdHelp"},
     {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113, "cmdHelp"},
     {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102, ""},
+    {"frmPicture", [](frmMain& main) { return new frmPicture(&main, PlotPicture({})); }, 111, ""},
     {"frmSigCorrStruct", [](frmMain& main) { return new frmSigCorrStruct(&main); }, 115, "mnuSDChelp"},
     {"frmHistForm", [](frmMain& main) { return new frmHistForm(&main); }, 116, "mnuHisthelp"},
 };
@@ -377,7 +379,7 @@ TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
         }
         EXPECT_TRUE(form.endsWith(u'/' + namesIn(form).constFirst() + u".ui"_s)) << form.toStdString();
     }
-    EXPECT_EQ(count, 14);
+    EXPECT_EQ(count, 15);
 }
 
 TEST(Menus, ShowTheStandardShortcuts) {

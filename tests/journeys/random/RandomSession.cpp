@@ -66,6 +66,7 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"clear screen", 2, &S::canClear, &S::clearScreen},
         {"walk along a row", 30, &S::rowPlotsOpen, &S::walkAlongRow},
         {"look closer", 25, &S::chartShown, &S::lookCloser},
+        {"save a picture", 6, &S::chartShown, &S::saveMainPicture},
         {"print a row", 6, &S::canPrint, &S::printRow},
         {"other items", 9, &S::always, &S::otherItems},
         {"try to close", 2, &S::hasUnsaved, &S::tryToClose},

@@ -251,6 +251,8 @@ class RandomSession {
     void lookCloser(Chart2D& chart);
     void lookCloserByKeys(Chart2D& chart);
     void printRow();
+    void savePicture(QWidget& window);
+    void saveMainPicture();
     /// Chooses something that prints, with a printer or without; a print job may fail.
     void print(const Action& choose);
 

@@ -206,6 +206,7 @@ void RandomSession::histograms() {
         expectProblem();
         fails ? choosePrint() : print(choosePrint);
     }
+    if (!fails && chance(30)) savePicture(window);
     if (chance(40))
         chooseItem(window, u"mnuDone"_s);
     else if (chance(50))
@@ -247,6 +248,7 @@ void RandomSession::correlation() {
         print([&] {
             chance(50) ? chooseItem(window, u"mnuPrint"_s) : pressKey(window, Qt::Key_P, Qt::ControlModifier);
         });
+    if (chance(30)) savePicture(window);
     if (chance(40))
         chooseItem(window, u"mnuExit"_s);
     else if (chance(50))

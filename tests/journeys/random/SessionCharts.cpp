@@ -140,6 +140,38 @@ void RandomSession::print(const Action& choose) {
     if (outcome == 0 && !readFile(page).starts_with("%PDF-")) differ("the page is no PDF");
 }
 
+void RandomSession::savePicture(QWidget& window) {
+    struct Format {
+        QString option;
+        const char* beginning;
+    };
+    const Format format =
+        oneOf(std::vector<Format>{{u"optPNG"_s, "\x89PNG"}, {u"optSVG"_s, "<?xml"}, {u"optPDF"_s, "%PDF-"}});
+    const std::string file = folder_ / "picture";
+    std::filesystem::remove(file);
+    chooseItem(window, u"mnuSavePicture"_s);
+    QWidget& dialog = shownWindow(u"frmPicture"_s);
+    clickOn(dialog, format.option);
+    const int way = below(5);
+    if (way == 0) {
+        clickOn(dialog, u"cmdCancel"_s);
+    } else if (way == 1) {
+        expectFile({}, true);
+        clickOn(dialog, u"cmdSave"_s);
+        pressKey(dialog, Qt::Key_Escape);
+    } else {
+        expectFile(QString::fromStdString(file), true);
+        clickOn(dialog, u"cmdSave"_s);
+    }
+    waitUntilClosed(u"frmPicture"_s);
+    same("a picture saved", std::filesystem::exists(file), way > 1);
+    if (way > 1 && !readFile(file).starts_with(format.beginning)) differ("the picture is of another kind");
+}
+
+void RandomSession::saveMainPicture() {
+    savePicture(*main_);
+}
+
 void RandomSession::printRow() {
     const QString footer = editor_->Chart2D3->footerText();
     const bool byKey = chance(50);

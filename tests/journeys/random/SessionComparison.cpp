@@ -122,7 +122,10 @@ void RandomSession::compareMenus() {
         const std::string name = action->objectName().toStdString();
         if (!name.starts_with("mnu")) continue;
         const auto found = menus_.find(name);
-        same("enabled " + name, action->isEnabled(), found == menus_.end() || found->second);
+        if (action == main_->mnuSavePicture)
+            same("enabled " + name, action->isEnabled(), editing_ || !chart_.isEmpty());
+        else
+            same("enabled " + name, action->isEnabled(), found == menus_.end() || found->second);
     }
 }
 

@@ -35,6 +35,9 @@ void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to, 
     sendMouse(widget, QEvent::MouseButtonPress, from, button, button);
     sendMouse(widget, QEvent::MouseMove, to, Qt::NoButton, button);
     sendMouse(widget, QEvent::MouseButtonRelease, to, button, Qt::NoButton);
+    // A drag that is hardly one asks for the menu.
+    while (QWidget* const menu = QApplication::activePopupWidget())
+        menu->close();
 }
 
 void RandomSession::turnWheel(QWidget& widget, const QPoint& pixel, int notches) {
