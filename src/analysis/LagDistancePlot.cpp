@@ -6,6 +6,7 @@
 #include "desktop/Guarded.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
+#include "plots/site_texts.h"
 
 #include <algorithm>
 
@@ -129,9 +130,12 @@ void LagDistancePlot::readOut(QPoint pixel) {
     if (nearest.series != kDistances || nearest.distance > Chart2D::kPickDistance)
         return Chart2D1->setFooterText({});
     const Chart2D::Point at = Chart2D1->point(Chart2D::kData, kDistances, nearest.point);
-    Chart2D1->setFooterText(tr("Site sequence number = %1, Distance = %2")
+    const Survey& survey = theSurvey();
+    const QString site =
+        QString::fromStdString(rowAndSite(survey, nearest.point) + ", " + sitePlace(survey, nearest.point));
+    Chart2D1->setFooterText(tr("Site sequence number = %1, Distance = %2, %3")
                                 .arg(nearest.point)
-                                .arg(QString::fromStdString(pictureFormat(at.y, 2))));
+                                .arg(QString::fromStdString(pictureFormat(at.y, 2)), site));
 }
 
 }  // namespace tessel

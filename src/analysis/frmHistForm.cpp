@@ -2,6 +2,7 @@
 #include "analysis/frmHistForm.h"
 
 #include "app/HelpOpener.h"
+#include "base/bounded.h"
 #include "base/numbers.h"
 #include "base/palette16.h"
 #include "base/run_time_error.h"
@@ -112,6 +113,9 @@ frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
         picture->box->setZoomable(false);
         picture->box->setFocusPolicy(Qt::NoFocus);
         offerPicture(*picture->box, {picture->title, picture->box});
+        connect(picture->box, &PictureBox::pointerMoved, this,
+                [this, picture](double px, double) { readOut(*picture, px); });
+        connect(picture->box, &PictureBox::pointerLeft, lblBar, &QLabel::clear);
         connect(picture->box, &PictureBox::redrawNeeded, this, [picture] { drawPicture(*picture); });
     }
     connect(mnuPlot, &QAction::triggered, this, guarded(this, [this] { mnuPlot_Click(); }));
@@ -153,6 +157,7 @@ void frmHistForm::clear() {
         showPicture(*picture, {});
     }
     frameHG->hide();
+    lblBar->clear();
     lblHint->show();
 }
 
@@ -182,11 +187,13 @@ void frmHistForm::CalcStats() {
 }
 
 void frmHistForm::DetermineHGD1() {
-    em1_.frequencies = barTops(countBins(theSurvey(), kEM1, em1_.statistics));
+    em1_.counts = countBins(theSurvey(), kEM1, em1_.statistics);
+    em1_.frequencies = barTops(em1_.counts);
 }
 
 void frmHistForm::DetermineHGD2() {
-    em2_.frequencies = barTops(countBins(theSurvey(), kEM2, em2_.statistics));
+    em2_.counts = countBins(theSurvey(), kEM2, em2_.statistics);
+    em2_.frequencies = barTops(em2_.counts);
 }
 
 void frmHistForm::showPicture(Picture& picture, const std::optional<Histogram>& histogram) {
@@ -208,11 +215,23 @@ void frmHistForm::drawPicture(const Picture& picture) {
     }
 }
 
+// Bar i stands at i / 51 of the width.
+void frmHistForm::readOut(const Picture& picture, double px) {
+    const int bin = nearestInt(px * (kHistogramBins + 1));
+    if (!picture.plotted || bin < 1 || bin > kHistogramBins) return lblBar->clear();
+    const Interval readings = binInterval(bin, picture.plotted->statistics);
+    const auto text = [](double value) { return QString::fromStdString(pictureFormat(bounded(value), 2)); };
+    const std::int64_t count = picture.plotted->counts[static_cast<std::size_t>(bin - 1)];
+    lblBar->setText((count == 1 ? tr("%1 to %2 mS/m: %3 site") : tr("%1 to %2 mS/m: %3 sites"))
+                        .arg(text(readings.from), text(readings.to))
+                        .arg(count));
+}
+
 // Histograms with the titles and statistics beside them.
 PlotPicture frmHistForm::wholePicture() const {
     QList<QWidget*> parts = {HG1, HG2};
     for (QLabel* const label : findChildren<QLabel*>())
-        if (label != lblHint) parts << label;
+        if (label != lblHint && label != lblBar) parts << label;
     return PlotPicture(parts);
 }
 

@@ -31,6 +31,7 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     /// A histogram: the frequencies are drawing heights; bars up to the mark are light, the others dark.
     struct Histogram {
         HistogramStatistics statistics{};
+        BinCounts counts{};
         BarTops frequencies{};
         int meanMark = 0;
     };
@@ -53,6 +54,7 @@ class frmHistForm : public QMainWindow, public Ui::frmHistForm {
     static void drawPicture(const Picture& picture);
     PlotPicture wholePicture() const;
     void mnuSavePicture_Click();
+    void readOut(const Picture& picture, double px);
     void mnuPrint_Click();
     void printHistograms(QPainter& painter, const QPrinter& printer);
 

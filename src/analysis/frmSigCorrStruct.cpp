@@ -13,6 +13,7 @@
 #include "desktop/Windows.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
+#include "plots/site_texts.h"
 
 #include <QPainter>
 #include <QScopeGuard>
@@ -41,6 +42,8 @@ frmSigCorrStruct::frmSigCorrStruct(QWidget* parent) : QMainWindow(parent) {
     resizeOnScreen(*this, {640, 680});
     Chart2D1->hide();
     offerPicture(*Chart2D1, {Chart2D1});
+    connect(Chart2D1, &Chart2D::pointerMoved, this, &frmSigCorrStruct::readOut);
+    connect(Chart2D1, &Chart2D::pointerLeft, Chart2D1, [this] { Chart2D1->setFooterText({}); });
     connect(mnuPlot1, &QAction::triggered, this, guarded(this, [this] { mnuPlot1_Click(); }));
     connect(mnuPrint, &QAction::triggered, this, guarded(this, [this] { mnuPrint_Click(); }));
     connect(mnuSavePicture, &QAction::triggered, this, guarded(this, [this] { mnuSavePicture_Click(); }));
@@ -87,6 +90,8 @@ void frmSigCorrStruct::showHint() {
 void frmSigCorrStruct::MakeChart() {
     const Survey& survey = theSurvey();
     const Rectangle axes = correlationAxes(survey);
+    finder_.clear();
+    Chart2D1->setFooterText({});
     Chart2D1->setSeriesCount(Chart2D::kData, 2);
     Chart2D1->setPointCount(Chart2D::kData, 1, survey.NumSites);
     Chart2D1->setPointCount(Chart2D::kData, 2, survey.NumSites);
@@ -95,6 +100,17 @@ void frmSigCorrStruct::MakeChart() {
     Chart2D1->setAxisRange(Chart2D::Axis::kY, axes.y.from, axes.y.to);
     Chart2D1->setSeriesStyle(Chart2D::kData, 1, {ChartSymbol::kDisc, ChartLine::kNone, kBlue});
     Chart2D1->setSeriesStyle(Chart2D::kData, 2, {ChartSymbol::kNone, ChartLine::kNone, kBlue});
+}
+
+void frmSigCorrStruct::readOut(QPoint pixel) {
+    const Survey& survey = theSurvey();
+    if (finder_.isEmpty()) finder_.index(readings(survey, kEM1), readings(survey, kEM2));
+    const SiteIndex site =
+        finder_.nearest(Chart2D1->pixels(), pixel.x() + 0.5, pixel.y() + 0.5, Chart2D::kPickDistance).site;
+    if (site < 0) return Chart2D1->setFooterText({});
+    Chart2D1->setFooterText(QString::fromStdString("Site sequence number = " + std::to_string(site) + ", " +
+                                                   rowAndSite(survey, site) + ", " +
+                                                   siteReadings(survey, site)));
 }
 
 void frmSigCorrStruct::mnuSavePicture_Click() {

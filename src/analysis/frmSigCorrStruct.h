@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "plots/site_finder.h"
 #include "ui_frmSigCorrStruct.h"
 
 #include <QMainWindow>
@@ -22,9 +23,12 @@ class frmSigCorrStruct : public QMainWindow, public Ui::frmSigCorrStruct {
   private:
     void mnuPlot1_Click();
     void MakeChart();
+    void readOut(QPoint pixel);
     void showHint();
     void mnuPrint_Click();
     void mnuSavePicture_Click();
+
+    SiteFinder finder_;  ///< of what is plotted, once it has been asked for
 };
 
 }  // namespace tessel

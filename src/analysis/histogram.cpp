@@ -69,6 +69,15 @@ BinCounts countBins(const Survey& survey, int column, const HistogramStatistics&
     return counts;
 }
 
+Interval binInterval(int bin, const HistogramStatistics& statistics) {
+    const auto edge = [&](double number) {
+        const double part = std::clamp(number / kHistogramBins, 0.0, 1.0);
+        const double half = statistics[kHistMaximum] / 2 - statistics[kHistMinimum] / 2;
+        return (statistics[kHistMinimum] / 2 + part * half) * 2;
+    };
+    return {edge(bin - 1.5), bin == kHistogramBins ? statistics[kHistMaximum] : edge(bin - 0.5)};
+}
+
 BarTops barTops(const BinCounts& counts) {
     const auto largest = static_cast<double>(*std::max_element(counts.begin(), counts.end()));
     BarTops tops;

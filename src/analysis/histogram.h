@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/geometry.h"
 
 #include <array>
 #include <cstdint>
@@ -19,6 +20,10 @@ enum HistogramStatistic : std::size_t { kHistMean = 0, kHistSD = 1, kHistMinimum
 
 /// Sites in each bin; bin j (1-based) stands at index j - 1.
 using BinCounts = std::array<std::int64_t, kHistogramBins>;
+
+/// The readings that go to a bin (1-based): half as wide at the first one, and one and a half times as wide
+/// at the last one, as the others.
+Interval binInterval(int bin, const HistogramStatistics& statistics);
 
 /// The y coordinate of each bar's top, from 0 (top edge) to 1 (bottom edge, no bar).
 using BarTops = std::array<double, kHistogramBins>;

@@ -33,6 +33,18 @@ QColor colourOf(int number) {
     return QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number & 15)]);
 }
 
+PixelMap mapOnto(const QSizeF& size, const Rectangle& extent, const Rectangle& scale) {
+    const double xUnit = size.width() / scale.width();
+    const double yUnit = size.height() / scale.height();
+    PixelMap map;
+    map.area = Rectangle::at(0, 0, size.width(), size.height());
+    map.xScale = xUnit / 2 / extent.x.halfLength();
+    map.xShift = -scale.x.from * xUnit - extent.x.from * map.xScale;
+    map.yScale = -yUnit / 2 / extent.y.halfLength();
+    map.yShift = (1 - scale.y.from) * yUnit - extent.y.from * map.yScale;
+    return map;
+}
+
 bool isUsable(const Interval& side) {
     return side.length() > 0 && std::isfinite(side.from) && std::isfinite(side.length());
 }
@@ -86,13 +98,7 @@ int PictureBox::penSize() const {
 PixelMap PictureBox::pixelsOf(const Rectangle& extent) {
     const QImage& image = picture();
     const int size = penSize();
-    const double xUnit = image.width() / scale_.width();
-    const double yUnit = image.height() / scale_.height();
-    PixelMap map;
-    map.xScale = xUnit / 2 / extent.x.halfLength();
-    map.xShift = -scale_.x.from * xUnit - extent.x.from * map.xScale;
-    map.yScale = -yUnit / 2 / extent.y.halfLength();
-    map.yShift = (1 - scale_.y.from) * yUnit - extent.y.from * map.yScale;
+    PixelMap map = mapOnto(image.size(), extent, scale_);
     map.area = {{-1.0 * size, 1.0 * image.width() + size}, {-1.0 * size, 1.0 * image.height() + size}};
     return map;
 }
@@ -161,6 +167,10 @@ QPointF PictureBox::toScale(const QPointF& pixel) const {
 
 QPointF PictureBox::toPixel(double x, double y) const {
     return {scale_.x.partOf(x) * width(), scale_.y.partOf(y) * height()};
+}
+
+PixelMap PictureBox::pixelsShown(const Rectangle& extent) const {
+    return mapOnto(area().size(), extent, scale_);
 }
 
 QSizeF PictureBox::pixelSize() const {

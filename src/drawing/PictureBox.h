@@ -57,6 +57,8 @@ class PictureBox : public Surface {
     /// Box coordinates of a place in widget pixels, and back.
     QPointF toScale(const QPointF& pixel) const;
     QPointF toPixel(double x, double y) const;
+    /// The way from the data units of drawPoints() to widget pixels.
+    PixelMap pixelsShown(const Rectangle& extent) const;
     /// The box coordinates that one pixel is wide and high.
     QSizeF pixelSize() const;
 

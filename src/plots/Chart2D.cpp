@@ -172,6 +172,10 @@ Chart2D::PixelData Chart2D::pixelToData(QPoint pixel) const {
     return {map.area.contains(x, y), map.dataX(x), map.dataY(y)};
 }
 
+PixelMap Chart2D::pixels() const {
+    return d_->map(kData);
+}
+
 QPointF Chart2D::dataToPixel(double x, double y) const {
     const PixelMap map = d_->map(kData);
     return {map.pixelX(x), map.pixelY(y)};

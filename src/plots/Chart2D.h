@@ -116,6 +116,8 @@ class Chart2D : public Surface {
 
     /// Where the data are drawn, in pixels of the widget.
     QRectF plotArea() const { return area(); }
+    /// The way from data (of the data group) to pixels of the widget.
+    PixelMap pixels() const;
     /// The data coordinates at the middle of a pixel, and whether it belongs to the plot area.
     PixelData pixelToData(QPoint pixel) const;
     /// Where data (of the data group) lie; the inverse of pixelToData() but for the pixel's half.

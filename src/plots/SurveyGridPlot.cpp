@@ -7,6 +7,7 @@
 #include "plots/plot_limits.h"
 #include "plots/reading_colours.h"
 #include "plots/row_plot_texts.h"
+#include "plots/site_texts.h"
 #include "rows/row_detection.h"
 #include "rows/row_sites.h"
 
@@ -114,8 +115,13 @@ void SurveyGridPlot::readOut(QPoint pixel) {
     const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel, Chart2D::kPickDistance);
     if (nearest.point < 1 || nearest.distance > Chart2D::kPickDistance) return Chart2D2->setFooterText({});
     const Chart2D::Point at = Chart2D2->point(Chart2D::kData, nearest.series, nearest.point);
-    Chart2D2->setFooterText(
-        tr("Row #%1, %2").arg(nearest.series).arg(QString::fromStdString(mapReadout(at.x, at.y, true))));
+    const Survey& survey = theSurvey();
+    const SiteIndex site = rowSites(survey, nearest.series).first + nearest.point - 1;
+    Chart2D2->setFooterText(tr("Row #%1, %2%3, %4")
+                                .arg(nearest.series)
+                                .arg(QString::fromStdString(mapReadout(at.x, at.y, true)),
+                                     QString::fromStdString(siteNumber(survey, site)),
+                                     QString::fromStdString(siteReadings(survey, site))));
 }
 
 }  // namespace tessel

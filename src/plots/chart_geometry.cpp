@@ -176,26 +176,29 @@ class LineBuilder {
 }  // namespace
 
 NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
-                          double within) {
+                          double within, const std::function<bool(std::size_t)>& isMeant) {
     const Distances from(map, px, py);
     // Just above, so that what lies exactly `within` pixels away is found.
     double best = std::nextafter(within * within, kNowhere);
     NearestPoint found;
+    std::int64_t lookedAt = 0;
     for (std::size_t s = 0; s < series.size(); ++s) {
         const ChartPoints& points = series[s].points;
         const double* const x = points.x().data();
         const double* const y = points.y().data();
         points.visit([&](const ChartPoints::Box& box) { return from.squared(box) < best; },
                      [&](std::size_t first, std::size_t last) {
+                         lookedAt += static_cast<std::int64_t>(last - first);
                          for (std::size_t i = first; i < last; ++i) {
                              const double distance = from.squared(x[i], y[i]);
-                             if (!(distance < best)) continue;
+                             if (!(distance < best) || (isMeant && !isMeant(i))) continue;
                              best = distance;
-                             found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0};
+                             found = {static_cast<int>(s) + 1, static_cast<std::int64_t>(i), 0, 0};
                          }
                      });
     }
     if (found.series > 0) found.distance = std::sqrt(best);
+    found.lookedAt = lookedAt;
     return found;
 }
 

@@ -4,7 +4,9 @@
 #include "base/geometry.h"
 #include "plots/chart_series.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <span>
 #include <vector>
@@ -17,13 +19,16 @@ struct NearestPoint {
     int series = -1;
     std::int64_t point = -1;
     double distance = -1;
+    std::int64_t lookedAt = 0;  ///< points that were measured for it
 };
 
 /// The point nearest to a pixel position among those that lie in the plot area and not farther away than
 /// `within` pixels; of equally near ones the first. Looks at few points, however many there are, and
-/// allocates nothing but when it is the first to ask where the points lie.
+/// allocates nothing but when it is the first to ask where the points lie. Points that `isMeant` refuses are
+/// passed over.
 NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& map, double px, double py,
-                          double within = std::numeric_limits<double>::infinity());
+                          double within = std::numeric_limits<double>::infinity(),
+                          const std::function<bool(std::size_t point)>& isMeant = {});
 
 /// The stretches of a series' points outside of which none lies in the plot area, in their order; between two
 /// of them there is at least one point.

@@ -54,6 +54,7 @@ frmClip::frmClip(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
     nameSubmenus();
     keepPlaces();
+    reserveSiteLines();
     resize(firstSize(screen()));
     mapArea->setMap(picMapZoom);
     picMapZoom->installEventFilter(this);
@@ -234,6 +235,7 @@ void frmClip::showLocation(double px, double py) {
     };
     txtXloc->setText(text(extent_.surveyX(px)));
     txtYloc->setText(text(extent_.surveyY(py)));
+    showSite(px, py);
 }
 
 void frmClip::picMapZoom_MouseDown(double px, double py) {
@@ -312,6 +314,7 @@ void frmClip::followDeletion(SiteIndex removed) {
     deleted_ += removed;
     masked_ = 0;
     followReadings();
+    finder_.clear();
     showCounts();
     mnuR->setEnabled(false);
     picMapZoom->setFocus();

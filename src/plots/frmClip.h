@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plots/reading_colours.h"
+#include "plots/site_finder.h"
 #include "plots/site_masking.h"
 #include "ui_frmClip.h"
 
@@ -77,6 +78,8 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void highlightRow(int row);
     void redrawBeforeNextPaint();
     void showLocation(double px, double py);
+    void reserveSiteLines();
+    void showSite(double px, double py);
     void showCounts();
     void fillComboRow();
     void deleteSites();
@@ -100,6 +103,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     double AnchorX = 0, AnchorY = 0;     ///< the first corner
     std::optional<SiteColumn> reading_;  ///< that colours the sites
     std::vector<Shade> shades_;          ///< of every site, while one does
+    SiteFinder finder_;                  ///< of all sites, once it has been asked for
     SiteIndex masked_ = 0;
     SiteIndex deleted_ = 0;  ///< since the window opened
     bool mapShown_ = false;

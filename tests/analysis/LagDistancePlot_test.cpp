@@ -128,7 +128,8 @@ TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
     openSurvey(main, twoRows());
     main.mnuTrue_Dis->trigger();
     pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));
-    EXPECT_EQ(chart.footerText(), u"Site sequence number = 2, Distance = 10.00"_s);
+    EXPECT_EQ(chart.footerText(),
+              u"Site sequence number = 2, Distance = 10.00, Row #1, Site # 1003, X = 20.00, Y = 0.00"_s);
     pointAt(chart, pixelOf(chart, Chart2D::kData, 2, 1));
     EXPECT_EQ(chart.footerText(), QString());
     pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));

@@ -487,4 +487,25 @@ TEST_F(HistogramWindow, PrintingMayBeCancelled) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
+TEST_F(HistogramWindow, ReadsOutTheBarUnderThePointer) {
+    open();
+    QTest::mouseMove(window().HG1, QPoint(20, 20));
+    EXPECT_EQ(window().lblBar->text(), QString()) << "nothing is plotted";
+    plot();
+    const auto pointAt = [&](QWidget* box, int bar) {
+        QTest::mouseMove(box, QPoint(qRound(bar / 51.0 * box->width()), box->height() / 2));
+        return window().lblBar->text().toStdString();
+    };
+    EXPECT_EQ(pointAt(window().HG1, 1), "0.00 to 1.00 mS/m: 4 sites");
+    EXPECT_EQ(pointAt(window().HG1, 11), "19.00 to 21.00 mS/m: 2 sites");
+    EXPECT_EQ(pointAt(window().HG1, 50), "97.00 to 100.00 mS/m: 1 site");
+    EXPECT_EQ(pointAt(window().HG2, 46), "89.00 to 91.00 mS/m: 6 sites");
+    QTest::mouseMove(window().HG1, QPoint(1, 20));
+    EXPECT_EQ(window().lblBar->text(), QString()) << "beside the bars";
+    pointAt(window().HG1, 11);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(window().HG1, &leave);
+    EXPECT_EQ(window().lblBar->text(), QString());
+}
+
 }  // namespace tessel

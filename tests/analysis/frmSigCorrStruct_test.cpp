@@ -251,4 +251,24 @@ TEST_F(CorrelationWindow, PrintingMayBeCancelled) {
     EXPECT_FALSE(pdf.exists());
 }
 
+TEST_F(CorrelationWindow, ReadsOutTheSiteUnderThePointer) {
+    theSurvey().SiteIDPresent = true;
+    theSurvey().SiteID = {7, 8, 9};
+    open();
+    plot();
+    const QPoint site = chart().dataToPixel(12, 33).toPoint();
+    QTest::mouseMove(&chart(), site + QPoint(2, 0));
+    EXPECT_EQ(chart().footerText(),
+              u"Site sequence number = 2, Row #1, Site # 9, EM1 = 12.00, EM2 = 33.00"_s);
+    QTest::mouseMove(&chart(), site + QPoint(20, 0));
+    EXPECT_EQ(chart().footerText(), QString());
+    theSurvey().SiteData(kEM1, 2) = 25;  // a new plot has not been read yet
+    QTest::mouseMove(&chart(), site);
+    window().redraw();
+    EXPECT_EQ(chart().footerText(), QString());
+    QTest::mouseMove(&chart(), chart().dataToPixel(25, 33).toPoint());
+    EXPECT_EQ(chart().footerText(),
+              u"Site sequence number = 2, Row #1, Site # 9, EM1 = 25.00, EM2 = 33.00"_s);
+}
+
 }  // namespace tessel

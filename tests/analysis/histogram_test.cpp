@@ -163,4 +163,22 @@ TEST(Histogram, ARangeTooLargeForADoubleIsDividedAsAnyOther) {
     EXPECT_EQ(meanMark({1e308, 1, 0, 1.5e308}), 33);
 }
 
+TEST(BinInterval, HoldsTheReadingsThatAreCountedInIt) {
+    const Survey survey = surveyOfReadings(
+        5000, [](SiteIndex i) { return 10 + 0.02 * static_cast<double>(i); }, [](SiteIndex) { return 0.0; });
+    const HistogramStatistics statistics = histogramStatistics(survey, kEM1);
+    const BinCounts counts = countBins(survey, kEM1, statistics);
+    for (int bin = 1; bin <= kHistogramBins; ++bin) {
+        const Interval readings = binInterval(bin, statistics);
+        std::int64_t within = 0;
+        for (SiteIndex i = 0; i < survey.NumSites; ++i)
+            within += readings.contains(survey.SiteData(kEM1, i));
+        EXPECT_NEAR(static_cast<double>(within),
+                    static_cast<double>(counts[static_cast<std::size_t>(bin - 1)]), 1)
+            << bin;
+    }
+    EXPECT_EQ(binInterval(1, statistics).from, statistics[kHistMinimum]);
+    EXPECT_EQ(binInterval(kHistogramBins, statistics).to, statistics[kHistMaximum]);
+}
+
 }  // namespace tessel

@@ -156,7 +156,8 @@ TEST_F(SurveyGrid, ReadsOutASiteTwoPixelsAwayAndNoneFourPixelsAway) {
     const QPoint site = pixelOf(chart, Chart2D::kData, 2, 2);
     for (const QPoint side : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
         pointAt(chart, site + 2 * side);
-        EXPECT_EQ(chart.footerText(), u"Row #2, UTM X = 100.00, UTM Y = 20.00"_s);
+        EXPECT_EQ(chart.footerText(),
+                  u"Row #2, UTM X = 100.00, UTM Y = 20.00, Site # 1005, EM1 = 1.00, EM2 = 2.00"_s);
         pointAt(chart, site + 4 * side);
         EXPECT_EQ(chart.footerText(), QString());
     }
