@@ -35,7 +35,7 @@ std::string rowAndSite(const Survey& survey, SiteIndex site) {
 }
 
 std::string siteReadings(const Survey& survey, SiteIndex site, std::string_view between) {
-    const std::string first = "EM1 = " + twoDecimals(survey.SiteData(kEM1, site));
+    std::string first = "EM1 = " + twoDecimals(survey.SiteData(kEM1, site));
     if (!survey.TwoEMColumns) return first;
     return first + std::string(between) + "EM2 = " + twoDecimals(survey.SiteData(kEM2, site));
 }
