@@ -69,7 +69,8 @@ TEST(YamlWriter, WritesBytesThatAreNoTextInWords) {
     EXPECT_EQ(YamlWriter::quoted("C:\\x"), R"("C:\\x5Cx")");
     // Cut off, longer than it need be, half of a pair, beyond the last character, a following byte alone.
     EXPECT_EQ(YamlWriter::quoted("\xE2\x82"), R"("\\xE2\\x82")");
-    EXPECT_EQ(YamlWriter::quoted("\xC0\xAF\xE0\x80\xAF"), R"("\\xC0\\xAF\\xE0\\x80\\xAF")");
+    EXPECT_EQ(YamlWriter::quoted("\xC0\xAF\xE0\x9F\xBF"), R"("\\xC0\\xAF\\xE0\\x9F\\xBF")");
+    EXPECT_EQ(YamlWriter::quoted("\xF0\x8F\xBF\xBF"), R"("\\xF0\\x8F\\xBF\\xBF")");
     EXPECT_EQ(YamlWriter::quoted("\xED\xA0\x80"), R"("\\xED\\xA0\\x80")");
     EXPECT_EQ(YamlWriter::quoted("\xF4\x90\x80\x80"), R"("\\xF4\\x90\\x80\\x80")");
     EXPECT_EQ(YamlWriter::quoted("\xF5\xBF\xC3("), R"("\\xF5\\xBF\\xC3(")");
