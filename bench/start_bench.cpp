@@ -7,6 +7,7 @@
 #include "desktop/Guarded.h"
 #include "export/transect_file.h"
 #include "program/Program.h"
+#include "support/survey_under_test.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -33,7 +34,7 @@ double cpuSeconds() {
 double bytesPerSite(SiteIndex sites) {
     const long before = used().ru_maxrss;
     const TrimbleOptions options = trimbleFileOptions(sites);
-    theSurvey() = importTrimbleFile(options).survey;
+    surveyUnderTest() = importTrimbleFile(options).survey;
     writeTransectFile(theSurvey(), benchFolder() + "/transect.txt", TransectFormat{});
     return static_cast<double>(used().ru_maxrss - before) * 1024 / static_cast<double>(theSurvey().NumSites);
 }

@@ -9,6 +9,7 @@
 #include "drawing/PictureBox.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
+#include "support/survey_under_test.h"
 
 #include <QMouseEvent>
 #include <benchmark/benchmark.h>
@@ -22,7 +23,7 @@ constexpr int kDot = 2;
 
 // The survey of the process is made anew only when the size changes.
 Survey& openField(SiteIndex sites) {
-    Survey& survey = theSurvey();
+    Survey& survey = surveyUnderTest();
     if (survey.NumSites != sites) survey = madeField(sites);
     return survey;
 }

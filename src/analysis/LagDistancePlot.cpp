@@ -4,9 +4,11 @@
 #include "base/numbers.h"
 #include "base/palette16.h"
 #include "desktop/Guarded.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 #include "plots/site_texts.h"
+#include "rows/row_detection.h"
 
 #include <algorithm>
 
@@ -19,10 +21,12 @@ namespace {
 constexpr int kDistances = 1;  // series
 constexpr int kMinimum = 2;
 
-// As row detection counts its measures.
-int modeOf(LagMeasure measure) {
-    if (measure == LagMeasure::kTrueDistance) return 1;
-    return measure == LagMeasure::kAlongX ? 2 : 3;
+// Calculated anew; the measure chosen for row detection stays.
+LagDistances measured(LagMeasure measure) {
+    theJournal().remeasure([=](const Survey& survey, SurveyCounts& counts, DistanceArrays& distances) {
+        measureDistances(survey, distanceModeOf(measure), counts, distances);
+    });
+    return lagDistances(theSurvey(), measure);
 }
 
 }  // namespace
@@ -55,7 +59,7 @@ void LagDistancePlot::mnuY_Dis_Click() {
 
 void LagDistancePlot::plot(LagMeasure measure) {
     const Hourglass hourglass(Chart2D1->window());
-    const LagDistances lag = lagDistances(theSurvey(), measure);
+    const LagDistances lag = measured(measure);
     area_.hidePlots();
     measure_ = measure;
     draw(lag);
@@ -66,7 +70,7 @@ void LagDistancePlot::plot(LagMeasure measure) {
 
 bool LagDistancePlot::redraw() {
     if (theSurvey().NumSites == 0) return false;
-    const LagDistances lag = lagDistances(theSurvey(), measure_);
+    const LagDistances lag = measured(measure_);
     const ChartViews before = Chart2D1->views();
     draw(lag);
     Chart2D1->keepViews(before);
@@ -93,7 +97,7 @@ void LagDistancePlot::showTyped(int distanceMode, std::optional<double> distance
 }
 
 void LagDistancePlot::showTyped() {
-    if (typed_ && typedMode_ == modeOf(measure_))
+    if (typed_ && typedMode_ == distanceModeOf(measure_))
         Chart2D1->showLevel(*typed_);
     else
         Chart2D1->hideLevel();

@@ -3,95 +3,131 @@
 
 #include "base/numbers.h"
 #include "base/run_time_error.h"
-#include "base/session.h"
 
+#include <algorithm>
 #include <cmath>
+#include <ranges>
+#include <span>
+#include <utility>
 
 namespace tessel {
 
 namespace {
 
-// Looks at every result before any is stored, so that a refused adjustment leaves no half-changed column.
+// The column as it will be: as long as the storage, and behind the last site as it is.
 template <typename Change>
-void changeColumn(Survey& survey, SiteColumn column, Change change) {
-    double* const readings = survey.SiteData.column(column);
+std::vector<double> changed(const Survey& survey, SiteColumn column, Change change) {
+    const double* const readings = survey.SiteData.column(column);
+    const auto sites = static_cast<std::size_t>(survey.NumSites);
+    const auto results = std::span(readings, sites) | std::views::transform(change);
+    std::vector<double> values;
+    values.reserve(static_cast<std::size_t>(survey.SiteData.capacity()));
+    values.assign(results.begin(), results.end());
     bool finite = true;
-    for (SiteIndex i = 0; i < survey.NumSites; ++i)
-        finite &= std::isfinite(change(readings[i]));
+    for (const double value : values)
+        finite &= std::isfinite(value);
     if (!finite) throw RunTimeError::overflow();
-    for (SiteIndex i = 0; i < survey.NumSites; ++i)
-        readings[i] = change(readings[i]);
+    values.insert(values.end(), readings + sites, readings + survey.SiteData.capacity());
+    return values;
 }
 
-AppliedAdjustment& appliedTo(AdjustmentOutcome& outcome, SiteColumn column) {
-    return column == kEM1 ? outcome.applied.em1 : outcome.applied.em2;
+AppliedAdjustment& appliedTo(Adjustment& adjustment, SiteColumn column) {
+    return column == kEM1 ? adjustment.applied.em1 : adjustment.applied.em2;
 }
 
-void shiftAsTyped(Survey& survey, SiteColumn column, const std::string& text, double& total,
-                  AdjustmentOutcome& outcome) {
+void shiftAsTyped(const Survey& survey, SiteColumn column, const std::string& text, Adjustment& adjustment) {
     const auto shift = numericValue(text);
     if (!shift) {
-        outcome.refusal = "Error! Non-numeric shift factor detected.";
+        adjustment.refusal = "Error! Non-numeric shift factor detected.";
         return;
     }
-    addConstant(survey, column, *shift, total);
-    outcome.readingsChanged = true;
-    appliedTo(outcome, column).shift = *shift;
+    const double total = column == kEM1 ? survey.EMAdjustTotalA : survey.EMAdjustTotalB;
+    if (!std::isfinite(total + *shift)) throw RunTimeError::overflow();
+    adjustment.columns.push_back(
+        {column, changed(survey, column, [by = *shift](double reading) { return reading + by; })});
+    appliedTo(adjustment, column).shift = *shift;
+    (column == kEM1 ? adjustment.shift1 : adjustment.shift2) = *shift;
 }
 
 struct ScaleRefusals {
     std::string_view notNumeric, tooSmall;
 };
 
-void scaleAsTyped(Survey& survey, SiteColumn column, const std::string& text, const ScaleRefusals& refusals,
-                  AdjustmentOutcome& outcome) {
+void scaleAsTyped(const Survey& survey, SiteColumn column, const std::string& text,
+                  const ScaleRefusals& refusals, Adjustment& adjustment) {
     const auto factor = numericValue(text);
     if (!factor) {
-        outcome.refusal = refusals.notNumeric;
+        adjustment.refusal = refusals.notNumeric;
         return;
     }
     if (*factor < kSmallestScale) {
-        outcome.refusal = refusals.tooSmall;
+        adjustment.refusal = refusals.tooSmall;
         return;
     }
-    scaleColumn(survey, column, *factor);
-    outcome.readingsChanged = true;
-    appliedTo(outcome, column).factor = *factor;
+    adjustment.columns.push_back(
+        {column, changed(survey, column, [by = *factor](double reading) { return reading * by; })});
+    appliedTo(adjustment, column).factor = *factor;
 }
 
-void scaleAllAsTyped(Survey& survey, const AdjustmentRequest& request, AdjustmentOutcome& outcome) {
+void scaleAllAsTyped(const Survey& survey, const AdjustmentRequest& request, Adjustment& adjustment) {
     scaleAsTyped(survey, kEM1, request.factor1,
                  {"Error! Non-numeric EM1 scale factor detected.", "Error! EM1 Scale factor must be >= 0.01"},
-                 outcome);
-    if (!outcome.refusal.empty() || !survey.TwoEMColumns) return;
+                 adjustment);
+    if (!adjustment.refusal.empty() || !survey.TwoEMColumns) return;
     scaleAsTyped(survey, kEM2, request.factor2,
                  {"Error! Non-numeric EM2 scale factor detected.", "Error! EM2 Scale factor must be >= 0.01"},
-                 outcome);
+                 adjustment);
+}
+
+void adjustAsTyped(const Survey& survey, const AdjustmentRequest& request, Adjustment& adjustment) {
+    switch (request.kind) {
+        case AdjustmentKind::kAddToEM1:
+            return shiftAsTyped(survey, kEM1, request.shift1, adjustment);
+        case AdjustmentKind::kAddToEM2:
+            return shiftAsTyped(survey, kEM2, request.shift2, adjustment);
+        case AdjustmentKind::kScale:
+            return scaleAllAsTyped(survey, request, adjustment);
+    }
 }
 
 }  // namespace
 
-void addConstant(Survey& survey, SiteColumn column, double shift, double& total) {
-    if (!std::isfinite(total + shift)) throw RunTimeError::overflow();
-    changeColumn(survey, column, [=](double reading) { return reading + shift; });
-    total += shift;
-}
-
-void scaleColumn(Survey& survey, SiteColumn column, double factor) {
-    changeColumn(survey, column, [=](double reading) { return reading * factor; });
-}
-
-void adjustReadings(Survey& survey, Session& session, const AdjustmentRequest& request,
-                    AdjustmentOutcome& outcome) {
-    outcome = {};
-    switch (request.kind) {
-        case AdjustmentKind::kAddToEM1:
-            return shiftAsTyped(survey, kEM1, request.shift1, session.EMAdjustTotalA, outcome);
-        case AdjustmentKind::kAddToEM2:
-            return shiftAsTyped(survey, kEM2, request.shift2, session.EMAdjustTotalB, outcome);
-        case AdjustmentKind::kScale:
-            return scaleAllAsTyped(survey, request, outcome);
+Adjustment adjustment(const Survey& survey, const AdjustmentRequest& request) {
+    Adjustment adjustment{request.kind, {}, {}, 0, 0, {}, {}};
+    try {
+        adjustAsTyped(survey, request, adjustment);
+    } catch (...) {
+        adjustment.failure = std::current_exception();
     }
+    return adjustment;
+}
+
+Difference adjustReadings(Survey& survey, Adjustment adjustment) {
+    Difference difference(survey);
+    for (Adjustment::Column& column : adjustment.columns)
+        difference.exchangeColumn(survey, column.column, std::move(column.values));
+    survey.applied = survey.applied.then(adjustment.applied);
+    survey.EMAdjustTotalA += adjustment.shift1;
+    survey.EMAdjustTotalB += adjustment.shift2;
+    return difference;
+}
+
+ActDescription describe(const Adjustment& adjustment) {
+    ActDescription act{ActKind::kAdjust, "adjust the readings", "", {}};
+    for (const Adjustment::Column& column : adjustment.columns) {
+        const bool first = column.column == kEM1;
+        const AppliedAdjustment& applied = first ? adjustment.applied.em1 : adjustment.applied.em2;
+        const std::string name = first ? "EM1" : "EM2";
+        if (!act.words.empty()) act.words += ", ";
+        if (adjustment.kind != AdjustmentKind::kScale) {
+            act.words += "Added " + shortestText(applied.shift) + " to every " + name + " reading";
+            act.parameters.emplace_back(name + " shift (mS/m)", shortestText(applied.shift));
+        } else {
+            act.words += "Multiplied every " + name + " reading by " + shortestText(applied.factor);
+            act.parameters.emplace_back(name + " factor", shortestText(applied.factor));
+        }
+    }
+    return act;
 }
 
 }  // namespace tessel

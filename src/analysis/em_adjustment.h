@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "analysis/applied_adjustments.h"
+#include "app/applied_adjustments.h"
 #include "app/survey.h"
-#include "base/session.h"
+#include "journal/journal.h"
 
+#include <exception>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessel {
 
-// Correction of the readings in place: a constant added to a column, or the columns scaled.
-
-/// Adds `shift` (mS/m) to every reading of the column kEM1 or kEM2 and to `total`, the session's running
-/// total of that column. Throws overflow, with nothing changed, when a reading or the total would not be
-/// finite.
-void addConstant(Survey& survey, SiteColumn column, double shift, double& total);
-
-/// Multiplies every reading of the column kEM1 or kEM2. Throws overflow, with nothing changed, when a reading
-/// would not be finite.
-void scaleColumn(Survey& survey, SiteColumn column, double factor);
+// Correction of the readings: a constant (mS/m) added to a column, or the columns scaled.
 
 /// The smallest factor by which readings may be scaled.
 inline constexpr double kSmallestScale = 0.01;
@@ -35,16 +28,31 @@ struct AdjustmentRequest {
     std::string factor1, factor2;  ///< scale factors for EM1 and EM2
 };
 
-/// How far an adjustment came.
-struct AdjustmentOutcome {
-    bool readingsChanged = false;
-    AppliedAdjustments applied;  ///< what has been done to each reading
-    std::string_view refusal;    ///< why it ended early, in the words for the user; empty when it was done
+/// An adjustment that has been checked and calculated, as far as it came: a factor of EM2 that is refused
+/// leaves EM1 scaled.
+struct Adjustment {
+    AdjustmentKind kind = AdjustmentKind::kAddToEM1;
+    struct Column {
+        SiteColumn column;
+        std::vector<double> values;
+    };
+    std::vector<Column> columns;    ///< those that change
+    AppliedAdjustments applied;     ///< what is done to each reading
+    double shift1 = 0, shift2 = 0;  ///< what goes to the running totals (mS/m)
+    std::string_view refusal;       ///< why it ended early, in the words for the user; else empty
+    std::exception_ptr
+        failure;  ///< or because a reading or a total would not be finite, or for want of memory
+
+    bool changesReadings() const { return !columns.empty(); }
 };
 
-/// Checks and applies an adjustment step by step: a factor of EM2 that is refused leaves EM1 scaled.
-/// `outcome` is kept up to date on the way, so that it holds when overflow is thrown.
-void adjustReadings(Survey& survey, Session& session, const AdjustmentRequest& request,
-                    AdjustmentOutcome& outcome);
+/// Checks and calculates an adjustment step by step, and leaves the survey alone.
+Adjustment adjustment(const Survey& survey, const AdjustmentRequest& request);
+
+/// Puts the readings in place. Requires the survey for which they have been calculated.
+Difference adjustReadings(Survey& survey, Adjustment adjustment);
+
+/// The act, in words: "Added 2.5 to every EM1 reading". Requires one that changes readings.
+ActDescription describe(const Adjustment& adjustment);
 
 }  // namespace tessel

@@ -8,6 +8,7 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
+#include "journal/journal.h"
 
 #include <exception>
 #include <utility>
@@ -42,6 +43,16 @@ void showSummary(const SummaryLabels& labels, const ReadingSummary& summary) {
     showValue(labels.m, summary.minimum, 2);
     showValue(labels.x, summary.maximum, 2);
     showValue(labels.z, summary.notPositive, 0);
+}
+
+template <typename Action>
+std::exception_ptr failureOf(Action action) {
+    try {
+        action();
+    } catch (...) {
+        return std::current_exception();
+    }
+    return {};
 }
 
 }  // namespace
@@ -123,48 +134,38 @@ AdjustmentRequest frmAdjustData::request() const {
 
 // Whatever stops the adjustment, those who show readings hear of a change before the user is told.
 void frmAdjustData::cmdCompute_Click() {
-    AdjustmentOutcome outcome;
     std::exception_ptr failure;
-    try {
-        computeAndRefresh(outcome);
-    } catch (...) {
-        failure = std::current_exception();
+    std::string_view refusal;
+    bool changed = false;
+    {
+        const Hourglass hourglass(this);
+        lblNotice->clear();
+        Adjustment done = adjustment(theSurvey(), request());
+        failure = done.failure;
+        refusal = done.refusal;
+        changed = done.changesReadings();
+        if (changed) apply(std::move(done));
+        if (!failure && refusal.empty()) failure = failureOf([this] { refresh(); });
     }
-    if (outcome.readingsChanged) Q_EMIT readingsChanged();
+    if (changed) Q_EMIT readingsChanged();
     if (failure) std::rethrow_exception(failure);
-    if (!outcome.refusal.empty())
-        tell(this, QString::fromUtf8(outcome.refusal.data(), static_cast<qsizetype>(outcome.refusal.size())));
-}
-
-void frmAdjustData::computeAndRefresh(AdjustmentOutcome& outcome) {
-    const Hourglass hourglass(this);
-    lblNotice->clear();
-    try {
-        adjustReadings(theSurvey(), theSession(), request(), outcome);
-    } catch (...) {
-        // The readings of EM1 may have been changed before those of EM2 were refused.
-        showApplied(outcome);
-        throw;
-    }
-    showApplied(outcome);
-    if (!outcome.refusal.empty()) return;
-    refresh();
+    if (!refusal.empty())
+        tell(this, QString::fromUtf8(refusal.data(), static_cast<qsizetype>(refusal.size())));
 }
 
 // Said before anything else can fail: nobody shall apply an adjustment again because its figures are missing.
-void frmAdjustData::showApplied(const AdjustmentOutcome& outcome) {
-    if (!outcome.readingsChanged) return;
-    noteSurveyChange();
-    theAppliedAdjustments() = theAppliedAdjustments().then(outcome.applied);
-    showCaption(lblNotice, QString::fromStdString(stepText(outcome.applied)));
+void frmAdjustData::apply(Adjustment adjustment) {
+    const QString step = QString::fromStdString(stepText(adjustment.applied));
+    theJournal().perform(describe(adjustment),
+                         [&](Survey& survey) { return adjustReadings(survey, std::move(adjustment)); });
+    showCaption(lblNotice, step);
     showTotals();
     // Whoever presses Enter once more ends the work and does not adjust again.
     cmdFinished->setFocus();
 }
 
 void frmAdjustData::showTotals() {
-    showCaption(lblTotals,
-                QString::fromStdString(totalsText(theAppliedAdjustments(), theSurvey().TwoEMColumns)));
+    showCaption(lblTotals, QString::fromStdString(totalsText(theSurvey().applied, theSurvey().TwoEMColumns)));
 }
 
 void frmAdjustData::refresh() {

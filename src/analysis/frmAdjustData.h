@@ -31,8 +31,7 @@ class frmAdjustData : public QDialog, public Ui::frmAdjustData {
     void showEntries(const QList<QWidget*>& shown, QLineEdit* first);
     AdjustmentRequest request() const;
     void cmdCompute_Click();
-    void computeAndRefresh(AdjustmentOutcome& outcome);
-    void showApplied(const AdjustmentOutcome& outcome);
+    void apply(Adjustment adjustment);
     void showTotals();
     void refresh();
     void showNoEM2();

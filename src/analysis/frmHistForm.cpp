@@ -11,6 +11,7 @@
 #include "desktop/Printing.h"
 #include "desktop/Windows.h"
 #include "drawing/Pixels.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 
 #include <QPainter>

@@ -3,7 +3,6 @@
 
 #include "analysis/correlation_axes.h"
 #include "app/HelpOpener.h"
-#include "app/survey.h"
 #include "base/palette16.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
@@ -11,6 +10,7 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
 #include "desktop/Windows.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 #include "plots/site_texts.h"

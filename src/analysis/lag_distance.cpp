@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/lag_distance.h"
 
-#include "rows/row_detection.h"
-
 #include <algorithm>
 #include <numeric>
 
@@ -16,26 +14,24 @@ struct Measured {
     std::string_view header;
 };
 
-Measured measured(Survey& survey, LagMeasure measure) {
-    if (measure == LagMeasure::kAlongX) {
-        Calculate_X_Distance(survey);
-        return {survey.XDist, survey.MaxXDist, "Sample Distance Plot (By X)"};
-    }
-    if (measure == LagMeasure::kAlongY) {
-        Calculate_Y_Distance(survey);
-        return {survey.YDist, survey.MaxYDist, "Sample Distance Plot (By Y)"};
-    }
-    Calculate_Distance(survey);
+Measured measured(const Survey& survey, LagMeasure measure) {
+    if (measure == LagMeasure::kAlongX) return {survey.XDist, survey.MaxXDist, "Sample Distance Plot (By X)"};
+    if (measure == LagMeasure::kAlongY) return {survey.YDist, survey.MaxYDist, "Sample Distance Plot (By Y)"};
     return {survey.TrueDist, survey.MaxTrueDist, "Sample Distance Plot (True Distance)"};
 }
 
 }  // namespace
 
-LagDistances lagDistances(Survey& survey, LagMeasure measure) {
+LagDistances lagDistances(const Survey& survey, LagMeasure measure) {
     const Measured result = measured(survey, measure);
     const auto sites = static_cast<std::size_t>(survey.NumSites);
     return {result.header, std::span(result.distances).first(sites),
             std::max(result.largest, survey.MinDistance)};
+}
+
+int distanceModeOf(LagMeasure measure) {
+    if (measure == LagMeasure::kTrueDistance) return 1;
+    return measure == LagMeasure::kAlongX ? 2 : 3;
 }
 
 std::vector<double> sequenceNumbers(SiteIndex first, SiteIndex count) {

@@ -20,10 +20,12 @@ struct LagDistances {
     double top = 0;  ///< upper end of the distance axis: the largest distance or MinDistance
 };
 
-/// Calculates the distances of this measure anew and gives them with what the plot needs. Nothing else in the
-/// survey changes; the measure chosen for row detection stays. Valid until the distances are calculated
-/// again.
-LagDistances lagDistances(Survey& survey, LagMeasure measure);
+/// Gives the distances of this measure, which must have been calculated, with what the plot needs. Valid
+/// until they are calculated again.
+LagDistances lagDistances(const Survey& survey, LagMeasure measure);
+
+/// The measure as row detection counts them: 1 true distance, 2 along X, 3 along Y.
+int distanceModeOf(LagMeasure measure);
 
 /// first, first + 1, ...: `count` sequence numbers of sites as positions on an axis.
 std::vector<double> sequenceNumbers(SiteIndex first, SiteIndex count);

@@ -22,6 +22,11 @@ namespace {
 
 const QString kBanner = u"Orvane Kettle Soils Lab:  VARN Utility Software"_s;
 constexpr int kBannerInterval = 50;  // milliseconds between two characters
+constexpr int kMessageStays = 8000;  // milliseconds
+
+QString nameOf(std::string_view item) {
+    return QString::fromLatin1(item.data(), static_cast<qsizetype>(item.size()));
+}
 
 // Large enough to read a survey, and never larger than the screen leaves room for.
 QSize firstSize(const QScreen* screen) {
@@ -53,6 +58,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     connect(mnuExit, &QAction::triggered, this, guarded(this, [this] { close(); }));
     connect(mnuClear, &QAction::triggered, this, guarded(this, [this] { hidePlots(); }));
     menusFollow(MenuEvent::kStartUp);
+    mnuUndo->setShortcut(Qt::CTRL | Qt::Key_Z);
+    mnuRedo->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
+    messageEnds_.setSingleShot(true);
+    connect(&messageEnds_, &QTimer::timeout, lblMessage, &QLabel::clear);
 
     Timer1.setObjectName(u"Timer1"_s);
     Timer1.setInterval(kBannerInterval);
@@ -134,8 +143,28 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 void frmMain::menusFollow(MenuEvent event) {
     for (const MenuChange& change : menuChanges(event))
         for (const std::string_view name : change.items)
-            menuItem(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())))
-                ->setEnabled(change.enable);
+            menuItem(nameOf(name))->setEnabled(change.enable);
+}
+
+MenuState frmMain::menuState() const {
+    MenuState state = 0, bit = 1;
+    for (const std::string_view name : followingItems()) {
+        if (menuItem(nameOf(name))->isEnabled()) state |= bit;
+        bit <<= 1;
+    }
+    return state;
+}
+
+void frmMain::restoreMenus(MenuState state) {
+    for (const std::string_view name : followingItems()) {
+        menuItem(nameOf(name))->setEnabled((state & 1) != 0);
+        state >>= 1;
+    }
+}
+
+void frmMain::showMessage(const QString& message) {
+    lblMessage->setText(message);
+    messageEnds_.start(kMessageStays);
 }
 
 QAction* frmMain::menuItem(const QString& name) const {

@@ -36,8 +36,14 @@ class frmMain : public QMainWindow, public Ui::frmMain, public PlotArea {
 
     /// Enables and disables menu items as the table in menu_items.h has it for the event.
     void menusFollow(MenuEvent event);
+    /// Which of the items that follow events are enabled, and the same to go back to.
+    MenuState menuState() const;
+    void restoreMenus(MenuState state);
     /// The action of a menu item or of a submenu; fails hard on a name that no item has.
     QAction* menuItem(const QString& name) const;
+
+    /// Says something in the line at the foot for some seconds; no box.
+    void showMessage(const QString& message);
 
     /// Whether the program may end: a survey that has not been exported is asked about. False while that
     /// question is open already.
@@ -58,6 +64,7 @@ class frmMain : public QMainWindow, public Ui::frmMain, public PlotArea {
     void describeSurvey();
 
     QTimer Timer1{this};
+    QTimer messageEnds_{this};
     std::function<SurveyDescription()> description_;
     bool descriptionIsOld_ = false;
     QList<QWidget*> charts_;

@@ -12,7 +12,7 @@ struct HelpDocumentTitle {
     std::string_view title;
 };
 
-inline constexpr std::array<HelpDocumentTitle, 16> kHelpDocuments = {{
+inline constexpr std::array<HelpDocumentTitle, 17> kHelpDocuments = {{
     {101, "What is VARN-Tessel"},
     {102, "Navigating the Main Menu"},
     {103, "Frequently asked questions"},
@@ -29,6 +29,7 @@ inline constexpr std::array<HelpDocumentTitle, 16> kHelpDocuments = {{
     {114, "The row plot editor"},
     {115, "Creating and printing a correlation plot"},
     {116, "Creating and printing histogram plots"},
+    {117, "Taking back what was done"},
 }};
 
 }  // namespace tessel

@@ -10,11 +10,12 @@ namespace {
 
 using Name = std::string_view;
 
-// The items that need a survey.
-constexpr std::array<Name, 13> kSurveyItems = {
-    "mnuSigCorr", "mnuHist", "mnuClear", "mnuData",   "mnuInvokeIDE", "mnuIDEW",       "mnuDistance",
-    "mnuGrid",    "mnuStat", "mnuRow",   "mnuAdjust", "mnuEL",        "mnuGridReading"};
-constexpr std::array<Name, 1> kExport = {"mnuSave"};
+// The items that need a survey, and export, which an import without a site leaves as it was.
+constexpr std::array<Name, 14> kAllItems = {
+    "mnuSigCorr", "mnuHist", "mnuClear", "mnuData",   "mnuInvokeIDE", "mnuIDEW",        "mnuDistance",
+    "mnuGrid",    "mnuStat", "mnuRow",   "mnuAdjust", "mnuEL",        "mnuGridReading", "mnuSave"};
+constexpr std::span<const Name> kSurveyItems = std::span(kAllItems).first<13>();
+constexpr std::span<const Name> kExport = std::span(kAllItems).last<1>();
 constexpr std::array<Name, 5> kRowItems = {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid", "mnuGridReading"};
 constexpr std::array<Name, 6> kTwoRowItems = {"mnuRow",         "mnuDistance", "mnuGrid",
                                               "mnuGridReading", "mnuData",     "mnuStat"};
@@ -60,6 +61,10 @@ std::span<const MenuChange> menuChanges(MenuEvent event) {
             return kRowEditorFinished;
     }
     return {};
+}
+
+std::span<const std::string_view> followingItems() {
+    return kAllItems;
 }
 
 MenuNeed menuNeed(std::string_view item) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -30,6 +31,10 @@ struct MenuChange {
 
 /// What an event does to the menus; all items not named stay as they are.
 std::span<const MenuChange> menuChanges(MenuEvent event);
+
+/// The items that follow events, and which of them are enabled: a bit an item, in this order.
+std::span<const std::string_view> followingItems();
+using MenuState = std::uint32_t;
 
 /// What an item has nothing to open without. Items stay enabled when the last site goes with the row plots or
 /// the row dialog, and where there are too many rows: whoever chooses one then is told why.

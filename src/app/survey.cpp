@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey.h"
 
+#include <algorithm>
 #include <new>
 
 namespace tessel {
 
 void SiteTable::resize(SiteIndex capacity) {
+    // All of the room first: where there is none nothing has been resized.
+    for (auto& column : columns_)
+        if (index(capacity) > column.capacity())
+            column.reserve(std::max(index(capacity), 2 * column.capacity()));
     for (auto& column : columns_)
         column.resize(index(capacity));
 }
@@ -24,11 +29,6 @@ void SurveyParameters::chooseDistance(int mode) {
     UseTrueDist = mode == 1;
     UseXDist = mode == 2;
     UseYDist = mode == 3;
-}
-
-Survey& theSurvey() {
-    static Survey survey;
-    return survey;
 }
 
 }  // namespace tessel

@@ -192,4 +192,9 @@ std::string pictureFormat(double value, int decimals) {
     return value < 0 && !zero ? "-" + text : text;
 }
 
+std::string shortestText(double value) {
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+}
+
 }  // namespace tessel

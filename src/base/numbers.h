@@ -48,6 +48,9 @@ int roundToInt(double value);
 /// Requires a finite value.
 std::string pictureFormat(double value, int decimals);
 
+/// The fewest digits from which the same Double is read again: "0.1", "-2.5", "1e-20".
+std::string shortestText(double value);
+
 // The readers' inner loops spend their time here, hence inline.
 
 namespace numbers_detail {

@@ -14,8 +14,6 @@ struct Session {
     std::string DataDir;        ///< where the error log and helpdoc.rtf are written; AppDir unless read-only
     std::string TextEditor;     ///< command that opens text files: the editor's path and one blank
     double PrintScale = 1.0;    ///< 1.0 for 300 dpi, 2.0 for 600 dpi, 4.0 for 1200 dpi
-    double EMAdjustTotalA = 0;  ///< sum of the amounts added to EM1 (mS/m)
-    double EMAdjustTotalB = 0;  ///< sum of the amounts added to EM2 (mS/m)
 };
 
 /// The one session of the process. Windows use it; what computes takes what it works on as an argument.

@@ -18,12 +18,13 @@ void reportRunTimeError(QWidget* parent, std::uint64_t changesBefore);
 
 /// The edge of an event: what `action` throws is reported with its description and the action is abandoned.
 template <typename Action>
-void runGuarded(QPointer<QWidget> window, Action&& action) {
+void runGuarded(QWidget* window, Action&& action) {
+    const QPointer<QWidget> where(window);  // the action may destroy the window
     const std::uint64_t changesBefore = surveyChanges();
     try {
         std::forward<Action>(action)();
     } catch (...) {
-        reportRunTimeError(window, changesBefore);
+        reportRunTimeError(where, changesBefore);
     }
 }
 
@@ -31,7 +32,9 @@ void runGuarded(QPointer<QWidget> window, Action&& action) {
 ///     connect(cmdCompute, &QPushButton::clicked, this, guarded(this, [this] { cmdCompute_Click(); }));
 template <typename Action>
 auto guarded(QWidget* window, Action action) {
-    return [where = QPointer<QWidget>(window), run = std::move(action)]() mutable { runGuarded(where, run); };
+    return [where = QPointer<QWidget>(window), run = std::move(action)]() mutable {
+        runGuarded(where.data(), run);
+    };
 }
 
 /// The hourglass on a window for as long as the object lives, however it ends.

@@ -9,6 +9,7 @@
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
+#include "journal/journal.h"
 
 #include <QSignalBlocker>
 

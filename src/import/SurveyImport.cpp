@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/SurveyImport.h"
 
-#include "app/survey.h"
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
@@ -12,6 +11,7 @@
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
 #include "import/import_report.h"
+#include "journal/journal.h"
 
 #include <filesystem>
 #include <utility>
@@ -96,8 +96,7 @@ ImportedRows SurveyImport::run(QWidget& window, const Reader& reader) {
 void SurveyImport::putInPlace(ImportResult& result) {
     theSession().InputFileName = std::filesystem::absolute(result.summary.path).lexically_normal().string();
     theSession().DataSaved = false;
-    theSurvey() = std::move(result.survey);
-    noteSurveyChange();
+    theJournal().replaceSurvey(describe(result), std::move(result.survey));
     Q_EMIT imported(result.summary, result.rows);
 }
 

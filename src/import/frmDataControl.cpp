@@ -6,6 +6,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
+#include "journal/journal.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,12 +48,13 @@ void frmDataControl::refuse(QLineEdit& box, const QString& message) {
 void frmDataControl::Command1_Click() {
     const auto [cutoff, distance, options] = entries();
     // Stored before they are checked; the measure of distance waits until the import is under way.
-    Survey& survey = theSurvey();
-    survey.EMCutoff = options.EMCutoff;
-    survey.MinDistance = options.MinDistance;
-    survey.MinLineLength = options.MinLineLength;
-    survey.NegateEM = options.NegateEM;
-    survey.DivideEMBy10 = options.DivideEMBy10;
+    SurveyParameters parameters = theSurvey();
+    parameters.EMCutoff = options.EMCutoff;
+    parameters.MinDistance = options.MinDistance;
+    parameters.MinLineLength = options.MinLineLength;
+    parameters.NegateEM = options.NegateEM;
+    parameters.DivideEMBy10 = options.DivideEMBy10;
+    theJournal().setParameters(parameters);
 
     if (!isNumeric(cutoff) || !isNumeric(distance)) {
         refuse(isNumeric(cutoff) ? *Text2 : *Text1, u"Non-numeric EM-cutoff or Minimum distance Input"_s);

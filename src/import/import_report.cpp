@@ -4,6 +4,8 @@
 #include "rows/row_detection.h"
 
 #include <array>
+#include <filesystem>
+#include <string>
 
 namespace tessel {
 
@@ -36,6 +38,16 @@ std::string importedRowsReport(ImportedRows rows) {
         "Fatal Error! Initial row # not equal to 1. Input aborted.",
         "Fatal Error! Row #'s are not sorted in sequential order. Input aborted."};
     return kReports.at(static_cast<std::size_t>(rows));
+}
+
+ActDescription describe(const ImportResult& result) {
+    const std::filesystem::path path = result.summary.path;
+    const std::string name = path.filename().string();
+    return {ActKind::kImport,
+            "import " + name,
+            "Imported " + name + " with " + std::to_string(result.survey.NumSites) +
+                (result.survey.NumSites == 1 ? " site" : " sites"),
+            {{"file", result.summary.path}}};
 }
 
 }  // namespace tessel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "import/import_result.h"
+#include "journal/journal.h"
 
 #include <cstdint>
 #include <string>
@@ -19,5 +20,8 @@ std::string genericImportReport(std::int64_t valid, std::int64_t dropped);
 
 /// What has to be said of rows after the report; empty where they are of use.
 std::string importedRowsReport(ImportedRows rows);
+
+/// The import as an act.
+ActDescription describe(const ImportResult& result);
 
 }  // namespace tessel

@@ -8,9 +8,11 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/OptionButtons.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 #include "plots/row_plot_texts.h"
+#include "rows/row_acts.h"
 #include "rows/row_detection.h"
 #include "rows/row_entry.h"
 
@@ -120,7 +122,7 @@ void RowPlotEditor::mnuY_Click() {
 
 void RowPlotEditor::openAtRowOne(bool byX) {
     // Counted first: where that fails, everything stays as it was.
-    Calculate_NumPoints(theSurvey());
+    theJournal().recount(countPoints);
     const Hourglass hourglass(window());
     if (isHidden()) area_.hidePlots();
     PlotByX = byX;
@@ -142,7 +144,7 @@ void RowPlotEditor::showRow(int row) {
 
 bool RowPlotEditor::redraw() {
     if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
-    Calculate_NumPoints(theSurvey());
+    theJournal().recount(countPoints);
     const Survey& survey = theSurvey();
     // While the map is open, rows that it has emptied still have their numbers, and no sites.
     const int last = std::min(survey.NumRows, survey.RowIndex);
@@ -312,8 +314,9 @@ void RowPlotEditor::Text1_Change() {
 void RowPlotEditor::Command5_Click() {
     {
         const Hourglass hourglass(window());
-        const RemovedSites removed = deleteSelectedSites(theSurvey(), CurrentRow, selection_);
-        noteSurveyChange();
+        const RemovedSites removed = theJournal().perform(
+            deletionOfPicked(CurrentRow, selection_),
+            [this](Survey& survey) { return deleteSelectedSites(survey, CurrentRow, selection_); });
         if (removed.rows > 0)
             showEmptiedRow();
         else
@@ -343,8 +346,7 @@ void RowPlotEditor::showEmptiedRow() {
     empty(*Chart2D3);
     empty(*Chart2D4);
     drawHighlights();
-    Calculate_Max(theSurvey());
-    Calculate_Min(theSurvey());
+    theJournal().recount(findExtents);
     const PlotLimits limits = emptiedRowLimits(theSurvey());
     setLimits(*Chart2D4, limits);
     Chart2D3->setAxisRange(Chart2D::Axis::kX, limits.PlotXMin, limits.PlotXMax);

@@ -64,6 +64,9 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     /// Sites have been deleted, and rows with them when they were emptied. The editor's own charts show the
     /// survey as it is now; whatever else shows sites or rows has become stale.
     void surveyChanged();
+    /// The last act on the survey is to be taken back, or done again, wherever the keyboard is.
+    void undoWanted();
+    void redoWanted();
     /// The work has ended, with the button "Finished" or because the plots were hidden.
     void closed(bool finished);
 

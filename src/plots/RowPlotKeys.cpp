@@ -28,6 +28,10 @@ bool RowPlotEditor::eventFilter(QObject* watched, QEvent* event) {
 std::function<void()> RowPlotEditor::editorKey(int key, Qt::KeyboardModifiers modifiers) {
     const auto press = [](QPushButton* button) { return [button] { button->click(); }; };
     if (modifiers == Qt::ControlModifier && key == Qt::Key_P) return press(Command6);
+    if (modifiers == Qt::ControlModifier && key == Qt::Key_Z) return [this] { Q_EMIT undoWanted(); };
+    if (modifiers == Qt::ControlModifier && key == Qt::Key_Y) return [this] { Q_EMIT redoWanted(); };
+    if (modifiers == (Qt::ControlModifier | Qt::ShiftModifier) && key == Qt::Key_Z)
+        return [this] { Q_EMIT redoWanted(); };
     if (modifiers != Qt::NoModifier) return {};
     if (key == Qt::Key_PageUp) return press(Command1);
     if (key == Qt::Key_PageDown) return press(Command2);

@@ -2,6 +2,7 @@
 #include "plots/SurveyGridPlot.h"
 
 #include "desktop/Guarded.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
 #include "plots/plot_limits.h"
@@ -47,7 +48,7 @@ SurveyGridPlot::SurveyGridPlot(PlotArea& area)
 
 void SurveyGridPlot::plot(std::optional<SiteColumn> reading) {
     // Counted first: where that fails, everything stays as it was.
-    Calculate_NumPoints(theSurvey());
+    theJournal().recount(countPoints);
     const Hourglass hourglass(Chart2D2->window());
     area_.hidePlots();
     reading_ = reading;
@@ -59,7 +60,7 @@ void SurveyGridPlot::plot(std::optional<SiteColumn> reading) {
 
 bool SurveyGridPlot::redraw() {
     if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
-    Calculate_NumPoints(theSurvey());
+    theJournal().recount(countPoints);
     if (reading_ == kEM2 && !theSurvey().TwoEMColumns) return false;
     const ChartViews before = Chart2D2->views();
     if (reading_) scale->followRange(readingRange(theSurvey(), *reading_));

@@ -10,6 +10,8 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
+#include "journal/journal.h"
+#include "rows/row_acts.h"
 #include "rows/row_editing.h"
 
 #include <QCloseEvent>
@@ -108,6 +110,7 @@ void frmClip::connectControls() {
             findChild<QAction*>(QLatin1StringView(zone.item.data(), static_cast<int>(zone.item.size()))),
             [this, window = zone.window] { showZone(window); });
     onTrigger(mnuRecover, [this] { mnuRecover_Click(); });
+    joinSteps();
     onTrigger(mnuGDRH1, [this] { openHelp(this, 108); });
     onTrigger(mnuGDRH2, [this] { openHelp(this, 109); });
     onTrigger(mnuGDRH3, [this] { openHelp(this, 110); });
@@ -247,13 +250,16 @@ void frmClip::picMapZoom_MouseDown(double px, double py) {
         picMapZoom->fillRectangle(AnchorX, AnchorY, CornerX, CornerY, kLightYellow);
         picMapZoom->refresh();
         const ScreenHourglass busy;
+        const SiteMaskArray before = SiteMask;
         masked_ = MaskSites(theSurvey(), extent_, SiteMask, AnchorX, AnchorY, CornerX, CornerY);
         showCounts();
+        noteStep({MaskAct::kRectangle, newlyMasked(before, SiteMask), 0});
     } else {
         AnchorX = CornerX = px;
         AnchorY = CornerY = py;
     }
     ClickPhase = -ClickPhase;
+    followSteps();
     cmdClipOff->setEnabled(!rectangleIsOpen());
     showState();
 }
@@ -305,8 +311,11 @@ void frmClip::cmdDelete_Click() {
 }
 
 void frmClip::deleteSites() {
-    const RemovedSites removed = deleteMaskedSites(theSurvey(), SiteMask);
-    noteSurveyChange();
+    MaskStep step{MaskAct::kDeletion, markedRuns(SiteMask), theJournal().actsInForce()};
+    const RemovedSites removed = theJournal().perform(
+        deletionOfMasked(masked_), [this](Survey& survey) { return deleteMaskedSites(survey, SiteMask); });
+    if (removed.rows > 0 && theSurvey().NumSites > 0) theJournal().cannotRest();
+    noteStep(std::move(step));
     followDeletion(removed.sites);
 }
 
@@ -326,6 +335,7 @@ void frmClip::mnuRecover_Click() {
     if (ask(this,
             u"This action will restore (i.e., unmask) all currently masked site.\n"
             u"Are you sure you wish to restore these sites?"_s)) {
+        noteStep({MaskAct::kRecovery, markedRuns(SiteMask), 0});
         recoverSites(SiteMask);
         masked_ = 0;
         showCounts();
@@ -352,14 +362,13 @@ bool frmClip::Form_Unload() {
 
 void frmClip::checkRows() {
     if (theSurvey().NumSites == 0) {
-        forgetRows(theSurvey());
-        noteSurveyChange();
+        theJournal().recount([](const Survey&, SurveyCounts& counts) { forgetRows(counts); });
         Q_EMIT noSitesLeft();
         tell(this, u"There is no more point left in the file!"_s);
         return;
     }
     if (ValidateRowInfo(theSurvey())) return;
-    noteSurveyChange();
+    theJournal().perform(lossOfRows(), makeOneRow);
     Q_EMIT rowsLost();
     fillComboRow();
     redrawBeforeNextPaint();

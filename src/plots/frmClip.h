@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "plots/mask_history.h"
 #include "plots/reading_colours.h"
 #include "plots/site_finder.h"
 #include "plots/site_masking.h"
@@ -43,6 +44,8 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void surveyChanged();
     /// Before surveyChanged(): rows were emptied, and all sites are one row, to be divided anew.
     void rowsLost();
+    /// A deletion has been taken back or done again; the journal stood at `from` before.
+    void journalMoved(std::size_t from);
     /// The window is closing, and nothing is left to edit.
     void noSitesLeft();
 
@@ -85,6 +88,14 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void deleteSites();
     void followDeletion(SiteIndex removed);
     void checkRows();
+    void mnuClipUndo_Click();
+    void mnuClipRedo_Click();
+    void noteStep(MaskStep step);
+    void goInJournal(std::size_t acts);
+    void followStep(bool surveyHasChanged, std::size_t from);
+    bool canGoBack() const;
+    void followSteps();
+    void joinSteps();
     MapState state() const;
     QString zoneShown() const;
     void showState();
@@ -97,6 +108,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
 
     MapExtent extent_;
     SiteMaskArray SiteMask;
+    MaskHistory steps_;
     int ClickPhase = 1;  ///< 1 = the next click starts a rectangle, -1 = it ends the open one
     bool ClipMode = false;
     double CornerX = 0, CornerY = 0;     ///< the moving corner, on the map

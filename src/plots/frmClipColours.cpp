@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/palette16.h"
 #include "desktop/Guarded.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/frmClip.h"
 

@@ -26,6 +26,7 @@ void frmClip::abandonRectangle() {
     dragging_ = false;
     picMapZoom->hideRubberBand();
     cmdClipOff->setEnabled(true);
+    followSteps();
     showState();
 }
 

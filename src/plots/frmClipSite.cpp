@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "journal/journal.h"
 #include "plots/frmClip.h"
 #include "plots/site_texts.h"
 

@@ -4,17 +4,15 @@
 #include "program/Program.h"
 
 #include "analysis/LagDistancePlot.h"
-#include "analysis/applied_adjustments.h"
 #include "analysis/frmAdjustData.h"
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
 #include "app/HelpOpener.h"
 #include "app/InterfaceControls.h"
+#include "app/applied_adjustments.h"
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "app/survey_facts.h"
-#include "app/survey_fingerprint.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
 #include "desktop/Guarded.h"
@@ -24,6 +22,8 @@
 #include "export/frmOutput.h"
 #include "import/SurveyImport.h"
 #include "import/import_notices.h"
+#include "journal/frmHistory.h"
+#include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
@@ -36,8 +36,11 @@
 #include <QScreen>
 #include <QShortcut>
 
+#include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -63,9 +66,11 @@ class Program : public QObject {
         connect(&main_, &frmMain::plotsHidden, rowEditor_, [this] { rowEditor_->closeEditor(); });
         connect(rowEditor_, &RowPlotEditor::surveyChanged, this, &Program::sitesPicked);
         connect(rowEditor_, &RowPlotEditor::closed, this, &Program::rowEditorClosed);
+        connect(rowEditor_, &RowPlotEditor::undoWanted, main_.mnuUndo, &QAction::trigger);
+        connect(rowEditor_, &RowPlotEditor::redoWanted, main_.mnuRedo, &QAction::trigger);
         main_.describeWith([this] { return description(); });
         connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
-            if (!imported_.path.empty()) main_.descriptionChanged();
+            if (theSurvey().importNumber > 0) main_.descriptionChanged();
         });
         connect(main_.surveySummary, &SurveySummary::logRequested, this,
                 guarded(&main_, [] { mnuEL_Click(); }));
@@ -77,8 +82,7 @@ class Program : public QObject {
         on(main_.mnuOpen2, [this] { import_.mnuOpen2_Click(); });
         on(main_.mnuSave, [this] {
             auto* const window = new frmOutput(&main_);
-            connect(window, &frmOutput::exported, this,
-                    [this] { exported_ = surveyFingerprint(theSurvey()); });
+            connect(window, &frmOutput::exported, this, [] { theJournal().noteExport(); });
             showModal(window);
         });
     }
@@ -87,6 +91,7 @@ class Program : public QObject {
         on(main_.mnuIDEW, [this] {
             auto* const window = new frmClip(&main_);
             connect(window, &frmClip::surveyChanged, this, &Program::surveyChanged);
+            connect(window, &frmClip::journalMoved, this, &Program::followJournal);
             menusFollow(window, &frmClip::rowsLost, MenuEvent::kRowsLost);
             menusFollow(window, &frmClip::noSitesLeft, MenuEvent::kNoSitesLeft);
             showModal(window);
@@ -99,6 +104,10 @@ class Program : public QObject {
             connect(window, &frmAdjustData::readingsChanged, this, &Program::surveyChanged);
             showModal(window);
         });
+        on(main_.mnuUndo, [this] { goTo(theJournal().positionBefore()); });
+        on(main_.mnuRedo, [this] { goTo(theJournal().positionAfter()); });
+        on(main_.mnuHistory, [this] { showHistory(); });
+        menusChanged();
     }
 
     void joinReviewAndPlot() {
@@ -155,7 +164,45 @@ class Program : public QObject {
     void showAfresh(QPointer<Window>& shown, Window* window) {
         takeAway(shown);
         shown = window;
+        window->addActions({main_.mnuUndo, main_.mnuRedo});
         showBeside(window);
+    }
+
+    void showHistory() {
+        if (!history_) {
+            auto* const window = new frmHistory(&main_);
+            connect(window, &frmHistory::positionChosen, this,
+                    [this](std::size_t position) { runGuarded(history_.data(), [&] { goTo(position); }); });
+            return showAfresh(history_, window);
+        }
+        showBeside(history_);
+    }
+
+    // Takes acts back, or does them again. Whatever stops it on the way, all that shows the survey follows.
+    void goTo(std::size_t position) {
+        const Hourglass hourglass(&main_);
+        const auto follow = qScopeGuard([this, from = theJournal().position()] { followJournal(from); });
+        theJournal().goTo(position);
+    }
+
+    void followJournal(std::size_t from) {
+        const MenuState menus = theJournal().menus();
+        if (const ImportSummary* import = importOf(theSurvey()))
+            theSession().InputFileName = std::filesystem::absolute(import->path).lexically_normal().string();
+        redrawView();
+        // What was shown may have ended with an event of its own.
+        main_.restoreMenus(menus);
+        followSurvey();
+        main_.showMessage(messageOf(from, theJournal().position()));
+    }
+
+    // What has been taken back or done again, of several acts how many.
+    static QString messageOf(std::size_t from, std::size_t to) {
+        if (from == to) return {};
+        const QString did = from > to ? u"Taken back: "_s : u"Done again: "_s;
+        const std::size_t acts = from > to ? from - to : to - from;
+        if (acts > 1) return did + u"%1 acts"_s.arg(acts);
+        return did + QString::fromStdString(theJournal().act(std::min(from, to)).words);
     }
 
     void takeAwayRowDialog() {
@@ -169,6 +216,7 @@ class Program : public QObject {
     frmDataEdit* rowDialog() {
         if (!rowDialogIsShown()) {
             rowDialog_ = new frmDataEdit(&main_);
+            rowDialog_->addActions({main_.mnuUndo, main_.mnuRedo});
             connect(rowDialog_, &frmDataEdit::surveyChanged, this, &Program::surveyChanged);
             menusFollow(rowDialog_.data(), &frmDataEdit::rowsRecalculated, MenuEvent::kRowsRecalculated);
             menusFollow(rowDialog_.data(), &frmDataEdit::noSitesLeft, MenuEvent::kNoSitesLeft);
@@ -191,8 +239,8 @@ class Program : public QObject {
     }
 
     void surveyReplaced(const ImportSummary& summary, ImportedRows rows) {
-        imported_ = summary;
-        theAppliedAdjustments() = {};
+        imports_.resize(static_cast<std::size_t>(theSurvey().importNumber));
+        imports_.back() = summary;
         takeAwayRowDialog();
         main_.hidePlots();
         followSurvey();
@@ -200,29 +248,54 @@ class Program : public QObject {
         const MenuEvent event = any ? MenuEvent::kSitesImported : MenuEvent::kNothingImported;
         // Of too many rows the user is told first.
         if (rows != ImportedRows::kTooManyRows)
-            main_.menusFollow(isFatal(rows) ? MenuEvent::kImportRefused : event);
+            menusFollow(isFatal(rows) ? MenuEvent::kImportRefused : event);
     }
 
     void rowsRefused() {
         showRowDialog();
-        main_.menusFollow(MenuEvent::kSitesImported);
+        menusFollow(MenuEvent::kSitesImported);
     }
 
     // Sites were deleted on the row plots, which show the survey as it is now.
     void sitesPicked() {
-        if (theSurvey().NumRows < 2) main_.menusFollow(MenuEvent::kFewerThanTwoRows);
+        if (theSurvey().NumRows < 2) menusFollow(MenuEvent::kFewerThanTwoRows);
         followSurvey();
     }
 
     // However it ends, not by "Finished" alone: a single row can be told apart into rows in the row dialog
     // only.
     void rowEditorClosed(bool finished) {
-        if (finished || theSurvey().NumSites > 0) main_.menusFollow(MenuEvent::kRowEditorFinished);
+        if (finished || theSurvey().NumSites > 0) menusFollow(MenuEvent::kRowEditorFinished);
     }
 
     template <typename Window>
     void menusFollow(Window* window, void (Window::*happened)(), MenuEvent event) {
-        connect(window, happened, this, [this, event] { main_.menusFollow(event); });
+        connect(window, happened, this, [this, event] { menusFollow(event); });
+    }
+
+    void menusFollow(MenuEvent event) {
+        main_.menusFollow(event);
+        menusChanged();
+    }
+
+    // The journal knows how menus stood after each act, and those of its own say what it can do.
+    void menusChanged() {
+        Journal& journal = theJournal();
+        journal.noteMenus(main_.menuState());
+        const auto show = [&](QAction* item, const QString& name, std::size_t to) {
+            const bool can = to != journal.position();
+            item->setEnabled(can);
+            // Of several acts that go together the first, which the user has chosen.
+            const std::size_t first = std::min(to, journal.position());
+            item->setText(can ? name + u": "_s + inMenu(journal.act(first).order) : name);
+        };
+        show(main_.mnuUndo, u"&Undo"_s, journal.positionBefore());
+        show(main_.mnuRedo, u"&Redo"_s, journal.positionAfter());
+        main_.mnuHistory->setEnabled(journal.size() + journal.forgotten() > 0);
+    }
+
+    static QString inMenu(const std::string& text) {
+        return QString::fromStdString(text).replace(u'&', u"&&"_s);
     }
 
     void surveyChanged() {
@@ -248,24 +321,29 @@ class Program : public QObject {
 
     // Whatever has changed the survey, everything beside the view follows.
     void followSurvey() {
-        noteUnexported();
+        // What has been exported may no longer be the survey: the exit question is asked again.
+        theSession().DataSaved = theJournal().isExported();
+        menusChanged();
         facts_.reset();
         main_.descriptionChanged();
         if (rowDialog_) rowDialog_->followSurvey();
         if (statistics_) statistics_->redraw();
         if (histograms_) histograms_->redraw();
         if (correlation_) correlation_->redraw();
+        if (history_) history_->redraw();
     }
 
-    // What has been exported is no longer the survey: the exit question is asked again.
-    void noteUnexported() {
-        bool& saved = theSession().DataSaved;
-        saved = saved && surveyFingerprint(theSurvey()) == exported_;
+    // Null where the survey comes from none.
+    const ImportSummary* importOf(const Survey& survey) const {
+        return survey.importNumber > 0 ? &imports_[static_cast<std::size_t>(survey.importNumber) - 1]
+                                       : nullptr;
     }
 
     SurveyDescription description() {
         if (!facts_) facts_ = surveyFacts(theSurvey());
-        return describeSurvey(theSurvey(), *facts_, imported_, main_.mnuEL->isEnabled());
+        const ImportSummary* const import = importOf(theSurvey());
+        return describeSurvey(theSurvey(), *facts_, import ? *import : ImportSummary(),
+                              main_.mnuEL->isEnabled());
     }
 
     int helpOfView() const {
@@ -297,10 +375,10 @@ class Program : public QObject {
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
-    std::uint64_t exported_ = 0;        // the survey as it was written last
-    ImportSummary imported_;            // of the import that the survey comes from
-    std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
+    std::vector<ImportSummary> imports_;  // of all imports, in order
+    std::optional<SurveyFacts> facts_;    // of the survey, once they have been asked for
     QPointer<frmDataEdit> rowDialog_;
+    QPointer<frmHistory> history_;
     QPointer<frmStat> statistics_;
     QPointer<frmHistForm> histograms_;
     QPointer<frmSigCorrStruct> correlation_;

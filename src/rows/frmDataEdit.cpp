@@ -2,12 +2,13 @@
 #include "rows/frmDataEdit.h"
 
 #include "app/HelpOpener.h"
-#include "app/survey.h"
 #include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
+#include "journal/journal.h"
+#include "rows/row_acts.h"
 
 #include <QHideEvent>
 #include <QLocale>
@@ -40,9 +41,10 @@ QString inForce(const Survey& survey) {
 
 RowDetection findRows(QWidget* window, int distanceMode, double minDistance) {
     const Hourglass hourglass(window);
-    const RowDetection outcome = Recalculate_Rows(theSurvey(), distanceMode, minDistance);
-    noteSurveyChange();
-    return outcome;
+    return theJournal()
+        .perform(searchForRows(distanceMode, minDistance),
+                 [=](Survey& survey) { return Recalculate_Rows(survey, distanceMode, minDistance); })
+        .outcome;
 }
 
 }  // namespace
@@ -191,8 +193,8 @@ void frmDataEdit::Command1_Click() {
 void frmDataEdit::joinRows(const Entries& entered) {
     const RowPairEntry entry = checkRowPair(entered.first, entered.second, theSurvey().NumRows);
     if (refused(entry.fault, true)) return;
-    Joint_Row(theSurvey(), entry.row1, entry.row2);
-    noteSurveyChange();
+    theJournal().perform(joinOf(entry.row1, entry.row2),
+                         [&](Survey& survey) { return Joint_Row(survey, entry.row1, entry.row2); });
     Q_EMIT surveyChanged();
     close();
 }
@@ -200,8 +202,8 @@ void frmDataEdit::joinRows(const Entries& entered) {
 void frmDataEdit::deleteRow(const Entries& entered) {
     const RowEntry entry = checkRow(entered.first, theSurvey().NumRows);
     if (refused(entry.fault, false)) return;
-    Delete_Row(theSurvey(), entry.row);
-    noteSurveyChange();
+    theJournal().perform(deletionOfRow(theSurvey(), entry.row),
+                         [&](Survey& survey) { return Delete_Row(survey, entry.row); });
     Q_EMIT surveyChanged();
     if (theSurvey().NumSites == 0) tellNoSitesLeft();
     close();

@@ -6,6 +6,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/Windows.h"
+#include "journal/journal.h"
 #include "rows/row_detection.h"
 
 #include <QClipboard>
@@ -26,10 +27,12 @@ constexpr int kRelative = 2;
 constexpr int kHelpDocument = 102;  // the main menu, which leads here
 
 // Takes the statistics and leaves the row count, and the sites of each row as far as the survey holds them.
-RowStatistics countRows(Survey& survey) {
-    RowStatistics statistics = rowStatistics(survey);
-    if (statistics.rows.size() <= kMaxRows && survey.NumSites > 0) Calculate_NumPoints(survey);
-    survey.RowIndex = static_cast<int>(statistics.rows.size());
+RowStatistics countRows() {
+    RowStatistics statistics = rowStatistics(theSurvey());
+    theJournal().recount([&](const Survey& survey, SurveyCounts& counts) {
+        if (statistics.rows.size() <= kMaxRows && survey.NumSites > 0) countPoints(survey, counts);
+        counts.RowIndex = static_cast<int>(statistics.rows.size());
+    });
     return statistics;
 }
 
@@ -46,7 +49,7 @@ RowStatistics rowsThatAreThere(const Survey& survey) {
 
 frmStat::frmStat(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
-    model_ = new RowStatisticsModel(countRows(theSurvey()), this);
+    model_ = new RowStatisticsModel(countRows(), this);
     showCount();
     Stats->setModel(model_);
     Stats->addAction(actionCopy);

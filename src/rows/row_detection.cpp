@@ -119,10 +119,14 @@ struct Distances {
     double& largest;
 };
 
+Distances distancesOf(DistanceArrays& arrays, SurveyCounts& counts, int measure) {
+    if (measure == 1) return {arrays.TrueDist, counts.MaxTrueDist};
+    if (measure == 2) return {arrays.XDist, counts.MaxXDist};
+    return {arrays.YDist, counts.MaxYDist};
+}
+
 Distances distancesOf(Survey& survey, int measure) {
-    if (measure == 1) return {survey.TrueDist, survey.MaxTrueDist};
-    if (measure == 2) return {survey.XDist, survey.MaxXDist};
-    return {survey.YDist, survey.MaxYDist};
+    return distancesOf(survey, survey, measure);
 }
 
 // Takes the distances of removed sites out and calculates those across the gaps. The largest is looked for
@@ -168,13 +172,29 @@ bool rowsRunInOrder(const Survey& survey) {
     return std::adjacent_find(row, end, isOutOfOrder) == end;
 }
 
+double largestIn(const Survey& survey, int column) {
+    const double* const values = survey.SiteData.column(column);
+    return largestOf(0, survey.NumSites, [=](SiteIndex i) { return values[i]; });
+}
+
+double smallestIn(const Survey& survey, int column) {
+    if (survey.NumSites < 1) return 0;
+    const double* const values = survey.SiteData.column(column);
+    return *std::min_element(values, values + survey.NumSites);
+}
+
 }  // namespace
 
-void Calculate_Distances(Survey& survey, int distanceMode) {
+void measureDistances(const Survey& survey, int distanceMode, SurveyCounts& counts,
+                      DistanceArrays& distances) {
     withMeasure(survey, distanceMode, [&](const auto& distance) {
-        const Distances distances = distancesOf(survey, distanceMode);
-        fillDistances(survey, distances.values, distances.largest, distance);
+        const Distances measured = distancesOf(distances, counts, distanceMode);
+        fillDistances(survey, measured.values, measured.largest, distance);
     });
+}
+
+void Calculate_Distances(Survey& survey, int distanceMode) {
+    measureDistances(survey, distanceMode, survey, survey);
 }
 
 void Calculate_Distance(Survey& survey) {
@@ -239,7 +259,7 @@ bool rowsAreUsable(const Survey& survey) {
     return survey.RowIndex == survey.NumRows && rowsRunInOrder(survey);
 }
 
-void Calculate_NumPoints(Survey& survey) {
+void countPoints(const Survey& survey, SurveyCounts& counts) {
     std::array<std::int64_t, kMaxRows + 1> points{};
     const double* const row = survey.SiteData.column(kRow);
     int run = 1;
@@ -251,27 +271,29 @@ void Calculate_NumPoints(Survey& survey) {
         runStart = i;
     }
     points[static_cast<std::size_t>(run)] = survey.NumSites - runStart;
-    survey.RowIndex = run;
-    survey.NumPoints = points;
+    counts.RowIndex = run;
+    counts.NumPoints = points;
+}
+
+void Calculate_NumPoints(Survey& survey) {
+    countPoints(survey, survey);
+}
+
+void findExtents(const Survey& survey, SurveyCounts& counts) {
+    counts.MaxX = largestIn(survey, kX);
+    counts.MaxY = largestIn(survey, kY);
+    counts.MinX = smallestIn(survey, kX);
+    counts.MinY = smallestIn(survey, kY);
 }
 
 void Calculate_Max(Survey& survey) {
-    const auto largest = [&](int column) {
-        const double* const values = survey.SiteData.column(column);
-        return largestOf(0, survey.NumSites, [=](SiteIndex i) { return values[i]; });
-    };
-    survey.MaxX = largest(kX);
-    survey.MaxY = largest(kY);
+    survey.MaxX = largestIn(survey, kX);
+    survey.MaxY = largestIn(survey, kY);
 }
 
 void Calculate_Min(Survey& survey) {
-    const auto smallest = [&](int column) {
-        if (survey.NumSites < 1) return 0.0;
-        const double* const values = survey.SiteData.column(column);
-        return *std::min_element(values, values + survey.NumSites);
-    };
-    survey.MinX = smallest(kX);
-    survey.MinY = smallest(kY);
+    survey.MinX = smallestIn(survey, kX);
+    survey.MinY = smallestIn(survey, kY);
 }
 
 }  // namespace tessel

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "rows/site_runs.h"
+#include "app/site_runs.h"
 
 namespace tessel {
 
@@ -26,6 +26,8 @@ void Calculate_Y_Distance(Survey& survey);
 /// The same by a measure (1 true distance, 2 along X, 3 along Y; 0, nothing), and by the measure chosen
 /// (UseTrueDist, else UseXDist, else UseYDist; none, nothing).
 void Calculate_Distances(Survey& survey, int distanceMode);
+void measureDistances(const Survey& survey, int distanceMode, SurveyCounts& counts,
+                      DistanceArrays& distances);
 void Calculate_Chosen_Distance(Survey& survey);
 
 /// Makes room for the distances of the measure chosen. Who takes sites out calls it first, so that nothing
@@ -55,10 +57,13 @@ bool rowsAreUsable(const Survey& survey);
 /// contiguous and numbered 1, 2, 3, ... in site order. Throws subscriptOutOfRange, changing nothing, when
 /// there are more than kMaxRows runs.
 void Calculate_NumPoints(Survey& survey);
+void countPoints(const Survey& survey, SurveyCounts& counts);
 
 /// Largest X and Y, starting from 0: a survey at negative coordinates has a maximum of 0.
 void Calculate_Max(Survey& survey);
 /// Smallest X and Y, starting from site 0. Requires a site; without one both are 0.
 void Calculate_Min(Survey& survey);
+/// Both.
+void findExtents(const Survey& survey, SurveyCounts& counts);
 
 }  // namespace tessel

@@ -5,6 +5,7 @@
 #include "rows/row_sites.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessel {
 
@@ -33,21 +34,16 @@ bool rowsRunWithoutGap(const Survey& survey) {
     return true;
 }
 
-void makeOneRow(Survey& survey) {
-    double* const row = survey.SiteData.column(kRow);
-    std::fill(row, row + survey.NumSites, 1.0);
-    survey.NumRows = survey.RowIndex = 1;
-    survey.NumPoints.fill(0);
-    survey.NumPoints[1] = survey.NumSites;
-}
-
 }  // namespace
 
-void Joint_Row(Survey& survey, int row1, int row2) {
+Difference Joint_Row(Survey& survey, int row1, int row2) {
+    Difference difference(survey);
+    difference.keepRowNumbers(survey);
     // Every row behind the lower of two neighbours moves down by one: the higher one onto it.
     closeNumberGap(survey, std::min(row1, row2));
     survey.NumRows = rowOfLastSite(survey);
     Calculate_NumPoints(survey);
+    return difference;
 }
 
 RowSplit splitRow(Survey& survey, SiteIndex site) {
@@ -62,29 +58,44 @@ RowSplit splitRow(Survey& survey, SiteIndex site) {
 }
 
 RemovedSites Delete_Row(Survey& survey, int row) {
+    const SurveyFigures before = survey;
     Calculate_NumPoints(survey);
     const IndexRange sites = rowSites(survey, row);
-    return removeSites(survey, {sites}, EmptiedRows::kCloseUp);
+    RemovedSites removed = removeSites(survey, {sites}, EmptiedRows::kCloseUp);
+    removed.difference.keepFigures(before);
+    return removed;
 }
 
-RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance) {
+FoundRows Recalculate_Rows(Survey& survey, int distanceMode, double minDistance) {
+    Difference difference(survey);
+    difference.keepRowNumbers(survey);
+    difference.keepDistances(survey, distanceMode);
     Calculate_Distances(survey, distanceMode);  // first, because memory may not suffice
     survey.chooseDistance(distanceMode);
     survey.MinDistance = minDistance;
     const RowDetection outcome = Assign_Row(survey);
     if (outcome == RowDetection::kAssigned) Calculate_NumPoints(survey);
-    return outcome;
+    return {outcome, std::move(difference)};
 }
 
-bool ValidateRowInfo(Survey& survey) {
-    if (rowsRunWithoutGap(survey)) return true;
-    makeOneRow(survey);
-    return false;
+bool ValidateRowInfo(const Survey& survey) {
+    return rowsRunWithoutGap(survey);
 }
 
-void forgetRows(Survey& survey) {
-    survey.NumRows = survey.RowIndex = 0;
+Difference makeOneRow(Survey& survey) {
+    Difference difference(survey);
+    difference.keepRowNumbers(survey);
+    double* const row = survey.SiteData.column(kRow);
+    std::fill(row, row + survey.NumSites, 1.0);
+    survey.NumRows = survey.RowIndex = 1;
     survey.NumPoints.fill(0);
+    survey.NumPoints[1] = survey.NumSites;
+    return difference;
+}
+
+void forgetRows(SurveyCounts& counts) {
+    counts.NumRows = counts.RowIndex = 0;
+    counts.NumPoints.fill(0);
 }
 
 }  // namespace tessel

@@ -8,12 +8,13 @@ namespace tessel {
 
 // Joining and deleting rows, and finding all rows anew.
 //
-// All of these keep the survey in one piece: row numbers without gaps, NumRows, RowIndex and NumPoints those
-// of the rows as they now are, and the distances of the measure in force in step with the sites.
+// All of these give the way back, and keep the survey in one piece: row numbers without gaps, NumRows,
+// RowIndex and NumPoints those of the rows as they now are, and the distances of the measure in force in step
+// with the sites.
 
 /// Joins two rows: the higher-numbered one becomes part of the lower, and the rows behind it move down by
 /// one. No site moves. Requires neighbours between 1 and NumRows, and at most kMaxRows rows.
-void Joint_Row(Survey& survey, int row1, int row2);
+Difference Joint_Row(Survey& survey, int row1, int row2);
 
 /// What became of dividing a row.
 enum class RowSplit {
@@ -32,15 +33,23 @@ RowSplit splitRow(Survey& survey, SiteIndex site);
 /// kMaxRows rows.
 RemovedSites Delete_Row(Survey& survey, int row);
 
+/// What Recalculate_Rows arrived at.
+struct FoundRows {
+    RowDetection outcome;
+    Difference difference;
+};
+
 /// Finds the rows anew: the measure (1 true distance, 2 along X, 3 along Y) and the threshold (metres, not
 /// negative) become those in force, distances are calculated and rows assigned.
-RowDetection Recalculate_Rows(Survey& survey, int distanceMode, double minDistance);
+FoundRows Recalculate_Rows(Survey& survey, int distanceMode, double minDistance);
 
 /// True when the row numbers run 1, 1, ..., 2, 2, ... up to NumRows without a gap and never fall back. When
-/// they do not, the row information is lost: all sites then make up one row. Requires a site.
-bool ValidateRowInfo(Survey& survey);
+/// they do not, the row information is of no use: makeOneRow(). Requires a site.
+bool ValidateRowInfo(const Survey& survey);
+/// All sites make up one row.
+Difference makeOneRow(Survey& survey);
 
 /// The rows of a survey without sites: none.
-void forgetRows(Survey& survey);
+void forgetRows(SurveyCounts& counts);
 
 }  // namespace tessel

@@ -5,6 +5,7 @@
 #include "rows/row_detection.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace tessel {
@@ -33,20 +34,19 @@ std::ptrdiff_t rowsWithoutSites(const Survey& survey) {
     return std::count(survey.NumPoints.begin(), survey.NumPoints.end(), 0);
 }
 
-void countWithout(Survey& survey, RemovedSites& removed) {
+// Gives how many rows are left without sites.
+int countWithout(Survey& survey, std::span<const IndexRange> runs) {
     const auto before = rowsWithoutSites(survey);
-    for (const IndexRange& run : removed.runs) {
+    for (const IndexRange& run : runs)
         count(survey, run, -1);
-        removed.sites += run.count();
-    }
-    removed.rows = static_cast<int>(rowsWithoutSites(survey) - before);
+    return static_cast<int>(rowsWithoutSites(survey) - before);
 }
 
-void takeOut(Survey& survey, const RemovedSites& removed) {
+void takeOut(Survey& survey, std::span<const IndexRange> runs) {
     const SiteIndex before = survey.NumSites;
-    survey.NumSites -= removed.sites;
+    survey.NumSites -= sitesIn(runs);
     const auto takeFrom = [&](auto* values) {
-        closeGaps(values, before, removed.runs);
+        closeGaps(values, before, runs);
         std::fill(values + survey.NumSites, values + before, 0);
     };
     for (int column = 0; column < kSiteColumns; ++column)
@@ -71,15 +71,18 @@ void closeUpRows(Survey& survey) {
 RemovedSites removeSites(Survey& survey, std::vector<IndexRange> runs, EmptiedRows emptied) {
     Reserve_Chosen_Distance(survey);
     const SiteIndex before = survey.NumSites;
-    RemovedSites removed{std::move(runs)};
+    RemovedSites removed{sitesIn(runs), 0, Difference(survey)};
+    removed.difference.keepSites(survey, joined(std::move(runs)));
+    if (emptied == EmptiedRows::kCloseUp) removed.difference.keepRowNumbers(survey);
+    const std::span<const IndexRange> taken = removed.difference.removed();
     if (emptied == EmptiedRows::kLeaveGaps) {
         survey.NumPoints.fill(0);
         count(survey, {0, before}, 1);
     }
-    countWithout(survey, removed);
-    takeOut(survey, removed);
+    removed.rows = countWithout(survey, taken);
+    takeOut(survey, taken);
     if (emptied == EmptiedRows::kCloseUp && removed.rows > 0) closeUpRows(survey);
-    Distances_After_Removal(survey, removed.runs, before);
+    Distances_After_Removal(survey, taken, before);
     return removed;
 }
 

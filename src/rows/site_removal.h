@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "rows/site_runs.h"
+#include "app/site_runs.h"
+#include "journal/difference.h"
 
 namespace tessel {
 
@@ -15,12 +16,12 @@ enum class EmptiedRows {
 
 /// What has been taken out.
 struct RemovedSites {
-    std::vector<IndexRange> runs;  ///< where they stood
-    SiteIndex sites = 0;           ///< how many they are
-    int rows = 0;                  ///< how many rows have lost their last site
+    SiteIndex sites = 0;    ///< how many sites
+    int rows = 0;           ///< how many rows have lost their last site
+    Difference difference;  ///< the way back
 };
 
-/// Takes sites out of the survey for good, given their runs (in order, none reaching into the next), and
+/// Takes sites out of the survey, given their runs (in order, none reaching into the next), and
 /// brings everything that depends on them in step:
 /// - the others keep their order and move together in all columns, in SiteID and in SourceLine; the entries
 /// freed at the end

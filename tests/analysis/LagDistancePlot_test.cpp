@@ -3,6 +3,7 @@
 
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
+#include "journal/journal.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"

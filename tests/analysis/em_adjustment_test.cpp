@@ -2,7 +2,6 @@
 #include "analysis/em_adjustment.h"
 
 #include "base/run_time_error.h"
-#include "base/session.h"
 #include "support/made_survey.h"
 #include "support/printed_number.h"
 
@@ -28,15 +27,18 @@ AdjustmentRequest scaleBy(const std::string& factor1, const std::string& factor2
 
 struct Adjusted {
     Survey survey = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 4});
-    Session session;
-    AdjustmentOutcome outcome;
+    Adjustment outcome;
 
-    void apply(const AdjustmentRequest& request) { adjustReadings(survey, session, request, outcome); }
+    void apply(const AdjustmentRequest& request) {
+        outcome = adjustment(survey, request);
+        if (outcome.changesReadings()) adjustReadings(survey, outcome);
+        if (outcome.failure) std::rethrow_exception(outcome.failure);
+    }
     Readings em1() const { return readingsOf(survey, kEM1); }
     Readings em2() const { return readingsOf(survey, kEM2); }
     bool untouched() const {
-        return !outcome.readingsChanged && em1() == Readings{10, 20, 0, -4} &&
-               em2() == Readings{1, 2, 3, 4} && session.EMAdjustTotalA == 0 && session.EMAdjustTotalB == 0;
+        return !outcome.changesReadings() && em1() == Readings{10, 20, 0, -4} &&
+               em2() == Readings{1, 2, 3, 4} && survey.EMAdjustTotalA == 0 && survey.EMAdjustTotalB == 0;
     }
 };
 
@@ -54,9 +56,9 @@ TEST(Adjustment, ConstantLowersEveryReadingOfEM1AndItsTotal) {
     adjusted.apply(addToEM1(" -2.5 "));
     EXPECT_EQ(adjusted.em1(), (Readings{7.5, 17.5, -2.5, -6.5}));
     EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
-    EXPECT_EQ(adjusted.session.EMAdjustTotalA, -2.5);
-    EXPECT_EQ(adjusted.session.EMAdjustTotalB, 0);
-    EXPECT_TRUE(adjusted.outcome.readingsChanged);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, -2.5);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalB, 0);
+    EXPECT_TRUE(adjusted.outcome.changesReadings());
     EXPECT_TRUE(adjusted.outcome.refusal.empty());
 }
 
@@ -65,8 +67,8 @@ TEST(Adjustment, ConstantForEM2ChangesEM2AndItsTotalOnly) {
     adjusted.apply(addToEM2("1e1"));
     EXPECT_EQ(adjusted.em2(), (Readings{11, 12, 13, 14}));
     EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, -4}));
-    EXPECT_EQ(adjusted.session.EMAdjustTotalA, 0);
-    EXPECT_EQ(adjusted.session.EMAdjustTotalB, 10);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, 0);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalB, 10);
 }
 
 TEST(Adjustment, TotalsRunOnFromOneAdjustmentToTheNext) {
@@ -75,8 +77,8 @@ TEST(Adjustment, TotalsRunOnFromOneAdjustmentToTheNext) {
     adjusted.apply(addToEM1("3"));
     adjusted.apply(addToEM2("-1"));
     adjusted.apply(scaleBy("2", "2"));
-    EXPECT_EQ(adjusted.session.EMAdjustTotalA, 6);
-    EXPECT_EQ(adjusted.session.EMAdjustTotalB, -1);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, 6);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalB, -1);
 }
 
 TEST(Adjustment, ScalesBothColumns) {
@@ -84,7 +86,7 @@ TEST(Adjustment, ScalesBothColumns) {
     adjusted.apply(scaleBy("2.0", ".5"));
     EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
     EXPECT_EQ(adjusted.em2(), (Readings{0.5, 1, 1.5, 2}));
-    EXPECT_TRUE(adjusted.outcome.readingsChanged);
+    EXPECT_TRUE(adjusted.outcome.changesReadings());
     EXPECT_TRUE(adjusted.outcome.refusal.empty());
 }
 
@@ -132,7 +134,7 @@ TEST(Adjustment, KeepsEM1ScaledWhenTheFactorOfEM2IsRefused) {
         Adjusted adjusted;
         adjusted.apply(scaleBy("2", text));
         EXPECT_EQ(adjusted.outcome.refusal, message);
-        EXPECT_TRUE(adjusted.outcome.readingsChanged);
+        EXPECT_TRUE(adjusted.outcome.changesReadings());
         EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
         EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
     }
@@ -144,22 +146,22 @@ TEST(Adjustment, AnOverflowChangesNothing) {
     EXPECT_THROW(adjusted.apply(addToEM1("1.5e308")), RunTimeError);
     EXPECT_THROW(adjusted.apply(scaleBy("2", "1")), RunTimeError);
     EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, 1.5e308}));
-    EXPECT_EQ(adjusted.session.EMAdjustTotalA, 0);
-    EXPECT_FALSE(adjusted.outcome.readingsChanged);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, 0);
+    EXPECT_FALSE(adjusted.outcome.changesReadings());
 }
 
 TEST(Adjustment, AnOverflowOfTheTotalChangesNothing) {
     Adjusted adjusted;
-    adjusted.session.EMAdjustTotalB = 1.7e308;
+    adjusted.survey.EMAdjustTotalB = 1.7e308;
     EXPECT_THROW(adjusted.apply(addToEM2("1e308")), RunTimeError);
     EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
-    EXPECT_EQ(adjusted.session.EMAdjustTotalB, 1.7e308);
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalB, 1.7e308);
 }
 
 TEST(Adjustment, AnOverflowInEM2IsKnownToHaveScaledEM1) {
     Adjusted adjusted;
     EXPECT_THROW(adjusted.apply(scaleBy("2", "1e308")), RunTimeError);
-    EXPECT_TRUE(adjusted.outcome.readingsChanged);
+    EXPECT_TRUE(adjusted.outcome.changesReadings());
     EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
     EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
 }
@@ -167,10 +169,8 @@ TEST(Adjustment, AnOverflowInEM2IsKnownToHaveScaledEM1) {
 // What the help document on adjustments warns of.
 TEST(Adjustment, ConstantTakenAwayAgainMayLeaveALastDigit) {
     Survey survey = surveyOfReadings({.05, 34.49});
-    Session session;
-    AdjustmentOutcome outcome;
-    adjustReadings(survey, session, addToEM1("-2.8"), outcome);
-    adjustReadings(survey, session, addToEM1("2.8"), outcome);
+    adjustReadings(survey, adjustment(survey, addToEM1("-2.8")));
+    adjustReadings(survey, adjustment(survey, addToEM1("2.8")));
     EXPECT_EQ(printedNumber(survey.SiteData(kEM1, 0)), " .0499999999999998 ");
     EXPECT_EQ(printedNumber(survey.SiteData(kEM1, 1)), " 34.49 ");
 }

@@ -7,6 +7,7 @@
 #include "support/ExpectedBoxes.h"
 #include "support/TextAtPaint.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QApplication>
 #include <QSignalSpy>
@@ -35,12 +36,11 @@ class AdjustmentWindow : public testing::Test {
   protected:
     void SetUp() override {
         theSession() = Session{};
-        theAppliedAdjustments() = {};
-        theSurvey() = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 6});
+        surveyUnderTest() = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 6});
     }
     void TearDown() override {
         theSession() = Session{};
-        theSurvey() = Survey{};
+        surveyUnderTest() = Survey{};
     }
 
     void open() {
@@ -120,7 +120,7 @@ TEST_F(AdjustmentWindow, ShowsTheStatisticsOfBothReadings) {
 }
 
 TEST_F(AdjustmentWindow, WithOneReadingShowsNotAvailableForEM2AndCannotAddToIt) {
-    theSurvey() = surveyOfReadings({10, 20, 0, -4});
+    surveyUnderTest() = surveyOfReadings({10, 20, 0, -4});
     open();
     EXPECT_EQ(em1(), (Texts{"4", "6.50", "10.75", "-4.00", "20.00", "2"}));
     EXPECT_EQ(em2(), kNotAvailable);
@@ -159,7 +159,7 @@ TEST_F(AdjustmentWindow, ChoosingAnOptionShowsAndEmptiesItsBoxes) {
 }
 
 TEST_F(AdjustmentWindow, ScalingOneReadingHidesTheBoxOfEM2ButFillsIt) {
-    theSurvey() = surveyOfReadings({10, 20, 0, -4});
+    surveyUnderTest() = surveyOfReadings({10, 20, 0, -4});
     open();
     choose(window().optScale);
     EXPECT_EQ(visibleEntries(), (QList<QWidget*>{window().lblEM1, window().txtScale1}));
@@ -190,8 +190,8 @@ TEST_F(AdjustmentWindow, AddsAConstantToEM1AndRefreshes) {
     compute();
     EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{7.5, 17.5, -2.5, -6.5}));
     EXPECT_EQ(em1(), (Texts{"4", "4.00", "10.75", "-6.50", "17.50", "2"}));
-    EXPECT_EQ(theSession().EMAdjustTotalA, -2.5);
-    EXPECT_EQ(theSession().EMAdjustTotalB, 0);
+    EXPECT_EQ(theSurvey().EMAdjustTotalA, -2.5);
+    EXPECT_EQ(theSurvey().EMAdjustTotalB, 0);
     EXPECT_EQ(changes(), 1);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
@@ -228,7 +228,7 @@ TEST_F(AdjustmentWindow, ARefusedFactorOfEM2LeavesEM1ScaledAndTheFiguresAsTheyWe
 }
 
 TEST_F(AdjustmentWindow, AConstantEM1IsReportedOnceAndLeavesTheWindowUsable) {
-    theSurvey() = surveyOfReadings({7, 7, 7}, {1, 2, 3});
+    surveyUnderTest() = surveyOfReadings({7, 7, 7}, {1, 2, 3});
     boxes_.tell(u"Division by zero"_s);
     open();
     EXPECT_EQ(boxes_.pending(), 0);
@@ -244,14 +244,14 @@ TEST_F(AdjustmentWindow, AConstantEM1IsReportedOnceAndLeavesTheWindowUsable) {
     EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 + 1, EM2 unchanged"_s);
     EXPECT_TRUE(window().cmdFinished->hasFocus());
     EXPECT_EQ(em1(), (Texts{"3", "8.00", "0.00", "8.00", "8.00", "0"}));
-    EXPECT_EQ(theSession().EMAdjustTotalA, 1);
+    EXPECT_EQ(theSurvey().EMAdjustTotalA, 1);
     EXPECT_EQ(changes(), 1);
     EXPECT_TRUE(window().isVisible());
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(AdjustmentWindow, OneSiteHasNoDeviation) {
-    theSurvey() = surveyOfReadings({-3}, {8});
+    surveyUnderTest() = surveyOfReadings({-3}, {8});
     boxes_.tell(u"Division by zero"_s);
     open();
     EXPECT_EQ(em1(), (Texts{"1", "-3.00", "n/a", "-3.00", "-3.00", "1"}));
@@ -261,7 +261,7 @@ TEST_F(AdjustmentWindow, OneSiteHasNoDeviation) {
 }
 
 TEST_F(AdjustmentWindow, AnErrorOfOpeningIsNotReportedAgainWhenTheWindowIsShownAgain) {
-    theSurvey() = surveyOfReadings({-3});
+    surveyUnderTest() = surveyOfReadings({-3});
     boxes_.tell(u"Division by zero"_s);
     open();
     window().hide();
@@ -294,7 +294,7 @@ TEST_F(AdjustmentWindow, TabFollowsTheEyeAndEnterComputes) {
 }
 
 TEST_F(AdjustmentWindow, SaysThatAnAdjustmentHasBeenMadeBeforeTheErrorThatFollows) {
-    theSurvey() = surveyOfReadings({-3});
+    surveyUnderTest() = surveyOfReadings({-3});
     boxes_.tell(u"Division by zero"_s);
     open();
     type(window().txtAdjEC1, "2.5");
@@ -362,7 +362,7 @@ TEST_F(AdjustmentWindow, ComputesOnEnterAgainOnceAnotherNumberIsTyped) {
     type(window().txtAdjEC1, "3");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(theSession().EMAdjustTotalA, 5);
+    EXPECT_EQ(theSurvey().EMAdjustTotalA, 5);
 }
 
 }  // namespace tessel

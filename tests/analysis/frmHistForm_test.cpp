@@ -10,6 +10,7 @@
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QApplication>
 #include <QTest>
@@ -91,11 +92,11 @@ class HistogramWindow : public testing::Test {
   protected:
     void SetUp() override {
         theSession() = Session{};
-        theSurvey() = surveyOfReadings(kSpread, kSpread2);
+        surveyUnderTest() = surveyOfReadings(kSpread, kSpread2);
     }
     void TearDown() override {
         theSession() = Session{};
-        theSurvey() = Survey{};
+        surveyUnderTest() = Survey{};
     }
 
     void open() {
@@ -196,7 +197,7 @@ TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
     std::vector<double> readings;
     for (int bin = 1; bin <= 50; ++bin)
         readings.push_back(bin);
-    theSurvey() = surveyOfReadings(readings, {readings.rbegin(), readings.rend()});
+    surveyUnderTest() = surveyOfReadings(readings, {readings.rbegin(), readings.rend()});
     // Of 1..50 the mean is 25.5 and t * 50 of it is 24.5 * 50 / 49 = 25 exactly: the mark is 25.
     open();
     plot();
@@ -214,7 +215,7 @@ TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
 // EM2 fills bins 1, 26, 50 (one each) and 46 (five); its mean 600 / 8 = 75 puts the mark at 37.5 rounded to
 // even, 38, where that of EM1 is 12.
 TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
-    theSurvey() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
+    surveyUnderTest() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
     open();
     plot();
     expectBars(SeenHistogram(window().HG2), {{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}}, 38, kLightGreen,
@@ -237,7 +238,7 @@ TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
     plot();
     ASSERT_EQ(SeenHistogram(window().HG1).foot(11), kLightBlue);
     ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
-    theSurvey() = surveyOfReadings({0, 0, 100}, {0, 0, 100});
+    surveyUnderTest() = surveyOfReadings({0, 0, 100}, {0, 0, 100});
     plot();
     EXPECT_EQ(SeenHistogram(window().HG1).foot(11), kBrightWhite);
     EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kBrightWhite);
@@ -246,18 +247,18 @@ TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
 TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierOneAway) {
     open();
     plot();
-    theSurvey() = surveyOfReadings(kSpread);
+    surveyUnderTest() = surveyOfReadings(kSpread);
     plot();
     EXPECT_FALSE(window().HG2->isVisible());
     EXPECT_EQ(em2(), (Texts{"n/a", "n/a", "n/a", "n/a"}));
-    theSurvey() = surveyOfReadings(kSpread, kSpread2);
+    surveyUnderTest() = surveyOfReadings(kSpread, kSpread2);
     plot();
     EXPECT_TRUE(window().HG2->isVisible());
     EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
 }
 
 TEST_F(HistogramWindow, EqualReadingsStopThePlotWithTheNumberOfTheError) {
-    theSurvey() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
+    surveyUnderTest() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
     open();
     expectFailure(u"11"_s);
     plot();
@@ -269,7 +270,7 @@ TEST_F(HistogramWindow, EqualReadingsStopThePlotWithTheNumberOfTheError) {
 
 // Both columns are divided into bins before the first is drawn.
 TEST_F(HistogramWindow, EqualSecondReadingsStopThePlotBeforeAnythingIsDrawn) {
-    theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
+    surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     open();
     expectFailure(u"11"_s);
     plot();
@@ -281,17 +282,17 @@ TEST_F(HistogramWindow, EqualSecondReadingsStopThePlotBeforeAnythingIsDrawn) {
 TEST_F(HistogramWindow, AFailureLeavesNoFiguresAndNoBarsOfTheEarlierPlot) {
     open();
     plot();
-    theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
+    surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     expectFailure(u"11"_s);
     plot();
     EXPECT_TRUE(nothingPlotted());
     EXPECT_TRUE(window().lblHint->isVisible());
     EXPECT_EQ(em1(), (Texts{"2.00", "1.00", "1.00", "3.00"}));
-    theSurvey() = surveyOfReadings({5});
+    surveyUnderTest() = surveyOfReadings({5});
     expectFailure(u"11"_s);
     plot();
     EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
-    theSurvey() = surveyOfReadings({0, 0, 100});
+    surveyUnderTest() = surveyOfReadings({0, 0, 100});
     plot();
     expectBars(SeenHistogram(window().HG1), {{1, 0.1}, {50, 0.55}}, 17, kLightBlue, kBlue);
 }
@@ -301,7 +302,7 @@ TEST_F(HistogramWindow, WhatIsPlottedFollowsTheSurvey) {
     window().redraw();
     EXPECT_TRUE(nothingPlotted()) << "nothing has been plotted yet";
     plot();
-    theSurvey() = surveyOfReadings({0, 0, 100});
+    surveyUnderTest() = surveyOfReadings({0, 0, 100});
     window().redraw();
     QApplication::processEvents();
     EXPECT_EQ(em1(), (Texts{"33.33", "57.74", "0.00", "100.00"}));
@@ -313,18 +314,18 @@ TEST_F(HistogramWindow, WhatIsPlottedFollowsTheSurvey) {
 TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
     open();
     plot();
-    theSurvey() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
+    surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     window().redraw();
     EXPECT_TRUE(nothingPlotted());
     EXPECT_TRUE(window().lblHint->isVisible());
     EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
-    theSurvey() = Survey{};
+    surveyUnderTest() = Survey{};
     window().redraw();
     EXPECT_TRUE(nothingPlotted());
 }
 
 TEST_F(HistogramWindow, AnOverflowHasItsOwnNumber) {
-    theSurvey() = surveyOfReadings({1e200, -1e200, 0});
+    surveyUnderTest() = surveyOfReadings({1e200, -1e200, 0});
     open();
     expectFailure(u"6"_s);
     plot();
@@ -415,7 +416,7 @@ void expectPaletteColour(const QColor& seen, BasicColour number) {
 }  // namespace
 
 TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
-    theSurvey() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
+    surveyUnderTest() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
     open();
     plot();
     for (const double scale : {1.0, 2.0, 4.0}) {
@@ -442,7 +443,7 @@ TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
 }
 
 TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
-    theSurvey() = surveyOfReadings(kSpread);
+    surveyUnderTest() = surveyOfReadings(kSpread);
     open();
     plot();
     const PrintedPdf pdf;
@@ -455,7 +456,7 @@ TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
 }
 
 TEST_F(HistogramWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
-    theSurvey() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
+    surveyUnderTest() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
     open();
     const PrintedPdf pdf;
     window().mnuPrint->trigger();
@@ -466,7 +467,7 @@ TEST_F(HistogramWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
 }
 
 TEST_F(HistogramWindow, PrintsNothingThatItCannotPlot) {
-    theSurvey() = surveyOfReadings({5, 5, 5});
+    surveyUnderTest() = surveyOfReadings({5, 5, 5});
     open();
     const PrintedPdf pdf;
     boxes_.tell(u"Unexpected error: request terminated."_s);

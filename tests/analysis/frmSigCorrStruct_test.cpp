@@ -8,6 +8,7 @@
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -24,11 +25,11 @@ class CorrelationWindow : public testing::Test {
   protected:
     void SetUp() override {
         theSession() = Session{};
-        theSurvey() = surveyOfReadings({10, 30, 12}, {60, 20, 33});
+        surveyUnderTest() = surveyOfReadings({10, 30, 12}, {60, 20, 33});
     }
     void TearDown() override {
         theSession() = Session{};
-        theSurvey() = Survey{};
+        surveyUnderTest() = Survey{};
     }
 
     void open() {
@@ -113,7 +114,7 @@ TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSer
 }
 
 TEST_F(CorrelationWindow, AConstantColumnIsDrawnInTheMiddle) {
-    theSurvey() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
+    surveyUnderTest() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
     open();
     plot();
     expectAxis(Chart2D::Axis::kX, 5, 5);
@@ -124,13 +125,13 @@ TEST_F(CorrelationWindow, WhatIsPlottedFollowsTheSurveyAndALookAtItStays) {
     open();
     window().redraw();
     EXPECT_FALSE(chart().isVisible()) << "nothing has been plotted yet";
-    theSurvey() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
+    surveyUnderTest() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
     plot();
     QTest::keyClick(&chart(), Qt::Key_Plus);
     const auto seenAt = [this](QPoint pixel) { return chart().pixelToData(pixel); };
     const QPoint middle = chart().rect().center();
     const Chart2D::PixelData before = seenAt(middle);
-    theSurvey() = surveyOfReadings({10, 20, 28}, {20, 40, 56});
+    surveyUnderTest() = surveyOfReadings({10, 20, 28}, {20, 40, 56});
     window().redraw();
     EXPECT_EQ(chart().point(Chart2D::kData, 1, 3), (Chart2D::Point{28, 56}));
     EXPECT_TRUE(chart().isZoomed());
@@ -140,11 +141,11 @@ TEST_F(CorrelationWindow, WhatIsPlottedFollowsTheSurveyAndALookAtItStays) {
 
 TEST_F(CorrelationWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
     for (const Survey& other : {surveyOfReadings({1, 2}), Survey{}}) {
-        theSurvey() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
+        surveyUnderTest() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
         open();
         plot();
         ASSERT_TRUE(chart().isVisible());
-        theSurvey() = other;
+        surveyUnderTest() = other;
         window().redraw();
         EXPECT_FALSE(chart().isVisible());
     }
@@ -152,7 +153,7 @@ TEST_F(CorrelationWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox)
 
 TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsWhenANewSurveyHasOne) {
     open();
-    theSurvey() = surveyOfReadings({1, 2});
+    surveyUnderTest() = surveyOfReadings({1, 2});
     boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
     plot();
     EXPECT_FALSE(chart().isVisible());
@@ -160,7 +161,7 @@ TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsWhenANewSurveyHasOne) {
 
 TEST_F(CorrelationWindow, SaysThatNoPointIsLeftWhenEverySiteHasBeenDeleted) {
     open();
-    theSurvey().NumSites = 0;
+    surveyUnderTest().NumSites = 0;
     boxes_.tell(u"There is no more point left in the file!"_s);
     plot();
     EXPECT_FALSE(chart().isVisible());
@@ -168,7 +169,7 @@ TEST_F(CorrelationWindow, SaysThatNoPointIsLeftWhenEverySiteHasBeenDeleted) {
 
 // 2000 device units of 300 to the inch are 480 points; the corner stays at 200 device units.
 TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
-    theSurvey() = surveyOfReadings({10, 30, 10, 30}, {60, 60, 20, 20});
+    surveyUnderTest() = surveyOfReadings({10, 30, 10, 30}, {60, 60, 20, 20});
     open();
     plot();
     QSizeF size;
@@ -227,7 +228,7 @@ TEST_F(CorrelationWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
 
 TEST_F(CorrelationWindow, PrintsNothingThatItCannotPlot) {
     open();
-    theSurvey().TwoEMColumns = false;
+    surveyUnderTest().TwoEMColumns = false;
     const PrintedPdf pdf;
     boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
     window().mnuPrint->trigger();
@@ -252,8 +253,8 @@ TEST_F(CorrelationWindow, PrintingMayBeCancelled) {
 }
 
 TEST_F(CorrelationWindow, ReadsOutTheSiteUnderThePointer) {
-    theSurvey().SiteIDPresent = true;
-    theSurvey().SiteID = {7, 8, 9};
+    surveyUnderTest().SiteIDPresent = true;
+    surveyUnderTest().SiteID = {7, 8, 9};
     open();
     plot();
     const QPoint site = chart().dataToPixel(12, 33).toPoint();
@@ -262,7 +263,7 @@ TEST_F(CorrelationWindow, ReadsOutTheSiteUnderThePointer) {
               u"Site sequence number = 2, Row #1, Site # 9, EM1 = 12.00, EM2 = 33.00"_s);
     QTest::mouseMove(&chart(), site + QPoint(20, 0));
     EXPECT_EQ(chart().footerText(), QString());
-    theSurvey().SiteData(kEM1, 2) = 25;  // a new plot has not been read yet
+    surveyUnderTest().SiteData(kEM1, 2) = 25;  // a new plot has not been read yet
     QTest::mouseMove(&chart(), site);
     window().redraw();
     EXPECT_EQ(chart().footerText(), QString());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/lag_distance.h"
 
+#include "rows/row_detection.h"
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
@@ -23,11 +24,17 @@ std::vector<double> distancesOf(const LagDistances& lag) {
     return {lag.distances.begin(), lag.distances.end()};
 }
 
+// Calculated for the plot, as it does itself.
+LagDistances measuredLag(Survey& survey, LagMeasure measure) {
+    Calculate_Distances(survey, distanceModeOf(measure));
+    return lagDistances(survey, measure);
+}
+
 }  // namespace
 
 TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRows) {
     Survey survey = twoRows();
-    const LagDistances lag = lagDistances(survey, LagMeasure::kTrueDistance);
+    const LagDistances lag = measuredLag(survey, LagMeasure::kTrueDistance);
     EXPECT_EQ(distancesOf(lag), (std::vector<double>{0, 10, 10, 40, 10, 10}));
     EXPECT_EQ(lag.top, 40);
     EXPECT_EQ(lag.header, "Sample Distance Plot (True Distance)");
@@ -35,11 +42,11 @@ TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRows) {
 
 TEST(LagDistance, IsMeasuredAlongOneCoordinateToo) {
     Survey survey = twoRows();
-    const LagDistances alongX = lagDistances(survey, LagMeasure::kAlongX);
+    const LagDistances alongX = measuredLag(survey, LagMeasure::kAlongX);
     EXPECT_EQ(distancesOf(alongX), (std::vector<double>{0, 10, 10, 0, 10, 10}));
     EXPECT_EQ(alongX.header, "Sample Distance Plot (By X)");
     EXPECT_EQ(survey.MaxXDist, 10);
-    const LagDistances alongY = lagDistances(survey, LagMeasure::kAlongY);
+    const LagDistances alongY = measuredLag(survey, LagMeasure::kAlongY);
     EXPECT_EQ(distancesOf(alongY), (std::vector<double>{0, 0, 0, 40, 0, 0}));
     EXPECT_EQ(alongY.header, "Sample Distance Plot (By Y)");
     EXPECT_EQ(alongY.top, 40);
@@ -48,12 +55,12 @@ TEST(LagDistance, IsMeasuredAlongOneCoordinateToo) {
 TEST(LagDistance, ReachesUpToTheMinimumDistanceAtLeast) {
     Survey survey = twoRows();
     survey.MinDistance = 75;
-    EXPECT_EQ(lagDistances(survey, LagMeasure::kTrueDistance).top, 75);
+    EXPECT_EQ(measuredLag(survey, LagMeasure::kTrueDistance).top, 75);
 }
 
 TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
     Survey survey = twoRows();
-    lagDistances(survey, LagMeasure::kAlongY);
+    measuredLag(survey, LagMeasure::kAlongY);
     EXPECT_TRUE(survey.UseTrueDist);
     EXPECT_EQ(survey.DistanceMode, 1);
     EXPECT_EQ(survey.NumRows, 2);
@@ -61,7 +68,7 @@ TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
 
 TEST(LagDistance, OfOneSiteIsNone) {
     Survey survey = madeSurvey({{5, 5, 1, 1, 1}});
-    const LagDistances lag = lagDistances(survey, LagMeasure::kTrueDistance);
+    const LagDistances lag = measuredLag(survey, LagMeasure::kTrueDistance);
     EXPECT_EQ(distancesOf(lag), std::vector<double>{0});
     EXPECT_EQ(lag.top, 20);
 }

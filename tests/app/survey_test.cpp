@@ -2,6 +2,7 @@
 #include "app/survey.h"
 
 #include "base/session.h"
+#include "journal/journal.h"
 
 #include <gtest/gtest.h>
 
@@ -51,14 +52,14 @@ TEST(NewSurvey, IsEmpty) {
     EXPECT_EQ(survey.SiteData.capacity(), 0);
     EXPECT_EQ(survey.MinLineLength, 1);
     EXPECT_FALSE(survey.UseTrueDist || survey.UseXDist || survey.UseYDist);
+    EXPECT_EQ(survey.EMAdjustTotalA, 0);
+    EXPECT_EQ(survey.EMAdjustTotalB, 0);
 }
 
 TEST(NewSession, HasSavedNothingAndPrintsAt300Dpi) {
     const Session session;
     EXPECT_FALSE(session.DataSaved);
     EXPECT_EQ(session.PrintScale, 1.0);
-    EXPECT_EQ(session.EMAdjustTotalA, 0);
-    EXPECT_EQ(session.EMAdjustTotalB, 0);
 }
 
 TEST(ChoosingADistance, SetsTheModeAndExactlyOneFlag) {

@@ -8,6 +8,7 @@
 #include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
 
 #include <QSignalSpy>
@@ -30,7 +31,7 @@ const QString kGridQuestion =
 class OutputWindow : public testing::Test {
   protected:
     OutputWindow() {
-        theSurvey() = surveyWithRows({{1, 2, 3, 4, 1, 11}, {5, 6, 7, 8, 2, 12}, {9, 8, 7, 6, 3, 13}});
+        surveyUnderTest() = surveyWithRows({{1, 2, 3, 4, 1, 11}, {5, 6, 7, 8, 2, 12}, {9, 8, 7, 6, 3, 13}});
         theSession().DataSaved = false;
         answerDialogWith(folder_ / "out.txt");
     }
@@ -62,8 +63,8 @@ QColor colourOf(const QWidget* widget) {
 TEST_F(OutputWindow, OpensWithTheRecordFormatOfTheSurvey) {
     for (const bool ids : {false, true}) {
         for (const bool two : {false, true}) {
-            theSurvey().SiteIDPresent = ids;
-            theSurvey().TwoEMColumns = two;
+            surveyUnderTest().SiteIDPresent = ids;
+            surveyUnderTest().TwoEMColumns = two;
             const frmOutput window;
             const QString expected = (ids ? u"Site_#  "_s : QString()) + u"X_coord  Y_coord  EM1"_s +
                                      (two ? u"  EM2"_s : QString()) + u"  Row_#"_s;
@@ -185,8 +186,8 @@ TEST_F(OutputWindow, RefusesABeginningRowBelowOneOrBeyondAnyRow) {
 }
 
 TEST_F(OutputWindow, RoundsTheBeginningRowHalvesToEven) {
-    theSurvey() = surveyWithRows({{0, 0, 0, 0, 1}});
-    theSurvey().SiteIDPresent = theSurvey().TwoEMColumns = false;
+    surveyUnderTest() = surveyWithRows({{0, 0, 0, 0, 1}});
+    surveyUnderTest().SiteIDPresent = surveyUnderTest().TwoEMColumns = false;
     const std::vector<std::pair<QString, std::string>> entries = {{u"5"_s, "5"},
                                                                   {u"2.7"_s, "3"},
                                                                   {u"2.5"_s, "2"},
@@ -281,7 +282,7 @@ TEST_F(OutputWindow, SaysWhichRowSitesWithoutARowNumberGet) {
     frmOutput usual;
     usual.show();
     EXPECT_TRUE(usual.lblNotice->isHidden());
-    theSurvey().SiteData(kRow, 1) = 0;
+    surveyUnderTest().SiteData(kRow, 1) = 0;
     frmOutput window;
     window.show();
     EXPECT_TRUE(window.lblNotice->isVisible());
@@ -303,7 +304,7 @@ TEST_F(OutputWindow, LooksAtTheRowsAgainWhenItComesToTheFront) {
     other.show();
     other.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    theSurvey().SiteData(kRow, 1) = 0;
+    surveyUnderTest().SiteData(kRow, 1) = 0;
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     EXPECT_TRUE(window.lblNotice->isVisible());

@@ -5,7 +5,9 @@
 #include "import/frmDataControl.h"
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
+#include "journal/journal.h"
 #include "support/ImportTest.h"
+#include "support/survey_under_test.h"
 
 #include <QSignalSpy>
 
@@ -104,12 +106,12 @@ TEST_F(TrimbleImportChain, ShowsTheHourglassUntilTheReportHasBeenRead) {
 
 // They are of the run of the program, not of the survey.
 TEST_F(TrimbleImportChain, KeepsTheTotalsOfTheAdjustments) {
-    theSession().EMAdjustTotalA = 3;
-    theSession().EMAdjustTotalB = -4;
+    surveyUnderTest().EMAdjustTotalA = 3;
+    surveyUnderTest().EMAdjustTotalB = -4;
     boxes.tell(report(1, 0), kReportTitle);
     importFile("   0    0   10\n");
-    EXPECT_EQ(theSession().EMAdjustTotalA, 3);
-    EXPECT_EQ(theSession().EMAdjustTotalB, -4);
+    EXPECT_EQ(theSurvey().EMAdjustTotalA, 3);
+    EXPECT_EQ(theSurvey().EMAdjustTotalB, -4);
 }
 
 TEST_F(TrimbleImportChain, OfAFileWithoutSitesDisablesTheMenus) {

@@ -3,6 +3,7 @@
 
 #include "base/palette16.h"
 #include "desktop/CaptionColour.h"
+#include "journal/journal.h"
 #include "support/ImportTest.h"
 
 #include <QTest>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the window of the generic import shows of a file before it is imported.
 #include "import/GenericWindow.h"
+#include "journal/journal.h"
 #include "support/reads.h"
 
 #include <fstream>

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/session.h"
 #include "import/GenericWindow.h"
+#include "journal/journal.h"
 #include "support/reads.h"
+#include "support/survey_under_test.h"
 
 #include <QUrl>
 
@@ -118,12 +120,12 @@ TEST_F(GenericImport, ShowsTheHourglassUntilTheReportHasBeenRead) {
 
 // They are of the run of the program, not of the survey.
 TEST_F(GenericImport, KeepsTheTotalsOfTheAdjustments) {
-    theSession().EMAdjustTotalA = 3;
-    theSession().EMAdjustTotalB = -4;
+    surveyUnderTest().EMAdjustTotalA = 3;
+    surveyUnderTest().EMAdjustTotalB = -4;
     boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
     importFile(4, "1 2 3\n");
-    EXPECT_EQ(theSession().EMAdjustTotalA, 3);
-    EXPECT_EQ(theSession().EMAdjustTotalB, -4);
+    EXPECT_EQ(theSurvey().EMAdjustTotalA, 3);
+    EXPECT_EQ(theSurvey().EMAdjustTotalB, -4);
 }
 
 TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {

@@ -6,6 +6,7 @@
 #include "desktop/TextEditor.h"
 #include "support/FullDisk.h"
 #include "support/RunningProgram.h"
+#include "support/survey_under_test.h"
 
 #include <gtest/gtest.h>
 
@@ -75,7 +76,7 @@ TEST_F(Faults, ADiskThatIsFullWhileTheTransectFileIsWrittenLeavesTheOldOne) {
     std::vector<MadeSite> sites;
     for (int i = 0; i < 20'000; ++i)
         sites.push_back({double(i), 5, 20, 30, 1});
-    theSurvey() = before = madeSurvey(sites);
+    surveyUnderTest() = before = madeSurvey(sites);
     writeFile(folder / "out.txt", "old");
     const std::size_t files = filesIn(folder.path());
     {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The view in the main window stays when the survey changes, and shows the survey as it has become.
+#include "journal/journal.h"
 #include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/chart_views.h"

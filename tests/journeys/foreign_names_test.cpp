@@ -3,6 +3,7 @@
 // it works, by choosing, typing, dropping and pasting, and every name can be read in what is shown.
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
+#include "journal/journal.h"
 #include "support/RunningProgram.h"
 
 #include <QDragEnterEvent>

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the main window says after an import, through the real windows.
-#include "analysis/applied_adjustments.h"
+#include "app/applied_adjustments.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/TextEditor.h"
 #include "support/RunningProgram.h"
+#include "support/survey_under_test.h"
 
 #include <QLabel>
 #include <QTest>
@@ -90,10 +91,10 @@ TEST_F(SummaryAfterAnImport, TellsOfTheFixedColumnsToo) {
 }
 
 TEST_F(SummaryAfterAnImport, ForgetsTheAdjustmentsOfTheSurveyBefore) {
-    theAppliedAdjustments() = {{2, 0}, {1, -3}};
+    surveyUnderTest().applied = {{2, 0}, {1, -3}};
     expectGenericReport(1, 0);
     importLines("1,1,5\n", 4);
-    EXPECT_EQ(totalsText(theAppliedAdjustments(), true), "Since the import: EM1 unchanged, EM2 unchanged");
+    EXPECT_EQ(totalsText(theSurvey().applied, true), "Since the import: EM1 unchanged, EM2 unchanged");
 }
 
 TEST_F(SummaryAfterAnImport, FollowsWhatIsDoneToTheSurvey) {

@@ -2,6 +2,7 @@
 // One survey on its way through the program, from the sensor file to the transect file, byte by byte.
 #include "desktop/FileDialogs.h"
 #include "desktop/TextEditor.h"
+#include "journal/journal.h"
 #include "support/RunningProgram.h"
 
 #include <gtest/gtest.h>

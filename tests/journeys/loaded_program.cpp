@@ -12,6 +12,7 @@
 #include "program/Program.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -48,7 +49,7 @@ int main(int argc, char** argv) {
     if (arguments.size() != 3) return EXIT_FAILURE;
     const QTemporaryDir folder;
     theSession().AppDir = theSession().DataDir = folder.path().toStdString();
-    theSurvey() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
+    surveyUnderTest() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
     const auto main = createProgram();
     main->menusFollow(MenuEvent::kSitesImported);
     main->show();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the items of the main menu open, chosen in the whole program.
 #include "support/RunningProgram.h"
+#include "support/survey_under_test.h"
 
 #include <gtest/gtest.h>
 
@@ -73,7 +74,7 @@ TEST_F(MainMenu, AsksBeforeItEndsWhenSitesOrRowsAreOthersThanThoseExported) {
 }
 
 TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {
-    theSurvey().TwoEMColumns = false;
+    surveyUnderTest().TwoEMColumns = false;
     boxes.tell(u"This option is only available when 2 signal data columns are present."_s);
     chooseItem(*main, u"mnuSigCorr"_s);
     EXPECT_FALSE(isShown(u"frmSigCorrStruct"_s));

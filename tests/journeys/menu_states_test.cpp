@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The states that the program goes through, and what can be chosen in each; and what the windows do to one
 // another.
+#include "journal/journal.h"
 #include "plots/Chart2D.h"
 #include "support/PlotWindow.h"
 #include "support/RunningProgram.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Odd sensor files on their way through the whole program: imported, looked at in every view, and exported.
 #include "desktop/FileDialogs.h"
+#include "journal/journal.h"
 #include "support/RunningProgram.h"
 
 #include <QApplication>

@@ -12,6 +12,7 @@
 #include "support/FullDisk.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
+#include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
 
@@ -47,7 +48,7 @@ class ReadOnlyProgram : public testing::Test {
         fs::permissions(folder / "home", fs::perms::all);
         fs::permissions(folder.path(), fs::perms(0755));
         user.emplace();
-        theSurvey() = Survey{};
+        surveyUnderTest() = Survey{};
         theSession() = Session{};
         findProgramDirectories(theSession(), folder / "program", folder / "home/data");
         ReadTEinfo(theSession());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the program does with a survey that falls into more rows than it holds.
+#include "journal/journal.h"
 #include "support/RunningProgram.h"
 
 #include <QLineEdit>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What happens to a sensor file while the program has it in its hands, through the real windows of both
 // imports: they say what, where and why, and the survey and the error log stay as they were.
+#include "journal/journal.h"
 #include "support/RunningProgram.h"
 #include "support/reads.h"
 

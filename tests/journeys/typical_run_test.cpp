@@ -3,6 +3,7 @@
 // the file it must end with from the bytes of the sensor file.
 #include "desktop/FileDialogs.h"
 #include "drawing/PictureBox.h"
+#include "journal/journal.h"
 #include "plots/Chart2D.h"
 #include "support/PlotWindow.h"
 #include "support/RunningProgram.h"

@@ -11,6 +11,7 @@
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
+#include "support/survey_under_test.h"
 
 #include <QImage>
 #include <QPointer>
@@ -106,13 +107,13 @@ class ClipWindow : public testing::Test {
     std::unique_ptr<QSignalSpy> changes;
 
     ClipWindow() {
-        theSurvey() = threeRows();
+        surveyUnderTest() = threeRows();
         main.menusFollow(MenuEvent::kSitesImported);
         // Not shown: without a window system the pointer would find the window that was shown first.
     }
     ~ClipWindow() override {
         delete window;
-        theSurvey() = Survey{};
+        surveyUnderTest() = Survey{};
         theSession() = Session{};
     }
 
@@ -175,7 +176,7 @@ class ClipWindow : public testing::Test {
         EXPECT_EQ(theSurvey().SiteData.capacity(), expected.size());
         EXPECT_EQ(theSurvey().SiteID.size(), static_cast<std::size_t>(expected.size()));
         const auto distances = theSurvey().TrueDist;
-        Calculate_Distance(theSurvey());
+        Calculate_Distance(surveyUnderTest());
         EXPECT_EQ(distances, theSurvey().TrueDist);
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
+#include "support/survey_under_test.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,7 +65,7 @@ TEST_F(RowPlots, GiveTheRowDialogBackToASingleRowHoweverTheyAreLeft) {
 
 TEST_F(RowPlots, GiveNothingBackToASurveyWithoutSites) {
     openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}}));
-    theSurvey().NumSites = 0;
+    surveyUnderTest().NumSites = 0;
     main.menuItem(u"mnuData"_s)->setEnabled(false);
     main.mnuClear->trigger();
     EXPECT_FALSE(main.menuItem(u"mnuData"_s)->isEnabled());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "journal/journal.h"
 #include "plots/chart_views.h"
 #include "support/RowPlots.h"
 

@@ -4,12 +4,14 @@
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
 #include "drawing/Pixels.h"
+#include "journal/journal.h"
 #include "plots/plot_limits.h"
 #include "plots/reading_colours.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QImage>
 #include <QPainter>
@@ -213,7 +215,7 @@ TEST_F(SurveyGrid, ByReadingIsColouredAnewWhenItsScaleIsNarrowed) {
     EXPECT_LT(grid.scale->range().length(), 30);
     expectColours(kEM1);
     const Interval chosen = grid.scale->range();
-    theSurvey().SiteData(kEM1, 1) = 33;
+    surveyUnderTest().SiteData(kEM1, 1) = 33;
     EXPECT_TRUE(grid.redraw());
     EXPECT_EQ(grid.scale->range(), chosen);
     expectColours(kEM1);
@@ -221,12 +223,12 @@ TEST_F(SurveyGrid, ByReadingIsColouredAnewWhenItsScaleIsNarrowed) {
 
 TEST_F(SurveyGrid, ByReadingFollowsTheSurvey) {
     plotReadings(threeReadings());
-    theSurvey().SiteData(kEM1, 2) = 90;
+    surveyUnderTest().SiteData(kEM1, 2) = 90;
     EXPECT_TRUE(grid.redraw());
     EXPECT_EQ(grid.scale->range(), (Interval{10, 90}));
     expectColours(kEM1);
     main.mnuGridEM2->trigger();
-    theSurvey().TwoEMColumns = false;
+    surveyUnderTest().TwoEMColumns = false;
     EXPECT_FALSE(grid.redraw()) << "the reading has gone";
 }
 

@@ -71,7 +71,7 @@ TEST_F(ClipColours, WaitForTheMap) {
 }
 
 TEST_F(ClipColours, OfASecondReadingNeedOne) {
-    theSurvey().TwoEMColumns = false;
+    surveyUnderTest().TwoEMColumns = false;
     open();
     EXPECT_TRUE(window->mnuColourEM1->isEnabled());
     EXPECT_FALSE(window->mnuColourEM2->isEnabled());

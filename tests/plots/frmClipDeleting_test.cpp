@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
+#include "support/survey_under_test.h"
 
 namespace tessel {
 
@@ -77,11 +78,11 @@ TEST_F(ClipWindow, DeletesOnYesOnly) {
 }
 
 TEST_F(ClipWindow, DeletesAlsoWhereADistanceBetweenTheSitesKeptHasASquareTooLarge) {
-    theSurvey().NumSites = 3;
+    surveyUnderTest().NumSites = 3;
     for (int i = 0; i < 3; ++i) {
-        theSurvey().SiteData(kX, i) = 1e154 * i;
-        theSurvey().SiteData(kY, i) = i;
-        theSurvey().SiteData(kRow, i) = 1;
+        surveyUnderTest().SiteData(kX, i) = 1e154 * i;
+        surveyUnderTest().SiteData(kY, i) = i;
+        surveyUnderTest().SiteData(kRow, i) = 1;
     }
     openOnFullMap();
     click(window->cmdClipOn);
@@ -114,7 +115,7 @@ TEST_F(ClipWindow, DeletingWithNothingMaskedKeepsEverySiteAndSaysThatAllAreDelet
 
 TEST_F(ClipWindow, LeavesRowNumbersWithAGapAloneWhenNothingWasDeleted) {
     for (SiteIndex i = 4; i < 8; ++i)
-        theSurvey().SiteData(kRow, i) = 7;
+        surveyUnderTest().SiteData(kRow, i) = 7;
     openOnFullMap();
     maskAndFinish(5, 125, 15, 95);
     boxes.ask(true, kExitQuestion);
@@ -141,7 +142,7 @@ TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
 
 TEST_F(ClipWindow, DeclaresTheRowsLostWhenAnyOfThemIsGone) {
     for (const double row : {100.0, 110.0, 120.0}) {
-        theSurvey() = threeRows();
+        surveyUnderTest() = threeRows();
         main.menusFollow(MenuEvent::kFewerThanTwoRows);
         openOnFullMap();
         maskAndDelete(-1, row - 5, 35, row + 5);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
 #include "support/TextAtPaint.h"
+#include "support/survey_under_test.h"
 
 #include <QElapsedTimer>
 #include <QWheelEvent>
@@ -175,7 +176,7 @@ TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
 }
 
 TEST_F(ClipWindow, FollowsThePointerAsFastOverAMillionSitesAsOverAFew) {
-    theSurvey() = manySites(1000000);
+    surveyUnderTest() = manySites(1000000);
     openOnFullMap();
     click(window->cmdClipOn);
     press({10, 10});

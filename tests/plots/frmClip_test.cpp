@@ -2,6 +2,7 @@
 #include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "plots/ClipWindow.h"
+#include "support/survey_under_test.h"
 
 #include <QMap>
 
@@ -50,10 +51,10 @@ TEST_F(ClipWindow, ShowsTheFullMapInMaxResolutionOverAllOfItsArea) {
 }
 
 TEST_F(ClipWindow, ShowsASingleSiteInTheMiddle) {
-    theSurvey().SiteData.resize(1);
-    theSurvey().SiteID.resize(1);
-    theSurvey().NumSites = theSurvey().NumRows = 1;
-    Calculate_Distance(theSurvey());
+    surveyUnderTest().SiteData.resize(1);
+    surveyUnderTest().SiteID.resize(1);
+    surveyUnderTest().NumSites = surveyUnderTest().NumRows = 1;
+    Calculate_Distance(surveyUnderTest());
     open();
     for (const QString& item : {u"mnuFullMapTrue"_s, u"mnuFullMapMax"_s}) {
         choose(item);
@@ -159,7 +160,7 @@ class PaintCounter : public QObject {
 }  // namespace
 
 TEST_F(ClipWindow, LetsTheMapGrowBeforeTheEyesButNotFasterThanTheyFollow) {
-    theSurvey() = manySites(3000000);
+    surveyUnderTest() = manySites(3000000);
     openOnFullMap();
     PaintCounter counter;
     window->picMapZoom->installEventFilter(&counter);

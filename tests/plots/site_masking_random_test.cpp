@@ -50,6 +50,13 @@ struct Model {
 
 }  // namespace plain
 
+// What the map does when it is closed; false when the row information is lost.
+bool validated(Survey& survey) {
+    if (ValidateRowInfo(survey)) return true;
+    makeOneRow(survey);
+    return false;
+}
+
 class RandomSurveys : public testing::TestWithParam<unsigned> {
   protected:
     std::mt19937 random{GetParam()};
@@ -97,7 +104,7 @@ TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
         EXPECT_EQ(survey.YDist, fresh.YDist);
     }
     if (survey.NumSites == 0) return;
-    EXPECT_EQ(ValidateRowInfo(survey), model.validate());
+    EXPECT_EQ(validated(survey), model.validate());
     EXPECT_EQ(recordsOf(survey), model.sites);
     EXPECT_EQ(survey.NumRows, model.numRows);
     const auto kept = survey.NumPoints;

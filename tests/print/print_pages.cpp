@@ -14,6 +14,7 @@
 #include "import/trimble_reader.h"
 #include "program/Program.h"
 #include "support/UserDriver.h"
+#include "support/survey_under_test.h"
 
 #include <QPrinterInfo>
 #include <QTemporaryDir>
@@ -39,7 +40,7 @@ void loadSample(const QString& samples, const QString& folder) {
     options.YField = {23, 34, 12};
     options.EM1Field = {36, 43, 8};
     options.EM2Field = {45, 52, 8};
-    theSurvey() = importTrimbleFile(options).survey;
+    surveyUnderTest() = importTrimbleFile(options).survey;
     theSession().InputFileName = options.path;
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What holds for every window: names, captions, keys, help, room for the text.
-#include "analysis/applied_adjustments.h"
 #include "analysis/frmAdjustData.h"
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
 #include "app/HelpOpener.h"
+#include "app/applied_adjustments.h"
 #include "app/frmAbout.h"
 #include "app/frmHelpTesl.h"
 #include "app/frmMain.h"
@@ -16,6 +16,7 @@
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
 #include "import/trimble_reader.h"
+#include "journal/frmHistory.h"
 #include "plots/Chart2D.h"
 #include "plots/frmClip.h"
 #include "plots/frmPicture.h"
@@ -24,6 +25,7 @@
 #include "rows/frmStat.h"
 #include "support/ExpectedBoxes.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
 
 #include <QAccessible>
@@ -67,6 +69,7 @@ const Window kWindows[] = {
     {"frmClip", [](frmMain& main) { return new frmClip(&main); }, 108, "mnuGDRH1"},
     {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(&main); }, 112, "cmdHelp"},
     {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113, "cmdHelp"},
+    {"frmHistory", [](frmMain& main) { return new frmHistory(&main); }, 117, "cmdHelp"},
     {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102, ""},
     {"frmPicture", [](frmMain& main) { return new frmPicture(&main, PlotPicture({})); }, 111, ""},
     {"frmSigCorrStruct", [](frmMain& main) { return new frmSigCorrStruct(&main); }, 115, "mnuSDChelp"},
@@ -142,7 +145,6 @@ class EveryWindow : public testing::TestWithParam<Window> {
   protected:
     EveryWindow() {
         theSession() = Session{};
-        theAppliedAdjustments() = {};
         theSession().AppDir = TESSEL_SOURCE_DIR;
         theSession().DataDir = folder_.path();
         start();
@@ -157,12 +159,12 @@ class EveryWindow : public testing::TestWithParam<Window> {
     void start() {
         main.reset();
         main = createProgram();
-        theSurvey() = madeSurvey({{100, 10, 20, 40, 1},
-                                  {110, 11, 30, 45, 1},
-                                  {120, 10, 25, 50, 1},
-                                  {140, 60, 33, 66, 2},
-                                  {150, 61, 31, 62, 2},
-                                  {160, 60, 12, 60, 2}});
+        surveyUnderTest() = madeSurvey({{100, 10, 20, 40, 1},
+                                        {110, 11, 30, 45, 1},
+                                        {120, 10, 25, 50, 1},
+                                        {140, 60, 33, 66, 2},
+                                        {150, 61, 31, 62, 2},
+                                        {160, 60, 12, 60, 2}});
         main->menusFollow(MenuEvent::kSitesImported);
         main->move(0, 0);
     }
@@ -379,7 +381,7 @@ TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
         }
         EXPECT_TRUE(form.endsWith(u'/' + namesIn(form).constFirst() + u".ui"_s)) << form.toStdString();
     }
-    EXPECT_EQ(count, 15);
+    EXPECT_EQ(count, 16);
 }
 
 TEST(Menus, ShowTheStandardShortcuts) {

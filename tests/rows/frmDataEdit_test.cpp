@@ -5,6 +5,7 @@
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -60,7 +61,7 @@ std::vector<double> rowsNow() {
 class RowDialog : public testing::Test {
   protected:
     RowDialog() {
-        theSurvey() = fourRows();
+        surveyUnderTest() = fourRows();
         open();
     }
 
@@ -237,7 +238,7 @@ TEST_F(RowDialog, DeletesARowAndClosesOnEnter) {
 }
 
 TEST_F(RowDialog, SaysThatNoSitesAreLeftWhenTheOnlyRowIsDeleted) {
-    theSurvey() = surveyWithRows({{1, 1, 1, 1, 1}, {2, 2, 2, 2, 1}});
+    surveyUnderTest() = surveyWithRows({{1, 1, 1, 1, 1}, {2, 2, 2, 2, 1}});
     ExpectedBoxes boxes;
     enter(dialog_->Option2, u"1"_s);
     boxes.tell(u"There is no more point left in the file!"_s);
@@ -253,7 +254,7 @@ TEST_F(RowDialog, RecalculatesByEachMeasureAndSaysSo) {
     const QList<std::tuple<int, int, std::vector<double>>> expected = {
         {2, 1, {1, 1, 2, 2, 3, 4}}, {3, 2, {1, 1, 1, 1, 2, 2}}, {4, 3, {1, 1, 2, 2, 2, 3}}};
     for (const auto& [option, mode, rows] : expected) {
-        theSurvey() = fourRows();
+        surveyUnderTest() = fourRows();
         open();
         const ExpectedBoxes boxes;
         enter(options()[option], u"7.5"_s);
@@ -271,7 +272,7 @@ TEST_F(RowDialog, RecalculatesByEachMeasureAndSaysSo) {
 }
 
 TEST_F(RowDialog, StaysOpenForAnotherDistanceWhenThereAreTooManyRows) {
-    theSurvey() = manyGaps();
+    surveyUnderTest() = manyGaps();
     open();
     {
         ExpectedBoxes boxes;
@@ -299,14 +300,14 @@ TEST_F(RowDialog, StaysOpenForAnotherDistanceWhenThereAreTooManyRows) {
 }
 
 TEST_F(RowDialog, OpensForRecalculationOnlyAboveTheLimit) {
-    theSurvey().RowIndex = 251;
+    surveyUnderTest().RowIndex = 251;
     open();
     expectJustOpened();
     EXPECT_FALSE(dialog_->Option1->isEnabled());
     EXPECT_FALSE(dialog_->Option2->isEnabled());
     EXPECT_TRUE(dialog_->Option3->isEnabled() && dialog_->Option4->isEnabled() &&
                 dialog_->Option5->isEnabled());
-    theSurvey().RowIndex = 250;
+    surveyUnderTest().RowIndex = 250;
     open();
     EXPECT_TRUE(dialog_->Option1->isEnabled());
 }
@@ -315,18 +316,18 @@ TEST_F(RowDialog, FollowsTheRowLimitWhenItComesToTheFront) {
     dialog_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
     choose(dialog_->Option2);
-    theSurvey().RowIndex = 300;
+    surveyUnderTest().RowIndex = 300;
     QEvent activation(QEvent::ActivationChange);
     QApplication::sendEvent(dialog_.get(), &activation);
     expectJustOpened();
     EXPECT_FALSE(dialog_->Option2->isEnabled());
-    theSurvey().RowIndex = 4;
+    surveyUnderTest().RowIndex = 4;
     QApplication::sendEvent(dialog_.get(), &activation);
     EXPECT_TRUE(dialog_->Option2->isEnabled());
 }
 
 TEST_F(RowDialog, DeletesARowAlsoWhereADistanceLeftHasASquareTooLarge) {
-    theSurvey() = surveyWithRows({{0, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
+    surveyUnderTest() = surveyWithRows({{0, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
     enter(dialog_->Option2, u"2"_s);
     press();
     EXPECT_EQ(rowsNow(), (std::vector<double>{1, 2}));
@@ -338,7 +339,7 @@ TEST_F(RowDialog, DeletesARowAlsoWhereADistanceLeftHasASquareTooLarge) {
 TEST_F(RowDialog, SaysWhenTheSurveyHasMeanwhileBeenEmptied) {
     choose(dialog_->Option3);
     dialog_->Text1->setText(u"5"_s);
-    theSurvey() = Survey{};
+    surveyUnderTest() = Survey{};
     ExpectedBoxes boxes;
     boxes.tell(u"There is no more point left in the file!"_s);
     press();
@@ -370,7 +371,7 @@ TEST_F(RowDialog, SaysHowManyRowsATypedDistanceWouldGive) {
         EXPECT_EQ(dialog_->lblRows->text(), rows) << distance.toStdString();
         EXPECT_EQ(ink(*dialog_->lblRows), captionColour(kBlack, *dialog_)) << distance.toStdString();
     }
-    theSurvey() = manyGaps();
+    surveyUnderTest() = manyGaps();
     open();
     enter(dialog_->Option3, u"4"_s);
     EXPECT_EQ(dialog_->lblRows->text(), u"more than 250 rows"_s);
@@ -391,7 +392,7 @@ TEST_F(RowDialog, SaysNothingOfWhatCouldNotBeTaken) {
 
 TEST_F(RowDialog, LooksAtTheSurveyWhenAMeasureIsChosenAndAtNoKey) {
     choose(dialog_->Option4);
-    theSurvey().SiteData(kX, 5) = 1000;
+    surveyUnderTest().SiteData(kX, 5) = 1000;
     dialog_->Text5->setText(u"7.5"_s);
     EXPECT_EQ(dialog_->lblRows->text(), u"2 rows"_s);
     dialog_->followSurvey();
@@ -401,12 +402,12 @@ TEST_F(RowDialog, LooksAtTheSurveyWhenAMeasureIsChosenAndAtNoKey) {
 
 TEST_F(RowDialog, SaysWhatIsInForce) {
     EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows, minimum distance 8 m (true distance)"_s);
-    theSurvey().chooseDistance(3);
-    theSurvey().MinDistance = 0.1;
-    theSurvey().NumRows = theSurvey().RowIndex = 1;
+    surveyUnderTest().chooseDistance(3);
+    surveyUnderTest().MinDistance = 0.1;
+    surveyUnderTest().NumRows = surveyUnderTest().RowIndex = 1;
     dialog_->followSurvey();
     EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 1 row, minimum distance 0.1 m (Y distance)"_s);
-    theSurvey().RowIndex = 251;
+    surveyUnderTest().RowIndex = 251;
     dialog_->followSurvey();
     EXPECT_EQ(dialog_->lblInForce->text(),
               u"In force now: more than 250 rows, minimum distance 0.1 m (Y distance)"_s);
@@ -415,7 +416,7 @@ TEST_F(RowDialog, SaysWhatIsInForce) {
 TEST_F(RowDialog, SaysWhatAnImportThatWasGivenUpHasPutInForce) {
     dialog_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
-    theSurvey().MinDistance = 99;
+    surveyUnderTest().MinDistance = 99;
     QEvent activation(QEvent::ActivationChange);
     QApplication::sendEvent(dialog_.get(), &activation);
     EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows, minimum distance 99 m (true distance)"_s);
@@ -425,7 +426,7 @@ TEST_F(RowDialog, ForgetsRowNumbersThatMeanOtherRowsNow) {
     enter(dialog_->Option1, u"2"_s, u"3"_s);
     dialog_->followSurvey();
     EXPECT_EQ(dialog_->Text2->text(), u"2"_s) << "the rows are the same";
-    theSurvey().NumRows = theSurvey().RowIndex = 3;
+    surveyUnderTest().NumRows = surveyUnderTest().RowIndex = 3;
     dialog_->followSurvey();
     EXPECT_EQ(dialog_->Text2->text(), QString());
     EXPECT_EQ(dialog_->Text3->text(), QString());

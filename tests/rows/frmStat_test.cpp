@@ -5,6 +5,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Windows.h"
 #include "support/made_survey.h"
+#include "support/survey_under_test.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -58,13 +59,13 @@ QColor colourOf(const QWidget* widget) {
 }  // namespace
 
 TEST(RowStatisticsWindow, ShowsTheMeanOfTwoReadingsAsOneAddsThemByHand) {
-    theSurvey() = surveyWithRows({{0, 0, 5.63, 1, 1}, {1, 0, 39.54, 1, 1}});
+    surveyUnderTest() = surveyWithRows({{0, 0, 5.63, 1, 1}, {1, 0, 39.54, 1, 1}});
     const frmStat window;
     EXPECT_EQ(cell(window, 0, 3), u"22.59"_s);
 }
 
 TEST(RowStatisticsWindow, ShowsALineForEachRow) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     const frmStat window;
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 3"_s);
     EXPECT_EQ(header(window),
@@ -76,15 +77,15 @@ TEST(RowStatisticsWindow, ShowsALineForEachRow) {
 }
 
 TEST(RowStatisticsWindow, HasFourColumnsForOneReading) {
-    theSurvey() = threeRows();
-    theSurvey().TwoEMColumns = false;
+    surveyUnderTest() = threeRows();
+    surveyUnderTest().TwoEMColumns = false;
     const frmStat window;
     EXPECT_EQ(header(window), (QStringList{u"Row"_s, u"# of Sites"_s, u"Row Length"_s, u"EC1 Mean"_s}));
     EXPECT_EQ(line(window, 0), (QStringList{u"1"_s, u"2"_s, u"5.00"_s, u"15.00"_s}));
 }
 
 TEST(RowStatisticsWindow, SwitchesTheDistanceScale) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     frmStat window;
     window.show();
     EXPECT_TRUE(window.optDSA->isChecked());
@@ -102,11 +103,11 @@ TEST(RowStatisticsWindow, SwitchesTheDistanceScale) {
 }
 
 TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     const std::vector<MadeSite> before = sitesIn(theSurvey());
     const auto points = theSurvey().NumPoints;
-    theSurvey().RowIndex = 17;
-    theSurvey().NumPoints.fill(0);
+    surveyUnderTest().RowIndex = 17;
+    surveyUnderTest().NumPoints.fill(0);
     const frmStat window;
     EXPECT_EQ(theSurvey().RowIndex, 3);
     EXPECT_EQ(theSurvey().NumPoints, points);
@@ -118,8 +119,8 @@ TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
     std::vector<MadeSite> sites(500);
     for (std::size_t i = 0; i < sites.size(); ++i)
         sites[i].row = static_cast<double>(i / 2 + 1);
-    theSurvey() = surveyWithRows(sites);
-    theSurvey().NumPoints.fill(0);
+    surveyUnderTest() = surveyWithRows(sites);
+    surveyUnderTest().NumPoints.fill(0);
     const frmStat window;
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 250"_s);
     EXPECT_EQ(theSurvey().RowIndex, 250);
@@ -127,9 +128,9 @@ TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
 }
 
 TEST(RowStatisticsWindow, ShowsMoreRunsThanRowsCanBeHeld) {
-    theSurvey() = surveyWithRows(std::vector<MadeSite>(300));
+    surveyUnderTest() = surveyWithRows(std::vector<MadeSite>(300));
     for (SiteIndex i = 0; i < 300; ++i)
-        theSurvey().SiteData(kRow, i) = static_cast<double>(i + 1);
+        surveyUnderTest().SiteData(kRow, i) = static_cast<double>(i + 1);
     const frmStat window;
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 300"_s);
     EXPECT_EQ(window.Stats->model()->rowCount(), 300);
@@ -138,7 +139,7 @@ TEST(RowStatisticsWindow, ShowsMoreRunsThanRowsCanBeHeld) {
 }
 
 TEST(RowStatisticsWindow, AlignsItsNumbersRight) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     const frmStat window;
     const auto* const model = window.Stats->model();
     for (int column = 0; column < 5; ++column) {
@@ -150,7 +151,7 @@ TEST(RowStatisticsWindow, AlignsItsNumbersRight) {
 }
 
 TEST(RowStatisticsWindow, CopiesTheTableForASpreadsheet) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     frmStat window;
     window.show();
     window.activateWindow();
@@ -164,7 +165,7 @@ TEST(RowStatisticsWindow, CopiesTheTableForASpreadsheet) {
 }
 
 TEST(RowStatisticsWindow, CopiesTheSelectedLines) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     frmStat window;
     window.show();
     window.activateWindow();
@@ -181,7 +182,7 @@ TEST(RowStatisticsWindow, CopiesTheSelectedLines) {
 }
 
 TEST(RowStatisticsWindow, CopiesFromTheMenuOfItsTable) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     frmStat window;
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -198,7 +199,7 @@ TEST(RowStatisticsWindow, CopiesFromTheMenuOfItsTable) {
 }
 
 TEST(RowStatisticsWindow, TakesTheMenuOfItsTableWithIt) {
-    theSurvey() = threeRows();
+    surveyUnderTest() = threeRows();
     const QPointer<frmStat> window = new frmStat;
     showBeside(window);
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
@@ -216,7 +217,7 @@ TEST(RowStatisticsWindow, TakesTheMenuOfItsTableWithIt) {
 }
 
 TEST(RowStatisticsWindow, OfNoSiteIsEmpty) {
-    theSurvey() = Survey{};
+    surveyUnderTest() = Survey{};
     const frmStat window;
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 0"_s);
     EXPECT_EQ(window.Stats->model()->rowCount(), 0);

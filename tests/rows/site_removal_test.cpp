@@ -45,7 +45,7 @@ void expectRemoved(SiteIndex count, const Marks& marks) {
         if (marks[static_cast<std::size_t>(site.x)] == 0) expected.push_back(site);
     const RemovedSites removed = removeMarked(survey, marks);
     EXPECT_EQ(removed.sites, count - static_cast<SiteIndex>(expected.size()));
-    EXPECT_EQ(removed.runs, markedRuns(marks));
+    EXPECT_EQ(removed.difference.removed(), markedRuns(marks));
     std::vector<std::uint32_t> lines;
     for (const MadeSite& site : expected)
         lines.push_back(sourceLine(2 * static_cast<SiteIndex>(site.x) + 1));

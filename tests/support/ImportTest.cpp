@@ -2,6 +2,7 @@
 #include "support/ImportTest.h"
 
 #include "base/session.h"
+#include "support/survey_under_test.h"
 
 #include <QKeyEvent>
 #include <QTest>
@@ -30,7 +31,7 @@ Survey surveyOfTheBeginning() {
 }  // namespace
 
 ImportTest::ImportTest() {
-    theSurvey() = surveyOfTheBeginning();
+    surveyUnderTest() = surveyOfTheBeginning();
     theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder.path();
     theSession().DataSaved = true;

@@ -2,6 +2,7 @@
 #include "support/PlotWindow.h"
 
 #include "app/frmMain.h"
+#include "support/survey_under_test.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -12,7 +13,7 @@
 namespace tessel {
 
 void openSurvey(frmMain& main, const Survey& survey) {
-    theSurvey() = survey;
+    surveyUnderTest() = survey;
     main.menusFollow(MenuEvent::kSitesImported);
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/frmMain.h"
 #include "desktop/Guarded.h"
+#include "journal/journal.h"
 #include "plots/RowPlotEditor.h"
 #include "program/Program.h"
 #include "support/ExpectedBoxes.h"

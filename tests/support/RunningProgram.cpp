@@ -4,6 +4,7 @@
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
 #include "desktop/TextEditor.h"
+#include "support/survey_under_test.h"
 
 #include <QApplication>
 
@@ -36,7 +37,7 @@ Survey rowsAlongY(int rows) {
 }
 
 RunningProgram::RunningProgram(const Survey& survey) : before(survey) {
-    theSurvey() = survey;
+    surveyUnderTest() = survey;
     theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder.path();
     main = createProgram();

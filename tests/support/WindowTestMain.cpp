@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/Guarded.h"
 #include "support/ExpectedBoxes.h"
+#include "support/survey_under_test.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,11 @@ namespace {
 bool hasLanguage(const char* wanted) {
     return wanted == nullptr || std::string_view(wanted) == std::setlocale(LC_ALL, nullptr);
 }
+
+// No test finds the survey or the acts of another.
+class FreshJournal : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { startAfresh(); }
+};
 
 }  // namespace
 
@@ -33,5 +39,6 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "the language %s is not in force\n", language);
         return EXIT_FAILURE;
     }
+    testing::UnitTest::GetInstance()->listeners().Append(new FreshJournal);
     return RUN_ALL_TESTS();
 }

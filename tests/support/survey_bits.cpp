@@ -44,7 +44,11 @@ std::vector<Part> partsOf(const Survey& s) {
         {"X field", all(s.XField)},
         {"Y field", all(s.YField)},
         {"EM1 field", all(s.EM1Field)},
-        {"EM2 field", all(s.EM2Field)}};
+        {"EM2 field", all(s.EM2Field)},
+        {"totals", all(s.EMAdjustTotalA, s.EMAdjustTotalB)},
+        {"applied adjustments",
+         all(s.applied.em1.factor, s.applied.em1.shift, s.applied.em2.factor, s.applied.em2.shift)},
+        {"import", all(s.importNumber)}};
     const char* const columns[] = {"X", "Y", "EM1", "EM2", "row"};
     for (int c = 0; c < kSiteColumns; ++c)
         parts.push_back({columns[c], {s.SiteData.column(c), s.SiteData.column(c) + s.SiteData.capacity()}});

@@ -10,6 +10,7 @@
 #include "journeys/monkey/odd_surveys.h"
 #include "program/Program.h"
 #include "support/survey_invariants.h"
+#include "support/survey_under_test.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -63,7 +64,7 @@ void EventMonkey::runProgram() {
     theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder_.path();
     theSession().TextEditor = "/bin/true ";
-    theSurvey() = oddSurvey(below(kOddSurveys));
+    surveyUnderTest() = oddSurvey(below(kOddSurveys));
     main_ = createProgram();
     main_->menusFollow(MenuEvent::kSitesImported);
     main_->show();

@@ -11,6 +11,7 @@
 #include "plots/RowPlotEditor.h"
 #include "program/Program.h"
 #include "support/UserDriver.h"
+#include "support/survey_under_test.h"
 
 #include <QApplication>
 
@@ -70,12 +71,13 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"print a row", 6, &S::canPrint, &S::printRow},
         {"other items", 9, &S::always, &S::otherItems},
         {"try to close", 2, &S::hasUnsaved, &S::tryToClose},
+        {"take back", 14, &S::canTakeBack, &S::takeBack},
     };
     return all;
 }
 
 RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
-    theSurvey() = Survey{};
+    startAfresh();
     theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder_.path();
     theSession().TextEditor = "/bin/true ";
@@ -90,7 +92,7 @@ RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
     setDefaultPrinterName([this] { return printer_; });
     // Every other help document is missing.
     std::filesystem::create_directory(folder_ / "helpdocs");
-    for (int document = 101; document <= 116; document += 2)
+    for (int document = 101; document <= 117; document += 2)
         writeFile(folder_ / ("helpdocs/hdoc" + std::to_string(document) + ".rtf"),
                   "{\\rtf1\\ansi Document " + std::to_string(document) + "\\par On soil and surveys.\\par }");
     wantKeys();
@@ -99,6 +101,7 @@ RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
     main_->show();
     editor_ = main_->findChild<RowPlotEditor*>();
     letWindowsGo();
+    noteState();
 }
 
 RandomSession::~RandomSession() {
@@ -219,7 +222,8 @@ void RandomSession::plotsHidden() {
 
 void RandomSession::plotsFollow() {
     statisticsFollow();
-    const bool drawn = !survey_.empty() && (chart_ == u"Chart2D1" || rowsCanBeShown());
+    const bool readable = chart_ != u"Chart2D2" || survey_.two || !gridOfEM2_;
+    const bool drawn = !survey_.empty() && (chart_ == u"Chart2D1" || (rowsCanBeShown() && readable));
     if (!drawn) return plotsHidden();
     redLine_ = survey_.minDistance;
     if (!editing_) return;
@@ -231,7 +235,7 @@ void RandomSession::plotsFollow() {
 void RandomSession::surveyImported() {
     plotsHidden();
     statisticsFollow();
-    saved_ = false;
+    content_ = ++contents_;
     rowDialog_ = false;
     setMenus(!survey_.empty(), kSurveyItems);
     if (!survey_.empty()) setMenus(true, {"mnuSave"});

@@ -133,8 +133,25 @@ class RandomSession {
     /// boxes that say why not are expected before it is chosen.
     bool choose(const QString& item, bool wantsRows);
 
+    // Acts taken back (SessionHistory.cpp).
+    struct State {
+        PlainSurvey survey;
+        std::map<std::string, bool> menus;
+        double totalA = 0, totalB = 0;
+        bool counted = false, measured = false;
+        long content = 0;
+    };
+    bool canTakeBack() const;
+    void takeBack();
+    bool canStep(bool back) const;
+    void step(bool back);
+    void jumpInHistory();
+    void adoptState();
+    void noteState();
+    void noteContent();
+
     bool always() const { return true; }
-    bool hasUnsaved() const { return !saved_; }
+    bool hasUnsaved() const { return content_ != exported_; }
 
     // Imports (SessionImports.cpp).
     void importTrimble();
@@ -200,6 +217,10 @@ class RandomSession {
     void leaveMap(Map& map);
     void checkRowsAfterMap(Map& map);
     void compareMap(Map& map);
+    struct MapStep;
+    void noteMapStep(Map& map, const MapStep& before, bool deletes);
+    MapStep stateOfMap(const Map& map) const;
+    void takeBackOnMap(Map& map, bool clipping);
 
     // Other windows and views (SessionWindows.cpp).
     bool canPlotGrid() const { return canChoose("mnuGrid"); }
@@ -280,18 +301,27 @@ class RandomSession {
 
     PlainSurvey survey_;
     std::optional<PlainTrimbleOptions> lastFormat_;  // accepted with the last fixed-column import
-    bool saved_ = false;
-    std::vector<PlainSite> exported_;  ///< the sites as they were written last
-    bool counted_ = false;             ///< the sites of each row have been counted since they changed
-    bool measured_ = false;            ///< the distances have been calculated
+    std::vector<std::optional<State>> states_;       ///< by how many acts are in force; not all are known
+    std::size_t acts_ = 0;                           ///< in force when they were noted last
+    /// The survey's: one that was entered for an import that came to nothing is in force, but no way back
+    /// leads to it.
+    double ownDistance_ = 0;
+    std::vector<PlainSite> noted_;  ///< the sites then
+    long content_ = 0;              ///< another one for each other survey
+    long notedContent_ = 0;
+    long contents_ = 0;      ///< numbers given away
+    long exported_ = -1;     ///< of the survey as it was written last
+    bool counted_ = false;   ///< the sites of each row have been counted since they changed
+    bool measured_ = false;  ///< the distances have been calculated
     double totalA_ = 0, totalB_ = 0;
     QString textEditor_ = QStringLiteral("/bin/true ");
     int printScale_ = 1;
     std::string log_;  ///< the error log
     std::map<std::string, bool> menus_;
-    QString chart_;       ///< the chart shown, but for the row plots
-    int lagMeasure_ = 1;  ///< of the lag distance plot shown last
-    double redLine_ = 0;  ///< where its red line stands
+    QString chart_;           ///< the chart shown, but for the row plots
+    bool gridOfEM2_ = false;  ///< the survey grid is in the colours of the second reading
+    int lagMeasure_ = 1;      ///< of the lag distance plot shown last
+    double redLine_ = 0;      ///< where its red line stands
     bool rowDialog_ = false;
     QString statistics_;  ///< what the window of the row statistics says while it is open
 

@@ -2,6 +2,7 @@
 #include "app/frmMain.h"
 #include "app/survey.h"
 #include "base/session.h"
+#include "journal/journal.h"
 #include "journeys/random/RandomSession.h"
 #include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
@@ -48,6 +49,7 @@ void RandomSession::compare() {
     compareMenus();
     comparePlots();
     compareRowPlots();
+    noteState();
 }
 
 void RandomSession::compareSites() {
@@ -71,15 +73,26 @@ void RandomSession::compareSites() {
         same<long>("the line of site " + std::to_string(i), survey.SourceLine[static_cast<std::size_t>(i)],
                    site.line);
     }
-    if (!sameBits(theSession().EMAdjustTotalA, totalA_)) differ("EMAdjustTotalA differs");
-    if (!sameBits(theSession().EMAdjustTotalB, totalB_)) differ("EMAdjustTotalB differs");
-    // Once the survey is another than the one exported, it stays so.
-    saved_ = saved_ && sameSites(survey_.sites, exported_);
-    same("DataSaved", theSession().DataSaved, saved_);
+    if (!sameBits(theSurvey().EMAdjustTotalA, totalA_)) differ("EMAdjustTotalA differs");
+    if (!sameBits(theSurvey().EMAdjustTotalB, totalB_)) differ("EMAdjustTotalB differs");
+    noteContent();
+    same("DataSaved", theSession().DataSaved, content_ == exported_);
     same<double>("PrintScale", theSession().PrintScale, printScale_);
     sameText("TextEditor", QString::fromStdString(theSession().TextEditor), textEditor_);
     const std::string log = folder_ / "error_log.dat";
     if (std::filesystem::exists(log) ? readFile(log) != log_ : !log_.empty()) differ("the error log differs");
+}
+
+// Acts that cancel each other out leave another survey for the program, but for searches for the same rows.
+void RandomSession::noteContent() {
+    const bool known = content_ != notedContent_;
+    const bool several = theJournal().position() > acts_ + 1;
+    if (!known && !sameSites(survey_.sites, noted_))
+        content_ = ++contents_;
+    else if (!known && several && !theSession().DataSaved)
+        content_ = ++contents_;
+    noted_ = survey_.sites;
+    notedContent_ = content_;
 }
 
 void RandomSession::compareRows() {
@@ -121,6 +134,7 @@ void RandomSession::compareMenus() {
     for (const QAction* action : main_->findChildren<QAction*>()) {
         const std::string name = action->objectName().toStdString();
         if (!name.starts_with("mnu")) continue;
+        if (name == "mnuUndo" || name == "mnuRedo" || name == "mnuHistory") continue;
         const auto found = menus_.find(name);
         if (action == main_->mnuSavePicture)
             same("enabled " + name, action->isEnabled(), editing_ || !chart_.isEmpty());

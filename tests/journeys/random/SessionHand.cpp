@@ -107,6 +107,8 @@ void RandomSession::wantSituations() {
                                         "row information lost",
                                         "more points picked than may be",
                                         "a rectangle dragged",
+                                        "a deletion on the map taken back",
+                                        "a deletion on the map done again",
                                         "a point picked on a closer look",
                                         "a printer that fails",
                                         "a page that cannot be written",

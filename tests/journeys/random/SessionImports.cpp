@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "app/survey.h"
+#include "journal/journal.h"
 #include "journeys/random/RandomSession.h"
 #include "journeys/random/entries.h"
 #include "support/UserDriver.h"

@@ -43,6 +43,13 @@ constexpr int kCrossFineStep = 1;
 
 }  // namespace
 
+struct RandomSession::MapStep {
+    std::vector<bool> masks;
+    long deleted = 0;
+    PlainSurvey survey;
+    std::map<std::string, bool> menus;
+};
+
 struct RandomSession::Map {
     QWidget& window;
     PictureBox& box;
@@ -54,6 +61,12 @@ struct RandomSession::Map {
     bool canRestore = false, canDelete = false;
     bool fiveDecimals = false;
     double PlainSite::*reading = nullptr;  ///< that colours the sites
+    struct Step {
+        MapStep before, after;
+        bool deletes;
+    };
+    std::vector<Step> steps = {};
+    std::size_t done = 0;  ///< steps that have not been taken back
 
     long masked() const { return std::count(masks.begin(), masks.end(), true); }
     double surveyX(int pixel) const {
@@ -116,6 +129,7 @@ void RandomSession::editOnMap() {
         if (chance(20)) lookCloser(map);
         clip(map);
         decideOnMasked(map);
+        takeBackOnMap(map, false);
         compareMap(map);
         compareMapControls(map, false);
     }
@@ -202,8 +216,11 @@ void RandomSession::clip(Map& map) {
     map.canRestore = map.canDelete = false;
     compareMapControls(map, true);
     for (int rectangles = below(3) + 1; rectangles > 0; --rectangles) {
+        const MapStep before = stateOfMap(map);
         drawRectangle(map);
+        noteMapStep(map, before, false);
         compareMap(map);
+        takeBackOnMap(map, true);
     }
     clickOn(map.window, u"cmdClipOff"_s);
     map.canRestore = map.canDelete = map.masked() > 0;
@@ -296,11 +313,15 @@ void RandomSession::decideOnMasked(Map& map) {
     if (yes) expect(u"All masked sites have been deleted."_s);
     clickOn(map.window, u"cmdDelete"_s);
     if (yes) {
+        MapStep before = stateOfMap(map);
+        before.survey.minDistance = std::exchange(ownDistance_, survey_.minDistance);
         map.deleted += map.masked();
         deleteMarkedPlainSites(survey_, map.masks);
         map.masks.assign(survey_.sites.size(), false);
         map.canRestore = map.canDelete = false;
         plotsFollow();
+        noteMapStep(map, before, true);
+        states_.resize(std::min(states_.size(), acts_ + 1));  // another way from here on
     }
     comparePicture(map);
 }
@@ -313,10 +334,51 @@ void RandomSession::restore(Map& map) {
     if (yes) expect(u"All masked sites have been recovered."_s);
     chooseItem(map.window, u"mnuRecover"_s);
     if (yes) {
+        const MapStep before = stateOfMap(map);
         std::fill(map.masks.begin(), map.masks.end(), false);
         map.canDelete = false;
+        noteMapStep(map, before, false);
     }
     comparePicture(map);
+}
+
+RandomSession::MapStep RandomSession::stateOfMap(const Map& map) const {
+    return {map.masks, map.deleted, survey_, menus_};
+}
+
+void RandomSession::noteMapStep(Map& map, const MapStep& before, bool deletes) {
+    const MapStep after = stateOfMap(map);
+    if (!deletes && after.masks == before.masks) return;
+    map.steps.resize(map.done);
+    map.steps.push_back({before, after, deletes});
+    map.done = map.steps.size();
+}
+
+// Steps back and forth on the map, by keys: its menu is disabled now and then.
+void RandomSession::takeBackOnMap(Map& map, bool clipping) {
+    while (chance(40)) {
+        const bool back = map.done > 0 && (chance(60) || map.done == map.steps.size());
+        if (!back && map.done == map.steps.size()) return;
+        const Map::Step& step = map.steps[back ? map.done - 1 : map.done];
+        const MapStep& to = back ? step.before : step.after;
+        pressKey(map.box, back ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
+        map.done = back ? map.done - 1 : map.done + 1;
+        map.masks = to.masks;
+        map.deleted = to.deleted;
+        map.canRestore = map.canDelete = !clipping && map.masked() > 0;
+        if (step.deletes) {
+            reached_.note(back ? "a deletion on the map taken back" : "a deletion on the map done again");
+            survey_ = to.survey;
+            ownDistance_ = survey_.minDistance;
+            plotsFollow();
+            menus_ = to.menus;
+        }
+        QCoreApplication::processEvents();
+        compareMap(map);
+        compareMapControls(map, clipping);
+        if (!difference_.empty()) return;
+        comparePicture(map);
+    }
 }
 
 void RandomSession::checkRowsAfterMap(Map& map) {

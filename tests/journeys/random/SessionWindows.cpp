@@ -65,6 +65,7 @@ void RandomSession::plotGrid() {
     plotsHidden();
     counted_ = true;
     chart_ = u"Chart2D2"_s;
+    gridOfEM2_ = item == u"mnuGridEM2"_s;
     compareGrid();
 }
 
@@ -229,8 +230,7 @@ bool RandomSession::exportInto(QWidget& window, bool withRows) {
     }
     expect(u"Output data saved to "_s + QString::fromStdString(path), u"VARN-Tesl"_s);
     clickOn(window, u"Command2"_s);
-    saved_ = true;
-    exported_ = survey_.sites;
+    exported_ = content_;
     const int firstRow = static_cast<int>(std::nearbyint(first.toDouble()));
     if (readFile(path) != plainTransect(survey_, withRows, firstRow)) differ("the transect file differs");
     return true;

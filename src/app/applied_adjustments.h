@@ -29,9 +29,6 @@ struct AppliedAdjustments {
     }
 };
 
-/// Those of theSurvey() since its import; whoever replaces the survey empties them.
-AppliedAdjustments& theAppliedAdjustments();
-
 /// What the user is told of one step: "Done: 2.5 has been added to every EM1 reading." Empty for a step that
 /// is none.
 std::string stepText(const AppliedAdjustments& step);

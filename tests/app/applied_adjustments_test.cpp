@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "analysis/applied_adjustments.h"
+#include "app/applied_adjustments.h"
 
 #include <gtest/gtest.h>
 

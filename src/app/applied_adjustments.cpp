@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "analysis/applied_adjustments.h"
+#include "app/applied_adjustments.h"
 
 #include <array>
 #include <charconv>
@@ -40,11 +40,6 @@ std::string totalOf(const AppliedAdjustment& applied) {
 }
 
 }  // namespace
-
-AppliedAdjustments& theAppliedAdjustments() {
-    static AppliedAdjustments applied;
-    return applied;
-}
 
 std::string stepText(const AppliedAdjustments& step) {
     std::string text;

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/survey.h"
+#include "base/geometry.h"
+#include "journal/row_numbers.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tessel {
+
+/// The columns of a survey that hold a Double a site: those of SiteData under their numbers, and these.
+enum SurveyColumn : int { kSiteIDs = kSiteColumns, kTrueDist, kXDist, kYDist, kSurveyColumns };
+
+/// What an act has changed of a survey: enough to take the survey back to the bit, and forth again, and no
+/// copy of it. What computes makes one before it changes anything, keeps in it what it is about to change,
+/// and returns it.
+///
+/// Whatever fails for want of memory fails before the survey is touched: in the constructor, in the keep
+/// functions, in a call of back() or forth().
+class Difference {
+  public:
+    Difference() = default;
+    /// Keeps the figures, how much storage there is, and which distances are not calculated.
+    explicit Difference(const Survey& survey);
+
+    /// Keeps these figures instead: those from before anything was counted for the act.
+    void keepFigures(const SurveyFigures& figures) { figures_ = figures; }
+    /// The parameters of the survey before the act, where they are others than those that were kept.
+    void keepParameters(const SurveyParameters& parameters);
+    /// Keeps sites that are about to be taken out, given their runs (in order, with a site between any two):
+    /// their entries in all columns, and of the distances that are in step those behind them too, which will
+    /// be distances across a gap. Of the others, which will be calculated or emptied, all is kept.
+    void keepSites(Survey& survey, std::vector<IndexRange> runs);
+    /// Keeps the row numbers of all sites.
+    void keepRowNumbers(const Survey& survey);
+    /// Keeps distances that are about to be calculated (by 1 true distance, 2 along X, 3 along Y): those that
+    /// are in step will come out as they are.
+    void keepDistances(const Survey& survey, int measure);
+    /// Puts a column of readings or coordinates in the place of that which there is, and keeps that.
+    /// Requires a column of SiteData, and as many entries as there is storage.
+    void exchangeColumn(Survey& survey, SiteColumn column, std::vector<double> values);
+    /// Puts another survey in the place of the whole, and keeps that.
+    void exchangeSurvey(Survey& survey, Survey next);
+
+    /// Take the survey to what it was before the act, and to what it was after it; in turns.
+    void back(Survey& survey) { turn(survey, true); }
+    void forth(Survey& survey) { turn(survey, false); }
+
+    /// Whether a file written from the survey after the act may differ from one written before.
+    /// Requires the survey as it is after the act.
+    bool changesContent(const Survey& after) const;
+    /// The runs of the sites taken out.
+    const std::vector<IndexRange>& removed() const { return runs_; }
+    /// What it holds in memory.
+    std::size_t bytes() const;
+
+  private:
+    struct Taken {
+        int column;
+        std::vector<double> values;  ///< of the sites taken out, in order
+        std::vector<double> behind;  ///< of distances, the entry behind each run as it is on the other side
+    };
+    struct Whole {
+        int column;
+        std::vector<double> values;  ///< as they are on the other side
+    };
+
+    void turn(Survey& survey, bool back);
+    void reserve(Survey& survey) const;
+    void insertSites(Survey& survey);
+    void takeSites(Survey& survey);
+    void exchangeBehind(double* entries, Taken& taken) const;
+
+    SurveyFigures figures_;  ///< of the other side, as all that follows
+    SiteIndex capacity_ = 0;
+    std::vector<IndexRange> runs_;
+    std::vector<Taken> taken_;
+    std::vector<std::uint32_t> lines_;  ///< of the sites taken out
+    std::vector<Whole> whole_;
+    std::optional<RowNumbers> rows_;
+    std::unique_ptr<Survey> survey_;
+};
+
+}  // namespace tessel

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "journal/journal.h"
+
+#include "base/session.h"
+
+#include <algorithm>
+#include <unistd.h>
+#include <utility>
+
+namespace tessel {
+
+namespace {
+
+// A gibibyte, or a quarter of the computer's memory where that is less.
+std::size_t mostBytesHere() {
+    constexpr std::size_t kMost = std::size_t{1} << 30;
+    const long pages = ::sysconf(_SC_PHYS_PAGES);
+    const long page = ::sysconf(_SC_PAGE_SIZE);
+    if (pages <= 0 || page <= 0) return kMost;
+    return std::min(kMost, static_cast<std::size_t>(pages) / 4 * static_cast<std::size_t>(page));
+}
+
+}  // namespace
+
+const char* wordOf(ActKind kind) {
+    switch (kind) {
+        case ActKind::kImport:
+            return "import";
+        case ActKind::kFindRows:
+            return "find-rows";
+        case ActKind::kJoinRows:
+            return "join-rows";
+        case ActKind::kDeleteRow:
+            return "delete-row";
+        case ActKind::kDeletePicked:
+            return "delete-picked-sites";
+        case ActKind::kDeleteMasked:
+            return "delete-masked-sites";
+        case ActKind::kLoseRows:
+            return "lose-rows";
+        case ActKind::kAdjust:
+            return "adjust-readings";
+    }
+    return "";
+}
+
+Journal::Journal(std::size_t mostBytes) : mostBytes_(mostBytes) {}
+
+void Journal::replaceSurvey(ActDescription description, Survey next) {
+    next.importNumber = ++imports_;
+    next.EMAdjustTotalA = survey_.EMAdjustTotalA;
+    next.EMAdjustTotalB = survey_.EMAdjustTotalB;
+    perform(std::move(description), [&](Survey& survey) {
+        Difference difference;
+        difference.exchangeSurvey(survey, std::move(next));
+        return difference;
+    });
+}
+
+void Journal::setParameters(const SurveyParameters& parameters) {
+    if (!own_) own_ = survey_;
+    static_cast<SurveyParameters&>(survey_) = parameters;
+}
+
+void Journal::recount(const std::function<void(const Survey& survey, SurveyCounts& counts)>& count) {
+    count(survey_, survey_);
+}
+
+// The place of the act is the last one; in front of it may be some that have been taken back.
+void Journal::complete(Difference difference) noexcept {
+    Act& act = acts_.back();
+    act.time = std::chrono::system_clock::now();
+    act.sites = survey_.NumSites;
+    act.rows = survey_.NumRows;
+    act.menus = menus();
+    if (own_) difference.keepParameters(*std::exchange(own_, std::nullopt));
+    act.content = difference.changesContent(survey_) ? ++contents_ : content();
+    act.difference = std::move(difference);
+    for (; acts_.size() > position_ + 1; acts_.erase(acts_.end() - 2))
+        bytes_ -= acts_[acts_.size() - 2].difference.bytes();
+    bytes_ += acts_.back().difference.bytes();
+    ++position_;
+    noteSurveyChange();
+    forgetOldest();
+}
+
+void Journal::forgetOldest() noexcept {
+    for (; bytes_ > mostBytes_ && position_ > 0; --position_, ++forgotten_) {
+        const Act& oldest = acts_.front();
+        menusBefore_ = oldest.menus;
+        contentBefore_ = oldest.content;
+        restsBefore_ = oldest.canRest;
+        bytes_ -= oldest.difference.bytes();
+        acts_.pop_front();
+    }
+}
+
+bool Journal::canRestAt(std::size_t position) const {
+    return position == 0 ? restsBefore_ : acts_[position - 1].canRest;
+}
+
+void Journal::cannotRest() {
+    if (position_ > 0) acts_[position_ - 1].canRest = false;
+}
+
+std::size_t Journal::positionBefore() const {
+    for (std::size_t position = position_; position-- > 0;)
+        if (canRestAt(position)) return position;
+    return position_;
+}
+
+std::size_t Journal::positionAfter() const {
+    for (std::size_t position = position_ + 1; position <= acts_.size(); ++position)
+        if (canRestAt(position)) return position;
+    return position_;
+}
+
+void Journal::goTo(std::size_t position) {
+    if (position != position_) setParameters(own_.value_or(survey_));
+    own_.reset();
+    while (position_ > position)
+        step(true);
+    while (position_ < position)
+        step(false);
+}
+
+void Journal::step(bool back) {
+    Difference& difference = acts_[back ? position_ - 1 : position_].difference;
+    const std::size_t before = difference.bytes();
+    back ? difference.back(survey_) : difference.forth(survey_);
+    bytes_ = bytes_ - before + difference.bytes();
+    position_ = back ? position_ - 1 : position_ + 1;
+    noteSurveyChange();
+}
+
+void Journal::noteMenus(std::uint32_t menus) {
+    (position_ == 0 ? menusBefore_ : acts_[position_ - 1].menus) = menus;
+}
+
+void Journal::remeasure(const std::function<void(const Survey& survey, SurveyCounts& counts,
+                                                 DistanceArrays& distances)>& measure) {
+    measure(survey_, survey_, survey_);
+}
+
+Journal& theJournal() {
+    static Journal journal(mostBytesHere());
+    return journal;
+}
+
+}  // namespace tessel

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/survey.h"
+#include "journal/difference.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace tessel {
+
+// The survey that is being cleaned, and what has been done to it.
+
+/// What an act is, as a program tells it from others.
+enum class ActKind {
+    kImport,
+    kFindRows,
+    kJoinRows,
+    kDeleteRow,
+    kDeletePicked,  ///< sites picked on the row plots
+    kDeleteMasked,  ///< sites masked on the map
+    kLoseRows,      ///< the row information, which masked sites took with them
+    kAdjust
+};
+
+/// The word for it in a file: "delete-row".
+const char* wordOf(ActKind kind);
+
+/// What an act is, in words.
+struct ActDescription {
+    ActKind kind = ActKind::kImport;
+    std::string order;  ///< behind "Undo: ", as one is told to do it: "delete row 4"
+    std::string words;  ///< what has been done: "Deleted row 4 with its 12 sites"
+    std::vector<std::pair<std::string, std::string>> parameters;  ///< name with unit, and value
+};
+
+/// Something that was done to the survey.
+struct Act : ActDescription {
+    explicit Act(ActDescription description) : ActDescription(std::move(description)) {}
+
+    std::chrono::system_clock::time_point time;
+    SiteIndex sites = 0;  ///< how many there were after it
+    int rows = 0;
+    /// The survey can stay as it was after the act. False after sites were deleted on the map and rows with
+    /// them: the row information is lost when the map is closed.
+    bool canRest = true;
+    std::uint32_t menus = 0;    ///< which menu items were enabled after it (MenuState in app/menu_items)
+    std::uint64_t content = 0;  ///< surveys of which a file would be the same have the same number
+    Difference difference;
+};
+
+/// The survey of the process and its acts, in order. Nothing changes the survey after its import but acts:
+/// everybody else reads it.
+///
+/// The survey stands behind some act, its position: acts before it are in force, those behind it have been
+/// taken back and can be done again until another act takes their place.
+class Journal {
+  public:
+    /// Holds acts of up to so many bytes; the oldest are forgotten above that.
+    explicit Journal(std::size_t mostBytes);
+
+    const Survey& survey() const { return survey_; }
+
+    /// An act: change(survey) changes it and returns the difference, or what has a member `difference`.
+    /// Returns that. What has been taken back is forgotten. Where `change` throws it must have left the
+    /// survey as it was, and there is no act.
+    template <typename Change>
+    auto perform(ActDescription description, Change change);
+    /// The act of an import, which numbers it. The totals of adjustments go on.
+    void replaceSurvey(ActDescription description, Survey next);
+
+    /// What belongs to no act: parameters of an import that is only prepared, with which the survey goes on
+    /// but to which no way back leads; and what is counted or measured anew in the sites as they are.
+    void setParameters(const SurveyParameters& parameters);
+    void recount(const std::function<void(const Survey& survey, SurveyCounts& counts)>& count);
+    void remeasure(const std::function<void(const Survey& survey, SurveyCounts& counts,
+                                            DistanceArrays& distances)>& measure);
+
+    /// How many acts are known, and how many of them are in force.
+    std::size_t size() const { return acts_.size(); }
+    std::size_t position() const { return position_; }
+    /// Requires i < size().
+    const Act& act(std::size_t i) const { return acts_[i]; }
+    /// How many acts are no longer known, because there were too many; and how many are in force with them.
+    std::size_t forgotten() const { return forgotten_; }
+    std::size_t actsInForce() const { return forgotten_ + position_; }
+
+    /// Where one step back or forth leads: the nearest position at which the survey can rest, or position()
+    /// when there is none.
+    std::size_t positionBefore() const;
+    std::size_t positionAfter() const;
+    /// Requires position <= size(). Where memory runs out the survey stands behind the last act that could be
+    /// reached.
+    void goTo(std::size_t position);
+
+    /// Whether the survey can rest at a position: behind an act that allows it, or before all.
+    bool canRestAt(std::size_t position) const;
+    /// The last act has changed the survey in such a way that it cannot stay so.
+    void cannotRest();
+
+    /// Menus as they are now, and as they were when the survey stood here last.
+    void noteMenus(std::uint32_t menus);
+    std::uint32_t menus() const { return position_ == 0 ? menusBefore_ : acts_[position_ - 1].menus; }
+
+    /// The survey has been written to a file; and whether a file has been written of the survey as it is.
+    void noteExport() { exported_ = content(); }
+    bool isExported() const { return exported_ == content(); }
+
+    /// What the acts hold in memory.
+    std::size_t bytes() const { return bytes_; }
+
+  private:
+    friend Survey& surveyUnderTest();
+
+    std::uint64_t content() const { return position_ == 0 ? contentBefore_ : acts_[position_ - 1].content; }
+    void complete(Difference difference) noexcept;
+    void forgetOldest() noexcept;
+    void step(bool back);
+
+    Survey survey_;
+    std::optional<SurveyParameters> own_;  ///< the survey's, while others have been set
+    std::deque<Act> acts_;
+    std::size_t position_ = 0;
+    std::size_t forgotten_ = 0;
+    std::size_t bytes_ = 0;
+    std::size_t mostBytes_;
+    std::uint32_t menusBefore_ = 0;
+    std::uint64_t contentBefore_ = 0;
+    bool restsBefore_ = true;
+    std::uint64_t contents_ = 0;  ///< numbers given away
+    int imports_ = 0;
+    std::uint64_t exported_ = UINT64_MAX;
+};
+
+/// The one journal of the process, and the survey in it. Windows use them; what computes takes the survey
+/// that it works on as an argument.
+Journal& theJournal();
+inline const Survey& theSurvey() {
+    return theJournal().survey();
+}
+
+template <typename Change>
+auto Journal::perform(ActDescription description, Change change) {
+    // Its place first, so that nothing can fail once the survey has been changed.
+    acts_.emplace_back(std::move(description));
+    try {
+        auto result = change(survey_);
+        if constexpr (std::is_same_v<decltype(result), Difference>)
+            complete(std::move(result));
+        else
+            complete(std::move(result.difference));
+        return result;
+    } catch (...) {
+        acts_.pop_back();
+        throw;
+    }
+}
+
+}  // namespace tessel

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/frmMain.h"
+#include "journal/frmHistory.h"
+#include "journal/journal.h"
+#include "journeys/random/RandomSession.h"
+#include "support/UserDriver.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+constexpr std::size_t kMostSites = 3000;  // of a survey that is kept to compare with
+constexpr std::size_t kMostStates = 60;
+
+}  // namespace
+
+// What the survey and the program are like behind so many acts. Of several acts at once only the last is
+// known.
+void RandomSession::noteState() {
+    const std::size_t now = theJournal().position();
+    states_.resize(theJournal().size() + 1);
+    for (std::size_t between = acts_ + 1; between < now; ++between)
+        states_[between].reset();
+    if (now != acts_) ownDistance_ = survey_.minDistance;
+    if (survey_.sites.size() <= kMostSites) {
+        states_[now] = State{survey_, menus_, totalA_, totalB_, counted_, measured_, content_};
+        states_[now]->survey.minDistance = ownDistance_;
+    } else {
+        states_[now].reset();
+    }
+    if (now > kMostStates) states_[now - kMostStates].reset();
+    acts_ = now;
+}
+
+bool RandomSession::canTakeBack() const {
+    return theJournal().size() > 0;
+}
+
+void RandomSession::takeBack() {
+    bool back = chance(65);
+    if (!canStep(back)) back = !back;
+    if (canStep(back) && chance(60))
+        step(back);
+    else
+        jumpInHistory();
+    if (difference_.empty() && theJournal().position() != acts_) adoptState();
+}
+
+// Whether there is a step to a survey that is known.
+bool RandomSession::canStep(bool back) const {
+    const Journal& journal = theJournal();
+    const std::size_t target = back ? journal.positionBefore() : journal.positionAfter();
+    return target != journal.position() && states_[target];
+}
+
+void RandomSession::step(bool back) {
+    const std::size_t target = back ? theJournal().positionBefore() : theJournal().positionAfter();
+    if (chance(50)) {
+        chooseItem(*main_, back ? u"mnuUndo"_s : u"mnuRedo"_s);
+    } else {
+        bringToFront(*main_);
+        QTest::keyClick(main_.get(), back ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
+    }
+    same("the position in the journal", theJournal().position(), target);
+}
+
+void RandomSession::jumpInHistory() {
+    std::vector<std::size_t> known;
+    for (std::size_t position = 0; position < states_.size(); ++position)
+        if (states_[position] && theJournal().canRestAt(position)) known.push_back(position);
+    chooseItem(*main_, u"mnuHistory"_s);
+    auto& window = dynamic_cast<frmHistory&>(shownWindow(u"frmHistory"_s));
+    bringToFront(window);
+    helpOf(window, 117);
+    same<long>("lines of the history", window.lstHistory->model()->rowCount(),
+               static_cast<long>(theJournal().size()) + 1);
+    const std::size_t target = oneOf(known);
+    const QModelIndex line = window.lstHistory->model()->index(static_cast<int>(target), 2);
+    window.lstHistory->scrollTo(line);
+    if (chance(50)) {
+        QTest::mouseClick(window.lstHistory->viewport(), Qt::LeftButton, {},
+                          window.lstHistory->visualRect(line).center());
+    } else {
+        window.lstHistory->setCurrentIndex(line);
+        QTest::keyClick(window.lstHistory, Qt::Key_Return);
+    }
+    same("the position in the history", theJournal().position(), target);
+    leave(window, u"cmdClose"_s);
+}
+
+void RandomSession::adoptState() {
+    const State state = *states_[theJournal().position()];
+    survey_ = state.survey;
+    totalA_ = state.totalA;
+    totalB_ = state.totalB;
+    content_ = notedContent_ = state.content;
+    noted_ = survey_.sites;
+    counted_ = state.counted;
+    measured_ = state.measured;
+    plotsFollow();
+    menus_ = state.menus;
+    acts_ = theJournal().position();
+    ownDistance_ = survey_.minDistance;
+}
+
+}  // namespace tessel
