@@ -13,6 +13,7 @@
 
 #include <QSignalBlocker>
 
+#include <filesystem>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -32,16 +33,12 @@ void lookReadOnly(QLineEdit& box) {
     box.setPalette(ground);
 }
 
-void writeFile(QWidget* window, const std::string& path, const TransectFormat& format) {
-    const Hourglass hourglass(window);
-    writeTransectFile(theSurvey(), path, format);
-}
-
 }  // namespace
 
 frmOutput::frmOutput(QWidget* parent) : QDialog(parent) {
     setupUi(this);
     connect(chkNoRow, &QCheckBox::toggled, this, guarded(this, [this] { chkNoRow_Click(); }));
+    connect(chkRecord, &QCheckBox::toggled, this, guarded(this, [this] { showRecordName(); }));
     connect(txtBRN, &QLineEdit::textChanged, this, guarded(this, [this] { showNotice(); }));
     connect(Command1, &QPushButton::clicked, this, guarded(this, [this] { Command1_Click(); }));
     connect(Command2, &QPushButton::clicked, this, guarded(this, [this] { Command2_Click(); }));
@@ -58,6 +55,8 @@ void frmOutput::Form_Load() {
     lookReadOnly(*Text2);
     colourNotice(*lblNotice, true);
     showRecordFormat();
+    showRecordName();
+    colourWhileChecked(*chkRecord);
     Command2->setEnabled(false);
     txtBRN->setText(u"1"_s);
     lookAtRows();
@@ -116,6 +115,42 @@ void frmOutput::Command1_Click() {
     Text2->setToolTip(Text2->text());
     Command2->setEnabled(true);
     Command2->setFocus();
+    showRecordName();
+}
+
+// Which file the record will be, and whether one goes for it, which the file dialog has not asked about.
+void frmOutput::showRecordName() {
+    const bool isShown = chkRecord->isChecked() && !outputPath_.empty();
+    lblRecord->setVisible(isShown);
+    if (!isShown) return;
+    const std::string path = recordPath(outputPath_);
+    std::error_code error;
+    const bool replaces = std::filesystem::exists(path, error);
+    // Not the name itself, which may be too long for a line.
+    const QString name = u"Its name is the file's with .record.yaml behind it."_s;
+    lblRecord->setText(replaces ? name + u" It replaces the one that is there."_s : name);
+    lblRecord->setToolTip(legible(fromPath(path)));
+    colourNotice(*lblRecord, replaces);
+}
+
+RecordedExport frmOutput::write() {
+    const Hourglass hourglass(this);
+    const Survey& survey = theSurvey();
+    const TransectFormat format = entries();
+    RecordedExport file = beginExport(survey, outputPath_, format);
+    if (!chkRecord->isChecked()) {
+        writeTransectFile(survey, outputPath_, format);
+    } else {
+        writeTransectFileAndRecord(survey, outputPath_, format, [&](const WrittenFile& written) {
+            file.file.state.size = written.size;
+            file.file.sha256 = written.sha256;
+            ProcessingRecord record = record_();
+            record.exports.push_back(file);
+            return recordText(record);
+        });
+    }
+    noteState(file.file);
+    return file;
 }
 
 bool frmOutput::beginningRowIsValid() {
@@ -136,11 +171,11 @@ bool frmOutput::beginningRowIsValid() {
 
 void frmOutput::Command2_Click() {
     if (!beginningRowIsValid()) return;
-    writeFile(this, outputPath_, entries());
+    const RecordedExport file = write();
     beep();
     tell(this, u"Output data saved to "_s + fromPath(outputPath_), kReportTitle);
     theSession().DataSaved = true;
-    Q_EMIT exported();
+    Q_EMIT exported(file);
     close();
 }
 

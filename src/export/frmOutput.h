@@ -2,13 +2,16 @@
 #pragma once
 
 #include "app/survey.h"
+#include "export/processing_record.h"
 #include "export/transect_file.h"
 #include "ui_frmOutput.h"
 
 #include <QDialog>
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tessel {
 
@@ -20,9 +23,12 @@ class frmOutput : public QDialog, public Ui::frmOutput {
   public:
     explicit frmOutput(QWidget* parent = nullptr);
 
+    /// Who knows what has been done to the survey so far. Until told, a record holds the export alone.
+    void recordWith(std::function<ProcessingRecord()> record) { record_ = std::move(record); }
+
   Q_SIGNALS:
     /// The file has been written and DataSaved is set.
-    void exported();
+    void exported(const RecordedExport& file);
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -38,7 +44,10 @@ class frmOutput : public QDialog, public Ui::frmOutput {
     void showRecordFormat();
     void lookAtRows();
     void showNotice();
+    void showRecordName();
+    RecordedExport write();
 
+    std::function<ProcessingRecord()> record_ = [] { return ProcessingRecord(); };
     std::string outputPath_;
     SiteIndex withoutRow_ = 0;  // sites that have no row number
 };

@@ -9,6 +9,8 @@
 #include <array>
 #include <cmath>
 #include <ctime>
+#include <exception>
+#include <filesystem>
 
 namespace tessel {
 
@@ -149,6 +151,7 @@ class RecordWriter {
         yaml_.plain("time", timeText(each.time));
         yaml_.text("fields", each.format);
         yaml_.number("sites", each.sites);
+        if (each.firstRow > 0) yaml_.number("first_row", std::int64_t{each.firstRow});
         yaml_.plain("is_survey_as_recorded", each.isOfThisState ? "true" : "false");
     }
 
@@ -172,11 +175,9 @@ std::vector<NumberRun> runsIn(std::span<const Number> numbers) {
     return runs;
 }
 
-std::string digestUnlessChanged(const RecordedFile& file) {
-    const std::string digest = sha256OfFile(file.path);
+void requireUnchanged(const RecordedFile& file) {
     if (stateOfInputFile(file.path) != file.state)
         throw RunTimeError(RunTimeError::kFile, file.path + " has been changed since");
-    return digest;
 }
 
 }  // namespace
@@ -193,12 +194,34 @@ std::vector<NumberRun> runsOf(std::span<const double> numbers) {
     return runsIn(numbers);
 }
 
-void identify(RecordedFile& file) {
+RecordedExport beginExport(const Survey& survey, const std::string& path, const TransectFormat& format) {
+    RecordedExport file;
+    file.file.path = std::filesystem::absolute(path).lexically_normal().string();
+    file.time = std::chrono::system_clock::now();
+    file.format = recordFormat(survey.SiteIDPresent, survey.TwoEMColumns, format.withRows);
+    file.sites = survey.NumSites;
+    file.firstRow = format.withRows ? format.firstRow : 0;
+    file.isOfThisState = true;
+    return file;
+}
+
+void noteState(RecordedFile& file) noexcept {
     try {
-        file.sha256 = digestUnlessChanged(file);
+        file.state = stateOfInputFile(file.path);
+    } catch (const std::exception&) {
+        // It has gone already, which will be said when it is looked for.
+    }
+}
+
+void identify(RecordedFile& file) {
+    if (!file.sha256.empty()) return;
+    try {
+        requireUnchanged(file);
+        std::string digest = sha256OfFile(file.path);
+        requireUnchanged(file);
+        file.sha256 = std::move(digest);
         file.note.clear();
     } catch (const RunTimeError& error) {
-        file.sha256.clear();
         file.note = error.description();
     }
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "base/input_file.h"
+#include "base/program_version.h"
+#include "export/transect_file.h"
 #include "export/yaml_writer.h"
 
 #include <chrono>
@@ -79,15 +81,15 @@ struct RecordedExport {
     RecordTime time;
     std::string format;          ///< the names of the fields on a line
     std::int64_t sites = 0;      ///< written
+    int firstRow = 0;            ///< the number that row 1 got; 0 without rows
     bool isOfThisState = false;  ///< the survey is still the one that was written
 };
 
 struct ProcessingRecord {
-    std::string program, version;
+    std::string program = kProgramName, version = kProgramVersion;
     RecordTime time;  ///< of the record
     std::optional<RecordedImport> import;
-    std::int64_t forgottenActs =
-        0;  ///< acts before those that are listed, of which nothing is known any more
+    std::int64_t forgottenActs = 0;  ///< before those that are listed; nothing is known of them any more
     std::vector<RecordedAct> acts;
     std::int64_t sites = 0;  ///< now, as rows
     int rows = 0;
@@ -101,8 +103,14 @@ std::string recordText(const ProcessingRecord& record);
 std::vector<NumberRun> runsOf(std::span<const std::uint32_t> numbers);
 std::vector<NumberRun> runsOf(std::span<const double> numbers);
 
-/// Fills in the digest of a file whose path and state are known from when it was read or written: where it
-/// cannot be read any more or has been changed since, the note says so instead.
+/// An export that is about to be written, but for its size and digest.
+RecordedExport beginExport(const Survey& survey, const std::string& path, const TransectFormat& format);
+
+/// Notes what a file is like that has just been written, so that it is known when it is another one later.
+void noteState(RecordedFile& file) noexcept;
+
+/// Fills in the digest of a file if it is not known yet: path and state are those from when it was read or
+/// written. Where it cannot be read any more or has been changed since, the note says so instead.
 void identify(RecordedFile& file);
 
 }  // namespace tessel

@@ -188,6 +188,7 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     summary.path = options.path;
     summary.file = file.fileState();
     summary.fields = fieldPlaces(options.layout);
+    summary.cutoff = options.cutoff;
     summary.decimalCommasRead = options.decimalCommas;
     summary.linesRead = file.lineNumber();
     return sites.dropped();

@@ -30,6 +30,7 @@ struct ImportSummary {
     FileState file;    ///< what it was like when it was read
     FileKind kind;
     std::vector<FieldPlace> fields;  ///< what has been read of it
+    double cutoff = 0;               ///< smallest accepted reading (mS/m)
     bool fixedColumns = false;       ///< read by columns of characters; else by separators
     bool decimalCommasRead = false;  ///< semicolons were taken for separators, commas for decimal signs
     std::int64_t linesRead = 0;

@@ -236,6 +236,7 @@ std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, Erro
     }
     summary.path = options.path;
     summary.file = file.fileState();
+    summary.cutoff = options.EMCutoff;
     summary.fixedColumns = true;
     summary.fields = fieldPlaces(options);
     summary.linesRead = file.lineNumber();

@@ -232,6 +232,11 @@ bool Difference::changesContent(const Survey& after) const {
     return rows_ && !rows_->areThoseOf(after);
 }
 
+std::span<const double> Difference::removedSiteNumbers() const {
+    const auto numbers = std::ranges::find(taken_, static_cast<int>(kSiteIDs), &Taken::column);
+    return numbers == taken_.end() ? std::span<const double>() : numbers->values;
+}
+
 std::size_t Difference::bytes() const {
     SiteIndex bytes = static_cast<SiteIndex>(sizeof *this + runs_.capacity() * sizeof(IndexRange));
     for (const Taken& taken : taken_)

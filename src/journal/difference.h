@@ -7,8 +7,10 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace tessel {
@@ -56,6 +58,9 @@ class Difference {
     bool changesContent(const Survey& after) const;
     /// The runs of the sites taken out.
     const std::vector<IndexRange>& removed() const { return runs_; }
+    /// Of each of them its line in the sensor file, and its site number; empty where the survey has none.
+    std::span<const std::uint32_t> removedLines() const { return lines_; }
+    std::span<const double> removedSiteNumbers() const;
     /// What it holds in memory.
     std::size_t bytes() const;
 

@@ -114,13 +114,15 @@ class Journal {
     void noteExport() { exported_ = content(); }
     bool isExported() const { return exported_ == content(); }
 
+    /// A number that is the same for surveys of which a file would be the same.
+    std::uint64_t content() const { return position_ == 0 ? contentBefore_ : acts_[position_ - 1].content; }
+
     /// What the acts hold in memory.
     std::size_t bytes() const { return bytes_; }
 
   private:
     friend Survey& surveyUnderTest();
 
-    std::uint64_t content() const { return position_ == 0 ? contentBefore_ : acts_[position_ - 1].content; }
     void complete(Difference difference) noexcept;
     void forgetOldest() noexcept;
     void step(bool back);

@@ -28,6 +28,7 @@
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
+#include "program/ProcessingRecords.h"
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
 #include "rows/row_detection.h"
@@ -40,7 +41,6 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +54,7 @@ class Program : public QObject {
         : QObject(&window),
           main_(window),
           import_(window),
+          records_(window),
           rowEditor_(new RowPlotEditor(window)),
           grid_(window),
           lag_(window) {
@@ -83,8 +84,10 @@ class Program : public QObject {
         on(main_.mnuSave, [this] {
             auto* const window = new frmOutput(&main_);
             connect(window, &frmOutput::exported, this, [] { theJournal().noteExport(); });
+            records_.serve(*window);
             showModal(window);
         });
+        on(main_.mnuRecord, [this] { records_.mnuRecord_Click(); });
     }
 
     void joinEdit() {
@@ -187,7 +190,7 @@ class Program : public QObject {
 
     void followJournal(std::size_t from) {
         const MenuState menus = theJournal().menus();
-        if (const ImportSummary* import = importOf(theSurvey()))
+        if (const ImportSummary* import = records_.importOf(theSurvey()))
             theSession().InputFileName = std::filesystem::absolute(import->path).lexically_normal().string();
         redrawView();
         // What was shown may have ended with an event of its own.
@@ -239,8 +242,7 @@ class Program : public QObject {
     }
 
     void surveyReplaced(const ImportSummary& summary, ImportedRows rows) {
-        imports_.resize(static_cast<std::size_t>(theSurvey().importNumber));
-        imports_.back() = summary;
+        records_.noteImport(summary);
         takeAwayRowDialog();
         main_.hidePlots();
         followSurvey();
@@ -333,15 +335,9 @@ class Program : public QObject {
         if (history_) history_->redraw();
     }
 
-    // Null where the survey comes from none.
-    const ImportSummary* importOf(const Survey& survey) const {
-        return survey.importNumber > 0 ? &imports_[static_cast<std::size_t>(survey.importNumber) - 1]
-                                       : nullptr;
-    }
-
     SurveyDescription description() {
         if (!facts_) facts_ = surveyFacts(theSurvey());
-        const ImportSummary* const import = importOf(theSurvey());
+        const ImportSummary* const import = records_.importOf(theSurvey());
         return describeSurvey(theSurvey(), *facts_, import ? *import : ImportSummary(),
                               main_.mnuEL->isEnabled());
     }
@@ -372,11 +368,11 @@ class Program : public QObject {
 
     frmMain& main_;
     SurveyImport import_;
+    ProcessingRecords records_;
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
-    std::vector<ImportSummary> imports_;  // of all imports, in order
-    std::optional<SurveyFacts> facts_;    // of the survey, once they have been asked for
+    std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
     QPointer<frmDataEdit> rowDialog_;
     QPointer<frmHistory> history_;
     QPointer<frmStat> statistics_;

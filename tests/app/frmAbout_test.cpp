@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmAbout.h"
 
+#include "app/frmMain.h"
+#include "base/program_version.h"
+#include "support/temporary_folder.h"
+
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -15,6 +19,16 @@ TEST(AboutWindow, SaysNameVersionAndLicence) {
     EXPECT_EQ(window.lblVersion->text(), u"Version 2.35R"_s);
     EXPECT_TRUE(window.lblLicence->text().contains(u"GPL-3.0-or-later"_s));
     EXPECT_FALSE(window.lblPurpose->text().isEmpty());
+}
+
+TEST(ProgramVersion, IsTheSameWhereverItStands) {
+    const QString version = QString::fromLatin1(kProgramVersion);
+    EXPECT_EQ(frmAbout().lblVersion->text(), u"Version "_s + version);
+    EXPECT_EQ(frmAbout().lblName->text(), QString::fromLatin1(kProgramName));
+    EXPECT_TRUE(frmMain().windowTitle().endsWith(u"Version "_s + version));
+    EXPECT_NE(readFile(TESSEL_SOURCE_DIR "/packaging/CMakeLists.txt")
+                  .find(std::string("set(TESSEL_RELEASE ") + kProgramVersion + ")"),
+              std::string::npos);
 }
 
 TEST(AboutWindow, ShowsEveryTextWhole) {

@@ -11,7 +11,7 @@ TEST(MenuNeeds, AreSitesWhereSitesAreShownAndRowsWhereRowsAre) {
         EXPECT_EQ(menuNeed(item), MenuNeed::kSites) << item;
     for (const char* item : {"mnuX", "mnuY", "mnuStat", "mnuGrid"})
         EXPECT_EQ(menuNeed(item), MenuNeed::kUsableRows) << item;
-    for (const char* item : {"mnuOpen", "mnuOpen2", "mnuSave", "mnuEL", "mnuHmain1"})
+    for (const char* item : {"mnuOpen", "mnuOpen2", "mnuSave", "mnuRecord", "mnuEL", "mnuHmain1"})
         EXPECT_EQ(menuNeed(item), MenuNeed::kNone) << item;
 }
 

@@ -4,6 +4,7 @@
 #include "app/survey.h"
 #include "base/palette16.h"
 #include "base/session.h"
+#include "base/sha256.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
@@ -16,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -46,6 +48,9 @@ class OutputWindow : public testing::Test {
     void choosePath(frmOutput& window) { QTest::mouseClick(window.Command1, Qt::LeftButton); }
     static void clickGrid(frmOutput& window) {
         QTest::mouseClick(window.chkNoRow, Qt::LeftButton, {}, QPoint(8, window.chkNoRow->height() / 2));
+    }
+    static void clickRecord(frmOutput& window) {
+        QTest::mouseClick(window.chkRecord, Qt::LeftButton, {}, QPoint(8, window.chkRecord->height() / 2));
     }
     std::string written() const { return readFile(folder_ / "out.txt"); }
     bool nothingWritten() const { return std::filesystem::is_empty(folder_.path()); }
@@ -294,6 +299,98 @@ TEST_F(OutputWindow, SaysWhichRowSitesWithoutARowNumberGet) {
     boxes.ask(true, kGridQuestion);
     clickGrid(window);
     EXPECT_TRUE(window.lblNotice->isHidden());
+}
+
+TEST_F(OutputWindow, WritesNoRecordUnlessItIsWanted) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    window.recordWith([]() -> ProcessingRecord { throw std::logic_error("asked for a record"); });
+    EXPECT_FALSE(window.chkRecord->isChecked());
+    EXPECT_TRUE(window.lblRecord->isHidden());
+    choosePath(window);
+    EXPECT_TRUE(window.lblRecord->isHidden());
+    const QSignalSpy exported(&window, &frmOutput::exported);
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(filesIn(folder_), 1U);
+    ASSERT_EQ(exported.count(), 1);
+    auto file = exported[0][0].value<RecordedExport>();
+    EXPECT_EQ(file.file.path, folder_ / "out.txt");
+    EXPECT_EQ(file.file.state, stateOfInputFile(folder_ / "out.txt"));
+    EXPECT_EQ(file.file.sha256, "");
+    identify(file.file);
+    EXPECT_EQ(file.file.sha256, sha256OfFile(folder_ / "out.txt"));
+    EXPECT_EQ(file.format, "Site_#  X_coord  Y_coord  EM1  EM2  Row_#");
+    EXPECT_EQ(file.sites, 3);
+    EXPECT_EQ(file.firstRow, 1);
+}
+
+TEST_F(OutputWindow, WritesTheRecordBesideTheFileWhenItIsTicked) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    window.recordWith([] {
+        ProcessingRecord record;
+        record.acts.resize(1);
+        record.acts[0].words = "Deleted row 7";
+        return record;
+    });
+    choosePath(window);
+    clickRecord(window);
+    window.txtBRN->setText(u"5"_s);
+    const QSignalSpy exported(&window, &frmOutput::exported);
+    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(filesIn(folder_), 2U);
+    const std::string record = readFile(folder_ / "out.txt.record.yaml");
+    EXPECT_NE(record.find("what: \"Deleted row 7\"\n"), std::string::npos) << record;
+    EXPECT_NE(record.find("exports:\n  - path: \"" + (folder_ / "out.txt") +
+                          "\"\n    size: " + std::to_string(written().size()) + "\n    sha256: \"" +
+                          sha256OfFile(folder_ / "out.txt") + "\"\n"),
+              std::string::npos)
+        << record;
+    EXPECT_NE(record.find("first_row: 5\n"), std::string::npos) << record;
+    EXPECT_EQ(written().substr(70, 5), " 5 \r\n");
+    EXPECT_EQ(exported[0][0].value<RecordedExport>().file.sha256, sha256OfFile(folder_ / "out.txt"));
+}
+
+TEST_F(OutputWindow, SaysHowTheRecordWillBeCalledAndWhetherItReplacesOne) {
+    const QString name = u"Its name is the file's with .record.yaml behind it."_s;
+    frmOutput window;
+    window.show();
+    clickRecord(window);
+    EXPECT_TRUE(window.lblRecord->isHidden());
+    choosePath(window);
+    EXPECT_EQ(window.lblRecord->text(), name);
+    EXPECT_EQ(window.lblRecord->toolTip(), fromPath(folder_ / "out.txt.record.yaml"));
+    EXPECT_TRUE(window.lblRecord->isVisible());
+    clickRecord(window);
+    EXPECT_TRUE(window.lblRecord->isHidden());
+    writeFile(folder_ / "out.txt.record.yaml", "another");
+    clickRecord(window);
+    EXPECT_EQ(window.lblRecord->text(), name + u" It replaces the one that is there."_s);
+    EXPECT_EQ(colourOf(window.lblRecord), captionColour(kWarningColour, window));
+    answerDialogWith(folder_ / "other.txt");
+    choosePath(window);
+    EXPECT_EQ(window.lblRecord->text(), name);
+    EXPECT_NE(colourOf(window.lblRecord), captionColour(kWarningColour, window));
+}
+
+TEST_F(OutputWindow, WritesNeitherFileWhenTheRecordCannotBeWritten) {
+    ExpectedBoxes boxes;
+    frmOutput window;
+    window.show();
+    std::filesystem::create_directory(folder_ / "out.txt.record.yaml");
+    choosePath(window);
+    clickRecord(window);
+    const QSignalSpy exported(&window, &frmOutput::exported);
+    boxes.tell(fromPath(folder_ / "out.txt.record.yaml") + u" cannot be written: Is a directory"_s);
+    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    EXPECT_EQ(filesIn(folder_), 1U);
+    EXPECT_FALSE(theSession().DataSaved);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(exported.count(), 0);
 }
 
 TEST_F(OutputWindow, LooksAtTheRowsAgainWhenItComesToTheFront) {

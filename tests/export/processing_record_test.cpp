@@ -77,8 +77,6 @@ class ProcessingRecords : public testing::Test {
 
     static ProcessingRecord aRecord() {
         ProcessingRecord record;
-        record.program = "VARN-Tessel";
-        record.version = "2.35R";
         record.time = at(3);
         record.import = anImport();
         RecordedAct adjustment;
@@ -94,6 +92,7 @@ class ProcessingRecords : public testing::Test {
                            at(3),
                            "X_coord  Y_coord  EM1",
                            94,
+                           5,
                            true}};
         return record;
     }
@@ -120,8 +119,6 @@ TEST_F(ProcessingRecords, AreReadByAProgramAsTheyAreMeant) {
 
 TEST_F(ProcessingRecords, OfASurveyThatComesFromNoFileAndHasNoActsAreWholeToo) {
     ProcessingRecord record;
-    record.program = "VARN-Tessel";
-    record.version = "2.35R";
     record.time = at(0);
     const std::string expected =
         R"({"acts": [], "exports": [], "program": {"name": "VARN-Tessel", "version": "2.35R"}, )"
@@ -186,6 +183,13 @@ TEST(Identifying, GivesTheDigestOfAFileThatIsAsItWas) {
     EXPECT_EQ(file.note, "");
 }
 
+TEST(Identifying, KeepsADigestThatIsKnownSinceTheFileWasWritten) {
+    RecordedFile file{"/nowhere", {}, "abc", ""};
+    identify(file);
+    EXPECT_EQ(file.sha256, "abc");
+    EXPECT_EQ(file.note, "");
+}
+
 TEST(Identifying, SaysWhyWhenAFileHasBeenChangedOrHasGone) {
     const TemporaryFolder folder;
     const std::string path = folder / "field.dat";
@@ -193,7 +197,6 @@ TEST(Identifying, SaysWhyWhenAFileHasBeenChangedOrHasGone) {
     const RecordedFile known{path, stateOfInputFile(path), "", ""};
     const auto noteOf = [&] {
         RecordedFile file = known;
-        file.sha256 = "of another time";
         identify(file);
         EXPECT_EQ(file.sha256, "");
         return file.note;

@@ -44,7 +44,9 @@ TEST_F(GenericFile, IsDescribedAsItWasReadWithThePlacesOfItsValues) {
     EXPECT_EQ(placesIn(kEverything), "site number 1, X 2, Y 3, EM1 4, EM2 5, row 6, ");
     EXPECT_EQ(placesIn(kGenericLayouts[0]), "X 1, Y 2, EM1 3, row 4, ");
     EXPECT_EQ(placesIn(kGenericLayouts[5]), "X 1, Y 2, EM1 3, EM2 4, ");
+    options.cutoff = 2.5;
     const ImportSummary summary = import("1,2,3,4\n").summary;
+    EXPECT_EQ(summary.cutoff, 2.5);
     EXPECT_EQ(summary.file, stateOfInputFile(options.path));
 }
 

@@ -103,6 +103,7 @@ TEST_F(TrimbleFile, IsDescribedAsItWasReadWithThePlacesOfItsFields) {
     const ImportSummary summary = import(line("1", "2", "3", "4", "5") + "\n").summary;
     EXPECT_EQ(summary.file, stateOfInputFile(options.path));
     EXPECT_EQ(summary.file.size, 41);
+    EXPECT_EQ(summary.cutoff, -10);
     EXPECT_EQ(inWords(summary.fields), "site number 1-4, X 6-13, Y 15-22, EM1 24-31, EM2 33-40, ");
     options.SiteIDPresent = options.TwoEMColumns = false;
     EXPECT_EQ(inWords(import("").summary.fields), "X 6-13, Y 15-22, EM1 24-31, ");

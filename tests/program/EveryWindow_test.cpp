@@ -389,6 +389,7 @@ TEST(Menus, ShowTheStandardShortcuts) {
     EXPECT_EQ(main->mnuOpen->shortcut(), QKeySequence(u"Ctrl+O"_s));
     EXPECT_EQ(main->mnuOpen2->shortcut(), QKeySequence(u"Ctrl+Shift+O"_s));
     EXPECT_EQ(main->mnuSave->shortcut(), QKeySequence(u"Ctrl+S"_s));
+    EXPECT_EQ(main->mnuRecord->shortcut(), QKeySequence(u"Ctrl+Shift+S"_s));
     EXPECT_EQ(main->mnuExit->shortcut(), QKeySequence(u"Ctrl+Q"_s));
     EXPECT_EQ(frmHistForm().mnuPrint->shortcut(), QKeySequence(u"Ctrl+P"_s));
     EXPECT_EQ(frmSigCorrStruct().mnuPrint->shortcut(), QKeySequence(u"Ctrl+P"_s));

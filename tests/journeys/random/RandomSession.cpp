@@ -25,9 +25,9 @@ namespace tessel {
 
 namespace {
 
-const std::vector<std::string> kSurveyItems = {"mnuSigCorr",   "mnuHist", "mnuClear",    "mnuData",
-                                               "mnuInvokeIDE", "mnuIDEW", "mnuDistance", "mnuGrid",
-                                               "mnuStat",      "mnuRow",  "mnuAdjust",   "mnuEL"};
+const std::vector<std::string> kSurveyItems = {
+    "mnuSigCorr", "mnuHist", "mnuClear", "mnuData",   "mnuInvokeIDE", "mnuIDEW",  "mnuDistance",
+    "mnuGrid",    "mnuStat", "mnuRow",   "mnuAdjust", "mnuEL",        "mnuRecord"};
 
 // The submenus that an item stands in.
 const std::map<std::string, std::vector<std::string>> kSubmenus = {
@@ -64,6 +64,7 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"histograms", 4, &S::canAnalyse, &S::histograms},
         {"correlation", 6, &S::canAnalyse, &S::correlation},
         {"export", 6, &S::canExport, &S::exportSurvey},
+        {"save the record", 3, &S::canSaveRecord, &S::saveRecord},
         {"clear screen", 2, &S::canClear, &S::clearScreen},
         {"walk along a row", 30, &S::rowPlotsOpen, &S::walkAlongRow},
         {"look closer", 25, &S::chartShown, &S::lookCloser},
@@ -244,8 +245,8 @@ void RandomSession::surveyImported() {
 void RandomSession::noSitesLeft() {
     reached_.note("no sites left");
     expect(u"There is no more point left in the file!"_s);
-    setMenus(false, {"mnuSave", "mnuInvokeIDE", "mnuIDEW", "mnuRow", "mnuData", "mnuStat", "mnuDistance",
-                     "mnuGrid", "mnuSigCorr", "mnuHist", "mnuClear"});
+    setMenus(false, {"mnuSave", "mnuRecord", "mnuInvokeIDE", "mnuIDEW", "mnuRow", "mnuData", "mnuStat",
+                     "mnuDistance", "mnuGrid", "mnuSigCorr", "mnuHist", "mnuClear"});
 }
 
 bool RandomSession::choose(const QString& item, bool wantsRows) {

@@ -229,6 +229,7 @@ class RandomSession {
     bool canAdjust() const { return canChoose("mnuAdjust"); }
     bool canAnalyse() const { return canChoose("mnuHist"); }
     bool canExport() const { return canChoose("mnuSave"); }
+    bool canSaveRecord() const { return canChoose("mnuRecord"); }
     bool canClear() const { return canChoose("mnuClear"); }
     bool canEditRows() const { return rowDialog_ || canChoose("mnuData"); }
     void plotGrid();
@@ -244,6 +245,8 @@ class RandomSession {
     void histograms();
     void correlation();
     void exportSurvey();
+    void saveRecord();
+    void compareRecord(const std::string& path);
     void refuseFirstRows(QWidget& window);
     bool exportInto(QWidget& window, bool withRows);
     void clearScreen();

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
@@ -228,12 +229,33 @@ bool RandomSession::exportInto(QWidget& window, bool withRows) {
         clickOn(window, u"Command2"_s);
         return false;
     }
+    const bool withRecord = chance(40);
+    if (withRecord) clickOn(window, u"chkRecord"_s);
     expect(u"Output data saved to "_s + QString::fromStdString(path), u"VARN-Tesl"_s);
     clickOn(window, u"Command2"_s);
+    if (withRecord) compareRecord(path + ".record.yaml");
     exported_ = content_;
     const int firstRow = static_cast<int>(std::nearbyint(first.toDouble()));
     if (readFile(path) != plainTransect(survey_, withRows, firstRow)) differ("the transect file differs");
     return true;
+}
+
+void RandomSession::saveRecord() {
+    const std::string path = folder_ / (chance(15) ? "" : "survey.yaml");
+    const bool cancelled = path.ends_with('/');
+    expectFile(cancelled ? QString() : QString::fromStdString(path), true);
+    if (chance(50))
+        chooseItem(*main_, u"mnuRecord"_s);
+    else
+        pressKey(*main_, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    if (!cancelled) compareRecord(path);
+}
+
+void RandomSession::compareRecord(const std::string& path) {
+    const std::string counts = "\nsurvey:\n  sites: " + std::to_string(survey_.sites.size()) +
+                               "\n  rows: " + std::to_string(survey_.rows) + "\n";
+    if (readFile(path).find(counts) == std::string::npos) differ("the record is of another survey");
+    std::filesystem::remove(path);
 }
 
 // Others

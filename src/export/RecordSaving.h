@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "export/processing_record.h"
+
+#include <functional>
+#include <string>
+
+class QWidget;
+
+namespace tessel {
+
+/// Asks for a file and writes the processing record into it; gives its path, or nothing when the user has
+/// cancelled. Throws RunTimeError when it cannot be written; a file of that name stays as it was then.
+std::string saveRecord(QWidget* parent, const std::function<ProcessingRecord()>& record);
+
+}  // namespace tessel

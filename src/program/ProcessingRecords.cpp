@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/ProcessingRecords.h"
+
+#include "app/frmMain.h"
+#include "desktop/FileNames.h"
+#include "desktop/Guarded.h"
+#include "export/RecordSaving.h"
+#include "export/frmOutput.h"
+
+#include <QTimer>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+// Its digest is calculated in less time than anybody notices.
+constexpr std::int64_t kSmallFile = std::int64_t{8} << 20;
+
+}  // namespace
+
+ProcessingRecords::ProcessingRecords(frmMain& main) : QObject(&main), main_(main) {}
+
+void ProcessingRecords::noteImport(const ImportSummary& summary) {
+    keeper_.noteImport(theJournal(), summary);
+    identifyFilesSoon();
+}
+
+void ProcessingRecords::serve(frmOutput& window) {
+    window.recordWith([this] { return keeper_.record(theJournal()); });
+    connect(&window, &frmOutput::exported, this, [this](const RecordedExport& file) {
+        keeper_.noteExport(theJournal(), file);
+        identifyFilesSoon();
+    });
+}
+
+void ProcessingRecords::mnuRecord_Click() {
+    const std::string path = saveRecord(&main_, [this] { return keeper_.record(theJournal()); });
+    if (path.empty()) return;
+    const std::string name = std::filesystem::path(path).filename().string();
+    main_.showMessage(u"Processing record saved to "_s + legible(fromPath(name)));
+}
+
+// As long as a card is in its slot. A large file is looked at only when its digest is wanted.
+void ProcessingRecords::identifyFilesSoon() {
+    QTimer::singleShot(0, this, guarded(&main_, [this] { keeper_.identifyFiles(kSmallFile); }));
+}
+
+}  // namespace tessel

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "program/record_keeper.h"
+
+#include <QObject>
+
+namespace tessel {
+
+class frmMain;
+class frmOutput;
+
+/// Remembers imports and exports, and writes the processing record: alone, or beside an export.
+class ProcessingRecords : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit ProcessingRecords(frmMain& main);
+
+    /// The act done last was an import, and this is what it found.
+    void noteImport(const ImportSummary& summary);
+    /// What the import found from which a survey comes; null where it comes from none.
+    const ImportSummary* importOf(const Survey& survey) const { return keeper_.importOf(survey); }
+    /// Has the window write the record beside the file, and notes what it has written.
+    void serve(frmOutput& window);
+    void mnuRecord_Click();
+
+  private:
+    void identifyFilesSoon();
+
+    frmMain& main_;
+    RecordKeeper keeper_;
+};
+
+}  // namespace tessel

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/record_keeper.h"
+
+#include "base/numbers.h"
+
+#include <filesystem>
+
+namespace tessel {
+
+namespace {
+
+const char* inWords(bool yes) {
+    return yes ? "true" : "false";
+}
+
+const char* measureInWords(int mode) {
+    return mode == 2 ? "along X" : mode == 3 ? "along Y" : "true distance";
+}
+
+RecordedValues parametersOf(const SurveyParameters& parameters, const ImportSummary& summary) {
+    RecordedValues values = {{"smallest accepted reading (mS/m)", shortestText(summary.cutoff)}};
+    if (!summary.fixedColumns) {
+        values.emplace_back("semicolons and decimal commas", inWords(summary.decimalCommasRead));
+        return values;
+    }
+    values.emplace_back("readings negated", inWords(parameters.NegateEM));
+    values.emplace_back("readings divided by 10", inWords(parameters.DivideEMBy10));
+    values.emplace_back("lines passed over up to a length of (bytes)",
+                        std::to_string(parameters.MinLineLength));
+    values.emplace_back("distances", measureInWords(parameters.DistanceMode));
+    values.emplace_back("distance above which a row begins (m)", shortestText(parameters.MinDistance));
+    return values;
+}
+
+// The error log's reasons begin with an arrow.
+std::string bareReason(const std::string& reason) {
+    const std::size_t begin = reason.find_first_not_of(" ->");
+    return begin == std::string::npos ? reason : reason.substr(begin);
+}
+
+RecordedImport recordedImport(const Act& act, const SurveyParameters& parameters,
+                              const ImportSummary& summary) {
+    RecordedImport import;
+    import.file.path = std::filesystem::absolute(summary.path).lexically_normal().string();
+    import.file.state = summary.file;
+    import.time = act.time;
+    import.kind = summary.fixedColumns ? "fixed columns" : "separated values";
+    import.parameters = parametersOf(parameters, summary);
+    for (const FieldPlace& field : summary.fields)
+        import.fields.push_back({field.name, field.first, field.last});
+    import.linesRead = summary.linesRead;
+    for (const RejectedLines& rejected : summary.rejected)
+        import.rejected.push_back({bareReason(rejected.reason), rejected.lines, rejected.firstLine});
+    import.sites = act.sites;
+    import.rows = act.rows;
+    return import;
+}
+
+RecordedAct recordedAct(const Act& act) {
+    RecordedAct recorded{act.time, wordOf(act.kind), act.words, act.parameters, {}, act.sites, act.rows};
+    SiteIndex sites = 0;
+    for (const IndexRange& run : act.difference.removed())
+        sites += run.count();
+    if (sites > 0)
+        recorded.removed = RecordedRemoval{sites, runsOf(act.difference.removedLines()),
+                                           runsOf(act.difference.removedSiteNumbers())};
+    return recorded;
+}
+
+// The first act in force behind the last import, as an index among the acts that are known.
+std::size_t firstActSinceImport(const Journal& journal) {
+    std::size_t first = journal.position();
+    while (first > 0 && journal.act(first - 1).kind != ActKind::kImport)
+        --first;
+    return first;
+}
+
+}  // namespace
+
+void RecordKeeper::noteImport(const Journal& journal, const ImportSummary& summary) {
+    const Act& act = journal.act(journal.position() - 1);
+    imports_.resize(static_cast<std::size_t>(journal.survey().importNumber));
+    imports_.back() = {summary, recordedImport(act, journal.survey(), summary),
+                       journal.forgotten() + journal.position()};
+}
+
+const ImportSummary* RecordKeeper::importOf(const Survey& survey) const {
+    return survey.importNumber > 0 ? &imports_[static_cast<std::size_t>(survey.importNumber) - 1].summary
+                                   : nullptr;
+}
+
+void RecordKeeper::noteExport(const Journal& journal, const RecordedExport& file) {
+    exports_.push_back({file, journal.survey().importNumber, journal.content()});
+}
+
+void RecordKeeper::identifyFiles(std::int64_t upTo) {
+    const auto identifySmall = [upTo](RecordedFile& file) {
+        if (file.state.size <= upTo) identify(file);
+    };
+    for (Import& import : imports_)
+        identifySmall(import.what.file);
+    for (Export& each : exports_)
+        identifySmall(each.what.file);
+}
+
+ProcessingRecord RecordKeeper::record(const Journal& journal) {
+    ProcessingRecord record;
+    record.time = std::chrono::system_clock::now();
+    const int number = journal.survey().importNumber;
+    const std::size_t first = firstActSinceImport(journal);
+    std::size_t actsBefore = 0;
+    if (number > 0) {
+        Import& import = imports_[static_cast<std::size_t>(number) - 1];
+        identify(import.what.file);
+        record.import = import.what;
+        actsBefore = import.acts;
+    }
+    if (journal.forgotten() + first > actsBefore)
+        record.forgottenActs = static_cast<std::int64_t>(journal.forgotten() + first - actsBefore);
+    for (std::size_t i = first; i < journal.position(); ++i)
+        record.acts.push_back(recordedAct(journal.act(i)));
+    record.sites = journal.survey().NumSites;
+    record.rows = journal.survey().NumRows;
+    for (Export& each : exports_) {
+        if (each.importNumber != number) continue;
+        identify(each.what.file);
+        record.exports.push_back(each.what);
+        record.exports.back().isOfThisState = each.content == journal.content();
+    }
+    return record;
+}
+
+}  // namespace tessel
