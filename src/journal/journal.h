@@ -70,8 +70,8 @@ class Journal {
     const Survey& survey() const { return survey_; }
 
     /// An act: change(survey) changes it and returns the difference, or what has a member `difference`.
-    /// Returns that. What has been taken back is forgotten. Where `change` throws it must have left the
-    /// survey as it was, and there is no act.
+    /// Returns the latter, without the difference. What has been taken back is forgotten. Where `change`
+    /// throws it must have left the survey as it was, and there is no act.
     template <typename Change>
     auto perform(ActDescription description, Change change);
     /// The act of an import, which numbers it. The totals of adjustments go on.
@@ -154,12 +154,13 @@ auto Journal::perform(ActDescription description, Change change) {
     // Its place first, so that nothing can fail once the survey has been changed.
     acts_.emplace_back(std::move(description));
     try {
-        auto result = change(survey_);
-        if constexpr (std::is_same_v<decltype(result), Difference>)
-            complete(std::move(result));
-        else
-            complete(std::move(result.difference));
-        return result;
+        if constexpr (std::is_same_v<decltype(change(survey_)), Difference>) {
+            complete(change(survey_));
+        } else {
+            auto result = change(survey_);
+            complete(std::exchange(result.difference, Difference()));
+            return result;
+        }
     } catch (...) {
         acts_.pop_back();
         throw;

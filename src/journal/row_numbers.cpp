@@ -2,11 +2,18 @@
 #include "journal/row_numbers.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace tessel {
 
 namespace {
+
+// Bits, because a number of a file may be one that equals nothing.
+bool sameBits(double a, double b) {
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
 
 std::size_t bytesOf(const double* from, const double* to) {
     return static_cast<std::size_t>(to - from) * sizeof(double);
@@ -19,8 +26,7 @@ RowNumbers::RowNumbers(const Survey& survey) {
     const std::size_t most = static_cast<std::size_t>(survey.NumSites) / 2;
     for (SiteIndex first = 0; first < survey.NumSites;) {
         SiteIndex end = first;
-        // Bits, because a number of a file may be one that equals nothing.
-        while (end < survey.NumSites && std::memcmp(numbers + end, numbers + first, sizeof(double)) == 0)
+        while (end < survey.NumSites && sameBits(numbers[end], numbers[first]))
             ++end;
         if (runs_.size() == most) {
             runs_ = std::vector<Run>();
@@ -53,7 +59,7 @@ bool RowNumbers::areThoseOf(const Survey& survey) const {
     SiteIndex first = 0;
     for (const Run& run : runs_) {
         for (; first < run.end; ++first)
-            if (std::memcmp(numbers + first, &run.number, sizeof(double)) != 0) return false;
+            if (!sameBits(numbers[first], run.number)) return false;
     }
     return true;
 }

@@ -106,6 +106,7 @@ void RowPlotEditor::joinChart(Chart2D* chart) {
     chart->setSeriesCount(Chart2D::kData, 1);
     chart->setSeriesCount(Chart2D::kHighlight, 1);
     connect(chart, &Chart2D::pointerPressed, this,
+            // (The analyzer loses whose slot it is.) NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
             [this, chart](QPoint pixel) { runGuarded(this, [&] { press(chart, pixel); }); });
     connect(chart, &Chart2D::pointerMoved, this, [this, chart](QPoint pixel) { readOut(chart, pixel); });
     connect(chart, &Chart2D::pointerLeft, this, [this, chart] { clearReadOut(chart); });
