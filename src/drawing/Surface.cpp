@@ -125,7 +125,7 @@ bool Surface::moveByKey(int key) {
 
 // Of the right button the release tells whether a menu is meant or the view was dragged.
 void Surface::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard) showMenu(mapToGlobal(area().center().toPoint()));
+    if (event->reason() == QContextMenuEvent::Keyboard) showMenu(mapToGlobal(nearestPixel(area().center())));
     event->accept();
 }
 
@@ -181,7 +181,7 @@ void Surface::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) follow(Pointer::kReleased, event->position());
     if (!dragsView(*event) || !dragged_) return;
     dragged_.reset();
-    if (event->button() == Qt::RightButton && !hasMoved_) showMenu(event->globalPosition().toPoint());
+    if (event->button() == Qt::RightButton && !hasMoved_) showMenu(nearestPixel(event->globalPosition()));
 }
 
 void Surface::wheelEvent(QWheelEvent* event) {

@@ -2,6 +2,7 @@
 #include "drawing/SvgDevice.h"
 
 #include "base/whole_numbers.h"
+#include "drawing/Pixels.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -108,7 +109,7 @@ class SvgDevice::Engine : public QPaintEngine {
                    Qt::ImageConversionFlags) override {
         QByteArray png;
         QBuffer buffer(&png);
-        image.copy(source.toAlignedRect()).save(&buffer, "PNG");
+        image.copy(pixelsAround(source)).save(&buffer, "PNG");
         body_ += "<image" + transform_ + " x=\"" + number(target.x()) + "\" y=\"" + number(target.y()) +
                  "\" width=\"" + number(target.width()) + "\" height=\"" + number(target.height()) +
                  "\" preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64," + png.toBase64() +

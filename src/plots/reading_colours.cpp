@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/reading_colours.h"
 
+#include "base/whole_numbers.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -23,8 +25,7 @@ Interval readingRange(const Survey& survey, SiteColumn column) {
     std::ranges::copy_if(readings(survey, column), std::back_inserter(values),
                          [](double value) { return std::isfinite(value); });
     if (values.empty()) return {};
-    const auto rank =
-        static_cast<std::ptrdiff_t>(std::lround(kTail * static_cast<double>(values.size() - 1)));
+    const auto rank = int64Within(std::round(kTail * static_cast<double>(values.size() - 1)));
     const auto low = values.begin() + rank;
     const auto high = values.end() - 1 - rank;
     std::nth_element(values.begin(), low, values.end());

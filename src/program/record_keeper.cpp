@@ -38,21 +38,21 @@ std::string bareReason(const std::string& reason) {
     return begin == std::string::npos ? reason : reason.substr(begin);
 }
 
-RecordedImport recordedImport(const Act& act, const SurveyParameters& parameters,
-                              const ImportSummary& summary) {
+// Of the survey as it has just been imported.
+RecordedImport recordedImport(const Survey& survey, const ImportSummary& summary) {
     RecordedImport import;
     import.file.path = std::filesystem::absolute(summary.path).lexically_normal().string();
     import.file.state = summary.file;
-    import.time = act.time;
+    import.time = std::chrono::system_clock::now();
     import.kind = summary.fixedColumns ? "fixed columns" : "separated values";
-    import.parameters = parametersOf(parameters, summary);
+    import.parameters = parametersOf(survey, summary);
     for (const FieldPlace& field : summary.fields)
         import.fields.push_back({field.name, field.first, field.last});
     import.linesRead = summary.linesRead;
     for (const RejectedLines& rejected : summary.rejected)
         import.rejected.push_back({bareReason(rejected.reason), rejected.lines, rejected.firstLine});
-    import.sites = act.sites;
-    import.rows = act.rows;
+    import.sites = survey.NumSites;
+    import.rows = survey.NumRows;
     return import;
 }
 
@@ -78,9 +78,8 @@ std::size_t firstActSinceImport(const Journal& journal) {
 }  // namespace
 
 void RecordKeeper::noteImport(const Journal& journal, const ImportSummary& summary) {
-    const Act& act = journal.act(journal.position() - 1);
     imports_.resize(static_cast<std::size_t>(journal.survey().importNumber));
-    imports_.back() = {summary, recordedImport(act, journal.survey(), summary),
+    imports_.back() = {summary, recordedImport(journal.survey(), summary),
                        journal.forgotten() + journal.position()};
 }
 

@@ -64,6 +64,7 @@ void EventMonkey::runProgram() {
     theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder_.path();
     theSession().TextEditor = "/bin/true ";
+    startAfresh();
     surveyUnderTest() = oddSurvey(below(kOddSurveys));
     main_ = createProgram();
     main_->menusFollow(MenuEvent::kSitesImported);
