@@ -4,6 +4,7 @@
 #include "analysis/robust_measures.h"
 #include "analysis/suspect_rules.h"
 #include "base/bounded.h"
+#include "base/whole_numbers.h"
 #include "rows/walked_path.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ double extentOf(const Survey& survey, int column) {
     const double* const values = survey.SiteData.column(column);
     std::vector<double> sample = sampleOf(survey.NumSites, [=](SiteIndex i) { return values[i]; });
     const auto at = [&](double part) {
-        const auto i = static_cast<std::ptrdiff_t>(static_cast<double>(sample.size() - 1) * part);
+        const auto i = int64Within(static_cast<double>(sample.size() - 1) * part);
         std::nth_element(sample.begin(), sample.begin() + i, sample.end());
         return sample[static_cast<std::size_t>(i)];
     };

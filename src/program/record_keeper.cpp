@@ -43,7 +43,6 @@ RecordedImport recordedImport(const Survey& survey, const ImportSummary& summary
     RecordedImport import;
     import.file.path = std::filesystem::absolute(summary.path).lexically_normal().string();
     import.file.state = summary.file;
-    import.time = std::chrono::system_clock::now();
     import.kind = summary.fixedColumns ? "fixed columns" : "separated values";
     import.parameters = parametersOf(survey, summary);
     for (const FieldPlace& field : summary.fields)
@@ -79,8 +78,10 @@ std::size_t firstActSinceImport(const Journal& journal) {
 
 void RecordKeeper::noteImport(const Journal& journal, const ImportSummary& summary) {
     imports_.resize(static_cast<std::size_t>(journal.survey().importNumber));
-    imports_.back() = {summary, recordedImport(journal.survey(), summary),
-                       journal.forgotten() + journal.position()};
+    imports_.back() = {summary, recordedImport(journal.survey(), summary), journal.actsInForce()};
+    // The journal may have been too small for the act.
+    imports_.back().what.time =
+        journal.position() > 0 ? journal.act(journal.position() - 1).time : std::chrono::system_clock::now();
 }
 
 const ImportSummary* RecordKeeper::importOf(const Survey& survey) const {
