@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
-#include <span>
 #include <utility>
 
 namespace tessel {
@@ -18,16 +16,13 @@ namespace {
 template <typename Change>
 std::vector<double> changed(const Survey& survey, SiteColumn column, Change change) {
     const double* const readings = survey.SiteData.column(column);
-    const auto sites = static_cast<std::size_t>(survey.NumSites);
-    const auto results = std::span(readings, sites) | std::views::transform(change);
-    std::vector<double> values;
-    values.reserve(static_cast<std::size_t>(survey.SiteData.capacity()));
-    values.assign(results.begin(), results.end());
+    std::vector<double> values(readings, readings + survey.SiteData.capacity());
     bool finite = true;
-    for (const double value : values)
-        finite &= std::isfinite(value);
+    for (auto value = values.begin(); value != values.begin() + survey.NumSites; ++value) {
+        *value = change(*value);
+        finite &= std::isfinite(*value);
+    }
     if (!finite) throw RunTimeError::overflow();
-    values.insert(values.end(), readings + sites, readings + survey.SiteData.capacity());
     return values;
 }
 
