@@ -198,7 +198,7 @@ class TrimbleReader {
 std::vector<FieldPlace> fieldPlaces(const TrimbleOptions& options) {
     std::vector<FieldPlace> places;
     const auto add = [&places](const char* name, const FieldColumns& field) {
-        places.push_back({name, field.Start, field.Start + field.Len - 1});
+        places.push_back({name, field.Start, field.Start + (field.Len - 1)});
     };
     if (options.SiteIDPresent) add("site number", options.SiteIDField);
     add("X", options.XField);
