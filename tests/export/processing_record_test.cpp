@@ -129,12 +129,12 @@ TEST_F(ProcessingRecords, OfASurveyThatComesFromNoFileAndHasNoActsAreWholeToo) {
 // Names of files and words as odd as they come.
 TEST_F(ProcessingRecords, HoldAnyTextOnOneLine) {
     ProcessingRecord record = aRecord();
-    record.import->file.path = "/tmp/f\xFCr 'a: \"b\" # c\n{x} \\ \xF0\x9F\x8C\xB1";
+    record.import->file.path = "/surveys/f\xFCr 'a: \"b\" # c\n{x} \\ \xF0\x9F\x8C\xB1";
     record.import->parameters = {{"a: b", "- x"}, {"no", "null"}, {"size", "1e20"}, {"yes", "True"}};
     record.acts[0].words = "\x1b[31m...\t~ & * ! | > % @ `";
     const std::string json = readBack(recordText(record));
     const char* const expected[] = {
-        R"("path": "/tmp/f\\xFCr 'a: \"b\" # c\n{x} \\x5C \ud83c\udf31")",
+        R"("path": "/surveys/f\\xFCr 'a: \"b\" # c\n{x} \\x5C \ud83c\udf31")",
         R"("parameters": {"a: b": "- x", "no": "null", "size": 1e+20, "yes": "True"})",
         R"("what": "\u001b[31m...\t~ & * ! | > % @ `")"};
     for (const char* const text : expected)
