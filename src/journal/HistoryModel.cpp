@@ -14,10 +14,13 @@ namespace tessel {
 
 namespace {
 
+// The day only of acts that are not of today.
 QString timeOf(const Act& act) {
     using std::chrono::milliseconds;
     const auto since = std::chrono::duration_cast<milliseconds>(act.time.time_since_epoch());
-    return QDateTime::fromMSecsSinceEpoch(since.count()).toString(u"yyyy-MM-dd hh:mm:ss"_s);
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(since.count());
+    const bool today = time.date() == QDate::currentDate();
+    return time.toString(today ? u"hh:mm:ss"_s : u"yyyy-MM-dd hh:mm:ss"_s);
 }
 
 QString whatWasBefore() {

@@ -24,7 +24,9 @@ frmHistory::frmHistory(QWidget* parent) : QDialog(parent), model_(new HistoryMod
     header->setStretchLastSection(false);
     const auto width = [this](const char* text) { return fontMetrics().horizontalAdvance(tr(text)) + 24; };
     header->resizeSection(HistoryModel::kNumber, width("10000"));
-    header->resizeSection(HistoryModel::kTime, width("2000-00-00 00:00:00"));
+    // As wide as the lines in sight need, however many there are.
+    header->setResizeContentsPrecision(0);
+    header->setSectionResizeMode(HistoryModel::kTime, QHeaderView::ResizeToContents);
     header->resizeSection(HistoryModel::kSites, width("10000000"));
     header->resizeSection(HistoryModel::kRows, width("10000"));
     header->setSectionResizeMode(HistoryModel::kWhat, QHeaderView::Stretch);

@@ -184,8 +184,14 @@ class Program : public QObject {
     // Takes acts back, or does them again. Whatever stops it on the way, all that shows the survey follows.
     void goTo(std::size_t position) {
         const Hourglass hourglass(&main_);
-        const auto follow = qScopeGuard([this, from = theJournal().position()] { followJournal(from); });
-        theJournal().goTo(position);
+        const std::size_t from = theJournal().position();
+        try {
+            theJournal().goTo(position);
+        } catch (...) {
+            followJournal(from);
+            throw;
+        }
+        followJournal(from);
     }
 
     void followJournal(std::size_t from) {
