@@ -132,8 +132,7 @@ class Description {
         if (survey_.NumRows == 1 && survey_.NumSites > 1)
             warn(
                 "All sites are in one single row. Edit, then “Delete / Join / Re-calculate Rows” finds the "
-                "rows "
-                "with another distance.");
+                "rows with another distance, and “Find Rows by Turns” those of a logger that never stopped.");
         if (survey_.NumRows > kMaxRows)
             warn(std::to_string(survey_.NumRows) + " rows are more than the " + std::to_string(kMaxRows) +
                  " that plots and row statistics can show.");

@@ -28,14 +28,20 @@ const char* wordOf(ActKind kind) {
             return "import";
         case ActKind::kFindRows:
             return "find-rows";
+        case ActKind::kFindTurns:
+            return "find-rows-by-turns";
         case ActKind::kJoinRows:
             return "join-rows";
+        case ActKind::kSplitRow:
+            return "split-row";
         case ActKind::kDeleteRow:
             return "delete-row";
         case ActKind::kDeletePicked:
             return "delete-picked-sites";
         case ActKind::kDeleteMasked:
             return "delete-masked-sites";
+        case ActKind::kDeleteSuspects:
+            return "delete-suspicious-sites";
         case ActKind::kLoseRows:
             return "lose-rows";
         case ActKind::kAdjust:

@@ -23,11 +23,14 @@ namespace tessel {
 enum class ActKind {
     kImport,
     kFindRows,
+    kFindTurns,  ///< rows, by the turns between them
     kJoinRows,
+    kSplitRow,
     kDeleteRow,
-    kDeletePicked,  ///< sites picked on the row plots
-    kDeleteMasked,  ///< sites masked on the map
-    kLoseRows,      ///< the row information, which masked sites took with them
+    kDeletePicked,    ///< sites picked on the row plots
+    kDeleteMasked,    ///< sites masked on the map
+    kDeleteSuspects,  ///< sites that rules found suspicious
+    kLoseRows,        ///< the row information, which masked sites took with them
     kAdjust
 };
 

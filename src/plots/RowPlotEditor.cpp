@@ -14,6 +14,7 @@
 #include "plots/row_plot_texts.h"
 #include "rows/row_acts.h"
 #include "rows/row_detection.h"
+#include "rows/row_editing.h"
 #include "rows/row_entry.h"
 
 #include <algorithm>
@@ -88,6 +89,7 @@ void RowPlotEditor::joinControls() {
     join(Command4, &RowPlotEditor::Command4_Click);
     join(Command5, &RowPlotEditor::Command5_Click);
     join(Command6, &RowPlotEditor::Command6_Click);
+    join(cmdSplit, &RowPlotEditor::cmdSplit_Click);
     join(Option1, &RowPlotEditor::Option1_Click);
     join(Option2, &RowPlotEditor::Option2_Click);
     connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
@@ -242,6 +244,7 @@ void RowPlotEditor::drawHighlights() {
         Chart2D4->setPoint(Chart2D::kHighlight, 1, i + 1, place.x, place.y);
     }
     Command5->setEnabled(selection_.SelCount > 0);
+    cmdSplit->setEnabled(canSplit());
     lblSelected->setText(tr("Sites selected: %1").arg(selection_.SelCount));
 }
 
@@ -325,6 +328,23 @@ void RowPlotEditor::Command5_Click() {
         followDeletion();
     }
     Q_EMIT surveyChanged();
+}
+
+// One site is selected, something of the row stands before it, and there may be one row more.
+bool RowPlotEditor::canSplit() const {
+    return selection_.SelCount == 1 && canSplitRow(theSurvey(), sites().first + selection_.SelPoints[0] - 1);
+}
+
+void RowPlotEditor::cmdSplit_Click() {
+    {
+        const Hourglass hourglass(window());
+        const SiteIndex place = selection_.SelPoints[0];
+        const SiteIndex site = sites().first + place - 1;
+        theJournal().perform(divisionOf(CurrentRow, place),
+                             [site](Survey& survey) { return splitRow(survey, site); });
+        showRow(CurrentRow);
+    }
+    Q_EMIT rowSplit();
 }
 
 // What the user has zoomed in on stays in view.

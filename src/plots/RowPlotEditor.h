@@ -64,6 +64,8 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     /// Sites have been deleted, and rows with them when they were emptied. The editor's own charts show the
     /// survey as it is now; whatever else shows sites or rows has become stale.
     void surveyChanged();
+    /// The row shown has been divided; no site has moved or gone.
+    void rowSplit();
     /// The last act on the survey is to be taken back, or done again, wherever the keyboard is.
     void undoWanted();
     void redoWanted();
@@ -83,6 +85,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void Command4_Click();
     void Command5_Click();
     void Command6_Click();
+    void cmdSplit_Click();
     void Option1_Click();
     void Option2_Click();
     void Text1_Change();
@@ -99,6 +102,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void showShortenedRow();
     void showCharts();
     void followDeletion();
+    bool canSplit() const;
 
     bool pick(const Chart2D& chart, QPoint pixel);
     void press(Chart2D* chart, QPoint pixel);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/SurveyGridPlot.h"
 
+#include "base/palette16.h"
+#include "base/run_time_error.h"
 #include "desktop/Guarded.h"
 #include "journal/journal.h"
 #include "plots/PlotPicture.h"
@@ -14,6 +16,8 @@
 
 #include <QHBoxLayout>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tessel {
@@ -21,6 +25,13 @@ namespace tessel {
 namespace {
 
 constexpr int kColoursInTurn = 15;  // colour 15 is never used
+
+// As rows are coloured, but for the greys, which are those of sites in turns.
+int colourOfFound(int row) {
+    constexpr int kOthers = kColoursInTurn - 2;
+    const int colour = row % kOthers;
+    return colour < kWhite ? colour : colour + 2;
+}
 
 }  // namespace
 
@@ -70,6 +81,7 @@ bool SurveyGridPlot::redraw() {
 }
 
 void SurveyGridPlot::draw() {
+    turnSeries_ = 0;
     Chart2D2->beginBatch();
     fillRows();
     colourRows();
@@ -105,6 +117,54 @@ void SurveyGridPlot::colourRows() {
     }
 }
 
+void SurveyGridPlot::showFound(const RowTurns& found) {
+    const ChartViews before = Chart2D2->views();
+    const bool wasShown = isShown();
+    if (!wasShown) area_.hidePlots();
+    Chart2D2->beginBatch();
+    fillFound(found);
+    setLimits();
+    if (wasShown) Chart2D2->keepViews(before);
+    scale->hide();
+    Chart2D2->setHeaderText(tr("Rows found, not yet taken over"));
+    Chart2D2->setHeaderFont(12, true);
+    Chart2D2->setFooterText({});
+    Chart2D2->endBatch();
+    sheet_->show();
+}
+
+void SurveyGridPlot::fillFound(const RowTurns& found) {
+    const Survey& survey = theSurvey();
+    FoundStretches stretches = stretchesOf(survey, found);
+    turnSeries_ = found.rows + 1;
+    Chart2D2->setSeriesCount(Chart2D::kData, turnSeries_);
+    for (int row = 1; row <= found.rows; ++row) {
+        const IndexRange sites = stretches.rows[static_cast<std::size_t>(row - 1)];
+        Chart2D2->replacePoints(Chart2D::kData, row, columnOf(survey, kX, sites),
+                                columnOf(survey, kY, sites));
+        Chart2D2->setSymbolColour(Chart2D::kData, row, colourOfFound(row));
+    }
+    Chart2D2->replacePoints(Chart2D::kData, turnSeries_, stretches.turnX, stretches.turnY);
+    Chart2D2->setSymbolColour(Chart2D::kData, turnSeries_, kGrey);
+    foundRows_ = std::move(stretches.rows);
+}
+
+SiteIndex SurveyGridPlot::firstSiteOf(int series) const {
+    if (turnSeries_ > 0) return foundRows_[static_cast<std::size_t>(series - 1)].first;
+    return rowSites(theSurvey(), series).first;
+}
+
+void SurveyGridPlot::endFound() {
+    if (turnSeries_ == 0 || !isShown()) return;
+    bool drawn = false;
+    try {
+        drawn = redraw();
+    } catch (const RunTimeError&) {
+        // Of more rows than can be shown the user is told when the plot is chosen.
+    }
+    if (!drawn) area_.hidePlots();
+}
+
 void SurveyGridPlot::setLimits() {
     const PlotLimits& limits = thePlotLimits() = surveyGridLimits(theSurvey());
     Chart2D2->setAxisRange(Chart2D::Axis::kX, limits.PlotXMin, limits.PlotXMax);
@@ -116,12 +176,13 @@ void SurveyGridPlot::readOut(QPoint pixel) {
     const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel, Chart2D::kPickDistance);
     if (nearest.point < 1 || nearest.distance > Chart2D::kPickDistance) return Chart2D2->setFooterText({});
     const Chart2D::Point at = Chart2D2->point(Chart2D::kData, nearest.series, nearest.point);
+    const QString place = QString::fromStdString(mapReadout(at.x, at.y, true));
+    if (nearest.series == turnSeries_) return Chart2D2->setFooterText(tr("In a turn, ") + place);
     const Survey& survey = theSurvey();
-    const SiteIndex site = rowSites(survey, nearest.series).first + nearest.point - 1;
+    const SiteIndex site = firstSiteOf(nearest.series) + nearest.point - 1;
     Chart2D2->setFooterText(tr("Row #%1, %2%3, %4")
                                 .arg(nearest.series)
-                                .arg(QString::fromStdString(mapReadout(at.x, at.y, true)),
-                                     QString::fromStdString(siteNumber(survey, site)),
+                                .arg(place, QString::fromStdString(siteNumber(survey, site)),
                                      QString::fromStdString(siteReadings(survey, site))));
 }
 

@@ -6,10 +6,12 @@
 #include "plots/Chart2D.h"
 #include "plots/ColourScale.h"
 #include "plots/PlotView.h"
+#include "rows/row_turns.h"
 
 #include <QObject>
 
 #include <optional>
+#include <vector>
 
 namespace tessel {
 
@@ -29,6 +31,13 @@ class SurveyGridPlot : public QObject, public PlotView {
     void mnuGridEM1_Click() { plot(kEM1); }
     void mnuGridEM2_Click() { plot(kEM2); }
 
+    /// Shows rows that have been found and are not the survey's yet, in their colours, and sites in turns
+    /// grey, in place of whatever the area showed. Requires rows that were found in the survey as it is, at
+    /// most kMaxRows of them.
+    void showFound(const RowTurns& found);
+    /// The survey's own rows again, or nothing where they cannot be shown.
+    void endFound();
+
     bool isShown() const override { return !sheet_->isHidden(); }
     /// Requires sites and usable rows to be drawn.
     bool redraw() override;
@@ -47,9 +56,13 @@ class SurveyGridPlot : public QObject, public PlotView {
     void colourRows();
     void setLimits();
     void readOut(QPoint pixel);
+    void fillFound(const RowTurns& found);
+    SiteIndex firstSiteOf(int series) const;
 
     PlotArea& area_;
     std::optional<SiteColumn> reading_;  ///< that is shown in colours
+    int turnSeries_ = 0;                 ///< the series of sites in turns while found rows are shown
+    std::vector<IndexRange> foundRows_;  ///< where those rows stand
 };
 
 }  // namespace tessel

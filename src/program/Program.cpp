@@ -29,6 +29,7 @@
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
 #include "program/ProcessingRecords.h"
+#include "program/SearchWindows.h"
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
 #include "rows/row_detection.h"
@@ -57,7 +58,8 @@ class Program : public QObject {
           records_(window),
           rowEditor_(new RowPlotEditor(window)),
           grid_(window),
-          lag_(window) {
+          lag_(window),
+          searches_(window, grid_) {
         joinFile();
         joinEdit();
         joinReviewAndPlot();
@@ -66,9 +68,13 @@ class Program : public QObject {
         connect(&import_, &SurveyImport::tooManyRows, this, &Program::rowsRefused);
         connect(&main_, &frmMain::plotsHidden, rowEditor_, [this] { rowEditor_->closeEditor(); });
         connect(rowEditor_, &RowPlotEditor::surveyChanged, this, &Program::sitesPicked);
+        menusFollow(rowEditor_, &RowPlotEditor::rowSplit, MenuEvent::kRowsRecalculated);
+        connect(rowEditor_, &RowPlotEditor::rowSplit, this, &Program::followSurvey);
         connect(rowEditor_, &RowPlotEditor::closed, this, &Program::rowEditorClosed);
         connect(rowEditor_, &RowPlotEditor::undoWanted, main_.mnuUndo, &QAction::trigger);
         connect(rowEditor_, &RowPlotEditor::redoWanted, main_.mnuRedo, &QAction::trigger);
+        connect(&searches_, &SearchWindows::surveyChanged, this, &Program::surveyChanged);
+        menusFollow(&searches_, &SearchWindows::rowsRecalculated, MenuEvent::kRowsRecalculated);
         main_.describeWith([this] { return description(); });
         connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
             if (theSurvey().importNumber > 0) main_.descriptionChanged();
@@ -107,6 +113,7 @@ class Program : public QObject {
             connect(window, &frmAdjustData::readingsChanged, this, &Program::surveyChanged);
             showModal(window);
         });
+        on(main_.mnuTurns, [this] { searches_.mnuTurns_Click(); });
         on(main_.mnuUndo, [this] { goTo(theJournal().positionBefore()); });
         on(main_.mnuRedo, [this] { goTo(theJournal().positionAfter()); });
         on(main_.mnuHistory, [this] { showHistory(); });
@@ -335,6 +342,7 @@ class Program : public QObject {
         facts_.reset();
         main_.descriptionChanged();
         if (rowDialog_) rowDialog_->followSurvey();
+        searches_.followSurvey();
         if (statistics_) statistics_->redraw();
         if (histograms_) histograms_->redraw();
         if (correlation_) correlation_->redraw();
@@ -378,6 +386,7 @@ class Program : public QObject {
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
+    SearchWindows searches_;
     std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
     QPointer<frmDataEdit> rowDialog_;
     QPointer<frmHistory> history_;

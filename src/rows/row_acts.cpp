@@ -29,6 +29,14 @@ ActDescription joinOf(int row1, int row2) {
             {{"rows", low + " " + high}}};
 }
 
+ActDescription divisionOf(int row, SiteIndex place) {
+    const std::string number = std::to_string(row), site = std::to_string(place);
+    return {ActKind::kSplitRow,
+            "split row " + number,
+            "Split row " + number + " before its site " + site,
+            {{"row", number}, {"before site of the row", site}}};
+}
+
 ActDescription deletionOfRow(const Survey& survey, int row) {
     const std::string number = std::to_string(row);
     return {ActKind::kDeleteRow,
@@ -59,6 +67,20 @@ ActDescription searchForRows(int distanceMode, double minDistance) {
             "find rows by " + shortestText(minDistance) + " m",
             "Looked for rows by gaps above " + shortestText(minDistance) + " m (" + measure + ")",
             {{"minimum distance (m)", shortestText(minDistance)}, {"measure", measure}}};
+}
+
+ActDescription searchByTurns(const TurnParameters& parameters, const RowTurns& found, TurnSites inTurns) {
+    const bool deletes = inTurns == TurnSites::kDelete && found.sitesInTurns > 0;
+    const std::string rows = std::to_string(found.rows) + (found.rows == 1 ? " row" : " rows");
+    return {ActKind::kFindTurns,
+            "find rows by turns",
+            "Found " + rows + " by turns" +
+                (deletes ? " and deleted " + sitesInWords(found.sitesInTurns) + " in turns" : ""),
+            {{"turn angle (degrees)", shortestText(parameters.turnAngle)},
+             {"length of a heading (m)", shortestText(parameters.chord)},
+             {"shortest row (m)", shortestText(parameters.shortest)},
+             {"longest step in a row (m)", shortestText(parameters.gap)},
+             {"sites in turns", inTurns == TurnSites::kDelete ? "deleted" : "kept"}}};
 }
 
 ActDescription lossOfRows() {

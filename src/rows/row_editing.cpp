@@ -46,15 +46,20 @@ Difference Joint_Row(Survey& survey, int row1, int row2) {
     return difference;
 }
 
-RowSplit splitRow(Survey& survey, SiteIndex site) {
+bool canSplitRow(const Survey& survey, SiteIndex site) {
+    const double* const row = survey.SiteData.column(kRow);
+    return site > 0 && row[site - 1] == row[site] && survey.NumRows < kMaxRows;
+}
+
+Difference splitRow(Survey& survey, SiteIndex site) {
+    Difference difference(survey);
+    difference.keepRowNumbers(survey);
     double* const row = survey.SiteData.column(kRow);
-    if (site == 0 || row[site - 1] != row[site]) return RowSplit::kFirstOfRow;
-    if (survey.NumRows >= kMaxRows) return RowSplit::kNoMoreRows;
     for (SiteIndex i = site; i < survey.NumSites; ++i)
         row[i] += 1;
     survey.NumRows = rowOfLastSite(survey);
     Calculate_NumPoints(survey);
-    return RowSplit::kDone;
+    return difference;
 }
 
 RemovedSites Delete_Row(Survey& survey, int row) {

@@ -16,17 +16,13 @@ namespace tessel {
 /// one. No site moves. Requires neighbours between 1 and NumRows, and at most kMaxRows rows.
 Difference Joint_Row(Survey& survey, int row1, int row2);
 
-/// What became of dividing a row.
-enum class RowSplit {
-    kDone,
-    kNoMoreRows,  ///< there are kMaxRows rows already
-    kFirstOfRow   ///< nothing of the row stands before the site
-};
-
+/// Whether the row of a site can be divided before it: something of the row stands before the site, and there
+/// are fewer than kMaxRows rows. Requires 0 <= site < NumSites.
+bool canSplitRow(const Survey& survey, SiteIndex site);
 /// Divides the row of a site before this site: it and those behind it in its row become a row of their own,
-/// and later rows move up by one. No site moves; where it is refused nothing changes. Requires
-/// 0 <= site < NumSites and rows numbered without gaps.
-RowSplit splitRow(Survey& survey, SiteIndex site);
+/// and later rows move up by one. No site moves. Requires that it can be done, and rows numbered without
+/// gaps.
+Difference splitRow(Survey& survey, SiteIndex site);
 
 /// Deletes a row with all its sites; the rows behind it move down by one. With the last site NumRows,
 /// RowIndex and NumPoints become 0. Requires rows numbered without gaps, 1 <= row <= NumRows and at most

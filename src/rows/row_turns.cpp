@@ -64,6 +64,13 @@ SiteIndex nearerToRowBefore(const Survey& survey, const IndexRange& run) {
     return nearer;
 }
 
+std::vector<int> withoutTurns(const RowTurns& found) {
+    std::vector<int> rows = found.row;
+    std::erase(rows, kInTurn);
+    return rows;
+}
+
+// Requires at most kMaxRows rows.
 void writeRows(Survey& survey, const std::vector<int>& rows) {
     double* const column = survey.SiteData.column(kRow);
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
@@ -74,9 +81,14 @@ void writeRows(Survey& survey, const std::vector<int>& rows) {
 
 }  // namespace
 
+double turnGap(const Survey& survey) {
+    if (survey.MinDistance > 0) return survey.MinDistance;
+    return std::min(100 * medianStep(survey), kLargestDouble / 16);
+}
+
 TurnParameters proposedTurnParameters(const Survey& survey) {
     TurnParameters proposed;
-    proposed.gap = survey.MinDistance;
+    proposed.gap = turnGap(survey);
     proposed.distanceMode = survey.DistanceMode;
     const double step = medianStep(survey);
     if (step > 0) proposed.chord = std::min(10 * step, kLargestDouble / 16);
@@ -95,6 +107,22 @@ RowTurns findRowTurns(const Survey& survey, const TurnParameters& parameters) {
     return found;
 }
 
+FoundStretches stretchesOf(const Survey& survey, const RowTurns& found) {
+    FoundStretches stretches;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        const int row = found.row[static_cast<std::size_t>(i)];
+        if (row == kInTurn) {
+            stretches.turnX.push_back(survey.SiteData(kX, i));
+            stretches.turnY.push_back(survey.SiteData(kY, i));
+        } else if (row > static_cast<int>(stretches.rows.size())) {
+            stretches.rows.push_back({i, i + 1});
+        } else {
+            stretches.rows.back().last = i + 1;
+        }
+    }
+    return stretches;
+}
+
 std::vector<int> rowsWithTurnsKept(const Survey& survey, const RowTurns& found) {
     std::vector<int> rows = found.row;
     for (const IndexRange& run : turnRuns(found)) {
@@ -107,14 +135,20 @@ std::vector<int> rowsWithTurnsKept(const Survey& survey, const RowTurns& found) 
     return rows;
 }
 
-RemovedSites applyRowTurns(Survey& survey, const RowTurns& found, TurnSites inTurns) {
+Difference applyRowTurns(Survey& survey, const RowTurns& found, TurnSites inTurns) {
     const std::vector<int> rows = rowsWithTurnsKept(survey, found);
-    std::vector<IndexRange> runs;
-    if (inTurns == TurnSites::kDelete) runs = turnRuns(found);
-    Reserve_Chosen_Distance(survey);
-    writeRows(survey, rows);
-    if (runs.empty()) return {};
-    return removeSites(survey, std::move(runs), EmptiedRows::kCloseUp);
+    const std::vector<IndexRange> runs =
+        inTurns == TurnSites::kDelete ? turnRuns(found) : std::vector<IndexRange>();
+    const std::vector<int> left = runs.empty() ? std::vector<int>() : withoutTurns(found);
+    Difference difference(survey);
+    difference.keepRowNumbers(survey);
+    if (!runs.empty()) {
+        difference.keepSites(survey, runs);
+        // The numbers that the rows have are of no use any more, and may have been of none.
+        removeSites(survey, runs, EmptiedRows::kLeaveGaps);
+    }
+    writeRows(survey, runs.empty() ? rows : left);
+    return difference;
 }
 
 }  // namespace tessel

@@ -37,8 +37,12 @@ struct RowTurns {
     double longest = 0;
 };
 
+/// A longer step than this ends a row (metres): the survey's minimum distance, or where it has none a hundred
+/// times the median of the steps that are not 0.
+double turnGap(const Survey& survey);
+
 /// What the survey itself proposes: 45 degrees, a chord of ten times the median of the steps that are not 0,
-/// the survey's own minimum distance and measure, and as the shortest row a fifth of the length that half of
+/// this gap, the survey's own measure, and as the shortest row a fifth of the length that half of
 /// the way is at least as long as.
 TurnParameters proposedTurnParameters(const Survey& survey);
 
@@ -51,6 +55,13 @@ TurnParameters proposedTurnParameters(const Survey& survey);
 ///   with a chord twice and four times as long.
 /// - A row reaches as far into its turns as its sites lie on the line of its last chord.
 RowTurns findRowTurns(const Survey& survey, const TurnParameters& parameters);
+
+/// Where the rows that were found stand, and the places in turns (metres).
+struct FoundStretches {
+    std::vector<IndexRange> rows;
+    std::vector<double> turnX, turnY;
+};
+FoundStretches stretchesOf(const Survey& survey, const RowTurns& found);
 
 /// What becomes of the sites in turns.
 enum class TurnSites {
@@ -65,6 +76,6 @@ std::vector<int> rowsWithTurnsKept(const Survey& survey, const RowTurns& found);
 /// Puts what has been found in the survey into it: row column, NumRows, RowIndex, NumPoints, and where sites
 /// in turns are deleted all that `removeSites` brings in step. Requires what was found in this survey as it
 /// stands, and 1 to kMaxRows rows. Where memory runs out nothing has been changed.
-RemovedSites applyRowTurns(Survey& survey, const RowTurns& found, TurnSites inTurns);
+Difference applyRowTurns(Survey& survey, const RowTurns& found, TurnSites inTurns);
 
 }  // namespace tessel

@@ -162,7 +162,8 @@ TEST_F(ImportNotices, WarnOfOneSingleRow) {
     survey = madeSurvey({{1, 2, 3, 4, 1}, {2, 2, 3, 4, 1}});
     EXPECT_EQ(warnings(),
               Lines{"All sites are in one single row. Edit, then “Delete / Join / Re-calculate Rows” "
-                    "finds the rows with another distance."});
+                    "finds the rows with another distance, and “Find Rows by Turns” those of a logger that "
+                    "never stopped."});
     survey = madeSurvey({{1, 2, 3, 4, 1}});
     EXPECT_TRUE(warnings().empty()) << "one site cannot be in more rows";
     EXPECT_EQ(linesOf(description())[5], "Sites | 1");

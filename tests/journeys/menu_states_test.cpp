@@ -17,9 +17,10 @@ namespace tessel {
 
 namespace {
 
-const char* const kFollowingItems[] = {"mnuSave",  "mnuInvokeIDE", "mnuIDEW", "mnuRow",         "mnuData",
-                                       "mnuStat",  "mnuDistance",  "mnuGrid", "mnuSigCorr",     "mnuHist",
-                                       "mnuClear", "mnuAdjust",    "mnuEL",   "mnuGridReading", "mnuRecord"};
+const char* const kFollowingItems[] = {"mnuSave",    "mnuInvokeIDE",   "mnuIDEW",     "mnuRow",
+                                       "mnuData",    "mnuStat",        "mnuDistance", "mnuGrid",
+                                       "mnuSigCorr", "mnuHist",        "mnuClear",    "mnuAdjust",
+                                       "mnuEL",      "mnuGridReading", "mnuRecord",   "mnuTurns"};
 
 class MenuStates : public testing::Test, protected RunningProgram {
   protected:
@@ -68,45 +69,46 @@ class MenuStates : public testing::Test, protected RunningProgram {
 }  // namespace
 
 // The marks stand for: mnuSave, mnuInvokeIDE, mnuIDEW, mnuRow, mnuData, mnuStat, mnuDistance, mnuGrid,
-// mnuSigCorr, mnuHist, mnuClear, mnuAdjust, mnuEL, mnuGridReading, mnuRecord.
+// mnuSigCorr, mnuHist, mnuClear, mnuAdjust, mnuEL, mnuGridReading, mnuRecord,
+// mnuTurns.
 TEST_F(MenuStates, AreThoseOfTheTableOnAWalkThroughTheProgram) {
-    EXPECT_EQ(enabled(), "x..............") << "at the start";
+    EXPECT_EQ(enabled(), "x...............") << "at the start";
     importNothing();
-    EXPECT_EQ(enabled(), "x..............") << "after an import of no site";
+    EXPECT_EQ(enabled(), "x...............") << "after an import of no site";
     importRuns({3, 1});
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxx") << "after an import";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxx") << "after an import";
     importNothing();
-    EXPECT_EQ(enabled(), "x..............") << "after another import of no site";
+    EXPECT_EQ(enabled(), "x...............") << "after another import of no site";
 
     writeFile(folder / "generic.txt", "0 0 20 2\n");
     expectGenericReport(1, 0);
     boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
     importGeneric(folder / "generic.txt", 0);
-    EXPECT_EQ(enabled(), "...............") << "after row numbers of no use";
+    EXPECT_EQ(enabled(), "................") << "after row numbers of no use";
 
     importRuns({260}, u"0"_s);  // each a row
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxx") << "with more than 250 rows";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxx") << "with more than 250 rows";
     recalculate(u"3"_s);
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxx") << "after finding the rows anew";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxx") << "after finding the rows anew";
 
     importRuns({3, 1});
     chooseItem(*main, u"mnuX"_s);
     clickOn(*main, u"Command2"_s);
     deletePoint();
-    EXPECT_EQ(enabled(), "xxx.....xxxxx.x") << "with fewer than two rows";
+    EXPECT_EQ(enabled(), "xxx.....xxxxx.xx") << "with fewer than two rows";
     clickOn(*main, u"Command4"_s);
-    EXPECT_EQ(enabled(), "xxx.x...xxxxx.x") << "when the row plots are finished";
+    EXPECT_EQ(enabled(), "xxx.x...xxxxx.xx") << "when the row plots are finished";
     recalculate(u"0.5"_s);
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxx") << "recalculated";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxx") << "recalculated";
 
     recalculate(u"3"_s);
     expectNoSitesLeft();
     inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"1"_s});
     waitUntilClosed(u"frmDataEdit"_s);
     EXPECT_EQ(theSurvey().NumSites, 0);
-    EXPECT_EQ(enabled(), "...........xx..") << "with no sites left";
+    EXPECT_EQ(enabled(), "...........xx...") << "with no sites left";
     importRuns({2});
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxx") << "after the next import";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxx") << "after the next import";
 }
 
 TEST_F(MenuStates, WithNoSitesLeftWhatIsStillEnabledAnswersWithAMessage) {
@@ -115,13 +117,15 @@ TEST_F(MenuStates, WithNoSitesLeftWhatIsStillEnabledAnswersWithAMessage) {
     deletePoint();
     clickOn(*main, u"Command4"_s);
     ASSERT_EQ(theSurvey().NumSites, 0);
-    EXPECT_EQ(enabled(), "xxx.x...xxxxx.x");
-    for (const QString& item : {u"mnuIDEW"_s, u"mnuData"_s, u"mnuAdjust"_s, u"mnuSigCorr"_s, u"mnuHist"_s}) {
+    EXPECT_EQ(enabled(), "xxx.x...xxxxx.xx");
+    for (const QString& item :
+         {u"mnuIDEW"_s, u"mnuData"_s, u"mnuAdjust"_s, u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuTurns"_s}) {
         expectNoSitesLeft();
         chooseItem(*main, item);
         EXPECT_EQ(boxes.pending(), 0) << item.toStdString();
     }
-    for (const QString& window : {u"frmClip"_s, u"frmDataEdit"_s, u"frmAdjustData"_s, u"frmHistForm"_s})
+    for (const QString& window :
+         {u"frmClip"_s, u"frmDataEdit"_s, u"frmAdjustData"_s, u"frmHistForm"_s, u"frmTurns"_s})
         EXPECT_FALSE(isShown(window));
 }
 

@@ -23,6 +23,7 @@
 #include "program/Program.h"
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
+#include "rows/frmTurns.h"
 #include "support/ExpectedBoxes.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
@@ -68,6 +69,7 @@ const Window kWindows[] = {
     {"frmOutput", [](frmMain& main) { return new frmOutput(&main); }, 107, "cmdHelp"},
     {"frmClip", [](frmMain& main) { return new frmClip(&main); }, 108, "mnuGDRH1"},
     {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(&main); }, 112, "cmdHelp"},
+    {"frmTurns", [](frmMain& main) { return new frmTurns(&main); }, 118, "cmdHelp"},
     {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113, "cmdHelp"},
     {"frmHistory", [](frmMain& main) { return new frmHistory(&main); }, 117, "cmdHelp"},
     {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102, ""},
@@ -381,7 +383,7 @@ TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
         }
         EXPECT_TRUE(form.endsWith(u'/' + namesIn(form).constFirst() + u".ui"_s)) << form.toStdString();
     }
-    EXPECT_EQ(count, 16);
+    EXPECT_EQ(count, 17);
 }
 
 TEST(Menus, ShowTheStandardShortcuts) {

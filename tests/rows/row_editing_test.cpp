@@ -145,31 +145,34 @@ TEST(JoiningRows, MovesNoSite) {
 TEST(SplittingARow, DividesItBeforeTheSiteAndMovesLaterRowsUp) {
     Survey survey = fourRows();
     const auto before = sitesIn(survey);
-    EXPECT_EQ(splitRow(survey, 4), RowSplit::kDone);
+    EXPECT_TRUE(canSplitRow(survey, 4));
+    Difference difference = splitRow(survey, 4);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 4, 5}));
     expectInStep(survey);
+    const Survey after = survey;
     Joint_Row(survey, 3, 4);
     EXPECT_TRUE(sitesIn(survey) == before);
+    survey = after;
+    difference.back(survey);
+    expectSameSurvey(survey, fourRows());
+    difference.forth(survey);
+    expectSameSurvey(survey, after);
 }
 
 TEST(SplittingARow, IsRefusedBeforeARowsFirstSite) {
-    for (const SiteIndex first : {0, 2, 3, 5}) {
-        Survey survey = fourRows();
-        EXPECT_EQ(splitRow(survey, first), RowSplit::kFirstOfRow);
-        expectSameSurvey(survey, fourRows());
-    }
+    for (const SiteIndex first : {0, 2, 3, 5})
+        EXPECT_FALSE(canSplitRow(fourRows(), first)) << first;
 }
 
 TEST(SplittingARow, IsRefusedWhereThereAreAsManyRowsAsASurveyHolds) {
     std::vector<MadeSite> sites{{0, 0, 1, 2, 1, 1}};
     for (int row = 1; row <= kMaxRows; ++row)
         sites.push_back({row * 1.0, 0, 1, 2, row * 1.0, 0});
-    Survey survey = surveyWithRows(sites);
-    EXPECT_EQ(splitRow(survey, 1), RowSplit::kNoMoreRows);
-    expectSameSurvey(survey, surveyWithRows(sites));
+    EXPECT_FALSE(canSplitRow(surveyWithRows(sites), 1));
     sites.pop_back();
-    survey = surveyWithRows(sites);
-    EXPECT_EQ(splitRow(survey, 1), RowSplit::kDone);
+    Survey survey = surveyWithRows(sites);
+    EXPECT_TRUE(canSplitRow(survey, 1));
+    splitRow(survey, 1);
     EXPECT_EQ(survey.NumRows, kMaxRows);
     expectInStep(survey);
 }

@@ -163,6 +163,15 @@ TEST(RowsByTurns, ProposeAChordOfTenSteps) {
     EXPECT_EQ(proposed.distanceMode, 1);
 }
 
+TEST(RowsByTurns, LeaveLostFixesAsideWhereTheSurveyHasNoMinimumDistance) {
+    MadeWalk walk = madeWalk({.noise = 0.1, .lost = 0.01});
+    const Outcome outcome = outcomeOf(walk, 0);
+    EXPECT_EQ(outcome.rows, walk.rows);
+    EXPECT_GT(outcome.kept.right, 0.98);
+    walk.survey.MinDistance = 7;
+    EXPECT_EQ(turnGap(walk.survey), 7);
+}
+
 TEST(RowsByTurns, OfFewSitesAreOneRow) {
     for (const int sites : {1, 2, 3}) {
         const Survey survey = surveyAlongX(std::vector<double>(static_cast<std::size_t>(sites - 1), 1), 0);
@@ -206,7 +215,7 @@ TEST(ApplyingRowsByTurns, NumbersTheRowsAndKeepsEverySite) {
     Survey survey = smallWalk(4);
     const auto before = sitesIn(survey);
     const RowTurns found = findRowTurns(survey, proposedTurnParameters(survey));
-    EXPECT_EQ(applyRowTurns(survey, found, TurnSites::kKeep).sites, 0);
+    applyRowTurns(survey, found, TurnSites::kKeep);
     EXPECT_EQ(survey.NumRows, 4);
     EXPECT_EQ(brokenInvariant(survey), "");
     auto expected = before;
@@ -220,15 +229,37 @@ TEST(ApplyingRowsByTurns, DeletesTheSitesInTurnsAndKeepsEverythingInStep) {
     Survey survey = smallWalk(4);
     const SiteIndex before = survey.NumSites;
     const RowTurns found = findRowTurns(survey, proposedTurnParameters(survey));
-    const RemovedSites removed = applyRowTurns(survey, found, TurnSites::kDelete);
-    EXPECT_EQ(removed.sites, found.sitesInTurns);
-    EXPECT_GT(removed.sites, 0);
-    EXPECT_EQ(survey.NumSites, before - removed.sites);
+    applyRowTurns(survey, found, TurnSites::kDelete);
+    EXPECT_GT(found.sitesInTurns, 0);
+    EXPECT_EQ(survey.NumSites, before - found.sitesInTurns);
     EXPECT_EQ(survey.NumRows, 4);
     EXPECT_EQ(brokenInvariant(survey), "");
     std::vector<double> rows(found.row.begin(), found.row.end());
     std::erase(rows, kInTurn);
     EXPECT_EQ(rowColumn(survey), rows);
+}
+
+TEST(ApplyingRowsByTurns, IsTakenBackAndDoneAgainToTheBit) {
+    for (const TurnSites inTurns : {TurnSites::kKeep, TurnSites::kDelete}) {
+        Survey survey = smallWalk(4);
+        // Rows that no act could use: a search for them has stopped at its limit.
+        for (SiteIndex i = 0; i < survey.NumSites; ++i)
+            survey.SiteData(kRow, i) = static_cast<double>(i % 7 + (i < 20 ? 300 : 0));
+        survey.RowIndex = kMaxRows + 1;
+        Calculate_X_Distance(survey);
+        const Survey before = survey;
+        Difference difference =
+            applyRowTurns(survey, findRowTurns(survey, proposedTurnParameters(survey)), inTurns);
+        EXPECT_EQ(brokenInvariant(survey), "");
+        EXPECT_EQ(survey.NumRows, 4);
+        const Survey after = survey;
+        for (int turn = 0; turn < 2; ++turn) {
+            difference.back(survey);
+            expectSameSurvey(survey, before);
+            difference.forth(survey);
+            expectSameSurvey(survey, after);
+        }
+    }
 }
 
 TEST(ApplyingRowsByTurns, ForgetsTheRowsThatWere) {

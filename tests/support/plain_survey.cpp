@@ -68,6 +68,12 @@ void joinPlainRows(PlainSurvey& survey, int row1, int row2) {
     recount(survey);
 }
 
+void splitPlainRow(PlainSurvey& survey, std::size_t site) {
+    for (std::size_t i = site; i < survey.sites.size(); ++i)
+        ++survey.sites[i].row;
+    recount(survey);
+}
+
 void deletePlainRow(PlainSurvey& survey, int row) {
     std::vector<PlainSite> kept;
     for (PlainSite site : survey.sites) {

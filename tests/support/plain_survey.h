@@ -38,6 +38,8 @@ struct PlainSurvey {
 /// Numbers the rows from the gaps; false when there are more than 250.
 bool findPlainRows(PlainSurvey& survey);
 void joinPlainRows(PlainSurvey& survey, int row1, int row2);
+/// Divides the row of a site before it.
+void splitPlainRow(PlainSurvey& survey, std::size_t site);
 void deletePlainRow(PlainSurvey& survey, int row);
 /// Takes these sites (indices) of one row out; later rows move down when it has become empty.
 void deletePlainSites(PlainSurvey& survey, int row, const std::vector<std::size_t>& sites);

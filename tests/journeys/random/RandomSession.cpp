@@ -55,6 +55,8 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"pick points", 100, &S::rowPlotsOpen, &S::pickPoints},
         {"delete points", 90, &S::canDelete, &S::deletePoints},
         {"finish row plots", 4, &S::rowPlotsOpen, &S::finishRowPlots},
+        {"split a row", 25, &S::canSplit, &S::splitRow},
+        {"find rows by turns", 10, &S::canFindTurns, &S::findTurns},
         {"edit on the map", 14, &S::canMap, &S::editOnMap},
         {"row dialog", 14, &S::canEditRows, &S::editRows},
         {"survey grid", 4, &S::canPlotGrid, &S::plotGrid},
@@ -93,7 +95,7 @@ RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
     setDefaultPrinterName([this] { return printer_; });
     // Every other help document is missing.
     std::filesystem::create_directory(folder_ / "helpdocs");
-    for (int document = 101; document <= 117; document += 2)
+    for (int document = 101; document <= 119; document += 2)
         writeFile(folder_ / ("helpdocs/hdoc" + std::to_string(document) + ".rtf"),
                   "{\\rtf1\\ansi Document " + std::to_string(document) + "\\par On soil and surveys.\\par }");
     wantKeys();
@@ -211,6 +213,7 @@ void RandomSession::setMenus(bool enabled, const std::vector<std::string>& items
     for (const std::string& item : items)
         menus_[item] = enabled;
     menus_["mnuGridReading"] = menus_["mnuGrid"];
+    menus_["mnuTurns"] = menus_["mnuIDEW"];
 }
 
 void RandomSession::plotsHidden() {

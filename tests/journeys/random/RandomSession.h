@@ -2,6 +2,7 @@
 #pragma once
 
 #include "journeys/random/Reached.h"
+#include "rows/row_turns.h"
 #include "support/plain_survey.h"
 #include "support/temporary_folder.h"
 
@@ -192,6 +193,8 @@ class RandomSession {
     bool isPickedAt(double horizontal) const;
     void deletePoints();
     void finishRowPlots();
+    bool canSplit() const { return editing_ && picked_.size() == 1 && picked_[0] > 1 && survey_.rows < 250; }
+    void splitRow();
     void showRow(int row);
     void openEditorAtRowOne();
 
@@ -221,6 +224,13 @@ class RandomSession {
     void noteMapStep(Map& map, const MapStep& before, bool deletes);
     MapStep stateOfMap(const Map& map) const;
     void takeBackOnMap(Map& map, bool clipping);
+
+    // Windows that look for something (SessionSearches.cpp).
+    bool canFindTurns() const { return canChoose("mnuTurns"); }
+    void findTurns();
+    void enterTurns(QWidget& window);
+    void compareTurns(QWidget& window);
+    void takeOverTurns(bool deleted, const std::vector<int>& kept);
 
     // Other windows and views (SessionWindows.cpp).
     bool canPlotGrid() const { return canChoose("mnuGrid"); }
@@ -326,6 +336,7 @@ class RandomSession {
     int lagMeasure_ = 1;      ///< of the lag distance plot shown last
     double redLine_ = 0;      ///< where its red line stands
     bool rowDialog_ = false;
+    RowTurns turns_;      ///< found last
     QString statistics_;  ///< what the window of the row statistics says while it is open
 
     // The row plots.

@@ -182,6 +182,7 @@ void RandomSession::compareRowPlots() {
     same("enabled Command2", editor_->Command2->isEnabled(), forward_);
     same("enabled Command3", editor_->Command3->isEnabled(), byNumber_);
     same("enabled Command5", editor_->Command5->isEnabled(), delete_);
+    same("enabled cmdSplit", editor_->cmdSplit->isEnabled(), canSplit());
     same("enabled Command6", editor_->Command6->isEnabled(), print_);
     const auto sites = emptied_ ? std::vector<std::size_t>{} : survey_.sitesOfRow(row_);
     const qsizetype count = static_cast<qsizetype>(sites.size());
