@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bench/bare_loops.h"
 
+#include "app/site_runs.h"
+#include "rows/row_detection.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -215,6 +218,28 @@ void bareTablePass(Survey& survey) {
     for (int column = 0; column < kSiteColumns; ++column)
         std::memmove(survey.SiteData.column(column), survey.SiteData.column(column) + 1, bytes);
     if (survey.SiteIDPresent) std::memmove(survey.SiteID.data(), survey.SiteID.data() + 1, bytes);
+    std::memmove(survey.SourceLine.data(), survey.SourceLine.data() + 1, bytes / 2);
+}
+
+void bareDeletion(Survey& survey, const std::vector<IndexRange>& runs) {
+    const SiteIndex before = survey.NumSites;
+    for (int column = 0; column < kSiteColumns; ++column)
+        closeGaps(survey.SiteData.column(column), before, std::span(runs));
+    closeGaps(survey.SiteID.data(), before, std::span(runs));
+    closeGaps(survey.SourceLine.data(), before, std::span(runs));
+    survey.NumSites -= sitesIn(runs);
+    Distances_After_Removal(survey, runs, before);
+    Calculate_NumPoints(survey);
+}
+
+bool bareAddition(Survey& survey, double constant) {
+    double* const reading = survey.SiteData.column(kEM1);
+    bool finite = true;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i)
+        finite &= std::isfinite(reading[i] + constant);
+    for (SiteIndex i = 0; finite && i < survey.NumSites; ++i)
+        reading[i] += constant;
+    return finite;
 }
 
 BareHistogram bareHistogram(const double* readings, SiteIndex sites) {

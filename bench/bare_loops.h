@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/geometry.h"
 
 #include <cstdint>
 #include <memory>
@@ -52,6 +53,12 @@ SiteIndex bareMask(const Survey& survey, std::uint8_t* mask, double west, double
 
 /// Moves every column of the table by one site: one pass over the table, reading and writing.
 void bareTablePass(Survey& survey);
+
+/// Takes sites out of every column, given their runs, with the distances that they leave behind and the sites
+/// of each row counted anew; no row loses its last site. Nothing is kept of them.
+void bareDeletion(Survey& survey, const std::vector<IndexRange>& runs);
+/// Adds a constant to every reading of EM1, if all of them stay finite.
+bool bareAddition(Survey& survey, double constant);
 
 /// Sum, sum of squares, minimum and maximum in two passes, then counts of 50 bins in a third.
 struct BareHistogram {

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <random>
 
 namespace tessel {
@@ -58,8 +59,10 @@ Survey madeField(SiteIndex sites) {
     survey.TwoEMColumns = survey.SiteIDPresent = true;
     survey.SiteData.resize(sites);
     survey.SiteID.resize(static_cast<std::size_t>(sites));
+    survey.SourceLine.resize(static_cast<std::size_t>(sites));
     for (SiteIndex i = 0; i < sites; ++i)
         survey.SiteID[static_cast<std::size_t>(i)] = static_cast<double>(i + 1);
+    std::iota(survey.SourceLine.begin(), survey.SourceLine.end(), 1U);
     placeSites(survey);
     survey.MinDistance = kFieldRowGap;
     survey.chooseDistance(1);

@@ -16,6 +16,10 @@ def medians(paths):
     return found
 
 
+def held(run):
+    return f", {run['held'] / 1e6:.1f} MB held" if "held" in run else ""
+
+
 def speed(run):
     if "bytes_per_second" in run:
         return f"{run['bytes_per_second'] / 1e6:.0f} MB/s"
@@ -32,7 +36,7 @@ def main():
             continue
         bare = runs.get((job + ":bare", size))
         beside = f"{bare['cpu_time']:>10.3f}{run['cpu_time'] / bare['cpu_time']:>8.2f}" if bare else " " * 18
-        print(f"{job:<30}{size:>10,}{run['cpu_time']:>11.3f}{beside}   {speed(run)}")
+        print(f"{job:<30}{size:>10,}{run['cpu_time']:>11.3f}{beside}   {speed(run)}{held(run)}")
 
 
 main()

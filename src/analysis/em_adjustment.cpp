@@ -12,17 +12,26 @@ namespace tessel {
 
 namespace {
 
-// The column as it will be: as long as the storage, and behind the last site as it is.
+constexpr SiteIndex kBlock = 1024;
+
+// The column as it will be: as long as the storage, and behind the last site as it is. In blocks that stay in
+// the cache, so that the copy is passed over once.
 template <typename Change>
 std::vector<double> changed(const Survey& survey, SiteColumn column, Change change) {
     const double* const readings = survey.SiteData.column(column);
-    std::vector<double> values(readings, readings + survey.SiteData.capacity());
+    std::vector<double> values;
+    values.reserve(static_cast<std::size_t>(survey.SiteData.capacity()));
     bool finite = true;
-    for (auto value = values.begin(); value != values.begin() + survey.NumSites; ++value) {
-        *value = change(*value);
-        finite &= std::isfinite(*value);
+    for (SiteIndex first = 0; first < survey.NumSites; first += kBlock) {
+        const SiteIndex end = std::min(first + kBlock, survey.NumSites);
+        double* value = &*values.insert(values.end(), readings + first, readings + end);
+        for (const double* const last = value + (end - first); value != last; ++value) {
+            *value = change(*value);
+            finite &= std::isfinite(*value);
+        }
     }
     if (!finite) throw RunTimeError::overflow();
+    values.insert(values.end(), readings + survey.NumSites, readings + survey.SiteData.capacity());
     return values;
 }
 
