@@ -94,9 +94,10 @@ ImportedRows SurveyImport::run(QWidget& window, const Reader& reader) {
 }
 
 void SurveyImport::putInPlace(ImportResult& result) {
-    theSession().InputFileName = std::filesystem::absolute(result.summary.path).lexically_normal().string();
-    theSession().DataSaved = false;
+    std::string path = std::filesystem::absolute(result.summary.path).lexically_normal().string();
     theJournal().replaceSurvey(describe(result), std::move(result.survey));
+    theSession().InputFileName = std::move(path);
+    theSession().DataSaved = false;
     Q_EMIT imported(result.summary, result.rows);
 }
 

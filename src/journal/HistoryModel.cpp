@@ -48,6 +48,8 @@ void HistoryModel::follow() {
 }
 
 QString HistoryModel::textOf(int line, int column) const {
+    // Acts may have been forgotten that are still shown.
+    if (line > static_cast<int>(theJournal().size())) return {};
     if (line == 0) return column == kWhat ? whatWasBefore() : QString();
     const Act& act = theJournal().act(static_cast<std::size_t>(line - 1));
     switch (column) {
@@ -60,7 +62,7 @@ QString HistoryModel::textOf(int line, int column) const {
         case kSites:
             return QString::number(act.sites);
         default:
-            return QString::number(act.rows);
+            return act.rows > kMaxRows ? u">%1"_s.arg(kMaxRows) : QString::number(act.rows);
     }
 }
 

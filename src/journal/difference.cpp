@@ -102,6 +102,7 @@ SiteIndex bytesOf(const std::vector<double>& values) {
 SiteIndex bytesOf(const Survey& survey) {
     return static_cast<SiteIndex>(sizeof survey) +
            survey.SiteData.capacity() * kSiteColumns * static_cast<SiteIndex>(sizeof(double)) +
+           static_cast<SiteIndex>(survey.SourceLine.capacity() * sizeof(std::uint32_t)) +
            bytesOf(survey.SiteID) + bytesOf(survey.TrueDist) + bytesOf(survey.XDist) + bytesOf(survey.YDist);
 }
 
@@ -109,6 +110,7 @@ SiteIndex bytesOf(const Survey& survey) {
 
 // Distances that there are not may be measured for a plot before the act is taken back.
 Difference::Difference(const Survey& survey) : figures_(survey), capacity_(survey.SiteData.capacity()) {
+    whole_.reserve(kSurveyColumns);
     for (const int column : {kTrueDist, kXDist, kYDist})
         if (distancesOf(survey, column).empty()) whole_.push_back({column, {}});
 }

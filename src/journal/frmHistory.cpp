@@ -54,13 +54,10 @@ bool frmHistory::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-// Where the survey cannot stay as it was, it goes on to where it can.
+// Where the survey cannot stay as it was, it goes to where it can.
 void frmHistory::choose(const QModelIndex& line) {
-    const Journal& journal = theJournal();
-    auto position = static_cast<std::size_t>(line.row());
-    while (position < journal.size() && !journal.canRestAt(position))
-        ++position;
-    if (position != journal.position()) Q_EMIT positionChosen(position);
+    const std::size_t position = theJournal().restNear(static_cast<std::size_t>(line.row()));
+    if (position != theJournal().position()) Q_EMIT positionChosen(position);
 }
 
 }  // namespace tessel

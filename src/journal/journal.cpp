@@ -4,6 +4,7 @@
 #include "base/session.h"
 
 #include <algorithm>
+#include <new>
 #include <unistd.h>
 #include <utility>
 
@@ -77,7 +78,9 @@ void Journal::complete(Difference difference) noexcept {
     Act& act = acts_.back();
     act.time = std::chrono::system_clock::now();
     act.sites = survey_.NumSites;
-    act.rows = survey_.NumRows;
+    // Of a search that found too many, the row at which it gave up.
+    act.rows = survey_.RowIndex > kMaxRows ? survey_.RowIndex : survey_.NumRows;
+    if (survey_.NumSites == 0) act.rows = 0;
     act.menus = menus();
     if (own_) difference.keepParameters(*std::exchange(own_, std::nullopt));
     act.content = difference.changesContent(survey_) ? ++contents_ : content();
@@ -106,7 +109,7 @@ bool Journal::canRestAt(std::size_t position) const {
 }
 
 void Journal::cannotRest() {
-    if (position_ > 0) acts_[position_ - 1].canRest = false;
+    (position_ > 0 ? acts_[position_ - 1].canRest : restsBefore_) = false;
 }
 
 std::size_t Journal::positionBefore() const {
@@ -121,13 +124,38 @@ std::size_t Journal::positionAfter() const {
     return position_;
 }
 
+std::size_t Journal::restNear(std::size_t position) const {
+    for (std::size_t behind = position; behind <= acts_.size(); ++behind)
+        if (canRestAt(behind)) return behind;
+    for (; position > 0; --position)
+        if (canRestAt(position - 1)) return position - 1;
+    return position_;
+}
+
 void Journal::goTo(std::size_t position) {
-    if (position != position_) setParameters(own_.value_or(survey_));
+    position = std::min(position, acts_.size());
+    if (position == position_) return;
+    if (own_) setParameters(*own_);
     own_.reset();
-    while (position_ > position)
-        step(true);
-    while (position_ < position)
-        step(false);
+    const std::size_t from = position_;
+    const bool back = position < position_;
+    try {
+        while (position_ != position)
+            step(back);
+    } catch (...) {
+        returnToRest(from, !back);
+        throw;
+    }
+}
+
+// As far as it can: memory has run out.
+void Journal::returnToRest(std::size_t from, bool back) {
+    try {
+        while (position_ != from && !canRestAt(position_))
+            step(back);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
 }
 
 void Journal::step(bool back) {

@@ -51,7 +51,7 @@ struct Act : ActDescription {
 
     std::chrono::system_clock::time_point time;
     SiteIndex sites = 0;  ///< how many there were after it
-    int rows = 0;
+    int rows = 0;         ///< above kMaxRows when there were too many
     /// The survey can stay as it was after the act. False after sites were deleted on the map and rows with
     /// them: the row information is lost when the map is closed.
     bool canRest = true;
@@ -100,8 +100,10 @@ class Journal {
     /// when there is none.
     std::size_t positionBefore() const;
     std::size_t positionAfter() const;
-    /// Requires position <= size(). Where memory runs out the survey stands behind the last act that could be
-    /// reached.
+    /// The nearest position at which the survey can rest, rather behind this one than before it.
+    std::size_t restNear(std::size_t position) const;
+    /// Not beyond size(). Where memory runs out the survey stands behind the last act that could be reached
+    /// and at which it can rest.
     void goTo(std::size_t position);
 
     /// Whether the survey can rest at a position: behind an act that allows it, or before all.
@@ -129,6 +131,7 @@ class Journal {
     void complete(Difference difference) noexcept;
     void forgetOldest() noexcept;
     void step(bool back);
+    void returnToRest(std::size_t from, bool back);
 
     Survey survey_;
     std::optional<SurveyParameters> own_;  ///< the survey's, while others have been set

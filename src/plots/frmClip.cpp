@@ -206,7 +206,13 @@ void frmClip::drawSites(const IndexRange& sites, int colour) {
 // Zooming, moving and resizing come in quick succession: the sites are drawn once for each picture that
 // reaches the screen, not once for each event.
 void frmClip::redrawBeforeNextPaint() {
-    if (picMapZoom->isPrinting() && mapShown_) return drawSites(Growing::kAtOnce);
+    if (picMapZoom->isPrinting() && mapShown_) {
+        // A picture apart: what the screen waits for it still waits for.
+        const bool pending = redrawPending_;
+        drawSites(Growing::kAtOnce);
+        redrawPending_ = pending;
+        return;
+    }
     redrawPending_ = mapShown_;
     picMapZoom->update();
 }
@@ -251,10 +257,7 @@ void frmClip::picMapZoom_MouseDown(double px, double py) {
         picMapZoom->fillRectangle(AnchorX, AnchorY, CornerX, CornerY, kLightYellow);
         picMapZoom->refresh();
         const ScreenHourglass busy;
-        const SiteMaskArray before = SiteMask;
-        masked_ = MaskSites(theSurvey(), extent_, SiteMask, AnchorX, AnchorY, CornerX, CornerY);
-        showCounts();
-        noteStep({MaskAct::kRectangle, newlyMasked(before, SiteMask), 0});
+        maskRectangle();
     } else {
         AnchorX = CornerX = px;
         AnchorY = CornerY = py;
@@ -263,6 +266,17 @@ void frmClip::picMapZoom_MouseDown(double px, double py) {
     followSteps();
     cmdClipOff->setEnabled(!rectangleIsOpen());
     showState();
+}
+
+// All of it or nothing, where memory runs out.
+void frmClip::maskRectangle() {
+    SiteMaskArray mask = SiteMask;
+    double north = AnchorY, south = CornerY;
+    const SiteIndex masked = MaskSites(theSurvey(), extent_, mask, AnchorX, north, CornerX, south);
+    noteStep({MaskAct::kRectangle, newlyMasked(std::move(SiteMask), mask), 0});
+    SiteMask = std::move(mask);
+    masked_ = masked;
+    showCounts();
 }
 
 // A rectangle that has been dragged open is complete. One that is hardly larger than a shaking hand makes it
@@ -313,9 +327,11 @@ void frmClip::cmdDelete_Click() {
 
 void frmClip::deleteSites() {
     MaskStep step{MaskAct::kDeletion, markedRuns(SiteMask), theJournal().actsInForce()};
+    finder_.clear();
     const RemovedSites removed = theJournal().perform(
         deletionOfMasked(masked_), [this](Survey& survey) { return deleteMaskedSites(survey, SiteMask); });
-    if (removed.rows > 0 && theSurvey().NumSites > 0) theJournal().cannotRest();
+    // When the map is closed the rows will be lost: this deletion, or one before it, has emptied one.
+    if (theSurvey().NumSites > 0 && !ValidateRowInfo(theSurvey())) theJournal().cannotRest();
     noteStep(std::move(step));
     followDeletion(removed.sites);
 }
@@ -323,13 +339,13 @@ void frmClip::deleteSites() {
 void frmClip::followDeletion(SiteIndex removed) {
     deleted_ += removed;
     masked_ = 0;
-    followReadings();
-    finder_.clear();
+    lblSite->clear();
     showCounts();
     mnuR->setEnabled(false);
     picMapZoom->setFocus();
     cmdDelete->hide();
     if (removed > 0) Q_EMIT surveyChanged();
+    followReadings();
 }
 
 void frmClip::mnuRecover_Click() {
@@ -370,6 +386,8 @@ void frmClip::checkRows() {
     }
     if (ValidateRowInfo(theSurvey())) return;
     theJournal().perform(lossOfRows(), makeOneRow);
+    steps_.forgetNext();
+    followSteps();
     Q_EMIT rowsLost();
     fillComboRow();
     redrawBeforeNextPaint();

@@ -36,6 +36,7 @@ class frmClip : public QMainWindow, public Ui::frmClip {
     void cmdDelete_Click();
     void picMapZoom_MouseMove(double px, double py);
     void picMapZoom_MouseDown(double px, double py);
+    void maskRectangle();
     void picMapZoom_MouseUp();
     void DisplayMap();
 

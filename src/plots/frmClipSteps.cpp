@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/site_runs.h"
 #include "desktop/Guarded.h"
 #include "journal/journal.h"
 #include "plots/frmClip.h"
@@ -14,9 +15,7 @@ namespace tessel {
 namespace {
 
 QString wordsOf(const MaskStep& step) {
-    SiteIndex sites = 0;
-    for (const IndexRange& run : step.runs)
-        sites += run.count();
+    const SiteIndex sites = sitesIn(step.runs);
     const QString number = sites == 1 ? u"1 site"_s : u"%1 sites"_s.arg(sites);
     switch (step.act) {
         case MaskAct::kRectangle:
@@ -66,11 +65,19 @@ void frmClip::mnuClipRedo_Click() {
 // Rows that were declared lost since, because somebody was about to leave, come back with the sites.
 void frmClip::goInJournal(std::size_t acts) {
     const SiteIndex before = theSurvey().NumSites;
-    theJournal().goTo(acts - theJournal().forgotten());
+    const std::size_t from = theJournal().position();
+    try {
+        theJournal().goTo(acts - theJournal().forgotten());
+    } catch (...) {
+        if (theJournal().position() != from) Q_EMIT journalMoved(from);
+        throw;
+    }
     deleted_ += before - theSurvey().NumSites;
 }
 
 void frmClip::followStep(bool surveyHasChanged, std::size_t from) {
+    finder_.clear();
+    lblSite->clear();
     showCounts();
     // As they stand when clipping has ended with these masks.
     mnuR->setEnabled(!ClipMode && masked_ > 0);
@@ -78,9 +85,8 @@ void frmClip::followStep(bool surveyHasChanged, std::size_t from) {
     followSteps();
     if (surveyHasChanged) {
         if (comboRow->count() - 1 != theSurvey().NumRows) fillComboRow();
-        followReadings();
-        finder_.clear();
         Q_EMIT journalMoved(from);
+        followReadings();
     }
     redrawBeforeNextPaint();
 }

@@ -23,7 +23,7 @@ SiteIndex maskedIn(const SiteMaskArray& SiteMask) {
 
 void MaskHistory::add(MaskStep step) {
     if (step.runs.empty()) return;
-    steps_.resize(position_);
+    forgetNext();
     steps_.push_back(std::move(step));
     position_ = steps_.size();
 }

@@ -28,6 +28,8 @@ class MaskHistory {
     /// A step has been done; those that had been taken back are forgotten. Nothing where no site is
     /// concerned.
     void add(MaskStep step);
+    /// What had been taken back can no longer be done again.
+    void forgetNext() { steps_.resize(position_); }
 
     bool canGoBack() const { return position_ > 0; }
     bool canGoForth() const { return position_ < steps_.size(); }

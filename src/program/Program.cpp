@@ -208,6 +208,9 @@ class Program : public QObject {
         redrawView();
         // What was shown may have ended with an event of its own.
         main_.restoreMenus(menus);
+        // Nothing else can divide a single row, once the row plots are closed.
+        if (!rowEditor_->isShown() && theSurvey().NumRows == 1)
+            main_.menusFollow(MenuEvent::kRowEditorFinished);
         followSurvey();
         main_.showMessage(messageOf(from, theJournal().position()));
     }
@@ -328,7 +331,7 @@ class Program : public QObject {
         bool drawn = false;
         try {
             drawn = view.redraw();
-        } catch (const RunTimeError&) {
+        } catch (const std::exception&) {
             // What a user can do about it is said when the view is chosen again.
         }
         if (!drawn) main_.hidePlots();
@@ -339,6 +342,7 @@ class Program : public QObject {
         // What has been exported may no longer be the survey: the exit question is asked again.
         theSession().DataSaved = theJournal().isExported();
         menusChanged();
+        if (history_) history_->redraw();
         facts_.reset();
         main_.descriptionChanged();
         if (rowDialog_) rowDialog_->followSurvey();
@@ -346,7 +350,6 @@ class Program : public QObject {
         if (statistics_) statistics_->redraw();
         if (histograms_) histograms_->redraw();
         if (correlation_) correlation_->redraw();
-        if (history_) history_->redraw();
     }
 
     SurveyDescription description() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/record_keeper.h"
 
+#include "app/site_runs.h"
 #include "base/numbers.h"
 
 #include <filesystem>
@@ -57,9 +58,7 @@ RecordedImport recordedImport(const Survey& survey, const ImportSummary& summary
 
 RecordedAct recordedAct(const Act& act) {
     RecordedAct recorded{act.time, wordOf(act.kind), act.words, act.parameters, {}, act.sites, act.rows};
-    SiteIndex sites = 0;
-    for (const IndexRange& run : act.difference.removed())
-        sites += run.count();
+    const SiteIndex sites = sitesIn(act.difference.removed());
     if (sites > 0)
         recorded.removed = RecordedRemoval{sites, runsOf(act.difference.removedLines()),
                                            runsOf(act.difference.removedSiteNumbers())};
@@ -85,8 +84,8 @@ void RecordKeeper::noteImport(const Journal& journal, const ImportSummary& summa
 }
 
 const ImportSummary* RecordKeeper::importOf(const Survey& survey) const {
-    return survey.importNumber > 0 ? &imports_[static_cast<std::size_t>(survey.importNumber) - 1].summary
-                                   : nullptr;
+    const auto number = static_cast<std::size_t>(survey.importNumber);
+    return number > 0 && number <= imports_.size() ? &imports_[number - 1].summary : nullptr;
 }
 
 void RecordKeeper::noteExport(const Journal& journal, const RecordedExport& file) {
@@ -107,9 +106,10 @@ ProcessingRecord RecordKeeper::record(const Journal& journal) {
     ProcessingRecord record;
     record.time = std::chrono::system_clock::now();
     const int number = journal.survey().importNumber;
+    const bool known = importOf(journal.survey()) != nullptr;
     const std::size_t first = firstActSinceImport(journal);
     std::size_t actsBefore = 0;
-    if (number > 0) {
+    if (known) {
         Import& import = imports_[static_cast<std::size_t>(number) - 1];
         identify(import.what.file);
         record.import = import.what;

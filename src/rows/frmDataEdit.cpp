@@ -124,7 +124,7 @@ void frmDataEdit::followRowLimit() {
 void frmDataEdit::followSurvey() {
     followRowLimit();
     // A number that was typed for one row would delete or join another.
-    if (numRows_ != theSurvey().NumRows)
+    if (numRows_ != theSurvey().NumRows || importNumber_ != theSurvey().importNumber)
         for (QLineEdit* box : {Text2, Text3, Text4})
             box->clear();
     showInForce();
@@ -133,6 +133,7 @@ void frmDataEdit::followSurvey() {
 
 void frmDataEdit::showInForce() {
     numRows_ = theSurvey().NumRows;
+    importNumber_ = theSurvey().importNumber;
     lblInForce->setText(inForce(theSurvey()));
 }
 

@@ -81,6 +81,7 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     QList<Operation> operations_;
     RowForecast forecast_;  ///< of the measure chosen
     int numRows_ = 0;       ///< of the survey, when a row number may have been entered
+    int importNumber_ = 0;
 };
 
 }  // namespace tessel

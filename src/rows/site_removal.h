@@ -21,11 +21,10 @@ struct RemovedSites {
     Difference difference;  ///< the way back
 };
 
-/// Takes sites out of the survey, given their runs (in order, none reaching into the next), and
-/// brings everything that depends on them in step:
+/// Takes sites out of the survey, given their runs (in order, none reaching into the next), and brings
+/// everything that depends on them in step:
 /// - the others keep their order and move together in all columns, in SiteID and in SourceLine; the entries
-/// freed at the end
-///   are 0, and the storage keeps its size;
+///   freed at the end are 0, and the storage keeps its size;
 /// - distances that were in step with the sites stay so, by all three measures, each array and its largest
 ///   value as if calculated anew; those in force are calculated where there were none, others that were not
 ///   in step are forgotten;

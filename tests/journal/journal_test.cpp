@@ -3,6 +3,7 @@
 
 #include "analysis/em_adjustment.h"
 #include "base/run_time_error.h"
+#include "base/session.h"
 #include "plots/site_masking.h"
 #include "rows/row_acts.h"
 #include "rows/row_editing.h"
@@ -84,15 +85,17 @@ void expectThereAndBack(OneSurvey& one, const Survey& before) {
     }
 }
 
-// Each of these on a survey whose distances are measured by none, one or all.
+// Each of these on a survey whose distances are measured by none, one or all, or those in force are of other
+// sites.
 template <typename Act>
 void expectThereAndBack(Act act) {
-    for (const int measured : {0, 1, 2, 3}) {
+    for (const int measured : {0, 1, 2, 3, 4}) {
         SCOPED_TRACE(measured);
         Survey survey = threeRows();
         if (measured == 0) survey.TrueDist.clear();
         if (measured > 1) Calculate_X_Distance(survey);
         if (measured > 2) Calculate_Y_Distance(survey);
+        if (measured > 3) survey.TrueDist.resize(3);
         OneSurvey one(survey);
         const Survey before = one.journal.survey();
         act(one);
@@ -106,6 +109,16 @@ void expectThereAndBack(Act act) {
 TEST(Journal, TakesTheDeletionOfARowBackAndForth) {
     for (const int row : {1, 2, 3})
         expectThereAndBack([row](OneSurvey& one) { one.deleteRow(row); });
+}
+
+TEST(Journal, BringsCountsBackThatADeletedRowHasCountedAnew) {
+    Survey survey = threeRows();
+    survey.NumPoints.fill(7);
+    OneSurvey one(survey);
+    const Survey before = one.journal.survey();
+    one.deleteRow(2);
+    one.journal.goTo(1);
+    EXPECT_EQ(differences(one.journal.survey(), before), "");
 }
 
 TEST(Journal, TakesSitesPickedOnARowBackAndForth) {
@@ -292,6 +305,66 @@ TEST(Journal, PassesStatesInWhichTheSurveyCannotRest) {
     EXPECT_EQ(one.journal.positionBefore(), 0U);
 }
 
+TEST(Journal, FindsTheNearestStateInWhichTheSurveyCanRest) {
+    OneSurvey one;
+    one.deleteMasked({0, 0, 0, 1, 1, 0});
+    one.journal.cannotRest();
+    EXPECT_EQ(one.journal.restNear(2), 1U) << "none behind it";
+    one.journal.perform(lossOfRows(), makeOneRow);
+    EXPECT_EQ(one.journal.restNear(2), 3U);
+    EXPECT_EQ(one.journal.restNear(0), 0U);
+}
+
+TEST(Journal, KnowsThatAnActWhichItForgotAtOnceLeftNoRest) {
+    OneSurvey one(threeRows(), 10);
+    one.deleteMasked({0, 0, 0, 1, 1, 0});
+    one.journal.cannotRest();
+    EXPECT_FALSE(one.journal.canRestAt(0));
+}
+
+TEST(Journal, SaysThatTheSurveyHasChangedWithEveryStep) {
+    OneSurvey one;
+    const std::uint64_t before = surveyChanges();
+    one.deleteRow(2);
+    one.journal.goTo(0);
+    EXPECT_EQ(surveyChanges(), before + 3);
+}
+
+TEST(Journal, GoesNoFurtherThanItsLastAct) {
+    OneSurvey one;
+    one.deleteRow(2);
+    const Survey last = one.journal.survey();
+    one.journal.goTo(7);
+    EXPECT_EQ(one.journal.position(), 2U);
+    EXPECT_EQ(differences(one.journal.survey(), last), "");
+}
+
+TEST(Journal, KeepsTheSurveysOwnParametersWhereItStaysWhereItIs) {
+    OneSurvey one;
+    one.deleteRow(2);
+    const double own = one.journal.survey().MinDistance;
+    SurveyParameters typed = one.journal.survey();
+    typed.MinDistance = own + 1;
+    one.journal.setParameters(typed);
+    one.journal.goTo(2);
+    one.deleteRow(1);
+    one.journal.goTo(2);
+    EXPECT_EQ(one.journal.survey().MinDistance, own);
+}
+
+TEST(Journal, CountsTheRowsAfterAnAct) {
+    OneSurvey one;
+    one.deleteMasked({1, 1, 1, 1, 1, 1});
+    EXPECT_EQ(one.journal.act(1).rows, 0) << "no site is left";
+    one.journal.goTo(1);
+    std::vector<MadeSite> sites;
+    for (int i = 0; i < 300; ++i)
+        sites.push_back({10.0 * i, 0, 1, 1, 1});
+    OneSurvey many(madeSurvey(sites));
+    many.findRows(1, 5);
+    EXPECT_GT(many.journal.act(1).rows, kMaxRows) << "too many";
+}
+
 TEST(Journal, KnowsHowMenusStoodAfterEachAct) {
     OneSurvey one;
     one.journal.noteMenus(5);
@@ -313,6 +386,7 @@ TEST(Journal, ForgetsTheOldestActsAboveItsLimit) {
     OneSurvey one(madeSurvey(sites), 100'000);
     for (int i = 0; i < 20; ++i) {
         one.adjust({AdjustmentKind::kAddToEM1, "1", "", "", ""});
+        one.journal.noteMenus(9);
         EXPECT_LE(one.journal.bytes(), 100'000U);
     }
     EXPECT_GT(one.journal.forgotten(), 5U);
@@ -320,6 +394,7 @@ TEST(Journal, ForgetsTheOldestActsAboveItsLimit) {
     one.journal.goTo(0);
     EXPECT_EQ(one.journal.survey().EMAdjustTotalA, static_cast<double>(one.journal.forgotten()) - 1);
     EXPECT_TRUE(one.journal.canRestAt(0));
+    EXPECT_EQ(one.journal.menus(), 9U) << "of the last act that is forgotten";
 }
 
 TEST(Journal, AnActLargerThanItsLimitIsDoneAndForgotten) {
@@ -346,6 +421,34 @@ TEST(Journal, ActsHoldNoMoreThanWhatTheyChange) {
     one.deleteMasked(mask);
     // Eight columns, lines and a run for each, and what does not grow.
     EXPECT_LE(one.journal.bytes() - adjusted, kSites / 100 * (9 * 8 + 4 + 16 + 3 * 8) + 5000U);
+}
+
+TEST(Journal, HoldsTheLinesOfASurveyThatWasReplaced) {
+    Survey survey = threeRows();
+    OneSurvey one(survey);
+    survey.SourceLine.resize(10'000);
+    OneSurvey lined(survey);
+    const std::size_t without = one.journal.bytes(), with = lined.journal.bytes();
+    one.journal.replaceSurvey(kAnyAct, threeRows());
+    lined.journal.replaceSurvey(kAnyAct, threeRows());
+    EXPECT_GE(lined.journal.bytes() - with, one.journal.bytes() - without + 39'000);
+}
+
+TEST(Journal, WithoutMemoryOnTheWayTheSurveyReturnsToWhereItCanRest) {
+    OneSurvey one;
+    one.deleteMasked({0, 0, 0, 1, 1, 0});
+    one.journal.cannotRest();
+    one.journal.perform(lossOfRows(), makeOneRow);
+    one.journal.goTo(1);
+    const Survey before = one.journal.survey();
+    try {
+        const FailingAllocations failing(0);
+        one.journal.goTo(3);
+        ADD_FAILURE() << "no memory was needed";
+    } catch (const std::bad_alloc&) {
+        EXPECT_EQ(one.journal.position(), 1U);
+        EXPECT_EQ(differences(one.journal.survey(), before), "");
+    }
 }
 
 TEST(Journal, WithoutMemoryForTheWayBackTheSurveyStays) {

@@ -263,6 +263,42 @@ TEST_F(TakingBack, GoesPastTheStateThatTheMapLeftBehind) {
     expectAsBefore();
 }
 
+TEST_F(TakingBack, GoesFromTheHistoryToNoStateInWhichTheSurveyCannotRest) {
+    SiteMaskArray mask = {0, 0, 0, 1, 1, 1, 0, 0, 0};
+    theJournal().perform(deletionOfMasked(3),
+                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    theJournal().cannotRest();
+    theJournal().goTo(theJournal().position() - 1);
+    frmHistory& window = history();
+    clickLine(window, static_cast<int>(theJournal().size()));
+    expectAsBefore();
+}
+
+TEST_F(TakingBack, OffersASingleRowToTheRowDialogWhereNoRowPlotsAreOpen) {
+    importRows(2);
+    openRowPlots();
+    theJournal().perform(deletionOfRow(theSurvey(), 2), [](Survey& survey) { return Delete_Row(survey, 2); });
+    main->menusFollow(MenuEvent::kFewerThanTwoRows);
+    theJournal().noteMenus(main->menuState());
+    undo();
+    clickOn(*main, u"Command4"_s);
+    redo();
+    ASSERT_EQ(theSurvey().NumRows, 1);
+    EXPECT_TRUE(main->mnuData->isEnabled());
+}
+
+TEST_F(TakingBack, TakesATypedRowNumberAwayThatMeantAnotherFile) {
+    importRows(3);
+    chooseItem(*main, u"mnuData"_s);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    clickOn(dialog, u"Option2"_s);
+    auto& typed = controlAs<QLineEdit>(dialog, u"Text4"_s);
+    QTest::keyClicks(&typed, u"2"_s);
+    undo();
+    ASSERT_EQ(theSurvey().NumRows, 3);
+    EXPECT_EQ(typed.text(), QString());
+}
+
 TEST_F(TakingBack, IsShownAsAHistoryWithThePresentStateMarked) {
     deleteRow(u"2"_s);
     deleteRow(u"1"_s);

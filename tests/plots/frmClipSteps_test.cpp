@@ -177,4 +177,42 @@ TEST_F(StepsOnTheMap, ThatWereTakenBackLeaveTheRowsAlone) {
     EXPECT_EQ(boxes.pending(), 0);
 }
 
+TEST_F(StepsOnTheMap, CannotBeDoneAgainOnceTheRowsWereDeclaredLost) {
+    openOnFullMap();
+    maskAndDelete(-1, 115, 35, 105);
+    maskAndDelete(5, 115, 15, 125);
+    undo();
+    boxes.ask(false, kExitQuestion);
+    boxes.tellBeginning(u"Warning!  The sites which you have deleted"_s);
+    window->close();
+    ASSERT_EQ(theSurvey().NumRows, 1);
+    const Survey lost = theSurvey();
+    EXPECT_FALSE(window->mnuClipRedo->isEnabled());
+    redo();
+    EXPECT_EQ(differences(theSurvey(), lost), "");
+}
+
+TEST_F(StepsOnTheMap, LeaveNoRestBehindWhileTheRowsHaveAGap) {
+    openOnFullMap();
+    const Survey before = theSurvey();
+    maskAndDelete(-1, 115, 35, 105);
+    maskAndDelete(5, 115, 15, 125);
+    boxes.tellBeginning(u"Warning!  The sites which you have deleted"_s);
+    closeWindow();
+    main.mnuUndo->trigger();
+    EXPECT_EQ(differences(theSurvey(), before), "");
+}
+
+TEST_F(StepsOnTheMap, ShowNoSiteThatIsGone) {
+    openOnFullMap();
+    maskAndDelete(5, 125, 15, 95);
+    undo();
+    undo();
+    moveTo(pixelOfSite(10, 110));
+    ASSERT_FALSE(window->lblSite->text().isEmpty());
+    redo();
+    redo();
+    EXPECT_EQ(window->lblSite->text(), QString());
+}
+
 }  // namespace tessel

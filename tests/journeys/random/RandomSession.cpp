@@ -137,7 +137,9 @@ std::string RandomSession::run(long acts) {
             return "seed " + std::to_string(seed_) + ", act " + std::to_string(number) + " (" + act.name +
                    "): " + difference_;
     }
-    return {};
+    const std::string difference = wayBackAndForth();
+    return difference.empty() ? difference
+                              : "seed " + std::to_string(seed_) + ", the way back and forth: " + difference;
 }
 
 // Boxes and files -------------------------------------------------------------------------------------------

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/survey.h"
 #include "journeys/random/Reached.h"
 #include "rows/row_turns.h"
 #include "support/plain_survey.h"
@@ -150,6 +151,9 @@ class RandomSession {
     void adoptState();
     void noteState();
     void noteContent();
+    /// From the present survey back to that of the first act, and forth again: bit for bit, and the same in a
+    /// file byte for byte. Gives what differs.
+    std::string wayBackAndForth();
 
     bool always() const { return true; }
     bool hasUnsaved() const { return content_ != exported_; }
@@ -319,6 +323,7 @@ class RandomSession {
     /// The survey's: one that was entered for an import that came to nothing is in force, but no way back
     /// leads to it.
     double ownDistance_ = 0;
+    Survey first_;                  ///< as it stood behind the first act when it was seen last
     std::vector<PlainSite> noted_;  ///< the sites then
     long content_ = 0;              ///< another one for each other survey
     long notedContent_ = 0;

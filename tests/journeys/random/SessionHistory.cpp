@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
+#include "export/transect_file.h"
 #include "journal/frmHistory.h"
 #include "journal/journal.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
+#include "support/survey_bits.h"
 
 #include <QTest>
 
@@ -16,7 +18,32 @@ namespace {
 constexpr std::size_t kMostSites = 3000;  // of a survey that is kept to compare with
 constexpr std::size_t kMostStates = 60;
 
+std::string written(const Survey& survey, const std::string& path) {
+    writeTransectFile(survey, path, TransectFormat{});
+    return readFile(path);
+}
+
 }  // namespace
+
+std::string RandomSession::wayBackAndForth() {
+    const std::size_t position = theJournal().position();
+    if (position <= 1) return {};
+    const std::string path = folder_ / "way.dat";
+    // Leaves the parameters behind of an import that came to nothing.
+    theJournal().goTo(position - 1);
+    theJournal().goTo(position);
+    const Survey last = theSurvey();
+    const std::string lastFile = written(last, path);
+    const std::string firstFile = written(first_, path);
+    theJournal().goTo(1);
+    std::string difference = differences(theSurvey(), first_);
+    if (written(theSurvey(), path) != firstFile) difference += " first file";
+    theJournal().goTo(theJournal().size());
+    theJournal().goTo(position);
+    difference += differences(theSurvey(), last);
+    if (written(theSurvey(), path) != lastFile) difference += " last file";
+    return difference;
+}
 
 // What the survey and the program are like behind so many acts. Of several acts at once only the last is
 // known.
@@ -31,6 +58,11 @@ void RandomSession::noteState() {
         states_[now]->survey.minDistance = ownDistance_;
     } else {
         states_[now].reset();
+    }
+    if (now == 1) {
+        const SurveyParameters own = now == acts_ ? first_ : theSurvey();
+        first_ = theSurvey();
+        static_cast<SurveyParameters&>(first_) = own;
     }
     if (now > kMostStates) states_[now - kMostStates].reset();
     acts_ = now;
