@@ -5,6 +5,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tessel {
 
@@ -42,6 +43,11 @@ void strokeDots(QPainter& painter, const QPointF* places, std::size_t count) {
         }
         painter.drawPath(path);
     }
+}
+
+double pictureResolution(double wanted, const QSizeF& size) {
+    constexpr double kMostPixels = 3e6;
+    return std::min(wanted, std::sqrt(kMostPixels / std::max(1.0, size.width() * size.height())));
 }
 
 }  // namespace tessel

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QPointF>
+#include <QSizeF>
 
 #include <cstddef>
 #include <functional>
@@ -32,5 +33,9 @@ class PaperStrokes {
 
 /// Strokes of no length at these places, a few bytes each.
 void strokeDots(QPainter& painter, const QPointF* places, std::size_t count);
+
+/// How many pixels to a pixel of 96 an inch a picture among strokes gets: as many as wanted, but of a large
+/// one so few that the file of many colours stays below 5 MB.
+double pictureResolution(double wanted, const QSizeF& size);
 
 }  // namespace tessel

@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -86,6 +86,7 @@ void PictureBox::drawPoints(const double* x, const double* y, const std::uint8_t
     const PixelMap map = pixelsOf(extent);
     const Stamp stamp = penStamp(penSize(), 0);
     stampPoints(rasterOf(picture_), map, stamp, shades, x, y, skip, static_cast<std::size_t>(count), nullptr);
+    mostDots_ = kMostColouredStrokes;
     recordPoints(x, y, skip, count, map, [shades](qsizetype i) { return colourMap()[shades[i]]; });
     update();
 }
@@ -110,14 +111,19 @@ void PictureBox::recordPoints(const double* x, const double* y, const std::uint8
     if (!printing_) return;
     const double resolution = picture_.devicePixelRatio();
     const Rectangle seen = Rectangle::at(0, 0, picture_.width(), picture_.height());
-    std::map<QRgb, std::vector<QPointF>> byColour;
-    for (qsizetype i = 0; i < count && strokes_.dotCount() <= kMostStrokes; ++i) {
+    std::vector<QPointF> places;  // of one colour, one behind the other
+    QRgb colour = 0;
+    const auto add = [&] {
+        if (!places.empty()) strokes_.addDots(std::exchange(places, {}), penWidth_, QColor::fromRgb(colour));
+    };
+    for (qsizetype i = 0; i < count && strokes_.dotCount() + places.size() <= mostDots_; ++i) {
         const QPointF at(map.pixelX(x[i]), map.pixelY(y[i]));
-        if (seen.contains(at.x(), at.y()) && !(skip && skip[i]))
-            byColour[colourOf(i)].push_back(at / resolution);
+        if (!seen.contains(at.x(), at.y()) || (skip && skip[i])) continue;
+        if (colourOf(i) != colour) add();
+        colour = colourOf(i);
+        places.push_back(at / resolution);
     }
-    for (auto& [colour, places] : byColour)
-        strokes_.addDots(std::move(places), penWidth_, QColor::fromRgb(colour));
+    add();
 }
 
 void PictureBox::paint(const PaperStrokes::Stroke& stroke) {
@@ -189,13 +195,15 @@ void PictureBox::print(QPainter& painter, const QRectF& target) {
         update();
     });
     printing_ = true;
+    mostDots_ = kMostStrokes;
     const bool isDrawn = isSignalConnected(QMetaMethod::fromSignal(&PictureBox::redrawNeeded));
     if (isDrawn) {
         renew({nearestInt(sheet.width()), nearestInt(sheet.height())},
-              std::clamp(resolution, onPixels ? 1 : kCoarsestPaper, kFinestPaper));
+              onPixels ? std::clamp(resolution, 1.0, kFinestPaper)
+                       : pictureResolution(std::clamp(resolution, kCoarsestPaper, kFinestPaper), sheet));
         Q_EMIT redrawNeeded();
     }
-    if (!isDrawn || strokes_.dotCount() > kMostStrokes) return painter.drawImage(target, picture_);
+    if (!isDrawn || strokes_.dotCount() > mostDots_) return painter.drawImage(target, picture_);
     painter.save();
     painter.translate(target.topLeft());
     painter.scale(target.width() / canvas().width(), target.height() / canvas().height());
@@ -251,6 +259,7 @@ void PictureBox::renew(const QSize& size, double resolution) {
     const QSize pixels(std::max(1, nearestInt(size.width() * resolution)),
                        std::max(1, nearestInt(size.height() * resolution)));
     picture_ = QImage(pixels, QImage::Format_RGB32);
+    if (picture_.isNull() && printing_) throw std::bad_alloc();
     picture_.setDevicePixelRatio(resolution);
     picture_.fill(Qt::white);
     update();

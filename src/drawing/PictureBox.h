@@ -66,6 +66,7 @@ class PictureBox : public Surface {
     /// than kMostStrokes points, and where nobody redraws, there is a picture in their place.
     void print(QPainter& painter, const QRectF& target) override;
     static constexpr std::size_t kMostStrokes = 50000;
+    static constexpr std::size_t kMostColouredStrokes = 20000;
     /// Who is asked for a redraw now draws before the signal returns.
     bool isPrinting() const { return printing_; }
 
@@ -125,6 +126,7 @@ class PictureBox : public Surface {
     std::optional<Band> band_;
     bool printing_ = false;
     PaperStrokes strokes_;  ///< while printing
+    std::size_t mostDots_ = kMostStrokes;
 };
 
 }  // namespace tessel

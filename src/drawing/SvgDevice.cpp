@@ -11,6 +11,9 @@
 #include <QPixmap>
 #include <QPolygonF>
 
+#include <climits>
+#include <new>
+
 using namespace Qt::StringLiterals;
 
 namespace tessel {
@@ -109,7 +112,7 @@ class SvgDevice::Engine : public QPaintEngine {
                    Qt::ImageConversionFlags) override {
         QByteArray png;
         QBuffer buffer(&png);
-        image.copy(pixelsAround(source)).save(&buffer, "PNG");
+        if (!image.copy(pixelsAround(source)).save(&buffer, "PNG")) throw std::bad_alloc();
         body_ += "<image" + transform_ + " x=\"" + number(target.x()) + "\" y=\"" + number(target.y()) +
                  "\" width=\"" + number(target.width()) + "\" height=\"" + number(target.height()) +
                  "\" preserveAspectRatio=\"none\" xlink:href=\"data:image/png;base64," + png.toBase64() +
@@ -163,6 +166,14 @@ int SvgDevice::metric(PaintDeviceMetric metric) const {
         case PdmPhysicalDpiX:
         case PdmPhysicalDpiY:
             return kDotsPerInch;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return intWithin(devicePixelRatioFScale());
+        case PdmDepth:
+            return 32;
+        case PdmNumColors:
+            return INT_MAX;
         default:
             return QPaintDevice::metric(metric);
     }

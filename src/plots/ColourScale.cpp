@@ -6,6 +6,7 @@
 #include "plots/AxisPainter.h"
 #include "plots/ChartFrame.h"
 #include "plots/ChartSymbols.h"
+#include "plots/chart_views.h"
 
 #include <QImage>
 #include <QPainter>
@@ -58,7 +59,7 @@ void ColourScale::followRange(const Interval& range) {
     const Interval chosen = view_;
     const bool keep = isChosen();
     setRange(range);
-    if (keep) view_ = chosen;
+    if (keep && stillMakesSense(chosen, home_)) view_ = chosen;
 }
 
 void ColourScale::alignWith(double top, double bottom) {

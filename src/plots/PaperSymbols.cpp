@@ -78,13 +78,17 @@ void PaperSymbols::drawRings(const ChartSeries& series) {
                     ChartSymbol::kRing, series.style.colour);
 }
 
+// From the last on: where symbols overlap the first is seen, as on the screen.
 void PaperSymbols::drawShaded(const ChartSeries& series) {
-    std::vector<std::vector<QPointF>> byShade(kShades);
-    for (std::size_t i = 0; i < places_.size(); ++i)
-        byShade[series.shades[points_[i]]].push_back(places_[i]);
-    for (std::size_t shade = 0; shade < kShades; ++shade)
-        strokePlaces(byShade[shade], series.style.symbol, symbolSize(series.style.symbol),
-                     QColor::fromRgb(colourMap()[shade]));
+    const auto shadeAt = [&](std::size_t place) { return series.shades[points_[place]]; };
+    for (std::size_t end = places_.size(); end > 0;) {
+        std::size_t first = end - 1;
+        while (first > 0 && shadeAt(first - 1) == shadeAt(end - 1))
+            --first;
+        strokePlaces(std::span(places_).subspan(first, end - first), series.style.symbol,
+                     symbolSize(series.style.symbol), QColor::fromRgb(colourMap()[shadeAt(first)]));
+        end = first;
+    }
 }
 
 void PaperSymbols::strokePlaces(std::span<const QPointF> places, ChartSymbol symbol, double size,

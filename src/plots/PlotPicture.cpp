@@ -93,7 +93,7 @@ QImage PlotPicture::image(int width) const {
 QByteArray PlotPicture::png(int width) const {
     QByteArray file;
     QBuffer buffer(&file);
-    image(width).save(&buffer, "PNG");
+    if (!image(width).save(&buffer, "PNG")) throw std::bad_alloc();
     return file;
 }
 

@@ -3,6 +3,7 @@
 
 #include "base/palette16.h"
 #include "base/whole_numbers.h"
+#include "drawing/PaperStrokes.h"
 #include "drawing/Pixels.h"
 #include "plots/PaperSymbols.h"
 
@@ -74,12 +75,13 @@ void SeriesPainter::draw(QImage& picture, const std::vector<ChartSeries>& series
     painter.setClipRect(QRectF(clip.x.from, clip.y.from, clip.width(), clip.height()));
     drawLines(painter, series, map, Medium::kScreen);
     painter.end();
-    stampSymbols(picture, series, map);
+    stampSymbols(picture, series, map, marks_);
 }
 
 void SeriesPainter::print(QPainter& painter, const std::vector<ChartSeries>& series, const PixelMap& map) {
     drawLines(painter, series, map, Medium::kPaper);
-    if (symbolCount(series, map) > kMostStrokes)
+    const bool shaded = std::ranges::any_of(series, [](const ChartSeries& s) { return !s.shades.empty(); });
+    if (symbolCount(series, map) > (shaded ? kMostColouredStrokes : kMostStrokes))
         printPicture(painter, series, map);
     else
         printSymbols(painter, series, map);
@@ -96,9 +98,11 @@ void SeriesPainter::printSymbols(QPainter& painter, const std::vector<ChartSerie
 void SeriesPainter::printPicture(QPainter& painter, const std::vector<ChartSeries>& all,
                                  const PixelMap& map) {
     constexpr int kSymbolReach = 8;
-    const bool onPixels = painter.paintEngine()->type() == QPaintEngine::Raster;
-    const double resolution = onPixels ? painter.deviceTransform().m11() : kPictureResolution;
     const Rectangle area = map.area.widened(kSymbolReach);
+    const bool onPixels = painter.paintEngine()->type() == QPaintEngine::Raster;
+    const double resolution =
+        onPixels ? painter.deviceTransform().m11()
+                 : pictureResolution(kPictureResolution, QSizeF(area.width(), area.height()));
     const QRect place(QPoint(intBelow(area.x.from), intBelow(area.y.from)),
                       QPoint(intAbove(area.x.to), intAbove(area.y.to)));
     QImage picture(nearestSize(QSizeF(place.size()) * resolution), QImage::Format_ARGB32_Premultiplied);
@@ -110,7 +114,8 @@ void SeriesPainter::printPicture(QPainter& painter, const std::vector<ChartSerie
                   map.area.y.startingAt(map.area.y.from - place.top())};
     moved.xShift -= place.left();
     moved.yShift -= place.top();
-    stampSymbols(picture, all, moved);
+    StampMarks marks;  // not those of the screen, which would keep the size of this picture
+    stampSymbols(picture, all, moved, marks);
     painter.drawImage(QRectF(place.topLeft(), picture.deviceIndependentSize()), picture);
 }
 
@@ -165,14 +170,15 @@ void SeriesPainter::drawInParts(QPainter& painter, std::span<const PixelPoint> p
     painter.restore();
 }
 
-void SeriesPainter::stampSymbols(QImage& picture, const std::vector<ChartSeries>& all, const PixelMap& map) {
+void SeriesPainter::stampSymbols(QImage& picture, const std::vector<ChartSeries>& all, const PixelMap& map,
+                                 StampMarks& marks) {
     const double scale = picture.devicePixelRatio();
     const Raster raster = rasterOf(picture);
     const PixelMap onRaster = scaled(map, scale);
-    marks_.reset(raster.width, raster.height);
+    marks.reset(raster.width, raster.height);
     for (const ChartSeries& series : all) {
         if (series.style.symbol == ChartSymbol::kNone) continue;
-        marks_.nextSeries();
+        marks.nextSeries();
         const ChartPoints& points = series.points;
         const std::vector<IndexRange> shown = stretchesShown(points, map);
         const auto edges =
@@ -186,9 +192,9 @@ void SeriesPainter::stampSymbols(QImage& picture, const std::vector<ChartSeries>
             const auto count = std::size_t(stretch.count());
             if (shaded)
                 stampPoints(raster, onRaster, stamp, series.shades.data() + stretch.first, x, y, nullptr,
-                            count, &marks_);
+                            count, &marks);
             else
-                stampPoints(raster, onRaster, stamp, x, y, nullptr, count, &marks_);
+                stampPoints(raster, onRaster, stamp, x, y, nullptr, count, &marks);
         }
     }
 }

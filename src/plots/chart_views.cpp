@@ -5,13 +5,9 @@
 
 namespace tessel {
 
-namespace {
-
 bool stillMakesSense(const Interval& view, const Interval& home) {
     return view.falls() == home.falls() && view.low() < home.high() && view.high() > home.low();
 }
-
-}  // namespace
 
 void ChartViews::setLimits(Axis axis, const Interval& limits) {
     const Interval home = viewOfLimits(limits);

@@ -8,6 +8,9 @@
 
 namespace tessel {
 
+/// Whether something of what there is (home) can still be seen in a view that was chosen before.
+bool stillMakesSense(const Interval& view, const Interval& home);
+
 /// The limits that were set for the axes of a chart, and the part of each that is shown of them: the user
 /// zooms and moves the view, never the limits.
 class ChartViews {

@@ -47,11 +47,12 @@ void frmClip::connectColours() {
 }
 
 void frmClip::colourBy(std::optional<SiteColumn> reading) {
-    reading_ = reading;
     if (reading) {
+        const auto range = readingRange(theSurvey(), *reading);
         scaleReadings->setTitle(QString::fromLatin1(readingTitle(*reading)));
-        scaleReadings->setRange(readingRange(theSurvey(), *reading));
+        scaleReadings->setRange(range);
     }
+    reading_ = reading;
     shadeSites();
     showScale();
     DisplayMap();

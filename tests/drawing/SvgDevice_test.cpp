@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "drawing/SvgDevice.h"
 
+#include "drawing/PaperStrokes.h"
+
 #include <QImage>
 #include <QPainter>
 #include <QXmlStreamReader>
@@ -112,6 +114,12 @@ TEST(SvgDevice, KeepsAPictureAsItIs) {
     ASSERT_TRUE(data.startsWith(kind));
     const QImage kept = QImage::fromData(QByteArray::fromBase64(data.mid(kind.size()).toLatin1()));
     EXPECT_EQ(kept.convertToFormat(QImage::Format_ARGB32), picture);
+}
+
+TEST(PictureAmongStrokes, HasFewerPixelsWhereItIsLarge) {
+    EXPECT_EQ(pictureResolution(3, {400, 400}), 3);
+    EXPECT_NEAR(pictureResolution(3, {2000, 1500}), 1, 1e-12);
+    EXPECT_EQ(pictureResolution(3, {0, 0}), 3);
 }
 
 }  // namespace tessel

@@ -134,4 +134,11 @@ TEST_F(ColourScaleTest, HasRoomForItsNumbersAndItsTitle) {
     EXPECT_LT(scale.sizeHint().width(), wide);
 }
 
+TEST_F(ColourScaleTest, ForgetsARangeThatMeansNothingToTheSurveyAnyMore) {
+    scale.followRange({10, 70});
+    QTest::keyClick(&scale, Qt::Key_Plus);
+    scale.followRange({1000, 1060});
+    EXPECT_EQ(scale.range(), (Interval{1000, 1060}));
+}
+
 }  // namespace tessel

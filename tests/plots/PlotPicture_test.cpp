@@ -2,6 +2,7 @@
 #include "plots/PlotPicture.h"
 
 #include "base/palette16.h"
+#include "drawing/colour_map.h"
 #include "plots/Chart2D.h"
 #include "plots/ColourScale.h"
 #include "plots/SeriesPainter.h"
@@ -127,6 +128,35 @@ TEST_F(PlotPictureTest, IsCopiedTwiceAsWideAsOnTheScreen) {
     chart.setFocus();
     QTest::keyClick(&chart, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(1140, 800));
+}
+
+TEST_F(PlotPictureTest, ShowsOverlappingReadingsInTheOrderOfTheScreen) {
+    // In turns the lowest and the highest reading, each partly over the one before it.
+    std::vector<double> x, y;
+    std::vector<Shade> shades;
+    for (int i = 0; i < 200; ++i) {
+        x.push_back(10 + 0.4 * i);
+        y.push_back(50);
+        shades.push_back(i % 2 == 0 ? Shade{0} : Shade{kShades - 1});
+    }
+    chart.replacePoints(Chart2D::kData, 1, x, y);
+    chart.setShades(Chart2D::kData, 1, shades);
+    const QByteArray svg = PlotPicture({&chart}).svg();
+    const auto colour = [](Shade shade) { return QColor::fromRgb(colourMap()[shade]).name().toLatin1(); };
+    const QByteArray low = "stroke=\"" + colour(0) + '"', high = "stroke=\"" + colour(kShades - 1) + '"';
+    EXPECT_EQ(svg.count(low), 100);
+    EXPECT_LT(svg.indexOf(high), svg.indexOf(low)) << "the last site lies beneath";
+    EXPECT_LT(svg.indexOf(low), svg.lastIndexOf(high));
+}
+
+TEST_F(PlotPictureTest, HoldsFewerSymbolsAsStrokesWhereEachHasItsColour) {
+    const int count = static_cast<int>(SeriesPainter::kMostColouredStrokes) + 1;
+    setPoints(count);
+    std::vector<Shade> shades(static_cast<std::size_t>(count));
+    for (std::size_t i = 0; i < shades.size(); ++i)
+        shades[i] = static_cast<Shade>(i * 37 % kShades);
+    chart.setShades(Chart2D::kData, 1, shades);
+    EXPECT_EQ(PlotPicture({&chart}).svg().count("<image"), 1);
 }
 
 }  // namespace tessel

@@ -192,4 +192,15 @@ TEST_F(ClipWindow, OpensItsThreeHelpDocumentsAndTheFirstWithF1) {
     EXPECT_EQ(boxes.pending(), 0);
 }
 
+TEST_F(ClipWindow, ShowsTheZoomThatWasChosenBeforeACopy) {
+    openOnFullMap();
+    window->picMapZoom->setFocus();
+    QTest::keyClick(window->picMapZoom, Qt::Key_Plus);
+    QTest::keyClick(window->picMapZoom, Qt::Key_C, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    const QImage shown = picture();
+    window->DisplayMap();
+    EXPECT_EQ(shown, picture());
+}
+
 }  // namespace tessel
