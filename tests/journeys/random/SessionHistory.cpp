@@ -135,6 +135,8 @@ void RandomSession::adoptState() {
     measured_ = state.measured;
     plotsFollow();
     menus_ = state.menus;
+    // Without row plots nothing else can divide a single row.
+    if (!rowPlotsOpen() && survey_.rowSizes().size() == 1) setMenus(true, {"mnuData"});
     acts_ = theJournal().position();
     ownDistance_ = survey_.minDistance;
 }
