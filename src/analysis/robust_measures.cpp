@@ -7,12 +7,6 @@
 
 namespace tessel {
 
-double medianOf(std::vector<double>& values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 Spread spreadOf(std::vector<double>& values) {
     const double median = medianOf(values);
     for (double& value : values)
@@ -25,14 +19,21 @@ bool isUnlike(double value, std::vector<double>& others, double threshold, doubl
     return std::abs(value - spread.median) > threshold * std::max(spread.deviation, noise);
 }
 
+double medianOfColumn(const Survey& survey, int column) {
+    const double* const values = survey.SiteData.column(column);
+    std::vector<double> sample = sampleOf(survey.NumSites, [=](SiteIndex i) { return values[i]; });
+    return medianOf(sample);
+}
+
+double noiseIn(std::vector<double>& differences) {
+    return kScaledDeviation * medianBesideZero(differences) / std::numbers::sqrt2;
+}
+
 double readingNoise(const Survey& survey, int column) {
-    if (survey.NumSites < 2) return 0;
     const double* const readings = survey.SiteData.column(column);
     std::vector<double> differences =
         sampleOf(survey.NumSites - 1, [=](SiteIndex i) { return std::abs(readings[i + 1] - readings[i]); });
-    std::erase(differences, 0.0);
-    if (differences.empty()) return 0;
-    return kScaledDeviation * medianOf(differences) / std::numbers::sqrt2;
+    return noiseIn(differences);
 }
 
 }  // namespace tessel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/sample.h"
 
 #include <vector>
 
@@ -11,9 +12,6 @@ namespace tessel {
 
 /// Makes a median absolute deviation the standard deviation of normal noise.
 inline constexpr double kScaledDeviation = 1.4826;
-
-/// The median, the upper of the middle two for an even number; changes the order. Requires a value.
-double medianOf(std::vector<double>& values);
 
 /// Median, and scaled median absolute deviation from it.
 struct Spread {
@@ -27,20 +25,14 @@ Spread spreadOf(std::vector<double>& values);
 /// deviation or `noise`, whichever is larger. Overwrites the others. Requires one.
 bool isUnlike(double value, std::vector<double>& others, double threshold, double noise);
 
-/// At most this many values of a survey are looked at for one measure of the whole, evenly spread.
-inline constexpr SiteIndex kSampleSize = 100000;
-/// f(site) of such a sample.
-template <typename Value>
-std::vector<double> sampleOf(SiteIndex sites, Value f) {
-    std::vector<double> values;
-    const SiteIndex every = (sites + kSampleSize - 1) / kSampleSize;
-    for (SiteIndex i = 0; i < sites; i += every)
-        values.push_back(f(i));
-    return values;
-}
+/// Of a sample of the survey. Requires a site.
+double medianOfColumn(const Survey& survey, int column);
 
-/// The noise of a column of readings: the standard deviation that differences between neighbours speak of, by
-/// the median of those that are not 0; 0 where all are.
+/// The standard deviation of the noise that differences between neighbours speak of, by the median of those
+/// that are not 0; 0 where all are. Overwrites them. Requires that none is negative.
+double noiseIn(std::vector<double>& differences);
+
+/// The noise of a column of readings.
 double readingNoise(const Survey& survey, int column);
 
 }  // namespace tessel

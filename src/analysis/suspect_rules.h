@@ -32,6 +32,19 @@ struct RuleRun {
 /// Sites between two questions whether to go on.
 inline constexpr SiteIndex kSitesBetweenQuestions = 32768;
 
+/// Calls act(run of sites) for each run of neighbours that are alike; false where it gives false.
+template <typename Alike, typename Act>
+bool forEachRun(SiteIndex sites, Alike alike, Act act) {
+    for (SiteIndex first = 0; first < sites;) {
+        SiteIndex last = first + 1;
+        while (last < sites && alike(last - 1, last))
+            ++last;
+        if (!act(IndexRange{first, last})) return false;
+        first = last;
+    }
+    return true;
+}
+
 /// Each is false where it was told not to go on.
 bool flagOutsideLimits(const RuleRun& run);
 bool flagSpikes(const RuleRun& run);

@@ -12,27 +12,18 @@ namespace tessel {
 
 namespace {
 
-double medianOfColumn(const Survey& survey, int column) {
-    const double* const values = survey.SiteData.column(column);
-    std::vector<double> sample = sampleOf(survey.NumSites, [=](SiteIndex i) { return values[i]; });
-    return medianOf(sample);
-}
-
 // Calls act(sites) for each run of two and more neighbours of a row at one place.
 template <typename Act>
 void forEachRepeatedPlace(const Survey& survey, Act act) {
     const SiteTable& sites = survey.SiteData;
-    const auto isThere = [&](SiteIndex a, SiteIndex b) {
+    const auto isOnePlace = [&](SiteIndex a, SiteIndex b) {
         return sites(kX, a) == sites(kX, b) && sites(kY, a) == sites(kY, b) &&
                sites(kRow, a) == sites(kRow, b);
     };
-    for (SiteIndex first = 0; first < survey.NumSites;) {
-        SiteIndex last = first + 1;
-        while (last < survey.NumSites && isThere(first, last))
-            ++last;
-        if (last - first > 1) act(IndexRange{first, last});
-        first = last;
-    }
+    forEachRun(survey.NumSites, isOnePlace, [&](const IndexRange& run) {
+        if (run.count() > 1) act(run);
+        return true;
+    });
 }
 
 double meanOf(const Survey& survey, int column, const IndexRange& sites) {
@@ -70,8 +61,9 @@ bool flagFarAway(const RuleRun& run) {
     const double middleX = medianOfColumn(survey, kX);
     const double middleY = medianOfColumn(survey, kY);
     const auto distance = [=](SiteIndex i) { return lengthBetween(x[i], y[i], middleX, middleY); };
+    // Where the logger has rested for long, more than half of the sites may stand in the middle itself.
     std::vector<double> sample = sampleOf(survey.NumSites, distance);
-    const double allowed = run.parameters.farFactor * medianOf(sample);
+    const double allowed = run.parameters.farFactor * medianBesideZero(sample);
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         if ((x[i] == 0 && y[i] == 0) || (allowed > 0 && distance(i) > allowed)) run.flag(i, kFarAway);
     return true;

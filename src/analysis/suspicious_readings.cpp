@@ -2,6 +2,7 @@
 // The rules that look at readings alone, or along a row.
 #include "analysis/robust_measures.h"
 #include "analysis/suspect_rules.h"
+#include "base/bounded.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,47 +11,39 @@ namespace tessel {
 
 namespace {
 
-// Where a site is not asked for, the next one is not either.
-bool isTimeToAsk(SiteIndex site) {
-    return site % kSitesBetweenQuestions == 0;
-}
-double partOf(const RuleRun& run, SiteIndex site) {
-    return static_cast<double>(site) / static_cast<double>(run.survey.NumSites);
-}
-
-// Calls act(run of sites) for each run of neighbours that are alike; false where it gives false.
-template <typename Alike, typename Act>
-bool forEachRun(SiteIndex sites, Alike alike, Act act) {
-    for (SiteIndex first = 0; first < sites;) {
-        SiteIndex last = first + 1;
-        while (last < sites && alike(last - 1, last))
-            ++last;
-        if (!act(IndexRange{first, last})) return false;
-        first = last;
-    }
-    return true;
-}
-
 // Looks for spikes of one reading along rows.
 class SpikeFinder {
   public:
     SpikeFinder(const RuleRun& run, int column)
         : run_(run),
+          column_(column),
           values_(run.survey.SiteData.column(column)),
           noise_(readingNoise(run.survey, column)),
-          allowed_(run.parameters.spikeThreshold * noise_) {}
+          allowed_(run.parameters.spikeThreshold * noise_),
+          between_(1 + kUsual * kSitesBetweenQuestions / std::max(kUsual, neighbours())) {}
 
     bool flagIn(const IndexRange& row) {
         for (SiteIndex i = row.first; i < row.last; ++i) {
-            if (isTimeToAsk(i) && !run_.goesOn(partOf(run_, i))) return false;
-            const SiteIndex k = run_.parameters.spikeNeighbours;
-            const IndexRange window{std::max(row.first, i - k), std::min(row.last, i + k + 1)};
+            if (i % between_ == 0 && !run_.goesOn(partDone(i))) return false;
+            const IndexRange window{std::max(row.first, i - neighbours()),
+                                    std::min(row.last, i + neighbours() + 1)};
             if (mayBeSpike(i, window) && isSpike(i, window)) run_.flag(i, kSpike);
         }
         return true;
     }
 
   private:
+    // Of more neighbours than that a question is due after fewer sites, as each takes longer.
+    static constexpr SiteIndex kUsual = 5;
+
+    SiteIndex neighbours() const { return run_.parameters.spikeNeighbours; }
+
+    // One reading after the other.
+    double partDone(SiteIndex site) const {
+        const double part = static_cast<double>(site) / static_cast<double>(run_.survey.NumSites);
+        return (column_ - kEM1 + part) / static_cast<double>(run_.readings().size());
+    }
+
     // Only a value from which more than half of the neighbours are further than noise allows, all on one
     // side, can be one: that is counted faster than a median is found.
     bool mayBeSpike(SiteIndex i, const IndexRange& window) const {
@@ -74,9 +67,11 @@ class SpikeFinder {
     }
 
     const RuleRun& run_;
+    int column_;
     const double* values_;
     double noise_;
     double allowed_;
+    SiteIndex between_;  // sites between two questions
     std::vector<double> others_;
 };
 
@@ -93,6 +88,42 @@ double theilSlope(const Survey& survey) {
     std::erase_if(slopes, [](double slope) { return !std::isfinite(slope); });
     return slopes.empty() ? 0 : medianOf(slopes);
 }
+
+// What the line leaves of the second reading.
+class Residuals {
+  public:
+    explicit Residuals(const Survey& survey)
+        : sites_(survey.NumSites),
+          em1_(survey.SiteData.column(kEM1)),
+          em2_(survey.SiteData.column(kEM2)),
+          slope_(theilSlope(survey)),
+          mostNoise_(std::hypot(readingNoise(survey, kEM2), bounded(slope_ * readingNoise(survey, kEM1)))) {}
+
+    double of(SiteIndex i) const { return bounded(em2_[i] - bounded(slope_ * em1_[i])); }
+    // How much of it may come from calculating with Doubles alone.
+    double rounding(SiteIndex i) const { return 1e-9 * (std::abs(em2_[i]) + std::abs(slope_ * em1_[i])); }
+
+    Spread spread() const {
+        std::vector<double> sample = sampleOf(sites_, [this](SiteIndex i) { return of(i); });
+        return spreadOf(sample);
+    }
+    // Readings of few digits lie on the line exactly, most of them: then their spread is 0, their noise not.
+    // It is at most that of both readings, less where they change together.
+    double noise() const {
+        std::vector<double> differences = sampleOf(sites_ - 1, [this](SiteIndex i) {
+            const double difference = bounded(std::abs(of(i + 1) - of(i)));
+            return difference > rounding(i) + rounding(i + 1) ? difference : 0;
+        });
+        return std::min(noiseIn(differences), mostNoise_);
+    }
+
+  private:
+    SiteIndex sites_;
+    const double* em1_;
+    const double* em2_;
+    double slope_;
+    double mostNoise_;
+};
 
 }  // namespace
 
@@ -138,15 +169,12 @@ bool flagStuckReadings(const RuleRun& run) {
 bool flagReadingsApart(const RuleRun& run) {
     const Survey& survey = run.survey;
     if (!survey.TwoEMColumns || survey.NumSites < 4) return true;
-    const double* const em1 = survey.SiteData.column(kEM1);
-    const double* const em2 = survey.SiteData.column(kEM2);
-    const double slope = theilSlope(survey);
-    const auto residual = [=](SiteIndex i) { return em2[i] - slope * em1[i]; };
-    std::vector<double> sample = sampleOf(survey.NumSites, residual);
-    const Spread spread = spreadOf(sample);
-    const double allowed = run.parameters.apartThreshold * spread.deviation;
+    const Residuals residuals(survey);
+    const Spread spread = residuals.spread();
+    const double allowed = run.parameters.apartThreshold * std::max(spread.deviation, residuals.noise());
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
-        if (std::abs(residual(i) - spread.median) > allowed) run.flag(i, kReadingsApart);
+        if (std::abs(residuals.of(i) - spread.median) > std::max(allowed, residuals.rounding(i)))
+            run.flag(i, kReadingsApart);
     return true;
 }
 

@@ -49,9 +49,9 @@ struct SuspectParameters {
     double aroundThreshold = 4;  ///< scaled median absolute deviations
     double jump = 10;            ///< metres: longer steps out and back are jumps
     RepeatedPlaces repeated = RepeatedPlaces::kKeepFirst;
-    double farFactor = 10;      ///< times the median distance from the middle
+    double farFactor = 10;      ///< times the median distance from the middle, of those that are not 0
     SiteIndex stuckSites = 10;  ///< sites in a row with the same reading, at least 2
-    double apartThreshold = 4;  ///< scaled median absolute deviations from the line
+    double apartThreshold = 4;  ///< scaled median absolute deviations from the line, or their noise
 };
 
 /// Parameters for this survey: no rule is used; a jump is longer than ten times the median step, and the

@@ -2,6 +2,7 @@
 #include "rows/walked_path.h"
 
 #include "base/bounded.h"
+#include "base/sample.h"
 
 #include <algorithm>
 #include <cmath>
@@ -166,16 +167,9 @@ WayPoint pointOnWay(const WalkedPath& path, const IndexRange& piece, std::int64_
 double medianStep(const Survey& survey) {
     const double* const x = survey.SiteData.column(kX);
     const double* const y = survey.SiteData.column(kY);
-    std::vector<double> steps;
-    const SiteIndex every = std::max<SiteIndex>(1, survey.NumSites / kStepsLookedAt);
-    for (SiteIndex i = 1; i < survey.NumSites; i += every) {
-        const double step = lengthBetween(x[i], y[i], x[i - 1], y[i - 1]);
-        if (step > 0) steps.push_back(step);
-    }
-    if (steps.empty()) return 0;
-    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-    std::nth_element(steps.begin(), middle, steps.end());
-    return *middle;
+    std::vector<double> steps = sampleOf(
+        survey.NumSites - 1, [=](SiteIndex i) { return lengthBetween(x[i + 1], y[i + 1], x[i], y[i]); });
+    return medianBesideZero(steps);
 }
 
 }  // namespace tessel

@@ -56,9 +56,8 @@ struct WayPoint {
 };
 WayPoint pointOnWay(const WalkedPath& path, const IndexRange& piece, std::int64_t i, double way);
 
-/// The median of the steps between neighbours that are not 0 (metres); 0 where all are. Works on a sample of
-/// at most kStepsLookedAt steps, evenly spread.
+/// The median of the steps between neighbours that are not 0 (metres); 0 where all are. Of a sample of at
+/// most kSampleSize steps (base/sample.h).
 double medianStep(const Survey& survey);
-inline constexpr SiteIndex kStepsLookedAt = 100000;
 
 }  // namespace tessel

@@ -230,7 +230,7 @@ TEST(SitesFarAway, StandAtZeroOrFarFromTheMiddle) {
         places.push_back({500000.0 + i, 4000000});  // half of them within 25 m of the middle
     places.push_back({0, 0});
     places.push_back({500050, 4000249});
-    places.push_back({500050, 4000261});
+    places.push_back({500050, 4000271});
     places.push_back({0, 4000000});
     const Survey survey = atPlaces(places);
     EXPECT_EQ(flaggedBy(survey, kFarAway), (Sites{101, 103, 104}));

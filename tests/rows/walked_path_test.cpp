@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/walked_path.h"
 
+#include "base/sample.h"
 #include "support/made_survey.h"
 
 #include <gtest/gtest.h>
@@ -107,7 +108,7 @@ TEST(MedianStep, LeavesOutRepeatedPositions) {
 
 TEST(MedianStep, LooksAtASampleOfALargeSurvey) {
     Survey survey = surveyOfReadings(
-        5 * kStepsLookedAt, [](SiteIndex) { return 1.0; }, [](SiteIndex) { return 1.0; });
+        5 * kSampleSize, [](SiteIndex) { return 1.0; }, [](SiteIndex) { return 1.0; });
     EXPECT_EQ(medianStep(survey), 1);
 }
 
