@@ -12,7 +12,7 @@ namespace {
 
 // Of more sites around than this only every second, third, ... is looked at: where a logger rests, thousands
 // lie on one spot.
-constexpr SiteIndex kMostAround = 512;
+constexpr SiteIndex kMostAround = 256;
 constexpr SiteIndex kFewestAround = 4;
 
 // The sites in the order of the squares of a grid in which they lie, so that those around a site are three
@@ -22,10 +22,13 @@ class SiteGrid {
     SiteGrid(const Survey& survey, double side) {
         const double* const x = survey.SiteData.column(kX);
         const double* const y = survey.SiteData.column(kY);
+        const double middleX = medianOfColumn(survey, kX);
+        const double middleY = medianOfColumn(survey, kY);
         std::vector<std::pair<std::uint64_t, SiteIndex>> order;
         order.reserve(static_cast<std::size_t>(survey.NumSites));
         for (SiteIndex i = 0; i < survey.NumSites; ++i)
-            order.push_back({squareOf(intBelow((x[i] - x[0]) / side), intBelow((y[i] - y[0]) / side)), i});
+            order.push_back(
+                {squareOf(intBelow((x[i] - middleX) / side), intBelow((y[i] - middleY) / side)), i});
         std::sort(order.begin(), order.end());
         for (const auto& [square, site] : order) {
             squares.push_back(square);
@@ -46,7 +49,8 @@ class SiteGrid {
     std::vector<SiteIndex> sites;        ///< of each entry
 
   private:
-    // Lines of squares lie one behind the other. Sites beyond all squares are in the outermost ones.
+    // Lines of squares lie one behind the other, around the middle of the survey. Sites beyond all squares
+    // are in the outermost ones.
     static std::uint64_t squareOf(int column, int line) {
         static constexpr int kMost = (1 << 30) - 1;
         const auto clamped = [](int i) {
@@ -63,7 +67,7 @@ class SurroundingsSearch {
         : run_(run), grid_(run.survey, run.parameters.radius), x_(ordered(kX)), y_(ordered(kY)) {
         for (const int column : run.readings()) {
             const double noise = readingNoise(run.survey, column);
-            readings_.push_back({ordered(column), noise, noise * run.parameters.aroundThreshold});
+            readings_.push_back({ordered(column), {}, noise, noise * run.parameters.aroundThreshold});
         }
     }
 
@@ -84,7 +88,7 @@ class SurroundingsSearch {
 
   private:
     struct Reading {
-        std::vector<double> values;
+        std::vector<double> values, around;
         double noise, allowed;
     };
 
@@ -98,35 +102,32 @@ class SurroundingsSearch {
         return values;
     }
 
+    // Puts the sites around a square side by side.
     void lookAround(std::uint64_t square) {
-        SiteIndex all = 0;
-        for (int line = -1; line <= 1; ++line) {
-            const IndexRange entries = grid_.entriesBeside(square, line);
-            around_[index(line + 1)] = entries;
-            all += entries.count();
-        }
-        every_ = (all + kMostAround - 1) / kMostAround;
+        const std::array<IndexRange, 3> lines = {
+            grid_.entriesBeside(square, -1), grid_.entriesBeside(square, 0), grid_.entriesBeside(square, 1)};
+        const SiteIndex all = lines[0].count() + lines[1].count() + lines[2].count();
+        const SiteIndex every = (all + kMostAround - 1) / kMostAround;
+        around_.clear();
+        for (const IndexRange& entries : lines)
+            for (SiteIndex j = entries.first; j < entries.last; j += every)
+                around_.push_back(j);
+        gatherAround(x_, xAround_);
+        gatherAround(y_, yAround_);
+        for (Reading& reading : readings_)
+            gatherAround(reading.values, reading.around);
     }
 
-    // Calls act(entry, whether it lies within the radius) for the sites around entry i but itself.
-    template <typename Act>
-    void forEachAround(SiteIndex i, Act act) const {
-        const double x = x_[index(i)];
-        const double y = y_[index(i)];
-        for (const IndexRange& entries : around_)
-            for (SiteIndex j = entries.first; j < entries.last; j += every_) {
-                const double dx = x_[index(j)] - x;
-                const double dy = y_[index(j)] - y;
-                act(j, dx * dx + dy * dy <= square_ && j != i);
-            }
+    void gatherAround(const std::vector<double>& values, std::vector<double>& around) const {
+        around.clear();
+        for (const SiteIndex entry : around_)
+            around.push_back(values[index(entry)]);
     }
 
     // As for spikes along a row: only a value from which more than half of those around are further than
     // noise allows, all on one side, can be unlike them.
     bool mayBeUnlike(SiteIndex i, const Reading& reading) const {
-        Counts counts;
-        for (const IndexRange& entries : around_)
-            count(i, reading, entries, counts);
+        const Counts counts = countAround(i, reading);
         const double all = counts.total(counts.all) - 1;  // itself is neither below nor above
         return all >= kFewestAround &&
                2 * std::max(counts.total(counts.below), counts.total(counts.above)) >= all;
@@ -134,19 +135,21 @@ class SurroundingsSearch {
 
     // Several counts side by side, which the compiler keeps in vectors.
     struct Counts {
-        static constexpr int kLanes = 4;
+        static constexpr std::size_t kLanes = 4;
         using Lanes = std::array<double, kLanes>;
         Lanes all{}, below{}, above{};
         static double total(const Lanes& lanes) { return lanes[0] + lanes[1] + lanes[2] + lanes[3]; }
     };
 
-    void count(SiteIndex i, const Reading& reading, const IndexRange& entries, Counts& counts) const {
-        const double* const values = reading.values.data();
-        const double* const xs = x_.data();
-        const double* const ys = y_.data();
-        const double x = xs[i], y = ys[i], square = square_;
-        const double low = values[i] - reading.allowed, high = values[i] + reading.allowed;
-        const auto look = [&](SiteIndex j, std::size_t lane) {
+    Counts countAround(SiteIndex i, const Reading& reading) const {
+        const double* const values = reading.around.data();
+        const double* const xs = xAround_.data();
+        const double* const ys = yAround_.data();
+        const double x = x_[index(i)], y = y_[index(i)], square = square_;
+        const double value = reading.values[index(i)];
+        const double low = value - reading.allowed, high = value + reading.allowed;
+        Counts counts;
+        const auto look = [&](std::size_t j, std::size_t lane) {
             const double dx = xs[j] - x;
             const double dy = ys[j] - y;
             const double isNear = dx * dx + dy * dy <= square ? 1 : 0;
@@ -154,19 +157,22 @@ class SurroundingsSearch {
             counts.below[lane] += values[j] < low ? isNear : 0;
             counts.above[lane] += values[j] > high ? isNear : 0;
         };
-        SiteIndex j = entries.first;
-        for (; every_ == 1 && j + Counts::kLanes <= entries.last; j += Counts::kLanes)
+        std::size_t j = 0;
+        for (; j + Counts::kLanes <= around_.size(); j += Counts::kLanes)
             for (std::size_t lane = 0; lane < Counts::kLanes; ++lane)
-                look(j + static_cast<SiteIndex>(lane), lane);
-        for (; j < entries.last; j += every_)
+                look(j + lane, lane);
+        for (; j < around_.size(); ++j)
             look(j, 0);
+        return counts;
     }
 
     bool isUnlikeOthers(SiteIndex i, const Reading& reading) {
         others_.clear();
-        forEachAround(i, [&](SiteIndex j, bool isNear) {
-            if (isNear) others_.push_back(reading.values[index(j)]);
-        });
+        for (std::size_t j = 0; j < around_.size(); ++j) {
+            const double dx = xAround_[j] - x_[index(i)];
+            const double dy = yAround_[j] - y_[index(i)];
+            if (dx * dx + dy * dy <= square_ && around_[j] != i) others_.push_back(reading.around[j]);
+        }
         return isUnlike(reading.values[index(i)], others_, run_.parameters.aroundThreshold, reading.noise);
     }
 
@@ -175,8 +181,9 @@ class SurroundingsSearch {
     SiteGrid grid_;
     std::vector<double> x_, y_;
     std::vector<Reading> readings_;
-    std::array<IndexRange, 3> around_{};  ///< the entries around the square under way
-    SiteIndex every_ = 1;                 ///< of these each so manieth
+    // Around the square under way: entries, and where they lie.
+    std::vector<SiteIndex> around_;
+    std::vector<double> xAround_, yAround_;
     std::vector<double> others_;
 };
 
