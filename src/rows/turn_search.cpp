@@ -174,10 +174,10 @@ class RowEnds {
             const auto first = rows.size();
             for (; next < stretches.size() && stretches[next].first < piece.last; ++next)
                 rows.push_back(reaching(stretches, next, piece));
-            const auto isShort = [this](const IndexRange& sites) { return isTooShort(sites); };
-            const auto begin = rows.begin() + static_cast<std::ptrdiff_t>(first);
-            rows.erase(std::remove_if(begin, rows.end(), isShort), rows.end());
+            // What is too short by itself takes no site from others, and what others leave may be too short.
+            dropShort(rows, first);
             separate(rows, first);
+            dropShort(rows, first);
         }
         return rows;
     }
@@ -227,6 +227,12 @@ class RowEnds {
             before = withoutStrayEnds(path_, {before.first, middle});
             behind = withoutStrayEnds(path_, {middle, behind.last});
         }
+    }
+
+    void dropShort(std::vector<IndexRange>& rows, std::size_t first) const {
+        const auto isShort = [this](const IndexRange& sites) { return isTooShort(sites); };
+        const auto begin = rows.begin() + static_cast<std::ptrdiff_t>(first);
+        rows.erase(std::remove_if(begin, rows.end(), isShort), rows.end());
     }
 
     bool isTooShort(const IndexRange& sites) const {
