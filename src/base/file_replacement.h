@@ -39,7 +39,8 @@ class FileReplacement {
 
     /// Does that for two files that belong together: whatever fails, both are the new ones or both are as
     /// they were, but where the program or the power ends between their two changes of name. Files that
-    /// would have to be written in place are refused.
+    /// would have to be written in place are refused, and two that are the same one. An old file that cannot
+    /// be put back is left beside its name, as the error tells (".old-1").
     static void commitTogether(FileReplacement& first, FileReplacement& second);
 
   private:
@@ -50,6 +51,7 @@ class FileReplacement {
     void flush();
     void makeReady();
     bool takePlace();
+    bool isSameFileAs(const FileReplacement& other) const;
     void makeReadyToReplace();
     void replace();
     void reportDelayedErrors();

@@ -134,7 +134,21 @@ TEST_P(JointReplacement, SaysWhereTheOldFileIsWhenItCannotBePutBack) {
     const std::string told = "field.record.yaml is the new one all the same, the old one lies in ";
     const std::size_t at = failure.find(told);
     ASSERT_NE(at, std::string::npos) << failure;
-    EXPECT_EQ(readFile(failure.substr(at + told.size())), "old first");
+    const std::string aside = failure.substr(at + told.size());
+    EXPECT_EQ(readFile(aside), "old first");
+    EXPECT_EQ(aside, first() + ".old-1") << "under a name of a leftover it would be removed later";
+    EXPECT_EQ(filesIn(folder), GetParam().secondExists ? 3U : 2U);
+}
+
+TEST_P(JointReplacement, LeavesAnEarlierOldFileAlone) {
+    writeFile(first() + ".old-1", "older");
+    replaceBoth();
+    for (long failing = 1;; ++failing) {
+        restore();
+        writeFile(first() + ".old-1", "older");
+        if (failureOf(failing, true) == "over") break;
+        EXPECT_EQ(readFile(first() + ".old-1"), "older") << failing;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -163,6 +177,27 @@ TEST(ReplacedTogether, AFileOfSeveralNamesIsRefused) {
         }
         EXPECT_EQ(readFile(folder / "one.txt"), "old one");
         EXPECT_EQ(readFile(folder / "second name.txt"), "old other");
+    }
+}
+
+TEST(ReplacedTogether, OneFileUnderTwoNamesIsRefused) {
+    for (const bool exists : {false, true}) {
+        const TemporaryFolder folder;
+        if (exists) writeFile(folder / "field.txt", "old");
+        std::filesystem::create_symlink("./field.txt", folder / "field.record.yaml");
+        FileReplacement record(folder / "field.record.yaml"), field(folder / "field.txt");
+        try {
+            FileReplacement::commitTogether(record, field);
+            FAIL() << "was not refused";
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(error.description(), folder /
+                                               "field.txt cannot be replaced together with another file: "
+                                               "the name of the other one leads to it too");
+        }
+        EXPECT_EQ(std::filesystem::exists(folder / "field.txt"), exists);
+        if (exists) {
+            EXPECT_EQ(readFile(folder / "field.txt"), "old");
+        }
     }
 }
 
