@@ -39,9 +39,12 @@ const char* whyNotInput(const std::string& path, const struct stat& status) {
     return known && isOfTheKernel(fileSystem) ? "it is a file of the system's own" : nullptr;
 }
 
+// The clock reaches 292 years from 1970, a file's time further: then it is the clock's first or last second.
 FileState stateIn(const struct stat& status) {
     using namespace std::chrono;
-    const auto modified = seconds(status.st_mtim.tv_sec) + nanoseconds(status.st_mtim.tv_nsec);
+    constexpr auto kFurthest = duration_cast<seconds>(system_clock::duration::max()) - seconds(1);
+    const auto whole = std::clamp<seconds>(seconds(status.st_mtim.tv_sec), -kFurthest, kFurthest);
+    const auto modified = whole + nanoseconds(status.st_mtim.tv_nsec);
     return {status.st_size, system_clock::time_point(duration_cast<system_clock::duration>(modified))};
 }
 

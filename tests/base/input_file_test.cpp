@@ -8,6 +8,8 @@
 
 #include <cerrno>
 #include <chrono>
+#include <ctime>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/inotify.h>
 #include <sys/stat.h>
@@ -69,6 +71,22 @@ TEST(InputFile, IsRefusedBeforeItIsOpened) {
     EXPECT_EQ(::read(openings, &opened, sizeof opened), -1);
     EXPECT_EQ(errno, EAGAIN);
     ::close(openings);
+}
+
+TEST(InputFile, OfATimeBeyondTheClockIsOfItsFurthestSecond) {
+    const TemporaryFolder folder;
+    writeFile(folder / "a.dat", "12345");
+    const auto modifiedAt = [&](std::time_t seconds) {
+        const timespec times[] = {{seconds, 999999999}, {seconds, 999999999}};
+        EXPECT_EQ(::utimensat(AT_FDCWD, (folder / "a.dat").c_str(), times, 0), 0);
+        return stateOfInputFile(folder / "a.dat").modified;
+    };
+    // A file system may keep a nearer time itself.
+    constexpr std::time_t kYear = 31556952;
+    const auto now = std::chrono::system_clock::now();
+    EXPECT_GT(modifiedAt(330 * kYear), now);
+    EXPECT_GT(modifiedAt(470 * kYear), now);
+    EXPECT_LT(modifiedAt(-330 * kYear), std::chrono::system_clock::time_point());
 }
 
 TEST(InputFile, GivesItsFirstBytes) {
