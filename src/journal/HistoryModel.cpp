@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journal/HistoryModel.h"
 
+#include "desktop/FileNames.h"
+
 #include <QApplication>
 #include <QDateTime>
 #include <QFont>
@@ -58,7 +60,7 @@ QString HistoryModel::textOf(int line, int column) const {
         case kTime:
             return timeOf(act);
         case kWhat:
-            return QString::fromStdString(act.words);
+            return legible(fromPath(act.words));
         case kSites:
             return QString::number(act.sites);
         default:

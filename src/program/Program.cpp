@@ -15,6 +15,7 @@
 #include "app/survey_facts.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
+#include "desktop/FileNames.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
@@ -221,7 +222,7 @@ class Program : public QObject {
         const QString did = from > to ? u"Taken back: "_s : u"Done again: "_s;
         const std::size_t acts = from > to ? from - to : to - from;
         if (acts > 1) return did + u"%1 acts"_s.arg(acts);
-        return did + QString::fromStdString(theJournal().act(std::min(from, to)).words);
+        return did + legible(fromPath(theJournal().act(std::min(from, to)).words));
     }
 
     void takeAwayRowDialog() {
@@ -312,9 +313,7 @@ class Program : public QObject {
         main_.mnuHistory->setEnabled(journal.size() + journal.forgotten() > 0);
     }
 
-    static QString inMenu(const std::string& text) {
-        return QString::fromStdString(text).replace(u'&', u"&&"_s);
-    }
+    static QString inMenu(const std::string& text) { return legible(fromPath(text)).replace(u'&', u"&&"_s); }
 
     void surveyChanged() {
         redrawView();

@@ -3,6 +3,7 @@
 // it works, by choosing, typing, dropping and pasting, and every name can be read in what is shown.
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
+#include "journal/HistoryModel.h"
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
@@ -84,6 +85,18 @@ TEST_F(ForeignNames, GoThroughImportLogAndExport) {
                   fromPath(folder.path()) + u"/Gel\\xE4nde/aus\\xFC.txt"_s);
     });
     EXPECT_EQ(readFile(place + "/aus\xFC.txt").find(" 1000000 "), 0U);
+}
+
+TEST_F(ForeignNames, CanBeReadInWhatIsToldOfAnImport) {
+    expectTrimbleReport(2, 1);
+    importTrimbleFile(*main, sensorEntries(place + "/fr\xFCh.dat"));
+    HistoryModel history;
+    history.follow();
+    const QString told = history.data(history.index(1, HistoryModel::kWhat), Qt::DisplayRole).toString();
+    EXPECT_EQ(told, u"Imported fr\\xFCh.dat with 2 sites"_s);
+    EXPECT_EQ(main->mnuUndo->text(), u"&Undo: import fr\\xFCh.dat"_s);
+    chooseItem(*main, u"mnuUndo"_s);
+    EXPECT_EQ(main->lblMessage->text(), u"Taken back: "_s + told);
 }
 
 TEST_F(ForeignNames, AreTakenByTheGenericImportHoweverTheyAreGiven) {
