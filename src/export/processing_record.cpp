@@ -92,14 +92,14 @@ class RecordWriter {
         });
     }
 
-    void writeField(const RecordedField& field) {
+    void writeField(const FieldPlace& field) {
         yaml_.text("field", field.name);
         if (field.last == 0) return yaml_.number("place", std::int64_t{field.first});
         yaml_.number("first_column", std::int64_t{field.first});
         yaml_.number("last_column", std::int64_t{field.last});
     }
 
-    void writeRejection(const RecordedRejection& rejection) {
+    void writeRejection(const RejectedLines& rejection) {
         yaml_.text("reason", rejection.reason);
         yaml_.number("lines", rejection.lines);
         yaml_.number("first_line", rejection.firstLine);
@@ -114,10 +114,10 @@ class RecordWriter {
             yaml_.plain("time", timeText(import.time));
             yaml_.text("kind", import.kind);
             writeValues(import.parameters);
-            yaml_.list("layout", import.fields, [this](const RecordedField& each) { writeField(each); });
+            yaml_.list("layout", import.fields, [this](const FieldPlace& each) { writeField(each); });
             yaml_.number("lines_read", import.linesRead);
             yaml_.list("rejected", import.rejected,
-                       [this](const RecordedRejection& each) { writeRejection(each); });
+                       [this](const RejectedLines& each) { writeRejection(each); });
             counts(import.sites, import.rows);
         });
     }

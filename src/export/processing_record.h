@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/lines_read.h"
 #include "base/input_file.h"
 #include "base/program_version.h"
 #include "export/transect_file.h"
@@ -32,29 +33,15 @@ struct RecordedFile {
     std::string note;    ///< says why
 };
 
-/// Where a value stands on a line of the sensor file.
-struct RecordedField {
-    std::string name;
-    int first = 0;  ///< column of characters, from 1; of a file with separators the value's place
-    int last = 0;   ///< column of characters; 0 for a file with separators
-};
-
-/// Lines that were rejected for one reason.
-struct RecordedRejection {
-    std::string reason;
-    std::int64_t lines = 0;
-    std::int64_t firstLine = 0;
-};
-
 struct RecordedImport {
     RecordedFile file;
     RecordTime time;
     std::string kind;  ///< of file, in words
     RecordedValues parameters;
-    std::vector<RecordedField> fields;
+    std::vector<FieldPlace> fields;
     std::int64_t linesRead = 0;
-    std::vector<RecordedRejection> rejected;
-    std::int64_t sites = 0;  ///< right after the import, as rows
+    std::vector<RejectedLines> rejected;  ///< the reasons without the arrow of the error log
+    std::int64_t sites = 0;               ///< right after the import, as rows
     int rows = 0;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/lines_read.h"
 #include "base/input_file.h"
 #include "import/file_kind.h"
 
@@ -9,20 +10,6 @@
 #include <vector>
 
 namespace tessel {
-
-/// The lines or records of a file that were rejected for one reason.
-struct RejectedLines {
-    std::string reason;  ///< in the words of the error log
-    std::int64_t lines = 0;
-    std::int64_t firstLine = 0;  ///< number of the first one in the file, from 1
-};
-
-/// Where a value stands on a line.
-struct FieldPlace {
-    std::string name;
-    int first = 0;  ///< column of characters, from 1; of a delimited file the value's place in the record
-    int last = 0;   ///< column of characters; 0 for a delimited file
-};
 
 /// What an import found in its file, beside the survey that it made of it.
 struct ImportSummary {

@@ -46,11 +46,11 @@ RecordedImport recordedImport(const Survey& survey, const ImportSummary& summary
     import.file.state = summary.file;
     import.kind = summary.fixedColumns ? "fixed columns" : "separated values";
     import.parameters = parametersOf(survey, summary);
-    for (const FieldPlace& field : summary.fields)
-        import.fields.push_back({field.name, field.first, field.last});
+    import.fields = summary.fields;
     import.linesRead = summary.linesRead;
-    for (const RejectedLines& rejected : summary.rejected)
-        import.rejected.push_back({bareReason(rejected.reason), rejected.lines, rejected.firstLine});
+    import.rejected = summary.rejected;
+    for (RejectedLines& rejected : import.rejected)
+        rejected.reason = bareReason(rejected.reason);
     import.sites = survey.NumSites;
     import.rows = survey.NumRows;
     return import;
