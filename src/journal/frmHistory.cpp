@@ -26,9 +26,8 @@ frmHistory::frmHistory(QWidget* parent) : QDialog(parent), model_(new HistoryMod
     header->resizeSection(HistoryModel::kNumber, width("10000"));
     // As wide as the lines in sight need, however many there are.
     header->setResizeContentsPrecision(0);
-    header->setSectionResizeMode(HistoryModel::kTime, QHeaderView::ResizeToContents);
-    header->resizeSection(HistoryModel::kSites, width("10000000"));
-    header->resizeSection(HistoryModel::kRows, width("10000"));
+    for (const int column : {HistoryModel::kTime, HistoryModel::kSites, HistoryModel::kRows})
+        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(HistoryModel::kWhat, QHeaderView::Stretch);
     connect(lstHistory, &QTreeView::clicked, this, [this](const QModelIndex& line) { choose(line); });
     lstHistory->installEventFilter(this);
