@@ -224,7 +224,7 @@ QRectF PictureBox::area() const {
     return {0, 0, std::max(1.0, 1.0 * width()), std::max(1.0, 1.0 * height())};
 }
 
-void PictureBox::follow(Pointer pointer, const QPointF& pixel) {
+void PictureBox::follow(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers) {
     const QPointF place = toScale(pixel);
     if (pointer == Pointer::kPressed) Q_EMIT pointerPressed(place.x(), place.y());
     if (pointer == Pointer::kReleased) Q_EMIT pointerReleased(place.x(), place.y());

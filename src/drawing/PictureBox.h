@@ -85,7 +85,7 @@ class PictureBox : public Surface {
   protected:
     QRectF area() const override;
     QPointF pixelOf(const QPointF& place) const override { return toPixel(place.x(), place.y()); }
-    void follow(Pointer pointer, const QPointF& pixel) override;
+    void follow(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held) override;
     void zoomView(const QPointF& around, double xFactor, double yFactor) override;
     void moveView(double right, double down) override;
     bool returnView() override;

@@ -157,7 +157,7 @@ void Surface::leaveEvent(QEvent*) {
 }
 
 void Surface::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) follow(Pointer::kPressed, event->position());
+    if (event->button() == Qt::LeftButton) follow(Pointer::kPressed, event->position(), event->modifiers());
     if (!dragsView(*event)) return;
     dragged_ = pressed_ = event->position();
     hasMoved_ = false;
@@ -170,7 +170,7 @@ void Surface::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void Surface::mouseMoveEvent(QMouseEvent* event) {
-    if (!dragged_) return follow(Pointer::kMoved, event->position());
+    if (!dragged_) return follow(Pointer::kMoved, event->position(), event->modifiers());
     hasMoved_ = hasMoved_ || (event->position() - pressed_).manhattanLength() > kShaking;
     const QPointF by = event->position() - *dragged_;
     dragged_ = event->position();
@@ -178,7 +178,7 @@ void Surface::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Surface::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) follow(Pointer::kReleased, event->position());
+    if (event->button() == Qt::LeftButton) follow(Pointer::kReleased, event->position(), event->modifiers());
     if (!dragsView(*event) || !dragged_) return;
     dragged_.reset();
     if (event->button() == Qt::RightButton && !hasMoved_) showMenu(nearestPixel(event->globalPosition()));

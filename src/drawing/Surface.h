@@ -49,8 +49,8 @@ class Surface : public QWidget {
     virtual QRectF area() const = 0;
     virtual QPointF pixelOf(const QPointF& place) const = 0;
     /// The pointer at a place in pixels: its left button pressed (both presses of a double click too) or
-    /// released, or no view being dragged.
-    virtual void follow(Pointer pointer, const QPointF& pixel) = 0;
+    /// released, or no view being dragged; and the keys that are held.
+    virtual void follow(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held) = 0;
     /// Makes the view so many times as wide and high around a place given in parts of the area, from its
     /// upper left corner.
     virtual void zoomView(const QPointF& around, double xFactor, double yFactor) = 0;

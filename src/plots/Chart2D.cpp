@@ -165,6 +165,13 @@ QString Chart2D::footerText() const {
     return d_->frame.footer();
 }
 
+std::vector<qsizetype> Chart2D::pointsIn(Group group, int series, const QRectF& box) const {
+    const Rectangle pixels = Rectangle::at(box.left(), box.top(), box.width(), box.height());
+    const std::vector<std::int64_t> found =
+        tessel::pointsIn(d_->series(group, series).points, d_->map(group), pixels);
+    return {found.begin(), found.end()};
+}
+
 Chart2D::PixelData Chart2D::pixelToData(QPoint pixel) const {
     const PixelMap map = d_->map(kData);
     const double x = pixel.x() + 0.5;
@@ -193,17 +200,6 @@ Chart2D::Nearest Chart2D::nearestPoint(Group group, QPoint pixel, int within) co
     const double across = std::floor(map.pixelX(at.x)) - pixel.x();
     const double down = std::floor(map.pixelY(at.y)) - pixel.y();
     return {found.series, static_cast<qsizetype>(found.point), nearestInt(std::hypot(across, down))};
-}
-
-void Chart2D::showLevel(double y) {
-    if (d_->level == y) return;
-    d_->level = y;
-    update();
-}
-
-void Chart2D::hideLevel() {
-    d_->level.reset();
-    update();
 }
 
 bool Chart2D::isZoomed() const {
@@ -272,11 +268,6 @@ QRectF Chart2D::area() const {
     return d_->laidOut().area;
 }
 
-void Chart2D::follow(Pointer pointer, const QPointF& pixel) {
-    if (pointer == Pointer::kPressed) Q_EMIT pointerPressed(pixelAt(pixel));
-    if (pointer == Pointer::kMoved) Q_EMIT pointerMoved(pixelAt(pixel));
-}
-
 void Chart2D::zoomView(const QPointF& around, double xFactor, double yFactor) {
     d_->views.zoom(around.x(), xFactor, 1 - around.y(), yFactor);
     d_->showViews();
@@ -288,6 +279,8 @@ void Chart2D::moveView(double right, double down) {
 }
 
 bool Chart2D::returnView() {
+    // The second press of a double click takes back what the first one did, in the view that both meant.
+    finishBox();
     resetView();
     return true;
 }
@@ -303,6 +296,7 @@ void Chart2D::paintEvent(QPaintEvent*) {
     painter.drawImage(QPoint(0, 0), d_->picture);
     d_->frame.paint(painter, rect(), d_->groups);
     d_->paintLevel(painter);
+    d_->paintBox(painter);
     paintOverlays(painter);
 }
 

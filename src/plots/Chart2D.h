@@ -11,6 +11,7 @@
 #include <limits>
 #include <memory>
 #include <span>
+#include <vector>
 
 namespace tessel {
 
@@ -125,11 +126,20 @@ class Chart2D : public Surface {
     /// The point shown in the plot area that is nearest to a pixel. Points farther away than `within` pixels
     /// need not be found: a pointer that reads out asks for no others, and few points are looked at then.
     Nearest nearestPoint(Group group, QPoint pixel, int within = kAnyDistance) const;
+    /// The points of a series that are shown within a box of pixels, its edges included, in their order.
+    std::vector<qsizetype> pointsIn(Group group, int series, const QRectF& box) const;
 
-    /// A thin line over the plot at a height of the Y axis, for a value that is being chosen. Costs no
-    /// drawing of the plot; never printed.
-    void showLevel(double y);
+    /// From now on boxes can be drawn over the plot: by dragging with the left button and Shift (boxDrawn). A
+    /// press with Shift that comes to no drag is told like any other when the button is released.
+    void offerBoxes();
+
+    /// A thin line over the plot at a height of the Y axis, for a value that is being chosen, with this text
+    /// at its end. Costs no drawing of the plot; never printed.
+    void showLevel(double y, const QString& text = {});
     void hideLevel();
+    /// Whether the user can move the level: by dragging it, or by a click with Ctrl at its new height. It
+    /// moves when the owner shows it there (levelMoved).
+    void setLevelMovable(bool movable);
 
     bool isZoomed() const;
     void resetView();
@@ -158,12 +168,17 @@ class Chart2D : public Surface {
   Q_SIGNALS:
     void pointerPressed(QPoint pixel);  ///< left button; both presses of a double click
     void pointerMoved(QPoint pixel);
+    /// A box in pixels, within the plot area; `taking` when Ctrl was held too: what it holds is to be taken
+    /// away.
+    void boxDrawn(const QRectF& box, bool taking);
+    /// The user wants the level at this height of the Y axis, in digits as fine as pixels.
+    void levelMoved(double y);
     void redrawn();  ///< the plot has been drawn anew (a footer does not count)
 
   protected:
     QRectF area() const override;
     QPointF pixelOf(const QPointF& place) const override { return dataToPixel(place.x(), place.y()); }
-    void follow(Pointer pointer, const QPointF& pixel) override;
+    void follow(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held) override;
     void zoomView(const QPointF& around, double xFactor, double yFactor) override;
     void moveView(double right, double down) override;
     bool returnView() override;
@@ -172,6 +187,10 @@ class Chart2D : public Surface {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    bool followBox(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held);
+    bool followLevel(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held);
+    void finishBox();
+
     struct Private;
     const std::unique_ptr<Private> d_;
 };

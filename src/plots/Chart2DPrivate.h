@@ -20,6 +20,14 @@ namespace tessel {
 // For the files of Chart2D alone.
 
 struct Chart2D::Private {
+    /// In pixels.
+    struct Box {
+        QPointF from, to;
+        bool taking = false;
+        /// More than a hand shakes.
+        bool isDrawn() const { return (to - from).manhattanLength() > kPickDistance; }
+    };
+
     explicit Private(Chart2D& owner) : chart(owner) {}
 
     std::vector<ChartSeries>& group(Group g) {
@@ -87,13 +95,13 @@ struct Chart2D::Private {
         Q_EMIT chart.redrawn();
     }
 
-    void paintLevel(QPainter& painter) {
-        const PixelMap pixels = map(kData);
-        if (!level || !pixels.area.y.contains(pixels.pixelY(*level))) return;
-        painter.setPen(QPen(lineColour(kRed), 1, Qt::DashLine));
-        painter.drawLine(QPointF(pixels.area.x.from, pixels.pixelY(*level)),
-                         QPointF(pixels.area.x.to, pixels.pixelY(*level)));
-    }
+    // Chart2DHand.cpp
+    void paintLevel(QPainter& painter);
+    void paintLevelText(QPainter& painter, const QPointF& end);
+    void paintBox(QPainter& painter) const;
+    bool isAtLevel(const QPointF& pixel);
+    QRectF drawnBox() const;
+    void updateBox() const;
 
     Chart2D& chart;
     ChartPlot::Groups groups;
@@ -103,6 +111,11 @@ struct Chart2D::Private {
     std::optional<ChartPlot::Layout> layout;
     QImage picture;
     std::optional<double> level;
+    QString levelText;
+    bool levelMovable = false;
+    bool movesLevel = false;  ///< the button that moves it is down
+    bool offersBoxes = false;
+    std::optional<Box> box;  ///< while its button is down
     bool stale = true;
     int batches = 0;
     QPointer<Chart2D> companion;  ///< the chart whose horizontal view is this one's too

@@ -90,7 +90,7 @@ double ColourScale::readingAt(double pixel) const {
     return view_.nearest(view_.at((area().bottom() - pixel) / area().height()));
 }
 
-void ColourScale::follow(Pointer pointer, const QPointF& pixel) {
+void ColourScale::follow(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers) {
     if (pointer == Pointer::kPressed) dragged_ = Interval{pixel.y(), pixel.y()};
     if (!dragged_) return;
     dragged_->to = pixel.y();

@@ -46,7 +46,7 @@ class ColourScale : public Surface {
   protected:
     QRectF area() const override { return strip(rect()); }
     QPointF pixelOf(const QPointF& place) const override;
-    void follow(Pointer pointer, const QPointF& pixel) override;
+    void follow(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held) override;
     void zoomView(const QPointF& around, double xFactor, double yFactor) override;
     void moveView(double right, double down) override;
     bool returnView() override;

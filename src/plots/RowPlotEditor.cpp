@@ -11,6 +11,7 @@
 #include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
+#include "plots/reading_colours.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_acts.h"
 #include "rows/row_detection.h"
@@ -92,6 +93,8 @@ void RowPlotEditor::joinControls() {
     join(cmdSplit, &RowPlotEditor::cmdSplit_Click);
     join(Option1, &RowPlotEditor::Option1_Click);
     join(Option2, &RowPlotEditor::Option2_Click);
+    connect(picLocator, &FieldLocator::rowClicked, this,
+            [this](int row) { runGuarded(this, [&] { goToRow(row); }); });
     connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
     connect(Text1, &QLineEdit::textEdited, this, guarded(this, [this] { Text1_Change(); }));
     connect(Text1, &QLineEdit::returnPressed, Command3, &QPushButton::click);
@@ -110,6 +113,10 @@ void RowPlotEditor::joinChart(Chart2D* chart) {
     connect(chart, &Chart2D::pointerPressed, this,
             // (The analyzer loses whose slot it is.) NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
             [this, chart](QPoint pixel) { runGuarded(this, [&] { press(chart, pixel); }); });
+    chart->offerBoxes();
+    connect(chart, &Chart2D::boxDrawn, this, [this, chart](const QRectF& box, bool taking) {
+        runGuarded(this, [&] { takeBox(chart, box, taking); });
+    });
     connect(chart, &Chart2D::pointerMoved, this, [this, chart](QPoint pixel) { readOut(chart, pixel); });
     connect(chart, &Chart2D::pointerLeft, this, [this, chart] { clearReadOut(chart); });
 }
@@ -134,6 +141,7 @@ void RowPlotEditor::openAtRowOne(bool byX) {
     Text1->clear();
     Option1->setChecked(true);
     Option1_Click();
+    picLocator->followSurvey();
     show();
     showRow(1);
 }
@@ -148,6 +156,7 @@ void RowPlotEditor::showRow(int row) {
 bool RowPlotEditor::redraw() {
     if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
     theJournal().recount(countPoints);
+    picLocator->followSurvey();
     const Survey& survey = theSurvey();
     // While the map is open, rows that it has emptied still have their numbers, and no sites.
     const int last = std::min(survey.NumRows, survey.RowIndex);
@@ -186,6 +195,7 @@ std::span<const double> RowPlotEditor::across() const {
 void RowPlotEditor::Row_Plot() {
     Chart2D3->beginBatch();
     selection_.clear();
+    showNotice({});
     rowEmptied_ = false;
     cursor_ = 0;
     fillProfile();
@@ -194,6 +204,7 @@ void RowPlotEditor::Row_Plot() {
     Chart2D3->setAxisTitle(Chart2D::Axis::kX, QString::fromLatin1(coordinateTitle(alongColumn(PlotByX))));
     Chart2D3->setAxisTitle(Chart2D::Axis::kY, u"ECa (mS/m)"_s);
     Draw_Row_Map();
+    picLocator->showRow(sites(), rowColour(CurrentRow));
     drawHighlights();
     Chart2D3->endBatch();
     showCharts();
@@ -243,6 +254,7 @@ void RowPlotEditor::drawHighlights() {
         const Chart2D::Point place = Chart2D4->point(Chart2D::kData, 1, selected);
         Chart2D4->setPoint(Chart2D::kHighlight, 1, i + 1, place.x, place.y);
     }
+    locateSelection();
     Command5->setEnabled(selection_.SelCount > 0);
     cmdSplit->setEnabled(canSplit());
     lblSelected->setText(tr("Sites selected: %1").arg(selection_.SelCount));
@@ -321,6 +333,7 @@ void RowPlotEditor::Command5_Click() {
         const RemovedSites removed = theJournal().perform(
             deletionOfPicked(CurrentRow, selection_),
             [this](Survey& survey) { return deleteSelectedSites(survey, CurrentRow, selection_); });
+        picLocator->followSurvey();
         if (removed.rows > 0)
             showEmptiedRow();
         else
@@ -364,6 +377,7 @@ void RowPlotEditor::showShortenedRow() {
 void RowPlotEditor::showEmptiedRow() {
     rowEmptied_ = true;
     cursor_ = 0;
+    showNotice({});
     empty(*Chart2D3);
     empty(*Chart2D4);
     drawHighlights();

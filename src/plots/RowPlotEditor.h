@@ -97,6 +97,7 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void enableSteps(bool back, bool forward);
     void fillProfile();
     void drawHighlights();
+    void locateSelection();
     void showHeader();
     void showEmptiedRow();
     void showShortenedRow();
@@ -110,6 +111,10 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     void clearReadOut(Chart2D* chart);
     QString readoutOf(const Chart2D* chart, qsizetype point) const;
     void toggle(qsizetype point);
+    void takeBox(Chart2D* chart, const QRectF& box, bool taking);
+    void showSelection(const QString& notice);
+    void showNotice(const QString& notice);
+    void goToRow(int row);
 
     /// What a key does, nothing for a key of others.
     std::function<void()> editorKey(int key, Qt::KeyboardModifiers modifiers);

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "desktop/CaptionColour.h"
+#include "desktop/Guarded.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/row_plot_texts.h"
+
+#include <utility>
 
 namespace tessel {
 
@@ -60,13 +64,56 @@ void RowPlotEditor::press(Chart2D* chart, QPoint pixel) {
 }
 
 void RowPlotEditor::toggle(qsizetype point) {
-    selection_.toggle(point, along());
+    const RowSelection before = selection_;
+    const int taken = selection_.toggle(point, along());
+    const bool another = taken >= 0 && before.SelPoints[static_cast<std::size_t>(taken)] != point;
+    showSelection(another ? QString::fromStdString(otherDeselected(PlotByX)) : QString());
+}
+
+// Points of EM1, as a press picks.
+void RowPlotEditor::takeBox(Chart2D* chart, const QRectF& box, bool taking) {
+    chart->setFocus();
+    const std::vector<qsizetype> found = chart->pointsIn(Chart2D::kData, 1, box);
+    const std::vector<SiteIndex> points(found.begin(), found.end());
+    if (points.empty()) return;
+    SiteIndex left = 0;
+    if (taking)
+        selection_.deselect(points);
+    else
+        left = selection_.select(points);
+    const auto all = static_cast<SiteIndex>(points.size());
+    showSelection(left > 0 ? QString::fromStdString(tooManyInBox(all)) : QString());
+}
+
+void RowPlotEditor::showSelection(const QString& notice) {
     Chart2D3->beginBatch();
     Chart2D4->beginBatch();
     drawHighlights();
     Command6->setEnabled(false);
     Chart2D4->endBatch();
     Chart2D3->endBatch();
+    showNotice(notice);
+}
+
+void RowPlotEditor::showNotice(const QString& notice) {
+    lblNotice->setText(notice);
+    lblNotice->setVisible(!notice.isEmpty());
+    colourNotice(*lblNotice, true);
+}
+
+void RowPlotEditor::locateSelection() {
+    const auto end = selection_.SelPoints.begin() + selection_.SelCount;
+    std::vector<SiteIndex> chosen(selection_.SelPoints.begin(), end);
+    for (SiteIndex& point : chosen)
+        point += sites().first - 1;
+    picLocator->showSelected(std::move(chosen));
+}
+
+// As the step buttons do; the row that is shown keeps its selection.
+void RowPlotEditor::goToRow(int row) {
+    if (row == CurrentRow && !rowEmptied_) return;
+    const Hourglass hourglass(window());
+    showRow(row);
 }
 
 }  // namespace tessel

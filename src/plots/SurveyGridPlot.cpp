@@ -24,7 +24,12 @@ namespace tessel {
 
 namespace {
 
-constexpr int kColoursInTurn = 15;  // colour 15 is never used
+std::vector<IndexRange> allRows(const Survey& survey) {
+    std::vector<IndexRange> rows;
+    for (int row = 1; row <= survey.NumRows; ++row)
+        rows.push_back(rowSites(survey, row));
+    return rows;
+}
 
 // As rows are coloured, but for the greys, which are those of sites in turns.
 int colourOfFound(int row) {
@@ -51,7 +56,7 @@ SurveyGridPlot::SurveyGridPlot(PlotArea& area)
     offerPicture(*Chart2D2, {Chart2D2, scale});
     offerPicture(*scale, {Chart2D2, scale});
     connect(Chart2D2, &Chart2D::pointerMoved, this, &SurveyGridPlot::readOut);
-    connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText({}); });
+    connect(Chart2D2, &Chart2D::pointerLeft, Chart2D2, [this] { Chart2D2->setFooterText(restingFooter()); });
     connect(Chart2D2, &Chart2D::redrawn, scale,
             [this] { scale->alignWith(Chart2D2->plotArea().top(), Chart2D2->plotArea().bottom()); });
     connect(scale, &ColourScale::rangeChosen, this, guarded(sheet_, [this] { colourRows(); }));
@@ -69,15 +74,37 @@ void SurveyGridPlot::plot(std::optional<SiteColumn> reading) {
     Chart2D2->setFocus();
 }
 
+// Its sites may be others now: who foresees rows does so again.
 bool SurveyGridPlot::redraw() {
+    foreseen_.clear();
+    return drawAgain();
+}
+
+bool SurveyGridPlot::drawAgain() {
     if (theSurvey().NumSites == 0 || !rowsAreUsable(theSurvey())) return false;
     theJournal().recount(countPoints);
     if (reading_ == kEM2 && !theSurvey().TwoEMColumns) return false;
-    const ChartViews before = Chart2D2->views();
     if (reading_) scale->followRange(readingRange(theSurvey(), *reading_));
+    drawInSameView();
+    return true;
+}
+
+void SurveyGridPlot::drawInSameView() {
+    const ChartViews before = Chart2D2->views();
     draw();
     Chart2D2->keepViews(before);
-    return true;
+}
+
+void SurveyGridPlot::showForeseen(const std::vector<IndexRange>& rows) {
+    if (rows == foreseen_) return;
+    foreseen_ = rows;
+    if (isShown() && !reading_ && turnSeries_ == 0) drawInSameView();
+}
+
+QString SurveyGridPlot::restingFooter() const {
+    if (!foresees()) return {};
+    return foreseen_.size() == 1 ? tr("Not in force yet: 1 row")
+                                 : tr("Not in force yet: %1 rows").arg(foreseen_.size());
 }
 
 void SurveyGridPlot::draw() {
@@ -89,18 +116,19 @@ void SurveyGridPlot::draw() {
     scale->setVisible(reading_.has_value());
     Chart2D2->setHeaderText(u"Sample Grid Plot"_s);
     Chart2D2->setHeaderFont(12, true);
-    Chart2D2->setFooterText({});
+    Chart2D2->setFooterText(restingFooter());
     Chart2D2->endBatch();
 }
 
 void SurveyGridPlot::fillRows() {
     const Survey& survey = theSurvey();
-    Chart2D2->setSeriesCount(Chart2D::kData, survey.NumRows);
-    for (int row = 1; row <= survey.NumRows; ++row) {
-        const IndexRange sites = rowSites(survey, row);
-        Chart2D2->replacePoints(Chart2D::kData, row, columnOf(survey, kX, sites),
+    rows_ = foresees() ? foreseen_ : allRows(survey);
+    Chart2D2->setSeriesCount(Chart2D::kData, static_cast<int>(rows_.size()));
+    int row = 0;
+    for (const IndexRange& sites : rows_) {
+        Chart2D2->replacePoints(Chart2D::kData, ++row, columnOf(survey, kX, sites),
                                 columnOf(survey, kY, sites));
-        Chart2D2->setSymbolColour(Chart2D::kData, row, row % kColoursInTurn);
+        Chart2D2->setSymbolColour(Chart2D::kData, row, rowColour(row));
     }
 }
 
@@ -109,12 +137,11 @@ void SurveyGridPlot::colourRows() {
     const Survey& survey = theSurvey();
     scale->setTitle(QString::fromLatin1(readingTitle(*reading_)));
     const std::vector<Shade> shades = readingShades(survey, *reading_, scale->range());
-    for (int row = 1; row <= survey.NumRows; ++row) {
-        const IndexRange sites = rowSites(survey, row);
-        Chart2D2->setShades(Chart2D::kData, row,
+    int row = 0;
+    for (const IndexRange& sites : rows_)
+        Chart2D2->setShades(Chart2D::kData, ++row,
                             std::span(shades).subspan(static_cast<std::size_t>(sites.first),
                                                       static_cast<std::size_t>(sites.count())));
-    }
 }
 
 void SurveyGridPlot::showFound(const RowTurns& found) {
@@ -146,19 +173,14 @@ void SurveyGridPlot::fillFound(const RowTurns& found) {
     }
     Chart2D2->replacePoints(Chart2D::kData, turnSeries_, stretches.turnX, stretches.turnY);
     Chart2D2->setSymbolColour(Chart2D::kData, turnSeries_, kGrey);
-    foundRows_ = std::move(stretches.rows);
-}
-
-SiteIndex SurveyGridPlot::firstSiteOf(int series) const {
-    if (turnSeries_ > 0) return foundRows_[static_cast<std::size_t>(series - 1)].first;
-    return rowSites(theSurvey(), series).first;
+    rows_ = std::move(stretches.rows);
 }
 
 void SurveyGridPlot::endFound() {
     if (turnSeries_ == 0 || !isShown()) return;
     bool drawn = false;
     try {
-        drawn = redraw();
+        drawn = drawAgain();
     } catch (const RunTimeError&) {
         // Of more rows than can be shown the user is told when the plot is chosen.
     }
@@ -174,15 +196,17 @@ void SurveyGridPlot::setLimits() {
 
 void SurveyGridPlot::readOut(QPoint pixel) {
     const Chart2D::Nearest nearest = Chart2D2->nearestPoint(Chart2D::kData, pixel, Chart2D::kPickDistance);
-    if (nearest.point < 1 || nearest.distance > Chart2D::kPickDistance) return Chart2D2->setFooterText({});
+    if (nearest.point < 1 || nearest.distance > Chart2D::kPickDistance)
+        return Chart2D2->setFooterText(restingFooter());
     const Chart2D::Point at = Chart2D2->point(Chart2D::kData, nearest.series, nearest.point);
     const QString place = QString::fromStdString(mapReadout(at.x, at.y, true));
     if (nearest.series == turnSeries_) return Chart2D2->setFooterText(tr("In a turn, ") + place);
     const Survey& survey = theSurvey();
-    const SiteIndex site = firstSiteOf(nearest.series) + nearest.point - 1;
-    Chart2D2->setFooterText(tr("Row #%1, %2%3, %4")
+    const SiteIndex site = rows_[static_cast<std::size_t>(nearest.series) - 1].first + nearest.point - 1;
+    Chart2D2->setFooterText(tr("Row #%1%2, %3%4, %5")
                                 .arg(nearest.series)
-                                .arg(place, QString::fromStdString(siteNumber(survey, site)),
+                                .arg(foresees() ? tr(" (not in force yet)") : QString(), place,
+                                     QString::fromStdString(siteNumber(survey, site)),
                                      QString::fromStdString(siteReadings(survey, site))));
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/PlotArea.h"
 #include "app/survey.h"
+#include "base/geometry.h"
 #include "plots/Chart2D.h"
 #include "plots/ColourScale.h"
 #include "plots/PlotView.h"
@@ -42,6 +43,10 @@ class SurveyGridPlot : public QObject, public PlotView {
     /// Requires sites and usable rows to be drawn.
     bool redraw() override;
 
+    /// While a distance between rows is being chosen: the plot that shows rows has them as they would come
+    /// out, given as ranges of the sites as they are; none: as the survey has them. The survey is left alone.
+    void showForeseen(const std::vector<IndexRange>& rows);
+
   private:
     QWidget* const sheet_;  ///< holds chart and scale
 
@@ -52,17 +57,21 @@ class SurveyGridPlot : public QObject, public PlotView {
   private:
     void plot(std::optional<SiteColumn> reading);
     void draw();
+    bool drawAgain();
+    void drawInSameView();
     void fillRows();
     void colourRows();
     void setLimits();
+    bool foresees() const { return !reading_ && turnSeries_ == 0 && !foreseen_.empty(); }
+    QString restingFooter() const;
     void readOut(QPoint pixel);
     void fillFound(const RowTurns& found);
-    SiteIndex firstSiteOf(int series) const;
 
     PlotArea& area_;
     std::optional<SiteColumn> reading_;  ///< that is shown in colours
-    int turnSeries_ = 0;                 ///< the series of sites in turns while found rows are shown
-    std::vector<IndexRange> foundRows_;  ///< where those rows stand
+    int turnSeries_ = 0;                ///< the series of sites in turns while found rows are shown
+    std::vector<IndexRange> foreseen_;  ///< rows as they would come out
+    std::vector<IndexRange> rows_;      ///< that are shown
 };
 
 }  // namespace tessel

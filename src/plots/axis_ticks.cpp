@@ -76,6 +76,13 @@ std::string tickLabel(double value, const TickStep& ticks) {
     return {text.data(), written.ptr};
 }
 
+double roundedTo(double value, double resolution) {
+    const double unit = std::pow(10.0, std::abs(std::floor(std::log10(resolution))));
+    // Dividing by a power of ten gives the nearest Double to the decimals, multiplying by a tenth does not.
+    const double rounded = resolution < 1 ? std::round(value * unit) / unit : std::round(value / unit) * unit;
+    return std::isfinite(rounded) ? rounded : value;
+}
+
 Interval tickEnds(const Interval& axis, double step) {
     return {std::ceil(axis.low() / step) * step, std::floor(axis.high() / step) * step};
 }

@@ -27,6 +27,10 @@ std::vector<double> ticksOn(const Interval& axis, const TickStep& ticks);
 /// nobody could read (1e15 and more, or finer than 1e-9) are written as powers of ten.
 std::string tickLabel(double value, const TickStep& ticks);
 
+/// The value with as many decimals as tell it from one that is a `resolution` away, and no more: whole
+/// hundreds where that is some hundreds. Requires a resolution above 0.
+double roundedTo(double value, double resolution);
+
 /// What the labels of an axis need of its length, in pixels.
 struct TickRoom {
     double axisLength = 0;

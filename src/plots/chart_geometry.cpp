@@ -73,6 +73,15 @@ class Distances {
     Rectangle shown_;
 };
 
+/// Whether a box of data reaches into a rectangle of pixels.
+bool meets(const PixelMap& map, const Rectangle& data, const Rectangle& pixels) {
+    const auto reach = [](double a, double b, const Interval& side) {
+        return std::min(a, b) <= side.to && std::max(a, b) >= side.from;
+    };
+    return reach(map.pixelX(data.x.from), map.pixelX(data.x.to), pixels.x) &&
+           reach(map.pixelY(data.y.from), map.pixelY(data.y.to), pixels.y);
+}
+
 /// Takes points in their order and lays down the lines that remain.
 class LineBuilder {
   public:
@@ -202,25 +211,33 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
     return found;
 }
 
+std::vector<std::int64_t> pointsIn(const ChartPoints& points, const PixelMap& map, const Rectangle& box) {
+    const Distances shown(map, 0, 0);
+    const double* const x = points.x().data();
+    const double* const y = points.y().data();
+    std::vector<std::int64_t> found;
+    points.visit(
+        [&](const ChartPoints::Box& block) { return meets(map, block, box); },
+        [&](std::size_t first, std::size_t last) {
+            for (std::size_t i = std::max<std::size_t>(first, 1); i < last; ++i)
+                if (box.contains(map.pixelX(x[i]), map.pixelY(y[i])) && shown.squared(x[i], y[i]) < kNowhere)
+                    found.push_back(static_cast<std::int64_t>(i));
+        });
+    return found;
+}
+
 std::vector<IndexRange> stretchesShown(const ChartPoints& points, const PixelMap& map) {
     // A pixel more than is shown, for the rounding of other ways to the same pixels.
     const Rectangle shown = map.area.widened(1);
-    const auto meets = [](double a, double b, const Interval& side) {
-        return std::min(a, b) <= side.to && std::max(a, b) >= side.from;
-    };
     std::vector<IndexRange> stretches;
-    points.visit(
-        [&](const ChartPoints::Box& box) {
-            return meets(map.pixelX(box.x.from), map.pixelX(box.x.to), shown.x) &&
-                   meets(map.pixelY(box.y.from), map.pixelY(box.y.to), shown.y);
-        },
-        [&](std::size_t first, std::size_t last) {
-            const IndexRange next{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
-            if (!stretches.empty() && stretches.back().last == next.first)
-                stretches.back().last = next.last;
-            else
-                stretches.push_back(next);
-        });
+    points.visit([&](const ChartPoints::Box& box) { return meets(map, box, shown); },
+                 [&](std::size_t first, std::size_t last) {
+                     const IndexRange next{static_cast<std::int64_t>(first), static_cast<std::int64_t>(last)};
+                     if (!stretches.empty() && stretches.back().last == next.first)
+                         stretches.back().last = next.last;
+                     else
+                         stretches.push_back(next);
+                 });
     return stretches;
 }
 

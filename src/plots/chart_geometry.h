@@ -30,6 +30,10 @@ NearestPoint nearestPoint(std::span<const ChartSeries> series, const PixelMap& m
                           double within = std::numeric_limits<double>::infinity(),
                           const std::function<bool(std::size_t point)>& isMeant = {});
 
+/// The points (from 1) that are shown within a box of pixels, its edges included, in their order. Looks at
+/// those of the blocks that reach into it.
+std::vector<std::int64_t> pointsIn(const ChartPoints& points, const PixelMap& map, const Rectangle& box);
+
 /// The stretches of a series' points outside of which none lies in the plot area, in their order; between two
 /// of them there is at least one point.
 std::vector<IndexRange> stretchesShown(const ChartPoints& points, const PixelMap& map);

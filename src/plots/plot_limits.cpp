@@ -4,6 +4,8 @@
 #include "app/column_statistics.h"
 #include "base/bounded.h"
 
+#include <algorithm>
+
 namespace tessel {
 
 namespace {
@@ -64,13 +66,32 @@ PlotLimits emptiedRowLimits(const Survey& survey) {
                   Interval{survey.MinY, survey.MaxY}.widened(kOneSiteRoom));
 }
 
-PlotLimits surveyGridLimits(const Survey& survey) {
+Rectangle siteExtent(const Survey& survey) {
     const auto along = [&](int column) {
         const ColumnMinMax range = Column_MinMax(survey, column);
-        const Interval extent{range.minimum, range.maximum};
-        return extent.widened(bounded(extent.length()) * 0.05);
+        return Interval{range.minimum, range.maximum};
     };
-    return limits(along(kX), along(kY));
+    return {along(kX), along(kY)};
+}
+
+PixelMap fittedMap(const Rectangle& area, const Rectangle& extent) {
+    const auto fits = [](const Interval& pixels, const Interval& metres) {
+        return metres.halfLength() > 0 ? pixels.halfLength() / metres.halfLength() : kLargestDouble;
+    };
+    const auto middle = [](const Interval& side) { return side.from / 2 + side.to / 2; };
+    const double scale = std::min(fits(area.x, extent.x), fits(area.y, extent.y));
+    // One place has no size.
+    const double perMetre = scale < kLargestDouble ? scale : 1;
+    PixelMap map{area, perMetre, 0, -perMetre, 0};
+    map.xShift = middle(area.x) - middle(extent.x) * map.xScale;
+    map.yShift = middle(area.y) - middle(extent.y) * map.yScale;
+    return map;
+}
+
+PlotLimits surveyGridLimits(const Survey& survey) {
+    const auto withRoom = [](const Interval& side) { return side.widened(bounded(side.length()) * 0.05); };
+    const Rectangle extent = siteExtent(survey);
+    return limits(withRoom(extent.x), withRoom(extent.y));
 }
 
 }  // namespace tessel

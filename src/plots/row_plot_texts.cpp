@@ -3,6 +3,7 @@
 
 #include "app/survey.h"
 #include "base/numbers.h"
+#include "rows/row_selection.h"
 
 namespace tessel {
 
@@ -22,6 +23,17 @@ std::string profileReadout(double along, double eca, bool plotByX) {
 std::string mapReadout(double along, double across, bool plotByX) {
     return (plotByX ? "UTM X = " : "UTM Y = ") + pictureFormat(along, 2) +
            (plotByX ? ", UTM Y = " : ", UTM X = ") + pictureFormat(across, 2);
+}
+
+std::string tooManyInBox(std::int64_t sites) {
+    return std::to_string(sites) + " sites are in the box, and no more than " +
+           std::to_string(RowSelection::kMost) +
+           " can be selected at a time. The map or the search for suspicious sites takes more.";
+}
+
+std::string otherDeselected(bool plotByX) {
+    return std::string("Another site with the same ") + (plotByX ? "X" : "Y") +
+           " was deselected instead: sites with the same coordinate along the row count as one.";
 }
 
 const char* coordinateTitle(int column) {

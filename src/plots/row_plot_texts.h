@@ -22,6 +22,12 @@ std::string profileReadout(double along, double eca, bool plotByX);
 /// The read-out of a point of the row map, the coordinate along the row first.
 std::string mapReadout(double along, double across, bool plotByX);
 
+/// What is said of a box with more sites than can be selected at a time, or than can be selected besides.
+std::string tooManyInBox(std::int64_t sites);
+
+/// What is said of a pick that has taken out another site than the one picked.
+std::string otherDeselected(bool plotByX);
+
 /// The title of an axis that shows SiteData's column kX or kY.
 const char* coordinateTitle(int column);
 

@@ -5,6 +5,7 @@
 #include "base/whole_numbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -79,6 +80,20 @@ SiteFinder::Found SiteFinder::nearest(const PixelMap& map, double px, double py,
         if (found.series > 0) return {sites_[static_cast<std::size_t>(found.point) - 1], lookedAt};
     }
     return {-1, lookedAt};
+}
+
+SiteIndex nearestSite(std::span<const double> x, std::span<const double> y, const PixelMap& map, double px,
+                      double py, double within) {
+    SiteIndex nearest = -1;
+    // Just above, so that what lies exactly `within` pixels away is found.
+    double best = std::nextafter(within * within, std::numeric_limits<double>::infinity());
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const double dx = map.pixelX(x[i]) - px, dy = map.pixelY(y[i]) - py;
+        if (!(dx * dx + dy * dy < best)) continue;
+        best = dx * dx + dy * dy;
+        nearest = static_cast<SiteIndex>(i);
+    }
+    return nearest;
 }
 
 }  // namespace tessel

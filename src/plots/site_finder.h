@@ -37,4 +37,8 @@ class SiteFinder {
     std::vector<std::uint32_t> sites_;  ///< of its points, from point 1 on
 };
 
+/// The same without an index: one pass over all sites, for a single click.
+SiteIndex nearestSite(std::span<const double> x, std::span<const double> y, const PixelMap& map, double px,
+                      double py, double within);
+
 }  // namespace tessel

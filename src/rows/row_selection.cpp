@@ -36,6 +36,28 @@ void RowSelection::remove(int entry) {
     --SelCount;
 }
 
+SiteIndex RowSelection::select(std::span<const SiteIndex> points) {
+    auto before = SelPoints;
+    const auto end = before.begin() + SelCount;
+    std::sort(before.begin(), end);
+    SiteIndex left = 0;
+    for (const SiteIndex point : points) {
+        if (std::binary_search(before.begin(), end, point)) continue;
+        if (SelCount < kMost)
+            append(point);
+        else
+            ++left;
+    }
+    return left;
+}
+
+void RowSelection::deselect(std::span<const SiteIndex> points) {
+    const auto end = std::remove_if(SelPoints.begin(), SelPoints.begin() + SelCount, [&](SiteIndex selected) {
+        return std::binary_search(points.begin(), points.end(), selected);
+    });
+    SelCount = static_cast<int>(end - SelPoints.begin());
+}
+
 int RowSelection::toggle(SiteIndex point, std::span<const double> along) {
     const int entry = entryAt(valueOf(point, along), along);
     if (entry < 0)

@@ -25,6 +25,11 @@ struct RowSelection {
     void append(SiteIndex point);
     /// Takes entry 0..SelCount-1 out; later entries move down.
     void remove(int entry);
+    /// Appends those of `points`, in their order, that are not selected, until kMost are. Sites with the same
+    /// horizontal value count each for itself. Gives how many found no room.
+    SiteIndex select(std::span<const SiteIndex> points);
+    /// Takes those of `points` out that are selected. Requires rising ones.
+    void deselect(std::span<const SiteIndex> points);
     void clear() { SelCount = 0; }
 
     /// Picks or unpicks `point` (1..along.size()). Two sites with the same horizontal value count as one:

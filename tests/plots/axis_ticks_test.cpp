@@ -91,4 +91,15 @@ TEST(AxisTicks, AreTheMultiplesOnAnAxisInRisingOrderOrThoseAtItsEnds) {
     EXPECT_TRUE(ticksOn({1, 4}, {5, 0}).empty());
 }
 
+TEST(AxisTicks, AreNotNeededForValuesAsFineAsAPixel) {
+    EXPECT_EQ(roundedTo(3.25431, 0.0087), 3.254);
+    EXPECT_EQ(roundedTo(3.25431, 0.01), 3.25);
+    EXPECT_EQ(roundedTo(0.3, 0.25), 0.3);
+    EXPECT_EQ(roundedTo(41.6, 1), 42);
+    EXPECT_EQ(roundedTo(12345, 160), 12300);
+    EXPECT_EQ(roundedTo(1.7e308, 1e306), 1.7e308);
+    EXPECT_EQ(roundedTo(1.79e308, 9e307), 1.79e308) << "no more than a Double holds";
+    EXPECT_EQ(roundedTo(1e-310, 1e-312), 1e-310) << "no finer than a Double divides";
+}
+
 }  // namespace tessel

@@ -238,4 +238,22 @@ TEST(ChartGeometry, TheLineEndsAtTheLastPoint) {
     EXPECT_EQ(lines.points.back(), (PixelPoint{map.pixelX(2048), map.pixelY(302.5)}));
 }
 
+TEST(ChartGeometry, TheSamePointsLieInABoxAsPlainLookingFinds) {
+    std::mt19937 random(7);
+    const ChartSeries wandering = wanderingSeries(random, 20000);
+    std::uniform_real_distribution<double> at(0, 900);
+    for (int round = 0; round < 200; ++round) {
+        const double x = std::floor(at(random)), y = std::floor(at(random));
+        const Rectangle box{{x, x + at(random) / 4}, {y, y + at(random) / 4}};
+        std::vector<std::int64_t> expected;
+        for (std::size_t i = 1; i < wandering.points.size(); ++i) {
+            const double px = unitMap().pixelX(wandering.points.x()[i]);
+            const double py = unitMap().pixelY(wandering.points.y()[i]);
+            if (box.contains(px, py) && kArea.contains(px, py))
+                expected.push_back(static_cast<std::int64_t>(i));
+        }
+        EXPECT_EQ(pointsIn(wandering.points, unitMap(), box), expected);
+    }
+}
+
 }  // namespace tessel

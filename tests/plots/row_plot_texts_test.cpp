@@ -28,6 +28,19 @@ TEST(RowPlotTexts, ReadOutAPointOfTheMapAlongTheRowFirst) {
     EXPECT_EQ(mapReadout(1, 2, false), "UTM Y = 1.00, UTM X = 2.00");
 }
 
+TEST(RowPlotTexts, SayWhyFewerSitesAreSelectedThanABoxHolds) {
+    EXPECT_EQ(tooManyInBox(2345),
+              "2345 sites are in the box, and no more than 101 can be selected at a time. The map or the "
+              "search for suspicious sites takes more.");
+}
+
+TEST(RowPlotTexts, SayWhyAnotherSiteIsDeselected) {
+    EXPECT_EQ(otherDeselected(true),
+              "Another site with the same X was deselected instead: sites with the same coordinate along the "
+              "row count as one.");
+    EXPECT_NE(otherDeselected(false).find("the same Y "), std::string::npos);
+}
+
 TEST(RowPlotTexts, NameTheAxes) {
     EXPECT_STREQ(coordinateTitle(kX), "X (meters)");
     EXPECT_STREQ(coordinateTitle(kY), "Y (meters)");

@@ -102,4 +102,21 @@ TEST(SiteFinder, LeavesOutWhatHasNoPlace) {
     EXPECT_TRUE(finder.isEmpty());
 }
 
+TEST(SiteFinder, IsNotNeededForASingleLook) {
+    std::mt19937 random(12);
+    std::uniform_real_distribution<double> place(0, 1000);
+    const Sites sites(3000);
+    const std::vector<std::uint8_t> none(sites.x.size(), 0);
+    const PixelMap map = pixelsOf(1000);
+    int found = 0;
+    for (int i = 0; i < 200; ++i) {
+        const double px = place(random), py = place(random);
+        const SiteIndex site = nearestSite(sites.x, sites.y, map, px, py, 6);
+        EXPECT_EQ(site, plainNearest(sites, map, px, py, 6, none)) << px << "," << py;
+        found += site >= 0;
+    }
+    EXPECT_GT(found, 20);
+    EXPECT_LT(found, 200);
+}
+
 }  // namespace tessel

@@ -134,6 +134,27 @@ TEST(RowSelection, Holds101PointsAndNoMore) {
     EXPECT_EQ(selection.SelCount, 101);
 }
 
+TEST(RowSelection, TakesManyPointsAtOnceEachForItself) {
+    const std::vector<double> along{10, 20, 20, 40, 50};
+    RowSelection selection = selectionOf({4, 2});
+    EXPECT_EQ(selection.select(std::vector<SiteIndex>{1, 2, 3, 4}), 0);
+    EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{4, 2, 1, 3}));
+    EXPECT_EQ(selection.toggle(3, along), 1) << "a pick takes the first of them";
+    selection.deselect(std::vector<SiteIndex>{1, 2, 4, 5});
+    EXPECT_EQ(selected(selection), (std::vector<SiteIndex>{3}));
+}
+
+TEST(RowSelection, TakesNoMoreAtOnceThanItHoldsAndSaysHowManyAreLeft) {
+    std::vector<SiteIndex> points(150);
+    std::iota(points.begin(), points.end(), SiteIndex{1});
+    RowSelection selection = selectionOf({120, 3});
+    EXPECT_EQ(selection.select(points), 49);
+    EXPECT_EQ(selection.SelCount, 101);
+    EXPECT_EQ(selected(selection).front(), 120);
+    EXPECT_EQ(selected(selection).back(), 100);
+    EXPECT_EQ(selection.select(std::vector<SiteIndex>{120, 50}), 0) << "they are selected";
+}
+
 TEST(RowDeletion, TakesExactlyTheSelectedSitesInEitherOrder) {
     for (const auto& order : {std::vector<SiteIndex>{1, 3}, std::vector<SiteIndex>{3, 1}}) {
         Survey survey = threeRows();
