@@ -10,6 +10,9 @@
 #include "plots/site_texts.h"
 #include "rows/row_detection.h"
 
+#include <QKeyEvent>
+#include <QLocale>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +32,10 @@ LagDistances measured(LagMeasure measure) {
     return lagDistances(theSurvey(), measure);
 }
 
+QString metres(double distance) {
+    return QLocale::c().toString(distance, 'f', QLocale::FloatingPointShortest) + u" m"_s;
+}
+
 }  // namespace
 
 LagDistancePlot::LagDistancePlot(PlotArea& area) : Chart2D1(new Chart2D), area_(area) {
@@ -42,6 +49,10 @@ LagDistancePlot::LagDistancePlot(PlotArea& area) : Chart2D1(new Chart2D), area_(
     area.addChart(Chart2D1);
     offerPicture(*Chart2D1, {Chart2D1});
     connect(Chart2D1, &Chart2D::pointerMoved, this, &LagDistancePlot::readOut);
+    connect(Chart2D1, &Chart2D::levelMoved, this, [this](double distance) {
+        Q_EMIT distanceChosen(distanceModeOf(measure_), std::max(0.0, distance));
+    });
+    Chart2D1->installEventFilter(this);
     connect(Chart2D1, &Chart2D::pointerLeft, Chart2D1, [this] { Chart2D1->setFooterText({}); });
 }
 
@@ -63,7 +74,6 @@ void LagDistancePlot::plot(LagMeasure measure) {
     area_.hidePlots();
     measure_ = measure;
     draw(lag);
-    showTyped();
     Chart2D1->show();
     Chart2D1->setFocus();
 }
@@ -87,20 +97,38 @@ void LagDistancePlot::draw(const LagDistances& lag) {
         QString::fromLatin1(lag.header.data(), static_cast<qsizetype>(lag.header.size())));
     Chart2D1->setHeaderFont(12, true);
     Chart2D1->setFooterText({});
+    showLine();
     Chart2D1->endBatch();
 }
 
 void LagDistancePlot::showTyped(int distanceMode, std::optional<double> distance) {
     typedMode_ = distanceMode;
     typed_ = distance;
-    showTyped();
+    showLine();
 }
 
-void LagDistancePlot::showTyped() {
-    if (typed_ && typedMode_ == distanceModeOf(measure_))
-        Chart2D1->showLevel(*typed_);
-    else
-        Chart2D1->hideLevel();
+void LagDistancePlot::offerChoice(bool open) {
+    offersChoice_ = open;
+    showLine();
+}
+
+bool LagDistancePlot::hasChoice() const {
+    return typed_ && typedMode_ == distanceModeOf(measure_);
+}
+
+void LagDistancePlot::showLine() {
+    Chart2D1->setLevelMovable(offersChoice_);
+    if (!offersChoice_ && !hasChoice()) return Chart2D1->hideLevel();
+    const double distance = hasChoice() ? *typed_ : theSurvey().MinDistance;
+    Chart2D1->showLevel(distance, metres(distance));
+}
+
+bool LagDistancePlot::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !hasChoice()) return QObject::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) Q_EMIT choiceAccepted();
+    if (key == Qt::Key_Escape) Q_EMIT choiceGivenUp();
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
 }
 
 // Both series have as many points as there are sites; point i is site i's distance from site i - 1, so that

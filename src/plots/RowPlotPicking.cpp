@@ -101,6 +101,26 @@ void RowPlotEditor::showNotice(const QString& notice) {
     colourNotice(*lblNotice, true);
 }
 
+// The highlight groups show the selection in its order; Command5 and the count follow it.
+void RowPlotEditor::drawHighlights() {
+    for (int series = 1; series <= Chart2D3->seriesCount(Chart2D::kHighlight); ++series)
+        Chart2D3->setPointCount(Chart2D::kHighlight, series, selection_.SelCount);
+    Chart2D4->setPointCount(Chart2D::kHighlight, 1, selection_.SelCount);
+    for (int i = 0; i < selection_.SelCount; ++i) {
+        const auto selected = static_cast<qsizetype>(selection_.SelPoints[static_cast<std::size_t>(i)]);
+        for (int series = 1; series <= Chart2D3->seriesCount(Chart2D::kHighlight); ++series) {
+            const Chart2D::Point point = Chart2D3->point(Chart2D::kData, series, selected);
+            Chart2D3->setPoint(Chart2D::kHighlight, series, i + 1, point.x, point.y);
+        }
+        const Chart2D::Point place = Chart2D4->point(Chart2D::kData, 1, selected);
+        Chart2D4->setPoint(Chart2D::kHighlight, 1, i + 1, place.x, place.y);
+    }
+    locateSelection();
+    Command5->setEnabled(selection_.SelCount > 0);
+    cmdSplit->setEnabled(canSplit());
+    lblSelected->setText(tr("Sites selected: %1").arg(selection_.SelCount));
+}
+
 void RowPlotEditor::locateSelection() {
     const auto end = selection_.SelPoints.begin() + selection_.SelCount;
     std::vector<SiteIndex> chosen(selection_.SelPoints.begin(), end);

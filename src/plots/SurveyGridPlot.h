@@ -69,9 +69,9 @@ class SurveyGridPlot : public QObject, public PlotView {
 
     PlotArea& area_;
     std::optional<SiteColumn> reading_;  ///< that is shown in colours
-    int turnSeries_ = 0;                ///< the series of sites in turns while found rows are shown
-    std::vector<IndexRange> foreseen_;  ///< rows as they would come out
-    std::vector<IndexRange> rows_;      ///< that are shown
+    int turnSeries_ = 0;                 ///< the series of sites in turns while found rows are shown
+    std::vector<IndexRange> foreseen_;   ///< rows as they would come out
+    std::vector<IndexRange> rows_;       ///< that are shown
 };
 
 }  // namespace tessel

@@ -29,6 +29,7 @@
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
+#include "program/DistanceChoice.h"
 #include "program/ProcessingRecords.h"
 #include "program/SearchWindows.h"
 #include "rows/frmDataEdit.h"
@@ -240,8 +241,7 @@ class Program : public QObject {
             connect(rowDialog_, &frmDataEdit::surveyChanged, this, &Program::surveyChanged);
             menusFollow(rowDialog_.data(), &frmDataEdit::rowsRecalculated, MenuEvent::kRowsRecalculated);
             menusFollow(rowDialog_.data(), &frmDataEdit::noSitesLeft, MenuEvent::kNoSitesLeft);
-            connect(rowDialog_, &frmDataEdit::distanceTyped, &lag_,
-                    qOverload<int, std::optional<double>>(&LagDistancePlot::showTyped));
+            joinDistanceChoice(*rowDialog_, lag_, grid_);
         }
         return rowDialog_;
     }

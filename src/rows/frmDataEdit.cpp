@@ -156,11 +156,30 @@ void frmDataEdit::showForecast() {
     lblRows->setText(rows > 0 ? rowsInWords(rows) : QString());
     colourNotice(*lblRows, rows > kMaxRows);
     Q_EMIT distanceTyped(entered.isRecalculation() ? entered.operation->distanceMode : 0, typed);
+    Q_EMIT rowsForeseen(typed ? forecast_.rowSites(*typed) : std::vector<IndexRange>());
+}
+
+void frmDataEdit::enterDistance(int distanceMode, double distance) {
+    for (const Operation& operation : operations_) {
+        if (operation.distanceMode != distanceMode) continue;
+        operation.option->setChecked(true);
+        operation.inputs.first().box->setText(
+            QLocale::c().toString(distance, 'f', QLocale::FloatingPointShortest));
+    }
+}
+
+void frmDataEdit::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) Q_EMIT shownChanged(true);
+    QDialog::showEvent(event);
 }
 
 void frmDataEdit::hideEvent(QHideEvent* event) {
     // Minimised, the dialog comes back with what was typed.
-    if (!event->spontaneous()) Q_EMIT distanceTyped(0, {});
+    if (!event->spontaneous()) {
+        Q_EMIT distanceTyped(0, {});
+        Q_EMIT rowsForeseen({});
+        Q_EMIT shownChanged(false);
+    }
     QDialog::hideEvent(event);
 }
 

@@ -11,6 +11,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tessel {
 
@@ -27,6 +28,11 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     /// that were entered go where they mean other rows now.
     void followSurvey();
 
+    /// A distance (metres, not negative) has been chosen elsewhere: it stands in the box of its measure as if
+    /// it had been typed. Costs one look at the survey when another operation was chosen before, else as much
+    /// as a key press.
+    void enterDistance(int distanceMode, double distance);
+
   Q_SIGNALS:
     /// Sites or rows have changed.
     void surveyChanged();
@@ -37,10 +43,15 @@ class frmDataEdit : public QDialog, public Ui::frmDataEdit {
     /// Another distance (metres) stands in the box of a measure (1 true distance, 2 along X, 3 along Y), or
     /// none that could be taken.
     void distanceTyped(int distanceMode, std::optional<double> distance);
+    /// After it: the rows that this distance would give, as ranges of sites, or none.
+    void rowsForeseen(const std::vector<tessel::IndexRange>& rows);
+    /// The dialog has come up, or gone.
+    void shownChanged(bool shown);
 
   protected:
     void changeEvent(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     struct Input {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "base/geometry.h"
 
 #include <vector>
 
@@ -20,9 +21,17 @@ class RowForecast {
     /// there would be too many. A search among kMaxRows gaps, however large the survey is.
     int rows(double minDistance) const;
 
+    /// The sites of each of these rows, in order; none where there would be too many. Costs as little.
+    std::vector<IndexRange> rowSites(double minDistance) const;
+
   private:
-    bool hasSites_ = false;
+    struct Gap {
+        SiteIndex behind = 0;  ///< the site that would begin a row
+        double length = 0;
+    };
+    SiteIndex sites_ = 0;
     std::vector<double> largest_;  ///< the largest gaps, falling
+    std::vector<Gap> gaps_;        ///< those that can divide rows, in the order of the sites
 };
 
 }  // namespace tessel

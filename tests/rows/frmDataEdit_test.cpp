@@ -456,4 +456,39 @@ TEST_F(RowDialog, TellsEachDistanceThatIsTypedUntilItCloses) {
     EXPECT_EQ(told, (Told{{0, -1}}));
 }
 
+TEST_F(RowDialog, TakesADistanceThatIsChosenElsewhere) {
+    QSignalSpy typed(dialog_.get(), &frmDataEdit::distanceTyped);
+    enter(dialog_->Option2, u"2"_s);
+    dialog_->enterDistance(3, 0.000125);
+    EXPECT_TRUE(dialog_->Option5->isChecked());
+    EXPECT_TRUE(dialog_->Text6->isVisible());
+    EXPECT_EQ(dialog_->Text6->text(), u"0.000125"_s);
+    dialog_->enterDistance(3, 12345678);
+    EXPECT_EQ(dialog_->Text6->text(), u"12345678"_s);
+    EXPECT_GT(typed.count(), 2);
+}
+
+TEST_F(RowDialog, ForeseesTheRowsOfADistanceUntilItCloses) {
+    std::vector<std::vector<IndexRange>> told;
+    QObject::connect(dialog_.get(), &frmDataEdit::rowsForeseen, dialog_.get(),
+                     [&](const std::vector<IndexRange>& rows) { told.push_back(rows); });
+    enter(dialog_->Option3, u"20"_s);
+    EXPECT_EQ(told.back(), (std::vector<IndexRange>{{0, 4}, {4, 5}, {5, 6}}));
+    dialog_->Text1->setText(u"2x"_s);
+    EXPECT_TRUE(told.back().empty());
+    enter(dialog_->Option3, u"99"_s);
+    EXPECT_EQ(told.back(), (std::vector<IndexRange>{{0, 6}}));
+    dialog_->close();
+    EXPECT_TRUE(told.back().empty());
+}
+
+TEST_F(RowDialog, SaysWhenItComesUpAndGoes) {
+    QSignalSpy shown(dialog_.get(), &frmDataEdit::shownChanged);
+    dialog_->close();
+    dialog_->show();
+    EXPECT_EQ(shown.count(), 2);
+    EXPECT_FALSE(shown.at(0).at(0).toBool());
+    EXPECT_TRUE(shown.at(1).at(0).toBool());
+}
+
 }  // namespace tessel

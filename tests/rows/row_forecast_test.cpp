@@ -19,6 +19,15 @@ int rowsFound(Survey survey, int mode, double distance) {
     return survey.RowIndex;
 }
 
+std::vector<IndexRange> rowsOf(const Survey& survey) {
+    std::vector<IndexRange> rows;
+    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+        if (i == 0 || survey.SiteData(kRow, i) != survey.SiteData(kRow, i - 1)) rows.push_back({i, i});
+        ++rows.back().last;
+    }
+    return rows;
+}
+
 Survey surveyAlong(const std::vector<double>& x) {
     std::vector<MadeSite> sites;
     for (const double at : x)
@@ -50,11 +59,32 @@ TEST(RowForecast, SaysWhatFindingTheRowsWouldGive) {
     }
 }
 
+TEST(RowForecast, KnowsTheSitesOfTheRowsThatFindingThemWouldGive) {
+    std::mt19937 random(8);
+    for (const int sites : {1, 2, 3, 4, 5, 30, 251, 700}) {
+        const Survey survey = randomSurvey(random, sites);
+        for (const int mode : {1, 2, 3}) {
+            const RowForecast forecast(survey, mode);
+            for (const double distance : {0.0, 0.5, 1.0, 2.0, 3.0, 3.5, 5.0, 8.0, 11.0, 12.0}) {
+                Survey divided = survey;
+                if (Recalculate_Rows(divided, mode, distance).outcome == RowDetection::kTooManyRows) {
+                    EXPECT_TRUE(forecast.rowSites(distance).empty());
+                    continue;
+                }
+                EXPECT_EQ(forecast.rowSites(distance), rowsOf(divided))
+                    << sites << " sites, measure " << mode << ", " << distance << " m";
+            }
+        }
+    }
+    EXPECT_TRUE(RowForecast().rowSites(1).empty());
+}
+
 TEST(RowForecast, TellsTheLimitFromOneRowMore) {
     std::vector<double> x;
     for (int i = 0; i < 251; ++i)
         x.push_back(i);
     EXPECT_EQ(RowForecast(surveyAlong(x), 1).rows(0.5), 250);
+    EXPECT_EQ(RowForecast(surveyAlong(x), 1).rowSites(0.5).size(), 250u);
     x.push_back(251);
     EXPECT_EQ(RowForecast(surveyAlong(x), 1).rows(0.5), kMaxRows + 1);
     x.push_back(252);

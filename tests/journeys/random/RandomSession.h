@@ -84,7 +84,7 @@ class RandomSession {
     static void turnWheel(QWidget& widget, const QPoint& pixel, int notches);
     /// Moves the pointer with the right button down.
     static void drag(QWidget& widget, const QPoint& from, const QPoint& to,
-                     Qt::MouseButton button = Qt::RightButton);
+                     Qt::MouseButton button = Qt::RightButton, Qt::KeyboardModifiers held = Qt::NoModifier);
     /// Presses a key on a control of a window in front, "frmMain.Chart2D3 Del".
     void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static void bringToFront(QWidget& window);
@@ -180,6 +180,7 @@ class RandomSession {
     // Row plots (SessionRowPlots.cpp).
     bool canPlotRows() const { return canChoose("mnuX"); }
     bool rowPlotsOpen() const { return editing_; }
+    bool canDrawBox() const { return editing_ && !emptied_; }
     bool canStep() const { return editing_ && (back_ || forward_); }
     bool canDelete() const { return editing_ && delete_; }
     void openRowPlots();
@@ -190,6 +191,10 @@ class RandomSession {
     void pickPoint(Chart2D& chart);
     void pressBesideThePlot(Chart2D& chart);
     void toggleModel(int point);
+    void drawBox();
+    QPoint placeInPlot(Chart2D& chart);
+    void takeBox(const std::vector<int>& points, bool taking);
+    void goWhereClicked();
     void walkAlongRow();
     void pickMoreThanAllowed();
     void compareReadout(const Chart2D& chart, int point);
@@ -299,7 +304,11 @@ class RandomSession {
     void joinRows(QWidget& dialog);
     void deleteRow(QWidget& dialog);
     void recalculate(QWidget& dialog);
+    void acceptDistance(int measure, const QString& entry, const Action& accept);
     void compareForecast(QWidget& dialog, int measure, const QString& entry);
+    bool canDragDistance() const { return rowDialog_ && chart_ == QStringLiteral("Chart2D1"); }
+    void dragDistance();
+    std::vector<long> rowsOfGrid() const;
 
     const std::uint64_t seed_;
     std::mt19937_64 random_;
@@ -338,10 +347,13 @@ class RandomSession {
     std::map<std::string, bool> menus_;
     QString chart_;           ///< the chart shown, but for the row plots
     bool gridOfEM2_ = false;  ///< the survey grid is in the colours of the second reading
+    bool gridOfRows_ = true;  ///< it is in the colours of the rows
     int lagMeasure_ = 1;      ///< of the lag distance plot shown last
     double redLine_ = 0;      ///< where its red line stands
     bool rowDialog_ = false;
-    RowTurns turns_;      ///< found last
+    RowTurns turns_;  ///< found last
+    /// The measure and the distance that stand in the row dialog.
+    std::optional<std::pair<int, double>> typed_;
     QString statistics_;  ///< what the window of the row statistics says while it is open
 
     // The row plots.

@@ -20,8 +20,8 @@ std::string nameOf(const QWidget& widget, const QKeySequence& keys) {
 }
 
 void sendMouse(QWidget& widget, QEvent::Type type, const QPoint& pixel, Qt::MouseButton button,
-               Qt::MouseButtons buttons) {
-    QMouseEvent event(type, pixel, widget.mapToGlobal(QPointF(pixel)), button, buttons, Qt::NoModifier);
+               Qt::MouseButtons buttons, Qt::KeyboardModifiers held = Qt::NoModifier) {
+    QMouseEvent event(type, pixel, widget.mapToGlobal(QPointF(pixel)), button, buttons, held);
     QApplication::sendEvent(&widget, &event);
 }
 
@@ -31,10 +31,11 @@ void RandomSession::movePointer(QWidget& widget, const QPoint& pixel) {
     sendMouse(widget, QEvent::MouseMove, pixel, Qt::NoButton, Qt::NoButton);
 }
 
-void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to, Qt::MouseButton button) {
-    sendMouse(widget, QEvent::MouseButtonPress, from, button, button);
-    sendMouse(widget, QEvent::MouseMove, to, Qt::NoButton, button);
-    sendMouse(widget, QEvent::MouseButtonRelease, to, button, Qt::NoButton);
+void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to, Qt::MouseButton button,
+                         Qt::KeyboardModifiers held) {
+    sendMouse(widget, QEvent::MouseButtonPress, from, button, button, held);
+    sendMouse(widget, QEvent::MouseMove, to, Qt::NoButton, button, held);
+    sendMouse(widget, QEvent::MouseButtonRelease, to, button, Qt::NoButton, held);
     // A drag that is hardly one asks for the menu.
     while (QWidget* const menu = QApplication::activePopupWidget())
         menu->close();
@@ -116,7 +117,14 @@ void RandomSession::wantSituations() {
                                         "an export that fails",
                                         "an editor that fails",
                                         "a row plot that followed",
-                                        "a row dialog that has stayed open"})
+                                        "a row dialog that has stayed open",
+                                        "a box drawn",
+                                        "a box that takes marks away",
+                                        "a box with more than may be picked",
+                                        "a row chosen on the small map",
+                                        "a distance dragged",
+                                        "a dragged distance accepted",
+                                        "a grid with rows not in force"})
         reached_.want(situation);
 }
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
+#include "plots/Chart2D.h"
 #include "support/UserDriver.h"
 
 #include <QLabel>
+#include <QLineEdit>
 
 #include <cmath>
 
@@ -31,6 +33,7 @@ TypedRow typedRow(const QString& text) {
 // One or more operations in the row dialog, which may stay open beside whatever comes next.
 void RandomSession::editRows() {
     const bool wasOpen = rowDialog_;
+    if (!wasOpen) typed_.reset();
     if (!wasOpen || (canChoose("mnuData") && chance(30))) {
         if (!choose(u"mnuData"_s, false)) return;
         rowDialog_ = true;
@@ -67,6 +70,7 @@ void RandomSession::joinRows(QWidget& dialog) {
                                       u"1"_s,   u"2.5"_s, QString::number(survey_.rows + 1)};
     if (chance(30)) entry[static_cast<std::size_t>(below(2))] = oneOf(bad);
     clickOn(dialog, u"Option1"_s);
+    typed_.reset();
     typeInto(dialog, u"Text2"_s, entry[0]);
     typeInto(dialog, u"Text3"_s, entry[1]);
     const TypedRow a = typedRow(entry[0]), b = typedRow(entry[1]);
@@ -94,6 +98,7 @@ void RandomSession::deleteRow(QWidget& dialog) {
         u"abc"_s, u""_s, u"0"_s, u"-1"_s, u"1e9"_s, u"0.5"_s, QString::number(survey_.rows + 1)};
     const QString entry = chance(25) ? oneOf(bad) : QString::number(1 + below(std::max(1, survey_.rows)));
     clickOn(dialog, u"Option2"_s);
+    typed_.reset();
     typeInto(dialog, u"Text4"_s, entry);
     const TypedRow row = typedRow(entry);
     if (survey_.empty()) {
@@ -133,6 +138,33 @@ void RandomSession::compareForecast(QWidget& dialog, int measure, const QString&
     sameText("lblRows", controlAs<QLabel>(dialog, u"lblRows"_s).text(), wanted);
 }
 
+// On the lag distance plot beside the dialog, whatever is chosen there.
+void RandomSession::dragDistance() {
+    auto& chart = controlAs<Chart2D>(*main_, chart_);
+    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+    const QPoint to = placeInPlot(chart);
+    const double height = chart.pixelToData(to).y;
+    const double pixel = std::abs(height - chart.pixelToData(to + QPoint(0, 1)).y);
+    drag(chart, chance(30) ? to : placeInPlot(chart), to, Qt::LeftButton, Qt::ControlModifier);
+    const QString box = lagMeasure_ == 1 ? u"Text1"_s : lagMeasure_ == 2 ? u"Text5"_s : u"Text6"_s;
+    const QString entry = controlAs<QLineEdit>(dialog, box).text();
+    double distance = 0;
+    if (!plainNumeric(entry.toStdString(), distance) ||
+        std::abs(distance - std::max(0.0, height)) > 2 * pixel)
+        differ("the distance dragged is " + entry.toStdString());
+    reached_.note("a distance dragged");
+    compareForecast(dialog, lagMeasure_, entry);
+    typed_ = {lagMeasure_, distance};
+    const int way = below(4);
+    if (way == 0) {
+        pressKey(chart, Qt::Key_Escape);
+        rowDialog_ = false;
+    } else if (way == 1) {
+        reached_.note("a dragged distance accepted");
+        acceptDistance(lagMeasure_, entry, [&] { pressKey(chart, Qt::Key_Return); });
+    }
+}
+
 void RandomSession::recalculate(QWidget& dialog) {
     const int measure = 1 + below(3);
     const QString box = measure == 1 ? u"Text1"_s : measure == 2 ? u"Text5"_s : u"Text6"_s;
@@ -142,6 +174,11 @@ void RandomSession::recalculate(QWidget& dialog) {
     clickOn(dialog, u"Option%1"_s.arg(measure + 2));
     typeInto(dialog, box, entry);
     compareForecast(dialog, measure, entry);
+    acceptDistance(measure, entry, [&] { clickOn(dialog, u"Command1"_s); });
+}
+
+void RandomSession::acceptDistance(int measure, const QString& entry, const Action& accept) {
+    typed_.reset();
     double distance = 0;
     const bool numeric = plainNumeric(entry.toStdString(), distance);
     if (survey_.empty())
@@ -164,9 +201,10 @@ void RandomSession::recalculate(QWidget& dialog) {
             reached_.note("too many rows from a recalculation");
         }
     }
-    clickOn(dialog, u"Command1"_s);
+    accept();
     if (survey_.empty()) rowDialog_ = false;
     if (!runs) return;
+    if (!found) typed_ = {measure, distance};
     plotsFollow();
     measured_ = true;
     counted_ = found;

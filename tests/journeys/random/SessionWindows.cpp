@@ -67,12 +67,23 @@ void RandomSession::plotGrid() {
     counted_ = true;
     chart_ = u"Chart2D2"_s;
     gridOfEM2_ = item == u"mnuGridEM2"_s;
+    gridOfRows_ = item == u"mnuGrid"_s;
+    if (rowDialog_ && typed_ && gridOfRows_) reached_.note("a grid with rows not in force");
     compareGrid();
+}
+
+// As they are, or as they would come out of the distance that stands in the row dialog.
+std::vector<long> RandomSession::rowsOfGrid() const {
+    PlainSurvey foreseen = survey_;
+    if (!rowDialog_ || !typed_ || !gridOfRows_) return survey_.rowSizes();
+    foreseen.measure = typed_->first;
+    foreseen.minDistance = typed_->second;
+    return findPlainRows(foreseen) ? foreseen.rowSizes() : survey_.rowSizes();
 }
 
 void RandomSession::compareGrid() {
     const auto& chart = controlAs<Chart2D>(*main_, chart_);
-    const std::vector<long> sizes = survey_.rowSizes();
+    const std::vector<long> sizes = rowsOfGrid();
     same("series of the grid plot", chart.seriesCount(Chart2D::kData), static_cast<int>(sizes.size()));
     if (!difference_.empty()) return;
     std::size_t site = 0;
