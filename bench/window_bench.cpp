@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What shows, in real windows without a screen, each job ("name/size") beside its bare loop
-// ("name:bare/size").
+// ("name:bare/size"). The bare loop of the map in colours is the map without them.
 #include "analysis/LagDistancePlot.h"
 #include "app/frmMain.h"
 #include "bench/bare_loops.h"
 #include "bench/made_field.h"
 #include "desktop/Guarded.h"
 #include "drawing/PictureBox.h"
+#include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
+#include "program/DistanceChoice.h"
+#include "rows/frmDataEdit.h"
 #include "support/survey_under_test.h"
 
 #include <QMouseEvent>
@@ -32,11 +35,16 @@ void countSites(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-void moveTo(QWidget& widget, QPointF pixel) {
-    QMouseEvent move(QEvent::MouseMove, pixel, widget.mapToGlobal(pixel), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(&widget, &move);
+void sendMouse(QWidget& widget, QEvent::Type type, QPointF pixel, Qt::MouseButton button,
+               Qt::KeyboardModifiers held) {
+    const Qt::MouseButton pressed = type == QEvent::MouseMove ? Qt::NoButton : button;
+    QMouseEvent event(type, pixel, widget.mapToGlobal(pixel), pressed, button, held);
+    QApplication::sendEvent(&widget, &event);
     QApplication::processEvents();
+}
+
+void moveTo(QWidget& widget, QPointF pixel) {
+    sendMouse(widget, QEvent::MouseMove, pixel, Qt::NoButton, Qt::NoModifier);
 }
 
 // A main window with the map of the survey above it, the picture of the wanted size.
@@ -65,6 +73,14 @@ void displayMap(benchmark::State& state) {
         map.clip.DisplayMap();
     countSites(state);
 }
+void displayMapInColours(benchmark::State& state) {
+    openField(state.range(0));
+    Map map;
+    map.clip.mnuColourEM1->trigger();
+    for (auto _ : state)
+        map.clip.DisplayMap();
+    countSites(state);
+}
 void displayMapBare(benchmark::State& state) {
     const Survey& survey = openField(state.range(0));
     const SiteMaskArray mask(static_cast<std::size_t>(survey.NumSites), 0);
@@ -86,6 +102,12 @@ void moveOnMap(benchmark::State& state) {
         moveTo(map.picture, QPointF(300 + (step++ % 400), 300));
     map.clip.cmdClipOff_Click();
 }
+
+// Row plots, which the main window owns.
+struct FramedEditor {
+    explicit FramedEditor(frmMain& main) : editor(new RowPlotEditor(main)) {}
+    RowPlotEditor* const editor;
+};
 
 // A plot in a main window that is shown.
 template <typename Plot>
@@ -144,7 +166,55 @@ void moveOnPlot(benchmark::State& state) {
         moveTo(chart, QPointF(300 + (step++ % 400), 300));
 }
 
+// The red line of a lag distance plot beside the row dialog, one step of the pointer after another.
+void dragLine(benchmark::State& state) {
+    openField(state.range(0));
+    ShownPlot<LagDistancePlot> shown;
+    SurveyGridPlot grid(shown.main);
+    frmDataEdit dialog(&shown.main);
+    joinDistanceChoice(dialog, shown.plot, grid);
+    shown.plot.mnuTrue_Dis_Click();
+    dialog.show();
+    QApplication::processEvents();
+    Chart2D& chart = *shown.plot.Chart2D1;
+    sendMouse(chart, QEvent::MouseButtonPress, {300, 300}, Qt::LeftButton, Qt::ControlModifier);
+    int step = 0;
+    for (auto _ : state)
+        sendMouse(chart, QEvent::MouseMove, QPointF(300, 300 + (step++ % 200)), Qt::LeftButton,
+                  Qt::ControlModifier);
+    if (dialog.lblRows->text().isEmpty()) state.SkipWithError("the dialog does not follow");
+}
+
+// A box on the map of a row: one step of the pointer after another, or the sites in it.
+template <bool Whole>
+void drawBox(benchmark::State& state) {
+    openField(state.range(0));
+    ShownPlot<FramedEditor> shown;
+    RowPlotEditor& editor = *shown.plot.editor;
+    editor.mnuY_Click();
+    QApplication::processEvents();
+    Chart2D& map = *editor.Chart2D4;
+    const QRectF area = map.plotArea();
+    const auto press = [&] {
+        sendMouse(map, QEvent::MouseButtonPress, area.topLeft(), Qt::LeftButton, Qt::ShiftModifier);
+    };
+    const auto move = [&](int step) {
+        sendMouse(map, QEvent::MouseMove, area.bottomRight() - QPointF(step % 200, 0), Qt::LeftButton,
+                  Qt::ShiftModifier);
+    };
+    press();
+    int step = 0;
+    for (auto _ : state) {
+        move(step++);
+        if (!Whole) continue;
+        sendMouse(map, QEvent::MouseButtonRelease, area.bottomRight(), Qt::LeftButton, Qt::ShiftModifier);
+        press();
+    }
+    if (Whole && editor.selection().SelCount == 0) state.SkipWithError("the box holds nothing");
+}
+
 constexpr auto kGrid = &SurveyGridPlot::mnuGrid_Click;
+constexpr auto kGridByReading = &SurveyGridPlot::mnuGridEM1_Click;
 constexpr auto kLag = &LagDistancePlot::mnuTrue_Dis_Click;
 
 void sizes(benchmark::internal::Benchmark* job) {
@@ -155,13 +225,19 @@ void sizes(benchmark::internal::Benchmark* job) {
 
 BENCHMARK(displayMap)->Name("DisplayMap")->Apply(sizes);
 BENCHMARK(displayMapBare)->Name("DisplayMap:bare")->Apply(sizes);
+BENCHMARK(displayMapInColours)->Name("DisplayMap in colours")->Apply(sizes);
+BENCHMARK(displayMap)->Name("DisplayMap in colours:bare")->Apply(sizes);
 BENCHMARK(plotFirst<SurveyGridPlot, kGrid>)->Name("survey grid plot")->Apply(sizes);
+BENCHMARK(plotFirst<SurveyGridPlot, kGridByReading>)->Name("survey grid by reading")->Apply(sizes);
 BENCHMARK(gridBare)->Name("survey grid plot:bare")->Apply(sizes);
 BENCHMARK(plotFirst<LagDistancePlot, kLag>)->Name("lag distance plot")->Apply(sizes);
 BENCHMARK(lagBare)->Name("lag distance plot:bare")->Apply(sizes);
 BENCHMARK(moveOnMap)->Name("mouse move on the map")->Apply(sizes);
 BENCHMARK(moveOnPlot<SurveyGridPlot, kGrid>)->Name("mouse move on the grid plot")->Apply(sizes);
 BENCHMARK(moveOnPlot<LagDistancePlot, kLag>)->Name("mouse move on the lag plot")->Apply(sizes);
+BENCHMARK(dragLine)->Name("drag of the red line")->Apply(sizes);
+BENCHMARK(drawBox<false>)->Name("mouse move with a box")->Apply(sizes);
+BENCHMARK(drawBox<true>)->Name("a box over a row")->Apply(sizes);
 
 }  // namespace
 
