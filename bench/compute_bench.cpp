@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What computes, each job ("name/size") beside its bare loop ("name:bare/size").
 #include "analysis/histogram.h"
+#include "analysis/suspicious_sites.h"
 #include "app/column_statistics.h"
 #include "bench/bare_loops.h"
 #include "bench/made_field.h"
@@ -11,6 +12,7 @@
 #include "rows/row_detection.h"
 #include "rows/row_selection.h"
 #include "rows/row_sites.h"
+#include "rows/row_turns.h"
 
 #include <benchmark/benchmark.h>
 
@@ -174,6 +176,24 @@ void deletePickedBare(benchmark::State& state) {
     countSites(state);
 }
 
+void rowsByTurns(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    const TurnParameters parameters = proposedTurnParameters(survey);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(findRowTurns(survey, parameters).rows);
+    countSites(state);
+}
+
+// With the values that are proposed, and all rules.
+void suspiciousSites(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    SuspectParameters parameters = proposedSuspectParameters(survey);
+    parameters.uses.fill(true);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(findSuspects(survey, parameters).sites);
+    countSites(state);
+}
+
 void sizes(benchmark::internal::Benchmark* job) {
     for (const int size : {10'000, 100'000, 1'000'000, 5'000'000})
         job->Arg(size);
@@ -194,6 +214,8 @@ BENCHMARK(histogram)->Name("histogram and statistics")->Apply(sizes);
 BENCHMARK(histogramBare)->Name("histogram and statistics:bare")->Apply(sizes);
 BENCHMARK(deletePicked)->Name("delete 100 picked sites")->Apply(sizes);
 BENCHMARK(deletePickedBare)->Name("delete 100 picked sites:bare")->Apply(sizes);
+BENCHMARK(rowsByTurns)->Name("rows by turns")->Apply(sizes);
+BENCHMARK(suspiciousSites)->Name("suspicious sites, all rules")->Apply(sizes);
 
 }  // namespace
 

@@ -12,7 +12,7 @@ struct HelpDocumentTitle {
     std::string_view title;
 };
 
-inline constexpr std::array<HelpDocumentTitle, 18> kHelpDocuments = {{
+inline constexpr std::array<HelpDocumentTitle, 19> kHelpDocuments = {{
     {101, "What is VARN-Tessel"},
     {102, "Navigating the Main Menu"},
     {103, "Frequently asked questions"},
@@ -31,6 +31,7 @@ inline constexpr std::array<HelpDocumentTitle, 18> kHelpDocuments = {{
     {116, "Creating and printing histogram plots"},
     {117, "Taking back what was done"},
     {118, "Finding rows by turns"},
+    {119, "Finding suspicious sites"},
 }};
 
 }  // namespace tessel

@@ -150,6 +150,16 @@ void Difference::exchangeColumn(Survey& survey, SiteColumn column, std::vector<d
     exchange(survey, column, whole_.back().values);
 }
 
+void Difference::keepEntries(SiteColumn column, std::vector<SiteIndex> sites, std::vector<double> values) {
+    entries_.push_back({column, std::move(sites), std::move(values)});
+}
+
+void Difference::exchangeEntries(Survey& survey) noexcept {
+    for (Entries& entries : entries_)
+        for (std::size_t i = 0; i < entries.sites.size(); ++i)
+            std::swap(survey.SiteData(entries.column, entries.sites[i]), entries.values[i]);
+}
+
 void Difference::exchangeSurvey(Survey& survey, Survey next) {
     survey_ = std::make_unique<Survey>(std::move(next));
     std::swap(*survey_, survey);
@@ -214,7 +224,9 @@ void Difference::turn(Survey& survey, bool back) {
     const SiteIndex capacity = survey.SiteData.capacity();
     if (back) reserve(survey);
 
+    if (!back) exchangeEntries(survey);
     if (!runs_.empty()) back ? insertSites(survey) : takeSites(survey);
+    if (back) exchangeEntries(survey);
     if (!back) survey.SiteData.resize(capacity_);
     for (Whole& whole : whole_)
         exchange(survey, whole.column, whole.values);
@@ -225,7 +237,7 @@ void Difference::turn(Survey& survey, bool back) {
 }
 
 bool Difference::changesContent(const Survey& after) const {
-    if (survey_ || !runs_.empty()) return true;
+    if (survey_ || !runs_.empty() || !entries_.empty()) return true;
     for (const Whole& whole : whole_)
         if (whole.column < kSiteColumns &&
             std::memcmp(whole.values.data(), after.SiteData.column(whole.column),
@@ -246,6 +258,9 @@ std::size_t Difference::bytes() const {
     bytes += static_cast<SiteIndex>(lines_.capacity() * sizeof(std::uint32_t));
     for (const Whole& whole : whole_)
         bytes += bytesOf(whole.values);
+    for (const Entries& entries : entries_)
+        bytes +=
+            static_cast<SiteIndex>(entries.sites.capacity() * sizeof(SiteIndex)) + bytesOf(entries.values);
     if (rows_) bytes += static_cast<SiteIndex>(rows_->bytes());
     if (survey_) bytes += bytesOf(*survey_);
     return static_cast<std::size_t>(bytes);

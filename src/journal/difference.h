@@ -46,6 +46,11 @@ class Difference {
     /// Puts a column of readings or coordinates in the place of that which there is, and keeps that.
     /// Requires a column of SiteData, and as many entries as there is storage.
     void exchangeColumn(Survey& survey, SiteColumn column, std::vector<double> values);
+    /// Entries of a column that are to become others. Requires a column of which no whole is exchanged, and
+    /// sites with their numbers before any is taken out. They do with the first call of exchangeEntries,
+    /// which is due while no site has been taken out; a second one takes them back.
+    void keepEntries(SiteColumn column, std::vector<SiteIndex> sites, std::vector<double> values);
+    void exchangeEntries(Survey& survey) noexcept;
     /// Puts another survey in the place of the whole, and keeps that.
     void exchangeSurvey(Survey& survey, Survey next);
 
@@ -75,6 +80,12 @@ class Difference {
         std::vector<double> values;  ///< as they are on the other side
     };
 
+    struct Entries {
+        int column;
+        std::vector<SiteIndex> sites;
+        std::vector<double> values;
+    };
+
     void turn(Survey& survey, bool back);
     void reserve(Survey& survey) const;
     void insertSites(Survey& survey);
@@ -87,6 +98,7 @@ class Difference {
     std::vector<Taken> taken_;
     std::vector<std::uint32_t> lines_;  ///< of the sites taken out
     std::vector<Whole> whole_;
+    std::vector<Entries> entries_;
     std::optional<RowNumbers> rows_;
     std::unique_ptr<Survey> survey_;
 };

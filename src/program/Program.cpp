@@ -77,6 +77,8 @@ class Program : public QObject {
         connect(rowEditor_, &RowPlotEditor::redoWanted, main_.mnuRedo, &QAction::trigger);
         connect(&searches_, &SearchWindows::surveyChanged, this, &Program::surveyChanged);
         menusFollow(&searches_, &SearchWindows::rowsRecalculated, MenuEvent::kRowsRecalculated);
+        menusFollow(&searches_, &SearchWindows::rowsLost, MenuEvent::kRowsLost);
+        menusFollow(&searches_, &SearchWindows::noSitesLeft, MenuEvent::kNoSitesLeft);
         main_.describeWith([this] { return description(); });
         connect(main_.mnuEL, &QAction::enabledChanged, this, [this] {
             if (theSurvey().importNumber > 0) main_.descriptionChanged();
@@ -116,6 +118,7 @@ class Program : public QObject {
             showModal(window);
         });
         on(main_.mnuTurns, [this] { searches_.mnuTurns_Click(); });
+        on(main_.mnuSuspects, [this] { searches_.mnuSuspects_Click(); });
         on(main_.mnuUndo, [this] { goTo(theJournal().positionBefore()); });
         on(main_.mnuRedo, [this] { goTo(theJournal().positionAfter()); });
         on(main_.mnuHistory, [this] { showHistory(); });

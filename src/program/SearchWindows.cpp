@@ -15,7 +15,7 @@ SearchWindows::SearchWindows(frmMain& main, SurveyGridPlot& grid) : main_(main),
 
 // What it finds is shown on the survey grid.
 void SearchWindows::mnuTurns_Click() {
-    if (turnsAreShown()) return showBeside(turns_);
+    if (isShown(turns_)) return showBeside(turns_);
     import_ = theSurvey().importNumber;
     turns_ = new frmTurns(&main_);
     turns_->addActions({main_.mnuUndo, main_.mnuRedo});
@@ -26,25 +26,34 @@ void SearchWindows::mnuTurns_Click() {
     connect(turns_, &frmTurns::previewEnded, &grid_, &SurveyGridPlot::endFound);
     connect(turns_, &frmTurns::surveyChanged, this, &SearchWindows::surveyChanged);
     connect(turns_, &frmTurns::rowsRecalculated, this, &SearchWindows::rowsRecalculated);
-    place(*turns_);
+    const QRect screen = main_.screen()->availableGeometry();
+    turns_->move(placedAtRight(main_.geometry(), turns_->sizeHint(), screen).topLeft());
     showBeside(turns_);
 }
 
-void SearchWindows::place(QWidget& window) {
-    const QRect screen = main_.screen()->availableGeometry();
-    window.move(placedAtRight(main_.geometry(), window.sizeHint(), screen).topLeft());
+void SearchWindows::mnuSuspects_Click() {
+    if (isShown(suspects_)) return showBeside(suspects_);
+    import_ = theSurvey().importNumber;
+    suspects_ = new frmSuspects(&main_);
+    suspects_->addActions({main_.mnuUndo, main_.mnuRedo});
+    connect(suspects_, &frmSuspects::surveyChanged, this, &SearchWindows::surveyChanged);
+    connect(suspects_, &frmSuspects::rowsLost, this, &SearchWindows::rowsLost);
+    connect(suspects_, &frmSuspects::noSitesLeft, this, &SearchWindows::noSitesLeft);
+    showBeside(suspects_);
 }
 
 void SearchWindows::followSurvey() {
-    followInTurns();
+    if (theSurvey().NumSites == 0 || theSurvey().importNumber != import_) {
+        takeAway(turns_);
+        takeAway(suspects_);
+        turns_.clear();
+        return suspects_.clear();
+    }
+    if (isShown(turns_)) followInTurns();
+    if (isShown(suspects_)) suspects_->followSurvey();
 }
 
 void SearchWindows::followInTurns() {
-    if (!turnsAreShown()) return;
-    if (theSurvey().NumSites == 0 || theSurvey().importNumber != import_) {
-        takeAway(turns_);
-        return turns_.clear();
-    }
     const QScopedValueRollback following(turnsFollow_, true);
     turns_->search();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/frmSuspects.h"
 #include "rows/frmTurns.h"
 
 #include <QObject>
@@ -21,6 +22,7 @@ class SearchWindows : public QObject {
 
     /// Requires sites.
     void mnuTurns_Click();
+    void mnuSuspects_Click();
 
     /// The survey has changed, or is another.
     void followSurvey();
@@ -29,15 +31,18 @@ class SearchWindows : public QObject {
     void surveyChanged();
     /// After surveyChanged().
     void rowsRecalculated();
+    /// Before surveyChanged().
+    void rowsLost();
+    void noSitesLeft();
 
   private:
-    bool turnsAreShown() const { return turns_ && !turns_->isHidden(); }
+    static bool isShown(const QWidget* window) { return window && !window->isHidden(); }
     void followInTurns();
-    void place(QWidget& window);
 
     frmMain& main_;
     SurveyGridPlot& grid_;
     QPointer<frmTurns> turns_;
+    QPointer<frmSuspects> suspects_;
     bool turnsFollow_ = false;  ///< the survey has changed, and not what is looked for
     int import_ = 0;            ///< of the survey that they look at
 };

@@ -90,12 +90,16 @@ bool ValidateRowInfo(const Survey& survey) {
 Difference makeOneRow(Survey& survey) {
     Difference difference(survey);
     difference.keepRowNumbers(survey);
+    putAllInOneRow(survey);
+    return difference;
+}
+
+void putAllInOneRow(Survey& survey) noexcept {
     double* const row = survey.SiteData.column(kRow);
     std::fill(row, row + survey.NumSites, 1.0);
     survey.NumRows = survey.RowIndex = 1;
     survey.NumPoints.fill(0);
     survey.NumPoints[1] = survey.NumSites;
-    return difference;
 }
 
 void forgetRows(SurveyCounts& counts) {

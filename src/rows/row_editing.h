@@ -44,6 +44,8 @@ FoundRows Recalculate_Rows(Survey& survey, int distanceMode, double minDistance)
 bool ValidateRowInfo(const Survey& survey);
 /// All sites make up one row.
 Difference makeOneRow(Survey& survey);
+/// The same, without a way back of its own.
+void putAllInOneRow(Survey& survey) noexcept;
 
 /// The rows of a survey without sites: none.
 void forgetRows(SurveyCounts& counts);

@@ -7,7 +7,7 @@ namespace tessel {
 
 TEST(MenuNeeds, AreSitesWhereSitesAreShownAndRowsWhereRowsAre) {
     for (const char* item : {"mnuIDEW", "mnuData", "mnuAdjust", "mnuTrue_Dis", "mnuX_Dis", "mnuY_Dis",
-                             "mnuSigCorr", "mnuHist", "mnuTurns"})
+                             "mnuSigCorr", "mnuHist", "mnuTurns", "mnuSuspects"})
         EXPECT_EQ(menuNeed(item), MenuNeed::kSites) << item;
     for (const char* item : {"mnuX", "mnuY", "mnuStat", "mnuGrid"})
         EXPECT_EQ(menuNeed(item), MenuNeed::kUsableRows) << item;

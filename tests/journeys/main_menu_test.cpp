@@ -38,6 +38,7 @@ TEST_F(MainMenu, OpensModalWhatReliesOnTheSurveyAndBesideItWhatFollows) {
     expectOpens(u"mnuData"_s, u"frmDataEdit"_s, Qt::NonModal);
     expectOpens(u"mnuAdjust"_s, u"frmAdjustData"_s, Qt::WindowModal);
     expectOpens(u"mnuTurns"_s, u"frmTurns"_s, Qt::NonModal);
+    expectOpens(u"mnuSuspects"_s, u"frmSuspects"_s, Qt::NonModal);
     expectOpens(u"mnuHelpAbout"_s, u"frmAbout"_s, Qt::WindowModal);
     expectOpens(u"mnuStat"_s, u"frmStat"_s, Qt::NonModal);
     expectOpens(u"mnuSigCorr"_s, u"frmSigCorrStruct"_s, Qt::NonModal);

@@ -3,6 +3,7 @@
 #include "analysis/frmAdjustData.h"
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
+#include "analysis/frmSuspects.h"
 #include "app/HelpOpener.h"
 #include "app/applied_adjustments.h"
 #include "app/frmAbout.h"
@@ -70,6 +71,7 @@ const Window kWindows[] = {
     {"frmClip", [](frmMain& main) { return new frmClip(&main); }, 108, "mnuGDRH1"},
     {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(&main); }, 112, "cmdHelp"},
     {"frmTurns", [](frmMain& main) { return new frmTurns(&main); }, 118, "cmdHelp"},
+    {"frmSuspects", [](frmMain& main) { return new frmSuspects(&main); }, 119, "cmdHelp"},
     {"frmAdjustData", [](frmMain& main) { return new frmAdjustData(&main); }, 113, "cmdHelp"},
     {"frmHistory", [](frmMain& main) { return new frmHistory(&main); }, 117, "cmdHelp"},
     {"frmStat", [](frmMain& main) { return new frmStat(&main); }, 102, ""},
@@ -383,7 +385,7 @@ TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
         }
         EXPECT_TRUE(form.endsWith(u'/' + namesIn(form).constFirst() + u".ui"_s)) << form.toStdString();
     }
-    EXPECT_EQ(count, 17);
+    EXPECT_EQ(count, 18);
 }
 
 TEST(Menus, ShowTheStandardShortcuts) {

@@ -104,6 +104,16 @@ void deleteMarkedPlainSites(PlainSurvey& survey, const std::vector<bool>& marks)
     survey.sites = kept;
 }
 
+void closePlainRows(PlainSurvey& survey) {
+    int row = 0, before = 0;
+    for (PlainSite& site : survey.sites) {
+        if (site.row != before) ++row;
+        before = site.row;
+        site.row = row;
+    }
+    recount(survey);
+}
+
 bool validatePlainRows(PlainSurvey& survey) {
     bool good = survey.sites.front().row == 1 && survey.sites.back().row == survey.rows;
     for (std::size_t i = 1; i < survey.sites.size(); ++i) {

@@ -45,6 +45,8 @@ void deletePlainRow(PlainSurvey& survey, int row);
 void deletePlainSites(PlainSurvey& survey, int row, const std::vector<std::size_t>& sites);
 /// Takes the sites marked out; row numbers stay.
 void deleteMarkedPlainSites(PlainSurvey& survey, const std::vector<bool>& marks);
+/// Numbers the rows that are left anew, without gaps.
+void closePlainRows(PlainSurvey& survey);
 /// False when the rows no longer run 1, 1, 2, ... up to `rows`; then all sites are row 1.
 bool validatePlainRows(PlainSurvey& survey);
 

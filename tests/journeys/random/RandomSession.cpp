@@ -59,6 +59,7 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"finish row plots", 4, &S::rowPlotsOpen, &S::finishRowPlots},
         {"split a row", 25, &S::canSplit, &S::splitRow},
         {"find rows by turns", 10, &S::canFindTurns, &S::findTurns},
+        {"find suspicious sites", 12, &S::canFindSuspects, &S::findSuspectSites},
         {"edit on the map", 14, &S::canMap, &S::editOnMap},
         {"row dialog", 14, &S::canEditRows, &S::editRows},
         {"survey grid", 4, &S::canPlotGrid, &S::plotGrid},
@@ -218,7 +219,7 @@ void RandomSession::setMenus(bool enabled, const std::vector<std::string>& items
     for (const std::string& item : items)
         menus_[item] = enabled;
     menus_["mnuGridReading"] = menus_["mnuGrid"];
-    menus_["mnuTurns"] = menus_["mnuIDEW"];
+    menus_["mnuTurns"] = menus_["mnuSuspects"] = menus_["mnuIDEW"];
 }
 
 void RandomSession::plotsHidden() {

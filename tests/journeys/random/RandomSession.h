@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "analysis/suspicious_sites.h"
 #include "app/survey.h"
 #include "journeys/random/Reached.h"
 #include "rows/row_turns.h"
@@ -239,6 +240,11 @@ class RandomSession {
     void findTurns();
     void enterTurns(QWidget& window);
     void compareTurns(QWidget& window);
+    bool canFindSuspects() const { return canChoose("mnuSuspects"); }
+    void findSuspectSites();
+    void chooseRules(QWidget& window);
+    SuspectParameters rulesIn(QWidget& window);
+    void deleteSuspectSites(QWidget& window, const std::vector<bool>& condemned);
     void takeOverTurns(bool deleted, const std::vector<int>& kept);
 
     // Other windows and views (SessionWindows.cpp).

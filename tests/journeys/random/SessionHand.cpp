@@ -86,7 +86,7 @@ void RandomSession::wantKeys() {
         reached_.want(std::string("frmClip.picMapZoom ") + key);
     for (const char* const window :
          {"frmDataControl", "frmIniDisplay", "frmGeneric", "frmOutput", "frmDataEdit", "frmStat", "frmClip",
-          "frmAdjustData", "frmTurns", "frmHistForm", "frmSigCorrStruct", "frmAbout"}) {
+          "frmAdjustData", "frmTurns", "frmSuspects", "frmHistForm", "frmSigCorrStruct", "frmAbout"}) {
         reached_.want(std::string(window) + " F1");
         reached_.want(std::string(window) + " Esc");
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "analysis/frmSuspects.h"
 #include "app/frmMain.h"
 #include "journal/journal.h"
 #include "journeys/random/RandomSession.h"
@@ -6,6 +7,8 @@
 #include "plots/RowPlotEditor.h"
 #include "rows/frmTurns.h"
 #include "support/UserDriver.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -93,6 +96,91 @@ void RandomSession::takeOverTurns(bool deleted, const std::vector<int>& kept) {
     setMenus(true, {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid"});
     plotsFollow();
     turns_ = {};
+}
+
+// Suspicious sites ------------------------------------------------------------------------------------------
+
+void RandomSession::findSuspectSites() {
+    if (!choose(u"mnuSuspects"_s, false)) return;
+    auto& window = dynamic_cast<frmSuspects&>(shownWindow(u"frmSuspects"_s));
+    bringToFront(window);
+    helpOf(window, 119);
+    reached_.note("frmSuspects.cmdCancel");  // is there in a search only that takes longer than these
+    chooseRules(window);
+    const Suspects found = findSuspects(theSurvey(), rulesIn(window));
+    same("the sites flagged", static_cast<SiteIndex>(window.tblSuspects->model()->rowCount()), found.sites);
+    std::vector<bool> condemned(found.flags.begin(), found.flags.end());
+    if (found.sites > 0 && chance(50)) {
+        window.tblSuspects->setCurrentIndex(window.tblSuspects->model()->index(0, 0));
+        pressKey(*window.tblSuspects, Qt::Key_Space);
+        condemned[static_cast<std::size_t>(std::find(condemned.begin(), condemned.end(), true) -
+                                           condemned.begin())] = false;
+    }
+    const bool any = std::find(condemned.begin(), condemned.end(), true) != condemned.end();
+    same("enabled cmdDeleteSuspects", window.cmdDeleteSuspects->isEnabled(), any);
+    if (any && difference_.empty() && chance(60)) deleteSuspectSites(window, condemned);
+    if (isShown(u"frmSuspects"_s)) leave(window, u"cmdClose"_s);
+}
+
+void RandomSession::chooseRules(QWidget& window) {
+    for (QCheckBox* const rule : window.findChildren<QCheckBox*>())
+        if (rule->isEnabled() && chance(40)) clickOn(window, rule->objectName());
+    for (QLineEdit* const box : window.findChildren<QLineEdit*>())
+        if (box->isVisible() && box->isEnabled() && chance(20))
+            typeInto(window, box->objectName(),
+                     oneOf(std::vector<QString>{u"2"_s, u"5"_s, u"17"_s, u"40"_s}));
+    pickItem(window, u"cboRepeated"_s, below(2));
+    pickItem(window, u"cboColours"_s, below(survey_.two ? 3 : 2));
+    if (!chance(10)) return;
+    typeInto(window, u"txtSpike"_s, u"abc"_s);
+    const bool used = controlAs<QCheckBox>(window, u"chkSpikes"_s).isChecked();
+    if (used) same("a deletion by no threshold", control(window, u"cmdDeleteSuspects"_s).isEnabled(), false);
+    typeInto(window, u"txtSpike"_s, u"3"_s);
+}
+
+SuspectParameters RandomSession::rulesIn(QWidget& window) {
+    const auto typed = [&](const char* box) {
+        return window.findChild<QLineEdit*>(QLatin1StringView(box))->text().toDouble();
+    };
+    SuspectParameters p;
+    std::size_t rule = 0;
+    for (const char* const name :
+         {"chkLimits", "chkSpikes", "chkAround", "chkJumps", "chkRepeated", "chkFar", "chkStuck", "chkApart"})
+        p.uses[rule++] = window.findChild<QCheckBox*>(QLatin1StringView(name))->isChecked();
+    p.lowest = {typed("txtLowest1"), typed("txtLowest2")};
+    p.highest = {typed("txtHighest1"), typed("txtHighest2")};
+    p.spikeNeighbours = static_cast<int>(typed("txtNeighbours"));
+    p.spikeThreshold = typed("txtSpike");
+    p.radius = typed("txtRadius");
+    p.aroundThreshold = typed("txtAround");
+    p.jump = typed("txtJump");
+    p.repeated = static_cast<RepeatedPlaces>(window.findChild<QComboBox*>(u"cboRepeated"_s)->currentIndex());
+    p.farFactor = typed("txtFar");
+    p.stuckSites = static_cast<SiteIndex>(typed("txtStuck"));
+    p.apartThreshold = typed("txtApart");
+    return p;
+}
+
+void RandomSession::deleteSuspectSites(QWidget& window, const std::vector<bool>& condemned) {
+    const auto count = std::count(condemned.begin(), condemned.end(), true);
+    const bool yes = chance(80);
+    expectQuestion(yes, count == 1 ? u"Delete the ticked site? The others stay."_s
+                                   : u"Delete the %1 ticked sites? The others stay."_s.arg(count));
+    if (!yes) return clickOn(window, u"cmdDeleteSuspects"_s);
+    const bool closesUp = rowsCanBeShown();
+    deleteMarkedPlainSites(survey_, condemned);
+    if (survey_.empty()) {
+        survey_.rows = survey_.rowIndex = 0;
+        noSitesLeft();
+    } else if (closesUp) {
+        closePlainRows(survey_);
+        counted_ = true;
+    } else if (!validatePlainRows(survey_)) {
+        counted_ = true;
+        setMenus(true, {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid", "mnuData"});
+    }
+    clickOn(window, u"cmdDeleteSuspects"_s);
+    plotsFollow();
 }
 
 }  // namespace tessel
