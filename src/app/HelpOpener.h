@@ -6,9 +6,9 @@ class QWidget;
 
 namespace tessel {
 
-/// Opens the help document of this number (101 to 119) in the help viewer, of which there is one, or says
-/// over the window `from` that the document's file is missing. The viewer comes up beside that window, or
-/// over the main one. Throws RunTimeError with path and reason when the file is there but cannot be read.
+/// Opens the help document of this number (help_documents.h) in the help viewer, of which there is one, or
+/// says over the window `from` that the document's file is missing. The viewer comes up beside that window,
+/// or over the main one. Throws RunTimeError with path and reason when the file is there but cannot be read.
 void openHelp(QWidget* from, int document);
 
 /// From now on the help key opens this document while the window is active, and so does its help button if it

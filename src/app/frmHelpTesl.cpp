@@ -111,8 +111,9 @@ void frmHelpTesl::fill(const QString& name) {
 
 void frmHelpTesl::selectShownDocument() {
     const QSignalBlocker quiet(lstDocuments);
-    const int line = number_ - kHelpDocuments.front().number;
-    lstDocuments->setCurrentRow(line >= 0 && line < lstDocuments->count() ? line : -1);
+    const auto shown = std::ranges::find(kHelpDocuments, number_, &HelpDocumentTitle::number);
+    const bool isListed = shown != kHelpDocuments.end();
+    lstDocuments->setCurrentRow(isListed ? static_cast<int>(shown - kHelpDocuments.begin()) : -1);
 }
 
 void frmHelpTesl::listDocuments() {

@@ -4,10 +4,13 @@
 #include "base/palette16.h"
 #include "base/session.h"
 #include "desktop/CaptionColour.h"
+#include "desktop/FileNames.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <QScreen>
 
@@ -38,6 +41,7 @@ QSize firstSize(const QScreen* screen) {
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
+    setAcceptDrops(true);
     nameSubmenus();
     resize(firstSize(screen()));
     editorArea->hide();
@@ -180,6 +184,17 @@ bool frmMain::mayLeave() {
     return ask(this,
                u"Attention: you have not exported an output VARN data file yet!\n"
                u"Are you sure that you wish to exit the program?"_s);
+}
+
+// Not beneath a window that works on the survey.
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (QApplication::activeModalWidget() == nullptr && !droppedFile(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    Q_EMIT fileDropped(droppedFile(*event->mimeData()));
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -51,9 +51,13 @@ class frmMain : public QMainWindow, public Ui::frmMain, public PlotArea {
 
   Q_SIGNALS:
     void plotsHidden();
+    /// A file was dropped on the window.
+    void fileDropped(const QString& path);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:

@@ -6,13 +6,13 @@
 
 namespace tessel {
 
-/// A help document: helpdocs/hdoc101.rtf and so on, and its title.
+/// A help document: helpdocs/hdoc101.rtf and so on, and its title. In the order of their numbers.
 struct HelpDocumentTitle {
     int number;
     std::string_view title;
 };
 
-inline constexpr std::array<HelpDocumentTitle, 19> kHelpDocuments = {{
+inline constexpr auto kHelpDocuments = std::to_array<HelpDocumentTitle>({
     {101, "What is VARN-Tessel"},
     {102, "Navigating the Main Menu"},
     {103, "Frequently asked questions"},
@@ -32,6 +32,8 @@ inline constexpr std::array<HelpDocumentTitle, 19> kHelpDocuments = {{
     {117, "Taking back what was done"},
     {118, "Finding rows by turns"},
     {119, "Finding suspicious sites"},
-}};
+    {120, "Tables out and in"},
+    {121, "What positions are"},
+});
 
 }  // namespace tessel

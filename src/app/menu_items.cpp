@@ -11,24 +11,25 @@ namespace {
 using Name = std::string_view;
 
 // The items that need a survey, and export, which an import without a site leaves as it was.
-constexpr std::array<Name, 17> kAllItems = {
-    "mnuSigCorr",     "mnuHist",   "mnuClear", "mnuData",     "mnuInvokeIDE", "mnuIDEW",
-    "mnuDistance",    "mnuGrid",   "mnuStat",  "mnuRow",      "mnuAdjust",    "mnuEL",
-    "mnuGridReading", "mnuRecord", "mnuTurns", "mnuSuspects", "mnuSave"};
-constexpr std::span<const Name> kSurveyItems = std::span(kAllItems).first<16>();
+constexpr std::array<Name, 19> kAllItems = {"mnuSigCorr",     "mnuHist",     "mnuClear",     "mnuData",
+                                            "mnuInvokeIDE",   "mnuIDEW",     "mnuDistance",  "mnuGrid",
+                                            "mnuStat",        "mnuRow",      "mnuAdjust",    "mnuEL",
+                                            "mnuGridReading", "mnuRecord",   "mnuSaveTable", "mnuCoordinates",
+                                            "mnuTurns",       "mnuSuspects", "mnuSave"};
+constexpr std::span<const Name> kSurveyItems = std::span(kAllItems).first<18>();
 constexpr std::span<const Name> kExport = std::span(kAllItems).last<1>();
 constexpr std::array<Name, 5> kRowItems = {"mnuRow", "mnuStat", "mnuDistance", "mnuGrid", "mnuGridReading"};
 constexpr std::array<Name, 6> kTwoRowItems = {"mnuRow",         "mnuDistance", "mnuGrid",
                                               "mnuGridReading", "mnuData",     "mnuStat"};
-constexpr std::array<Name, 15> kSiteItems = {"mnuSave",        "mnuRecord",  "mnuInvokeIDE", "mnuIDEW",
-                                             "mnuRow",         "mnuData",    "mnuStat",      "mnuDistance",
-                                             "mnuGrid",        "mnuSigCorr", "mnuHist",      "mnuClear",
-                                             "mnuGridReading", "mnuTurns",   "mnuSuspects"};
+constexpr std::array<Name, 17> kSiteItems = {
+    "mnuTurns",     "mnuSuspects", "mnuCoordinates", "mnuSave",  "mnuRecord",     "mnuSaveTable",
+    "mnuInvokeIDE", "mnuIDEW",     "mnuRow",         "mnuData",  "mnuStat",       "mnuDistance",
+    "mnuGrid",      "mnuSigCorr",  "mnuHist",        "mnuClear", "mnuGridReading"};
 constexpr std::array<Name, 1> kRowDialog = {"mnuData"};
 
-constexpr std::array<Name, 10> kNeedSites = {"mnuIDEW",  "mnuData",    "mnuAdjust",  "mnuTrue_Dis",
-                                             "mnuX_Dis", "mnuY_Dis",   "mnuSigCorr", "mnuHist",
-                                             "mnuTurns", "mnuSuspects"};
+constexpr std::array<Name, 12> kNeedSites = {"mnuTurns", "mnuSuspects", "mnuCoordinates", "mnuSaveTable",
+                                             "mnuIDEW",  "mnuData",     "mnuAdjust",      "mnuTrue_Dis",
+                                             "mnuX_Dis", "mnuY_Dis",    "mnuSigCorr",     "mnuHist"};
 constexpr std::array<Name, 6> kNeedUsableRows = {"mnuX",    "mnuY",       "mnuStat",
                                                  "mnuGrid", "mnuGridEM1", "mnuGridEM2"};
 

@@ -111,7 +111,10 @@ struct SurveyFigures : SurveyParameters, SurveyCounts {
     AppliedAdjustments applied;  ///< what adjustments have made of the readings since the import
     double EMAdjustTotalA = 0;   ///< sum of the amounts added to EM1 (mS/m) since the start of the program
     double EMAdjustTotalB = 0;   ///< sum of the amounts added to EM2 (mS/m), likewise
-    int importNumber = 0;        ///< of the import that the survey comes from, counted from 1; 0 for none
+    /// What X and Y are: the EPSG number of a coordinate system in metres whose easting and northing they
+    /// are, or 0 for metres in a grid without a name.
+    int PositionsCRS = 0;
+    int importNumber = 0;  ///< of the import that the survey comes from, counted from 1; 0 for none
 
     bool operator==(const SurveyFigures&) const = default;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/FileNames.h"
 
+#include <QMimeData>
 #include <QUrl>
 
 #include <cctype>
@@ -104,6 +105,12 @@ QString localPath(const QUrl& address) {
     if (!address.host().isEmpty()) return address.toLocalFile();
     const QByteArray bytes = QByteArray::fromPercentEncoding(address.path(QUrl::FullyEncoded).toLatin1());
     return bytes.contains('\0') ? QString() : fromPath(bytes.toStdString());
+}
+
+QString droppedFile(const QMimeData& data) {
+    for (const QUrl& url : data.urls())
+        if (QString path = localPath(url); !path.isEmpty()) return path;
+    return {};
 }
 
 std::string pathMeantBy(const QString& text, const std::string& folder) {

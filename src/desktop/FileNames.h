@@ -5,6 +5,7 @@
 
 #include <string>
 
+class QMimeData;
 class QUrl;
 
 namespace tessel {
@@ -23,6 +24,9 @@ QString legible(const QString& text);
 
 /// The path of a local file's address, byte for byte; empty for an address of another kind.
 QString localPath(const QUrl& address);
+
+/// The first file of what was dropped; empty when it holds none.
+QString droppedFile(const QMimeData& data);
 
 /// The file that was meant by what a user has typed or pasted: a path, with blanks around it or not; a file's
 /// address ("file:///home/..."); or a name with foreign bytes as legible() shows them. A name that exists as

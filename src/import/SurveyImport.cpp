@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/SurveyImport.h"
 
+#include "base/input_file.h"
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
 #include "import/error_log.h"
+#include "import/fitting_import.h"
 #include "import/frmDataControl.h"
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
+#include "import/frmTable.h"
 #include "import/import_report.h"
 #include "journal/journal.h"
 
@@ -33,17 +36,34 @@ void tellLogProblem(QWidget& window, const std::string& problem) {
 SurveyImport::SurveyImport(QWidget& parent) : QObject(&parent), parent_(parent) {}
 
 void SurveyImport::mnuOpen_Click() {
+    askForControl({});
+}
+
+void SurveyImport::askForControl(const QString& path) {
     auto* const window = new frmDataControl(&parent_);
-    connect(window, &frmDataControl::parametersChosen, this, [this](const TrimbleOptions& options) {
+    connect(window, &frmDataControl::parametersChosen, this, [this, path](TrimbleOptions options) {
+        options.path = toPath(path);
         runGuarded(&parent_, [&] { OpenSensorFile(options); });
     });
     showModal(window);
 }
 
+void SurveyImport::importFile(const QString& path) {
+    switch (fittingImport(readFirstBytes(toPath(path), kFirstBytes))) {
+        case FittingImport::kGeneric:
+            return openGeneric().txtGFile->setText(path);
+        case FittingImport::kTable:
+            return openTable().txtFile->setText(path);
+        case FittingImport::kTrimble:
+            return askForControl(path);
+    }
+}
+
 void SurveyImport::OpenSensorFile(TrimbleOptions options) {
-    const QString path = askOpenFile(&parent_, u"Import a Trimble/EM-38 Sensor file"_s, kAllFiles);
-    if (path.isEmpty()) return;
-    options.path = theSession().InputFileName = toPath(path);
+    if (options.path.empty())
+        options.path = toPath(askOpenFile(&parent_, u"Import a Trimble/EM-38 Sensor file"_s, kAllFiles));
+    if (options.path.empty()) return;
+    theSession().InputFileName = options.path;
     options.errorLogPath = errorLogPath(theSession());
     auto* const window = new frmIniDisplay(&parent_, options, lastLayout_);
     connect(window, &frmIniDisplay::formatChosen, this, [this](const TrimbleOptions& complete) {
@@ -59,9 +79,14 @@ void SurveyImport::Import(const TrimbleOptions& options) {
 }
 
 void SurveyImport::mnuOpen2_Click() {
+    openGeneric();
+}
+
+frmGeneric& SurveyImport::openGeneric() {
     auto* const window = new frmGeneric(&parent_);
     serve(*window);
     showModal(window);
+    return *window;
 }
 
 void SurveyImport::serve(frmGeneric& window) {
@@ -78,6 +103,28 @@ void SurveyImport::GetInputData(frmGeneric& window, GenericOptions options, bool
     options.errorLogPath = errorLogPath(theSession());
     succeeded = !isFatal(run(window, {[&] { return importGenericFile(options, theSurvey()); },
                                       genericImportReport, u"VARN-Tessel File Import Message"_s}));
+}
+
+void SurveyImport::mnuImportTable_Click() {
+    openTable();
+}
+
+frmTable& SurveyImport::openTable() {
+    auto* const window = new frmTable(&parent_, tables_);
+    serve(*window);
+    showModal(window);
+    return *window;
+}
+
+void SurveyImport::serve(frmTable& window) {
+    connect(&window, &frmTable::inputChosen, this, [this, &window](TableOptions options) {
+        runGuarded(&window, [&] {
+            options.errorLogPath = errorLogPath(theSession());
+            const ImportedRows rows = run(window, {[&] { return importTable(options); }, genericImportReport,
+                                                   u"VARN-Tessel File Import Message"_s});
+            if (!isFatal(rows)) window.accept();
+        });
+    });
 }
 
 ImportedRows SurveyImport::run(QWidget& window, const Reader& reader) {

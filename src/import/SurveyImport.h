@@ -2,6 +2,7 @@
 #pragma once
 
 #include "import/import_result.h"
+#include "import/table_reader.h"
 #include "import/trimble_reader.h"
 
 #include <QObject>
@@ -15,9 +16,10 @@ class QWidget;
 namespace tessel {
 
 class frmGeneric;
+class frmTable;
 struct GenericOptions;
 
-/// Both imports: the windows that ask what to read and how, then one way for either reader: a new survey is
+/// All imports: the windows that ask what to read and how, then one way for every reader: a new survey is
 /// read, what came of it is reported, and it takes the place of the one in memory. When a window is cancelled
 /// or reading fails, the survey in memory keeps its sites, distances and rows.
 ///
@@ -34,12 +36,17 @@ class SurveyImport : public QObject {
 
     void mnuOpen_Click();
     void mnuOpen2_Click();
-    /// Asks for the file and goes on with where its fields stand.
+    void mnuImportTable_Click();
+    /// Begins the import that fits a file, with its name filled in. Throws RunTimeError when it cannot be
+    /// read.
+    void importFile(const QString& path);
+    /// Asks for the file unless the options name it, and goes on with where its fields stand.
     void OpenSensorFile(TrimbleOptions options);
     /// Imports a fixed-column file. Throws RunTimeError when reading fails.
     void Import(const TrimbleOptions& options);
     /// Imports what the window is asked to import, and closes it when that has succeeded.
     void serve(frmGeneric& window);
+    void serve(frmTable& window);
 
   Q_SIGNALS:
     /// The survey in memory is another one. What its rows are worth has not been told yet.
@@ -54,11 +61,15 @@ class SurveyImport : public QObject {
         QString title;
     };
 
+    void askForControl(const QString& path);
+    frmGeneric& openGeneric();
+    frmTable& openTable();
     void GetInputData(frmGeneric& window, GenericOptions options, bool& succeeded);
     ImportedRows run(QWidget& window, const Reader& reader);
     void putInPlace(ImportResult& result);
 
     QWidget& parent_;
+    KnownTables tables_;                        // what was chosen for tables
     std::optional<TrimbleOptions> lastLayout_;  // where the fields were in the file accepted last
 };
 

@@ -12,7 +12,6 @@
 
 #include <QDragEnterEvent>
 #include <QMimeData>
-#include <QUrl>
 
 #include <algorithm>
 
@@ -23,13 +22,6 @@ namespace tessel {
 namespace {
 
 constexpr int kHelpDocument = 106;
-
-// The first file of what was dropped; empty when it holds none.
-QString droppedFile(const QMimeData& data) {
-    for (const QUrl& url : data.urls())
-        if (QString path = localPath(url); !path.isEmpty()) return path;
-    return {};
-}
 
 }  // namespace
 

@@ -149,20 +149,6 @@ std::vector<FieldPlace> fieldPlaces(const GenericLayout& layout) {
     return places;
 }
 
-// Counts the rows into NumRows if the row numbers are of use.
-ImportedRows checkRows(Survey& survey) {
-    const double* const row = survey.SiteData.column(kRow);
-    if (row[0] != 1) return ImportedRows::kFirstRowNotOne;
-    int rows = 1;
-    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
-        if (row[i] == row[i - 1]) continue;
-        if (row[i] != row[i - 1] + 1) return ImportedRows::kNotSequential;
-        ++rows;
-    }
-    survey.NumRows = survey.RowIndex = rows;
-    return rows > kMaxRows ? ImportedRows::kTooManyNumbered : ImportedRows::kUsable;
-}
-
 template <class Scanner>
 void readRecords(LineReader& file, SiteCollector& sites, const Survey& survey) {
     RecordAssembler<Scanner, SiteCollector> records(sites.columns(), sites);
@@ -192,6 +178,19 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     summary.decimalCommasRead = options.decimalCommas;
     summary.linesRead = file.lineNumber();
     return sites.dropped();
+}
+
+ImportedRows checkRows(Survey& survey) {
+    const double* const row = survey.SiteData.column(kRow);
+    if (row[0] != 1) return ImportedRows::kFirstRowNotOne;
+    int rows = 1;
+    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
+        if (row[i] == row[i - 1]) continue;
+        if (row[i] != row[i - 1] + 1) return ImportedRows::kNotSequential;
+        ++rows;
+    }
+    survey.NumRows = survey.RowIndex = rows;
+    return rows > kMaxRows ? ImportedRows::kTooManyNumbered : ImportedRows::kUsable;
 }
 
 ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters) {

@@ -61,6 +61,10 @@ struct GenericOptions {
 /// leaving the last import's error log, when the file cannot be read.
 ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
 
+/// Counts the rows of a survey with row numbers into NumRows and RowIndex if these are of use. Requires a
+/// site.
+ImportedRows checkRows(Survey& survey);
+
 /// The reading alone: fills SiteData, SiteID, SourceLine and NumSites and the two flags of the layout; the
 /// table has exactly the sites that were kept. What the file itself is like goes into the summary. Returns
 /// the number of dropped records.

@@ -117,6 +117,7 @@ class Description {
                 "The positions look like degrees. Distances, rows and plots need metres: convert the "
                 "positions "
                 "before the import.");
+        if (!import_.positionsKept.empty()) warn(import_.positionsKept);
         if (facts_.sitesAtZero > 0)
             warn(counted(facts_.sitesAtZero, "site") + (facts_.sitesAtZero == 1 ? " lies" : " lie") +
                  " at 0, 0. Unless that is a place in the field, the position was missing: delete " +
@@ -173,11 +174,19 @@ class Description {
         tellRange(kEM1, "EM1", kDecimals, "mS/m");
         if (survey_.TwoEMColumns) tellRange(kEM2, "EM2", kDecimals, "mS/m");
         if (facts_.steps > 0) add(Kind::kFact, "Step", "Median step", step());
+        if (const std::string text = positions(); !text.empty())
+            add(Kind::kFact, "Positions", "Positions", text);
     }
 
     std::string rows() const {
         if (rowsAreUsable(survey_)) return std::to_string(survey_.NumRows);
         return survey_.RowIndex > kMaxRows ? "more than " + std::to_string(kMaxRows) : "none";
+    }
+
+    // What they are, where that is known or can be made known.
+    std::string positions() const {
+        if (survey_.PositionsCRS != 0) return "EPSG:" + std::to_string(survey_.PositionsCRS);
+        return facts_.looksLikeDegrees ? "Edit, then “Coordinates” makes metres of degrees." : "";
     }
 
     std::string metres() const { return facts_.looksLikeDegrees ? "degrees" : "m"; }

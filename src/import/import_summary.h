@@ -19,6 +19,8 @@ struct ImportSummary {
     std::vector<FieldPlace> fields;  ///< what has been read of it
     double cutoff = 0;               ///< smallest accepted reading (mS/m)
     bool fixedColumns = false;       ///< read by columns of characters; else by separators
+    bool isTable = false;            ///< its columns were chosen one by one
+    std::string positionsKept;       ///< what could not be converted to metres, in words; or empty
     bool decimalCommasRead = false;  ///< semicolons were taken for separators, commas for decimal signs
     std::int64_t linesRead = 0;
     std::vector<RejectedLines> rejected;  ///< in the order in which the reasons first came up

@@ -145,6 +145,14 @@ void Difference::keepDistances(const Survey& survey, int measure) {
     if (!distances.empty() && !isInStep(distances, survey.NumSites)) whole_.push_back({column, distances});
 }
 
+// With room for both columns of the positions, so that nothing fails between the two.
+void Difference::keepAllDistances(const Survey& survey) {
+    whole_.reserve(whole_.size() + 5);
+    for (const int column : {kTrueDist, kXDist, kYDist})
+        if (const std::vector<double>& distances = distancesOf(survey, column); !distances.empty())
+            whole_.push_back({column, distances});
+}
+
 void Difference::exchangeColumn(Survey& survey, SiteColumn column, std::vector<double> values) {
     whole_.push_back({column, std::move(values)});
     exchange(survey, column, whole_.back().values);
@@ -246,9 +254,9 @@ bool Difference::changesContent(const Survey& after) const {
     return rows_ && !rows_->areThoseOf(after);
 }
 
-std::span<const double> Difference::removedSiteNumbers() const {
-    const auto numbers = std::ranges::find(taken_, static_cast<int>(kSiteIDs), &Taken::column);
-    return numbers == taken_.end() ? std::span<const double>() : numbers->values;
+std::span<const double> Difference::removedEntries(int column) const {
+    const auto taken = std::ranges::find(taken_, column, &Taken::column);
+    return taken == taken_.end() ? std::span<const double>() : taken->values;
 }
 
 std::size_t Difference::bytes() const {

@@ -43,6 +43,9 @@ class Difference {
     /// Keeps distances that are about to be calculated (by 1 true distance, 2 along X, 3 along Y): those that
     /// are in step will come out as they are.
     void keepDistances(const Survey& survey, int measure);
+    /// Keeps all distances as they are, for an act that moves the sites. X and Y can be exchanged after that
+    /// without fail.
+    void keepAllDistances(const Survey& survey);
     /// Puts a column of readings or coordinates in the place of that which there is, and keeps that.
     /// Requires a column of SiteData, and as many entries as there is storage.
     void exchangeColumn(Survey& survey, SiteColumn column, std::vector<double> values);
@@ -65,7 +68,9 @@ class Difference {
     const std::vector<IndexRange>& removed() const { return runs_; }
     /// Of each of them its line in the sensor file, and its site number; empty where the survey has none.
     std::span<const std::uint32_t> removedLines() const { return lines_; }
-    std::span<const double> removedSiteNumbers() const;
+    std::span<const double> removedSiteNumbers() const { return removedEntries(kSiteIDs); }
+    /// And what they held in a column of the survey as they were taken out.
+    std::span<const double> removedEntries(int column) const;
     /// What it holds in memory.
     std::size_t bytes() const;
 

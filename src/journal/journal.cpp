@@ -47,6 +47,8 @@ const char* wordOf(ActKind kind) {
             return "lose-rows";
         case ActKind::kAdjust:
             return "adjust-readings";
+        case ActKind::kConvert:
+            return "convert-positions";
     }
     return "";
 }
@@ -102,6 +104,13 @@ void Journal::forgetOldest() noexcept {
         bytes_ -= oldest.difference.bytes();
         acts_.pop_front();
     }
+}
+
+std::size_t Journal::firstSinceImport() const {
+    std::size_t first = position_;
+    while (first > 0 && acts_[first - 1].kind != ActKind::kImport)
+        --first;
+    return first;
 }
 
 bool Journal::canRestAt(std::size_t position) const {

@@ -31,7 +31,8 @@ enum class ActKind {
     kDeleteMasked,    ///< sites masked on the map
     kDeleteSuspects,  ///< sites that rules found suspicious
     kLoseRows,        ///< the row information, which masked sites took with them
-    kAdjust
+    kAdjust,
+    kConvert  ///< what X and Y are: told, or made of degrees
 };
 
 /// The word for it in a file: "delete-row".
@@ -95,6 +96,8 @@ class Journal {
     /// How many acts are no longer known, because there were too many; and how many are in force with them.
     std::size_t forgotten() const { return forgotten_; }
     std::size_t actsInForce() const { return forgotten_ + position_; }
+    /// The first act in force behind the last import, or position() when there is none.
+    std::size_t firstSinceImport() const;
 
     /// Where one step back or forth leads: the nearest position at which the survey can rest, or position()
     /// when there is none.

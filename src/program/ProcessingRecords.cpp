@@ -6,6 +6,7 @@
 #include "desktop/Guarded.h"
 #include "export/RecordSaving.h"
 #include "export/frmOutput.h"
+#include "export/frmSaveTable.h"
 
 #include <QTimer>
 
@@ -37,11 +38,23 @@ void ProcessingRecords::serve(frmOutput& window) {
     });
 }
 
+void ProcessingRecords::serve(frmSaveTable& window) {
+    connect(&window, &frmSaveTable::saved, this, [this](const RecordedExport& file) {
+        keeper_.noteExport(theJournal(), file);
+        identifyFilesSoon();
+        tellSaved(u"Table"_s, file.file.path);
+    });
+}
+
 void ProcessingRecords::mnuRecord_Click() {
     const std::string path = saveRecord(&main_, [this] { return keeper_.record(theJournal()); });
     if (path.empty()) return;
+    tellSaved(u"Processing record"_s, path);
+}
+
+void ProcessingRecords::tellSaved(const QString& what, const std::string& path) {
     const std::string name = std::filesystem::path(path).filename().string();
-    main_.showMessage(u"Processing record saved to "_s + legible(fromPath(name)));
+    main_.showMessage(what + u" saved to "_s + legible(fromPath(name)));
 }
 
 // As long as a card is in its slot. A large file is looked at only when its digest is wanted.

@@ -4,11 +4,13 @@
 #include "program/record_keeper.h"
 
 #include <QObject>
+#include <QString>
 
 namespace tessel {
 
 class frmMain;
 class frmOutput;
+class frmSaveTable;
 
 /// Remembers imports and exports, and writes the processing record: alone, or beside an export.
 class ProcessingRecords : public QObject {
@@ -23,10 +25,13 @@ class ProcessingRecords : public QObject {
     const ImportSummary* importOf(const Survey& survey) const { return keeper_.importOf(survey); }
     /// Has the window write the record beside the file, and notes what it has written.
     void serve(frmOutput& window);
+    /// Notes the table that the window has written, and says so in the main window.
+    void serve(frmSaveTable& window);
     void mnuRecord_Click();
 
   private:
     void identifyFilesSoon();
+    void tellSaved(const QString& what, const std::string& path);
 
     frmMain& main_;
     RecordKeeper keeper_;

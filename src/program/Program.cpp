@@ -21,6 +21,8 @@
 #include "desktop/Windows.h"
 #include "desktop/editor_settings.h"
 #include "export/frmOutput.h"
+#include "export/frmSaveTable.h"
+#include "geodesy/frmCoordinates.h"
 #include "import/SurveyImport.h"
 #include "import/import_notices.h"
 #include "journal/frmHistory.h"
@@ -66,6 +68,9 @@ class Program : public QObject {
         joinEdit();
         joinReviewAndPlot();
         joinHelp();
+        connect(&main_, &frmMain::fileDropped, this, [this](const QString& path) {
+            runGuarded(&main_, [&] { import_.importFile(path); });
+        });
         connect(&import_, &SurveyImport::imported, this, &Program::surveyReplaced);
         connect(&import_, &SurveyImport::tooManyRows, this, &Program::rowsRefused);
         connect(&main_, &frmMain::plotsHidden, rowEditor_, [this] { rowEditor_->closeEditor(); });
@@ -98,6 +103,12 @@ class Program : public QObject {
             showModal(window);
         });
         on(main_.mnuRecord, [this] { records_.mnuRecord_Click(); });
+        on(main_.mnuImportTable, [this] { import_.mnuImportTable_Click(); });
+        on(main_.mnuSaveTable, [this] {
+            auto* const window = new frmSaveTable(&main_);
+            records_.serve(*window);
+            showModal(window);
+        });
     }
 
     void joinEdit() {
@@ -122,6 +133,11 @@ class Program : public QObject {
         on(main_.mnuUndo, [this] { goTo(theJournal().positionBefore()); });
         on(main_.mnuRedo, [this] { goTo(theJournal().positionAfter()); });
         on(main_.mnuHistory, [this] { showHistory(); });
+        on(main_.mnuCoordinates, [this] {
+            auto* const window = new frmCoordinates(&main_);
+            connect(window, &frmCoordinates::positionsChanged, this, &Program::surveyChanged);
+            showModal(window);
+        });
         menusChanged();
     }
 

@@ -18,9 +18,13 @@ const char* measureInWords(int mode) {
     return mode == 2 ? "along X" : mode == 3 ? "along Y" : "true distance";
 }
 
-RecordedValues parametersOf(const SurveyParameters& parameters, const ImportSummary& summary) {
+RecordedValues parametersOf(const Survey& parameters, const ImportSummary& summary) {
     RecordedValues values = {{"smallest accepted reading (mS/m)", shortestText(summary.cutoff)}};
-    if (!summary.fixedColumns) {
+    if (summary.isTable) {
+        values.emplace_back("decimal commas", inWords(summary.decimalCommasRead));
+        if (parameters.PositionsCRS != 0)
+            values.emplace_back("degrees converted to", "EPSG:" + std::to_string(parameters.PositionsCRS));
+    } else if (!summary.fixedColumns) {
         values.emplace_back("semicolons and decimal commas", inWords(summary.decimalCommasRead));
         return values;
     }
@@ -44,7 +48,7 @@ RecordedImport recordedImport(const Survey& survey, const ImportSummary& summary
     RecordedImport import;
     import.file.path = std::filesystem::absolute(summary.path).lexically_normal().string();
     import.file.state = summary.file;
-    import.kind = summary.fixedColumns ? "fixed columns" : "separated values";
+    import.kind = summary.fixedColumns ? "fixed columns" : summary.isTable ? "table" : "separated values";
     import.parameters = parametersOf(survey, summary);
     import.fields = summary.fields;
     import.linesRead = summary.linesRead;
@@ -63,14 +67,6 @@ RecordedAct recordedAct(const Act& act) {
         recorded.removed = RecordedRemoval{sites, runsOf(act.difference.removedLines()),
                                            runsOf(act.difference.removedSiteNumbers())};
     return recorded;
-}
-
-// The first act in force behind the last import, as an index among the acts that are known.
-std::size_t firstActSinceImport(const Journal& journal) {
-    std::size_t first = journal.position();
-    while (first > 0 && journal.act(first - 1).kind != ActKind::kImport)
-        --first;
-    return first;
 }
 
 }  // namespace
@@ -107,7 +103,7 @@ ProcessingRecord RecordKeeper::record(const Journal& journal) {
     record.time = std::chrono::system_clock::now();
     const int number = journal.survey().importNumber;
     const bool known = importOf(journal.survey()) != nullptr;
-    const std::size_t first = firstActSinceImport(journal);
+    const std::size_t first = journal.firstSinceImport();
     std::size_t actsBefore = 0;
     if (known) {
         Import& import = imports_[static_cast<std::size_t>(number) - 1];

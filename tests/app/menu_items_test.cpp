@@ -6,8 +6,9 @@
 namespace tessel {
 
 TEST(MenuNeeds, AreSitesWhereSitesAreShownAndRowsWhereRowsAre) {
-    for (const char* item : {"mnuIDEW", "mnuData", "mnuAdjust", "mnuTrue_Dis", "mnuX_Dis", "mnuY_Dis",
-                             "mnuSigCorr", "mnuHist", "mnuTurns", "mnuSuspects"})
+    for (const char* item :
+         {"mnuIDEW", "mnuData", "mnuAdjust", "mnuTrue_Dis", "mnuX_Dis", "mnuY_Dis", "mnuSigCorr", "mnuHist",
+          "mnuTurns", "mnuSuspects", "mnuSaveTable", "mnuCoordinates"})
         EXPECT_EQ(menuNeed(item), MenuNeed::kSites) << item;
     for (const char* item : {"mnuX", "mnuY", "mnuStat", "mnuGrid"})
         EXPECT_EQ(menuNeed(item), MenuNeed::kUsableRows) << item;

@@ -17,10 +17,10 @@ namespace tessel {
 
 namespace {
 
-const char* const kFollowingItems[] = {"mnuSave",  "mnuInvokeIDE", "mnuIDEW", "mnuRow",         "mnuData",
-                                       "mnuStat",  "mnuDistance",  "mnuGrid", "mnuSigCorr",     "mnuHist",
-                                       "mnuClear", "mnuAdjust",    "mnuEL",   "mnuGridReading", "mnuRecord",
-                                       "mnuTurns", "mnuSuspects"};
+const char* const kFollowingItems[] = {
+    "mnuSave",   "mnuInvokeIDE", "mnuIDEW",        "mnuRow",   "mnuData",    "mnuStat", "mnuDistance",
+    "mnuGrid",   "mnuSigCorr",   "mnuHist",        "mnuClear", "mnuAdjust",  "mnuEL",   "mnuGridReading",
+    "mnuRecord", "mnuSaveTable", "mnuCoordinates", "mnuTurns", "mnuSuspects"};
 
 class MenuStates : public testing::Test, protected RunningProgram {
   protected:
@@ -69,46 +69,46 @@ class MenuStates : public testing::Test, protected RunningProgram {
 }  // namespace
 
 // The marks stand for: mnuSave, mnuInvokeIDE, mnuIDEW, mnuRow, mnuData, mnuStat, mnuDistance, mnuGrid,
-// mnuSigCorr, mnuHist, mnuClear, mnuAdjust, mnuEL, mnuGridReading, mnuRecord,
-// mnuTurns, mnuSuspects.
+// mnuSigCorr, mnuHist, mnuClear, mnuAdjust, mnuEL, mnuGridReading, mnuRecord, mnuSaveTable,
+// mnuCoordinates, mnuTurns, mnuSuspects.
 TEST_F(MenuStates, AreThoseOfTheTableOnAWalkThroughTheProgram) {
-    EXPECT_EQ(enabled(), "x................") << "at the start";
+    EXPECT_EQ(enabled(), "x..................") << "at the start";
     importNothing();
-    EXPECT_EQ(enabled(), "x................") << "after an import of no site";
+    EXPECT_EQ(enabled(), "x..................") << "after an import of no site";
     importRuns({3, 1});
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxx") << "after an import";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "after an import";
     importNothing();
-    EXPECT_EQ(enabled(), "x................") << "after another import of no site";
+    EXPECT_EQ(enabled(), "x..................") << "after another import of no site";
 
     writeFile(folder / "generic.txt", "0 0 20 2\n");
     expectGenericReport(1, 0);
     boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
     importGeneric(folder / "generic.txt", 0);
-    EXPECT_EQ(enabled(), ".................") << "after row numbers of no use";
+    EXPECT_EQ(enabled(), "...................") << "after row numbers of no use";
 
     importRuns({260}, u"0"_s);  // each a row
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxx") << "with more than 250 rows";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "with more than 250 rows";
     recalculate(u"3"_s);
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxx") << "after finding the rows anew";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "after finding the rows anew";
 
     importRuns({3, 1});
     chooseItem(*main, u"mnuX"_s);
     clickOn(*main, u"Command2"_s);
     deletePoint();
-    EXPECT_EQ(enabled(), "xxx.....xxxxx.xxx") << "with fewer than two rows";
+    EXPECT_EQ(enabled(), "xxx.....xxxxx.xxxxx") << "with fewer than two rows";
     clickOn(*main, u"Command4"_s);
-    EXPECT_EQ(enabled(), "xxx.x...xxxxx.xxx") << "when the row plots are finished";
+    EXPECT_EQ(enabled(), "xxx.x...xxxxx.xxxxx") << "when the row plots are finished";
     recalculate(u"0.5"_s);
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxx") << "recalculated";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "recalculated";
 
     recalculate(u"3"_s);
     expectNoSitesLeft();
     inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"1"_s});
     waitUntilClosed(u"frmDataEdit"_s);
     EXPECT_EQ(theSurvey().NumSites, 0);
-    EXPECT_EQ(enabled(), "...........xx....") << "with no sites left";
+    EXPECT_EQ(enabled(), "...........xx......") << "with no sites left";
     importRuns({2});
-    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxx") << "after the next import";
+    EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "after the next import";
 }
 
 TEST_F(MenuStates, WithNoSitesLeftWhatIsStillEnabledAnswersWithAMessage) {
@@ -117,9 +117,9 @@ TEST_F(MenuStates, WithNoSitesLeftWhatIsStillEnabledAnswersWithAMessage) {
     deletePoint();
     clickOn(*main, u"Command4"_s);
     ASSERT_EQ(theSurvey().NumSites, 0);
-    EXPECT_EQ(enabled(), "xxx.x...xxxxx.xxx");
+    EXPECT_EQ(enabled(), "xxx.x...xxxxx.xxxxx");
     for (const QString& item : {u"mnuIDEW"_s, u"mnuData"_s, u"mnuAdjust"_s, u"mnuSigCorr"_s, u"mnuHist"_s,
-                                u"mnuTurns"_s, u"mnuSuspects"_s}) {
+                                u"mnuTurns"_s, u"mnuSuspects"_s, u"mnuSaveTable"_s, u"mnuCoordinates"_s}) {
         expectNoSitesLeft();
         chooseItem(*main, item);
         EXPECT_EQ(boxes.pending(), 0) << item.toStdString();

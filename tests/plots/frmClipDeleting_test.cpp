@@ -202,9 +202,10 @@ TEST_F(ClipWindow, SaysThatNoPointIsLeftWhenEverySiteWasDeleted) {
     EXPECT_EQ(beepCount(), before);
     EXPECT_EQ(theSurvey().NumRows, 0);
     EXPECT_EQ(theSurvey().RowIndex, 0);
-    for (const QString& item : QStringList{u"mnuSave"_s, u"mnuInvokeIDE"_s, u"mnuIDEW"_s, u"mnuRow"_s,
-                                           u"mnuData"_s, u"mnuStat"_s, u"mnuDistance"_s, u"mnuGrid"_s,
-                                           u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuClear"_s, u"mnuRecord"_s})
+    for (const QString& item :
+         QStringList{u"mnuSave"_s, u"mnuInvokeIDE"_s, u"mnuIDEW"_s, u"mnuRow"_s, u"mnuData"_s, u"mnuStat"_s,
+                     u"mnuDistance"_s, u"mnuGrid"_s, u"mnuSigCorr"_s, u"mnuHist"_s, u"mnuClear"_s,
+                     u"mnuRecord"_s, u"mnuSaveTable"_s, u"mnuCoordinates"_s})
         EXPECT_FALSE(main.menuItem(item)->isEnabled()) << item.toStdString();
 }
 

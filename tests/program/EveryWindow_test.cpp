@@ -13,9 +13,12 @@
 #include "base/session.h"
 #include "drawing/PictureBox.h"
 #include "export/frmOutput.h"
+#include "export/frmSaveTable.h"
+#include "geodesy/frmCoordinates.h"
 #include "import/frmDataControl.h"
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
+#include "import/frmTable.h"
 #include "import/trimble_reader.h"
 #include "journal/frmHistory.h"
 #include "plots/Chart2D.h"
@@ -59,6 +62,11 @@ frmIniDisplay* openPreview(frmMain& main) {
     return new frmIniDisplay(&main, options);
 }
 
+KnownTables& knownTables() {
+    static KnownTables known;
+    return known;
+}
+
 const Window kWindows[] = {
     {"frmMain", [](frmMain& main) { return &main; }, 101, "mnuHmain1"},
     {"frmMain_rowPlots", [](frmMain& main) { return main.mnuX->trigger(), &main; }, 114, "cmdHelp"},
@@ -68,6 +76,9 @@ const Window kWindows[] = {
     {"frmIniDisplay", [](frmMain& main) { return openPreview(main); }, 105, "cmdHelp"},
     {"frmGeneric", [](frmMain& main) { return new frmGeneric(&main); }, 106, "cmdHelp"},
     {"frmOutput", [](frmMain& main) { return new frmOutput(&main); }, 107, "cmdHelp"},
+    {"frmSaveTable", [](frmMain& main) { return new frmSaveTable(&main); }, 120, "cmdHelp"},
+    {"frmCoordinates", [](frmMain& main) { return new frmCoordinates(&main); }, 121, "cmdHelp"},
+    {"frmTable", [](frmMain& main) { return new frmTable(&main, knownTables()); }, 120, "cmdHelp"},
     {"frmClip", [](frmMain& main) { return new frmClip(&main); }, 108, "mnuGDRH1"},
     {"frmDataEdit", [](frmMain& main) { return new frmDataEdit(&main); }, 112, "cmdHelp"},
     {"frmTurns", [](frmMain& main) { return new frmTurns(&main); }, 118, "cmdHelp"},
@@ -385,7 +396,7 @@ TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
         }
         EXPECT_TRUE(form.endsWith(u'/' + namesIn(form).constFirst() + u".ui"_s)) << form.toStdString();
     }
-    EXPECT_EQ(count, 18);
+    EXPECT_EQ(count, 21);
 }
 
 TEST(Menus, ShowTheStandardShortcuts) {

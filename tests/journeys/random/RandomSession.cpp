@@ -25,9 +25,10 @@ namespace tessel {
 
 namespace {
 
-const std::vector<std::string> kSurveyItems = {
-    "mnuSigCorr", "mnuHist", "mnuClear", "mnuData",   "mnuInvokeIDE", "mnuIDEW",  "mnuDistance",
-    "mnuGrid",    "mnuStat", "mnuRow",   "mnuAdjust", "mnuEL",        "mnuRecord"};
+const std::vector<std::string> kSurveyItems = {"mnuSigCorr",   "mnuHist",      "mnuClear",      "mnuData",
+                                               "mnuInvokeIDE", "mnuIDEW",      "mnuDistance",   "mnuGrid",
+                                               "mnuStat",      "mnuRow",       "mnuAdjust",     "mnuEL",
+                                               "mnuRecord",    "mnuSaveTable", "mnuCoordinates"};
 
 // The submenus that an item stands in.
 const std::map<std::string, std::vector<std::string>> kSubmenus = {
@@ -254,8 +255,9 @@ void RandomSession::surveyImported() {
 void RandomSession::noSitesLeft() {
     reached_.note("no sites left");
     expect(u"There is no more point left in the file!"_s);
-    setMenus(false, {"mnuSave", "mnuRecord", "mnuInvokeIDE", "mnuIDEW", "mnuRow", "mnuData", "mnuStat",
-                     "mnuDistance", "mnuGrid", "mnuSigCorr", "mnuHist", "mnuClear"});
+    setMenus(false,
+             {"mnuSave", "mnuRecord", "mnuSaveTable", "mnuCoordinates", "mnuInvokeIDE", "mnuIDEW", "mnuRow",
+              "mnuData", "mnuStat", "mnuDistance", "mnuGrid", "mnuSigCorr", "mnuHist", "mnuClear"});
 }
 
 bool RandomSession::choose(const QString& item, bool wantsRows) {

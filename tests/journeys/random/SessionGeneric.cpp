@@ -214,7 +214,8 @@ void RandomSession::finishGenericImport(QWidget& window, GenericFile& file) {
     counted_ = measured_;
     if (!refused) return;
     setMenus(false, {"mnuSigCorr", "mnuHist", "mnuClear", "mnuData", "mnuInvokeIDE", "mnuIDEW", "mnuDistance",
-                     "mnuGrid", "mnuStat", "mnuRow", "mnuAdjust", "mnuEL", "mnuSave", "mnuRecord"});
+                     "mnuGrid", "mnuStat", "mnuRow", "mnuAdjust", "mnuEL", "mnuSave", "mnuRecord",
+                     "mnuSaveTable", "mnuCoordinates"});
     leave(window, u"cmdCancel"_s);
 }
 

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "geodesy/coordinate_systems.h"
+
+#include "base/run_time_error.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <proj.h>
+
+namespace tessel {
+
+namespace {
+
+struct DestroyProj {
+    void operator()(PJ* object) const { proj_destroy(object); }
+};
+using Proj = std::unique_ptr<PJ, DestroyProj>;
+
+// One for the program, which has one thread. The library says nothing to the terminal.
+PJ_CONTEXT* context() {
+    static const std::unique_ptr<PJ_CONTEXT, PJ_CONTEXT* (*)(PJ_CONTEXT*)> kContext = [] {
+        PJ_CONTEXT* const made = proj_context_create();
+        proj_log_level(made, PJ_LOG_NONE);
+        return std::unique_ptr<PJ_CONTEXT, PJ_CONTEXT* (*)(PJ_CONTEXT*)>(made, proj_context_destroy);
+    }();
+    return kContext.get();
+}
+
+std::string textOf(const char* text) {
+    return text == nullptr ? std::string() : text;
+}
+
+int numberIn(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? number : 0;
+}
+
+std::vector<CoordinateSystem> readSystems() {
+    PROJ_CRS_LIST_PARAMETERS* const wanted = proj_get_crs_list_parameters_create();
+    const PJ_TYPE projected = PJ_TYPE_PROJECTED_CRS;
+    wanted->types = &projected;
+    wanted->typesCount = 1;
+    int count = 0;
+    PROJ_CRS_INFO** const found = proj_get_crs_info_list_from_database(context(), "EPSG", wanted, &count);
+    proj_get_crs_list_parameters_destroy(wanted);
+    std::vector<CoordinateSystem> systems;
+    for (int i = 0; found != nullptr && i < count; ++i) {
+        const PROJ_CRS_INFO& each = *found[i];
+        systems.push_back({numberIn(textOf(each.code)), textOf(each.name), textOf(each.area_name),
+                           each.west_lon_degree, each.south_lat_degree, each.east_lon_degree,
+                           each.north_lat_degree});
+    }
+    proj_crs_info_list_destroy(found);
+    std::erase_if(systems, [](const CoordinateSystem& system) { return system.number == 0; });
+    std::ranges::sort(systems, {}, &CoordinateSystem::number);
+    return systems;
+}
+
+char lowerCase(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool holds(std::string_view text, std::string_view part) {
+    const auto same = [](char a, char b) { return lowerCase(a) == lowerCase(b); };
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end() ||
+           part.empty();
+}
+
+std::vector<std::string_view> wordsOf(std::string_view text) {
+    std::vector<std::string_view> words;
+    for (std::size_t begin = 0; (begin = text.find_first_not_of(" \t", begin)) != text.npos;) {
+        const std::size_t end = std::min(text.find_first_of(" \t", begin), text.size());
+        words.push_back(text.substr(begin, end - begin));
+        begin = end;
+    }
+    return words;
+}
+
+std::string authorityName(int number) {
+    return "EPSG:" + std::to_string(number);
+}
+
+[[noreturn]] void failFor(int number) {
+    throw RunTimeError(RunTimeError::kFile,
+                       "No way is known from degrees of WGS 84 to " + shownName(number) + ".");
+}
+
+}  // namespace
+
+bool CoordinateSystem::isUsedAt(GeographicPosition position) const {
+    if (position.latitude < south || position.latitude > north) return false;
+    const bool behindWest = position.longitude >= west, beforeEast = position.longitude <= east;
+    return west <= east ? behindWest && beforeEast : behindWest || beforeEast;
+}
+
+std::string shownName(const CoordinateSystem& system) {
+    return authorityName(system.number) + "  " + system.name;
+}
+
+std::string shownName(int number) {
+    const CoordinateSystem* const system = coordinateSystem(number);
+    return system == nullptr ? authorityName(number) : shownName(*system);
+}
+
+const std::vector<CoordinateSystem>& coordinateSystems() {
+    static const std::vector<CoordinateSystem> kSystems = readSystems();
+    return kSystems;
+}
+
+const CoordinateSystem* coordinateSystem(int number) {
+    const auto& systems = coordinateSystems();
+    const auto found = std::ranges::lower_bound(systems, number, {}, &CoordinateSystem::number);
+    return found != systems.end() && found->number == number ? &*found : nullptr;
+}
+
+std::vector<const CoordinateSystem*> findCoordinateSystems(std::string_view text,
+                                                           const std::optional<GeographicPosition>& position,
+                                                           std::size_t most) {
+    const std::vector<std::string_view> words = wordsOf(text);
+    const auto fits = [&](const CoordinateSystem& system) {
+        if (words.empty()) return !position || system.isUsedAt(*position);
+        if (words.size() == 1 && std::to_string(system.number).starts_with(words[0])) return true;
+        return std::ranges::all_of(words, [&](std::string_view word) { return holds(system.name, word); });
+    };
+    std::vector<const CoordinateSystem*> found;
+    for (const CoordinateSystem& system : coordinateSystems())
+        if (fits(system)) found.push_back(&system);
+    if (position)
+        std::stable_partition(found.begin(), found.end(),
+                              [&](const auto* each) { return each->isUsedAt(*position); });
+    if (found.size() > most) found.resize(most);
+    return found;
+}
+
+std::string whyNotInMetres(int number) {
+    const Proj projected(proj_create(context(), authorityName(number).c_str()));
+    const Proj axes(projected ? proj_crs_get_coordinate_system(context(), projected.get()) : nullptr);
+    double metres = 0;
+    const char* unit = nullptr;
+    if (!axes || proj_cs_get_axis_info(context(), axes.get(), 0, nullptr, nullptr, nullptr, &metres, &unit,
+                                       nullptr, nullptr) == 0)
+        return "This coordinate system is not known.";
+    return metres == 1 ? ""
+                       : "The unit of this coordinate system is the " + textOf(unit) + ", not the metre.";
+}
+
+struct Transformation::Way {
+    Proj proj;
+
+    void apply(PJ_DIRECTION direction, double* x, double* y, std::size_t count) const {
+        proj_trans_generic(proj.get(), direction, x, sizeof(double), count, y, sizeof(double), count, nullptr,
+                           0, 0, nullptr, 0, 0);
+    }
+};
+
+Transformation::Transformation(int number) {
+    const Proj inOwnOrder(
+        proj_create_crs_to_crs(context(), "EPSG:4326", authorityName(number).c_str(), nullptr));
+    // X is the easting and the longitude, whatever order the systems' own definitions have.
+    Proj normal(inOwnOrder ? proj_normalize_for_visualization(context(), inOwnOrder.get()) : nullptr);
+    if (!normal) failFor(number);
+    way_ = std::make_unique<Way>();
+    way_->proj = std::move(normal);
+}
+
+Transformation::~Transformation() = default;
+
+void Transformation::toMetres(double* x, double* y, std::size_t count) const {
+    way_->apply(PJ_FWD, x, y, count);
+}
+
+void Transformation::toDegrees(double* x, double* y, std::size_t count) const {
+    way_->apply(PJ_INV, x, y, count);
+}
+
+}  // namespace tessel
