@@ -98,7 +98,10 @@ void SurveyGridPlot::drawInSameView() {
 void SurveyGridPlot::showForeseen(const std::vector<IndexRange>& rows) {
     if (rows == foreseen_) return;
     foreseen_ = rows;
-    if (isShown() && !reading_ && turnSeries_ == 0) drawInSameView();
+    if (!isShown() || reading_ || turnSeries_ != 0) return;
+    // The survey's own rows may be more than can be shown.
+    if (rows.empty() && theSurvey().NumRows > kMaxRows) return area_.hidePlots();
+    drawInSameView();
 }
 
 QString SurveyGridPlot::restingFooter() const {

@@ -33,6 +33,8 @@ TickStep tickStep(int index) {
 
 constexpr int kFinerSteps = 6;  ///< a hundredth of the step that was too coarse, at most
 
+constexpr int kFinestSteps = 60;  ///< twenty decimal places, more than a Double has
+
 /// An axis to be given ticks.
 struct Axis {
     const Interval& shown;
@@ -56,9 +58,11 @@ struct Axis {
             ++index;
         return index;
     }
+    /// The first finer step with two ticks. An axis whose ends are one Double, after a zoom beyond all
+    /// digits, has none.
     int withTwoTicks(int index) const {
-        while (!hasTwo(tickStep(index)))
-            --index;
+        for (int finer = index; finer > index - kFinestSteps; --finer)
+            if (hasTwo(tickStep(finer))) return finer;
         return index;
     }
 };
@@ -102,6 +106,7 @@ std::vector<double> ticksOn(const Interval& axis, const TickStep& ticks) {
 
 TickStep chooseTickStep(const Interval& shown, const TickRoom& room) {
     const Axis axis{shown, room};
+    if (!(axis.range() > 0)) return {1, 0};
     const double preferred = axis.range() * std::min(1.0, room.preferredDistance / axis.length());
     const int wanted = axis.readable(indexOfNiceNumberFrom(preferred));
     const int index = axis.withTwoTicks(wanted);

@@ -279,8 +279,9 @@ class Program : public QObject {
 
     void surveyReplaced(const ImportSummary& summary, ImportedRows rows) {
         records_.noteImport(summary);
-        takeAwayRowDialog();
+        // The grid may be in the rows of the dialog's distance, and the new survey may have too many.
         main_.hidePlots();
+        takeAwayRowDialog();
         followSurvey();
         const bool any = theSurvey().NumSites > 0;
         const MenuEvent event = any ? MenuEvent::kSitesImported : MenuEvent::kNothingImported;

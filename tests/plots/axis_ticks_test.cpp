@@ -102,4 +102,12 @@ TEST(AxisTicks, AreNotNeededForValuesAsFineAsAPixel) {
     EXPECT_EQ(roundedTo(1e-310, 1e-312), 1e-310) << "no finer than a Double divides";
 }
 
+// Beyond all digits there is no second label, however fine the step.
+TEST(AxisTicks, EndWhereAnAxisHasNoRoomForTwoNumbers) {
+    EXPECT_EQ(chooseTickStep({7, 7}, room(800)).step, 1);
+    const double next = std::nextafter(0.1, 1);
+    EXPECT_GT(chooseTickStep({0.1, next}, room(800)).step, 0);
+    EXPECT_GT(chooseTickStep({1.7e9 + 0.1, std::nextafter(1.7e9 + 0.1, 2e9)}, room(800)).step, 0);
+}
+
 }  // namespace tessel

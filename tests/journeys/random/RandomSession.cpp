@@ -8,6 +8,7 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
 #include "desktop/TextEditor.h"
+#include "journal/journal.h"
 #include "plots/RowPlotEditor.h"
 #include "program/Program.h"
 #include "support/UserDriver.h"
@@ -59,13 +60,13 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"delete points", 90, &S::canDelete, &S::deletePoints},
         {"finish row plots", 4, &S::rowPlotsOpen, &S::finishRowPlots},
         {"split a row", 25, &S::canSplit, &S::splitRow},
-        {"find rows by turns", 10, &S::canFindTurns, &S::findTurns},
-        {"find suspicious sites", 12, &S::canFindSuspects, &S::findSuspectSites},
+        {"find rows by turns", 6, &S::canFindTurns, &S::findTurns},
+        {"find suspicious sites", 6, &S::canFindSuspects, &S::findSuspectSites},
         {"edit on the map", 14, &S::canMap, &S::editOnMap},
         {"row dialog", 14, &S::canEditRows, &S::editRows},
         {"survey grid", 4, &S::canPlotGrid, &S::plotGrid},
-        {"lag distances", 5, &S::canPlotLag, &S::plotLag},
-        {"drag the red line", 40, &S::canDragDistance, &S::dragDistance},
+        {"lag distances", 10, &S::canPlotLag, &S::plotLag},
+        {"drag the red line", 25, &S::canDragDistance, &S::dragDistance},
         {"row statistics", 5, &S::canReview, &S::reviewRows},
         {"adjust readings", 6, &S::canAdjust, &S::adjust},
         {"histograms", 4, &S::canAnalyse, &S::histograms},
@@ -105,6 +106,9 @@ RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
                   "{\\rtf1\\ansi Document " + std::to_string(document) + "\\par On soil and surveys.\\par }");
     wantKeys();
     wantSituations();
+    // Tables and coordinates are driven by tests of their own.
+    for (const char* const item : {"mnuCoordinates", "mnuImportTable", "mnuSaveTable"})
+        reached_.note(std::string("frmMain.") + item);
     main_ = createProgram();
     main_->show();
     editor_ = main_->findChild<RowPlotEditor*>();

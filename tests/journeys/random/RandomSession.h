@@ -152,6 +152,7 @@ class RandomSession {
     void adoptState();
     void noteState();
     void noteContent();
+    void offerSingleRow();
     /// From the present survey back to that of the first act, and forth again: bit for bit, and the same in a
     /// file byte for byte. Gives what differs.
     std::string wayBackAndForth();
@@ -258,6 +259,7 @@ class RandomSession {
     bool canClear() const { return canChoose("mnuClear"); }
     bool canEditRows() const { return rowDialog_ || canChoose("mnuData"); }
     void plotGrid();
+    void showGrid(const QString& item);
     void plotLag();
     void reviewRows();
     void adjust();
@@ -312,7 +314,9 @@ class RandomSession {
     void recalculate(QWidget& dialog);
     void acceptDistance(int measure, const QString& entry, const Action& accept);
     void compareForecast(QWidget& dialog, int measure, const QString& entry);
-    bool canDragDistance() const { return rowDialog_ && chart_ == QStringLiteral("Chart2D1"); }
+    bool canDragDistance() const {
+        return chart_ == QStringLiteral("Chart2D1") && (rowDialog_ || canEditRows());
+    }
     void dragDistance();
     std::vector<long> rowsOfGrid() const;
 
@@ -342,6 +346,7 @@ class RandomSession {
     std::vector<PlainSite> noted_;  ///< the sites then
     long content_ = 0;              ///< another one for each other survey
     long notedContent_ = 0;
+    std::uint64_t journalsContent_ = 0;
     long contents_ = 0;      ///< numbers given away
     long exported_ = -1;     ///< of the survey as it was written last
     bool counted_ = false;   ///< the sites of each row have been counted since they changed

@@ -83,16 +83,18 @@ void RandomSession::compareSites() {
     if (std::filesystem::exists(log) ? readFile(log) != log_ : !log_.empty()) differ("the error log differs");
 }
 
-// Acts that cancel each other out leave another survey for the program, but for searches for the same rows.
+// Acts that cancel each other out leave another survey for the program, but for those that change nothing: of
+// several at once only the journal knows.
 void RandomSession::noteContent() {
     const bool known = content_ != notedContent_;
     const bool several = theJournal().position() > acts_ + 1;
     if (!known && !sameSites(survey_.sites, noted_))
         content_ = ++contents_;
-    else if (!known && several && !theSession().DataSaved)
+    else if (!known && several && theJournal().content() != journalsContent_)
         content_ = ++contents_;
     noted_ = survey_.sites;
     notedContent_ = content_;
+    journalsContent_ = theJournal().content();
 }
 
 void RandomSession::compareRows() {

@@ -124,6 +124,11 @@ void RandomSession::jumpInHistory() {
     leave(window, u"cmdClose"_s);
 }
 
+// Without row plots nothing but the row dialog can divide a single row.
+void RandomSession::offerSingleRow() {
+    if (!rowPlotsOpen() && survey_.rows == 1) setMenus(true, {"mnuData"});
+}
+
 void RandomSession::adoptState() {
     const State state = *states_[theJournal().position()];
     survey_ = state.survey;
@@ -135,8 +140,7 @@ void RandomSession::adoptState() {
     measured_ = state.measured;
     plotsFollow();
     menus_ = state.menus;
-    // Without row plots nothing else can divide a single row.
-    if (!rowPlotsOpen() && survey_.rowSizes().size() == 1) setMenus(true, {"mnuData"});
+    offerSingleRow();
     acts_ = theJournal().position();
     ownDistance_ = survey_.minDistance;
 }

@@ -372,6 +372,7 @@ void RandomSession::takeBackOnMap(Map& map, bool clipping) {
             ownDistance_ = survey_.minDistance;
             plotsFollow();
             menus_ = to.menus;
+            offerSingleRow();
         }
         QCoreApplication::processEvents();
         compareMap(map);

@@ -163,6 +163,8 @@ void RandomSession::pickPoint(Chart2D& chart) {
         // Five pixels away is too far.
         const QPoint beside = pixel.toPoint() + QPoint(chance(50) ? 5 : -5, 0);
         if (!isWellInside(chart, beside)) return;
+        for (std::size_t k = 0; k < sites.size(); ++k)
+            if (k != target && isNear(place(k, false), beside)) return;
         QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, beside);
         return sameText("the read-out beside a point", chart.footerText(), u"No Point Selected"_s);
     }

@@ -138,8 +138,13 @@ void RandomSession::compareForecast(QWidget& dialog, int measure, const QString&
     sameText("lblRows", controlAs<QLabel>(dialog, u"lblRows"_s).text(), wanted);
 }
 
-// On the lag distance plot beside the dialog, whatever is chosen there.
+// On the lag distance plot beside the dialog, whatever is chosen there; it is opened where it is not.
 void RandomSession::dragDistance() {
+    if (!rowDialog_) {
+        if (!choose(u"mnuData"_s, false)) return;
+        rowDialog_ = true;
+        typed_.reset();
+    }
     auto& chart = controlAs<Chart2D>(*main_, chart_);
     QWidget& dialog = shownWindow(u"frmDataEdit"_s);
     const QPoint to = placeInPlot(chart);
@@ -162,6 +167,8 @@ void RandomSession::dragDistance() {
     } else if (way == 1) {
         reached_.note("a dragged distance accepted");
         acceptDistance(lagMeasure_, entry, [&] { pressKey(chart, Qt::Key_Return); });
+    } else if (way == 2 && canPlotGrid()) {
+        showGrid(u"mnuGrid"_s);
     }
 }
 

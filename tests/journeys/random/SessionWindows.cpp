@@ -57,7 +57,10 @@ std::vector<PlainRow> plainRows(const PlainSurvey& survey) {
 // ---------------------------------------------------------------------------------------------------------
 
 void RandomSession::plotGrid() {
-    const QString item = oneOf(std::vector<QString>{u"mnuGrid"_s, u"mnuGridEM1"_s, u"mnuGridEM2"_s});
+    showGrid(oneOf(std::vector<QString>{u"mnuGrid"_s, u"mnuGridEM1"_s, u"mnuGridEM2"_s}));
+}
+
+void RandomSession::showGrid(const QString& item) {
     if (item == u"mnuGridEM2"_s && !survey_.two && !survey_.empty() && survey_.rowsUsable()) {
         expect(u"This option is only available when 2 signal data columns are present."_s);
         return chooseItem(*main_, item);
