@@ -68,9 +68,8 @@ class Program : public QObject {
         joinEdit();
         joinReviewAndPlot();
         joinHelp();
-        connect(&main_, &frmMain::fileDropped, this, [this](const QString& path) {
-            runGuarded(&main_, [&] { import_.importFile(path); });
-        });
+        connect(&main_, &frmMain::fileDropped, this,
+                [this](const QString& path) { runGuarded(&main_, [&] { import_.importFile(path); }); });
         connect(&import_, &SurveyImport::imported, this, &Program::surveyReplaced);
         connect(&import_, &SurveyImport::tooManyRows, this, &Program::rowsRefused);
         connect(&main_, &frmMain::plotsHidden, rowEditor_, [this] { rowEditor_->closeEditor(); });
