@@ -53,14 +53,8 @@ frmSuspects::frmSuspects(QWidget* parent) : QWidget(parent, Qt::Window), model_(
     joinRules();
     joinTable();
     joinMap();
-    connect(&search_, &SuspectSearch::found, this,
-            [this](const Suspects& suspects) { runGuarded(this, [&] { showResult(suspects); }); });
-    connect(&search_, &SuspectSearch::failed, this, [this](const std::exception_ptr& failure) {
-        runGuarded(this, [&] {
-            refuse(u"The search could not be done."_s);
-            std::rethrow_exception(failure);
-        });
-    });
+    connect(&search_, &SuspectSearch::found, this, &frmSuspects::searchEnded);
+    connect(&search_, &SuspectSearch::failed, this, &frmSuspects::searchFailed);
     connect(&progress_, &QTimer::timeout, this, [this] { showProgress(); });
     connect(cmdCancel, &QPushButton::clicked, this, guarded(this, [this] { cmdCancel_Click(); }));
     connect(cmdDeleteSuspects, &QPushButton::clicked, this,
@@ -225,6 +219,17 @@ void frmSuspects::endProgress() {
 
 void frmSuspects::cmdCancel_Click() {
     refuse(u"The search was given up. Change a value, or a rule, to search again."_s);
+}
+
+void frmSuspects::searchEnded(const Suspects& suspects) {
+    runGuarded(this, [&] { showResult(suspects); });
+}
+
+void frmSuspects::searchFailed(const std::exception_ptr& failure) {
+    runGuarded(this, [&] {
+        refuse(u"The search could not be done."_s);
+        std::rethrow_exception(failure);
+    });
 }
 
 void frmSuspects::showResult(const Suspects& suspects) {

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <exception>
 #include <memory>
 #include <optional>
 
@@ -59,6 +60,8 @@ class frmSuspects : public QWidget, public Ui::frmSuspects {
     void showProgress();
     void endProgress();
     void cmdCancel_Click();
+    void searchEnded(const Suspects& suspects);
+    void searchFailed(const std::exception_ptr& failure);
     void showResult(const Suspects& suspects);
     void showFlagged(const Suspects& suspects);
     void showCounts();
