@@ -85,8 +85,11 @@ void frmTable::prepareTable() {
     tblPreview->verticalHeader()->hide();
     tblPreview->setMinimumHeight(kLeastLines * line);
     tblPreview->horizontalHeader()->setSectionsClickable(true);
-    connect(tblPreview->horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int column) { runGuarded(this, [&] { columnClicked(column); }); });
+    connect(tblPreview->horizontalHeader(), &QHeaderView::sectionClicked, this, &frmTable::headClicked);
+}
+
+void frmTable::headClicked(int column) {
+    runGuarded(this, [&] { columnClicked(column); });
 }
 
 void frmTable::dragEnterEvent(QDragEnterEvent* event) {

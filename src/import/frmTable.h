@@ -44,6 +44,7 @@ class frmTable : public QDialog, public Ui::frmTable {
     void showShape(const TableShape& shape);
     void showParameters(const TableOptions& options);
     void shapeChanged();
+    void headClicked(int column);
     void columnClicked(int column);
     void columnPicked();
     void rolePicked();
