@@ -93,8 +93,7 @@ void RowPlotEditor::joinControls() {
     join(cmdSplit, &RowPlotEditor::cmdSplit_Click);
     join(Option1, &RowPlotEditor::Option1_Click);
     join(Option2, &RowPlotEditor::Option2_Click);
-    connect(picLocator, &FieldLocator::rowClicked, this,
-            [this](int row) { runGuarded(this, [&] { goToRow(row); }); });
+    connect(picLocator, &FieldLocator::rowClicked, this, &RowPlotEditor::rowWanted);
     connect(cmdHelp, &QPushButton::clicked, this, guarded(this, [this] { openHelp(this, kHelpDocument); }));
     connect(Text1, &QLineEdit::textEdited, this, guarded(this, [this] { Text1_Change(); }));
     connect(Text1, &QLineEdit::returnPressed, Command3, &QPushButton::click);
@@ -106,17 +105,27 @@ void RowPlotEditor::joinControls() {
     window()->installEventFilter(this);
 }
 
+void RowPlotEditor::rowWanted(int row) {
+    runGuarded(this, [&] { goToRow(row); });
+}
+
+void RowPlotEditor::pointWanted(Chart2D* chart, QPoint pixel) {
+    runGuarded(this, [&] { press(chart, pixel); });
+}
+
+void RowPlotEditor::boxWanted(Chart2D* chart, const QRectF& box, bool taking) {
+    runGuarded(this, [&] { takeBox(chart, box, taking); });
+}
+
 void RowPlotEditor::joinChart(Chart2D* chart) {
     chart->installEventFilter(this);
     chart->setSeriesCount(Chart2D::kData, 1);
     chart->setSeriesCount(Chart2D::kHighlight, 1);
     connect(chart, &Chart2D::pointerPressed, this,
-            // (The analyzer loses whose slot it is.) NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
-            [this, chart](QPoint pixel) { runGuarded(this, [&] { press(chart, pixel); }); });
+            [this, chart](QPoint pixel) { pointWanted(chart, pixel); });
     chart->offerBoxes();
-    connect(chart, &Chart2D::boxDrawn, this, [this, chart](const QRectF& box, bool taking) {
-        runGuarded(this, [&] { takeBox(chart, box, taking); });
-    });
+    connect(chart, &Chart2D::boxDrawn, this,
+            [this, chart](const QRectF& box, bool taking) { boxWanted(chart, box, taking); });
     connect(chart, &Chart2D::pointerMoved, this, [this, chart](QPoint pixel) { readOut(chart, pixel); });
     connect(chart, &Chart2D::pointerLeft, this, [this, chart] { clearReadOut(chart); });
 }

@@ -106,6 +106,9 @@ class RowPlotEditor : public QGroupBox, public Ui::Frame1, public PlotView {
     bool canSplit() const;
 
     bool pick(const Chart2D& chart, QPoint pixel);
+    void rowWanted(int row);
+    void pointWanted(Chart2D* chart, QPoint pixel);
+    void boxWanted(Chart2D* chart, const QRectF& box, bool taking);
     void press(Chart2D* chart, QPoint pixel);
     void readOut(Chart2D* chart, QPoint pixel);
     void clearReadOut(Chart2D* chart);
