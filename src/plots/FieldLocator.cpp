@@ -37,7 +37,9 @@ std::span<const double> column(SiteColumn which) {
 }  // namespace
 
 FieldLocator::FieldLocator(QWidget* parent) : QWidget(parent) {
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+    QSizePolicy room(QSizePolicy::Ignored, QSizePolicy::Expanding);
+    room.setVerticalStretch(1);  // before all that is left free
+    setSizePolicy(room);
     setCursor(Qt::PointingHandCursor);
 }
 

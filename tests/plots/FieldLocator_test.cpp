@@ -141,6 +141,17 @@ TEST_F(Locator, FollowsTheSitesThatAreDeleted) {
     EXPECT_EQ(colourAt(120, 10), colour(kBlue));
 }
 
+TEST_F(Locator, TakesTheFreeRoomOfTheFrameUpToItsOwnHeight) {
+    openByX(threeRowSurvey());
+    for (const int height : {600, 1100}) {
+        main.resize(1100, height);
+        QCoreApplication::processEvents();
+        const int below = editor.Command6->y() - locator.geometry().bottom();
+        EXPECT_EQ(locator.height() == locator.maximumHeight() || below < 20, true) << below;
+    }
+    EXPECT_EQ(locator.height(), locator.maximumHeight());
+}
+
 TEST_F(Locator, ShowsNothingWhereItHasHardlyAnyRoom) {
     openByX(threeRowSurvey());
     QWidget box;
