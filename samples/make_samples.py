@@ -214,6 +214,80 @@ def mixed(records):
     return text
 
 
+# --- a field of a logger that never stopped -----------------------------------------------------------------
+
+FIELD_ROWS, FIELD_SPACING, FIELD_LENGTH = 24, 6.0, 170.0
+TURN = math.radians(14.0)  # the rows' direction, east of north
+DRIFT = 7.0  # mS/m that the warming instrument gains from the first site to the last
+FIELD_METAL = [(0.083, 148.0), (0.391, -21.5), (0.667, 171.2), (0.874, 133.6)]  # part of the drive, first reading
+LOST_FIXES = [(0.152, 4), (0.447, 3), (0.715, 5)]  # part of the drive, sites at 0, 0
+PAUSES = [(0.262, 25), (0.588, 40)]  # part of the drive, sites on the spot
+
+
+def field_reading(across, along):
+    """A loamy slope with a wet corner, in mS/m."""
+    wet = 46.0 * math.exp(-(((across - 128.0) / 34.0) ** 2) - ((along - 150.0) / 42.0) ** 2)
+    return 38.0 + 0.09 * along - 0.04 * across + wet + 2.5 * math.sin(across / 19.0) * math.cos(along / 31.0)
+
+
+def pipe_signal(across, along):
+    """A steel pipe on its way across the field: a trough between two crests."""
+    beside = (along - 0.32 * across - 46.0) / 2.4
+    return 38.0 * math.exp(-((beside - 1.5) ** 2)) + 38.0 * math.exp(-((beside + 1.5) ** 2)) - 30.0 * math.exp(-beside ** 2)
+
+
+def field_drive():
+    """Where the logger is at each metre or so: rows up and down, half circles between them."""
+    radius = FIELD_SPACING / 2
+    for row in range(FIELD_ROWS):
+        up = row % 2 == 0
+        for step in range(int(FIELD_LENGTH)):
+            yield row * FIELD_SPACING, float(step) if up else FIELD_LENGTH - step
+        if row + 1 == FIELD_ROWS:
+            return
+        for step in range(10):
+            angle = math.pi * step / 10
+            way = radius * math.sin(angle)
+            yield (row * FIELD_SPACING + radius - radius * math.cos(angle), FIELD_LENGTH + way if up else -way)
+
+
+def field_survey():
+    """Sites of the drive as the logger wrote them; row 0, for it does not know of rows."""
+    noise = Noise(2711)
+    path = list(field_drive())
+    pauses = {int(part * len(path)): sites for part, sites in PAUSES}
+    metal = {int(part * len(path)): reading for part, reading in FIELD_METAL}
+    lost = {int(part * len(path)) + i for part, sites in LOST_FIXES for i in range(sites)}
+    aside = ahead = 0.0
+    sites = []
+    for place, (across, along) in enumerate(path):
+        aside, ahead = 0.9 * aside + noise.normal(0.035), 0.9 * ahead + noise.normal(0.035)
+        drift = DRIFT * place / len(path)
+        deep = field_reading(across, along)
+        for _ in range(1 + pauses.get(place, 0)):
+            em1 = deep + pipe_signal(across, along) + drift + noise.normal(0.6)
+            em2 = 0.8 * deep + 1.5 + 0.45 * pipe_signal(across, along) + 0.6 * drift + noise.normal(0.5)
+            if place in metal:
+                em1, em2 = metal[place], 0.7 * metal[place]
+            east, north = across + aside, along + ahead
+            x = 437800.0 + east * math.cos(TURN) + north * math.sin(TURN)
+            y = 5514200.0 + north * math.cos(TURN) - east * math.sin(TURN)
+            if place in lost:
+                x = y = 0.0
+            sites.append(Site(len(sites) + 1, round(x, 2), round(y, 2), round(em1, 2), round(em2, 2), 0))
+    return sites
+
+
+def in_degrees(sites):
+    """The same drive as a table with a header line, its positions in degrees (on a sphere: the field is made up)."""
+    yield ["Site", "Longitude", "Latitude", "EM1 (mS/m)", "EM2 (mS/m)"]
+    for site in sites:
+        fix = site.x != 0
+        latitude = 49.75 + (site.y - 5514200.0) / 111195.0 if fix else 0.0
+        longitude = -98.12 + (site.x - 437800.0) / (111195.0 * math.cos(math.radians(49.75))) if fix else 0.0
+        yield [str(site.number), f"{longitude:.7f}", f"{latitude:.7f}", f"{site.em1:.2f}", f"{site.em2:.2f}"]
+
+
 # --- writing -----------------------------------------------------------------------------------------------
 
 
@@ -221,6 +295,9 @@ def all_files():
     survey = fixed_survey()
     yield "serpentine_two_readings.dat", "".join(line + "\r\n" for line in fixed_lines(survey, True))
     yield "serpentine_one_reading.dat", "\n".join(fixed_lines(survey, False))
+    field = field_survey()
+    yield "field_without_stops.dat", "".join(fixed_line(site, True) + "\r\n" for site in field)
+    yield "field_in_degrees.csv", with_commas(in_degrees(field))
     yield "generic_1_xy_ec1_row.csv", with_commas(generic_records(False, False, True))
     yield "generic_2_xy_ec1_ec2_row.txt", with_blanks(generic_records(False, True, True))
     yield "generic_3_site_xy_ec1_row.txt", mixed(generic_records(True, False, True))

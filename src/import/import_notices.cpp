@@ -114,14 +114,13 @@ class Description {
     void warnOfTheSites() {
         if (facts_.looksLikeDegrees)
             warn(
-                "The positions look like degrees. Distances, rows and plots need metres: convert the "
-                "positions "
-                "before the import.");
+                "The positions look like degrees. Distances, rows and plots need metres: “Coordinates” in "
+                "the Edit menu makes them.");
         if (!import_.positionsKept.empty()) warn(import_.positionsKept);
         if (facts_.sitesAtZero > 0)
             warn(counted(facts_.sitesAtZero, "site") + (facts_.sitesAtZero == 1 ? " lies" : " lie") +
                  " at 0, 0. Unless that is a place in the field, the position was missing: delete " +
-                 (facts_.sitesAtZero == 1 ? "it" : "them") + " on the map.");
+                 (facts_.sitesAtZero == 1 ? "it" : "them") + " on the map or with “Find Suspicious Sites”.");
         if (facts_.repeatedPositions > 0)
             warn(percentage(facts_.repeatedPositions, facts_.steps) +
                  " of the steps between sites are exactly 0 (" + std::to_string(facts_.repeatedPositions) +
@@ -183,10 +182,9 @@ class Description {
         return survey_.RowIndex > kMaxRows ? "more than " + std::to_string(kMaxRows) : "none";
     }
 
-    // What they are, where that is known or can be made known.
+    // What they are, where that is known.
     std::string positions() const {
-        if (survey_.PositionsCRS != 0) return "EPSG:" + std::to_string(survey_.PositionsCRS);
-        return facts_.looksLikeDegrees ? "Edit, then “Coordinates” makes metres of degrees." : "";
+        return survey_.PositionsCRS == 0 ? "" : "EPSG:" + std::to_string(survey_.PositionsCRS);
     }
 
     std::string metres() const { return facts_.looksLikeDegrees ? "degrees" : "m"; }

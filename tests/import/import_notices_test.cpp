@@ -172,10 +172,10 @@ TEST_F(ImportNotices, WarnOfOneSingleRow) {
 TEST_F(ImportNotices, WarnOfSitesAtZero) {
     survey.SiteData(kX, 2) = survey.SiteData(kY, 2) = 0;
     EXPECT_EQ(warnings(), Lines{"1 site lies at 0, 0. Unless that is a place in the field, the position was "
-                                "missing: delete it on the map."});
+                                "missing: delete it on the map or with “Find Suspicious Sites”."});
     survey.SiteData(kX, 4) = survey.SiteData(kY, 4) = 0;
     EXPECT_EQ(warnings(), Lines{"2 sites lie at 0, 0. Unless that is a place in the field, the position was "
-                                "missing: delete them on the map."});
+                                "missing: delete them on the map or with “Find Suspicious Sites”."});
 }
 
 TEST_F(ImportNotices, WarnOfRepeatedPositionsWithTheirShare) {
@@ -203,9 +203,10 @@ TEST_F(ImportNotices, WarnOfDegreesAndShowTheirDigits) {
     survey = madeSurvey({{-64.415383, 83.442199, 140, 0, 1},
                          {-64.415368, 83.4422, 141, 0, 1},
                          {-64.415366, 83.442202, 142, 0, 2}});
-    EXPECT_EQ(warnings(),
-              Lines{"The positions look like degrees. Distances, rows and plots need metres: convert "
-                    "the positions before the import."});
+    EXPECT_EQ(
+        warnings(),
+        Lines{"The positions look like degrees. Distances, rows and plots need metres: “Coordinates” in "
+              "the Edit menu makes them."});
     const Lines lines = linesOf(description());
     EXPECT_EQ(lines[8], "X | -64.41538 .. -64.41537 degrees");
     EXPECT_EQ(lines[9], "Y | 83.44220 .. 83.44220 degrees");

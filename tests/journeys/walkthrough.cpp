@@ -13,6 +13,7 @@
 #include "support/UserDriver.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -38,13 +39,17 @@ class Walkthrough {
         settle(3000);
         keep(*main_, u"01-start"_s);
         import();
-        review();
+        deleteLostFixes();
+        lookAtRows();
+        findRows();
+        lookAtReadings();
         editOnTheMap();
         editARow();
-        rowDialog();
+        takeBack();
         analyse();
+        otherImports();
         otherWindows();
-        exportSurvey();
+        saveWhatIsDone();
     }
 
   private:
@@ -72,8 +77,8 @@ class Walkthrough {
     void import() {
         // Names without a folder: the pictures are the same on every computer.
         QDir::setCurrent(samples_);
-        TrimbleEntries entries{u"serpentine_two_readings.dat"_s,
-                               u"3"_s,
+        TrimbleEntries entries{u"field_without_stops.dat"_s,
+                               u"10"_s,
                                {u"1"_s, u"8"_s},
                                {u"10"_s, u"21"_s},
                                {u"23"_s, u"34"_s},
@@ -84,109 +89,185 @@ class Walkthrough {
         keep(*main_, u"03-imported"_s);
     }
 
-    void review() {
+    void deleteLostFixes() {
+        chooseItem(*main_, u"mnuSuspects"_s);
+        QWidget& window = shownWindow(u"frmSuspects"_s);
+        clickOn(window, u"chkFar"_s);
+        waitForTheSearch(window);
+        clickOn(window, u"chkRepeated"_s);
+        waitForTheSearch(window);
+        clickOn(window, u"cmdDeleteSuspects"_s);
+        waitForTheSearch(window);
+        clickOn(window, u"chkFar"_s);
+        clickOn(window, u"chkRepeated"_s);
+        clickOn(window, u"chkSpikes"_s);
+        waitForTheSearch(window);
+        keep(window, u"07-frmSuspects"_s);
+        window.close();
+    }
+
+    void waitForTheSearch(QWidget& window) {
+        auto& status = controlAs<QLabel>(window, u"lblSuspects"_s);
+        for (int i = 0; i < 100 && status.text().contains(u"flagged"_s) == false; ++i)
+            settle(50);
+        settle();
+    }
+
+    void lookAtRows() {
         chooseItem(*main_, u"mnuStat"_s);
-        keep(shownWindow(u"frmStat"_s), u"04-frmStat"_s);
+        keep(shownWindow(u"frmStat"_s), u"08-frmStat"_s);
         shownWindow(u"frmStat"_s).close();
         chooseItem(*main_, u"mnuTrue_Dis"_s);
         keep(*main_, u"05-lag-distances"_s);
+        chooseItem(*main_, u"mnuData"_s);
+        QWidget& dialog = shownWindow(u"frmDataEdit"_s);
+        clickOn(dialog, u"Option3"_s);
+        typeInto(dialog, u"Text1"_s, u"10"_s);
+        keep(dialog, u"06-frmDataEdit"_s);
+        clickOn(dialog, u"Command1"_s);
+        waitUntilClosed(u"frmDataEdit"_s);
+    }
+
+    void findRows() {
+        chooseItem(*main_, u"mnuTurns"_s);
+        QWidget& turns = shownWindow(u"frmTurns"_s);
+        keep(turns, u"09-frmTurns"_s);
+        keep(*main_, u"10-turns-on-the-grid"_s);
+        clickOn(turns, u"optTurnsDelete"_s);
+        clickOn(turns, u"cmdOk"_s);
+        waitUntilClosed(u"frmTurns"_s);
         chooseItem(*main_, u"mnuGrid"_s);
-        keep(*main_, u"06-survey-grid"_s);
+        keep(*main_, u"11-survey-grid"_s);
+    }
+
+    void lookAtReadings() {
+        chooseItem(*main_, u"mnuGridEM1"_s);
+        keep(*main_, u"12-grid-by-reading"_s);
+        chooseItem(*main_, u"mnuSavePicture"_s);
+        keep(shownWindow(u"frmPicture"_s), u"13-frmPicture"_s);
+        shownWindow(u"frmPicture"_s).close();
     }
 
     void editOnTheMap() {
         chooseItem(*main_, u"mnuIDEW"_s);
         QWidget& map = shownWindow(u"frmClip"_s);
         chooseItem(map, u"mnuFullMapTrue"_s);
-        pickItem(map, u"comboRow"_s, 17);
-        keep(map, u"07-frmClip"_s);
-        chooseItem(map, u"mnuZnw"_s);
+        pickItem(map, u"comboRow"_s, 11);
+        keep(map, u"14-frmClip"_s);
+        pickItem(map, u"comboRow"_s, 0);
+        chooseItem(map, u"mnuColourEM1"_s);
+        chooseItem(map, u"mnuZsw"_s);
         clickOn(map, u"cmdClipOn"_s);
         auto& box = controlAs<PictureBox>(map, u"picMapZoom"_s);
         const auto at = [&box](double x, double y) {
             return QPoint(static_cast<int>(box.width() * x), static_cast<int>(box.height() * y));
         };
-        QTest::mouseMove(&box, at(0.06, 0.28));
-        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.06, 0.28));
-        QTest::mouseMove(&box, at(0.97, 0.345));
-        keep(map, u"08-frmClip-rectangle"_s);
-        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.97, 0.345));
+        QTest::mouseMove(&box, at(0.24, 0.10));
+        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.24, 0.10));
+        QTest::mouseMove(&box, at(0.62, 0.27));
+        keep(map, u"15-frmClip-rectangle"_s);
+        QTest::mouseClick(&box, Qt::LeftButton, Qt::NoModifier, at(0.62, 0.27));
         clickOn(map, u"cmdClipOff"_s);
         clickOn(map, u"cmdDelete"_s);
-        chooseItem(map, u"mnuFullMapTrue"_s);
-        keep(map, u"09-frmClip-deleted"_s);
+        keep(map, u"16-frmClip-deleted"_s);
         chooseItem(map, u"mnuDone"_s);
         waitUntilClosed(u"frmClip"_s);
     }
 
-    // The highest reading of row 4 is a piece of metal: picks it on the profile and deletes its site.
+    // Where the pipe crosses row 12: Shift and drag select its readings.
     void editARow() {
         chooseItem(*main_, u"mnuY"_s);
         QWidget& window = *main_;
         clickOn(window, u"Option2"_s);
-        typeInto(window, u"Text1"_s, u"4"_s);
+        typeInto(window, u"Text1"_s, u"12"_s);
         clickOn(window, u"Command3"_s);
         auto& profile = controlAs<Chart2D>(window, u"Chart2D3"_s);
-        Chart2D::Point highest{0, -1e300};
-        for (qsizetype i = 0; i < profile.pointCount(Chart2D::kData, 1); ++i) {
-            const auto point = profile.point(Chart2D::kData, 1, i);
-            if (point.y < 1e300 && point.y > highest.y) highest = point;
-        }
-        const QPoint pixel = profile.dataToPixel(highest.x, highest.y).toPoint();
-        QTest::mouseMove(&profile, pixel);
-        QTest::mouseClick(&profile, Qt::LeftButton, Qt::NoModifier, pixel);
-        QTest::mouseMove(&profile, pixel + QPoint(1, 0));
-        keep(window, u"10-row-plots"_s);
+        const Chart2D::Point pipe = highestPoint(profile);
+        const QRect plot = profile.plotArea().toAlignedRect();
+        const auto beside = [&](double metres) {
+            return qRound(profile.dataToPixel(pipe.x + metres, 0).x());
+        };
+        const QPoint from(beside(-13), plot.top() + 10), to(beside(5), plot.bottom() - 10);
+        QTest::mousePress(&profile, Qt::LeftButton, Qt::ShiftModifier, from);
+        QTest::mouseMove(&profile, (from + to) / 2);
+        QTest::mouseMove(&profile, to);
+        keep(window, u"17-row-plots-box"_s);
+        QTest::mouseRelease(&profile, Qt::LeftButton, Qt::ShiftModifier, to);
+        keep(window, u"17-row-plots"_s);
         clickOn(window, u"Command5"_s);
-        keep(window, u"11-row-plots-deleted"_s);
+        keep(window, u"18-row-plots-deleted"_s);
         clickOn(window, u"Command4"_s);
     }
 
-    void rowDialog() {
-        chooseItem(*main_, u"mnuData"_s);
-        QWidget& dialog = shownWindow(u"frmDataEdit"_s);
-        clickOn(dialog, u"Option3"_s);
-        typeInto(dialog, u"Text1"_s, u"3"_s);
-        keep(dialog, u"12-frmDataEdit"_s);
-        clickOn(dialog, u"Command1"_s);
-        waitUntilClosed(u"frmDataEdit"_s);
+    static Chart2D::Point highestPoint(const Chart2D& chart) {
+        Chart2D::Point highest{0, -1e300};
+        for (qsizetype i = 0; i < chart.pointCount(Chart2D::kData, 1); ++i) {
+            const auto point = chart.point(Chart2D::kData, 1, i);
+            if (point.y < 1e300 && point.y > highest.y) highest = point;
+        }
+        return highest;
+    }
+
+    void takeBack() {
+        chooseItem(*main_, u"mnuHistory"_s);
+        keep(shownWindow(u"frmHistory"_s), u"19-frmHistory"_s);
+        shownWindow(u"frmHistory"_s).close();
     }
 
     void analyse() {
         chooseItem(*main_, u"mnuAdjust"_s);
         QWidget& adjust = shownWindow(u"frmAdjustData"_s);
-        keep(adjust, u"13-frmAdjustData"_s);
+        keep(adjust, u"20-frmAdjustData"_s);
         clickOn(adjust, u"cmdFinished"_s);
         chooseItem(*main_, u"mnuHist"_s);
         QWidget& histograms = shownWindow(u"frmHistForm"_s);
         chooseItem(histograms, u"mnuPlot"_s);
-        keep(histograms, u"14-frmHistForm"_s);
+        keep(histograms, u"21-frmHistForm"_s);
         chooseItem(histograms, u"mnuDone"_s);
         chooseItem(*main_, u"mnuSigCorr"_s);
         QWidget& correlation = shownWindow(u"frmSigCorrStruct"_s);
         chooseItem(correlation, u"mnuPlot1"_s);
-        keep(correlation, u"15-frmSigCorrStruct"_s);
+        keep(correlation, u"22-frmSigCorrStruct"_s);
         chooseItem(correlation, u"mnuExit"_s);
     }
 
-    void otherWindows() {
+    void otherImports() {
         chooseItem(*main_, u"mnuOpen2"_s);
         QWidget& generic = shownWindow(u"frmGeneric"_s);
         typeInto(generic, u"txtGFile"_s, u"generic_4_site_xy_ec1_ec2_row.csv"_s);
         clickOn(generic, u"optCF_3"_s);
-        keep(generic, u"16-frmGeneric"_s);
+        keep(generic, u"23-frmGeneric"_s);
         clickOn(generic, u"cmdCancel"_s);
+        chooseItem(*main_, u"mnuImportTable"_s);
+        QWidget& table = shownWindow(u"frmTable"_s);
+        typeInto(table, u"txtFile"_s, u"field_in_degrees.csv"_s);
+        settle(500);
+        keep(table, u"24-frmTable"_s);
+        clickOn(table, u"cmdCancel"_s);
+    }
+
+    void otherWindows() {
+        chooseItem(*main_, u"mnuCoordinates"_s);
+        keep(shownWindow(u"frmCoordinates"_s), u"25-frmCoordinates"_s);
+        clickOn(shownWindow(u"frmCoordinates"_s), u"cmdCancel"_s);
         chooseItem(*main_, u"mnuHmain1"_s);
-        keep(shownWindow(u"frmHelpTesl"_s), u"17-frmHelpTesl"_s);
+        keep(shownWindow(u"frmHelpTesl"_s), u"26-frmHelpTesl"_s);
         shownWindow(u"frmHelpTesl"_s).close();
         chooseItem(*main_, u"mnuHelpAbout"_s);
         QWidget& about = shownWindow(u"frmAbout"_s);
-        keep(about, u"18-frmAbout"_s);
+        keep(about, u"27-frmAbout"_s);
         clickOn(about, u"Command1"_s);
     }
 
-    void exportSurvey() {
-        beforeClick_ = [this](QWidget& window) { keep(window, u"19-"_s + window.objectName()); };
+    void saveWhatIsDone() {
+        setFileResponder([this](const FileQuestion&) { return folder_ + u"/field.csv"_s; });
+        chooseItem(*main_, u"mnuSaveTable"_s);
+        QWidget& table = shownWindow(u"frmSaveTable"_s);
+        keep(table, u"28-frmSaveTable"_s);
+        clickOn(table, u"cmdSave"_s);
+        waitUntilClosed(u"frmSaveTable"_s);
+        setFileResponder({});
+        beforeClick_ = [this](QWidget& window) { keep(window, u"29-"_s + window.objectName()); };
         QDir::setCurrent(folder_);
         exportTransectFile(*main_, u"transect.txt"_s, u"1"_s, beforeClick_);
         main_->close();
