@@ -1,7 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Prints Google Benchmark's results as a table, each job beside its bare loop."""
+"""Prints Google Benchmark's results as a table.
+
+    table.py RESULT...                              each job beside its bare loop
+    table.py --then RESULT... --now RESULT...       each job beside itself in an older state, medians of all rounds
+"""
 import json
+import statistics
 import sys
 
 
@@ -28,8 +33,8 @@ def speed(run):
     return ""
 
 
-def main():
-    runs = medians(sys.argv[1:])
+def beside_bare_loops(paths):
+    runs = medians(paths)
     print(f"{'job':<30}{'size':>10}{'ms CPU':>11}{'bare ms':>10}{'ratio':>8}   speed")
     for (job, size), run in runs.items():
         if job.endswith(":bare"):
@@ -37,6 +42,34 @@ def main():
         bare = runs.get((job + ":bare", size))
         beside = f"{bare['cpu_time']:>10.3f}{run['cpu_time'] / bare['cpu_time']:>8.2f}" if bare else " " * 18
         print(f"{job:<30}{size:>10,}{run['cpu_time']:>11.3f}{beside}   {speed(run)}{held(run)}")
+
+
+def rounds(paths):
+    found = {}
+    for path in paths:
+        with open(path, encoding="utf-8") as file:
+            for run in json.load(file)["benchmarks"]:
+                if run["run_type"] == "iteration":
+                    found.setdefault(run["run_name"], []).append(run["cpu_time"])
+    return {name: statistics.median(times) for name, times in found.items()}
+
+
+def then_and_now(old_paths, new_paths):
+    old, new = rounds(old_paths), rounds(new_paths)
+    print(f"{'job':<30}{'size':>10}{'then, ms':>11}{'now, ms':>10}{'ratio':>8}")
+    for name, time in new.items():
+        if name in old:
+            job, size = name.rsplit("/", 1)
+            print(f"{job:<30}{int(size):>10,}{old[name]:>11.3f}{time:>10.3f}{time / old[name]:>8.2f}")
+
+
+def main():
+    paths = sys.argv[1:]
+    if paths[:1] == ["--then"]:
+        now = paths.index("--now")
+        then_and_now(paths[1:now], paths[now + 1:])
+    else:
+        beside_bare_loops(paths)
 
 
 main()
