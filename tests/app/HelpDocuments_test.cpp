@@ -40,11 +40,14 @@ QList<SourceLine> sourceLines(int number) {
 }
 
 // What a reader sees of a line: without the marks of headings, tables, bold and code, and without list marks.
+// A picture is one character.
 QString seen(SourceLine line) {
     if (line.code) return line.text;
     static const QRegularExpression kRuler(u"^\\|[-:|]+\\|$"_s);
     static const QRegularExpression kMark(u"^(#+|-|[0-9]+\\.) "_s);
+    static const QRegularExpression kPicture(u"^!\\[\\]\\(pictures/.*\\.png\\)\\{width=[0-9.]+in\\}$"_s);
     if (kRuler.match(line.text).hasMatch()) return {};
+    if (kPicture.match(line.text).hasMatch()) return QChar(QChar::ObjectReplacementCharacter);
     if (line.text.startsWith(u'|')) line.text.replace(u'|', u' ');
     return line.text.remove(kMark).remove(u"**"_s).remove(u'`');
 }
