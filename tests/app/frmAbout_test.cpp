@@ -22,12 +22,18 @@ TEST(AboutWindow, SaysNameVersionAndLicence) {
 }
 
 TEST(ProgramVersion, IsTheSameWhereverItStands) {
-    const QString version = QString::fromLatin1(kProgramVersion);
-    EXPECT_EQ(frmAbout().lblVersion->text(), u"Version "_s + version);
     EXPECT_EQ(frmAbout().lblName->text(), QString::fromLatin1(kProgramName));
-    EXPECT_TRUE(frmMain().windowTitle().endsWith(u"Version "_s + version));
-    const QString package = QString::fromStdString(readFile(TESSEL_SOURCE_DIR "/packaging/CMakeLists.txt"));
-    EXPECT_TRUE(package.contains(u"set(TESSEL_RELEASE %1)"_s.arg(version)));
+    EXPECT_TRUE(frmMain().windowTitle().endsWith(frmAbout().lblVersion->text())) << "the suite's";
+    const std::string version = kProgramVersion;
+    const std::pair<std::string, std::string> places[] = {
+        {"CMakeLists.txt", "VERSION " + version + " "},
+        {"packaging/CMakeLists.txt", "set(TESSEL_RELEASE " + version + ")"},
+        {"packaging/debian/changelog", "varn-tessel (" + version + "-"},
+        {"packaging/io.varn.tessel.metainfo.xml", "<release version=\"" + version + "\""},
+        {"packaging/varn-tessel.1", "VARN\\-Tessel " + version + "\""},
+        {"CHANGELOG.md", "## [" + version + "]"}};
+    for (const auto& [file, text] : places)
+        EXPECT_NE(readFile(std::string(TESSEL_SOURCE_DIR "/") + file).find(text), std::string::npos) << file;
 }
 
 TEST(AboutWindow, ShowsEveryTextWhole) {

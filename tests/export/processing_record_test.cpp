@@ -121,7 +121,7 @@ TEST_F(ProcessingRecords, OfASurveyThatComesFromNoFileAndHasNoActsAreWholeToo) {
     ProcessingRecord record;
     record.time = at(0);
     const std::string expected =
-        R"({"acts": [], "exports": [], "program": {"name": "VARN-Tessel", "version": "2.35R"}, )"
+        R"({"acts": [], "exports": [], "program": {"name": "VARN-Tessel", "version": "2.36"}, )"
         R"("record_format": 1, "survey": {"rows": 0, "sites": 0}, "written": "2023-11-15T03:58:20+05:45"})";
     EXPECT_EQ(readBack(recordText(record)), expected);
 }
