@@ -82,7 +82,8 @@ TEST_F(FieldWithoutStops, IsTheSameDriveInDegrees) {
         ASSERT_EQ(table.survey.SiteData(kEM1, i), metres.SiteData(kEM1, i));
     }
     const double east = table.survey.SiteData(kX, 100) - table.survey.SiteData(kX, 0);
-    EXPECT_NEAR(east, metres.SiteData(kX, 100) - metres.SiteData(kX, 0), 1.5) << "on a sphere, of another grid";
+    EXPECT_NEAR(east, metres.SiteData(kX, 100) - metres.SiteData(kX, 0), 1.5)
+        << "on a sphere, of another grid";
 }
 
 }  // namespace tessel
