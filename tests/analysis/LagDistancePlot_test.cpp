@@ -9,10 +9,6 @@
 #include "support/PointerAtShow.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -4,10 +4,6 @@
 #include "base/run_time_error.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 namespace tessel {
 
 TEST(CorrelationAxes, ReachATenthOfTheSpanBeyondTheReadings) {

@@ -5,8 +5,6 @@
 #include "support/made_survey.h"
 #include "support/printed_number.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

@@ -3,10 +3,6 @@
 
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 namespace tessel {
 
 // Expected values: Python 3, the readings as exact rational numbers (fractions.Fraction), mean, sum of

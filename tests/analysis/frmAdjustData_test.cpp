@@ -1,20 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmAdjustData.h"
 
-#include "base/palette16.h"
-#include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 #include "support/TextAtPaint.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
-
-#include <QApplication>
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -12,16 +12,6 @@
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
-#include <QApplication>
-#include <QTest>
-#include <QWheelEvent>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <map>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -104,6 +94,10 @@ class HistogramWindow : public testing::Test {
         window_->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
     }
+    void openAndPlot() {
+        open();
+        plot();
+    }
     void plot() {
         window_->mnuPlot->trigger();
         QApplication::processEvents();
@@ -114,12 +108,16 @@ class HistogramWindow : public testing::Test {
     }
     frmHistForm& window() { return *window_; }
     Texts em1() const {
-        return {window_->lblH1_0->text().toStdString(), window_->lblH1_1->text().toStdString(),
-                window_->lblH1_2->text().toStdString(), window_->lblH1_3->text().toStdString()};
+        return texts({window_->lblH1_0, window_->lblH1_1, window_->lblH1_2, window_->lblH1_3});
     }
     Texts em2() const {
-        return {window_->lblH2_0->text().toStdString(), window_->lblH2_1->text().toStdString(),
-                window_->lblH2_2->text().toStdString(), window_->lblH2_3->text().toStdString()};
+        return texts({window_->lblH2_0, window_->lblH2_1, window_->lblH2_2, window_->lblH2_3});
+    }
+    static Texts texts(std::initializer_list<const QLabel*> labels) {
+        Texts texts;
+        for (const QLabel* label : labels)
+            texts.push_back(label->text().toStdString());
+        return texts;
     }
     bool nothingPlotted() const {
         const QList<QWidget*> parts{window_->Label1, window_->Label2, window_->HG1, window_->HG2,
@@ -147,32 +145,27 @@ TEST_F(HistogramWindow, ComesUpEmptyBesideTheCornerOfTheMainWindow) {
     EXPECT_TRUE(window().lblHint->isVisible());
 }
 
-TEST_F(HistogramWindow, IsShownWhereItHasPlacedItself) {
-    frmMain main;
-    main.setGeometry(40, 50, 500, 400);
-    main.show();
-    auto* const histograms = new frmHistForm(&main);
-    const QPoint place = histograms->pos();
-    EXPECT_NE(place, main.pos());
-    showBeside(histograms);
-    EXPECT_EQ(histograms->pos(), place);
-}
-
-TEST_F(HistogramWindow, IsShownOnTheScreenWhereItsOwnPlaceIsBeyondTheEdge) {
+TEST_F(HistogramWindow, IsShownWhereItHasPlacedItselfOrOnTheScreenWhereThatIsBeyondTheEdge) {
     frmMain main;
     const QRect screen = main.screen()->availableGeometry();
-    main.setGeometry(QRect(screen.bottomRight() - QPoint(60, 60), QSize(500, 400)));
-    main.show();
-    auto* const histograms = new frmHistForm(&main);
-    showBeside(histograms);
-    EXPECT_TRUE(screen.contains(histograms->geometry()));
+    for (const QPoint corner : {QPoint(40, 50), screen.bottomRight() - QPoint(60, 60)}) {
+        main.setGeometry(QRect(corner, QSize(500, 400)));
+        main.show();
+        auto* const histograms = new frmHistForm(&main);
+        const QPoint place = histograms->pos();
+        EXPECT_NE(place, main.pos());
+        showBeside(histograms);
+        EXPECT_TRUE(screen.contains(histograms->geometry()));
+        if (corner.x() == 40) {
+            EXPECT_EQ(histograms->pos(), place);
+        }
+    }
 }
 
 // EM1 by hand: mean 190 / 8 = 23.75; squares about it 4 * 564.0625 + 2 * 14.0625 + 689.0625 + 5814.0625 =
 // 8787.5, sd sqrt(8787.5 / 7) = 35.43. EM2: mean 640 / 8 = 80, squares 6400 + 600 + 400 = 7400, sd 32.51.
 TEST_F(HistogramWindow, PlotsBothReadingsWithTheirStatistics) {
-    open();
-    plot();
+    openAndPlot();
     EXPECT_EQ(em1(), (Texts{"23.75", "35.43", "0.00", "100.00"}));
     EXPECT_EQ(em2(), (Texts{"80.00", "32.51", "0.00", "100.00"}));
     for (const QWidget* part :
@@ -184,8 +177,7 @@ TEST_F(HistogramWindow, PlotsBothReadingsWithTheirStatistics) {
 
 // EM1 fills bins 1 (four), 11 (two), 26 and 50 (one each); the mean's mark is 23.75 / 2 rounded: 12.
 TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
-    open();
-    plot();
+    openAndPlot();
     const SeenHistogram seen(window().HG1);
     expectBars(seen, {{1, 0.1}, {11, 0.55}, {26, 0.775}, {50, 0.775}}, 12, kLightBlue, kBlue);
     for (const int bin : {1, 11, 26, 50})
@@ -199,8 +191,7 @@ TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
         readings.push_back(bin);
     surveyUnderTest() = surveyOfReadings(readings, {readings.rbegin(), readings.rend()});
     // Of 1..50 the mean is 25.5 and t * 50 of it is 24.5 * 50 / 49 = 25 exactly: the mark is 25.
-    open();
-    plot();
+    openAndPlot();
     const SeenHistogram seen1(window().HG1);
     const SeenHistogram seen2(window().HG2);
     const HistogramStatistics statistics = histogramStatistics(theSurvey(), kEM1);
@@ -216,8 +207,7 @@ TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
 // even, 38, where that of EM1 is 12.
 TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
     surveyUnderTest() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
-    open();
-    plot();
+    openAndPlot();
     expectBars(SeenHistogram(window().HG2), {{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}}, 38, kLightGreen,
                kGreen);
 }
@@ -234,8 +224,7 @@ TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
 }
 
 TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
-    open();
-    plot();
+    openAndPlot();
     ASSERT_EQ(SeenHistogram(window().HG1).foot(11), kLightBlue);
     ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
     surveyUnderTest() = surveyOfReadings({0, 0, 100}, {0, 0, 100});
@@ -245,8 +234,7 @@ TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
 }
 
 TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierOneAway) {
-    open();
-    plot();
+    openAndPlot();
     surveyUnderTest() = surveyOfReadings(kSpread);
     plot();
     EXPECT_FALSE(window().HG2->isVisible());
@@ -257,31 +245,28 @@ TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierO
     EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
 }
 
-TEST_F(HistogramWindow, EqualReadingsStopThePlotWithTheNumberOfTheError) {
-    surveyUnderTest() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
-    open();
-    expectFailure(u"11"_s);
-    plot();
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_TRUE(nothingPlotted());
-    EXPECT_EQ(em1(), (Texts{"5.00", "0.00", "5.00", "5.00"}));
-    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
-}
-
 // Both columns are divided into bins before the first is drawn.
-TEST_F(HistogramWindow, EqualSecondReadingsStopThePlotBeforeAnythingIsDrawn) {
-    surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
-    open();
-    expectFailure(u"11"_s);
-    plot();
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_TRUE(nothingPlotted());
-    EXPECT_EQ(em2(), (Texts{"5.00", "0.00", "5.00", "5.00"}));
+TEST_F(HistogramWindow, EqualReadingsOrAnOverflowStopThePlotWithTheNumberOfTheError) {
+    const Texts equal{"5.00", "0.00", "5.00", "5.00"};
+    const std::tuple<Survey, QString, Texts, Texts> cases[] = {
+        {surveyOfReadings({5, 5, 5}, {1, 2, 3}), u"11"_s, equal, {"2.00", "1.00", "1.00", "3.00"}},
+        {surveyOfReadings({1, 2, 3}, {5, 5, 5}), u"11"_s, {"2.00", "1.00", "1.00", "3.00"}, equal},
+        {surveyOfReadings({1e200, -1e200, 0}), u"6"_s, {"", "", "", ""}, {"", "", "", ""}}};
+    for (const auto& [survey, number, texts1, texts2] : cases) {
+        surveyUnderTest() = survey;
+        open();
+        expectFailure(number);
+        plot();
+        EXPECT_EQ(boxes_.pending(), 0);
+        EXPECT_TRUE(nothingPlotted());
+        EXPECT_EQ(em1(), texts1);
+        EXPECT_EQ(em2(), texts2);
+        EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+    }
 }
 
 TEST_F(HistogramWindow, AFailureLeavesNoFiguresAndNoBarsOfTheEarlierPlot) {
-    open();
-    plot();
+    openAndPlot();
     surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     expectFailure(u"11"_s);
     plot();
@@ -312,8 +297,7 @@ TEST_F(HistogramWindow, WhatIsPlottedFollowsTheSurvey) {
 }
 
 TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
-    open();
-    plot();
+    openAndPlot();
     surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     window().redraw();
     EXPECT_TRUE(nothingPlotted());
@@ -324,17 +308,8 @@ TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
     EXPECT_TRUE(nothingPlotted());
 }
 
-TEST_F(HistogramWindow, AnOverflowHasItsOwnNumber) {
-    surveyUnderTest() = surveyOfReadings({1e200, -1e200, 0});
-    open();
-    expectFailure(u"6"_s);
-    plot();
-    EXPECT_EQ(boxes_.pending(), 0);
-}
-
 TEST_F(HistogramWindow, BoxesGrowWithTheWindowAndAreDrawnAnew) {
-    open();
-    plot();
+    openAndPlot();
     const QSize before = window().HG1->size();
     window().resize(window().size() + QSize(300, 200));
     QApplication::processEvents();
@@ -349,8 +324,7 @@ TEST_F(HistogramWindow, BoxesGrowWithTheWindowAndAreDrawnAnew) {
 }
 
 TEST_F(HistogramWindow, AlwaysShowsTheWhole) {
-    open();
-    plot();
+    openAndPlot();
     for (PictureBox* box : {window().HG1, window().HG2}) {
         QWheelEvent wheel(QPointF(50, 50), box->mapToGlobal(QPointF(50, 50)), QPoint(), QPoint(0, 240),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -417,8 +391,7 @@ void expectPaletteColour(const QColor& seen, BasicColour number) {
 
 TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
     surveyUnderTest() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
-    open();
-    plot();
+    openAndPlot();
     for (const double scale : {1.0, 2.0, 4.0}) {
         SCOPED_TRACE(scale);
         theSession().PrintScale = scale;
@@ -444,8 +417,7 @@ TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
 
 TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     surveyUnderTest() = surveyOfReadings(kSpread);
-    open();
-    plot();
+    openAndPlot();
     const PrintedPdf pdf;
     window().mnuPrint->trigger();
     EXPECT_FALSE(pdf.find(u"Ec2"_s).isNull());
@@ -478,8 +450,7 @@ TEST_F(HistogramWindow, PrintsNothingThatItCannotPlot) {
 }
 
 TEST_F(HistogramWindow, PrintingMayBeCancelled) {
-    open();
-    plot();
+    openAndPlot();
     PrintedPdf pdf;
     pdf.cancel();
     window().mnuPrint->trigger();

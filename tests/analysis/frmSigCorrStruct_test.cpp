@@ -3,19 +3,11 @@
 
 #include "base/palette16.h"
 #include "base/session.h"
-#include "desktop/Printing.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
-
-#include <QApplication>
-#include <QPainter>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -36,6 +28,10 @@ class CorrelationWindow : public testing::Test {
         window_ = std::make_unique<frmSigCorrStruct>();
         window_->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    }
+    void openAndPlot() {
+        open();
+        plot();
     }
     void plot() {
         window_->mnuPlot1->trigger();
@@ -76,17 +72,18 @@ QRectF blueBox(const QImage& page) {
 
 }  // namespace
 
-TEST_F(CorrelationWindow, ShowsTheHourglassUntilTheChartIsShown) {
+TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
     open();
     const PointerAtShow pointer(window(), chart());
     plot();
     EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(pointerWhilePrinting(window(), *window().mnuPrint), Qt::WaitCursor);
+    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(CorrelationWindow, PlotsEM2OfEverySiteAgainstItsEM1) {
-    open();
-    plot();
+    openAndPlot();
     ASSERT_EQ(chart().seriesCount(Chart2D::kData), 2);
     ASSERT_EQ(chart().pointCount(Chart2D::kData, 1), 3);
     EXPECT_EQ(chart().point(Chart2D::kData, 1, 1), (Chart2D::Point{10, 60}));
@@ -100,8 +97,7 @@ TEST_F(CorrelationWindow, PlotsEM2OfEverySiteAgainstItsEM1) {
 }
 
 TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSeries) {
-    open();
-    plot();
+    openAndPlot();
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).colour, kBlue);
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).line, ChartLine::kNone);
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 2).symbol, ChartSymbol::kNone);
@@ -115,8 +111,7 @@ TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSer
 
 TEST_F(CorrelationWindow, AConstantColumnIsDrawnInTheMiddle) {
     surveyUnderTest() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
-    open();
-    plot();
+    openAndPlot();
     expectAxis(Chart2D::Axis::kX, 5, 5);
     EXPECT_EQ(seen(5, 2), kDarkBlue);
 }
@@ -151,16 +146,13 @@ TEST_F(CorrelationWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox)
     }
 }
 
-TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsWhenANewSurveyHasOne) {
+TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsOrThatNoPointIsLeft) {
     open();
     surveyUnderTest() = surveyOfReadings({1, 2});
     boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
     plot();
     EXPECT_FALSE(chart().isVisible());
-}
-
-TEST_F(CorrelationWindow, SaysThatNoPointIsLeftWhenEverySiteHasBeenDeleted) {
-    open();
+    surveyUnderTest() = surveyOfReadings({1, 2}, {3, 4});
     surveyUnderTest().NumSites = 0;
     boxes_.tell(u"There is no more point left in the file!"_s);
     plot();
@@ -170,8 +162,7 @@ TEST_F(CorrelationWindow, SaysThatNoPointIsLeftWhenEverySiteHasBeenDeleted) {
 // 2000 device units of 300 to the inch are 480 points; the corner stays at 200 device units.
 TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
     surveyUnderTest() = surveyOfReadings({10, 30, 10, 30}, {60, 60, 20, 20});
-    open();
-    plot();
+    openAndPlot();
     QSizeF size;
     for (const double scale : {1.0, 2.0, 4.0}) {
         SCOPED_TRACE(scale);
@@ -200,8 +191,7 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
 
 // 1.0004 stands for a factor that leads to no whole number of device units: 2000.8.
 TEST_F(CorrelationWindow, PrintsIntoASquareOfWholeDeviceUnits) {
-    open();
-    plot();
+    openAndPlot();
     const std::pair<double, double> sizes[] = {{1.0, 2000}, {2.0, 4000}, {1.0004, 2001}};
     for (const auto& [scale, size] : sizes) {
         SCOPED_TRACE(scale);
@@ -236,15 +226,8 @@ TEST_F(CorrelationWindow, PrintsNothingThatItCannotPlot) {
     EXPECT_FALSE(pdf.exists());
 }
 
-TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPrints) {
-    open();
-    EXPECT_EQ(pointerWhilePrinting(window(), *window().mnuPrint), Qt::WaitCursor);
-    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
-}
-
 TEST_F(CorrelationWindow, PrintingMayBeCancelled) {
-    open();
-    plot();
+    openAndPlot();
     PrintedPdf pdf;
     pdf.cancel();
     window().mnuPrint->trigger();

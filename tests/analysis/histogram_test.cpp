@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/histogram.h"
 
-#include "base/run_time_error.h"
 #include "support/made_survey.h"
-
-#include <gtest/gtest.h>
-
-#include <map>
-#include <numeric>
+#include "support/run_time_errors.h"
 
 namespace tessel {
 
@@ -29,16 +24,6 @@ Bins binsOf(const Survey& survey, SiteColumn column) {
 
 int markOf(const Survey& survey, SiteColumn column) {
     return meanMark(histogramStatistics(survey, column));
-}
-
-template <typename Action>
-int errorNumber(Action action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 }  // namespace
@@ -145,12 +130,12 @@ TEST(Histogram, MeanMarkRoundsHalvesToEvenAndMayReachFifty) {
 TEST(Histogram, EqualReadingsDivideByZero) {
     const Survey survey = surveyOfReadings({5, 5, 5});
     const HistogramStatistics statistics = histogramStatistics(survey, kEM1);
-    EXPECT_EQ(errorNumber([&] { countBins(survey, kEM1, statistics); }), 11);
-    EXPECT_EQ(errorNumber([&] { meanMark(statistics); }), 11);
+    EXPECT_EQ(errorNumberOf([&] { countBins(survey, kEM1, statistics); }), 11);
+    EXPECT_EQ(errorNumberOf([&] { meanMark(statistics); }), 11);
 }
 
 TEST(Histogram, OneSiteDividesByZero) {
-    EXPECT_EQ(errorNumber([] { histogramStatistics(surveyOfReadings({5}), kEM1); }), 11);
+    EXPECT_EQ(errorNumberOf([] { histogramStatistics(surveyOfReadings({5}), kEM1); }), 11);
 }
 
 TEST(Histogram, ARangeTooLargeForADoubleIsDividedAsAnyOther) {

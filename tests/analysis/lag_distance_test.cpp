@@ -4,8 +4,6 @@
 #include "rows/row_detection.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

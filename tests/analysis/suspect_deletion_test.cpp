@@ -5,8 +5,6 @@
 #include "support/made_survey.h"
 #include "support/survey_invariants.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

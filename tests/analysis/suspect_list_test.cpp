@@ -3,8 +3,6 @@
 
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

@@ -6,12 +6,6 @@
 #include "rows/walked_path.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <random>
-
 namespace tessel {
 
 namespace {

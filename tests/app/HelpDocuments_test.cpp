@@ -6,15 +6,6 @@
 #include "support/ProgramTexts.h"
 #include "support/temporary_folder.h"
 
-#include <QDir>
-#include <QRegularExpression>
-#include <QTextBlock>
-#include <QTextDocument>
-#include <QTextTable>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

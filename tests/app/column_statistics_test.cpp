@@ -1,13 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/column_statistics.h"
 
-#include "base/run_time_error.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <random>
-#include <vector>
+#include "support/run_time_errors.h"
 
 namespace tessel {
 
@@ -28,13 +22,8 @@ Survey surveyOf(const std::vector<double>& em1, const std::vector<double>& em2 =
     return survey;
 }
 
-int errorNumber(void (*action)(const Survey&), const Survey& survey) {
-    try {
-        action(survey);
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
+int errorOfMeanSD(const std::vector<double>& em1) {
+    return errorNumberOf([&] { Column_MeanSD(surveyOf(em1), kEM1); });
 }
 
 }  // namespace
@@ -46,16 +35,13 @@ TEST(ColumnMinMax, FindsSmallestLargestAndCountOfReadingsNotAboveZero) {
     EXPECT_EQ(result.notPositive, 3);
 }
 
-TEST(ColumnMinMax, CountsTheFirstSite) {
+TEST(ColumnMinMax, LooksAtTheFirstSiteToo) {
     EXPECT_EQ(Column_MinMax(surveyOf({0}), kEM1).notPositive, 1);
     EXPECT_EQ(Column_MinMax(surveyOf({-4, 1}), kEM1).notPositive, 1);
     EXPECT_EQ(Column_MinMax(surveyOf({4, 1}), kEM1).notPositive, 0);
-}
-
-TEST(ColumnMinMax, OfNegativeValuesOnlyIsNotZero) {
-    const ColumnMinMax result = Column_MinMax(surveyOf({-5, -3, -9}), kEM1);
-    EXPECT_EQ(result.maximum, -3);
-    EXPECT_EQ(result.minimum, -9);
+    const ColumnMinMax negative = Column_MinMax(surveyOf({-5, -3, -9}), kEM1);
+    EXPECT_EQ(negative.maximum, -3);
+    EXPECT_EQ(negative.minimum, -9);
 }
 
 TEST(ColumnMinMax, NeverReadsBeyondTheLastSite) {
@@ -97,17 +83,12 @@ TEST(ColumnMeanSD, KeepsItsDigitsAtALargeOffset) {
     EXPECT_DOUBLE_EQ(result.sd, std::sqrt(1000.0 * (1000.0 * 1000.0 - 1) / 12 / 999));
 }
 
-TEST(ColumnMeanSD, NeedsTwoSites) {
-    const auto meanSD = [](const Survey& survey) { Column_MeanSD(survey, kEM1); };
-    EXPECT_EQ(errorNumber(meanSD, surveyOf({1})), RunTimeError::kDivisionByZero);
-    EXPECT_EQ(errorNumber(meanSD, surveyOf({})), RunTimeError::kDivisionByZero);
+TEST(ColumnMeanSD, NeedsTwoSitesAndReportsWhatIsTooLargeForADouble) {
+    EXPECT_EQ(errorOfMeanSD({1}), RunTimeError::kDivisionByZero);
+    EXPECT_EQ(errorOfMeanSD({}), RunTimeError::kDivisionByZero);
     EXPECT_EQ(Column_Mean(surveyOf({6}), kEM1), 6);
-}
-
-TEST(ColumnMeanSD, TooLargeForADoubleIsReported) {
-    const auto meanSD = [](const Survey& survey) { Column_MeanSD(survey, kEM1); };
-    EXPECT_EQ(errorNumber(meanSD, surveyOf({-1.7e308, 1.7e308, 1.7e308})), RunTimeError::kOverflow);
-    EXPECT_EQ(errorNumber(meanSD, surveyOf({0, 1e200})), RunTimeError::kOverflow);
+    EXPECT_EQ(errorOfMeanSD({-1.7e308, 1.7e308, 1.7e308}), RunTimeError::kOverflow);
+    EXPECT_EQ(errorOfMeanSD({0, 1e200}), RunTimeError::kOverflow);
 }
 
 TEST(ColumnMeanSD, AgreesWithPlainSumsOfMoreDigits) {
@@ -130,14 +111,11 @@ TEST(ColumnMeanSD, AgreesWithPlainSumsOfMoreDigits) {
     }
 }
 
-TEST(Regression, FindsALineExactly) {
-    const Regression line = EM_Regression(surveyOf({10, 20, 35, 80}, {25, 45, 75, 165}));
-    EXPECT_DOUBLE_EQ(line.slope, 2);
-    EXPECT_NEAR(line.intercept, 5, 1e-12);
-}
-
-// Worked out by hand: x = 10, 20, 30, y = 12, 18, 33: Sxx = 200, Sxy = 210, means 20 and 21.
+// The second worked out by hand: x = 10, 20, 30, y = 12, 18, 33: Sxx = 200, Sxy = 210, means 20 and 21.
 TEST(Regression, IsTheLeastSquaresLine) {
+    const Regression exact = EM_Regression(surveyOf({10, 20, 35, 80}, {25, 45, 75, 165}));
+    EXPECT_DOUBLE_EQ(exact.slope, 2);
+    EXPECT_NEAR(exact.intercept, 5, 1e-12);
     const Regression line = EM_Regression(surveyOf({10, 20, 30}, {12, 18, 33}));
     EXPECT_DOUBLE_EQ(line.slope, 1.05);
     EXPECT_NEAR(line.intercept, 0, 1e-12);
@@ -179,9 +157,8 @@ TEST(Regression, KeepsItsDigitsAtALargeOffset) {
 }
 
 TEST(Regression, OnAConstantColumnIsADivisionByZero) {
-    const auto regression = [](const Survey& survey) { EM_Regression(survey); };
-    EXPECT_EQ(errorNumber(regression, surveyOf({0.1, 0.1, 0.1}, {1, 2, 3})), RunTimeError::kDivisionByZero);
-    EXPECT_EQ(errorNumber(regression, surveyOf({}, {})), RunTimeError::kDivisionByZero);
+    for (const Survey& survey : {surveyOf({0.1, 0.1, 0.1}, {1, 2, 3}), surveyOf({}, {})})
+        EXPECT_EQ(errorNumberOf([&] { EM_Regression(survey); }), RunTimeError::kDivisionByZero);
 }
 
 }  // namespace tessel

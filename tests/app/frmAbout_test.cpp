@@ -5,21 +5,7 @@
 #include "base/program_version.h"
 #include "support/temporary_folder.h"
 
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
-
-TEST(AboutWindow, SaysNameVersionAndLicence) {
-    frmAbout window;
-    EXPECT_EQ(window.objectName(), u"frmAbout"_s);
-    EXPECT_EQ(window.lblName->text(), u"VARN-Tessel"_s);
-    EXPECT_EQ(window.lblVersion->text(), u"Version 2.35R"_s);
-    EXPECT_TRUE(window.lblLicence->text().contains(u"GPL-3.0-or-later"_s));
-    EXPECT_FALSE(window.lblPurpose->text().isEmpty());
-}
 
 TEST(ProgramVersion, IsTheSameWhereverItStands) {
     EXPECT_EQ(frmAbout().lblName->text(), QString::fromLatin1(kProgramName));
@@ -34,15 +20,6 @@ TEST(ProgramVersion, IsTheSameWhereverItStands) {
         {"CHANGELOG.md", "## [" + version + "]"}};
     for (const auto& [file, text] : places)
         EXPECT_NE(readFile(std::string(TESSEL_SOURCE_DIR "/") + file).find(text), std::string::npos) << file;
-}
-
-TEST(AboutWindow, ShowsEveryTextWhole) {
-    frmAbout window;
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    for (const QLabel* label : window.findChildren<QLabel*>())
-        EXPECT_GE(label->height(), label->heightForWidth(label->width()))
-            << label->objectName().toStdString();
 }
 
 }  // namespace tessel

@@ -4,28 +4,11 @@
 #include "app/HelpOpener.h"
 #include "app/frmMain.h"
 #include "app/help_documents.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/TextEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
-
-#include <QAbstractTextDocumentLayout>
-#include <QClipboard>
-#include <QDialog>
-#include <QDir>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTextFrame>
-#include <QVBoxLayout>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -75,6 +58,23 @@ class HelpViewer : public testing::Test {
         return window;
     }
     static void type(QWidget* widget, const QString& text) { QTest::keyClicks(widget, text); }
+    // A main window at a place, shown, and a dialog of it.
+    static void showAt(QWidget& window, const QRect& place) {
+        window.setGeometry(place);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    static void clickThroughTheDesktop(const QWidget* button) {
+        QTest::mouseClick(button->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          button->mapTo(button->window(), button->rect().center()));
+    }
+    // A document that is not shown, with what is told instead.
+    void expectRefused(int number, const QString& told) {
+        boxes_.tell(told);
+        guarded(nullptr, [number] { openHelp(nullptr, number); })();
+        EXPECT_EQ(boxes_.pending(), 0);
+        EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
+    }
 
     TemporaryFolder folder_;
     ExpectedBoxes boxes_;
@@ -100,43 +100,21 @@ TEST_F(HelpViewer, TakesTheFilesNameWhereTheDocumentHasNoTitle) {
     EXPECT_EQ(open(102)->windowTitle(), u"hdoc102.rtf - Help"_s);
     writeDocument(103, "{\\rtf1}");
     EXPECT_EQ(open(103)->windowTitle(), u"hdoc103.rtf - Help"_s);
-}
-
-TEST_F(HelpViewer, SaysThatADocumentIsMissingAndDoesNotOpen) {
-    const QString path = QDir::toNativeSeparators(fromPath(documentPath(109)));
-    boxes_.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s + path);
-    openHelp(nullptr, 109);
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
-}
-
-TEST_F(HelpViewer, ReportsADocumentThatCannotBeReadWithPathAndReason) {
-    std::filesystem::create_directory(documentPath(104));
-    boxes_.tell(fromPath(documentPath(104)) + u" cannot be read: it is a folder"_s);
-    guarded(nullptr, [] { openHelp(nullptr, 104); })();
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
-}
-
-TEST_F(HelpViewer, ReportsADocumentOnABrokenDiskWithTheSystemsReason) {
-    std::filesystem::create_symlink("/proc/self/mem", documentPath(104));
-    boxes_.tell(fromPath(documentPath(104)) + u" cannot be read: Input/output error"_s);
-    guarded(nullptr, [] { openHelp(nullptr, 104); })();
-    EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_TRUE(viewer() == nullptr || !viewer()->isVisible());
-}
-
-TEST_F(HelpViewer, RefusesAFileTooLargeForADocument) {
-    writeDocument(105, "{\\rtf1}");
-    std::filesystem::resize_file(documentPath(105), std::uintmax_t{65} << 20);
-    boxes_.tellBeginning(fromPath(documentPath(105)) + u" cannot be read: it is too large"_s);
-    guarded(nullptr, [] { openHelp(nullptr, 105); })();
-    EXPECT_EQ(boxes_.pending(), 0);
-}
-
-TEST_F(HelpViewer, ShowsAFileThatIsNoRichTextAsItStands) {
     writeDocument(106, "Plain words");
-    EXPECT_EQ(open(106)->RTB1->toPlainText(), u"Plain words"_s);
+    EXPECT_EQ(open(106)->RTB1->toPlainText(), u"Plain words"_s) << "no rich text";
+}
+
+TEST_F(HelpViewer, SaysWhyADocumentCannotBeReadAndDoesNotOpen) {
+    expectRefused(109, u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+                           QDir::toNativeSeparators(fromPath(documentPath(109))));
+    std::filesystem::create_directory(documentPath(104));
+    expectRefused(104, fromPath(documentPath(104)) + u" cannot be read: it is a folder"_s);
+    std::filesystem::create_symlink("/proc/self/mem", documentPath(105));
+    expectRefused(105, fromPath(documentPath(105)) + u" cannot be read: Input/output error"_s);
+    writeDocument(106, "{\\rtf1}");
+    std::filesystem::resize_file(documentPath(106), std::uintmax_t{65} << 20);
+    expectRefused(106,
+                  fromPath(documentPath(106)) + u" cannot be read: it is too large for a help document"_s);
 }
 
 TEST_F(HelpViewer, SaysThatADocumentIsTooLargeAndHandsItToTheTextEditor) {
@@ -174,49 +152,44 @@ TEST_F(HelpViewer, IsOneWindowForAllDocuments) {
     EXPECT_EQ(window->RTB1->verticalScrollBar()->value(), 0);
 }
 
-TEST_F(HelpViewer, SavesTheDocumentByteForByteAndOpensItInTheTextEditor) {
+TEST_F(HelpViewer, SavesTheDocumentByteForByteInTheFolderForDataAndOpensItInTheTextEditor) {
     const QByteArray odd = "{\\rtf1 a\r\n\0\xE9}\0"_ba;
     writeDocument(107, odd);
+    std::filesystem::create_directory(folder_ / "data");
+    theSession().DataDir = folder_ / "data";
     frmHelpTesl* window = open(107);
     QTest::mouseClick(window->Command1, Qt::LeftButton);
-    EXPECT_EQ(readFile(folder_ / "helpdoc.rtf"), odd.toStdString());
+    EXPECT_EQ(readFile(folder_ / "data/helpdoc.rtf"), odd.toStdString());
     ASSERT_EQ(started_.size(), 1);
-    EXPECT_EQ(started_[0].constLast(), fromPath(folder_ / "helpdoc.rtf"));
+    EXPECT_EQ(started_[0].constLast(), fromPath(folder_ / "data/helpdoc.rtf"));
     EXPECT_TRUE(window->isVisible());
 }
 
-TEST_F(HelpViewer, SavesItsCopyInTheFolderForData) {
-    std::filesystem::create_directory(folder_ / "data");
-    theSession().DataDir = folder_ / "data";
-    QTest::mouseClick(open()->Command1, Qt::LeftButton);
-    EXPECT_EQ(readFile(folder_ / "data/helpdoc.rtf"), kDocument.toStdString());
-}
-
-TEST_F(HelpViewer, SaysWhyTheTextEditorDoesNotStart) {
+TEST_F(HelpViewer, SaysWhyTheTextEditorDoesNotStartOrTheCopyCannotBeWritten) {
     editorStarts_ = false;
     boxes_.tellBeginning(fromPath(folder_ / "helpdoc.rtf") + u" cannot be opened: "_s);
     QTest::mouseClick(open()->Command1, Qt::LeftButton);
     EXPECT_EQ(boxes_.pending(), 0);
     EXPECT_TRUE(viewer()->isVisible());
-}
-
-TEST_F(HelpViewer, SaysWhyTheCopyCannotBeWritten) {
+    EXPECT_EQ(started_.size(), 1);
     theSession().DataDir = folder_ / "gone";
     boxes_.tellBeginning(fromPath(folder_ / "gone/helpdoc.rtf") + u" cannot be written: "_s);
-    QTest::mouseClick(open()->Command1, Qt::LeftButton);
+    QTest::mouseClick(viewer()->Command1, Qt::LeftButton);
     EXPECT_EQ(boxes_.pending(), 0);
-    EXPECT_TRUE(started_.isEmpty());
+    EXPECT_EQ(started_.size(), 1);
 }
 
 TEST_F(HelpViewer, ClosesWithItsButtonEscapeAndControlW) {
-    QTest::mouseClick(open()->Command2, Qt::LeftButton);
-    EXPECT_FALSE(viewer()->isVisible());
-    QTest::keyClick(open()->RTB1, Qt::Key_Escape);
-    EXPECT_FALSE(viewer()->isVisible());
-    QTest::keyClick(open()->RTB1, Qt::Key_W, Qt::ControlModifier);
-    EXPECT_FALSE(viewer()->isVisible());
-    QTest::keyClick(open()->txtFind, Qt::Key_Escape);
-    EXPECT_FALSE(viewer()->isVisible());
+    const std::function<void()> ways[] = {
+        [this] { QTest::mouseClick(open()->Command2, Qt::LeftButton); },
+        [this] { QTest::keyClick(open()->RTB1, Qt::Key_Escape); },
+        [this] { QTest::keyClick(open()->RTB1, Qt::Key_W, Qt::ControlModifier); },
+        [this] { QTest::keyClick(open()->txtFind, Qt::Key_Escape); }};
+    for (const auto& close : ways) {
+        close();
+        EXPECT_FALSE(viewer()->isVisible());
+    }
+    EXPECT_FALSE(viewer()->testAttribute(Qt::WA_QuitOnClose)) << "it does not keep the program alive";
 }
 
 TEST_F(HelpViewer, FindsAsOneTypesAndNextWithEnter) {
@@ -239,20 +212,16 @@ TEST_F(HelpViewer, FindsAsOneTypesAndNextWithEnter) {
     EXPECT_EQ(window->lblFound->text(), QString());
 }
 
-TEST_F(HelpViewer, SaysThatNothingIsFound) {
+TEST_F(HelpViewer, SaysThatNothingIsFoundAndForgetsItWithTheNextDocument) {
     frmHelpTesl* window = open();
-    type(window->txtFind, u"zebra"_s);
-    EXPECT_EQ(window->lblFound->text(), u"Not found"_s);
-    EXPECT_FALSE(window->RTB1->textCursor().hasSelection());
-    window->txtFind->clear();
-    EXPECT_EQ(window->lblFound->text(), QString());
-}
-
-TEST_F(HelpViewer, ForgetsTheSearchWithTheNextDocument) {
-    type(open()->txtFind, u"zebra"_s);
-    frmHelpTesl* window = open();
-    EXPECT_EQ(window->txtFind->text(), QString());
-    EXPECT_EQ(window->lblFound->text(), QString());
+    for (const bool nextDocument : {false, true}) {
+        type(window->txtFind, u"zebra"_s);
+        EXPECT_EQ(window->lblFound->text(), u"Not found"_s);
+        EXPECT_FALSE(window->RTB1->textCursor().hasSelection());
+        nextDocument ? static_cast<void>(open()) : window->txtFind->clear();
+        EXPECT_EQ(window->txtFind->text(), QString());
+        EXPECT_EQ(window->lblFound->text(), QString());
+    }
 }
 
 TEST_F(HelpViewer, LetsItsTextBeSelectedAndCopied) {
@@ -291,17 +260,13 @@ TEST_F(HelpViewer, KeepsLinesReadableHoweverWideItIs) {
 
 TEST_F(HelpViewer, ComesUpOverTheMainWindow) {
     frmMain main;
-    main.setGeometry(60, 40, 500, 400);
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    showAt(main, {60, 40, 500, 400});
     frmHelpTesl* window = open(101, &main);
     EXPECT_TRUE(window->frameGeometry().intersects(main.frameGeometry()));
     const QRect screen = window->screen()->availableGeometry();
     const QRect place = window->geometry();
     EXPECT_TRUE(screen.contains(place))
         << place.x() << "," << place.y() << " " << place.width() << "x" << place.height();
-    window->close();
-    main.hide();
 }
 
 TEST_F(HelpViewer, ComesUpOverTheMiddleOfTheMainWindowEachTime) {
@@ -312,63 +277,37 @@ TEST_F(HelpViewer, ComesUpOverTheMiddleOfTheMainWindowEachTime) {
     window->resize(240, 200);
     for (const QPoint corner : {QPoint(60, 90), QPoint(300, 150)}) {
         window->close();
-        main.setGeometry(QRect(corner, QSize(400, 300)));
-        main.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+        showAt(main, {corner, QSize(400, 300)});
         open(101, &main);
         const QPoint apart = window->geometry().center() - main.geometry().center();
         EXPECT_LE(apart.manhattanLength(), 2) << corner.x();
     }
-    window->close();
-    main.hide();
 }
 
-TEST_F(HelpViewer, CanBeUsedWhileADialogOfTheMainWindowIsOpen) {
-    QWidget main;
-    main.setObjectName(u"main"_s);
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
-    QDialog dialog(&main);
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    ASSERT_EQ(QApplication::activeModalWidget(), &dialog);
-
-    frmHelpTesl* window = open(101, &dialog);
-    EXPECT_EQ(window->parentWidget(), nullptr);
-    type(window->txtFind, u"gap"_s);
-    EXPECT_EQ(window->RTB1->textCursor().selectedText(), u"gap"_s);
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                      window->Command2->mapTo(window, window->Command2->rect().center()));
-    QTRY_VERIFY(!window->isVisible());
-    EXPECT_TRUE(dialog.isVisible());
-}
-
-TEST_F(HelpViewer, OpenedBeforeADialogCanBeUsedTooWhileThatIsOpen) {
-    const auto click = [](const QWidget* button) {
-        const QWidget* window = button->window();
-        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                          button->mapTo(window, button->rect().center()));
-    };
-    QWidget main;
-    auto* const button = new QPushButton(&main);
-    int clicks = 0;
-    QObject::connect(button, &QPushButton::clicked, &main, [&clicks] { ++clicks; });
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
-    frmHelpTesl* window = open(101, &main);
-    QDialog dialog(&main);
-    dialog.setWindowModality(Qt::WindowModal);
-    dialog.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-    click(button);
-    EXPECT_EQ(clicks, 0) << "the dialog blocks its own window";
-    click(window->Command2);
-    QTRY_VERIFY(!window->isVisible());
-}
-
-TEST_F(HelpViewer, DoesNotKeepTheProgramAlive) {
-    EXPECT_FALSE(open()->testAttribute(Qt::WA_QuitOnClose));
+TEST_F(HelpViewer, CanBeUsedWhileADialogOfTheMainWindowIsOpenAlsoIfItWasOpenedBefore) {
+    for (const bool before : {false, true}) {
+        QWidget main;
+        auto* const button = new QPushButton(&main);
+        int clicks = 0;
+        QObject::connect(button, &QPushButton::clicked, &main, [&clicks] { ++clicks; });
+        main.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+        frmHelpTesl* window = before ? open(101, &main) : nullptr;
+        QDialog dialog(&main);
+        dialog.setWindowModality(Qt::WindowModal);
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        ASSERT_EQ(QApplication::activeModalWidget(), &dialog);
+        if (!before) window = open(101, &dialog);
+        EXPECT_EQ(window->parentWidget(), nullptr);
+        type(window->txtFind, u"gap"_s);
+        EXPECT_EQ(window->RTB1->textCursor().selectedText(), u"gap"_s);
+        clickThroughTheDesktop(button);
+        EXPECT_EQ(clicks, 0) << "the dialog blocks its own window";
+        clickThroughTheDesktop(window->Command2);
+        QTRY_VERIFY(!window->isVisible());
+        EXPECT_TRUE(dialog.isVisible());
+    }
 }
 
 TEST_F(HelpViewer, ListsAllDocumentsAndSelectsTheOneThatIsShown) {
@@ -425,14 +364,10 @@ TEST_F(HelpViewer, GivesAllItsWidthToTheTextWhenItIsNarrow) {
 
 TEST_F(HelpViewer, ComesUpBesideTheDialogThatItExplains) {
     frmMain main;
-    main.setGeometry(60, 90, 500, 400);
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    showAt(main, {60, 90, 500, 400});
     QDialog dialog(&main);
     for (const QRect place : {QRect(20, 80, 200, 300), QRect(560, 80, 200, 300)}) {
-        dialog.setGeometry(place);
-        dialog.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+        showAt(dialog, place);
         frmHelpTesl* window = open(101, &dialog);
         EXPECT_FALSE(window->frameGeometry().intersects(dialog.frameGeometry())) << place.x();
         dialog.setGeometry(QRect(20, 80, 200, 300));
@@ -440,29 +375,20 @@ TEST_F(HelpViewer, ComesUpBesideTheDialogThatItExplains) {
         EXPECT_FALSE(window->frameGeometry().intersects(dialog.frameGeometry())) << "while it is open too";
         window->close();
     }
-    dialog.hide();
-    main.hide();
 }
 
 TEST_F(HelpViewer, HasItsUsualSizeAgainWhereThereIsRoom) {
     frmMain main;
-    main.setGeometry(60, 90, 500, 400);
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    showAt(main, {60, 90, 500, 400});
     frmHelpTesl* window = open(101, &main);
     window->resize(700, 400);
     window->close();
     QDialog dialog(&main);
-    dialog.setGeometry(20, 80, 200, 300);
-    dialog.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    showAt(dialog, {20, 80, 200, 300});
     EXPECT_LT(open(101, &dialog)->width(), 700);
     window->close();
     EXPECT_EQ(open(101, &main)->width(), 700);
     EXPECT_TRUE(window->frameGeometry().intersects(main.frameGeometry()));
-    window->close();
-    dialog.hide();
-    main.hide();
 }
 
 }  // namespace tessel

@@ -2,25 +2,13 @@
 #include "app/frmMain.h"
 
 #include "app/survey.h"
-#include "base/palette16.h"
 #include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
-
-const QString kExitQuestion =
-    u"Attention: you have not exported an output VARN data file yet!\n"
-    u"Are you sure that you wish to exit the program?"_s;
 
 class MainWindow : public testing::Test {
   protected:
@@ -31,9 +19,9 @@ class MainWindow : public testing::Test {
 
 }  // namespace
 
-TEST_F(MainWindow, HasItsTitleAndName) {
-    EXPECT_EQ(window.windowTitle(), u"VARN-Tessel  (VARN Tessel)   Version 2.35R"_s);
-    EXPECT_EQ(window.objectName(), u"frmMain"_s);
+TEST_F(MainWindow, WritesItsBannerInDarkBlue) {
+    EXPECT_EQ(window.Label20->palette().color(QPalette::WindowText), captionColour(kBlue, window));
+    EXPECT_NE(captionColour(kBlue, window), captionColour(kBlack, window));
 }
 
 TEST_F(MainWindow, WritesItsBannerOneCharacterATick) {
@@ -50,25 +38,15 @@ TEST_F(MainWindow, WritesItsBannerOneCharacterATick) {
     EXPECT_EQ(ticks.count(), banner.size());
 }
 
-TEST_F(MainWindow, WritesItsBannerInDarkBlue) {
-    EXPECT_EQ(window.Label20->palette().color(QPalette::WindowText), captionColour(kBlue, window));
-    EXPECT_NE(captionColour(kBlue, window), captionColour(kBlack, window));
-}
-
-TEST_F(MainWindow, StaysWhenTheExitQuestionIsNotAnsweredWithYes) {
+TEST_F(MainWindow, ClosesWhenTheExitQuestionIsAnsweredWithYesOnly) {
     window.show();
-    boxes.ask(false, kExitQuestion);
-    window.mnuExit->trigger();
-    EXPECT_TRUE(window.isVisible());
-    boxes.ask(false, kExitQuestion);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(window.close());
-}
-
-TEST_F(MainWindow, ClosesWhenTheExitQuestionIsAnsweredWithYes) {
-    window.show();
-    boxes.ask(true, kExitQuestion);
-    window.mnuExit->trigger();
-    EXPECT_FALSE(window.isVisible());
+    for (const bool yes : {false, true}) {
+        boxes.ask(yes, kProgramExitQuestion);
+        window.mnuExit->trigger();
+        EXPECT_EQ(window.isVisible(), !yes);
+    }
 }
 
 // The program's end closes what is still open once more: the question must not come a second time.
@@ -76,7 +54,7 @@ TEST_F(MainWindow, AsksOnceAndEndsTheProgramWhileItRuns) {
     window.show();
     QWidget helpBesideIt;
     helpBesideIt.show();
-    boxes.ask(true, kExitQuestion);
+    boxes.ask(true, kProgramExitQuestion);
     QTimer::singleShot(0, &window, [this] { window.mnuExit->trigger(); });
     QTimer::singleShot(5000, &window, [] { QCoreApplication::exit(1); });
     EXPECT_EQ(QCoreApplication::exec(), 0);
@@ -146,12 +124,8 @@ TEST_F(MainWindow, ScrollsADescriptionThatIsLongerThanTheWindow) {
     window.describeWith([] {
         SurveyDescription description{"headline", {}};
         for (int i = 0; i < 100; ++i)
-            description.lines.push_back({DescriptionKind::kWarning,
-                                         "Warning",
-                                         "Attention",
-                                         std::string(200, 'w') + " words",
-                                         {},
-                                         {}});
+            description.lines.push_back(
+                {DescriptionKind::kWarning, "Warning", "Attention", std::string(200, 'w'), {}, {}});
         return description;
     });
     window.resize(500, 300);

@@ -4,8 +4,6 @@
 #include "base/session.h"
 #include "journal/journal.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 TEST(SiteTable, KeepsItsContentsAsItGrows) {

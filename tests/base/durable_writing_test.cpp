@@ -2,16 +2,9 @@
 // What FileReplacement asks of the system, and in which order: the old file or the new one is there, whole,
 // whenever the power goes.
 #include "base/file_replacement.h"
-#include "base/run_time_error.h"
 #include "support/file_calls.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <fcntl.h>
-#include <map>
-#include <set>
 
 namespace tessel {
 
@@ -135,37 +128,27 @@ Calls without(Calls calls, const std::string& name, int nth) {
     return calls;
 }
 
-std::string descriptionOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.description();
-    }
-    return "no error";
-}
+using DurableWriting = FolderTest;
 
 }  // namespace
 
-TEST(DurableWriting, SyncsTheFileBeforeItHasItsNameAndTheFolderAfterwards) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
-    const WatchedFileCalls watched;
-    replace(folder / "out.txt");
-    EXPECT_EQ(inWords(watched.calls(), folder),
-              (std::vector<std::string>{"write file", "write file", "fsync file", "linkat file to unfinished",
-                                        "rename unfinished to out.txt", "fsync folder"}));
+TEST_F(DurableWriting, SyncsTheFileBeforeItHasItsNameAndTheFolderAfterwards) {
+    writeFile(path, "old");
+    std::vector<std::string> expected{"write file",
+                                      "write file",
+                                      "fsync file",
+                                      "linkat file to unfinished",
+                                      "rename unfinished to out.txt",
+                                      "fsync folder"};
+    for (const bool nameless : {true, false}) {
+        const WatchedFileCalls watched(nameless ? WatchedFileCalls::Answerer() : noNamelessFiles);
+        replace(path);
+        if (!nameless) std::erase(expected, "linkat file to unfinished");
+        EXPECT_EQ(inWords(watched.calls(), folder), expected) << nameless;
+    }
 }
 
-TEST(DurableWriting, SyncsInTheSameOrderWhereFilesHaveNames) {
-    const TemporaryFolder folder;
-    const WatchedFileCalls watched(noNamelessFiles);
-    replace(folder / "out.txt");
-    EXPECT_EQ(inWords(watched.calls(), folder),
-              (std::vector<std::string>{"write file", "write file", "fsync file",
-                                        "rename unfinished to out.txt", "fsync folder"}));
-}
-
-TEST(DurableWriting, LeavesTheOldOrTheNewFileWheneverThePowerGoes) {
+TEST_F(DurableWriting, LeavesTheOldOrTheNewFileWheneverThePowerGoes) {
     for (const auto& answerer : {WatchedFileCalls::Answerer(), WatchedFileCalls::Answerer(noNamelessFiles)}) {
         const auto found = outcomes(callsOfAReplacement(answerer));
         ASSERT_GT(found.size(), 6U);
@@ -176,7 +159,7 @@ TEST(DurableWriting, LeavesTheOldOrTheNewFileWheneverThePowerGoes) {
     }
 }
 
-TEST(DurableWriting, WouldLeaveATornOrTheOldFileWithoutItsSyncs) {
+TEST_F(DurableWriting, WouldLeaveATornOrTheOldFileWithoutItsSyncs) {
     const Calls calls = callsOfAReplacement();
     bool torn = false;
     for (const auto& outcome : outcomes(without(calls, "fsync", 1)))
@@ -185,110 +168,90 @@ TEST(DurableWriting, WouldLeaveATornOrTheOldFileWithoutItsSyncs) {
     EXPECT_EQ(outcomes(without(calls, "fsync", 2)).back(), (std::set<std::string>{"new", "old"}));
 }
 
-TEST(DurableWriting, MakesEveryCallAgainThatASignalInterrupts) {
-    for (const bool nameless : {true, false}) {
-        const TemporaryFolder folder;
-        writeFile(folder / "out.txt", "old");
-        std::set<std::string> interrupted;
-        bool again = false;
-        const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
+TEST_F(DurableWriting, MakesEveryCallAgainThatASignalInterrupts) {
+    const auto interrupted = [&](bool nameless) {
+        std::set<std::string> names;
+        const WatchedFileCalls watched([&, again = false](const FileCall& call) mutable -> Answer {
             if (!nameless && noNamelessFiles(call)) return noNamelessFiles(call);
             again = !again;
             if (!again) return std::nullopt;
-            interrupted.insert(call.name);
+            names.insert(call.name);
             return FileAnswer{-1, EINTR};
         });
-        replace(folder / "out.txt");
-        EXPECT_EQ(readFile(folder / "out.txt"), kNew);
-        std::set<std::string> all{"open", "flock", "stat", "write", "fsync", "rename"};
-        if (nameless) all.insert("linkat");
-        EXPECT_EQ(interrupted, all);
-    }
-}
-
-TEST(DurableWriting, MakesEveryCallInPlaceAgainThatASignalInterrupts) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", std::string(400'000, 'o'));
-    ASSERT_EQ(::link((folder / "out.txt").c_str(), (folder / "second.txt").c_str()), 0);
-    std::set<std::string> interrupted;
-    bool again = false;
-    const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
-        again = !again;
-        if (!again) return std::nullopt;
-        interrupted.insert(call.name);
-        return FileAnswer{-1, EINTR};
-    });
-    replace(folder / "out.txt");
+        replace(path);
+        EXPECT_EQ(readFile(path), kNew);
+        return names;
+    };
+    std::set<std::string> all{"open", "flock", "stat", "write", "fsync", "rename"};
+    writeFile(path, "old");
+    EXPECT_EQ(interrupted(false), all);
+    all.insert("linkat");
+    EXPECT_EQ(interrupted(true), all);
+    // And where it is written in place.
+    writeFile(path, std::string(400'000, 'o'));
+    ASSERT_EQ(::link(path.c_str(), (folder / "second.txt").c_str()), 0);
+    EXPECT_EQ(interrupted(true), (std::set<std::string>{"open", "flock", "stat", "write", "fallocate",
+                                                        "pwrite", "ftruncate", "fsync"}));
     EXPECT_EQ(readFile(folder / "second.txt"), kNew);
-    EXPECT_EQ(interrupted, (std::set<std::string>{"open", "flock", "stat", "write", "fallocate", "pwrite",
-                                                  "ftruncate", "fsync"}));
 }
 
-TEST(DurableWriting, TakesAWriteOfNothingForAFullDisk) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
+TEST_F(DurableWriting, TakesAWriteOfNothingForAFullDisk) {
+    writeFile(path, "old");
     const WatchedFileCalls watched([](const FileCall& call) -> Answer {
         return call.name == "write" ? Answer(FileAnswer{0, 0}) : std::nullopt;
     });
-    EXPECT_EQ(descriptionOf([&] { replace(folder / "out.txt"); }),
-              folder / "out.txt cannot be written: No space left on device");
+    EXPECT_EQ(descriptionOf([&] { replace(path); }), path + " cannot be written: No space left on device");
     EXPECT_EQ(watched.count("write"), 1);
-    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    EXPECT_EQ(readFile(path), "old");
 }
 
-TEST(DurableWriting, WritesOnWhereTheSystemTookAPartOnly) {
-    const TemporaryFolder folder;
+TEST_F(DurableWriting, WritesOnWhereTheSystemTookAPartOnly) {
     const int copy = ::open((folder / "taken").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
         if (call.name != "write" || call.file == copy) return std::nullopt;
         const std::size_t part = std::min<std::size_t>(call.bytes.size(), 99'999);
         return FileAnswer{::write(copy, call.bytes.data(), part), 0};
     });
-    replace(folder / "out.txt");
+    replace(path);
     ::close(copy);
     EXPECT_EQ(readFile(folder / "taken"), kNew);
 }
 
-TEST(DurableWriting, LeavesTheOldFileWhicheverCallFails) {
-    for (const char* failing : {"stat", "open", "write", "fsync", "linkat", "rename"}) {
-        const TemporaryFolder folder;
-        writeFile(folder / "out.txt", "old");
+TEST_F(DurableWriting, LeavesTheOldFileWhicheverCallFails) {
+    writeFile(path, "old");
+    for (const char* name : {"stat", "open", "write", "fsync", "linkat", "rename"}) {
         std::string description;
         {
-            const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
-                return call.name == failing ? Answer(FileAnswer{-1, EIO}) : std::nullopt;
-            });
-            description = descriptionOf([&] { replace(folder / "out.txt"); });
+            const WatchedFileCalls watched(failing(name, EIO));
+            description = descriptionOf([&] { replace(path); });
         }
-        EXPECT_EQ(description, folder / "out.txt cannot be written: Input/output error") << failing;
-        EXPECT_EQ(readFile(folder / "out.txt"), "old") << failing;
-        EXPECT_EQ(filesIn(folder), 1U) << failing;
+        EXPECT_EQ(description, path + " cannot be written: Input/output error") << name;
+        EXPECT_EQ(readFile(path), "old") << name;
+        EXPECT_EQ(filesIn(folder), 1U) << name;
     }
 }
 
-TEST(DurableWriting, SaysSoWhenTheFolderCannotBeSynced) {
-    const TemporaryFolder folder;
+TEST_F(DurableWriting, SaysSoWhenTheFolderCannotBeSynced) {
     const auto answered = [&](int error) {
         int syncs = 0;
         const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
             return call.name == "fsync" && ++syncs == 2 ? Answer(FileAnswer{-1, error}) : std::nullopt;
         });
-        return descriptionOf([&] { replace(folder / "out.txt"); });
+        return descriptionOf([&] { replace(path); });
     };
     EXPECT_EQ(answered(EIO), folder /
                                  "out.txt has been written, but a power cut may bring the old file back: "
                                  "Input/output error");
-    EXPECT_EQ(readFile(folder / "out.txt"), kNew);
+    EXPECT_EQ(readFile(path), kNew);
     EXPECT_EQ(answered(EINVAL), "no error");  // a file system that cannot
 }
 
-TEST(DurableWriting, SyncsTheFileSystemWhereTheFolderMayNotBeRead) {
-    const TemporaryFolder folder;
+TEST_F(DurableWriting, SyncsTheFileSystemWhereTheFolderMayNotBeRead) {
     const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
         const bool isFolder = call.name == "open" && (call.flags & O_ACCMODE) == O_RDONLY;
         return isFolder ? Answer(FileAnswer{-1, EACCES}) : std::nullopt;
     });
-    replace(folder / "out.txt");
+    replace(path);
     EXPECT_EQ(watched.calls().back().name, "syncfs");
     EXPECT_EQ(watched.calls().back().result, 0);
 }

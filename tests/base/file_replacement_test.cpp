@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/file_replacement.h"
 
-#include "base/run_time_error.h"
 #include "support/file_size_limit.h"
 #include "support/nameless_files.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tessel {
 
@@ -20,44 +13,44 @@ namespace {
 
 namespace fs = std::filesystem;
 
-template <typename Action>
-std::string descriptionOf(Action action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.description();
+class FileReplacementTest : public FolderTest {
+  protected:
+    void replace(const std::string& target, const std::string& text) const {
+        FileReplacement file(target);
+        file.write(text);
+        file.commit();
     }
-    return "no error";
-}
+    void expectOldFileAlone() const {
+        EXPECT_EQ(readFile(path), "old");
+        EXPECT_EQ(filesIn(folder), 1U);
+    }
+    // What is told when a file is to be replaced.
+    static std::string refusal(const std::string& target) {
+        return descriptionOf([&] { FileReplacement file(target); });
+    }
+};
 
 }  // namespace
 
-TEST(FileReplacement, PutsTheFileInPlaceWhenCommitted) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
-    FileReplacement file(folder / "out.txt");
+TEST_F(FileReplacementTest, PutsTheFileInPlaceWhenCommitted) {
+    writeFile(path, "old");
+    FileReplacement file(path);
     file.write("new ");
     file.write("text");
-    EXPECT_EQ(readFile(folder / "out.txt"), "old");
+    EXPECT_EQ(readFile(path), "old");
     file.commit();
-    EXPECT_EQ(readFile(folder / "out.txt"), "new text");
+    EXPECT_EQ(readFile(path), "new text");
     EXPECT_EQ(filesIn(folder), 1U);
 }
 
-TEST(FileReplacement, LeavesTheOldFileAndNoTraceWhenNotCommitted) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
-    {
-        FileReplacement file(folder / "out.txt");
-        file.write(std::string(1'000'000, 'x'));
-    }
-    EXPECT_EQ(readFile(folder / "out.txt"), "old");
-    EXPECT_EQ(filesIn(folder), 1U);
+TEST_F(FileReplacementTest, LeavesTheOldFileAndNoTraceWhenNotCommitted) {
+    writeFile(path, "old");
+    FileReplacement(path).write(std::string(1'000'000, 'x'));
+    expectOldFileAlone();
 }
 
-TEST(FileReplacement, WritesTextsOfEverySizeInOrder) {
-    const TemporaryFolder folder;
-    FileReplacement file(folder / "out.txt");
+TEST_F(FileReplacementTest, WritesTextsOfEverySizeInOrder) {
+    FileReplacement file(path);
     std::string expected;
     for (const std::size_t size : {0U, 1U, 200'000U, 262'144U, 5U, 1'000'000U, 262'143U, 2U}) {
         const std::string text(size, static_cast<char>('a' + size % 26));
@@ -65,68 +58,44 @@ TEST(FileReplacement, WritesTextsOfEverySizeInOrder) {
         expected += text;
     }
     file.commit();
-    EXPECT_EQ(readFile(folder / "out.txt"), expected);
+    EXPECT_EQ(readFile(path), expected);
 }
 
-TEST(FileReplacement, RefusesATargetThatIsAFolderOrGone) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder.path()); }),
-              folder.path() + " cannot be written: Is a directory");
-    EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / "none/out.txt"); }),
+TEST_F(FileReplacementTest, RefusesWhatCannotBeReplaced) {
+    writeFile(path, "old");
+    ASSERT_EQ(::chmod(path.c_str(), 0444), 0);
+    EXPECT_EQ(refusal(path), path + " cannot be written: Permission denied");
+    EXPECT_EQ(refusal(folder.path()), folder.path() + " cannot be written: Is a directory");
+    EXPECT_EQ(refusal(folder / "none/out.txt"),
               folder / "none/out.txt cannot be written: No such file or directory");
-}
-
-TEST(FileReplacement, RefusesAWriteProtectedTarget) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
-    ASSERT_EQ(::chmod((folder / "out.txt").c_str(), 0444), 0);
-    EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / "out.txt"); }),
-              folder / "out.txt cannot be written: Permission denied");
-    EXPECT_EQ(readFile(folder / "out.txt"), "old");
-}
-
-TEST(FileReplacement, RefusesAPipe) {
-    const TemporaryFolder folder;
+    expectOldFileAlone();
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    EXPECT_THROW(FileReplacement(folder / "pipe"), RunTimeError);
-    EXPECT_EQ(filesIn(folder), 1U);
+    EXPECT_NE(refusal(folder / "pipe"), "no error");
+    EXPECT_EQ(filesIn(folder), 2U);
 }
 
-TEST(FileReplacement, KeepsPermissionsAndFollowsALink) {
-    const TemporaryFolder folder;
-    writeFile(folder / "real.txt", "old");
-    ASSERT_EQ(::chmod((folder / "real.txt").c_str(), 0640), 0);
-    fs::create_symlink(folder / "real.txt", folder / "link.txt");
-    FileReplacement file(folder / "link.txt");
-    file.write("new");
-    file.commit();
+TEST_F(FileReplacementTest, KeepsPermissionsAndFollowsALink) {
+    writeFile(path, "old");
+    ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+    fs::create_symlink(path, folder / "link.txt");
+    replace(folder / "link.txt", "new");
     EXPECT_TRUE(fs::is_symlink(folder / "link.txt"));
-    EXPECT_EQ(readFile(folder / "real.txt"), "new");
-    struct stat status {};
-    ASSERT_EQ(::stat((folder / "real.txt").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0640U);
+    EXPECT_EQ(readFile(path), "new");
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
 }
 
-TEST(FileReplacement, LeavesTheOldFileWhenTheDiskIsFull) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
+TEST_F(FileReplacementTest, LeavesTheOldFileWhenTheDiskIsFull) {
+    writeFile(path, "old");
     std::string description;
     {
         const FileSizeLimit limit(300'000);
-        description = descriptionOf([&] {
-            FileReplacement file(folder / "out.txt");
-            for (int i = 0; i < 100; ++i)
-                file.write(std::string(10'000, 'x'));
-            file.commit();
-        });
+        description = descriptionOf([&] { replace(path, std::string(1'000'000, 'x')); });
     }
-    EXPECT_EQ(description, folder / "out.txt cannot be written: File too large");
-    EXPECT_EQ(readFile(folder / "out.txt"), "old");
-    EXPECT_EQ(filesIn(folder), 1U);
+    EXPECT_EQ(description, path + " cannot be written: File too large");
+    expectOldFileAlone();
 }
 
-TEST(FileReplacement, SaysSoWhenTheFolderVanishesMeanwhile) {
-    const TemporaryFolder folder;
+TEST_F(FileReplacementTest, SaysSoWhenTheFolderVanishesMeanwhile) {
     fs::create_directory(folder / "gone");
     FileReplacement file(folder / "gone/out.txt");
     file.write("text");
@@ -135,77 +104,59 @@ TEST(FileReplacement, SaysSoWhenTheFolderVanishesMeanwhile) {
               folder / "gone/out.txt cannot be written: No such file or directory");
 }
 
-TEST(FileReplacement, HasNoNameUntilItIsWholeWhereThatIsPossible) {
-    const TemporaryFolder folder;
-    FileReplacement file(folder / "out.txt");
+TEST_F(FileReplacementTest, HasNoNameUntilItIsWholeWhereThatIsPossible) {
+    FileReplacement file(path);
     file.write(std::string(1'000'000, 'x'));
     EXPECT_EQ(filesIn(folder), hasNamelessFiles(folder.path()) ? 0U : 1U);
     file.commit();
-    EXPECT_EQ(readFile(folder / "out.txt").size(), 1'000'000U);
+    EXPECT_EQ(readFile(path).size(), 1'000'000U);
     EXPECT_EQ(filesIn(folder), 1U);
 }
 
-TEST(FileReplacement, LeavesAFileAloneThatHasTheNameItWanted) {
-    const TemporaryFolder folder;
+TEST_F(FileReplacementTest, LeavesAFileAloneThatHasTheNameItWanted) {
     const std::string taken = folder / (".tessel-" + std::to_string(::getpid()) + "-0");
     writeFile(taken, "another's");
-    FileReplacement file(folder / "out.txt");
-    file.write("text");
-    file.commit();
-    EXPECT_EQ(readFile(folder / "out.txt"), "text");
+    replace(path, "text");
+    EXPECT_EQ(readFile(path), "text");
     EXPECT_EQ(readFile(taken), "another's");
     EXPECT_EQ(filesIn(folder), 2U);
 }
 
-TEST(FileReplacement, TakesAPathWithoutAFolder) {
-    const TemporaryFolder folder;
+TEST_F(FileReplacementTest, TakesAPathWithoutAFolder) {
     const fs::path before = fs::current_path();
     fs::current_path(folder.path());
-    FileReplacement file("out.txt");
-    file.write("text");
-    file.commit();
+    replace("out.txt", "text");
     fs::current_path(before);
-    EXPECT_EQ(readFile(folder / "out.txt"), "text");
+    EXPECT_EQ(readFile(path), "text");
 }
 
-namespace {
-
-void replaceWithoutNamelessFiles(const TemporaryFolder& folder) {
-    ASSERT_TRUE(forbidNamelessFiles());
-    ASSERT_FALSE(hasNamelessFiles(folder.path()));
-    {
-        FileReplacement file(folder / "out.txt");
-        file.write("half");
-        EXPECT_EQ(filesIn(folder), 2U);
-    }
-    EXPECT_EQ(readFile(folder / "out.txt"), "old");
-    EXPECT_EQ(filesIn(folder), 1U);
-    FileReplacement file(folder / "out.txt");
-    file.write("new");
-    file.commit();
-    EXPECT_EQ(descriptionOf([&] { FileReplacement none(folder / "none/out.txt"); }),
-              folder / "none/out.txt cannot be written: No such file or directory");
-}
-
-}  // namespace
-
-TEST(FileReplacement, DoesItsWorkOnFileSystemsWithoutNamelessFilesToo) {
-    const TemporaryFolder folder;
-    writeFile(folder / "out.txt", "old");
-    ASSERT_EQ(::chmod((folder / "out.txt").c_str(), 0604), 0);
-    EXPECT_EXIT(
+TEST_F(FileReplacementTest, DoesItsWorkOnFileSystemsWithoutNamelessFilesToo) {
+    writeFile(path, "old");
+    ASSERT_EQ(::chmod(path.c_str(), 0604), 0);
+    const auto without = [this] {
+        ASSERT_TRUE(forbidNamelessFiles());
+        ASSERT_FALSE(hasNamelessFiles(folder.path()));
         {
-            replaceWithoutNamelessFiles(folder);
-            std::_Exit(testing::Test::HasFailure() ? 1 : 0);
-        },
-        testing::ExitedWithCode(0), "");
-    EXPECT_EQ(readFile(folder / "out.txt"), "new");
+            FileReplacement file(path);
+            file.write("half");
+            EXPECT_EQ(filesIn(folder), 2U);
+        }
+        expectOldFileAlone();
+        replace(path, "new");
+        EXPECT_EQ(refusal(folder / "none/out.txt"),
+                  folder / "none/out.txt cannot be written: No such file or directory");
+    };
+    const auto inAProcess = [&] {
+        without();
+        std::_Exit(testing::Test::HasFailure() ? 1 : 0);
+    };
+    EXPECT_EXIT(inAProcess(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(readFile(path), "new");
     EXPECT_EQ(filesIn(folder), 1U);
-    EXPECT_EQ(fs::status(folder / "out.txt").permissions(), fs::perms(0604));
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0604));
 }
 
-TEST(FileReplacement, RefusesANewFileInAFolderThatMayNotBeWrittenAndWritesElsewhere) {
-    const TemporaryFolder folder;
+TEST_F(FileReplacementTest, RefusesANewFileInAFolderThatMayNotBeWrittenAndWritesElsewhere) {
     for (const char* name : {"closed", "open"})
         fs::create_directory(folder / name);
     writeFile(folder / "open/theirs.txt", "old");
@@ -214,7 +165,7 @@ TEST(FileReplacement, RefusesANewFileInAFolderThatMayNotBeWrittenAndWritesElsewh
     ASSERT_EQ(::chmod((folder / "open").c_str(), 0777), 0);
     {
         const UnprivilegedUser user;
-        EXPECT_EQ(descriptionOf([&] { FileReplacement file(folder / "closed/new.txt"); }),
+        EXPECT_EQ(refusal(folder / "closed/new.txt"),
                   folder / "closed/new.txt cannot be written: Permission denied");
         FileReplacement file(folder / "open/out.txt");
         file.write("text");

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/geometry.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-
 namespace tessel {
 
 namespace {

@@ -2,22 +2,13 @@
 #include "base/in_place_writing.h"
 
 #include "base/file_replacement.h"
-#include "base/run_time_error.h"
 #include "support/file_calls.h"
 #include "support/file_size_limit.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
 
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <cstdlib>
-#include <fcntl.h>
-#include <filesystem>
-#include <functional>
 #include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tessel {
 
@@ -33,17 +24,8 @@ void replace(const std::string& path, const std::string& text) {
     file.commit();
 }
 
-std::string descriptionOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.description();
-    }
-    return "no error";
-}
-
 // A file of two names, which is written in place, with an old text of 400,000 bytes.
-class InPlace : public testing::Test {
+class InPlace : public FolderTest {
   protected:
     InPlace() {
         writeFile(path, old);
@@ -55,8 +37,6 @@ class InPlace : public testing::Test {
         return descriptionOf([&] { replace(path, text); });
     }
 
-    TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
     const std::string old = std::string(400'000, 'o');
     const std::string longer = std::string(900'000, 'n');
     const std::string shorter = std::string(300'000, 'n');
@@ -98,10 +78,7 @@ TEST_F(InPlace, WritesNothingBeforeItIsCommitted) {
 }
 
 TEST_F(InPlace, LooksForRoomFirst) {
-    EXPECT_EQ(told(longer,
-                   [](const FileCall& call) -> Answer {
-                       return call.name == "fallocate" ? Answer(FileAnswer{-1, ENOSPC}) : std::nullopt;
-                   }),
+    EXPECT_EQ(told(longer, failing("fallocate", ENOSPC)),
               path + " cannot be written: No space left on device; the file is as it was");
     EXPECT_EQ(readFile(path), old);
     {
@@ -148,17 +125,12 @@ TEST_F(InPlace, SaysWhatIsLeftWhenTheDiskFailsHalfway) {
 }
 
 TEST_F(InPlace, SaysWhatIsLeftWhenTheEndFails) {
-    const auto failing = [](const char* name) {
-        return [name](const FileCall& call) -> Answer {
-            return call.name == name ? Answer(FileAnswer{-1, EIO}) : std::nullopt;
-        };
-    };
-    EXPECT_EQ(told(shorter, failing("ftruncate")),
+    EXPECT_EQ(told(shorter, failing("ftruncate", EIO)),
               path +
                   " cannot be written: Input/output error; "
                   "it holds the new text, followed by the end of the old one");
     EXPECT_EQ(readFile(path), shorter + old.substr(shorter.size()));
-    EXPECT_EQ(told(longer, failing("fsync")),
+    EXPECT_EQ(told(longer, failing("fsync", EIO)),
               path +
                   " cannot be written: Input/output error; it holds the new text, which a power cut may "
                   "take away");
@@ -174,11 +146,7 @@ TEST_F(InPlace, IsNotMixedWithWhatAnotherProgramWrites) {
     ::close(other);
     replace(path, longer);
     EXPECT_EQ(readFile(path), longer);
-    EXPECT_EQ(told(shorter,
-                   [](const FileCall& call) -> Answer {
-                       return call.name == "flock" ? Answer(FileAnswer{-1, ENOLCK}) : std::nullopt;
-                   }),
-              "no error");
+    EXPECT_EQ(told(shorter, failing("flock", ENOLCK)), "no error");
     EXPECT_EQ(readFile(path), shorter);
 }
 

@@ -1,80 +1,65 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/input_file.h"
 
-#include "base/run_time_error.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <chrono>
-#include <ctime>
-#include <fcntl.h>
-#include <filesystem>
 #include <sys/inotify.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-namespace tessel {
+    namespace tessel {
 
-namespace {
+    namespace {
 
-std::string refusal(const std::string& path) {
-    try {
-        ::close(openInputFile(path).descriptor);
-    } catch (const RunTimeError& error) {
-        return error.description();
+    std::string refusal(const std::string& path) {
+        return descriptionOf([&] { ::close(openInputFile(path).descriptor); });
     }
-    return "opened";
-}
 
-}  // namespace
+    using InputFileTest = FolderTest;
 
-TEST(InputFile, IsOpenedWithItsSize) {
-    const TemporaryFolder folder;
-    writeFile(folder / "a.dat", "12345");
-    std::filesystem::create_symlink(folder / "a.dat", folder / "link.dat");
-    EXPECT_TRUE(isInputFile(folder / "link.dat"));
-    const InputFile file = openInputFile(folder / "link.dat");
-    EXPECT_EQ(file.size, 5);
-    EXPECT_EQ(static_cast<const FileState&>(file), stateOfInputFile(folder / "a.dat"));
-    EXPECT_EQ(file.modified,
-              std::chrono::file_clock::to_sys(std::filesystem::last_write_time(folder / "a.dat")));
-    ::close(file.descriptor);
-}
+    }  // namespace
 
-TEST(InputFile, IsNoDeviceNoPipeNoFolderAndNothingOfTheKernels) {
-    const TemporaryFolder folder;
-    ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    std::filesystem::create_symlink("/proc/self/status", folder / "status");
-    EXPECT_EQ(refusal("/dev/zero"), "/dev/zero cannot be read: it is not a regular file");
-    EXPECT_EQ(refusal(folder / "pipe"), (folder / "pipe") + " cannot be read: it is not a regular file");
-    EXPECT_EQ(refusal(folder.path()), folder.path() + " cannot be read: it is a folder");
-    EXPECT_EQ(refusal(folder / "status"),
-              (folder / "status") + " cannot be read: it is a file of the system's own");
-    EXPECT_EQ(refusal("/nowhere"), "/nowhere cannot be opened: No such file or directory");
-    for (const std::string& path :
-         {std::string("/dev/zero"), folder / "pipe", folder.path(), folder / "status",
-          std::string("/sys/kernel/notes"), std::string("/nowhere")})
-        EXPECT_FALSE(isInputFile(path)) << path;
-}
+    TEST_F(InputFileTest, IsOpenedWithItsSize) {
+        writeFile(folder / "a.dat", "12345");
+        std::filesystem::create_symlink(folder / "a.dat", folder / "link.dat");
+        EXPECT_TRUE(isInputFile(folder / "link.dat"));
+        const InputFile file = openInputFile(folder / "link.dat");
+        EXPECT_EQ(file.size, 5);
+        EXPECT_EQ(static_cast<const FileState&>(file), stateOfInputFile(folder / "a.dat"));
+        EXPECT_EQ(file.modified,
+                  std::chrono::file_clock::to_sys(std::filesystem::last_write_time(folder / "a.dat")));
+        ::close(file.descriptor);
+    }
 
-TEST(InputFile, IsRefusedBeforeItIsOpened) {
-    const TemporaryFolder folder;
-    const std::string pipe = folder / "pipe";
-    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    const int openings = ::inotify_init1(IN_NONBLOCK);
-    ASSERT_GE(::inotify_add_watch(openings, pipe.c_str(), IN_OPEN), 0);
-    EXPECT_NE(refusal(pipe), "opened");
-    EXPECT_FALSE(isInputFile(pipe));
-    inotify_event opened{};
-    EXPECT_EQ(::read(openings, &opened, sizeof opened), -1);
-    EXPECT_EQ(errno, EAGAIN);
-    ::close(openings);
-}
+    TEST_F(InputFileTest, IsNoDeviceNoPipeNoFolderAndNothingOfTheKernels) {
+        ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+        std::filesystem::create_symlink("/proc/self/status", folder / "status");
+        const std::pair<std::string, std::string> cases[] = {
+            {"/dev/zero", " cannot be read: it is not a regular file"},
+            {folder / "pipe", " cannot be read: it is not a regular file"},
+            {folder.path(), " cannot be read: it is a folder"},
+            {folder / "status", " cannot be read: it is a file of the system's own"},
+            {"/sys/kernel/notes", " cannot be read: it is a file of the system's own"},
+            {"/nowhere", " cannot be opened: No such file or directory"}};
+        for (const auto& [file, reason] : cases) {
+            EXPECT_EQ(refusal(file), file + reason);
+            EXPECT_FALSE(isInputFile(file)) << file;
+        }
+    }
 
-TEST(InputFile, OfATimeBeyondTheClockIsOfItsFurthestSecond) {
-    const TemporaryFolder folder;
+    TEST_F(InputFileTest, IsRefusedBeforeItIsOpened) {
+        const std::string pipe = folder / "pipe";
+        ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+        const int openings = ::inotify_init1(IN_NONBLOCK);
+        ASSERT_GE(::inotify_add_watch(openings, pipe.c_str(), IN_OPEN), 0);
+        EXPECT_NE(refusal(pipe), "no error");
+        EXPECT_FALSE(isInputFile(pipe));
+        inotify_event opened{};
+        EXPECT_EQ(::read(openings, &opened, sizeof opened), -1);
+        EXPECT_EQ(errno, EAGAIN);
+        ::close(openings);
+    }
+
+    TEST_F(InputFileTest, OfATimeBeyondTheClockIsOfItsFurthestSecond) {
     writeFile(folder / "a.dat", "12345");
     const auto modifiedAt = [&](std::time_t seconds) {
         const timespec times[] = {{seconds, 999999999}, {seconds, 999999999}};
@@ -89,11 +74,10 @@ TEST(InputFile, OfATimeBeyondTheClockIsOfItsFurthestSecond) {
     EXPECT_LT(modifiedAt(-330 * kYear), std::chrono::system_clock::time_point());
 }
 
-TEST(InputFile, GivesItsFirstBytes) {
-    const TemporaryFolder folder;
-    writeFile(folder / "a.dat", "12345");
-    EXPECT_EQ(readFirstBytes(folder / "a.dat", 3), "123");
-    EXPECT_EQ(readFirstBytes(folder / "a.dat", 9), "12345");
-}
+TEST_F(InputFileTest, GivesItsFirstBytes) {
+        writeFile(folder / "a.dat", "12345");
+        EXPECT_EQ(readFirstBytes(folder / "a.dat", 3), "123");
+        EXPECT_EQ(readFirstBytes(folder / "a.dat", 9), "12345");
+    }
 
 }  // namespace tessel

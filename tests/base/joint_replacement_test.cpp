@@ -5,13 +5,6 @@
 #include "support/file_calls.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace tessel {
 
 namespace {

@@ -2,18 +2,11 @@
 #include "base/kept_attributes.h"
 
 #include "base/file_replacement.h"
-#include "base/run_time_error.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdint>
-#include <filesystem>
-#include <sys/stat.h>
 #include <sys/xattr.h>
-#include <unistd.h>
 
 namespace tessel {
 
@@ -68,13 +61,8 @@ std::string attribute(const std::string& path, const char* name) {
     return value;
 }
 
-std::string descriptionOf(const std::string& path) {
-    try {
-        replace(path);
-    } catch (const RunTimeError& error) {
-        return error.description();
-    }
-    return "no error";
+std::string refusal(const std::string& path) {
+    return descriptionOf([&] { replace(path); });
 }
 
 // Whether this process may give files away.
@@ -82,12 +70,16 @@ bool isRoot() {
     return ::geteuid() == 0;
 }
 
+class KeptAttributes : public FolderTest {
+  protected:
+    KeptAttributes() { writeFile(path, "old"); }
+};
+using FollowedLinks = FolderTest;
+using FileReplacementTarget = FolderTest;
+
 }  // namespace
 
-TEST(KeptAttributes, AreOwnerGroupAndModeWhereTheUserMayGiveThem) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
-    writeFile(path, "old");
+TEST_F(KeptAttributes, AreOwnerGroupAndModeWhereTheUserMayGiveThem) {
     const uid_t owner = isRoot() ? kSomebody : ::geteuid();
     const gid_t group = isRoot() ? kGroup : ::getegid();
     ASSERT_EQ(::chown(path.c_str(), owner, group), 0);
@@ -101,11 +93,8 @@ TEST(KeptAttributes, AreOwnerGroupAndModeWhereTheUserMayGiveThem) {
     EXPECT_EQ(after.st_mode & 07777, 06755U);
 }
 
-TEST(KeptAttributes, NeverGiveTheOwnersNameToAnotherOne) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
+TEST_F(KeptAttributes, NeverGiveTheOwnersNameToAnotherOne) {
     fs::permissions(folder.path(), fs::perms::all);
-    writeFile(path, "old");
     ASSERT_EQ(::chmod(path.c_str(), 06777), 0);
     {
         const UnprivilegedUser user;
@@ -117,10 +106,7 @@ TEST(KeptAttributes, NeverGiveTheOwnersNameToAnotherOne) {
     EXPECT_EQ(readFile(path), "new");
 }
 
-TEST(KeptAttributes, AreTheExtendedOnes) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
-    writeFile(path, "old");
+TEST_F(KeptAttributes, AreTheExtendedOnes) {
     const std::string large(3000, 'x');
     ASSERT_EQ(::setxattr(path.c_str(), "user.origin", "field 7", 7, 0), 0);
     ASSERT_EQ(::setxattr(path.c_str(), "user.empty", "", 0, 0), 0);
@@ -131,10 +117,7 @@ TEST(KeptAttributes, AreTheExtendedOnes) {
     EXPECT_EQ(::getxattr(path.c_str(), "user.empty", nullptr, 0), 0);
 }
 
-TEST(KeptAttributes, AreAccessLists) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
-    writeFile(path, "old");
+TEST_F(KeptAttributes, AreAccessLists) {
     ASSERT_TRUE(giveList(path, "system.posix_acl_access"));
     const std::string list = attribute(path, "system.posix_acl_access");
     ASSERT_FALSE(list.empty());
@@ -143,10 +126,7 @@ TEST(KeptAttributes, AreAccessLists) {
     EXPECT_EQ(statusOf(path).st_mode & 0777, 0640U);
 }
 
-TEST(KeptAttributes, AreNotWidenedByTheFoldersAccessList) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
-    writeFile(path, "old");
+TEST_F(KeptAttributes, AreNotWidenedByTheFoldersAccessList) {
     ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
     ASSERT_TRUE(giveList(folder.path(), "system.posix_acl_default"));
     replace(path);
@@ -156,10 +136,7 @@ TEST(KeptAttributes, AreNotWidenedByTheFoldersAccessList) {
     EXPECT_NE(attribute(folder / "new.txt", "system.posix_acl_access"), "");
 }
 
-TEST(KeptAttributes, AreNotTheRightsOfAProgram) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "out.txt";
-    writeFile(path, "old");
+TEST_F(KeptAttributes, AreNotTheRightsOfAProgram) {
     const std::array<std::uint32_t, 5> rights{0x02000001, 1, 0, 0, 0};
     // Which only an administrator's process may give.
     ::setxattr(path.c_str(), "security.capability", rights.data(), sizeof rights, 0);
@@ -167,16 +144,14 @@ TEST(KeptAttributes, AreNotTheRightsOfAProgram) {
     EXPECT_EQ(attribute(path, "security.capability"), "");
 }
 
-TEST(KeptAttributes, OfANewFileAreWhatTheUserAsksOfNewFiles) {
-    const TemporaryFolder folder;
+TEST_F(KeptAttributes, OfANewFileAreWhatTheUserAsksOfNewFiles) {
     const mode_t before = ::umask(0027);
-    replace(folder / "out.txt");
+    replace(folder / "new.txt");
     ::umask(before);
-    EXPECT_EQ(statusOf(folder / "out.txt").st_mode & 07777, 0640U);
+    EXPECT_EQ(statusOf(folder / "new.txt").st_mode & 07777, 0640U);
 }
 
-TEST(FollowedLinks, LeadToAFileThatIsNotThereYet) {
-    const TemporaryFolder folder;
+TEST_F(FollowedLinks, LeadToAFileThatIsNotThereYet) {
     fs::create_directories(folder / "a/b");
     fs::create_symlink("a/b/second", folder / "first");
     fs::create_symlink("../real.txt", folder / "a/b/second");
@@ -190,31 +165,27 @@ TEST(FollowedLinks, LeadToAFileThatIsNotThereYet) {
     EXPECT_EQ(readFile(folder / "absolute.txt"), "new");
 }
 
-TEST(FollowedLinks, ThatLeadNowhereOrRoundAreRefused) {
-    const TemporaryFolder folder;
+TEST_F(FollowedLinks, ThatLeadNowhereOrRoundAreRefused) {
     fs::create_symlink("gone/out.txt", folder / "lost");
-    EXPECT_EQ(descriptionOf(folder / "lost"),
-              folder / "gone/out.txt cannot be written: No such file or directory");
+    EXPECT_EQ(refusal(folder / "lost"), folder / "gone/out.txt cannot be written: No such file or directory");
     fs::create_symlink("round", folder / "round");
-    EXPECT_EQ(descriptionOf(folder / "round"),
+    EXPECT_EQ(refusal(folder / "round"),
               folder / "round cannot be written: Too many levels of symbolic links");
     EXPECT_EQ(filesIn(folder), 2U);
 }
 
-TEST(FileReplacementTarget, ThatCannotBeLookedAtIsNotTakenForANewFile) {
-    const TemporaryFolder folder;
+TEST_F(FileReplacementTarget, ThatCannotBeLookedAtIsNotTakenForANewFile) {
     writeFile(folder / "file", "x");
-    EXPECT_EQ(descriptionOf(folder / "file/out.txt"),
-              folder / "file/out.txt cannot be written: Not a directory");
+    EXPECT_EQ(refusal(folder / "file/out.txt"), folder / "file/out.txt cannot be written: Not a directory");
     const std::string name(300, 'x');
-    EXPECT_EQ(descriptionOf(folder / name), folder / name + " cannot be written: File name too long");
+    EXPECT_EQ(refusal(folder / name), folder / name + " cannot be written: File name too long");
     fs::create_directory(folder / "closed");
     writeFile(folder / "closed/out.txt", "old");
     fs::permissions(folder.path(), fs::perms(0755));
     fs::permissions(folder / "closed", fs::perms::none);
     {
         const UnprivilegedUser user;
-        EXPECT_EQ(descriptionOf(folder / "closed/out.txt"),
+        EXPECT_EQ(refusal(folder / "closed/out.txt"),
                   folder / "closed/out.txt cannot be written: Permission denied");
     }
     fs::permissions(folder / "closed", fs::perms::owner_all);

@@ -1,18 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/numbers.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <limits>
-#include <random>
-#include <string>
-
 namespace tessel {
 
 namespace {
@@ -183,34 +171,19 @@ TEST(PlainNumber, StopsBehindTheNumberAndRefusesWhatIsNotPlain) {
     }
 }
 
-TEST(LeadingNumber, TakesTheLongestNumberAtTheBeginning) {
-    EXPECT_EQ(leadingNumber("12 m"), 12);
-    EXPECT_EQ(leadingNumber("  -2.5e1x"), -25);
-    EXPECT_EQ(leadingNumber("1e"), 1);
-    EXPECT_EQ(leadingNumber("1e+"), 1);
-    EXPECT_EQ(leadingNumber("3,5"), 3);
-    EXPECT_EQ(leadingNumber("1.2.3"), 1.2);
-    EXPECT_EQ(leadingNumber("5d2 "), 500);
+TEST(LeadingNumber, IsTheLongestAtTheBeginningAndZeroWhereThereIsNone) {
+    const std::pair<const char*, double> cases[] = {
+        {"12 m", 12}, {"  -2.5e1x", -25}, {"1e", 1}, {"1e+", 1}, {"3,5", 3},  {"1.2.3", 1.2}, {"5d2 ", 500},
+        {"", 0},      {"abc", 0},         {"-", 0},  {".", 0},   {"1e999", 0}};
+    for (const auto& [text, number] : cases)
+        EXPECT_EQ(leadingNumber(text), number) << text;
 }
 
-TEST(LeadingNumber, IsZeroWhereThereIsNone) {
-    EXPECT_EQ(leadingNumber(""), 0);
-    EXPECT_EQ(leadingNumber("abc"), 0);
-    EXPECT_EQ(leadingNumber("-"), 0);
-    EXPECT_EQ(leadingNumber("."), 0);
-    EXPECT_EQ(leadingNumber("1e999"), 0);
-}
-
-TEST(Rounding, TakesHalvesToTheEvenNeighbour) {
-    EXPECT_EQ(roundHalfToEven(2.5), 2);
-    EXPECT_EQ(roundHalfToEven(3.5), 4);
-    EXPECT_EQ(roundHalfToEven(-2.5), -2);
-    EXPECT_EQ(roundHalfToEven(0.5), 0);
-    EXPECT_EQ(roundHalfToEven(2.4999), 2);
+TEST(Rounding, TakesHalvesToTheEvenNeighbourAndStaysWithinAnInt) {
+    const std::pair<double, double> cases[] = {{2.5, 2}, {3.5, 4}, {-2.5, -2}, {0.5, 0}, {2.4999, 2}};
+    for (const auto& [value, rounded] : cases)
+        EXPECT_EQ(roundHalfToEven(value), rounded) << value;
     EXPECT_EQ(roundToInt(7.5), 8);
-}
-
-TEST(Rounding, StaysWithinAnInt) {
     EXPECT_EQ(roundToInt(1e300), std::numeric_limits<int>::max());
     EXPECT_EQ(roundToInt(-1e300), std::numeric_limits<int>::min());
     EXPECT_EQ(roundToInt(2147483647.0), 2147483647);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/sample.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

@@ -5,11 +5,6 @@
 #include "support/reads.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <unistd.h>
-
 namespace tessel {
 
 namespace {

@@ -6,18 +6,8 @@
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cerrno>
-#include <csignal>
-#include <fcntl.h>
-#include <filesystem>
-#include <optional>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace tessel {
 
@@ -80,11 +70,13 @@ class WritingProgram {
     pid_t process_;
 };
 
+using Leftovers = FolderTest;
+using UnfinishedFileTest = FolderTest;
+
 }  // namespace
 
-TEST(Leftovers, OfAKilledProgramAreRemovedWhenSomethingIsWrittenNext) {
-    const TemporaryFolder folder;
-    WritingProgram program(folder / "out.txt");
+TEST_F(Leftovers, OfAKilledProgramAreRemovedWhenSomethingIsWrittenNext) {
+    WritingProgram program(path);
     const std::string name = nameOf(program.process(), 0);
     EXPECT_TRUE(fs::exists(folder / name));
     replace(folder / "other.txt");
@@ -95,31 +87,28 @@ TEST(Leftovers, OfAKilledProgramAreRemovedWhenSomethingIsWrittenNext) {
     EXPECT_EQ(filesIn(folder), 1U);
 }
 
-TEST(Leftovers, OfEitherKindOfNameAreRemoved) {
-    const TemporaryFolder folder;
+TEST_F(Leftovers, OfEitherKindOfNameAreRemoved) {
     writeFile(folder / nameOf(endedProcess(), 12), "half");
     writeFile(folder / ".tessel-aB3xYz", "half");
-    replace(folder / "out.txt");
+    replace(path);
     EXPECT_EQ(filesIn(folder), 1U);
 }
 
-TEST(Leftovers, AreNotWhatAProcessLocksOrItsLivingProcessNames) {
-    const TemporaryFolder folder;
+TEST_F(Leftovers, AreNotWhatAProcessLocksOrItsLivingProcessNames) {
     writeFile(folder / ".tessel-aB3xYz", "held");
     const int held = ::open((folder / ".tessel-aB3xYz").c_str(), O_RDWR | O_CLOEXEC);
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
     writeFile(folder / nameOf(::getpid(), 7), "living");
     writeFile(folder / nameOf(::getppid(), 7), "living");
-    replace(folder / "out.txt");
+    replace(path);
     EXPECT_EQ(filesIn(folder), 4U);
     ::close(held);
-    replace(folder / "out.txt");
+    replace(path);
     EXPECT_FALSE(fs::exists(folder / ".tessel-aB3xYz"));
     EXPECT_EQ(filesIn(folder), 3U);
 }
 
-TEST(Leftovers, AreOnlyOrdinaryFilesOfExactlyTheseNames) {
-    const TemporaryFolder folder;
+TEST_F(Leftovers, AreOnlyOrdinaryFilesOfExactlyTheseNames) {
     const std::string process = ".tessel-" + std::to_string(endedProcess());
     for (const char* name : {".tessel-aB3xY", ".tessel-aB3xYzz", ".tessel-aB_xYz", "tessel-aB3xYz",
                              ".tessel-", ".tessel-1x-0", ".tessel--1-0"})
@@ -131,49 +120,45 @@ TEST(Leftovers, AreOnlyOrdinaryFilesOfExactlyTheseNames) {
     fs::create_symlink(folder / "real.txt", folder / ".tessel-alinks");
     ASSERT_EQ(::mkfifo((folder / ".tessel-apipes").c_str(), 0600), 0);
     const std::size_t before = filesIn(folder);
-    replace(folder / "out.txt");
+    replace(path);
     EXPECT_EQ(filesIn(folder), before + 1);
 }
 
-TEST(Leftovers, OfAnotherUserAreLeftToHim) {
-    const TemporaryFolder folder;
+TEST_F(Leftovers, OfAnotherUserAreLeftToHim) {
     fs::permissions(folder.path(), fs::perms::all);
     writeFile(folder / ".tessel-aB3xYz", "root's");
     fs::permissions(folder / ".tessel-aB3xYz", fs::perms::owner_read);
     const UnprivilegedUser user;
-    replace(folder / "out.txt");
+    replace(path);
     if (::geteuid() == 0) return;
     EXPECT_TRUE(fs::exists(folder / ".tessel-aB3xYz"));
 }
 
-TEST(Leftovers, OnOtherMachinesAreRemovedWhenTheyAreADayOld) {
+TEST_F(Leftovers, OnOtherMachinesAreRemovedWhenTheyAreADayOld) {
     constexpr long kFuse = 0x65735546;
-    const TemporaryFolder folder;
     writeFile(folder / ".tessel-aYoung", "half");
     writeFile(folder / ".tessel-anOld1", "half");
     fs::last_write_time(folder / ".tessel-anOld1", fs::file_time_type::clock::now() - std::chrono::hours(25));
     const WatchedFileCalls watched([](const FileCall& call) -> std::optional<FileAnswer> {
         return call.name == "statfs" ? std::optional(FileAnswer{0, 0, kFuse}) : std::nullopt;
     });
-    replace(folder / "out.txt");
+    replace(path);
     EXPECT_TRUE(fs::exists(folder / ".tessel-aYoung"));
     EXPECT_FALSE(fs::exists(folder / ".tessel-anOld1"));
 }
 
-TEST(Leftovers, AreLeftAloneWhereThereAreNoLocks) {
-    const TemporaryFolder folder;
+TEST_F(Leftovers, AreLeftAloneWhereThereAreNoLocks) {
     writeFile(folder / ".tessel-aB3xYz", "perhaps somebody's");
     const WatchedFileCalls watched([](const FileCall& call) -> std::optional<FileAnswer> {
         if (const auto answer = noNamelessFiles(call)) return answer;
         return call.name == "flock" ? std::optional(FileAnswer{-1, ENOLCK}) : std::nullopt;
     });
-    replace(folder / "out.txt");
-    EXPECT_EQ(readFile(folder / "out.txt"), "new");
+    replace(path);
+    EXPECT_EQ(readFile(path), "new");
     EXPECT_TRUE(fs::exists(folder / ".tessel-aB3xYz"));
 }
 
-TEST(UnfinishedFile, TakesAnotherNameWhenItIsTakenForALeftoverBeforeItIsLocked) {
-    const TemporaryFolder folder;
+TEST_F(UnfinishedFileTest, TakesAnotherNameWhenItIsTakenForALeftoverBeforeItIsLocked) {
     for (const bool stillHeld : {true, false}) {
         int locks = 0;
         const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
@@ -190,8 +175,7 @@ TEST(UnfinishedFile, TakesAnotherNameWhenItIsTakenForALeftoverBeforeItIsLocked) 
     EXPECT_EQ(filesIn(folder), 0U);
 }
 
-TEST(UnfinishedFile, TakesAnotherNameWhereAFileHasTheOneItWanted) {
-    const TemporaryFolder folder;
+TEST_F(UnfinishedFileTest, TakesAnotherNameWhereAFileHasTheOneItWanted) {
     writeFile(folder / nameOf(::getpid(), 0), "the user's");
     const WatchedFileCalls watched(noNamelessFiles);
     UnfinishedFile file;
@@ -199,8 +183,7 @@ TEST(UnfinishedFile, TakesAnotherNameWhereAFileHasTheOneItWanted) {
     EXPECT_EQ(file.name(), folder / nameOf(::getpid(), 1));
 }
 
-TEST(UnfinishedFile, IsLockedAsLongAsItIsOpen) {
-    const TemporaryFolder folder;
+TEST_F(UnfinishedFileTest, IsLockedAsLongAsItIsOpen) {
     const WatchedFileCalls watched(noNamelessFiles);
     UnfinishedFile file;
     ASSERT_TRUE(file.open(folder.path(), 0600));

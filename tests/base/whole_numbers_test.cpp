@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/whole_numbers.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 namespace tessel {
 
 namespace {

@@ -1,14 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/CaptionColour.h"
 
-#include "base/palette16.h"
-
-#include <QApplication>
-#include <QRadioButton>
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 namespace tessel {
 
 namespace {

@@ -4,24 +4,6 @@
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QTreeView>
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <filesystem>
-#include <sys/stat.h>
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -61,24 +43,33 @@ class DialogTypist : public QObject {
     bool typed_ = false;
 };
 
+// What the dialogs give when this is typed: bytes of a path, and nothing where the name is not taken.
+std::string opened(const QString& typed) {
+    const DialogTypist typist(typed);
+    return toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles));
+}
+std::string saved(const QString& typed, QMessageBox::StandardButton answer = QMessageBox::Ok,
+                  const QString& suffix = {}) {
+    const DialogTypist typist(typed, answer);
+    return toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles, suffix));
+}
+
+using FileDialogs = FolderTest;
+
 }  // namespace
 
-TEST(FileDialogs, ShowTheDescriptionsAsTheyStand) {
+TEST_F(FileDialogs, ShowTheDescriptionsAsTheyStand) {
     EXPECT_EQ(nameFilters(u"Text Files (*.txt)|*.TXT|All Files (*.*)|*"_s),
               (QStringList{u"Text Files (*.txt) (*.TXT)"_s, u"All Files (*.*) (*)"_s}));
 }
 
-TEST(FileDialogs, GiveTheFileThatWasNamed) {
-    TemporaryFolder folder;
+TEST_F(FileDialogs, GiveTheFileThatWasNamedIfItExists) {
     writeFile(folder / "SURVEY.DAT", "x");
-    {
-        const DialogTypist typist(fromPath(folder / "SURVEY.DAT"));
-        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles).toStdString(), folder / "SURVEY.DAT");
-    }
+    EXPECT_EQ(opened(fromPath(folder / "SURVEY.DAT")), folder / "SURVEY.DAT");
+    EXPECT_EQ(opened(fromPath(folder / "nothing.dat")), "");
 }
 
-TEST(FileDialogs, ShowSizesAndTimesWhole) {
-    TemporaryFolder folder;
+TEST_F(FileDialogs, ShowSizesAndTimesWhole) {
     writeFile(folder / "SURVEY.DAT", std::string(123456, 'x'));
     const QString before = QDir::currentPath();
     QDir::setCurrent(fromPath(folder / ""));
@@ -103,27 +94,17 @@ TEST(FileDialogs, ShowSizesAndTimesWhole) {
     QDir::setCurrent(before);
 }
 
-TEST(FileDialogs, RefuseAFileThatDoesNotExist) {
-    TemporaryFolder folder;
-    {
-        const DialogTypist typist(fromPath(folder / "nothing.dat"));
-        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
-    }
-}
-
-TEST(FileDialogs, RefuseADeviceAPipeAndAFileOfTheSystemsOwn) {
-    TemporaryFolder folder;
+TEST_F(FileDialogs, RefuseADeviceAPipeAndAFileOfTheSystemsOwn) {
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    for (const QString& path : {fromPath(folder / "pipe"), u"/dev/null"_s, u"/proc/self/status"_s}) {
+    for (const QString& file : {fromPath(folder / "pipe"), u"/dev/null"_s, u"/proc/self/status"_s}) {
         ExpectedBoxes boxes;
-        boxes.tellBeginning(path + u" cannot be read: it is a device, a pipe"_s);
-        const DialogTypist typist(path);
-        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
+        boxes.tellBeginning(file + u" cannot be read: it is a device, a pipe"_s);
+        EXPECT_EQ(opened(file), "");
     }
 }
 
 // They close before the program hears of the choice, and have no widgets of Qt's.
-TEST(FileDialogs, OfTheDesktopEndWithAChoiceThatIsRefused) {
+TEST_F(FileDialogs, OfTheDesktopEndWithAChoiceThatIsRefused) {
     ExpectedBoxes boxes;
     boxes.tellBeginning(u"/dev/null cannot be read: it is a device, a pipe"_s);
     QTimer::singleShot(50, qApp, [] {
@@ -139,8 +120,7 @@ TEST(FileDialogs, OfTheDesktopEndWithAChoiceThatIsRefused) {
     EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
 }
 
-TEST(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
-    TemporaryFolder folder;
+TEST_F(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
     writeFile(folder / "a_file_without_a_known_kind", "x");
     const auto lastRead = [&] {
         struct stat status {};
@@ -163,74 +143,36 @@ TEST(FileDialogs, DoNotLookIntoTheFilesOfAFolder) {
     EXPECT_EQ(lastRead(), 1000000);
 }
 
-TEST(FileDialogs, AddNoExtensionToANameThatWasTyped) {
-    TemporaryFolder folder;
-    {
-        const DialogTypist typist(fromPath(folder / "out"));
-        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, u"Text Files (*.txt)|*.TXT"_s).toStdString(),
-                  folder / "out");
+TEST_F(FileDialogs, AddASuffixThatIsGivenToANameWithoutOne) {
+    EXPECT_EQ(saved(fromPath(folder / "out")), folder / "out");
+    for (const auto& [typed, name] :
+         {std::pair("page", "page.pdf"), {"page.pdf", "page.pdf"}, {"page.other", "page.other"}})
+        EXPECT_EQ(saved(fromPath(folder / typed), QMessageBox::Ok, u"pdf"_s), folder / name);
+    const DialogTypist typist(fromPath(folder / "out"));
+    EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, u"Text Files (*.txt)|*.TXT"_s).toStdString(), folder / "out");
+}
+
+TEST_F(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
+    for (const std::string& file : {folder / "out.txt", folder / "fr\xFCh.txt"}) {
+        const QString typed = legible(fromPath(file));
+        EXPECT_EQ(saved(typed, QMessageBox::No), file) << "there is none yet";
+        writeFile(file, "x");
+        EXPECT_EQ(saved(typed, QMessageBox::No), "");
+        EXPECT_EQ(saved(typed, QMessageBox::Yes), file);
     }
 }
 
-TEST(FileDialogs, AddASuffixThatIsGivenToANameWithoutOne) {
-    TemporaryFolder folder;
-    for (const QString& typed : {u"page"_s, u"page.pdf"_s}) {
-        const DialogTypist typist(fromPath(folder / typed.toStdString()));
-        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"pdf"_s).toStdString(), folder / "page.pdf");
-    }
-    const DialogTypist typist(fromPath(folder / "page.other"));
-    EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"pdf"_s).toStdString(), folder / "page.other");
-}
-
-TEST(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
-    TemporaryFolder folder;
-    writeFile(folder / "out.txt", "x");
-    {
-        const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::Yes);
-        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles).toStdString(), folder / "out.txt");
-    }
-    {
-        const DialogTypist typist(fromPath(folder / "out.txt"), QMessageBox::No);
-        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
-    }
-}
-
-TEST(FileDialogs, TakeTypedNamesThatAreNotUnicode) {
-    TemporaryFolder folder;
+TEST_F(FileDialogs, TakeTypedNamesThatAreNotUnicode) {
     std::filesystem::create_directory(folder / "Gel\xE4nde");
     const std::string file = folder / "Gel\xE4nde/fr\xFCh.dat";
     writeFile(file, "x");
     const QString address = QString::fromLatin1(QByteArray::fromStdString(file).toPercentEncoding("/"));
-    for (const QString& typed : {legible(fromPath(file)), fromPath(file), u"file://"_s + address}) {
-        const DialogTypist typist(typed);
-        EXPECT_EQ(toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles)), file);
-    }
-    for (const char* none : {"Gel\xE4nde/none\xFC.dat", "Gel\xE4nde", "none\xE4/out.dat"}) {
-        const DialogTypist typist(legible(fromPath(folder / none)));
-        EXPECT_EQ(askOpenFile(nullptr, u"Open"_s, kAllFiles), QString());
-    }
+    for (const QString& typed : {legible(fromPath(file)), fromPath(file), u"file://"_s + address})
+        EXPECT_EQ(opened(typed), file);
+    for (const char* none : {"Gel\xE4nde/none\xFC.dat", "Gel\xE4nde", "none\xE4/out.dat"})
+        EXPECT_EQ(opened(legible(fromPath(folder / none))), "");
     writeFile(folder / "früh.dat", "x");
-    const DialogTypist typist(u"file://"_s + fromPath(folder / "früh.dat"));
-    EXPECT_EQ(toPath(askOpenFile(nullptr, u"Open"_s, kAllFiles)), folder / "früh.dat");
-}
-
-TEST(FileDialogs, AskBeforeAFileWhoseNameIsNotUnicodeIsReplaced) {
-    TemporaryFolder folder;
-    const std::string file = folder / "fr\xFCh.txt";
-    const QString typed = legible(fromPath(file));
-    {
-        const DialogTypist typist(typed, QMessageBox::No);
-        EXPECT_EQ(toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles)), file);  // there is none yet
-    }
-    writeFile(file, "x");
-    {
-        const DialogTypist typist(typed, QMessageBox::No);
-        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles), QString());
-    }
-    {
-        const DialogTypist typist(typed, QMessageBox::Yes);
-        EXPECT_EQ(toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles)), file);
-    }
+    EXPECT_EQ(opened(u"file://"_s + fromPath(folder / "früh.dat")), folder / "früh.dat");
 }
 
 }  // namespace tessel

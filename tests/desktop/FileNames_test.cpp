@@ -3,14 +3,6 @@
 
 #include "support/temporary_folder.h"
 
-#include <QUrl>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <random>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -40,11 +32,8 @@ TEST(FileNames, OfAnyBytesComeBackAsTheyWere) {
     }
     EXPECT_EQ(toPath(fromPath(all)), all);
     // Overlong, a half of a pair, beyond Unicode, cut off, and a mark at the beginning.
-    for (const std::string name :
-         {"\xC0\xAF", "\xED\xB3\xBC", "\xED\xA0\x81\xED\xB2\x80", "\xF5\x80\x80\x80", "a\xE2\x82",
-          "\xEF\xBB\xBF"
-          "a",
-          "\xFC\xC3\xBC", "\xC3\xBC\xFC"})
+    for (const std::string name : {"\xC0\xAF", "\xED\xB3\xBC", "\xED\xA0\x81\xED\xB2\x80", "\xF5\x80\x80\x80",
+                                   "a\xE2\x82", "\xEF\xBB\xBF-", "\xFC\xC3\xBC", "\xC3\xBC\xFC"})
         EXPECT_EQ(toPath(fromPath(name)), name);
 }
 
@@ -60,9 +49,7 @@ TEST(FileNames, OfRandomBytesComeBackAsTheyWere) {
 }
 
 TEST(FileNames, AreLegibleWithForeignBytes) {
-    EXPECT_EQ(legible(fromPath("/Gel\xE4nde/fr\xFC"
-                               "h ü.dat")),
-              u"/Gel\\xE4nde/fr\\xFCh ü.dat"_s);
+    EXPECT_EQ(legible(fromPath("/Gel\xE4nde/\xFC ü.dat")), u"/Gel\\xE4nde/\\xFC ü.dat"_s);
 }
 
 TEST(FileNames, OfAddressesAreTakenByteForByte) {

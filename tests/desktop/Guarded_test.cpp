@@ -4,14 +4,6 @@
 #include "base/run_time_error.h"
 #include "support/ExpectedBoxes.h"
 
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <new>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 TEST(RunTimeErrors, InASlotAreShownWithTheirDescription) {

@@ -1,17 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/MessageBox.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QScreen>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -27,6 +16,12 @@ void onBox(const std::function<void(QMessageBox*)>& act) {
         act(box);
     });
     timer->start(5);
+}
+
+// The answer to a question when this is done to its box.
+bool answerTo(const std::function<void(QMessageBox*)>& act) {
+    onBox(act);
+    return ask(nullptr, u"Really?"_s);
 }
 
 }  // namespace
@@ -73,33 +68,22 @@ TEST(TheMessageBox, IsNeverWiderThanTheScreen) {
 }
 
 TEST(TheMessageBox, TakesOnlyYesForYes) {
-    onBox([](QMessageBox* box) {
+    EXPECT_TRUE(answerTo([](QMessageBox* box) {
         EXPECT_EQ(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
         QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
-    });
-    EXPECT_TRUE(ask(nullptr, u"Really?"_s));
-    onBox([](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); });
-    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
-}
-
-TEST(TheMessageBox, TakesEnterForNoUntilYesHasTheFocus) {
-    onBox([](QMessageBox* box) {
-        EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::No));
-        QTest::keyClick(box, Qt::Key_Return);
-    });
-    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
-    onBox([](QMessageBox* box) {
+    }));
+    EXPECT_TRUE(answerTo([](QMessageBox* box) {
         box->button(QMessageBox::Yes)->setFocus();
         QTest::keyClick(box->button(QMessageBox::Yes), Qt::Key_Return);
-    });
-    EXPECT_TRUE(ask(nullptr, u"Really?"_s));
-}
-
-TEST(TheMessageBox, TakesEscapeAndTheCloseButtonForNo) {
-    onBox([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
-    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
-    onBox([](QMessageBox* box) { box->close(); });
-    EXPECT_FALSE(ask(nullptr, u"Really?"_s));
+    }));
+    EXPECT_FALSE(answerTo([](QMessageBox* box) {
+        EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::No));
+        QTest::keyClick(box, Qt::Key_Return);
+    }));
+    EXPECT_FALSE(
+        answerTo([](QMessageBox* box) { QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton); }));
+    EXPECT_FALSE(answerTo([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); }));
+    EXPECT_FALSE(answerTo([](QMessageBox* box) { box->close(); }));
 }
 
 }  // namespace tessel

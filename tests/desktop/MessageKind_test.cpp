@@ -6,13 +6,6 @@
 #include "import/import_report.h"
 #include "rows/row_detection.h"
 
-#include <QApplication>
-#include <QMessageBox>
-#include <QTimer>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -89,12 +82,9 @@ QMessageBox::Icon iconOfTheBox(Show show) {
 
 }  // namespace
 
-TEST(TheMessageBox, CarriesTheIconThatFitsEachMessage) {
+TEST(TheMessageBox, CarriesTheIconThatFitsEachMessageAndEachQuestion) {
     for (const auto& [text, icon] : kMessages)
         EXPECT_EQ(iconOfTheBox([&text = text] { tell(nullptr, text); }), icon) << text.toStdString();
-}
-
-TEST(TheMessageBox, CarriesTheIconThatFitsEachQuestion) {
     for (const auto& [text, icon] : kQuestions)
         EXPECT_EQ(iconOfTheBox([&text = text] { ask(nullptr, text); }), icon) << text.toStdString();
 }

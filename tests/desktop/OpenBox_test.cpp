@@ -5,21 +5,6 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
 
-#include <QApplication>
-#include <QDialog>
-#include <QEventLoop>
-#include <QFileDialog>
-#include <QMenu>
-#include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QVBoxLayout>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/Printing.h"
 
-#include "base/run_time_error.h"
 #include "desktop/FileDialogs.h"
 #include "support/FullDisk.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
-
-#include <QPainter>
-#include <QPrinter>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -31,20 +23,16 @@ class PrintingFailure : public testing::Test {
 
     // Prints a page with much on it; gives the description of the error.
     std::string failure() const {
-        try {
+        return descriptionOf([] {
             printPage(nullptr, u"page"_s, [](QPainter& painter, const QPrinter&) {
                 for (int i = 0; i < 20'000; ++i)
                     painter.drawText((i * 7919) % 2000, (i * 104729) % 3000, QString::number(i));
             });
-        } catch (const RunTimeError& error) {
-            return error.description();
-        }
-        return "no error";
+        });
     }
     void expectOldFileAlone() const {
         EXPECT_EQ(readFile(folder / "page.pdf"), "old");
-        const std::filesystem::directory_iterator files(folder.path());
-        EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+        EXPECT_EQ(filesIn(folder), 1U);
     }
 
     const TemporaryFolder folder;
@@ -66,18 +54,15 @@ TEST_F(PrintingFailure, WhenTheDiskIsFullLeavesTheOldFile) {
     expectOldFileAlone();
 }
 
-TEST_F(PrintingFailure, WhenTheTargetIsReadOnlyLeavesTheOldFile) {
+TEST_F(PrintingFailure, WhenTheTargetIsReadOnlyOrAFolderOrItsFolderIsGone) {
     writeFile(target, "old");
     std::filesystem::permissions(target, std::filesystem::perms::owner_read);
     EXPECT_EQ(failure(), target + " cannot be written: Permission denied");
     expectOldFileAlone();
-}
-
-TEST_F(PrintingFailure, WhenTheTargetIsAFolderOrItsFolderIsGone) {
-    std::filesystem::create_directory(target);
-    EXPECT_EQ(failure(), target + " cannot be written: Is a directory");
     target = folder / "gone/page.pdf";
     EXPECT_EQ(failure(), target + " cannot be written: No such file or directory");
+    target = folder.path();
+    EXPECT_EQ(failure(), target + " cannot be written: Is a directory");
 }
 
 TEST_F(PrintingFailure, WhenThereIsNoFolderForTemporaryFilesLeavesTheOldFile) {

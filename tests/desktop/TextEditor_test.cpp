@@ -1,25 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/TextEditor.h"
 
-#include "base/run_time_error.h"
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
-
-#include <QProcess>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
 namespace {
 
-class TextEditor : public testing::Test {
+class TextEditor : public FolderTest {
   protected:
     TextEditor() { theSession() = Session{}; }
     ~TextEditor() override {
@@ -27,33 +19,31 @@ class TextEditor : public testing::Test {
         setDesktopOpener({});
     }
     QString program(std::string_view name) {
-        const std::string path = folder / name;
-        writeFile(path, "#!/bin/sh\n[ \"$1\" = -w ] && shift\nprintf '%s' \"$1\" > \"$0.opened\"\n");
-        std::filesystem::permissions(path, std::filesystem::perms::all);
-        return fromPath(path);
+        const std::string file = folder / name;
+        writeFile(file, "#!/bin/sh\n[ \"$1\" = -w ] && shift\nprintf '%s' \"$1\" > \"$0.opened\"\n");
+        std::filesystem::permissions(file, std::filesystem::perms::all);
+        return fromPath(file);
     }
-    TemporaryFolder folder;
+    // The path that the editor or the desktop's opener has written beside itself.
+    static std::string whatWasOpened(const std::string& note) {
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return std::filesystem::exists(note) && !readFile(note).empty(); }));
+        return readFile(note);
+    }
 };
 
 }  // namespace
 
-TEST_F(TextEditor, IsFoundWhenItsPathHoldsBlanks) {
+TEST_F(TextEditor, HasAPathWithBlanksInQuotesOrNotAndArgumentsBehindIt) {
     const QString editor = program("my good editor");
-    const EditorCommand command = splitEditorCommand(editor + u' ');
-    EXPECT_EQ(command.program, editor);
-    EXPECT_TRUE(command.arguments.isEmpty());
-}
-
-TEST_F(TextEditor, KeepsTheArgumentsThatFollowItsPath) {
-    const QString editor = program("my editor");
-    const EditorCommand command = splitEditorCommand(editor + u" -w --title \"a b\" "_s);
-    EXPECT_EQ(command.program, editor);
-    EXPECT_EQ(command.arguments, (QStringList{u"-w"_s, u"--title"_s, u"a b"_s}));
-}
-
-TEST_F(TextEditor, MayStandInQuotesAndOnThePath) {
-    const QString editor = program("my editor");
-    EXPECT_EQ(splitEditorCommand(u"\"%1\" -w"_s.arg(editor)).program, editor);
+    const std::pair<QString, QStringList> cases[] = {
+        {editor + u' ', {}},
+        {editor + u" -w --title \"a b\" "_s, {u"-w"_s, u"--title"_s, u"a b"_s}},
+        {u"\"%1\" -w"_s.arg(editor), {u"-w"_s}}};
+    for (const auto& [line, arguments] : cases) {
+        EXPECT_EQ(splitEditorCommand(line).program, editor);
+        EXPECT_EQ(splitEditorCommand(line).arguments, arguments);
+    }
     EXPECT_TRUE(splitEditorCommand(u"sh -c"_s).program.endsWith(u"/sh"));
 }
 
@@ -62,10 +52,7 @@ TEST_F(TextEditor, IsStartedWithTheFileWithoutAShell) {
     const std::string name = folder / "it's \"quoted\" $(touch nothing); %20 ü.dat";
     writeFile(name, "");
     startTextEditor(name);
-    const std::string opened = folder / "ed.opened";
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return std::filesystem::exists(opened) && !readFile(opened).empty(); }));
-    EXPECT_EQ(readFile(opened), name);
+    EXPECT_EQ(whatWasOpened(folder / "ed.opened"), name);
 }
 
 TEST_F(TextEditor, IsGivenTheFileBehindItsOwnArguments) {
@@ -83,8 +70,8 @@ TEST_F(TextEditor, OfTheFallbackIsTheDesktopsOwnWhereThereIsNoSuchProgram) {
     for (const char* fallback : {"c:\\Windows\\write.exe ", "c:\\windows\\write.exe "}) {
         theSession().TextEditor = fallback;
         QString opened;
-        setDesktopOpener([&](const QString& path) {
-            opened = path;
+        setDesktopOpener([&](const QString& file) {
+            opened = file;
             return true;
         });
         startTextEditor(folder / "log.dat");
@@ -94,17 +81,8 @@ TEST_F(TextEditor, OfTheFallbackIsTheDesktopsOwnWhereThereIsNoSuchProgram) {
 
 TEST_F(TextEditor, ThatCannotBeStartedIsReportedWithPathAndReason) {
     theSession().TextEditor = "/nowhere/ed ";
-    EXPECT_THROW(
-        {
-            try {
-                startTextEditor("/x/log.dat");
-            } catch (const RunTimeError& error) {
-                EXPECT_EQ(error.description(),
-                          "/x/log.dat cannot be opened: there is no program /nowhere/ed");
-                throw;
-            }
-        },
-        RunTimeError);
+    EXPECT_EQ(descriptionOf([] { startTextEditor("/x/log.dat"); }),
+              "/x/log.dat cannot be opened: there is no program /nowhere/ed");
     theSession().TextEditor = program("ed").toStdString() + " ";
     setProgramStarter([](const EditorCommand&) { return false; });
     EXPECT_THROW(startTextEditor("/x/log.dat"), RunTimeError);
@@ -140,20 +118,12 @@ TEST_F(TextEditor, ThatTheDesktopDoesNotFindIsReported) {
 }
 
 TEST_F(TextEditor, AndTheFileMayHaveNamesThatAreNotUnicode) {
-    const std::string editor = folder /
-                               "\xE9"
-                               "diteur";
-    program(
-        "\xE9"
-        "diteur");
-    theSession().TextEditor = editor + " -w ";
+    program("\xE9t");
+    theSession().TextEditor = folder / "\xE9t -w ";
     const std::string name = folder / "Gel\xE4nde.dat";
     writeFile(name, "");
     startTextEditor(name);
-    const std::string opened = editor + ".opened";
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return std::filesystem::exists(opened) && !readFile(opened).empty(); }));
-    EXPECT_EQ(readFile(opened), name);
+    EXPECT_EQ(whatWasOpened(folder / "\xE9t.opened"), name);
 }
 
 TEST_F(TextEditor, MayStayOpenLongerThanTheProgram) {
@@ -173,9 +143,8 @@ TEST_F(TextEditor, OfTheDesktopIsGivenTheAddressOfAFileWhoseNameIsNotUnicode) {
     qputenv("PATH", QByteArray::fromStdString(folder / "") + ":" + before);
     theSession().TextEditor = "c:\\Windows\\write.exe ";
     startTextEditor(folder / "Gel\xE4nde ü.dat");
-    const std::string asked = folder / "xdg-open.asked";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(asked) && !readFile(asked).empty(); }));
-    EXPECT_EQ(readFile(asked), "file://" + folder.path() + "/Gel%E4nde%20%C3%BC.dat");
+    EXPECT_EQ(whatWasOpened(folder / "xdg-open.asked"),
+              "file://" + folder.path() + "/Gel%E4nde%20%C3%BC.dat");
     qputenv("PATH", before);
 }
 

@@ -1,20 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "desktop/editor_settings.h"
 
-#include "base/session.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <sys/stat.h>
 
 namespace tessel {
 
 namespace {
 
-class EditorSettings : public testing::Test {
+class EditorSettings : public FolderTest {
   protected:
     Session read() {
         Session session;
@@ -26,7 +20,7 @@ class EditorSettings : public testing::Test {
         return session;
     }
     Session read(std::string_view settings) {
-        writeFile(folder / "VARN_te_fio_info.dat", settings);
+        writeFile(file, settings);
         return read();
     }
     static void expectFallback(const Session& session) {
@@ -34,7 +28,6 @@ class EditorSettings : public testing::Test {
         EXPECT_EQ(session.PrintScale, 1.0);
     }
 
-    TemporaryFolder folder;
     const std::string file = folder / "VARN_te_fio_info.dat";
     std::vector<std::string> refused;
 };
@@ -42,67 +35,44 @@ class EditorSettings : public testing::Test {
 }  // namespace
 
 TEST_F(EditorSettings, TakeTheSecondItemAsEditorAndTheSixthAsPrintScale) {
-    const Session session = read("1,/usr/bin/gedit,a,b,c,2.0\r\n");
-    EXPECT_EQ(session.TextEditor, "/usr/bin/gedit ");
-    EXPECT_EQ(session.PrintScale, 2.0);
+    const std::tuple<const char*, const char*, const char*, double> cases[] = {
+        {"on one line", "1,/usr/bin/gedit,a,b,c,2.0\r\n", "/usr/bin/gedit ", 2},
+        {"on lines of their own", "one\n/opt/my editor/ed\nthree\nfour\nfive\n4\n", "/opt/my editor/ed ", 4},
+        {"commas and line ends", "one,/bin/ed\r\nthree,four,five\r\n1", "/bin/ed ", 1},
+        {"in quotes", "\"a,b\",\"/opt/ed,itor/x\",\"\",\"\",\"\",\"2\"\n", "/opt/ed,itor/x ", 2},
+        {"the smallest", "1,/bin/ed,a,b,c,0.1\n", "/bin/ed ", 0.1},
+        {"the largest", "1,/bin/ed,a,b,c,100\n", "/bin/ed ", 100},
+        {"more behind", "1,/bin/ed,a,b,c,2,3,4\nmore\n", "/bin/ed ", 2}};
+    for (const auto& [what, settings, editor, scale] : cases) {
+        SCOPED_TRACE(what);
+        const Session session = read(settings);
+        EXPECT_EQ(session.TextEditor, editor);
+        EXPECT_EQ(session.PrintScale, scale);
+        EXPECT_TRUE(refused.empty());
+    }
 }
 
-TEST_F(EditorSettings, MayStandOnLinesOfTheirOwn) {
-    const Session session = read("one\n/opt/my editor/ed\nthree\nfour\nfive\n4\n");
-    EXPECT_EQ(session.TextEditor, "/opt/my editor/ed ");
-    EXPECT_EQ(session.PrintScale, 4.0);
-}
-
-TEST_F(EditorSettings, MixCommasAndLineEnds) {
-    EXPECT_EQ(read("one,/bin/ed\r\nthree,four,five\r\n1").TextEditor, "/bin/ed ");
-}
-
-TEST_F(EditorSettings, LoseTheQuotesAroundAnItem) {
-    const Session session = read("\"a,b\",\"/opt/ed,itor/x\",\"\",\"\",\"\",\"2\"\n");
-    EXPECT_EQ(session.TextEditor, "/opt/ed,itor/x ");
-    EXPECT_EQ(session.PrintScale, 2.0);
+TEST_F(EditorSettings, KeepAValidItemBesideOneThatIsRefusedWhichIsNamed) {
+    std::vector<std::tuple<std::string, std::string, double, std::string>> cases = {
+        {"1,/bin/ed,a,b,c\n", "/bin/ed ", 1, "item 6, the printer resolution factor, is missing."},
+        {"1,,a,b,c,2\n", "c:\\Windows\\write.exe ", 2, "item 2, the text editor, is missing."}};
+    for (const std::string factor : {"x", "0", "-2", "0.099", "100.1", "1e300"})
+        cases.emplace_back(
+            "1,/bin/ed,a,b,c," + factor + "\n", "/bin/ed ", 1,
+            "item 6, \"" + factor + "\", is no printer resolution factor between 0.1 and 100.");
+    for (const auto& [settings, editor, scale, refusal] : cases) {
+        const Session session = read(settings);
+        EXPECT_EQ(session.TextEditor, editor) << settings;
+        EXPECT_EQ(session.PrintScale, scale) << settings;
+        EXPECT_EQ(refused, std::vector<std::string>{file + ": " + refusal});
+    }
+    expectFallback(read(""));
+    EXPECT_EQ(refused.size(), 2U);
 }
 
 TEST_F(EditorSettings, FallBackWithoutAWordWhenTheFileIsMissing) {
     expectFallback(read());
     EXPECT_TRUE(refused.empty());
-}
-
-TEST_F(EditorSettings, KeepAValidEditorWhenTheSixthItemIsMissing) {
-    const Session session = read("1,/usr/bin/gedit,a,b,c\n");
-    EXPECT_EQ(session.TextEditor, "/usr/bin/gedit ");
-    EXPECT_EQ(session.PrintScale, 1.0);
-    EXPECT_EQ(refused,
-              std::vector<std::string>{file + ": item 6, the printer resolution factor, is missing."});
-}
-
-TEST_F(EditorSettings, KeepAValidEditorBesideAPrintScaleThatIsNoFactorInReach) {
-    for (const std::string factor : {"x", "0", "-2", "0.099", "100.1", "1e300"}) {
-        const Session session = read("1,/usr/bin/gedit,a,b,c," + factor + "\n");
-        EXPECT_EQ(session.TextEditor, "/usr/bin/gedit ");
-        EXPECT_EQ(session.PrintScale, 1.0) << factor;
-        EXPECT_EQ(refused,
-                  std::vector<std::string>{file + ": item 6, \"" + factor +
-                                           "\", is no printer resolution factor between 0.1 and 100."});
-    }
-}
-
-TEST_F(EditorSettings, TakeTheSmallestAndTheLargestPrintScale) {
-    EXPECT_EQ(read("1,/bin/ed,a,b,c,0.1\n").PrintScale, 0.1);
-    EXPECT_EQ(read("1,/bin/ed,a,b,c,100\n").PrintScale, 100);
-    EXPECT_TRUE(refused.empty());
-}
-
-TEST_F(EditorSettings, KeepAValidPrintScaleBesideAnEmptyEditor) {
-    const Session session = read("1,,a,b,c,2\n");
-    EXPECT_EQ(session.TextEditor, "c:\\Windows\\write.exe ");
-    EXPECT_EQ(session.PrintScale, 2.0);
-    EXPECT_EQ(refused, std::vector<std::string>{file + ": item 2, the text editor, is missing."});
-}
-
-TEST_F(EditorSettings, NameEveryItemThatIsRefused) {
-    expectFallback(read(""));
-    EXPECT_EQ(refused.size(), 2U);
 }
 
 TEST_F(EditorSettings, AreTakenFromTheUsersFolderBeforeTheProgramsOwn) {
@@ -133,19 +103,15 @@ TEST_F(EditorSettings, FallBackWhenTheFileCannotBeRead) {
 }
 
 TEST_F(EditorSettings, FallBackOnAFileOfAGigabyteWithoutReadingIt) {
-    writeFile(folder / "VARN_te_fio_info.dat", "1,/usr/bin/gedit,a,b,c,2\n");
+    writeFile(file, "1,/usr/bin/gedit,a,b,c,2\n");
     std::filesystem::resize_file(file, std::uintmax_t{1} << 30);
     expectFallback(read());
     EXPECT_EQ(refused, std::vector<std::string>{file + " cannot be read: it is too large for settings."});
 }
 
-TEST_F(EditorSettings, IgnoreWhatFollowsTheSixthItem) {
-    EXPECT_EQ(read("1,/bin/ed,a,b,c,2,3,4\nmore\n").PrintScale, 2.0);
-}
-
 TEST_F(EditorSettings, FallBackWhenTheFileMayNotBeRead) {
-    writeFile(folder / "VARN_te_fio_info.dat", "1,/usr/bin/gedit,a,b,c,2\n");
-    ASSERT_EQ(::chmod((folder / "VARN_te_fio_info.dat").c_str(), 0), 0);
+    writeFile(file, "1,/usr/bin/gedit,a,b,c,2\n");
+    ASSERT_EQ(::chmod(file.c_str(), 0), 0);
     ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
     const UnprivilegedUser user;
     expectFallback(read());

@@ -3,15 +3,6 @@
 
 #include "base/palette16.h"
 
-#include <QImage>
-#include <QPainter>
-#include <QSignalSpy>
-#include <QTest>
-#include <QWheelEvent>
-#include <gtest/gtest.h>
-
-#include <vector>
-
 namespace tessel {
 
 namespace {

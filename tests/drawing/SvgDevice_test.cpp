@@ -3,15 +3,6 @@
 
 #include "drawing/PaperStrokes.h"
 
-#include <QImage>
-#include <QPainter>
-#include <QXmlStreamReader>
-#include <gtest/gtest.h>
-
-#include <functional>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

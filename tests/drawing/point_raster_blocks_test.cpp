@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "drawing/point_raster.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <random>
-
 namespace tessel {
 
 namespace {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/frmOutput.h"
 
-#include "app/survey.h"
-#include "base/palette16.h"
 #include "base/session.h"
 #include "base/sha256.h"
 #include "desktop/CaptionColour.h"
@@ -11,15 +9,6 @@
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
-
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <stdexcept>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -45,7 +34,20 @@ class OutputWindow : public testing::Test {
             return fromPath(path);
         });
     }
-    void choosePath(frmOutput& window) { QTest::mouseClick(window.Command1, Qt::LeftButton); }
+    frmOutput& openWithoutPath() {
+        window_ = std::make_unique<frmOutput>();
+        window_->show();
+        return *window_;
+    }
+    frmOutput& open() {
+        choosePath(openWithoutPath());
+        return *window_;
+    }
+    static void choosePath(frmOutput& window) { QTest::mouseClick(window.Command1, Qt::LeftButton); }
+    static void exportFrom(frmOutput& window) { QTest::mouseClick(window.Command2, Qt::LeftButton); }
+    void expectSaved(std::string_view name = "out.txt") {
+        boxes.tell(u"Output data saved to "_s + fromPath(folder_ / name), u"VARN-Tesl"_s);
+    }
     static void clickGrid(frmOutput& window) {
         QTest::mouseClick(window.chkNoRow, Qt::LeftButton, {}, QPoint(8, window.chkNoRow->height() / 2));
     }
@@ -55,7 +57,9 @@ class OutputWindow : public testing::Test {
     std::string written() const { return readFile(folder_ / "out.txt"); }
     bool nothingWritten() const { return std::filesystem::is_empty(folder_.path()); }
 
+    ExpectedBoxes boxes;
     TemporaryFolder folder_;
+    std::unique_ptr<frmOutput> window_;
     QList<FileQuestion> questions_;
 };
 
@@ -84,52 +88,34 @@ TEST_F(OutputWindow, OpensWithTheRecordFormatOfTheSurvey) {
     EXPECT_FALSE(window.chkNoRow->isChecked());
 }
 
-TEST_F(OutputWindow, AsksForTheFile) {
-    frmOutput window;
-    window.show();
-    choosePath(window);
-    ASSERT_EQ(questions_.size(), 1);
+TEST_F(OutputWindow, AsksForTheFileAndKeepsItWhenTheDialogIsCancelled) {
+    frmOutput& window = openWithoutPath();
+    for (const char* answer : {"", "out.txt", ""}) {
+        answerDialogWith(*answer == 0 ? "" : folder_ / answer);
+        choosePath(window);
+        EXPECT_EQ(window.Command2->isEnabled(), questions_.size() > 1);
+    }
+    ASSERT_EQ(questions_.size(), 3);
     EXPECT_TRUE(questions_[0].toSave);
     EXPECT_EQ(questions_[0].filter, u"Text Files (*.txt)|*.TXT|Data Files (*.dat)|*.DAT|All Files (*.*)|*"_s);
     EXPECT_EQ(window.Text2->text(), fromPath(folder_ / "out.txt"));
-    EXPECT_TRUE(window.Command2->isEnabled());
     EXPECT_TRUE(nothingWritten());
 }
 
-TEST_F(OutputWindow, KeepsTheFileWhenTheDialogIsCancelled) {
-    frmOutput window;
-    window.show();
-    answerDialogWith("");
-    choosePath(window);
-    EXPECT_FALSE(window.Command2->isEnabled());
-    answerDialogWith(folder_ / "out.txt");
-    choosePath(window);
-    answerDialogWith("");
-    choosePath(window);
-    EXPECT_EQ(window.Text2->text(), fromPath(folder_ / "out.txt"));
-    EXPECT_TRUE(window.Command2->isEnabled());
-}
-
 TEST_F(OutputWindow, AddsNoExtension) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
-    answerDialogWith(folder_ / "field 7, \"north\" 100%");
-    choosePath(window);
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "field 7, \"north\" 100%"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
-    EXPECT_TRUE(std::filesystem::exists(folder_ / "field 7, \"north\" 100%"));
+    const std::string name = "field 7, \"north\" 100%";
+    answerDialogWith(folder_ / name);
+    expectSaved(name);
+    exportFrom(open());
+    EXPECT_TRUE(std::filesystem::exists(folder_ / name));
 }
 
 TEST_F(OutputWindow, WritesTheFileAndCloses) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
-    choosePath(window);
+    frmOutput& window = open();
     QSignalSpy exported(&window, &frmOutput::exported);
     const int beeps = beepCount();
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    expectSaved();
+    exportFrom(window);
     EXPECT_EQ(written(),
               " 11            1             2             3             4             1 \r\n"
               " 12            5             6             7             8             2 \r\n"
@@ -141,9 +127,7 @@ TEST_F(OutputWindow, WritesTheFileAndCloses) {
 }
 
 TEST_F(OutputWindow, HasTheFileInPlaceBeforeItSaysSo) {
-    frmOutput window;
-    window.show();
-    choosePath(window);
+    frmOutput& window = open();
     bool said = false;
     setMessageResponder([&](const MessageBox&) {
         said = true;
@@ -153,102 +137,76 @@ TEST_F(OutputWindow, HasTheFileInPlaceBeforeItSaysSo) {
         EXPECT_TRUE(window.isVisible());
         return true;
     });
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    exportFrom(window);
     setMessageResponder({});
     EXPECT_TRUE(said);
 }
 
-TEST_F(OutputWindow, RefusesABeginningRowThatIsNoNumber) {
-    frmOutput window;
-    window.show();
-    choosePath(window);
-    for (const auto& entry : {u"abc"_s, u""_s, u"1,5"_s, u"5 6"_s, u"nan"_s}) {
-        ExpectedBoxes boxes;
+TEST_F(OutputWindow, RefusesABeginningRowThatIsNoNumberOrOutOfRange) {
+    const QString noNumber = u"Error! The beginning row number is non-numeric!"_s;
+    const QString tooSmall = u"Error! The specified beginning row number is < 1!"_s;
+    const QString tooLarge = u"Error! The specified beginning row number is > 2147483647!"_s;
+    const std::pair<QString, QString> entries[] = {
+        {u"abc"_s, noNumber},    {u""_s, noNumber},           {u"1,5"_s, noNumber},  {u"5 6"_s, noNumber},
+        {u"nan"_s, noNumber},    {u"0"_s, tooSmall},          {u"-2"_s, tooSmall},   {u"0.5"_s, tooSmall},
+        {u"-1e300"_s, tooSmall}, {u"2147483648"_s, tooLarge}, {u"1e300"_s, tooLarge}};
+    frmOutput& window = open();
+    for (const auto& [entry, message] : entries) {
         const int beeps = beepCount();
         window.txtBRN->setText(entry);
-        boxes.tell(u"Error! The beginning row number is non-numeric!"_s);
-        QTest::mouseClick(window.Command2, Qt::LeftButton);
-        EXPECT_EQ(beepCount(), beeps + 1);
+        boxes.tell(message);
+        exportFrom(window);
+        EXPECT_EQ(beepCount(), beeps + 1) << entry.toStdString();
         EXPECT_TRUE(window.isVisible());
     }
     EXPECT_TRUE(nothingWritten());
     EXPECT_FALSE(theSession().DataSaved);
 }
 
-TEST_F(OutputWindow, RefusesABeginningRowBelowOneOrBeyondAnyRow) {
-    frmOutput window;
-    window.show();
-    choosePath(window);
-    for (const auto& entry : {u"0"_s, u"-2"_s, u"0.5"_s, u"-1e300"_s}) {
-        ExpectedBoxes boxes;
-        const int beeps = beepCount();
-        window.txtBRN->setText(entry);
-        boxes.tell(u"Error! The specified beginning row number is < 1!"_s);
-        QTest::mouseClick(window.Command2, Qt::LeftButton);
-        EXPECT_EQ(beepCount(), beeps + 1);
-    }
-    EXPECT_TRUE(nothingWritten());
-}
-
 TEST_F(OutputWindow, RoundsTheBeginningRowHalvesToEven) {
     surveyUnderTest() = surveyWithRows({{0, 0, 0, 0, 1}});
     surveyUnderTest().SiteIDPresent = surveyUnderTest().TwoEMColumns = false;
-    const std::vector<std::pair<QString, std::string>> entries = {{u"5"_s, "5"},
-                                                                  {u"2.7"_s, "3"},
-                                                                  {u"2.5"_s, "2"},
-                                                                  {u"3.5"_s, "4"},
-                                                                  {u" 1D1 "_s, "10"},
-                                                                  {u"0.6"_s, "1"},
-                                                                  {u"2147483647"_s, "2147483647"}};
-    for (const auto& [entry, row] : entries) {
-        ExpectedBoxes boxes;
-        frmOutput window;
-        window.show();
-        choosePath(window);
+    for (const auto& [entry, row] : {std::pair("5", "5"),
+                                     {"2.7", "3"},
+                                     {"2.5", "2"},
+                                     {"3.5", "4"},
+                                     {" 1D1 ", "10"},
+                                     {"0.6", "1"},
+                                     {"2147483647", "2147483647"}}) {
+        frmOutput& window = open();
         window.txtBRN->clear();
-        QTest::keyClicks(window.txtBRN, entry);
-        boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
+        QTest::keyClicks(window.txtBRN, QString::fromLatin1(entry));
+        expectSaved();
         QTest::keyClick(window.txtBRN, Qt::Key_Return);
-        EXPECT_EQ(written(), " 0             0             0             " + row + " \r\n");
+        EXPECT_EQ(written(), std::string(" 0             0             0             ") + row + " \r\n");
     }
 }
 
-TEST_F(OutputWindow, AsksBeforeItLeavesOutTheRowsAndTakesNoForAnAnswer) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
-    boxes.ask(false, kGridQuestion);
+TEST_F(OutputWindow, AsksBeforeItLeavesOutTheRowsAndTakesThemBackWithoutAQuestion) {
+    frmOutput& window = openWithoutPath();
+    const auto expectLeftOut = [&](bool out) {
+        EXPECT_EQ(window.chkNoRow->isChecked(), out);
+        EXPECT_EQ(colourOf(window.chkNoRow), captionColour(out ? kLightBlue : kBlack, window));
+        EXPECT_EQ(window.Text1->text(),
+                  u"Site_#  X_coord  Y_coord  EM1  EM2"_s + (out ? QString() : u"  Row_#"_s));
+    };
+    for (const bool answer : {false, true}) {
+        boxes.ask(answer, kGridQuestion);
+        clickGrid(window);
+        expectLeftOut(answer);
+    }
     clickGrid(window);
-    EXPECT_FALSE(window.chkNoRow->isChecked());
-    EXPECT_EQ(colourOf(window.chkNoRow), captionColour(kBlack, window));
-    EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2  Row_#"_s);
-}
-
-TEST_F(OutputWindow, LeavesOutTheRowsAndTakesThemBack) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
-    boxes.ask(true, kGridQuestion);
-    clickGrid(window);
-    EXPECT_TRUE(window.chkNoRow->isChecked());
-    EXPECT_EQ(colourOf(window.chkNoRow), captionColour(kLightBlue, window));
-    EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2"_s);
-    clickGrid(window);
-    EXPECT_FALSE(window.chkNoRow->isChecked());
-    EXPECT_EQ(colourOf(window.chkNoRow), captionColour(kBlack, window));
-    EXPECT_EQ(window.Text1->text(), u"Site_#  X_coord  Y_coord  EM1  EM2  Row_#"_s);
+    expectLeftOut(false);
 }
 
 TEST_F(OutputWindow, ReportsAFailureAndStaysAsItWas) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
+    frmOutput& window = openWithoutPath();
     answerDialogWith(folder_ / "gone/out.txt");
     choosePath(window);
     QSignalSpy exported(&window, &frmOutput::exported);
     const int beeps = beepCount();
     boxes.tell(fromPath(folder_ / "gone/out.txt") + u" cannot be written: No such file or directory"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    exportFrom(window);
     EXPECT_EQ(beepCount(), beeps);
     EXPECT_FALSE(theSession().DataSaved);
     EXPECT_TRUE(window.isVisible());
@@ -259,43 +217,22 @@ TEST_F(OutputWindow, ReportsAFailureAndStaysAsItWas) {
 }
 
 TEST_F(OutputWindow, CancelWritesNothing) {
-    frmOutput window;
-    window.show();
-    choosePath(window);
+    frmOutput& window = open();
     QTest::mouseClick(window.Command3, Qt::LeftButton);
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(nothingWritten());
     EXPECT_FALSE(theSession().DataSaved);
 }
 
-TEST_F(OutputWindow, TellsWhatABeginningRowNumberBeyondTheLargestIs) {
-    for (const auto& entry : {u"2147483648"_s, u"1e300"_s}) {
-        frmOutput window;
-        window.show();
-        choosePath(window);
-        window.txtBRN->setText(entry);
-        ExpectedBoxes boxes;
-        boxes.tell(u"Error! The specified beginning row number is > 2147483647!"_s);
-        const int beeps = beepCount();
-        QTest::mouseClick(window.Command2, Qt::LeftButton);
-        EXPECT_EQ(beepCount(), beeps + 1);
-        EXPECT_TRUE(nothingWritten());
-    }
-}
-
 TEST_F(OutputWindow, SaysWhichRowSitesWithoutARowNumberGet) {
-    frmOutput usual;
-    usual.show();
-    EXPECT_TRUE(usual.lblNotice->isHidden());
+    EXPECT_TRUE(openWithoutPath().lblNotice->isHidden());
     surveyUnderTest().SiteData(kRow, 1) = 0;
-    frmOutput window;
-    window.show();
+    frmOutput& window = openWithoutPath();
     EXPECT_TRUE(window.lblNotice->isVisible());
     EXPECT_EQ(colourOf(window.lblNotice), captionColour(kWarningColour, window));
     EXPECT_EQ(window.lblNotice->text(), u"1 site has no valid row number; it will be written with row 0."_s);
     window.txtBRN->setText(u"5"_s);
     EXPECT_EQ(window.lblNotice->text(), u"1 site has no valid row number; it will be written with row 4."_s);
-    ExpectedBoxes boxes;
     boxes.ask(true, kGridQuestion);
     clickGrid(window);
     EXPECT_TRUE(window.lblNotice->isHidden());
@@ -394,8 +331,7 @@ TEST_F(OutputWindow, WritesNeitherFileWhenTheRecordCannotBeWritten) {
 }
 
 TEST_F(OutputWindow, LooksAtTheRowsAgainWhenItComesToTheFront) {
-    frmOutput window;
-    window.show();
+    frmOutput& window = openWithoutPath();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QWidget other;
     other.show();

@@ -10,12 +10,6 @@
 #include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
 
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -2,15 +2,6 @@
 #include "base/run_time_error.h"
 #include "support/printed_number.h"
 
-#include <gtest/gtest.h>
-
-#include <bit>
-#include <cmath>
-#include <cstdint>
-#include <cstdio>
-#include <limits>
-#include <random>
-
 namespace tessel {
 
 namespace {
@@ -41,63 +32,51 @@ void expectExactWithNeighbours(double value) {
 }  // namespace
 
 TEST(PrintedNumber, StandsBetweenBlankOrSignAndBlank) {
-    EXPECT_EQ(printedNumber(1), " 1 ");
-    EXPECT_EQ(printedNumber(-1), "-1 ");
-    EXPECT_EQ(printedNumber(436000.12), " 436000.12 ");
-    EXPECT_EQ(printedNumber(2147483646), " 2147483646 ");
-}
-
-TEST(PrintedNumber, HasNoZeroBeforeThePoint) {
-    EXPECT_EQ(printedNumber(0.5), " .5 ");
-    EXPECT_EQ(printedNumber(-0.25), "-.25 ");
-    EXPECT_EQ(printedNumber(0.001), " .001 ");
-    EXPECT_EQ(printedNumber(0.0123456789), " .0123456789 ");
-    EXPECT_EQ(printedNumber(10.05), " 10.05 ");
-}
-
-TEST(PrintedNumber, ZeroHasNoSign) {
-    EXPECT_EQ(printedNumber(0.0), " 0 ");
-    EXPECT_EQ(printedNumber(-0.0), " 0 ");
-}
-
-TEST(PrintedNumber, HasAtMost15Digits) {
-    EXPECT_EQ(printedNumber(0.1 + 0.2), " .3 ");
-    EXPECT_EQ(printedNumber(1.0 / 3), " .333333333333333 ");
-    EXPECT_EQ(printedNumber(-2.0 / 3), "-.666666666666667 ");
-    EXPECT_EQ(printedNumber(123456789.123456789), " 123456789.123457 ");
-    EXPECT_EQ(printedNumber(99999999999999.96), " 100000000000000 ");
-    EXPECT_EQ(printedNumber(999999999999999), " 999999999999999 ");
-}
-
-TEST(PrintedNumber, HasAnExponentWhenVeryLargeOrVerySmall) {
-    EXPECT_EQ(printedNumber(1e15), " 1E+15 ");
-    EXPECT_EQ(printedNumber(-1.5e15), "-1.5E+15 ");
-    EXPECT_EQ(printedNumber(999999999999999.5), " 1E+15 ");
-    EXPECT_EQ(printedNumber(1e14), " 100000000000000 ");
-    EXPECT_EQ(printedNumber(1e-4), " .0001 ");
-    EXPECT_EQ(printedNumber(1e-5), " 1E-05 ");
-    EXPECT_EQ(printedNumber(0.00012345), " .00012345 ");
-    EXPECT_EQ(printedNumber(0.000099999), " 9.9999E-05 ");
-    EXPECT_EQ(printedNumber(-2.5e-300), "-2.5E-300 ");
-    EXPECT_EQ(printedNumber(std::numeric_limits<double>::max()), " 1.79769313486232E+308 ");
-    EXPECT_EQ(printedNumber(std::numeric_limits<double>::denorm_min()), " 4.94065645841247E-324 ");
-}
-
-TEST(PrintedNumber, RoundsAnExactHalfToTheEvenNeighbour) {
-    EXPECT_EQ(printedNumber(100000000000000.5), " 100000000000000 ");
-    EXPECT_EQ(printedNumber(100000000000001.5), " 100000000000002 ");
-}
-
-TEST(PrintedNumber, FitsItsRoom) {
-    char text[kLongestNumber];
-    EXPECT_LE(printNumber(text, -1.23456789012345e-300) - text, kLongestNumber);
-    EXPECT_EQ(printedNumber(-1.23456789012345e-300), "-1.23456789012345E-300 ");
+    const std::pair<double, const char*> cases[] = {
+        {1, " 1 "},
+        {-1, "-1 "},
+        {436000.12, " 436000.12 "},
+        {2147483646, " 2147483646 "},
+        // no zero before the point, and none with a sign
+        {0.5, " .5 "},
+        {-0.25, "-.25 "},
+        {0.001, " .001 "},
+        {0.0123456789, " .0123456789 "},
+        {10.05, " 10.05 "},
+        {0.0, " 0 "},
+        {-0.0, " 0 "},
+        // at most 15 digits, an exact half to the even neighbour
+        {0.1 + 0.2, " .3 "},
+        {1.0 / 3, " .333333333333333 "},
+        {-2.0 / 3, "-.666666666666667 "},
+        {123456789.123456789, " 123456789.123457 "},
+        {99999999999999.96, " 100000000000000 "},
+        {999999999999999, " 999999999999999 "},
+        {100000000000000.5, " 100000000000000 "},
+        {100000000000001.5, " 100000000000002 "},
+        // an exponent when very large or very small
+        {1e15, " 1E+15 "},
+        {-1.5e15, "-1.5E+15 "},
+        {999999999999999.5, " 1E+15 "},
+        {1e14, " 100000000000000 "},
+        {1e-4, " .0001 "},
+        {1e-5, " 1E-05 "},
+        {0.00012345, " .00012345 "},
+        {0.000099999, " 9.9999E-05 "},
+        {-2.5e-300, "-2.5E-300 "},
+        {-1.23456789012345e-300, "-1.23456789012345E-300 "},
+        {std::numeric_limits<double>::max(), " 1.79769313486232E+308 "},
+        {std::numeric_limits<double>::denorm_min(), " 4.94065645841247E-324 "}};
+    for (const auto& [number, text] : cases) {
+        EXPECT_EQ(printedNumber(number), text);
+        EXPECT_LE(printedNumber(number).size(), kLongestNumber);
+    }
 }
 
 TEST(PrintedNumber, ThatIsNotFiniteIsReported) {
-    EXPECT_THROW(printedNumber(std::numeric_limits<double>::infinity()), RunTimeError);
-    EXPECT_THROW(printedNumber(-std::numeric_limits<double>::infinity()), RunTimeError);
-    EXPECT_THROW(printedNumber(std::numeric_limits<double>::quiet_NaN()), RunTimeError);
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const double number : {kInfinity, -kInfinity, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_THROW(printedNumber(number), RunTimeError);
 }
 
 TEST(PrintedNumber, IsExactForNumbersOfFewDecimalsAndTheirNeighbours) {

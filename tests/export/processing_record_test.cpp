@@ -4,14 +4,6 @@
 #include "support/reads.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
-
 namespace tessel {
 
 namespace {

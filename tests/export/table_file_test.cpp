@@ -11,14 +11,6 @@
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <bit>
-#include <cmath>
-#include <cstdio>
-#include <limits>
-#include <random>
-
 namespace tessel {
 
 namespace {

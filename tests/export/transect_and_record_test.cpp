@@ -7,12 +7,6 @@
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <filesystem>
-#include <limits>
-
 namespace tessel {
 
 namespace {

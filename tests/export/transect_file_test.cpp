@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/transect_file.h"
 
-#include "base/run_time_error.h"
 #include "import/generic_reader.h"
 #include "support/file_size_limit.h"
 #include "support/made_survey.h"
 #include "support/nameless_files.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <csignal>
-#include <filesystem>
-#include <functional>
-#include <random>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace tessel {
 
@@ -42,19 +34,9 @@ std::string line(std::initializer_list<std::pair<std::size_t, std::string>> fiel
     return text + "\r\n";
 }
 
-std::size_t filesIn(const std::string& folder) {
-    const std::filesystem::directory_iterator files(folder);
-    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-}
-
 // Exports to a path where that must fail; gives the description of the error.
 std::string failure(const Survey& survey, const std::string& path) {
-    try {
-        writeTransectFile(survey, path, {});
-    } catch (const RunTimeError& error) {
-        return error.description();
-    }
-    return "no error";
+    return descriptionOf([&] { writeTransectFile(survey, path, {}); });
 }
 
 Survey manySites(int sites) {
@@ -67,14 +49,12 @@ Survey manySites(int sites) {
 }  // namespace
 
 TEST(RecordFormat, NamesTheFieldsOfALine) {
-    EXPECT_EQ(recordFormat(true, true, true), "Site_#  X_coord  Y_coord  EM1  EM2  Row_#");
-    EXPECT_EQ(recordFormat(true, true, false), "Site_#  X_coord  Y_coord  EM1  EM2");
-    EXPECT_EQ(recordFormat(true, false, true), "Site_#  X_coord  Y_coord  EM1  Row_#");
-    EXPECT_EQ(recordFormat(true, false, false), "Site_#  X_coord  Y_coord  EM1");
-    EXPECT_EQ(recordFormat(false, true, true), "X_coord  Y_coord  EM1  EM2  Row_#");
-    EXPECT_EQ(recordFormat(false, true, false), "X_coord  Y_coord  EM1  EM2");
-    EXPECT_EQ(recordFormat(false, false, true), "X_coord  Y_coord  EM1  Row_#");
-    EXPECT_EQ(recordFormat(false, false, false), "X_coord  Y_coord  EM1");
+    for (const bool id : {true, false})
+        for (const bool two : {true, false})
+            for (const bool row : {true, false})
+                EXPECT_EQ(recordFormat(id, two, row), std::string(id ? "Site_#  " : "") +
+                                                          "X_coord  Y_coord  EM1" + (two ? "  EM2" : "") +
+                                                          (row ? "  Row_#" : ""));
 }
 
 TEST(TransectFile, HoldsSiteNumbersTwoReadingsAndRows) {
@@ -153,23 +133,14 @@ TEST(TransectFile, TheLongestLineFits) {
               line({{0, field}, {28, field}, {56, field}, {84, field}, {112, field}, {140, " 1 "}}));
 }
 
-TEST(TransectFile, CountsRowsFromTheBeginningRow) {
-    Survey survey = surveyWithRows({{0, 0, 1, 1, 1}, {0, 0, 1, 1, 2}, {0, 0, 1, 1, 3}});
-    survey.SiteIDPresent = survey.TwoEMColumns = false;
-    EXPECT_EQ(exported(survey, {true, 5}), line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 5 "}}) +
-                                               line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 6 "}}) +
-                                               line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 7 "}}));
-}
-
-TEST(TransectFile, RowNumbersGoBeyondWhatAnIntegerHolds) {
+TEST(TransectFile, CountsRowsFromTheBeginningRowBeyondWhatAnIntegerHolds) {
     Survey survey = surveyWithRows({{0, 0, 1, 1, 1}, {0, 0, 1, 1, 2}});
     survey.SiteIDPresent = survey.TwoEMColumns = false;
-    EXPECT_EQ(exported(survey, {true, 2147483647}),
-              line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 2147483647 "}}) +
-                  line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, " 2147483648 "}}));
-}
-
-TEST(TransectFile, WithoutSitesIsEmpty) {
+    const auto site = [](const std::string& row) {
+        return line({{0, " 0 "}, {14, " 0 "}, {28, " 1 "}, {42, row}});
+    };
+    EXPECT_EQ(exported(survey, {true, 5}), site(" 5 ") + site(" 6 "));
+    EXPECT_EQ(exported(survey, {true, 2147483647}), site(" 2147483647 ") + site(" 2147483648 "));
     EXPECT_EQ(exported(Survey{}), "");
 }
 
@@ -196,52 +167,34 @@ TEST(TransectFile, ReplacesAnExistingFile) {
     writeFile(folder / "transect.txt", std::string(100000, 'x'));
     writeTransectFile(Survey{}, folder / "transect.txt", {});
     EXPECT_EQ(readFile(folder / "transect.txt"), "");
-    EXPECT_EQ(filesIn(folder.path()), 1u);
+    EXPECT_EQ(filesIn(folder), 1u);
 }
 
-TEST(TransectFileFailure, WhenTheFolderIsGone) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(failure(twoSites(), folder / "gone/transect.txt"),
-              folder / "gone/transect.txt" + " cannot be written: No such file or directory");
-}
+namespace {
 
-TEST(TransectFileFailure, WhenTheTargetIsAFolder) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(failure(twoSites(), folder.path()), folder.path() + " cannot be written: Is a directory");
-    EXPECT_EQ(filesIn(folder.path()), 0u);
-}
+// Where a file of old text stands.
+class TransectFileFailure : public FolderTest {
+  protected:
+    TransectFileFailure() { writeFile(path, "old"); }
+    void expectOldFileAlone() const {
+        EXPECT_EQ(readFile(path), "old");
+        EXPECT_EQ(filesIn(folder), 1U);
+    }
+};
 
-TEST(TransectFileFailure, WhenTheTargetIsReadOnly) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "transect.txt";
-    writeFile(path, "old");
-    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-    EXPECT_EQ(failure(twoSites(), path), path + " cannot be written: Permission denied");
-    EXPECT_EQ(readFile(path), "old");
-    EXPECT_EQ(filesIn(folder.path()), 1u);
-}
+}  // namespace
 
-TEST(TransectFileFailure, WhenTheDiskIsFullLeavesTheOldFile) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "transect.txt";
-    writeFile(path, "old");
-    const Survey survey = manySites(20000);
+TEST_F(TransectFileFailure, WhenTheDiskIsFullOrANumberIsNotFiniteLeavesTheOldFile) {
+    const Survey many = manySites(20000);
     {
         const FileSizeLimit limit(300'000);
-        EXPECT_EQ(failure(survey, path), path + " cannot be written: File too large");
+        EXPECT_EQ(failure(many, path), path + " cannot be written: File too large");
     }
-    EXPECT_EQ(readFile(path), "old");
-    EXPECT_EQ(filesIn(folder.path()), 1u);
-}
-
-TEST(TransectFileFailure, WhenANumberIsNotFiniteLeavesTheOldFile) {
-    const TemporaryFolder folder;
-    writeFile(folder / "transect.txt", "old");
+    expectOldFileAlone();
     Survey survey = twoSites();
     survey.SiteData(kEM1, 1) = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(failure(survey, folder / "transect.txt"), "Overflow");
-    EXPECT_EQ(readFile(folder / "transect.txt"), "old");
-    EXPECT_EQ(filesIn(folder.path()), 1u);
+    EXPECT_EQ(failure(survey, path), "Overflow");
+    expectOldFileAlone();
 }
 
 namespace {
@@ -288,20 +241,16 @@ Killed killExports(const std::function<bool()>& before) {
 
 }  // namespace
 
-TEST(TransectFileFailure, AKilledProgramLeavesTheOldFileOrTheNewOneWholeAndNothingElse) {
-    const Killed killed = killExports([] { return true; });
-    EXPECT_EQ(killed.broken, 0);
-    EXPECT_EQ(killed.old + killed.replaced, 100);
-    if (!hasNamelessFiles(std::filesystem::temp_directory_path())) return;
-    EXPECT_EQ(killed.half, 0);
-    EXPECT_LE(killed.whole, 10);  // in the instant in which it has its first name and not yet the target's
-}
-
-TEST(TransectFileFailure, AKilledProgramLeavesTheOldFileOrTheNewOneWholeOnSimpleFileSystemsToo) {
-    const Killed killed = killExports(forbidNamelessFiles);
-    EXPECT_EQ(killed.broken, 0);
-    EXPECT_EQ(killed.old + killed.replaced, 100);
-    RecordProperty("half", killed.half);
+TEST_F(TransectFileFailure, AKilledProgramLeavesTheOldFileOrTheNewOneWhole) {
+    for (const bool simpleFileSystem : {false, true}) {
+        const Killed killed = killExports([&] { return !simpleFileSystem || forbidNamelessFiles(); });
+        EXPECT_EQ(killed.broken, 0);
+        EXPECT_EQ(killed.old + killed.replaced, 100);
+        if (simpleFileSystem || !hasNamelessFiles(std::filesystem::temp_directory_path())) continue;
+        EXPECT_EQ(killed.half, 0);
+        EXPECT_LE(killed.whole,
+                  10);  // in the instant in which it has its first name and not yet the target's
+    }
 }
 
 // What the help document on the export warns of.

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/yaml_writer.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <vector>
-
 namespace tessel {
 
 namespace {

@@ -4,14 +4,6 @@
 #include "base/run_time_error.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <limits>
-#include <random>
-
 namespace tessel {
 
 namespace {

@@ -11,8 +11,6 @@
 #include "support/survey_bits.h"
 #include "support/survey_invariants.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

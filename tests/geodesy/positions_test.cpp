@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "geodesy/positions.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-
 namespace tessel {
 
 TEST(DegreesAndMinutes, AreReadAsLoggersWriteThem) {

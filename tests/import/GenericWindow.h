@@ -6,13 +6,6 @@
 #include "import/frmGeneric.h"
 #include "support/ImportTest.h"
 
-#include <QDropEvent>
-#include <QMimeData>
-#include <QSignalSpy>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 inline const QString kReportTitle = u"VARN-Tessel File Import Message"_s;

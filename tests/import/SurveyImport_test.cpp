@@ -9,12 +9,6 @@
 #include "support/ImportTest.h"
 #include "support/survey_under_test.h"
 
-#include <QSignalSpy>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -50,18 +44,27 @@ class TrimbleImportChain : public ImportTest {
         frmIniDisplay* const window = display();
         ASSERT_NE(window, nullptr);
         EXPECT_EQ(window->windowModality(), Qt::WindowModal);
-        window->Text2_0->setText(u"1"_s);
-        window->Text2_1->setText(u"4"_s);
-        window->Text3_0->setText(u"6"_s);
-        window->Text3_1->setText(lastOfY);
-        window->Text4_0->setText(firstOfEM1);
-        window->Text4_1->setText(u"14"_s);
+        for (const auto& [box, column] : {std::pair(window->Text2_0, u"1"_s),
+                                          {window->Text2_1, u"4"_s},
+                                          {window->Text3_0, u"6"_s},
+                                          {window->Text3_1, lastOfY},
+                                          {window->Text4_0, firstOfEM1},
+                                          {window->Text4_1, u"14"_s}})
+            box->setText(column);
         click(*window->Command1);
     }
     void importFile(std::string_view bytes) {
         chooseFile(sensorFile(bytes));
         goThroughControl(u"5"_s);
         goThroughFormat();
+    }
+
+    // One row more than there may be.
+    static std::string rowsBeyondTheLimit() {
+        std::string bytes;
+        for (int i = 0; i < 252; ++i)
+            bytes += i % 2 == 0 ? "   0    0   10\n" : "   0   99   10\n";
+        return bytes;
     }
 
     QSignalSpy tooMany{&import, &SurveyImport::tooManyRows};
@@ -114,24 +117,10 @@ TEST_F(TrimbleImportChain, KeepsTheTotalsOfTheAdjustments) {
     EXPECT_EQ(theSurvey().EMAdjustTotalB, -4);
 }
 
-TEST_F(TrimbleImportChain, OfAFileWithoutSitesDisablesTheMenus) {
-    main.menusFollow(MenuEvent::kSitesImported);
-    boxes.tell(report(0, 0), kReportTitle);
-    importFile("");
-    EXPECT_EQ(theSurvey().NumSites, 0);
-    EXPECT_EQ(theSurvey().NumRows, 0);
-    EXPECT_FALSE(theSession().DataSaved);
-    EXPECT_EQ(imported.count(), 1);
-    expectMenus(false, true);
-}
-
 TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
-    std::string bytes;
-    for (int i = 0; i < 252; ++i)
-        bytes += i % 2 == 0 ? "   0    0   10\n" : "   0   99   10\n";
     boxes.tell(report(252, 0), kReportTitle);
     boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
-    importFile(bytes);
+    importFile(rowsBeyondTheLimit());
     EXPECT_EQ(theSurvey().NumSites, 252);
     EXPECT_EQ(theSurvey().NumRows, 0);
     EXPECT_EQ(imported.count(), 1);
@@ -155,11 +144,8 @@ class WhileBoxesAreRead {
 };
 
 TEST_F(TrimbleImportChain, PutsTheSurveyInPlaceBetweenTheReportAndWhatIsSaidOfItsRows) {
-    std::string bytes;
-    for (int i = 0; i < 252; ++i)
-        bytes += i % 2 == 0 ? "   0    0   10\n" : "   0   99   10\n";
     const WhileBoxesAreRead boxesRead(main);
-    importFile(bytes);
+    importFile(rowsBeyondTheLimit());
     EXPECT_EQ(boxesRead.states, (QStringList{u"2"_s, u"252"_s})) << "the menus wait for the row dialog";
     expectMenus(true, true);
 
@@ -199,7 +185,6 @@ TEST_F(TrimbleImportChain, LeavesTheSurveyWhenAWindowIsCancelled) {
 }
 
 TEST_F(TrimbleImportChain, StartsWithItsDefaultsEachTime) {
-    chooseFile({});
     goThroughControl(u"5"_s);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     import.mnuOpen_Click();

@@ -1,15 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/error_log.h"
 
-#include "app/survey.h"
-#include "base/session.h"
 #include "import/import_report.h"
 #include "support/file_size_limit.h"
 #include "support/temporary_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace tessel {
 
@@ -21,41 +15,38 @@ std::string problemOf(const ErrorLog& log) {
     return summary.logProblem;
 }
 
+using ErrorLogTest = FolderTest;
+
 }  // namespace
 
-TEST(ErrorLog, HoldsOneLineForEachRejectedOne) {
-    const TemporaryFolder folder;
-    ErrorLog log(folder / "error_log.dat");
+TEST_F(ErrorLogTest, HoldsOneLineForEachRejectedOne) {
+    ErrorLog log(path);
     log.reject(17, "  1.0 abc 2.0", reject_reason::kX);
     log.reject(1000000, std::string_view("a\0\x01\xFF", 4), reject_reason::kEM1BelowCutoff);
     log.commit();
-    EXPECT_EQ(readFile(folder / "error_log.dat"),
+    EXPECT_EQ(readFile(path),
               "Line # 17   1.0 abc 2.0  -> non-numeric X-coord data\r\n" +
                   std::string("Line # 1000000 a\0\x01\xFF  -> 1st EM reading below cut-off\r\n", 54));
     EXPECT_EQ(problemOf(log), "");
 }
 
-TEST(ErrorLog, StaysTheOldOneUntilCommitted) {
-    const TemporaryFolder folder;
-    writeFile(folder / "error_log.dat", "old");
+TEST_F(ErrorLogTest, StaysTheOldOneUntilCommitted) {
+    writeFile(path, "old");
     {
-        ErrorLog log(folder / "error_log.dat");
+        ErrorLog log(path);
         log.reject(1, "x", reject_reason::kY);
     }
-    EXPECT_EQ(readFile(folder / "error_log.dat"), "old");
+    EXPECT_EQ(readFile(path), "old");
 }
 
-TEST(ErrorLog, ThatCannotBeCreatedSaysWhyAndTakesEverything) {
-    const TemporaryFolder folder;
+TEST_F(ErrorLogTest, ThatCannotBeCreatedSaysWhyAndTakesEverything) {
     ErrorLog log(folder / "none/error_log.dat");
     EXPECT_EQ(problemOf(log), folder / "none/error_log.dat cannot be written: No such file or directory");
     log.reject(1, "x", reject_reason::kY);
     log.commit();
 }
 
-TEST(ErrorLog, ThatTheDiskHasNoRoomForSaysWhyTakesEverythingAndStaysTheOldOne) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "error_log.dat";
+TEST_F(ErrorLogTest, ThatTheDiskHasNoRoomForSaysWhyTakesEverythingAndStaysTheOldOne) {
     writeFile(path, "old");
     {
         const FileSizeLimit limit(300'000);
@@ -69,8 +60,7 @@ TEST(ErrorLog, ThatTheDiskHasNoRoomForSaysWhyTakesEverythingAndStaysTheOldOne) {
     EXPECT_EQ(readFile(path), "old");
 }
 
-TEST(ErrorLog, WhoseFolderVanishesSaysWhyWhenItIsToBePutInPlace) {
-    const TemporaryFolder folder;
+TEST_F(ErrorLogTest, WhoseFolderVanishesSaysWhyWhenItIsToBePutInPlace) {
     std::filesystem::create_directory(folder / "gone");
     ErrorLog log(folder / "gone/error_log.dat");
     log.reject(1, "line", reject_reason::kX);
@@ -79,7 +69,7 @@ TEST(ErrorLog, WhoseFolderVanishesSaysWhyWhenItIsToBePutInPlace) {
     EXPECT_EQ(problemOf(log), folder / "gone/error_log.dat cannot be written: No such file or directory");
 }
 
-TEST(ErrorLog, LiesInTheDataFolder) {
+TEST_F(ErrorLogTest, LiesInTheDataFolder) {
     Session session;
     session.DataDir = "/some/where";
     EXPECT_EQ(errorLogPath(session), "/some/where/error_log.dat");
@@ -112,8 +102,7 @@ TEST(NumberField, HasABlankOrAMinusForItsSign) {
     EXPECT_EQ(numberField(-3), "-3");
 }
 
-TEST(ErrorLog, CountsRejectedLinesByReasonEvenWhereItCannotBeWritten) {
-    const TemporaryFolder folder;
+TEST_F(ErrorLogTest, CountsRejectedLinesByReasonEvenWhereItCannotBeWritten) {
     ErrorLog log(folder / "none/error_log.dat");
     log.reject(3, "x", reject_reason::kY);
     log.reject(4, "y", reject_reason::kX);

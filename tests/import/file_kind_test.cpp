@@ -8,8 +8,6 @@
 #include "support/reads.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 using namespace std::string_literals;
 
 namespace tessel {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/fitting_import.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 TEST(FittingImports, AreThoseThatReadMostLines) {

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/frmDataControl.h"
 
-#include "base/palette16.h"
 #include "desktop/CaptionColour.h"
 #include "journal/journal.h"
 #include "support/ImportTest.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -37,34 +32,12 @@ class ImportControl : public ImportTest {
         EXPECT_EQ(timesChosen, 0);
     }
 
-    QColor colourOf(const QWidget& widget) const { return widget.palette().color(QPalette::WindowText); }
-
     frmDataControl window;
     TrimbleOptions chosen;
     int timesChosen = 0;
 };
 
 }  // namespace
-
-TEST_F(ImportControl, OpensWithItsDefaultsAndTexts) {
-    EXPECT_EQ(window.windowTitle(), u"Import a Trimble Sensor File"_s);
-    EXPECT_EQ(window.Text1->text(), u"-10"_s);
-    EXPECT_EQ(window.Text2->text(), QString());
-    EXPECT_TRUE(window.Option1->isChecked());
-    EXPECT_FALSE(window.Check1->isChecked());
-    EXPECT_FALSE(window.Check2->isChecked());
-    const auto caption = [](QString text) { return text.remove(u'&'); };
-    EXPECT_EQ(window.lblHeading->text(), u"Please adjust default data record control values as necessary:"_s);
-    EXPECT_EQ(caption(window.lblEMCutoff->text()), u"Minimum EMv and/or EMh signal value:"_s);
-    EXPECT_EQ(caption(window.lblMinDistance->text()), u"Min distance between adjacent rows:"_s);
-    EXPECT_EQ(window.fraDistance->title(), u"Calculate distance between survey sites using:"_s);
-    EXPECT_EQ(caption(window.Option1->text()), u"True Distance"_s);
-    EXPECT_EQ(caption(window.Option2->text()), u"X Distance  (works best for N-S runs)"_s);
-    EXPECT_EQ(caption(window.Option3->text()), u"Y Distance  (works best for E-W runs)"_s);
-    EXPECT_EQ(caption(window.Check1->text()), u"Negate sign of EM-38 signal data:"_s);
-    EXPECT_EQ(caption(window.Check2->text()), u"Change scale from 1000 mS/m to 100 mS/m:"_s);
-    EXPECT_EQ(window.Command2->text(), u"Cancel"_s);
-}
 
 TEST_F(ImportControl, OpensReadyToReplaceTheCutOff) {
     QTest::keyClicks(QApplication::focusWidget(), u"2"_s);
@@ -78,35 +51,27 @@ TEST_F(ImportControl, RefusesToGoOnAsItOpens) {
     EXPECT_TRUE(window.Text2->hasFocus());
 }
 
-TEST_F(ImportControl, RefusesTextsThatAreNoNumbers) {
-    refuse(u"abc"_s, u"5"_s, kNonNumeric);
-    EXPECT_TRUE(window.Text1->hasFocus());
-    EXPECT_EQ(window.Text1->selectedText(), u"abc"_s);
-    refuse(u"1"_s, u"abc"_s, kNonNumeric);
-    refuse(u""_s, u"5"_s, kNonNumeric);
-    refuse(u"1,5"_s, u"5"_s, kNonNumeric);
-}
-
-TEST_F(ImportControl, RefusesANegativeDistance) {
-    refuse(u"-10"_s, u"-1"_s, u"Error: Minimum distance must be > 0"_s);
-    EXPECT_EQ(theSurvey().MinDistance, -1);
-    refuse(u"-10"_s, u"-1e-9"_s, u"Error: Minimum distance must be > 0"_s);
-}
-
 TEST_F(ImportControl, StoresWhatItRefuses) {
+    const QString negative = u"Error: Minimum distance must be > 0"_s;
     window.Check1->setChecked(true);
-    refuse(u"12 mS/m"_s, u"-7"_s, kNonNumeric);
-    EXPECT_EQ(theSurvey().EMCutoff, 12);
-    EXPECT_EQ(theSurvey().MinDistance, -7);
+    const std::tuple<QString, QString, QString, double, double> cases[] = {
+        {u"abc"_s, u"5"_s, kNonNumeric, 0, 5},        {u"1"_s, u"abc"_s, kNonNumeric, 1, 0},
+        {u""_s, u"5"_s, kNonNumeric, 0, 5},           {u"1,5"_s, u"5"_s, kNonNumeric, 1, 5},
+        {u"12 mS/m"_s, u"-7"_s, kNonNumeric, 12, -7}, {u"5"_s, u" 2.5 m"_s, kNonNumeric, 5, 2.5},
+        {u"abc"_s, u"x"_s, kNonNumeric, 0, 0},        {u"-10"_s, u"-1"_s, negative, -10, -1},
+        {u"-10"_s, u"-1e-9"_s, negative, -10, -1e-9}};
+    for (const auto& [cutoff, distance, message, storedCutoff, storedDistance] : cases) {
+        SCOPED_TRACE((cutoff + u' ' + distance).toStdString());
+        refuse(cutoff, distance, message);
+        EXPECT_EQ(theSurvey().EMCutoff, storedCutoff);
+        EXPECT_EQ(theSurvey().MinDistance, storedDistance);
+        if (cutoff == u"abc"_s) {
+            EXPECT_EQ(window.Text1->selectedText(), cutoff);
+        }
+    }
     EXPECT_EQ(theSurvey().MinLineLength, 1);
     EXPECT_TRUE(theSurvey().NegateEM);
     EXPECT_FALSE(theSurvey().DivideEMBy10);
-    refuse(u"5"_s, u" 2.5 m"_s, kNonNumeric);
-    EXPECT_EQ(theSurvey().EMCutoff, 5);
-    EXPECT_EQ(theSurvey().MinDistance, 2.5);
-    refuse(u"abc"_s, u"x"_s, kNonNumeric);
-    EXPECT_EQ(theSurvey().EMCutoff, 0);
-    EXPECT_EQ(theSurvey().MinDistance, 0);
     expectSurveyUntouched();
 }
 
@@ -159,18 +124,18 @@ TEST_F(ImportControl, CancelledLeavesEverythingAsItWas) {
 }
 
 TEST_F(ImportControl, ShowsInLightBlueWhatIsChosen) {
-    const QColor blue = captionColour(kLightBlue, window);
-    const QColor black = captionColour(kBlack, window);
-    EXPECT_EQ(colourOf(*window.Option1), blue);
-    EXPECT_EQ(colourOf(*window.Option2), black);
-    EXPECT_EQ(colourOf(*window.Check1), black);
+    const auto expectBlue = [this](std::initializer_list<const QWidget*> blue) {
+        for (const QWidget* widget :
+             std::initializer_list<const QWidget*>{window.Option1, window.Option2, window.Check1})
+            EXPECT_EQ(colourOf(*widget),
+                      captionColour(std::ranges::count(blue, widget) ? kLightBlue : kBlack, window));
+    };
+    expectBlue({window.Option1});
     click(*window.Option2);
     click(*window.Check1);
-    EXPECT_EQ(colourOf(*window.Option1), black);
-    EXPECT_EQ(colourOf(*window.Option2), blue);
-    EXPECT_EQ(colourOf(*window.Check1), blue);
+    expectBlue({window.Option2, window.Check1});
     click(*window.Check1);
-    EXPECT_EQ(colourOf(*window.Check1), black);
+    expectBlue({window.Option2});
 }
 
 }  // namespace tessel

@@ -4,9 +4,6 @@
 #include "journal/journal.h"
 #include "support/reads.h"
 
-#include <fstream>
-#include <sys/stat.h>
-
 namespace tessel {
 
 TEST_F(GenericImport, ShowsTheColumnsOfTheLayoutBeforeAFileIsChosen) {
@@ -89,10 +86,10 @@ TEST_F(GenericImport, ShowsTheFileThatWasReadHoweverFastItWasGiven) {
 TEST_F(GenericImport, SaysWhatKindOfFileItIs) {
     look("\x1F\x8B\x08 compressed");
     EXPECT_EQ(window.lblKind->text(), u"This is not a text file."_s);
-    EXPECT_EQ(window.lblKind->palette().color(QPalette::WindowText), captionColour(kWarningColour, window));
+    EXPECT_EQ(colourOf(*window.lblKind), captionColour(kWarningColour, window));
     look("1\t2\t3\t4\n");
     EXPECT_EQ(window.lblKind->text(), u"Tabs stand between its values."_s);
-    EXPECT_EQ(window.lblKind->palette().color(QPalette::WindowText), captionColour(kBlack, window));
+    EXPECT_EQ(colourOf(*window.lblKind), captionColour(kBlack, window));
     look("1 2 3 4\n");
     EXPECT_FALSE(window.lblKind->isVisible());
 }

@@ -5,44 +5,16 @@
 #include "support/reads.h"
 #include "support/survey_under_test.h"
 
-#include <QUrl>
-
 namespace tessel {
 
-TEST_F(GenericImport, OpensWithItsDefaultsAndTexts) {
-    const auto caption = [](QString text) { return text.remove(u'&'); };
-    EXPECT_EQ(window.windowTitle(), u"Import a Generic Sensor File"_s);
-    EXPECT_EQ(caption(window.lblGFile->text()), u"Input data file path / filename:"_s);
-    EXPECT_EQ(window.txtGFile->text(), QString());
-    EXPECT_EQ(caption(window.lblminEC->text()), u"Minimum Ec2 and/or Ec1 data value:"_s);
-    EXPECT_EQ(window.txtminEC->text(), u"0.0"_s);
-    EXPECT_EQ(caption(window.cmdBrowse->text()), u"Browse"_s);
-    EXPECT_EQ(caption(window.cmdImport->text()), u"Import Data"_s);
-    EXPECT_EQ(window.cmdCancel->text(), u"Cancel"_s);
-    EXPECT_EQ(window.fraFormat->title(), u"Input data file column format: "_s);
-    EXPECT_EQ(caption(window.mnuI->title()), u"Help"_s);
-    EXPECT_EQ(caption(window.mnuGSFIhelp->text()), u"Using the Generic Sensor File Import window"_s);
-    const QStringList captions = {u"X-cord,  Y-cord,  Ec1,  Row_#"_s,
-                                  u"X-cord,  Y-cord,  Ec1,  Ec2,  Row_#   (Sandia XYZ file)"_s,
-                                  u"Site_#,  X-cord,  Y-cord,  Ec1,  Row_#"_s,
-                                  u"Site_#,  X-cord,  Y-cord,  Ec1,  Ec2,  Row_#"_s,
-                                  u"X-cord,  Y-cord,  Ec1"_s,
-                                  u"X-cord,  Y-cord,  Ec1,  Ec2    (Verris 3100 file)"_s,
-                                  u"Site_#,  X-cord,  Y-cord,  Ec1"_s,
-                                  u"Site_#,  X-cord,  Y-cord,  Ec1,  Ec2"_s};
-    for (int i = 0; i < 8; ++i) {
-        EXPECT_EQ(option(i).text(), captions[i]);
-        EXPECT_EQ(option(i).isChecked(), i == 6);
-    }
-}
-
 TEST_F(GenericImport, ShowsTheChosenLayoutInLightBlue) {
-    const auto colour = [this](int i) { return option(i).palette().color(QPalette::WindowText); };
-    EXPECT_EQ(colour(6), captionColour(kLightBlue, window));
-    EXPECT_EQ(colour(2), captionColour(kBlack, window));
-    click(option(2));
-    EXPECT_EQ(colour(6), captionColour(kBlack, window));
-    EXPECT_EQ(colour(2), captionColour(kLightBlue, window));
+    for (const int chosen : {6, 2}) {
+        if (chosen != 6) click(option(chosen));
+        for (int i = 0; i < 8; ++i) {
+            EXPECT_EQ(option(i).isChecked(), i == chosen);
+            EXPECT_EQ(colourOf(option(i)), captionColour(i == chosen ? kLightBlue : kBlack, window));
+        }
+    }
     expectSurveyUntouched();
 }
 
@@ -58,24 +30,18 @@ TEST_F(GenericImport, TellsTheFormatRules) {
     window.mnuFormat->trigger();
 }
 
-TEST_F(GenericImport, RefusesACutOffThatIsNoNumberFirst) {
-    type(*window.txtminEC, u"abc"_s);
-    refuse(u"Error!  Non-numeric minimum EC cutoff value."_s);
-    EXPECT_TRUE(window.txtminEC->hasFocus());
-    type(*window.txtminEC, u""_s);
-    refuse(u"Error!  Non-numeric minimum EC cutoff value."_s);
-}
-
-TEST_F(GenericImport, RefusesAFileThatIsNone) {
-    const QString message = u"Please enter a valid input filename."_s;
-    refuse(message);
-    EXPECT_TRUE(window.txtGFile->hasFocus());
-    type(*window.txtGFile, fromPath(folder / "none.txt"));
-    refuse(message);
-    type(*window.txtGFile, fromPath(folder.path()));
-    refuse(message);
-    type(*window.txtGFile, u"   "_s);
-    refuse(message);
+TEST_F(GenericImport, RefusesACutOffThatIsNoNumberFirstAndThenAFileThatIsNone) {
+    for (const QString& cutoff : {u"abc"_s, u""_s}) {
+        type(*window.txtminEC, cutoff);
+        refuse(u"Error!  Non-numeric minimum EC cutoff value."_s);
+        EXPECT_TRUE(window.txtminEC->hasFocus());
+    }
+    type(*window.txtminEC, u"0"_s);
+    for (const QString& file : {u""_s, fromPath(folder / "none.txt"), fromPath(folder.path()), u"   "_s}) {
+        type(*window.txtGFile, file);
+        refuse(u"Please enter a valid input filename."_s);
+        EXPECT_TRUE(window.txtGFile->hasFocus());
+    }
 }
 
 TEST_F(GenericImport, PutsTheSurveyInPlaceAndCloses) {
@@ -140,28 +106,23 @@ TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {
 
 TEST_F(GenericImport, StaysOpenAfterAFatalRowError) {
     main.menusFollow(MenuEvent::kSitesImported);
-    boxes.tell(u"There are 2 valid records in this file."_s, kReportTitle);
-    boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
-    importFile(0, "1,2,3,2\n1,2,3,3\n");
-    EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(theSurvey().NumSites, 2);
-    EXPECT_EQ(theSurvey().NumRows, 0);
-    EXPECT_FALSE(theSession().DataSaved);
-    EXPECT_EQ(imported.count(), 1);
-    expectMenus(false, false);
-
-    boxes.tell(u"There are 3 valid records in this file."_s, kReportTitle);
-    boxes.tell(u"Fatal Error! Row #'s are not sorted in sequential order. Input aborted."_s);
-    importFile(0, "1,2,3,1\n1,2,3,2\n1,2,3,4\n");
-    EXPECT_TRUE(window.isVisible());
-    expectMenus(false, false);
-
-    boxes.tell(u"There are 2 valid records in this file."_s, kReportTitle);
-    boxes.tell(u"Fatal Error! Row #'s are not sorted in sequential order. Input aborted."_s);
-    importFile(0, "1,2,3,1\n1,2,3,1.5\n");
-    EXPECT_TRUE(window.isVisible());
-    expectMenus(false, false);
-
+    const QString notFirst = u"Fatal Error! Initial row # not equal to 1. Input aborted."_s;
+    const QString unsorted = u"Fatal Error! Row #'s are not sorted in sequential order. Input aborted."_s;
+    const std::tuple<const char*, int, QString> files[] = {{"1,2,3,2\n1,2,3,3\n", 2, notFirst},
+                                                           {"1,2,3,1\n1,2,3,2\n1,2,3,4\n", 3, unsorted},
+                                                           {"1,2,3,1\n1,2,3,1.5\n", 2, unsorted}};
+    for (const auto& [bytes, sites, message] : files) {
+        imported.clear();
+        boxes.tell(u"There are %1 valid records in this file."_s.arg(sites), kReportTitle);
+        boxes.tell(message);
+        importFile(0, bytes);
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(theSurvey().NumSites, sites);
+        EXPECT_EQ(theSurvey().NumRows, 0);
+        EXPECT_FALSE(theSession().DataSaved);
+        EXPECT_EQ(imported.count(), 1);
+        expectMenus(false, false);
+    }
     boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
     importFile(0, "1,2,3,1\n");
     EXPECT_FALSE(window.isVisible());

@@ -4,11 +4,6 @@
 #include "import/generic_reader.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 namespace tessel {
 
 inline constexpr GenericLayout kThree = kGenericLayouts[4];       // X Y Ec1
@@ -16,7 +11,7 @@ inline constexpr GenericLayout kThreeRow = kGenericLayouts[0];    // X Y Ec1 Row
 inline constexpr GenericLayout kEverything = kGenericLayouts[3];  // Site X Y Ec1 Ec2 Row
 
 /// A delimited file, X Y Ec1 unless a test says otherwise, and what an import makes of it.
-class GenericFile : public testing::Test {
+class GenericFile : public FolderTest {
   protected:
     GenericFile() {
         options.path = folder / "generic.txt";
@@ -56,7 +51,6 @@ class GenericFile : public testing::Test {
         return import(bytes);
     }
 
-    const TemporaryFolder folder;
     GenericOptions options;
     Survey parameters;
 };

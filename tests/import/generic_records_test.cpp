@@ -1,41 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How the lines of a delimited file become records and values.
 #include "import/generic_file.h"
+#include "support/made_survey.h"
 
 namespace tessel {
 
-TEST_F(GenericFile, MayBeSeparatedByCommasBlanksOrTabs) {
-    const std::string sites = "1 2 3;4 5 6;";
-    EXPECT_EQ(sitesOf("1,2,3\n4,5,6\n"), sites);
-    EXPECT_EQ(sitesOf("1 2 3\r\n4 5 6\r\n"), sites);
-    EXPECT_EQ(sitesOf("1\t2\t3\r4\t5\t6"), sites);
-    EXPECT_EQ(sitesOf("  1 , 2\t,\t3  \n\n\n 4,5 6"), sites);
-    EXPECT_EQ(sitesOf("\xEF\xBB\xBF"
-                      "1,2,3\n4,5,6"),
-              sites);
-}
-
-TEST_F(GenericFile, MayHaveRecordsAcrossLinesAndSeveralOnALine) {
-    const std::string sites = "1 2 3;4 5 6;";
-    EXPECT_EQ(sitesOf("1\n2\n3\n4\n5\n6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2\n3,4\n5,6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2,3,4,5,6\n"), sites);
-    EXPECT_EQ(sitesOf("1 2 3 4 5 6"), sites);
-    EXPECT_EQ(sitesOf("1,\n2,\n3,\n4,\n5,\n6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2,\n3\n4,5,\n6\n"), sites);
-    EXPECT_EQ(sitesOf("1,2\n,3\n4,5\n,6\n"), sites);
-}
-
-TEST_F(GenericFile, MayHaveCommasAtTheEndsOfItsLines) {
-    EXPECT_EQ(sitesOf("1,2,3,\n4,5,6,\n"), "1 2 3;4 5 6;");
+TEST_F(GenericFile, MayBeSeparatedByCommasBlanksTabsAndLineEnds) {
+    for (const char* bytes : {"1,2,3\n4,5,6\n", "1 2 3\r\n4 5 6\r\n", "1\t2\t3\r4\t5\t6",
+                              "  1 , 2\t,\t3  \n\n\n 4,5 6", "\xEF\xBB\xBF\x31,2,3\n4,5,6",
+                              // records across lines, and several on one
+                              "1\n2\n3\n4\n5\n6\n", "1,2\n3,4\n5,6\n", "1,2,3,4,5,6\n", "1 2 3 4 5 6",
+                              "1,\n2,\n3,\n4,\n5,\n6\n", "1,2,\n3\n4,5,\n6\n", "1,2\n,3\n4,5\n,6\n",
+                              // commas at the ends of the lines
+                              "1,2,3,\n4,5,6,\n"})
+        EXPECT_EQ(sitesOf(bytes), "1 2 3;4 5 6;") << bytes;
 }
 
 TEST_F(GenericFile, MayHaveQuotedValues) {
     EXPECT_EQ(sitesOf("\"1\",\" 2 \",\"3\"\n\"4\" \"5\" \"6\""), "1 2 3;4 5 6;");
-    EXPECT_EQ(logOf("\"1,5\",2,3\n"), "Line # 1 \"1,5\" 2 3  -> non-numeric X-coord data\r\n");
-    EXPECT_EQ(logOf("\"1\"x,2,3\n"), "Line # 1 \"1\"x 2 3  -> non-numeric X-coord data\r\n");
-    EXPECT_EQ(logOf("1,2,\"3\n4,5,6\n"), "Line # 1 1 2 \"3  -> non-numeric 1st EM reading\r\n");
-    EXPECT_EQ(logOf("\"\",2,3\n"), "Line # 1 \"\" 2 3  -> non-numeric X-coord data\r\n");
+    const std::pair<const char*, const char*> cases[] = {
+        {"\"1,5\",2,3\n", "\"1,5\" 2 3  -> non-numeric X-coord data"},
+        {"\"1\"x,2,3\n", "\"1\"x 2 3  -> non-numeric X-coord data"},
+        {"1,2,\"3\n4,5,6\n", "1 2 \"3  -> non-numeric 1st EM reading"},
+        {"\"\",2,3\n", "\"\" 2 3  -> non-numeric X-coord data"}};
+    for (const auto& [bytes, line] : cases)
+        EXPECT_EQ(logOf(bytes), "Line # 1 " + std::string(line) + "\r\n");
 }
 
 TEST_F(GenericFile, LosesOneRecordToAHeaderLine) {
@@ -63,33 +52,34 @@ TEST_F(GenericFile, LosesOneRecordToAValueMissingAtTheEndOfItsLine) {
     EXPECT_EQ(sitesOf("4,5,\n\n \n7,8,9\n"), "7 8 9;") << "empty lines between";
 }
 
-TEST_F(GenericFile, TakesALineWithACommaBehindItsLastValueForARecordOfItsOwn) {
-    EXPECT_EQ(sitesOf("4,5,\n7,8,9,\n1,2,3,\n"), "7 8 9;1 2 3;");
-    EXPECT_EQ(sitesOf("4,5,\n7,8,, \n1,2,3,\n"), "1 2 3;");
-}
-
 TEST_F(GenericFile, GoesOnOverALineEndUnlessTheNextLineIsARecord) {
-    EXPECT_EQ(sitesOf("1,2,\n3\n4,5,6\n"), "1 2 3;4 5 6;");
-    EXPECT_EQ(sitesOf("1,2,\n3,4,5,6\n7,8\n"), "1 2 3;4 5 6;") << "more values than a record";
-    EXPECT_EQ(sitesOf("1,2,\n3,4,5,6,\n7,8\n9\n"), "1 2 3;4 5 6;7 8 9;") << "and a comma behind them";
-    EXPECT_EQ(sitesOf("1,2\n3,4,5\n6\n"), "1 2 3;4 5 6;") << "no comma in front of the line end";
-    EXPECT_EQ(sitesOf("1,2\n,3,4\n5,6\n"), "1 2 3;4 5 6;") << "the comma stands behind it";
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"1,2,\n3\n4,5,6\n", "1 2 3;4 5 6;", "the next line is none"},
+        {"1,2,\n3,4,5,6\n7,8\n", "1 2 3;4 5 6;", "more values than a record"},
+        {"1,2,\n3,4,5,6,\n7,8\n9\n", "1 2 3;4 5 6;7 8 9;", "and a comma behind them"},
+        {"1,2\n3,4,5\n6\n", "1 2 3;4 5 6;", "no comma in front of the line end"},
+        {"1,2\n,3,4\n5,6\n", "1 2 3;4 5 6;", "the comma stands behind it"},
+        {"4,5,\n7,8,9,\n1,2,3,\n", "7 8 9;1 2 3;", "a record with a comma behind it"},
+        {"4,5,\n7,8,, \n1,2,3,\n", "1 2 3;", "and without its last value"}};
+    for (const auto& [bytes, sites, what] : cases)
+        EXPECT_EQ(sitesOf(bytes), sites) << what;
 }
 
 TEST_F(GenericFile, CountsTheLinesThatDoNotFit) {
-    const auto notFitting = [this](std::string_view bytes) {
+    const std::tuple<const char*, int, int, const char*> cases[] = {
+        {"1,2,3\n\n 4 5 6 \n , \t , \n7,8,9,\n1,2,\n3,4,\n,,\n", 0, 0, "all fit"},
+        {"1,2,3\n4,5\n6\n7,8,9\n", 2, 2, "read on over a line end"},
+        {"1,2,3\n4,5,6,7,8,9\n", 1, 2, "two records"},
+        {"1,2,3\n\n1,2,3,4\n", 1, 3, "too many values"},
+        {"1,2,3\n1,2,3,,\n", 1, 2, "too many commas"},
+        {"Field 7\n1,2,3\n", 1, 1, "a header"},
+        {"1,2,\n3\n", 1, 2, "a value where a record was to begin"},
+        {"1\n,2\n", 2, 1, "a value a line"}};
+    for (const auto& [bytes, lines, first, what] : cases) {
         const ImportSummary summary = import(bytes).summary;
-        return std::to_string(summary.linesNotFitting) + " from " +
-               std::to_string(summary.firstLineNotFitting);
-    };
-    EXPECT_EQ(notFitting("1,2,3\n\n 4 5 6 \n , \t , \n7,8,9,\n1,2,\n3,4,\n,,\n"), "0 from 0");
-    EXPECT_EQ(notFitting("1,2,3\n4,5\n6\n7,8,9\n"), "2 from 2") << "read on over a line end";
-    EXPECT_EQ(notFitting("1,2,3\n4,5,6,7,8,9\n"), "1 from 2") << "two records";
-    EXPECT_EQ(notFitting("1,2,3\n\n1,2,3,4\n"), "1 from 3") << "too many values";
-    EXPECT_EQ(notFitting("1,2,3\n1,2,3,,\n"), "1 from 2");
-    EXPECT_EQ(notFitting("Field 7\n1,2,3\n"), "1 from 1") << "a header";
-    EXPECT_EQ(notFitting("1,2,\n3\n"), "1 from 2") << "a value where a record was to begin";
-    EXPECT_EQ(notFitting("1\n,2\n"), "2 from 1");
+        EXPECT_EQ(summary.linesNotFitting, lines) << what;
+        EXPECT_EQ(summary.firstLineNotFitting, first) << what;
+    }
 }
 
 TEST_F(GenericFile, CutShortByItsEndLosesTheLastRecord) {
@@ -112,13 +102,9 @@ TEST_F(GenericFile, WithDecimalCommasHasSemicolonsBetweenItsValues) {
     options.decimalCommas = true;
     const Survey survey = import("1,25;-2,5;3\r\n\"4,5\" ; +,5\t;1,5E1;\n0,1;1234567,125;,0\n").survey;
     ASSERT_EQ(survey.NumSites, 3);
-    EXPECT_EQ(survey.SiteData(kX, 0), 1.25);
-    EXPECT_EQ(survey.SiteData(kY, 0), -2.5);
-    EXPECT_EQ(survey.SiteData(kX, 1), 4.5);
-    EXPECT_EQ(survey.SiteData(kY, 1), 0.5);
-    EXPECT_EQ(survey.SiteData(kEM1, 1), 15);
-    EXPECT_EQ(survey.SiteData(kX, 2), 0.1);
-    EXPECT_EQ(survey.SiteData(kY, 2), 1234567.125);
+    EXPECT_EQ(readingsOf(survey, kX), (std::vector{1.25, 4.5, 0.1}));
+    EXPECT_EQ(readingsOf(survey, kY), (std::vector{-2.5, 0.5, 1234567.125}));
+    EXPECT_EQ(readingsOf(survey, kEM1), (std::vector{3.0, 15.0, 0.0}));
     EXPECT_EQ(import("1," + std::string(400, '3') + ";2;3\n").survey.SiteData(kX, 0), 4.0 / 3);
 }
 

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/import_notices.h"
 
+#include "import/error_log.h"
 #include "rows/row_detection.h"
 #include "support/made_survey.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace tessel {
 
@@ -42,10 +39,12 @@ class ImportNotices : public testing::Test {
     ImportNotices() {
         import.path = "/surveys/field.csv";
         import.linesRead = 9;
-        import.rejected = {{"  -> non-numeric X-coord data", 2, 1},
-                           { "  -> 1st EM reading below cut-off",
-                             1,
-                             7 }};
+        using Rejected = RejectedLines;
+        import.rejected = {Rejected{std::string(reject_reason::kX), 2, 1}, Rejected {
+                               std::string(reject_reason::kEM1BelowCutoff),
+                               1,
+                               7
+                           }};
         import.logPath = "/logs/error_log.dat";
         import.firstLogLines = {"Line # 1 a", "Line # 2 b", "Line # 7 c"};
     }
@@ -220,48 +219,36 @@ TEST_F(ImportNotices, ShowNumbersOfAnySizeInAFewCharacters) {
     EXPECT_EQ(lines[7], "X | -1.00000e+200 .. 123456789012.50 m");
 }
 
-TEST_F(ImportNotices, WarnOfLinesThatDoNotFitTheLayout) {
-    import.linesNotFitting = 1;
-    import.firstLineNotFitting = 4;
-    EXPECT_EQ(warnings(),
-              Lines{"1 line does not hold as many values as the layout takes (first in line 4): values "
-                    "may have been read across line ends."});
-    import.linesNotFitting = 7;
-    EXPECT_EQ(warnings().at(0).substr(0, 20), "7 lines do not hold ");
-}
-
-TEST_F(ImportNotices, WarnOfFieldsThatAreCut) {
-    import.linesCut = 12;
-    import.firstLineCut = 3;
-    EXPECT_EQ(warnings(),
-              Lines{"In 12 lines an edge of a field cuts through digits (first in line 3): values lack "
-                    "digits, or hold some of their neighbours'. Compare the positions of the fields "
-                    "with the ruler of the import."});
-}
-
-TEST_F(ImportNotices, WarnOfAFileThatIsNoText) {
-    import.kind.isText = false;
-    EXPECT_EQ(warnings(), Lines{"This is not a text file."});
-}
-
-TEST_F(ImportNotices, WarnOfTabsWhereColumnsOfCharactersWereRead) {
+TEST_F(ImportNotices, WarnOfHowTheFileWasRead) {
+    const std::tuple<std::function<void(ImportSummary&)>, const char*> cases[] = {
+        {[](ImportSummary& read) { read.linesNotFitting = 1, read.firstLineNotFitting = 4; },
+         "1 line does not hold as many values as the layout takes (first in line 4): values may have been "
+         "read across line ends."},
+        {[](ImportSummary& read) { read.linesNotFitting = 7, read.firstLineNotFitting = 4; },
+         "7 lines do not hold as many values as the layout takes (first in line 4): values may have been "
+         "read across line ends."},
+        {[](ImportSummary& read) { read.linesCut = 12, read.firstLineCut = 3; },
+         "In 12 lines an edge of a field cuts through digits (first in line 3): values lack digits, or hold "
+         "some of their neighbours'. Compare the positions of the fields with the ruler of the import."},
+        {[](ImportSummary& read) { read.kind.isText = false; }, "This is not a text file."},
+        {[](ImportSummary& read) { read.kind.tabs = read.fixedColumns = true; },
+         "Tabs stand between the values of this file: columns of characters do not line up. “Inport a "
+         "generic Sensor file” reads such a file."},
+        {[](ImportSummary& read) { read.kind.decimalCommas = true; },
+         "Semicolons stand between the values of this file and its decimal signs are commas, but it was not "
+         "read so. “Inport a generic Sensor file” has a box to tick for that."}};
+    const ImportSummary plain = import;
+    for (const auto& [change, warning] : cases) {
+        import = plain;
+        change(import);
+        EXPECT_EQ(warnings(), Lines{warning});
+    }
+    import.decimalCommasRead = true;
+    EXPECT_TRUE(warnings().empty());
+    import = plain;
     import.kind.tabs = true;
     EXPECT_TRUE(warnings().empty());
     EXPECT_EQ(linesOf(description())[1], "Format | tabs between values");
-    import.fixedColumns = true;
-    EXPECT_EQ(warnings(),
-              Lines{"Tabs stand between the values of this file: columns of characters do not line up. "
-                    "“Inport a generic Sensor file” reads such a file."});
-}
-
-TEST_F(ImportNotices, WarnOfDecimalCommasThatWereNotReadAsSuch) {
-    import.kind.decimalCommas = true;
-    EXPECT_EQ(
-        warnings(),
-        Lines{"Semicolons stand between the values of this file and its decimal signs are commas, but it was "
-              "not read so. “Inport a generic Sensor file” has a box to tick for that."});
-    import.decimalCommasRead = true;
-    EXPECT_TRUE(warnings().empty());
 }
 
 TEST_F(ImportNotices, TellHowTheFileIsWritten) {

@@ -5,12 +5,6 @@
 #include "import/generic_reader.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-#include <set>
-#include <sstream>
-
 namespace tessel {
 
 namespace {

@@ -8,11 +8,6 @@
 #include "rows/row_detection.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cmath>
-
 namespace tessel {
 
 namespace {
@@ -24,7 +19,7 @@ FieldColumns columns(int start, int end) {
 }
 
 // Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111".
-class OddInput : public testing::Test {
+class OddInput : public FolderTest {
   protected:
     OddInput() {
         options.errorLogPath = folder / "error_log.dat";
@@ -37,8 +32,8 @@ class OddInput : public testing::Test {
         options.EM1Field = columns(24, 31);
     }
 
-    ImportResult import(const std::string& path) {
-        options.path = path;
+    ImportResult import(const std::string& file) {
+        options.path = file;
         ImportResult result = importTrimbleFile(options);
         if (result.rows == ImportedRows::kUsable) {
             Calculate_NumPoints(result.survey);
@@ -82,16 +77,8 @@ class OddInput : public testing::Test {
                             std::abs(survey.SiteData(column, site)) * 1e-14);
     }
 
-    const TemporaryFolder folder;
     TrimbleOptions options;
 };
-
-std::string siteLines(int sites) {
-    std::string bytes;
-    for (int i = 0; i < sites; ++i)
-        bytes += "   1 " + std::to_string(10'000'000 + i) + " 20000000       12\r\n";
-    return bytes;
-}
 
 }  // namespace
 
@@ -137,48 +124,24 @@ TEST_F(OddInput, OfFourHundredDigitsIsExactOrNotNumeric) {
     EXPECT_EQ(result.rejected, 1);
 }
 
-TEST_F(OddInput, WithAllSitesAtOnePlaceIsOneRow) {
-    const ImportResult result = importNamed("all_at_one_place.dat");
-    EXPECT_EQ(result.survey.NumRows, 1);
-    EXPECT_EQ(result.survey.NumPoints[1], 30);
-    EXPECT_EQ(result.survey.MaxTrueDist, 0);
-}
-
-TEST_F(OddInput, WithMissingFixesKeepsThemAsSitesFarAway) {
-    const ImportResult result = importNamed("missing_fixes_at_zero.dat");
-    EXPECT_EQ(result.survey.NumSites, 11);
-    EXPECT_EQ(result.survey.NumRows, 5);  // each missing fix parts the row, and is one
-}
-
-TEST_F(OddInput, OfNegativeCoordinatesOnlyIsRead) {
-    const ImportResult result = importNamed("negative_coordinates_only.dat");
-    EXPECT_EQ(result.survey.NumSites, 5);
-    EXPECT_EQ(result.survey.SiteData(kX, 4), -105);
-    EXPECT_EQ(result.survey.NumRows, 1);
-}
-
-TEST_F(OddInput, OfRowsOfOneSiteIsRead) {
-    const ImportResult result = importNamed("rows_of_one_site.dat");
-    EXPECT_EQ(result.survey.NumSites, 20);
-    EXPECT_EQ(result.survey.NumRows, 19);  // the first gap parts no rows
-    EXPECT_EQ(result.survey.NumPoints[1], 2);
-    for (std::size_t row = 2; row <= 19; ++row)
-        EXPECT_EQ(result.survey.NumPoints[row], 1);
-}
-
-TEST_F(OddInput, MayHaveAnyNameThatTheSystemAllows) {
-    for (const std::string& name : std::initializer_list<std::string>{
-             "two  blanks .dat", "\"quoted\" 'twice'.dat",
-             "Gr\xC3\xBC\xC3\x9F"
-             "e.dat",
-             "100%n %s %1.dat", "not UTF-8 \xFC\xDF.dat", "; rm -rf $HOME `ls` | cat.dat", "-rf",
-             "line\nfeed.dat", "UPPER.DAT", std::string(200, 'x')}) {
-        SCOPED_TRACE(name);
-        writeFile(folder / name, siteLines(3));
-        EXPECT_EQ(import(folder / name).survey.NumSites, 3);
-        writeTransectFile(import(folder / name).survey, folder / ("out " + name), {});
-        EXPECT_FALSE(readFile(folder / ("out " + name)).empty());
+TEST_F(OddInput, HasItsRows) {
+    const std::tuple<const char*, SiteIndex, int, SiteIndex> cases[] = {
+        {"all_at_one_place.dat", 30, 1, 30},
+        {"missing_fixes_at_zero.dat", 11, 5, -1},  // each missing fix parts the row, and is one
+        {"negative_coordinates_only.dat", 5, 1, 5},
+        {"rows_of_one_site.dat", 20, 19, 2}};  // the first gap parts no rows
+    for (const auto& [name, sites, rows, inFirstRow] : cases) {
+        const Survey survey = importNamed(name).survey;
+        EXPECT_EQ(survey.NumSites, sites) << name;
+        EXPECT_EQ(survey.NumRows, rows) << name;
+        if (inFirstRow > 0) {
+            EXPECT_EQ(survey.NumPoints[1], inFirstRow) << name;
+        }
     }
+    EXPECT_EQ(importNamed("all_at_one_place.dat").survey.MaxTrueDist, 0);
+    EXPECT_EQ(importNamed("negative_coordinates_only.dat").survey.SiteData(kX, 4), -105);
+    const auto points = importNamed("rows_of_one_site.dat").survey.NumPoints;
+    EXPECT_TRUE(std::all_of(points.begin() + 2, points.begin() + 20, [](SiteIndex n) { return n == 1; }));
 }
 
 }  // namespace tessel

@@ -7,8 +7,6 @@
 #include "rows/row_turns.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

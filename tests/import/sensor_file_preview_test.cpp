@@ -4,8 +4,6 @@
 #include "base/run_time_error.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

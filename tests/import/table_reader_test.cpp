@@ -9,12 +9,6 @@
 #include "support/survey_invariants.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <filesystem>
-#include <random>
-
 namespace tessel {
 
 namespace {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/table_shape.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

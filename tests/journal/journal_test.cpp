@@ -12,10 +12,6 @@
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
 namespace tessel {
 
 namespace {

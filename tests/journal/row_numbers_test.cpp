@@ -4,10 +4,6 @@
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 namespace tessel {
 
 namespace {

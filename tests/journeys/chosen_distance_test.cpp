@@ -7,14 +7,6 @@
 #include "support/RunningProgram.h"
 #include "support/survey_bits.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

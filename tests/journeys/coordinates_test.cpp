@@ -4,12 +4,6 @@
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -2,14 +2,6 @@
 // Files dropped on the main window.
 #include "support/RunningProgram.h"
 
-#include <QDropEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QUrl>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

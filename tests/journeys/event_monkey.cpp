@@ -5,13 +5,6 @@
 #include "desktop/Guarded.h"
 #include "journeys/monkey/EventMonkey.h"
 
-#include <QCommandLineParser>
-#include <QDesktopServices>
-
-#include <cstdio>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

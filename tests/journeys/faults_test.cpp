@@ -8,13 +8,6 @@
 #include "support/RunningProgram.h"
 #include "support/survey_under_test.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

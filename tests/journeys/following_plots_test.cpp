@@ -7,14 +7,6 @@
 #include "support/PlotWindow.h"
 #include "support/RunningProgram.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

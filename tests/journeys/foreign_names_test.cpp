@@ -7,17 +7,6 @@
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
-#include <QDragEnterEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QTest>
-#include <QUrl>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

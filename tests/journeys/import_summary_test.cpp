@@ -6,14 +6,6 @@
 #include "support/RunningProgram.h"
 #include "support/survey_under_test.h"
 
-#include <QLabel>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

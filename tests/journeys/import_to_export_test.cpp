@@ -1,13 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One survey on its way through the program, from the sensor file to the transect file, byte by byte.
-#include "desktop/FileDialogs.h"
-#include "desktop/TextEditor.h"
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -81,46 +75,18 @@ TEST_F(ImportToExport, WritesTheTransectFileAndTheErrorLogByteByByte) {
     EXPECT_TRUE(main->close());
 }
 
-TEST_F(ImportToExport, OpensTheErrorLogInTheEditor) {
-    expectTrimbleReport(7, 7);
-    importTrimbleFile(*main, entries());
-    theSession().TextEditor = "/bin/ls ";
-    EditorCommand started;
-    setProgramStarter([&](const EditorCommand& command) {
-        started = command;
-        return true;
-    });
-    chooseItem(*main, u"mnuEL"_s);
-    EXPECT_EQ(started.arguments.value(0).toStdString(), folder / "error_log.dat");
-}
-
 TEST_F(ImportToExport, AsksBeforeClosingUntilTheSurveyHasBeenExportedAndAgainAfterAnotherImport) {
-    const QString question =
-        u"Attention: you have not exported an output VARN data file yet!\n"
-        u"Are you sure that you wish to exit the program?"_s;
-    boxes.ask(false, question);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(main->close());
     expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
-    boxes.ask(false, question);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(main->close());
     exportTo(folder / "out.txt");
     expectTrimbleReport(7, 7);
     importTrimbleFile(*main, entries());
-    boxes.ask(false, question);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(main->close());
-}
-
-TEST_F(ImportToExport, OfAFileWithoutUsableLinesDisablesWhatNeedsASurvey) {
-    expectTrimbleReport(7, 7);
-    importTrimbleFile(*main, entries());
-    writeFile(folder / "survey.dat", "no number anywhere in this line\r\n");
-    expectTrimbleReport(0, 1);
-    importTrimbleFile(*main, entries());
-    EXPECT_EQ(theSurvey().NumSites, 0);
-    EXPECT_EQ(theSurvey().NumRows, 0);
-    for (const char16_t* item : {u"mnuIDEW", u"mnuGrid", u"mnuStat", u"mnuEL", u"mnuData"})
-        EXPECT_THROW(chooseItem(*main, QString::fromUtf16(item)), DriverError);
 }
 
 TEST_F(ImportToExport, WritesAnEmptyFileWhenNothingHasBeenImported) {

@@ -6,21 +6,11 @@
 // middle of its CONTROL on the screen are printed, "frmAdjustData 312 417"; then the program runs until it is
 // ended.
 #include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/Guarded.h"
 #include "program/Program.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
-
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-
-#include <cstdio>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

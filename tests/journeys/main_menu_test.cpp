@@ -3,13 +3,6 @@
 #include "support/RunningProgram.h"
 #include "support/survey_under_test.h"
 
-#include <gtest/gtest.h>
-
-#include <tuple>
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {
@@ -69,9 +62,7 @@ TEST_F(MainMenu, AsksBeforeItEndsWhenSitesOrRowsAreOthersThanThoseExported) {
     waitUntilClosed(u"frmDataEdit"_s);
     EXPECT_TRUE(theSession().DataSaved) << "the same rows by another distance";
     inRowDialog(u"Option1"_s, {u"Text2"_s, u"Text3"_s}, {u"1"_s, u"2"_s});
-    boxes.ask(false,
-              u"Attention: you have not exported an output VARN data file yet!\n"
-              u"Are you sure that you wish to exit the program?"_s);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(main->close());
 }
 

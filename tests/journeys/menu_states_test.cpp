@@ -6,13 +6,6 @@
 #include "support/PlotWindow.h"
 #include "support/RunningProgram.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdio>
-#include <numeric>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -4,15 +4,6 @@
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
-#include <QApplication>
-#include <QScreen>
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -4,16 +4,6 @@
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
-#include <QApplication>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <tuple>
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -6,14 +6,6 @@
 #include "plots/frmClip.h"
 #include "support/RunningProgram.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QImage>
-#include <QMenu>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

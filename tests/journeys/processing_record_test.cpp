@@ -4,15 +4,6 @@
 #include "desktop/FileDialogs.h"
 #include "support/RunningProgram.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

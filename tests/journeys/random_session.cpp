@@ -5,12 +5,6 @@
 #include "desktop/Guarded.h"
 #include "journeys/random/RandomSession.h"
 
-#include <QCommandLineParser>
-
-#include <cstdio>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

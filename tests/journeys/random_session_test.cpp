@@ -2,8 +2,6 @@
 // Three thousand random acts in the real windows; random_session makes as many as wanted.
 #include "journeys/random/RandomSession.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 TEST(RandomSession, MakesThreeThousandActsWithoutADifferenceFromThePlainModel) {

@@ -3,7 +3,6 @@
 // works that writes elsewhere, and what would write into the folder says so.
 #include "app/frmMain.h"
 #include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/editor_settings.h"
 #include "program/Program.h"
@@ -15,13 +14,6 @@
 #include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <optional>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -3,13 +3,6 @@
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
-#include <QLineEdit>
-#include <gtest/gtest.h>
-
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

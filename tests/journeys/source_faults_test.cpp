@@ -5,17 +5,8 @@
 #include "support/RunningProgram.h"
 #include "support/reads.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <functional>
-#include <optional>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/un.h>
-#include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -9,11 +9,6 @@
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -4,19 +4,9 @@
 #include "desktop/FileDialogs.h"
 #include "drawing/PictureBox.h"
 #include "journal/journal.h"
-#include "plots/Chart2D.h"
 #include "support/PlotWindow.h"
 #include "support/RunningProgram.h"
 #include "support/plain_survey.h"
-
-#include <QLabel>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <sstream>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -12,14 +12,6 @@
 #include "support/RunningProgram.h"
 #include "support/survey_bits.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -3,7 +3,6 @@
 //     varn-tessel-walkthrough SAMPLES FOLDER
 // leaves the exported transect file, the error log and the pictures in FOLDER.
 #include "app/frmMain.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "drawing/PictureBox.h"
@@ -11,16 +10,6 @@
 #include "program/Program.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
-
-#include <QDir>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTextStream>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -4,24 +4,6 @@
 #include "base/palette16.h"
 #include "base/run_time_error.h"
 
-#include <QBuffer>
-#include <QImage>
-#include <QPainter>
-#include <QPdfWriter>
-#include <QProcess>
-#include <QSignalSpy>
-#include <QTest>
-#include <QWheelEvent>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <memory>
-#include <utility>
-#include <vector>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using Axis = Chart2D::Axis;

@@ -4,7 +4,6 @@
 #include "app/frmMain.h"
 #include "base/palette16.h"
 #include "base/session.h"
-#include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
 #include "plots/frmClip.h"
 #include "program/Program.h"
@@ -12,17 +11,6 @@
 #include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
 #include "support/survey_under_test.h"
-
-#include <QImage>
-#include <QPointer>
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -244,6 +232,11 @@ class ClipWindow : public testing::Test {
     }
     static QRgb colour(int number) { return kBasicPalette[static_cast<std::size_t>(number)]; }
 
+    // Closes the window with the sites still masked.
+    void giveUp() {
+        boxes.ask(true, kExitQuestion);
+        closeWindow();
+    }
     void closeWindow() {
         window->mnuDone->trigger();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -6,11 +6,6 @@
 #include "support/RowPlots.h"
 #include "support/survey_under_test.h"
 
-#include <QImage>
-#include <QSignalSpy>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

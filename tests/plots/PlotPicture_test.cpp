@@ -7,16 +7,6 @@
 #include "plots/ColourScale.h"
 #include "plots/SeriesPainter.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QLabel>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

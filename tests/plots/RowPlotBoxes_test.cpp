@@ -2,12 +2,6 @@
 #include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
 
-#include <QSignalSpy>
-
-#include <numeric>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using Point = Chart2D::Point;

@@ -3,8 +3,6 @@
 #include "support/RowPlots.h"
 #include "support/survey_under_test.h"
 
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using Axis = Chart2D::Axis;

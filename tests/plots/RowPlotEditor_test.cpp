@@ -3,10 +3,6 @@
 
 #include "support/RowPlots.h"
 
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using Point = Chart2D::Point;

@@ -2,14 +2,8 @@
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
-#include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
 #include "support/temporary_folder.h"
-
-#include <QFile>
-#include <QPainter>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

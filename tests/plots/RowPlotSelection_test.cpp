@@ -3,8 +3,6 @@
 #include "plots/RowPlotEditor.h"
 #include "support/RowPlots.h"
 
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using Point = Chart2D::Point;

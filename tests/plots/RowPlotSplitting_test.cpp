@@ -2,8 +2,6 @@
 #include "support/RowPlots.h"
 #include "support/survey_under_test.h"
 
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 TEST_F(RowPlots, DivideARowBeforeTheSiteThatIsSelected) {

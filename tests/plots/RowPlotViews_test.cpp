@@ -3,10 +3,6 @@
 #include "plots/chart_views.h"
 #include "support/RowPlots.h"
 
-#include <QWheelEvent>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/axis_ticks.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 namespace tessel {
 
 namespace {

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_points.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <random>
-
 namespace tessel {
 
 namespace {

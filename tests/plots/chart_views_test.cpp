@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_views.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

@@ -3,9 +3,6 @@
 #include "support/TextAtPaint.h"
 #include "support/survey_under_test.h"
 
-#include <QElapsedTimer>
-#include <QWheelEvent>
-
 namespace tessel {
 
 TEST_F(ClipWindow, ChangesItsControlsWhenClippingIsSwitchedOnAndOff) {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
 
-#include <QWheelEvent>
-
 namespace tessel {
 
 namespace {
@@ -64,8 +62,7 @@ TEST_F(ClipWindowState, IsToldUnderThePicture) {
     EXPECT_EQ(line(), kFirst + kFull);
     click(window->cmdClipOff);
     EXPECT_EQ(line(), kBegin + kFull);
-    boxes.ask(true, kExitQuestion);
-    closeWindow();
+    giveUp();
 }
 
 TEST_F(ClipWindowState, NamesTheZoneThatIsShown) {
@@ -130,8 +127,7 @@ TEST_F(ClipWindowState, CompletesARectangleThatIsDragged) {
     drag(pixelOfSite(31, 120.8), pixelOfSite(15, 115));
     EXPECT_EQ(window->lblMS->text(), u"3"_s);
     click(window->cmdClipOff);
-    boxes.ask(true, kExitQuestion);
-    closeWindow();
+    giveUp();
 }
 
 TEST_F(ClipWindowState, WaitsForTheSecondClickAfterAPressThatHardlyMoved) {
@@ -157,8 +153,7 @@ TEST_F(ClipWindowState, TakesTheCornerOfTheLastMoveWhereADragEnds) {
     releaseAt(pixelOfSite(31, 99.2));
     EXPECT_FALSE(window->cmdClipOff->isEnabled());
     QTest::keyClick(window, Qt::Key_Escape);
-    boxes.ask(true, kExitQuestion);
-    closeWindow();
+    giveUp();
 }
 
 TEST_F(ClipWindowState, CompletesWithTheSecondClickAndNotWithItsRelease) {
@@ -172,8 +167,7 @@ TEST_F(ClipWindowState, CompletesWithTheSecondClickAndNotWithItsRelease) {
     releaseAt(pixelOfSite(31, 120));
     EXPECT_EQ(window->lblMS->text(), u"1"_s);
     EXPECT_TRUE(window->cmdClipOff->isEnabled());
-    boxes.ask(true, kExitQuestion);
-    closeWindow();
+    giveUp();
 }
 
 TEST_F(ClipWindowState, GivesUpARectangleThatIsBeingDragged) {
@@ -195,8 +189,7 @@ TEST_F(ClipWindowState, MasksNothingOutOfSightWhereADragLeavesTheMap) {
     const QPoint from = pixelOfSite(5, 120.8);
     drag(from, QPoint(window->picMapZoom->width() + 900, window->picMapZoom->height() + 900));
     EXPECT_EQ(window->lblMS->text(), u"1"_s);
-    boxes.ask(true, kExitQuestion);
-    closeWindow();
+    giveUp();
 }
 
 }  // namespace tessel

@@ -4,8 +4,6 @@
 #include "plots/ClipWindow.h"
 #include "support/survey_under_test.h"
 
-#include <QMap>
-
 namespace tessel {
 
 TEST_F(ClipWindow, OpensWithNothingDrawn) {
@@ -64,24 +62,11 @@ TEST_F(ClipWindow, ShowsASingleSiteInTheMiddle) {
 }
 
 TEST_F(ClipWindow, ShowsEachZoneWithoutComputingTheExtentAnew) {
-    const QMap<QString, Rectangle> zones = {{u"mnuZnorth"_s, Rectangle::at(-0.05, -0.05, 1.1, 0.2)},
-                                            {u"mnuZsouth"_s, Rectangle::at(-0.05, 0.85, 1.1, 0.2)},
-                                            {u"mnuZwest"_s, Rectangle::at(-0.05, -0.05, 0.2, 1.1)},
-                                            {u"mnuZeast"_s, Rectangle::at(0.85, -0.05, 0.2, 1.1)},
-                                            {u"mnuZnw"_s, Rectangle::at(-0.05, -0.05, 0.55, 0.55)},
-                                            {u"mnuZne"_s, Rectangle::at(0.5, -0.05, 0.55, 0.55)},
-                                            {u"mnuZsw"_s, Rectangle::at(-0.05, 0.5, 0.55, 0.55)},
-                                            {u"mnuZse"_s, Rectangle::at(0.5, 0.5, 0.55, 0.55)},
-                                            {u"mnuZw13"_s, Rectangle::at(-0.05, -0.05, 0.35, 1.1)},
-                                            {u"mnuZc13v"_s, Rectangle::at(0.3, -0.05, 0.4, 1.1)},
-                                            {u"mnuZe13"_s, Rectangle::at(0.7, -0.05, 0.35, 1.1)},
-                                            {u"mnuZn13"_s, Rectangle::at(-0.05, -0.05, 1.1, 0.35)},
-                                            {u"mnuZc13h"_s, Rectangle::at(-0.05, 0.3, 1.1, 0.4)},
-                                            {u"mnuZs13"_s, Rectangle::at(-0.05, 0.7, 1.1, 0.35)}};
     openOnFullMap();
-    for (const auto& [item, scale] : zones.asKeyValueRange()) {
+    for (const MapZone& zone : kMapZones) {
+        const QString item = QString::fromLatin1(zone.item.data(), qsizetype(zone.item.size()));
         choose(item);
-        EXPECT_EQ(window->picMapZoom->scale(), scale) << item.toStdString();
+        EXPECT_EQ(window->picMapZoom->scale(), zone.window) << item.toStdString();
         expectState(kBrowsing, 0, 0);
         int inSight = 0;
         for (const Record& site : expected) {
@@ -173,22 +158,15 @@ TEST_F(ClipWindow, LetsTheMapGrowBeforeTheEyesButNotFasterThanTheyFollow) {
     }
 }
 
-TEST_F(ClipWindow, OpensItsThreeHelpDocumentsAndTheFirstWithF1) {
+TEST_F(ClipWindow, OpensItsThreeHelpDocuments) {
     open();
     theSession().AppDir = "/no/such/directory";
-    const auto expectDocument = [this](int number) {
+    for (const int number : {1, 2, 3}) {
         boxes.tell(
             u"Warning!  File resource error.  VARN can not find the following file:\n"
-            u"/no/such/directory/helpdocs/hdoc%1.rtf"_s.arg(number));
-    };
-    expectDocument(108);
-    choose(u"mnuGDRH1"_s);
-    expectDocument(109);
-    choose(u"mnuGDRH2"_s);
-    expectDocument(110);
-    choose(u"mnuGDRH3"_s);
-    expectDocument(108);
-    QTest::keyClick(window, Qt::Key_F1);
+            u"/no/such/directory/helpdocs/hdoc%1.rtf"_s.arg(107 + number));
+        choose(u"mnuGDRH%1"_s.arg(number));
+    }
     EXPECT_EQ(boxes.pending(), 0);
 }
 

@@ -7,13 +7,6 @@
 #include "support/UserDriver.h"
 #include "support/temporary_folder.h"
 
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

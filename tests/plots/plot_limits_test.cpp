@@ -5,10 +5,6 @@
 #include "rows/row_detection.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 namespace tessel {
 
 namespace {

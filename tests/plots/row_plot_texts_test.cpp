@@ -3,8 +3,6 @@
 
 #include "app/survey.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 TEST(RowPlotTexts, CountTheRowsPoints) {

@@ -1,13 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/site_masking.h"
-#include "plots/site_records.h"
 #include "rows/row_editing.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-#include <set>
+#include "support/made_survey.h"
 
 namespace tessel {
 
@@ -15,7 +9,7 @@ namespace tessel {
 namespace plain {
 
 struct Model {
-    std::vector<Site> sites;
+    std::vector<MadeSite> sites;
     std::set<double> masked;  // by site ID number
     int numRows;
 
@@ -24,12 +18,12 @@ struct Model {
         const double east = std::max(e.surveyX(x1), e.surveyX(x2));
         const double south = std::min(e.surveyY(y1), e.surveyY(y2));
         const double north = std::max(e.surveyY(y1), e.surveyY(y2));
-        for (const Site& site : sites)
+        for (const MadeSite& site : sites)
             if (site.x > west && site.x < east && site.y > south && site.y < north) masked.insert(site.id);
     }
 
     void deleteMasked() {
-        std::erase_if(sites, [this](const Site& site) { return masked.contains(site.id); });
+        std::erase_if(sites, [this](const MadeSite& site) { return masked.contains(site.id); });
         masked.clear();
     }
 
@@ -40,7 +34,7 @@ struct Model {
             if (step != 0 && step != 1) ok = false;
         }
         if (!ok) {
-            for (Site& site : sites)
+            for (MadeSite& site : sites)
                 site.row = 1;
             numRows = 1;
         }
@@ -64,8 +58,8 @@ class RandomSurveys : public testing::TestWithParam<unsigned> {
     double between(int low, int high) { return std::uniform_int_distribution(low, high)(random); }
 
     // On a coarse grid, so that rectangle edges fall onto sites.
-    std::vector<Site> makeSites(int rows) {
-        std::vector<Site> sites;
+    std::vector<MadeSite> makeSites(int rows) {
+        std::vector<MadeSite> sites;
         for (int row = 1; row <= rows; ++row)
             for (int k = static_cast<int>(between(1, 12)); k > 0; --k)
                 sites.push_back({between(0, 16), between(0, 16), between(1, 99), between(1, 99),
@@ -77,7 +71,7 @@ class RandomSurveys : public testing::TestWithParam<unsigned> {
 TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
     const int rows = static_cast<int>(between(1, 9));
     plain::Model model{makeSites(rows), {}, rows};
-    Survey survey = surveyOf(model.sites);
+    Survey survey = surveyWithRows(model.sites);
     survey.NumRows = survey.RowIndex = rows;
     survey.chooseDistance(static_cast<int>(between(1, 3)));
     Calculate_Chosen_Distance(survey);
@@ -96,7 +90,7 @@ TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
         const auto before = model.sites.size();
         model.deleteMasked();
         EXPECT_EQ(deleteMaskedSites(survey, mask).sites, static_cast<SiteIndex>(before - model.sites.size()));
-        EXPECT_EQ(recordsOf(survey), model.sites);
+        EXPECT_EQ(sitesIn(survey), model.sites);
         Survey fresh = survey;
         Calculate_Chosen_Distance(fresh);
         EXPECT_EQ(survey.TrueDist, fresh.TrueDist);
@@ -105,7 +99,7 @@ TEST_P(RandomSurveys, AreMaskedDeletedAndCheckedAsThePlainRulesSay) {
     }
     if (survey.NumSites == 0) return;
     EXPECT_EQ(validated(survey), model.validate());
-    EXPECT_EQ(recordsOf(survey), model.sites);
+    EXPECT_EQ(sitesIn(survey), model.sites);
     EXPECT_EQ(survey.NumRows, model.numRows);
     const auto kept = survey.NumPoints;
     Calculate_NumPoints(survey);

@@ -2,33 +2,28 @@
 #include "plots/site_masking.h"
 
 #include "base/run_time_error.h"
-#include "plots/site_records.h"
 #include "rows/row_detection.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <map>
+#include "support/made_survey.h"
 
 namespace tessel {
 
 namespace {
 
 Survey surveyAt(const std::vector<std::pair<double, double>>& places) {
-    std::vector<Site> sites;
+    std::vector<MadeSite> sites;
     for (const auto& [x, y] : places)
         sites.push_back({x, y, 1, 2, 1, static_cast<double>(sites.size())});
-    Survey survey = surveyOf(sites);
+    Survey survey = surveyWithRows(sites);
     survey.NumRows = survey.RowIndex = 1;
     return survey;
 }
 
-Survey surveyWithRows(const std::vector<double>& rows, int numRows) {
-    std::vector<Site> sites;
+Survey rowsNumbered(const std::vector<double>& rows, int numRows) {
+    std::vector<MadeSite> sites;
     for (const double row : rows)
         sites.push_back(
             {static_cast<double>(sites.size()), row, 1, 2, row, static_cast<double>(sites.size())});
-    Survey survey = surveyOf(sites);
+    Survey survey = surveyWithRows(sites);
     survey.NumRows = survey.RowIndex = numRows;
     return survey;
 }
@@ -37,44 +32,33 @@ SiteMaskArray maskFor(const Survey& survey) {
     return SiteMaskArray(static_cast<std::size_t>(survey.NumSites), 0);
 }
 
-void expectExtent(const MapExtent& extent, double xMin, double xMax, double yMin, double yMax) {
-    EXPECT_EQ(extent.MapXMin, xMin);
-    EXPECT_EQ(extent.MapXMax, xMax);
-    EXPECT_EQ(extent.MapYMin, yMin);
-    EXPECT_EQ(extent.MapYMax, yMax);
+// The extent of a map of these sites: left, right, bottom, top.
+std::array<double, 4> extentOf(const std::vector<std::pair<double, double>>& places, bool trueScale) {
+    const MapExtent extent = SetMapScale(surveyAt(places), trueScale);
+    return {extent.MapXMin, extent.MapXMax, extent.MapYMin, extent.MapYMax};
 }
 
 }  // namespace
 
-TEST(MapScale, StretchesEachAxisOverItsOwnExtent) {
-    expectExtent(SetMapScale(surveyAt({{-3, 100}, {7, 120}, {2, 90}}), false), -3, 7, 90, 120);
-}
-
-TEST(MapScale, WidensTheShorterXAxisAroundItsCentreInTrueResolution) {
-    expectExtent(SetMapScale(surveyAt({{0, 100}, {10, 140}}), true), -15, 25, 100, 140);
-}
-
-TEST(MapScale, WidensTheShorterYAxisAroundItsCentreInTrueResolution) {
-    expectExtent(SetMapScale(surveyAt({{0, 100}, {40, 110}}), true), 0, 40, 85, 125);
-}
-
-TEST(MapScale, LeavesASquareFieldAsItIsInTrueResolution) {
-    expectExtent(SetMapScale(surveyAt({{0, 5}, {8, 13}}), true), 0, 8, 5, 13);
-}
-
-TEST(MapScale, GivesAnAxisWithoutExtentOneUnit) {
-    expectExtent(SetMapScale(surveyAt({{4, 100}, {4, 140}}), false), 3.5, 4.5, 100, 140);
-    expectExtent(SetMapScale(surveyAt({{0, 100}, {40, 100}}), false), 0, 40, 99.5, 100.5);
-}
-
-TEST(MapScale, GivesAnAxisWithoutExtentTheOtherOnesInTrueResolution) {
-    expectExtent(SetMapScale(surveyAt({{4, 100}, {4, 140}}), true), -16, 24, 100, 140);
-    expectExtent(SetMapScale(surveyAt({{0, 100}, {40, 100}}), true), 0, 40, 80, 120);
-}
-
-TEST(MapScale, PutsASingleSiteIntoTheMiddleOfOneUnit) {
-    for (const bool trueScale : {false, true})
-        expectExtent(SetMapScale(surveyAt({{7, -2}}), trueScale), 6.5, 7.5, -2.5, -1.5);
+TEST(MapScale, StretchesEachAxisOverItsExtentAndWidensTheShorterOneInTrueResolution) {
+    const double most = std::numeric_limits<double>::max();
+    const std::tuple<const char*, std::vector<std::pair<double, double>>, bool, std::array<double, 4>>
+        cases[] = {{"own extents", {{-3, 100}, {7, 120}, {2, 90}}, false, {-3, 7, 90, 120}},
+                   {"X is shorter", {{0, 100}, {10, 140}}, true, {-15, 25, 100, 140}},
+                   {"Y is shorter", {{0, 100}, {40, 110}}, true, {0, 40, 85, 125}},
+                   {"a square", {{0, 5}, {8, 13}}, true, {0, 8, 5, 13}},
+                   {"no extent along X is one unit", {{4, 100}, {4, 140}}, false, {3.5, 4.5, 100, 140}},
+                   {"and along Y", {{0, 100}, {40, 100}}, false, {0, 40, 99.5, 100.5}},
+                   {"or that of Y", {{4, 100}, {4, 140}}, true, {-16, 24, 100, 140}},
+                   {"or that of X", {{0, 100}, {40, 100}}, true, {0, 40, 80, 120}},
+                   {"a single site", {{7, -2}}, false, {6.5, 7.5, -2.5, -1.5}},
+                   {"and in true resolution", {{7, -2}}, true, {6.5, 7.5, -2.5, -1.5}},
+                   {"no farther than the largest double",
+                    {{-1.5e308, 1e308}, {1.5e308, 1e308}},
+                    true,
+                    {-1.5e308, 1.5e308, 1e308 - 1.5e308, most}}};
+    for (const auto& [what, places, trueScale, extent] : cases)
+        EXPECT_EQ(extentOf(places, trueScale), extent) << what;
 }
 
 TEST(MapScale, IsNeverZeroWhereDoublesAreCoarserThanOneUnit) {
@@ -85,15 +69,10 @@ TEST(MapScale, IsNeverZeroWhereDoublesAreCoarserThanOneUnit) {
 
 TEST(MapScale, TakesAnExtentThatIsTooLongForADouble) {
     const MapExtent extent = SetMapScale(surveyAt({{-1.5e308, 0}, {1.5e308, 1}, {0, 0.5}}), false);
-    expectExtent(extent, -1.5e308, 1.5e308, 0, 1);
+    EXPECT_EQ(extentOf({{-1.5e308, 0}, {1.5e308, 1}, {0, 0.5}}, false),
+              (std::array{-1.5e308, 1.5e308, 0.0, 1.0}));
     EXPECT_EQ(extent.surveyX(0.5), 0);
     EXPECT_EQ(extent.surveyX(1), 1.5e308);
-}
-
-TEST(MapScale, IsWidenedNoFartherThanTheLargestDouble) {
-    const double most = std::numeric_limits<double>::max();
-    expectExtent(SetMapScale(surveyAt({{-1.5e308, 1e308}, {1.5e308, 1e308}}), true), -1.5e308, 1.5e308,
-                 1e308 - 1.5e308, most);
 }
 
 TEST(MapScale, NeedsASite) {
@@ -196,13 +175,13 @@ TEST(Restoring, UnmasksEverySite) {
 
 TEST(Deleting, TakesTheMaskedSitesOutInEveryColumnAndShrinksTheStorage) {
     Survey survey =
-        surveyOf({{1, 2, 3, 4, 1, 10}, {5, 6, 7, 8, 1, 11}, {9, 8, 7, 6, 2, 12}, {5, 4, 3, 2, 3, 13}});
+        surveyWithRows({{1, 2, 3, 4, 1, 10}, {5, 6, 7, 8, 1, 11}, {9, 8, 7, 6, 2, 12}, {5, 4, 3, 2, 3, 13}});
     survey.NumRows = survey.RowIndex = 3;
     survey.chooseDistance(1);
     Calculate_Distance(survey);
     SiteMaskArray mask{1, 0, 1, 0};
     EXPECT_EQ(deleteMaskedSites(survey, mask).sites, 2);
-    EXPECT_EQ(recordsOf(survey), (std::vector<Site>{{5, 6, 7, 8, 1, 11}, {5, 4, 3, 2, 3, 13}}));
+    EXPECT_EQ(sitesIn(survey), (std::vector<MadeSite>{{5, 6, 7, 8, 1, 11}, {5, 4, 3, 2, 3, 13}}));
     EXPECT_EQ(survey.SiteData.capacity(), 2);
     EXPECT_EQ(survey.SiteID.size(), 2U);
     EXPECT_EQ(mask, (SiteMaskArray{0, 0}));
@@ -226,14 +205,16 @@ TEST(Deleting, MayLeaveADistanceWhoseSquareIsTooLarge) {
 
 TEST(Deleting, KeepsEverySiteWhenNothingIsMasked) {
     Survey survey = surveyAt({{0, 0}, {3, 4}});
-    const auto before = recordsOf(survey);
+    const auto before = sitesIn(survey);
     SiteMaskArray mask{0, 0};
     EXPECT_EQ(deleteMaskedSites(survey, mask).sites, 0);
-    EXPECT_EQ(recordsOf(survey), before);
+    EXPECT_EQ(sitesIn(survey), before);
 }
 
 TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
-    Survey survey = surveyOf({{1, 2, 3, 4, 1, 0}, {5, 6, 7, 8, 1, 0}}, false);
+    Survey survey = surveyWithRows({{1, 2, 3, 4, 1, 0}, {5, 6, 7, 8, 1, 0}});
+    survey.SiteIDPresent = false;
+    survey.SiteID.clear();
     survey.chooseDistance(1);
     SiteMaskArray mask{1, 1};
     EXPECT_EQ(deleteMaskedSites(survey, mask).sites, 2);
@@ -244,7 +225,7 @@ TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
 }
 
 TEST(SitesOfARow, AreTheRunsOfItsNumber) {
-    const Survey survey = surveyWithRows({1, 1, 2, 2.4, 3, 2}, 3);
+    const Survey survey = rowsNumbered({1, 1, 2, 2.4, 3, 2}, 3);
     EXPECT_EQ(sitesOfRow(survey, 1), (std::vector<IndexRange>{{0, 2}}));
     EXPECT_EQ(sitesOfRow(survey, 2), (std::vector<IndexRange>{{2, 4}, {5, 6}}));
     EXPECT_EQ(sitesOfRow(survey, 3), (std::vector<IndexRange>{{4, 5}}));

@@ -6,8 +6,6 @@
 #include "analysis/frmHistForm.h"
 #include "analysis/frmSigCorrStruct.h"
 #include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
@@ -15,14 +13,6 @@
 #include "program/Program.h"
 #include "support/UserDriver.h"
 #include "support/survey_under_test.h"
-
-#include <QPrinterInfo>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTextStream>
-#include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -9,8 +9,6 @@
 #include "app/frmAbout.h"
 #include "app/frmHelpTesl.h"
 #include "app/frmMain.h"
-#include "app/survey.h"
-#include "base/session.h"
 #include "drawing/PictureBox.h"
 #include "export/frmOutput.h"
 #include "export/frmSaveTable.h"
@@ -19,7 +17,6 @@
 #include "import/frmGeneric.h"
 #include "import/frmIniDisplay.h"
 #include "import/frmTable.h"
-#include "import/trimble_reader.h"
 #include "journal/frmHistory.h"
 #include "plots/Chart2D.h"
 #include "plots/frmClip.h"
@@ -32,16 +29,6 @@
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
-
-#include <QAccessible>
-#include <QApplication>
-#include <QDirIterator>
-#include <QRegularExpression>
-#include <QTest>
-#include <QXmlStreamReader>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -3,25 +3,11 @@
 
 #include "app/frmMain.h"
 #include "base/session.h"
-#include "desktop/MessageBox.h"
 #include "support/ExpectedBoxes.h"
-
-#include <QApplication>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
-
-#include <csignal>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
 namespace {
-
-const QString kExitQuestion =
-    u"Attention: you have not exported an output VARN data file yet!\n"
-    u"Are you sure that you wish to exit the program?"_s;
 
 class EndOfTheSession : public testing::Test {
   protected:
@@ -59,7 +45,7 @@ class EndOfTheSession : public testing::Test {
 }  // namespace
 
 TEST_F(EndOfTheSession, AsksOnceAndThenLetsGo) {
-    boxes.ask(true, kExitQuestion);
+    boxes.ask(true, kProgramExitQuestion);
     end.commitSession(manager(true));
     EXPECT_EQ(cancelled, 0);
     EXPECT_EQ(released, 1);
@@ -67,10 +53,10 @@ TEST_F(EndOfTheSession, AsksOnceAndThenLetsGo) {
 }
 
 TEST_F(EndOfTheSession, StopsWhenTheAnswerIsNo) {
-    boxes.ask(false, kExitQuestion);
+    boxes.ask(false, kProgramExitQuestion);
     end.commitSession(manager(true));
     EXPECT_EQ(cancelled, 1);
-    boxes.ask(false, kExitQuestion);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(quits());
 }
 
@@ -96,10 +82,10 @@ TEST_F(EndOfTheSession, IsStoppedWhileTheExitQuestionIsOpen) {
 }
 
 TEST_F(EndOfTheSession, LeavesTheMainWindowItsQuestion) {
-    boxes.ask(true, kExitQuestion);
+    boxes.ask(true, kProgramExitQuestion);
     end.commitSession(manager(true));
     main.show();
-    boxes.ask(false, kExitQuestion);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(main.close());
 }
 

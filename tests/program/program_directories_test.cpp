@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/program_directories.h"
 
-#include "base/session.h"
 #include "support/temporary_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <optional>
-#include <string>
 
 namespace tessel {
 

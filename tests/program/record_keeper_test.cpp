@@ -7,10 +7,6 @@
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 namespace tessel {
 
 namespace {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "richtext/rich_text_purpose.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 TEST(RichTextPurpose, IsSaidByAGroupsFirstWord) {

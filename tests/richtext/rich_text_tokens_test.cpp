@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "richtext/rich_text_tokens.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <string>
-#include <vector>
-
 using namespace std::string_view_literals;
 
 namespace tessel {
@@ -43,69 +37,48 @@ TEST(RichTextTokens, CutGroupsWordsAndText) {
     EXPECT_EQ(all[4].text, "text");
 }
 
-TEST(RichTextTokens, TakeOneBlankAfterAWordAndKeepTheNext) {
-    EXPECT_EQ(tokensOf("\\b  x").at(1).text, " x");
-}
-
-TEST(RichTextTokens, ReadNegativeNumbersAndTellAMissingOne) {
+TEST(RichTextTokens, ReadNumbersOfWordsAndTellAMissingOne) {
     EXPECT_EQ(onlyToken("\\fi-360").number, -360);
     EXPECT_FALSE(onlyToken("\\b").hasNumber);
     EXPECT_EQ(onlyToken("\\b").numberOr(1), 1);
     EXPECT_EQ(onlyToken("\\b0").numberOr(1), 0);
     EXPECT_EQ(tokensOf("\\b-x").at(1).text, "-x");
-}
-
-TEST(RichTextTokens, SaturateNumbers) {
+    EXPECT_EQ(tokensOf("\\b  x").at(1).text, " x") << "one blank belongs to the word";
     EXPECT_EQ(onlyToken("\\li" + std::string(400, '9')).number, std::numeric_limits<int>::max());
     EXPECT_EQ(onlyToken("\\li-99999999999").number, -std::numeric_limits<int>::max());
 }
 
-TEST(RichTextTokens, ReadHexadecimalBytes) {
+TEST(RichTextTokens, ReadEscapedBytesSymbolsAndLineBreaks) {
     EXPECT_EQ(onlyToken("\\'e9").number, 0xE9);
     EXPECT_EQ(onlyToken("\\'E9").kind, RichTextToken::kByte);
     EXPECT_EQ(tokensOf("\\'g1").at(0).kind, RichTextToken::kSymbol);
     EXPECT_EQ(tokensOf("\\'g1").at(1).text, "g1");
     EXPECT_EQ(onlyToken("\\'").kind, RichTextToken::kSymbol);
+    for (const char* symbol : {"{", "\\", "*"})
+        EXPECT_EQ(onlyToken(std::string("\\") + symbol).text, symbol);
+    for (const auto& [escaped, word] : {std::pair("\\\n", "par"), {"\\\r\n", "par"}, {"\\\t", "tab"}})
+        EXPECT_EQ(wordOf(onlyToken(escaped)), word);
 }
 
-TEST(RichTextTokens, ReadSymbolsAndEscapedBraces) {
-    EXPECT_EQ(onlyToken("\\{").text, "{");
-    EXPECT_EQ(onlyToken("\\\\").text, "\\");
-    EXPECT_EQ(onlyToken("\\*").text, "*");
-}
-
-TEST(RichTextTokens, TakeAnEscapedLineBreakForAParagraph) {
-    EXPECT_EQ(wordOf(onlyToken("\\\n")), "par");
-    EXPECT_EQ(wordOf(onlyToken("\\\r\n")), "par");
-    EXPECT_EQ(wordOf(onlyToken("\\\t")), "tab");
-}
-
-TEST(RichTextTokens, PassOverLineBreaksAndNulBytes) {
+TEST(RichTextTokens, PassOverLineBreaksNulBytesAndALoneBackslash) {
     const auto all = tokensOf("a\r\nb\0c\0"sv);
     ASSERT_EQ(all.size(), 3u);
     EXPECT_EQ(all[2].text, "c");
-    EXPECT_TRUE(tokensOf("\0\0\0"sv).empty());
+    for (const std::string_view nothing : {"\0\0\0"sv, "\\"sv, ""sv})
+        EXPECT_TRUE(tokensOf(nothing).empty());
 }
 
-TEST(RichTextTokens, GiveABinaryBlockWhole) {
+TEST(RichTextTokens, GiveABinaryBlockWholeButNoMoreThanTheDataHolds) {
     const auto all = tokensOf("\\bin4 {}\\\0x"sv);
     ASSERT_EQ(all.size(), 2u);
     EXPECT_EQ(all[0].kind, RichTextToken::kBinary);
     EXPECT_EQ(all[0].text, "{}\\\0"sv);
     EXPECT_EQ(all[1].text, "x");
-}
-
-TEST(RichTextTokens, DoNotBelieveACountThatTheDataDoesNotHold) {
-    const auto all = tokensOf("\\bin2000000000 still here");
-    ASSERT_EQ(all.size(), 2u);
-    EXPECT_EQ(all[0].text, "");
-    EXPECT_EQ(all[1].text, "still here");
+    const auto more = tokensOf("\\bin2000000000 still here");
+    ASSERT_EQ(more.size(), 2u);
+    EXPECT_EQ(more[0].text, "");
+    EXPECT_EQ(more[1].text, "still here");
     EXPECT_EQ(tokensOf("\\bin-5 x").at(1).text, "x");
-}
-
-TEST(RichTextTokens, EndAtALoneBackslash) {
-    EXPECT_TRUE(tokensOf("\\").empty());
-    EXPECT_TRUE(tokensOf("").empty());
 }
 
 TEST(RichTextTokens, EndWhateverTheBytesAre) {
@@ -127,11 +100,8 @@ TEST(RichTextCharacters, StandForWordsAndSymbols) {
 }
 
 TEST(HexDigit, KnowsBothCases) {
-    EXPECT_EQ(hexDigit('0'), 0);
-    EXPECT_EQ(hexDigit('f'), 15);
-    EXPECT_EQ(hexDigit('A'), 10);
-    EXPECT_EQ(hexDigit('g'), -1);
-    EXPECT_EQ(hexDigit('/'), -1);
+    for (const auto& [digit, value] : {std::pair('0', 0), {'f', 15}, {'A', 10}, {'g', -1}, {'/', -1}})
+        EXPECT_EQ(hexDigit(digit), value) << digit;
 }
 
 }  // namespace tessel

@@ -1,20 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmDataEdit.h"
 
-#include "base/palette16.h"
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
-
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <optional>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -54,8 +44,7 @@ struct Snapshot {
 };
 
 std::vector<double> rowsNow() {
-    const double* const rows = theSurvey().SiteData.column(kRow);
-    return {rows, rows + theSurvey().NumSites};
+    return readingsOf(theSurvey(), kRow);
 }
 
 class RowDialog : public testing::Test {
@@ -71,6 +60,14 @@ class RowDialog : public testing::Test {
         recalculated_ = std::make_unique<QSignalSpy>(dialog_.get(), &frmDataEdit::rowsRecalculated);
         noSitesLeft_ = std::make_unique<QSignalSpy>(dialog_.get(), &frmDataEdit::noSitesLeft);
         dialog_->show();
+    }
+    void activate() {
+        dialog_->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    }
+    void comeToTheFront() {
+        QEvent activation(QEvent::ActivationChange);
+        QApplication::sendEvent(dialog_.get(), &activation);
     }
     void choose(QRadioButton* option) {
         QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2));
@@ -165,8 +162,7 @@ TEST_F(RowDialog, AnOptionShowsItsInputsAndHidesTheOthers) {
         {dialog_->Option3, {u"Text1"_s}, {u"Enter the new true distance value:"_s}},
         {dialog_->Option4, {u"Text5"_s}, {u"Enter the new X distance value:"_s}},
         {dialog_->Option5, {u"Text6"_s}, {u"Enter the new Y distance value:"_s}}};
-    dialog_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    ASSERT_NO_FATAL_FAILURE(activate());
     for (const auto& [option, boxes, labels] : expected) {
         choose(option);
         EXPECT_EQ(visibleInputs(), boxes);
@@ -187,43 +183,32 @@ TEST_F(RowDialog, WithNothingChosenDoesNothing) {
     expectJustOpened();
 }
 
-TEST_F(RowDialog, RefusesToJoinWhatIsNoPairOfRows) {
+TEST_F(RowDialog, RefusesWhatIsNoPairOfRowsNoRowAndNoDistance) {
     const QString notNumeric = u"Invalid Input: you have to enter numeric value(s)"_s;
     const QString outOfRange = u"Invalid Input: row number(s) out of range"_s;
     const QString notConsecutive = u"Invalid Input: you have to enter two consecutive numbers"_s;
-    expectRefused(dialog_->Option1, u"a"_s, u"2"_s, notNumeric);
-    expectRefused(dialog_->Option1, u"1"_s, u"b"_s, notNumeric);
-    expectRefused(dialog_->Option1, u""_s, u""_s, notNumeric);
-    expectRefused(dialog_->Option1, u"99"_s, u""_s, notNumeric);
-    expectRefused(dialog_->Option1, u"0"_s, u"1"_s, outOfRange);
-    expectRefused(dialog_->Option1, u"4"_s, u"5"_s, outOfRange);
-    expectRefused(dialog_->Option1, u"99999"_s, u"99998"_s, outOfRange);
-    expectRefused(dialog_->Option1, u"1"_s, u"3"_s, notConsecutive);
-    expectRefused(dialog_->Option1, u"2"_s, u"2"_s, notConsecutive);
-}
-
-TEST_F(RowDialog, RefusesToDeleteWhatIsNoRow) {
-    const QString outOfRange = u"Invalid Input: row number out of range"_s;
-    expectRefused(dialog_->Option2, u"x"_s, {}, kNotNumeric);
-    expectRefused(dialog_->Option2, u""_s, {}, kNotNumeric);
-    expectRefused(dialog_->Option2, u"0"_s, {}, outOfRange);
-    expectRefused(dialog_->Option2, u"5"_s, {}, outOfRange);
-    expectRefused(dialog_->Option2, u"1e99"_s, {}, outOfRange);
-}
-
-TEST_F(RowDialog, RefusesADistanceThatIsNone) {
+    const std::tuple<QString, QString, QString> pairs[] = {
+        {u"a"_s, u"2"_s, notNumeric},         {u"1"_s, u"b"_s, notNumeric},
+        {u""_s, u""_s, notNumeric},           {u"99"_s, u""_s, notNumeric},
+        {u"0"_s, u"1"_s, outOfRange},         {u"4"_s, u"5"_s, outOfRange},
+        {u"99999"_s, u"99998"_s, outOfRange}, {u"1"_s, u"3"_s, notConsecutive},
+        {u"2"_s, u"2"_s, notConsecutive}};
+    for (const auto& [first, second, message] : pairs)
+        expectRefused(dialog_->Option1, first, second, message);
+    for (const QString& row : {u"x"_s, u""_s})
+        expectRefused(dialog_->Option2, row, {}, kNotNumeric);
+    for (const QString& row : {u"0"_s, u"5"_s, u"1e99"_s})
+        expectRefused(dialog_->Option2, row, {}, u"Invalid Input: row number out of range"_s);
     for (QRadioButton* option : {dialog_->Option3, dialog_->Option4, dialog_->Option5}) {
-        expectRefused(option, u"x"_s, {}, kNotNumeric);
-        expectRefused(option, u""_s, {}, kNotNumeric);
-        expectRefused(option, u"1,5"_s, {}, kNotNumeric);
+        for (const QString& distance : {u"x"_s, u""_s, u"1,5"_s})
+            expectRefused(option, distance, {}, kNotNumeric);
         expectRefused(option, u"-1"_s, {}, u"Invalid Input: the number has to be greater than zero"_s);
     }
 }
 
 TEST_F(RowDialog, DeletesARowAndClosesOnEnter) {
     const ExpectedBoxes boxes;
-    dialog_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    ASSERT_NO_FATAL_FAILURE(activate());
     choose(dialog_->Option2);
     QTest::keyClicks(dialog_->Text4, u"2"_s);
     QTest::keyClick(dialog_->Text4, Qt::Key_Return);
@@ -313,16 +298,14 @@ TEST_F(RowDialog, OpensForRecalculationOnlyAboveTheLimit) {
 }
 
 TEST_F(RowDialog, FollowsTheRowLimitWhenItComesToTheFront) {
-    dialog_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
+    ASSERT_NO_FATAL_FAILURE(activate());
     choose(dialog_->Option2);
     surveyUnderTest().RowIndex = 300;
-    QEvent activation(QEvent::ActivationChange);
-    QApplication::sendEvent(dialog_.get(), &activation);
+    comeToTheFront();
     expectJustOpened();
     EXPECT_FALSE(dialog_->Option2->isEnabled());
     surveyUnderTest().RowIndex = 4;
-    QApplication::sendEvent(dialog_.get(), &activation);
+    comeToTheFront();
     EXPECT_TRUE(dialog_->Option2->isEnabled());
 }
 
@@ -349,13 +332,15 @@ TEST_F(RowDialog, SaysWhenTheSurveyHasMeanwhileBeenEmptied) {
 
 TEST_F(RowDialog, CancelAndEscapeChangeNothing) {
     const Snapshot before(theSurvey());
-    enter(dialog_->Option2, u"1"_s);
-    QTest::mouseClick(dialog_->Command2, Qt::LeftButton);
-    EXPECT_FALSE(dialog_->isVisible());
-    open();
-    enter(dialog_->Option2, u"1"_s);
-    QTest::keyClick(dialog_.get(), Qt::Key_Escape);
-    EXPECT_FALSE(dialog_->isVisible());
+    for (const bool escape : {false, true}) {
+        open();
+        enter(dialog_->Option2, u"1"_s);
+        if (escape)
+            QTest::keyClick(dialog_.get(), Qt::Key_Escape);
+        else
+            QTest::mouseClick(dialog_->Command2, Qt::LeftButton);
+        EXPECT_FALSE(dialog_->isVisible());
+    }
     EXPECT_TRUE(Snapshot(theSurvey()) == before);
 }
 
@@ -400,26 +385,21 @@ TEST_F(RowDialog, LooksAtTheSurveyWhenAMeasureIsChosenAndAtNoKey) {
     EXPECT_EQ(dialog_->Text5->text(), u"7.5"_s);
 }
 
-TEST_F(RowDialog, SaysWhatIsInForce) {
-    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows, minimum distance 8 m (true distance)"_s);
-    surveyUnderTest().chooseDistance(3);
+TEST_F(RowDialog, SaysWhatIsInForceAlsoWhenItComesToTheFront) {
+    ASSERT_NO_FATAL_FAILURE(activate());
+    const auto inForce = [this] { return dialog_->lblInForce->text(); };
+    EXPECT_EQ(inForce(), u"In force now: 4 rows, minimum distance 8 m (true distance)"_s);
+    surveyUnderTest().MinDistance = 99;
+    comeToTheFront();
+    EXPECT_EQ(inForce(), u"In force now: 4 rows, minimum distance 99 m (true distance)"_s);
+    theSurvey().chooseDistance(3);
     surveyUnderTest().MinDistance = 0.1;
     surveyUnderTest().NumRows = surveyUnderTest().RowIndex = 1;
     dialog_->followSurvey();
-    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 1 row, minimum distance 0.1 m (Y distance)"_s);
+    EXPECT_EQ(inForce(), u"In force now: 1 row, minimum distance 0.1 m (Y distance)"_s);
     surveyUnderTest().RowIndex = 251;
     dialog_->followSurvey();
-    EXPECT_EQ(dialog_->lblInForce->text(),
-              u"In force now: more than 250 rows, minimum distance 0.1 m (Y distance)"_s);
-}
-
-TEST_F(RowDialog, SaysWhatAnImportThatWasGivenUpHasPutInForce) {
-    dialog_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
-    surveyUnderTest().MinDistance = 99;
-    QEvent activation(QEvent::ActivationChange);
-    QApplication::sendEvent(dialog_.get(), &activation);
-    EXPECT_EQ(dialog_->lblInForce->text(), u"In force now: 4 rows, minimum distance 99 m (true distance)"_s);
+    EXPECT_EQ(inForce(), u"In force now: more than 250 rows, minimum distance 0.1 m (Y distance)"_s);
 }
 
 TEST_F(RowDialog, ForgetsRowNumbersThatMeanOtherRowsNow) {

@@ -1,21 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/frmStat.h"
 
-#include "base/palette16.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Windows.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
-
-#include <QClipboard>
-#include <QHeaderView>
-#include <QMenu>
-#include <QPointer>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 
@@ -28,6 +17,21 @@ Survey threeRows() {
                            {0, 0, 5, 50, 3},
                            {0, 20, 7.5, 70, 3},
                            {20, 0, 7, 75, 3}});
+}
+
+// A window beneath the pointer and the keyboard.
+std::unique_ptr<frmStat> opened() {
+    auto window = std::make_unique<frmStat>();
+    window->show();
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    return window;
+}
+
+void askForMenu(const frmStat& window) {
+    QWidget* const table = window.Stats->viewport();
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5), table->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(table, &asked);
 }
 
 QString cell(const frmStat& window, int line, int column) {
@@ -58,30 +62,29 @@ QColor colourOf(const QWidget* widget) {
 
 }  // namespace
 
-TEST(RowStatisticsWindow, ShowsTheMeanOfTwoReadingsAsOneAddsThemByHand) {
-    surveyUnderTest() = surveyWithRows({{0, 0, 5.63, 1, 1}, {1, 0, 39.54, 1, 1}});
-    const frmStat window;
-    EXPECT_EQ(cell(window, 0, 3), u"22.59"_s);
-}
-
 TEST(RowStatisticsWindow, ShowsALineForEachRow) {
     surveyUnderTest() = threeRows();
-    const frmStat window;
-    EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 3"_s);
-    EXPECT_EQ(header(window),
-              (QStringList{u"Row"_s, u"# of Sites"_s, u"Row Length"_s, u"EC1 Mean"_s, u"EC2 Mean"_s}));
-    ASSERT_EQ(window.Stats->model()->rowCount(), 3);
-    EXPECT_EQ(line(window, 0), (QStringList{u"1"_s, u"2"_s, u"5.00"_s, u"15.00"_s, u"1.50"_s}));
-    EXPECT_EQ(line(window, 1), (QStringList{u"2"_s, u"1"_s, u"0.00"_s, u"60.00"_s, u"6.00"_s}));
-    EXPECT_EQ(line(window, 2), (QStringList{u"3"_s, u"3"_s, u"20.00"_s, u"6.50"_s, u"65.00"_s}));
-}
-
-TEST(RowStatisticsWindow, HasFourColumnsForOneReading) {
-    surveyUnderTest() = threeRows();
-    surveyUnderTest().TwoEMColumns = false;
-    const frmStat window;
-    EXPECT_EQ(header(window), (QStringList{u"Row"_s, u"# of Sites"_s, u"Row Length"_s, u"EC1 Mean"_s}));
-    EXPECT_EQ(line(window, 0), (QStringList{u"1"_s, u"2"_s, u"5.00"_s, u"15.00"_s}));
+    for (const qsizetype columns : {5, 4}) {
+        surveyUnderTest().TwoEMColumns = columns == 5;
+        const frmStat window;
+        EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 3"_s);
+        EXPECT_EQ(header(window),
+                  QStringList({u"Row"_s, u"# of Sites"_s, u"Row Length"_s, u"EC1 Mean"_s, u"EC2 Mean"_s})
+                      .first(columns));
+        ASSERT_EQ(window.Stats->model()->rowCount(), 3);
+        EXPECT_EQ(line(window, 0),
+                  QStringList({u"1"_s, u"2"_s, u"5.00"_s, u"15.00"_s, u"1.50"_s}).first(columns));
+        EXPECT_EQ(line(window, 1),
+                  QStringList({u"2"_s, u"1"_s, u"0.00"_s, u"60.00"_s, u"6.00"_s}).first(columns));
+        EXPECT_EQ(line(window, 2),
+                  QStringList({u"3"_s, u"3"_s, u"20.00"_s, u"6.50"_s, u"65.00"_s}).first(columns));
+    }
+    surveyUnderTest() = surveyWithRows({{0, 0, 5.63, 1, 1}, {1, 0, 39.54, 1, 1}});
+    EXPECT_EQ(cell(frmStat(), 0, 3), u"22.59"_s) << "the mean as one adds two readings by hand";
+    surveyUnderTest() = Survey{};
+    const frmStat empty;
+    EXPECT_EQ(empty.lblInfo->text(), u"Total # of detected rows = 0"_s);
+    EXPECT_EQ(empty.Stats->model()->rowCount(), 0);
 }
 
 TEST(RowStatisticsWindow, SwitchesTheDistanceScale) {
@@ -107,7 +110,7 @@ TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
     const std::vector<MadeSite> before = sitesIn(theSurvey());
     const auto points = theSurvey().NumPoints;
     surveyUnderTest().RowIndex = 17;
-    surveyUnderTest().NumPoints.fill(0);
+    theSurvey().NumPoints.fill(0);
     const frmStat window;
     EXPECT_EQ(theSurvey().RowIndex, 3);
     EXPECT_EQ(theSurvey().NumPoints, points);
@@ -120,7 +123,7 @@ TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
     for (std::size_t i = 0; i < sites.size(); ++i)
         sites[i].row = static_cast<double>(i / 2 + 1);
     surveyUnderTest() = surveyWithRows(sites);
-    surveyUnderTest().NumPoints.fill(0);
+    theSurvey().NumPoints.fill(0);
     const frmStat window;
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 250"_s);
     EXPECT_EQ(theSurvey().RowIndex, 250);
@@ -150,50 +153,33 @@ TEST(RowStatisticsWindow, AlignsItsNumbersRight) {
     EXPECT_FALSE(window.Stats->horizontalHeader()->isHidden());
 }
 
-TEST(RowStatisticsWindow, CopiesTheTableForASpreadsheet) {
+TEST(RowStatisticsWindow, CopiesTheTableOrTheSelectedLinesForASpreadsheet) {
     surveyUnderTest() = threeRows();
-    frmStat window;
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    window.Stats->setFocus();
-    window.Stats->clearSelection();
-    QTest::keyClick(window.Stats, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(),
-              u"Row\t# of Sites\tRow Length\tEC1 Mean\tEC2 Mean\n"
-              u"1\t2\t5.00\t15.00\t1.50\n2\t1\t0.00\t60.00\t6.00\n3\t3\t20.00\t6.50\t65.00\n"_s);
-}
-
-TEST(RowStatisticsWindow, CopiesTheSelectedLines) {
-    surveyUnderTest() = threeRows();
-    frmStat window;
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    const auto lineCentre = [&](int number) {
-        return window.Stats->visualRect(window.Stats->model()->index(number, 1)).center();
+    const auto window = opened();
+    const QString names = u"Row\t# of Sites\tRow Length\tEC1 Mean\tEC2 Mean\n"_s;
+    const auto copied = [&] {
+        QTest::keyClick(window->Stats, Qt::Key_C, Qt::ControlModifier);
+        return QApplication::clipboard()->text();
     };
-    QTest::mouseClick(window.Stats->viewport(), Qt::LeftButton, {}, lineCentre(2));
-    QTest::mouseClick(window.Stats->viewport(), Qt::LeftButton, Qt::ControlModifier, lineCentre(0));
-    QTest::keyClick(window.Stats, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(),
-              u"Row\t# of Sites\tRow Length\tEC1 Mean\tEC2 Mean\n"
-              u"1\t2\t5.00\t15.00\t1.50\n3\t3\t20.00\t6.50\t65.00\n"_s);
+    window->Stats->setFocus();
+    window->Stats->clearSelection();
+    EXPECT_EQ(copied(),
+              names + u"1\t2\t5.00\t15.00\t1.50\n2\t1\t0.00\t60.00\t6.00\n3\t3\t20.00\t6.50\t65.00\n"_s);
+    for (const auto& [number, key] : {std::pair(2, Qt::NoModifier), {0, Qt::ControlModifier}})
+        QTest::mouseClick(window->Stats->viewport(), Qt::LeftButton, key,
+                          window->Stats->visualRect(window->Stats->model()->index(number, 1)).center());
+    EXPECT_EQ(copied(), names + u"1\t2\t5.00\t15.00\t1.50\n3\t3\t20.00\t6.50\t65.00\n"_s);
 }
 
 TEST(RowStatisticsWindow, CopiesFromTheMenuOfItsTable) {
     surveyUnderTest() = threeRows();
-    frmStat window;
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5),
-                            window.Stats->viewport()->mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(window.Stats->viewport(), &asked);
+    const auto window = opened();
+    askForMenu(*window);
     auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
     ASSERT_NE(menu, nullptr);
-    EXPECT_EQ(menu->actions(), window.Stats->actions());
+    EXPECT_EQ(menu->actions(), window->Stats->actions());
     QApplication::clipboard()->clear();
-    menu->setActiveAction(window.actionCopy);
+    menu->setActiveAction(window->actionCopy);
     QTest::keyClick(menu, Qt::Key_Return);
     EXPECT_TRUE(QApplication::clipboard()->text().startsWith(u"Row\t"_s));
 }
@@ -208,19 +194,10 @@ TEST(RowStatisticsWindow, TakesTheMenuOfItsTableWithIt) {
         menu = QApplication::activePopupWidget();
         window->close();
     });
-    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5),
-                            window->Stats->viewport()->mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(window->Stats->viewport(), &asked);
+    askForMenu(*window);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.isNull(); }));
     EXPECT_TRUE(menu.isNull());
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
-}
-
-TEST(RowStatisticsWindow, OfNoSiteIsEmpty) {
-    surveyUnderTest() = Survey{};
-    const frmStat window;
-    EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 0"_s);
-    EXPECT_EQ(window.Stats->model()->rowCount(), 0);
 }
 
 }  // namespace tessel

@@ -6,11 +6,6 @@
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <numeric>
-
 namespace tessel {
 
 // Whichever door sites leave by, the survey that they leave behind is the same bit for bit.

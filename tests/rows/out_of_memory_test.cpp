@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/em_adjustment.h"
 #include "plots/site_masking.h"
-#include "rows/row_detection.h"
 #include "rows/row_editing.h"
 #include "rows/row_selection.h"
 #include "support/failing_allocations.h"
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <new>
 
 namespace tessel {
 

@@ -1,20 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_detection.h"
 
-#include "base/run_time_error.h"
 #include "support/made_survey.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include "support/run_time_errors.h"
 
 namespace tessel {
 
 namespace {
 
 std::vector<double> rowsOf(const Survey& survey) {
-    const double* const rows = survey.SiteData.column(kRow);
-    return {rows, rows + survey.NumSites};
+    return readingsOf(survey, kRow);
+}
+
+// The row of each site after a search by gaps longer than this.
+std::vector<double> rowsByGaps(const std::vector<double>& gaps, double minDistance) {
+    Survey survey = surveyAlongX(gaps, minDistance);
+    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
+    if (minDistance >= 0) {
+        EXPECT_EQ(survey.NumRows, rowsOf(survey).back());
+    }
+    EXPECT_EQ(survey.RowIndex, survey.NumRows);
+    return rowsOf(survey);
 }
 
 // Pairs of sites with a long gap behind each pair: `rows` rows.
@@ -90,26 +96,19 @@ TEST(Distances, AreMeasuredFromTheSiteBeforeAndZeroAtBothEnds) {
     EXPECT_EQ(survey.MaxYDist, 4);
 }
 
-TEST(Distances, ForgetASurveyThatWasLonger) {
+TEST(Distances, OfOneSiteOrNoneAreNoneAndALongerSurveyIsForgotten) {
+    Survey one = surveyWithRows({{5, 5}}), none;
+    Calculate_Distance(one);
+    EXPECT_EQ(one.TrueDist, (std::vector<double>{0, 0}));
+    EXPECT_EQ(one.MaxTrueDist, 0);
+    Calculate_Distance(none);
+    EXPECT_EQ(none.TrueDist, (std::vector<double>{0}));
     Survey survey = surveyAlongX({1, 50, 1, 1}, 10);
     survey.NumSites = 3;
     survey.SiteData(kX, 2) = 2;
     Calculate_Distance(survey);
     EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 1, 1, 0}));
     EXPECT_EQ(survey.MaxTrueDist, 1);
-}
-
-TEST(Distances, OfOneSiteAreNone) {
-    Survey survey = surveyWithRows({{5, 5}});
-    Calculate_Distance(survey);
-    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 0}));
-    EXPECT_EQ(survey.MaxTrueDist, 0);
-}
-
-TEST(Distances, OfNoSiteAreNone) {
-    Survey survey;
-    Calculate_Distance(survey);
-    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0}));
 }
 
 TEST(Distances, WhoseSquaresAreTooLargeAreRight) {
@@ -157,12 +156,10 @@ TEST(Distances, OfOtherSitesStayAsTheyAreBesideOneFarAway) {
 
 TEST(RowDetection, BeginsARowAtASiteThatIsNoPlaceOnEarth) {
     Survey survey = surveyWithRows({{0, 0}, {1, 0}, {2, 0}, {1e200, 0}, {1e200, 0}, {5, 0}, {6, 0}});
-    survey.chooseDistance(1);
     survey.MinDistance = 10;
     Calculate_Distance(survey);
     EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
-    const double* const rows = survey.SiteData.column(kRow);
-    EXPECT_EQ(std::vector<double>(rows, rows + 7), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
 }
 
 TEST(Distances, OfTheChosenMeasureAreTestedInOrder) {
@@ -182,48 +179,17 @@ TEST(Distances, OfTheChosenMeasureAreTestedInOrder) {
 }
 
 TEST(RowDetection, NumbersRowsFromTheGapsBetweenSites) {
-    Survey survey = surveyAlongX({1, 1, 20, 1, 30, 1}, 10);
-    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 2, 2, 3, 3}));
-    EXPECT_EQ(survey.NumRows, 3);
-    EXPECT_EQ(survey.RowIndex, 3);
-}
-
-TEST(RowDetection, OneSiteIsOneRow) {
-    Survey survey = surveyAlongX({}, 10);
-    EXPECT_EQ(Assign_Row(survey), RowDetection::kAssigned);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1}));
-    EXPECT_EQ(survey.NumRows, 1);
-    EXPECT_EQ(survey.RowIndex, 1);
-}
-
-TEST(RowDetection, AGapEqualToTheMinimumStartsNoRow) {
-    Survey survey = surveyAlongX({1, 10, 1}, 10);
-    Assign_Row(survey);
-    EXPECT_EQ(survey.NumRows, 1);
-    survey.MinDistance = std::nextafter(10.0, 0.0);
-    Assign_Row(survey);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 2}));
-}
-
-TEST(RowDetection, NeverLooksAtTheGapBehindTheFirstSite) {
-    Survey survey = surveyAlongX({1000, 1, 1}, 10);
-    Assign_Row(survey);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 1, 1}));
-    survey = surveyAlongX({1000, 1000}, 10);
-    Assign_Row(survey);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
-}
-
-TEST(RowDetection, TheLastSiteOpensNoRow) {
-    Survey survey =
-        surveyAlongX({1, 1}, -1);  // every gap is greater than that, and so is the 0 behind the last
-    Assign_Row(survey);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
-    survey.MinDistance = 0;
-    Assign_Row(survey);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
-    EXPECT_EQ(survey.NumRows, 2);
+    const std::tuple<const char*, std::vector<double>, double, std::vector<double>> cases[] = {
+        {"two gaps", {1, 1, 20, 1, 30, 1}, 10, {1, 1, 1, 2, 2, 3, 3}},
+        {"one site", {}, 10, {1}},
+        {"a gap equal to the minimum", {1, 10, 1}, 10, {1, 1, 1, 1}},
+        {"a gap just greater", {1, 10, 1}, std::nextafter(10.0, 0.0), {1, 1, 2, 2}},
+        {"a gap behind the first site", {1000, 1, 1}, 10, {1, 1, 1, 1}},
+        {"the same with another", {1000, 1000}, 10, {1, 1, 2}},
+        {"the last site opens no row, not for 0 either", {1, 1}, -1, {1, 1, 2}},
+        {"a minimum of 0", {1, 1}, 0, {1, 1, 2}}};
+    for (const auto& [what, gaps, minDistance, rows] : cases)
+        EXPECT_EQ(rowsByGaps(gaps, minDistance), rows) << what;
 }
 
 TEST(RowDetection, SitesFarApartInYShareARowByX) {
@@ -304,22 +270,18 @@ TEST(RowDetection, AgreesWithTheLiteralRulesOnRandomSurveys) {
     }
 }
 
-TEST(RowCounting, CountsTheSitesOfEachRow) {
-    Survey survey = surveyWithRows({{0, 0, 0, 0, 1}, {0, 0, 0, 0, 1}, {0, 0, 0, 0, 2}, {0, 0, 0, 0, 3}});
-    survey.NumPoints.fill(77);
-    survey.RowIndex = 0;
-    Calculate_NumPoints(survey);
-    EXPECT_EQ(survey.NumPoints[1], 2);
-    EXPECT_EQ(survey.NumPoints[2], 1);
-    EXPECT_EQ(survey.NumPoints[3], 1);
-    EXPECT_EQ(survey.RowIndex, 3);
-}
-
-TEST(RowCounting, CountsRunsWhateverNumbersTheyCarry) {
-    Survey survey = surveyWithRows({{0, 0, 0, 0, 4}, {0, 0, 0, 0, 9}, {0, 0, 0, 0, 4}, {0, 0, 0, 0, 4}});
-    Calculate_NumPoints(survey);
-    EXPECT_EQ(survey.RowIndex, 3);
-    EXPECT_EQ(survey.NumPoints[3], 2);
+TEST(RowCounting, CountsTheSitesOfEachRunWhateverNumbersTheyCarry) {
+    for (const auto& rows : {std::array{1, 1, 2, 3}, {4, 4, 9, 4}}) {
+        Survey survey = surveyWithRows({{}, {}, {}, {}});
+        for (SiteIndex i = 0; i < 4; ++i)
+            survey.SiteData(kRow, i) = rows[static_cast<std::size_t>(i)];
+        survey.NumPoints.fill(77);
+        survey.RowIndex = 0;
+        Calculate_NumPoints(survey);
+        EXPECT_EQ((std::vector(survey.NumPoints.begin() + 1, survey.NumPoints.begin() + 4)),
+                  (std::vector<std::int64_t>{2, 1, 1}));
+        EXPECT_EQ(survey.RowIndex, 3);
+    }
 }
 
 TEST(RowCounting, Of251RowsIsARangeErrorThatChangesNothing) {
@@ -331,32 +293,22 @@ TEST(RowCounting, Of251RowsIsARangeErrorThatChangesNothing) {
     survey.SiteData(kRow, survey.NumSites++) = 251;
     survey.RowIndex = 12;
     const auto before = survey.NumPoints;
-    try {
-        Calculate_NumPoints(survey);
-        FAIL() << "no error";
-    } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.number(), RunTimeError::kSubscript);
-        EXPECT_TRUE(error.description().starts_with("Subscript out of range\nNo more than 250 rows can"));
-    }
+    const auto count = [&] { Calculate_NumPoints(survey); };
+    EXPECT_EQ(errorNumberOf(count), RunTimeError::kSubscript);
+    EXPECT_TRUE(descriptionOf(count).starts_with("Subscript out of range\nNo more than 250 rows can"));
     EXPECT_EQ(survey.RowIndex, 12);
     EXPECT_EQ(survey.NumPoints, before);
 }
 
 TEST(Extents, StartTheLargestFromZeroAndTheSmallestFromTheFirstSite) {
-    Survey survey = surveyWithRows({{-5, -7}, {-9, -2}, {-1, -3}});
-    Calculate_Max(survey);
-    Calculate_Min(survey);
-    EXPECT_EQ(survey.MaxX, 0);
-    EXPECT_EQ(survey.MaxY, 0);
-    EXPECT_EQ(survey.MinX, -9);
-    EXPECT_EQ(survey.MinY, -7);
-    survey = surveyWithRows({{5, 7}, {9, 2}, {6, 3}});
-    Calculate_Max(survey);
-    Calculate_Min(survey);
-    EXPECT_EQ(survey.MaxX, 9);
-    EXPECT_EQ(survey.MaxY, 7);
-    EXPECT_EQ(survey.MinX, 5);
-    EXPECT_EQ(survey.MinY, 2);
+    const std::pair<Survey, std::array<double, 4>> cases[] = {
+        {surveyWithRows({{-5, -7}, {-9, -2}, {-1, -3}}), {0, 0, -9, -7}},
+        {surveyWithRows({{5, 7}, {9, 2}, {6, 3}}), {9, 7, 5, 2}}};
+    for (auto [survey, extents] : cases) {
+        Calculate_Max(survey);
+        Calculate_Min(survey);
+        EXPECT_EQ((std::array{survey.MaxX, survey.MaxY, survey.MinX, survey.MinY}), extents);
+    }
 }
 
 TEST(Extents, FindTheLargestWhereverItStands) {

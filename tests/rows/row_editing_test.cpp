@@ -3,12 +3,6 @@
 
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <iterator>
-
 namespace tessel {
 
 namespace {
@@ -23,8 +17,7 @@ Survey fourRows() {
 }
 
 std::vector<double> rowsOf(const Survey& survey) {
-    const double* const rows = survey.SiteData.column(kRow);
-    return {rows, rows + survey.NumSites};
+    return readingsOf(survey, kRow);
 }
 
 // What holds after every operation: the counts are those of the row column, and the distances those of the
@@ -95,31 +88,21 @@ bool validated(Survey& survey) {
 
 }  // namespace
 
-TEST(JoiningRows, PutsTheHigherRowIntoTheLower) {
-    Survey survey = fourRows();
-    Joint_Row(survey, 2, 3);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 2, 2, 3}));
-    EXPECT_EQ(survey.NumRows, 3);
-    EXPECT_EQ(survey.RowIndex, 3);
-    EXPECT_EQ(survey.NumPoints[2], 3);
-    EXPECT_EQ(survey.NumPoints[4], 0);
-    expectInStep(survey);
-}
-
-TEST(JoiningRows, InEitherOrderGivesTheSame) {
-    Survey upwards = fourRows();
-    Survey downwards = fourRows();
-    Joint_Row(upwards, 2, 3);
-    Joint_Row(downwards, 3, 2);
-    EXPECT_TRUE(sitesIn(upwards) == sitesIn(downwards));
-    EXPECT_EQ(upwards.NumPoints, downwards.NumPoints);
-}
-
-TEST(JoiningRows, TheLastTwoLeavesOneRowFewer) {
-    Survey survey = fourRows();
-    Joint_Row(survey, 4, 3);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3, 3}));
-    EXPECT_EQ(survey.NumRows, 3);
+TEST(JoiningRows, PutsTheHigherRowIntoTheLowerInEitherOrderAndMovesNoSite) {
+    const std::tuple<int, int, std::vector<double>> cases[] = {{2, 3, {1, 1, 2, 2, 2, 3}},
+                                                               {3, 2, {1, 1, 2, 2, 2, 3}},
+                                                               {4, 3, {1, 1, 2, 3, 3, 3}},
+                                                               {1, 2, {1, 1, 1, 2, 2, 3}}};
+    for (const auto& [first, second, rows] : cases) {
+        Survey survey = fourRows();
+        std::vector<MadeSite> expected = sitesIn(survey);
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            expected[i].row = rows[i];
+        Joint_Row(survey, first, second);
+        EXPECT_TRUE(sitesIn(survey) == expected) << first << ' ' << second;
+        EXPECT_EQ(survey.NumRows, 3);
+        expectInStep(survey);
+    }
 }
 
 TEST(EditingRows, TakesTheNumberOfRowsFromTheLastSite) {
@@ -130,16 +113,6 @@ TEST(EditingRows, TakesTheNumberOfRowsFromTheLastSite) {
     survey.NumRows = 77;
     Delete_Row(survey, 1);
     EXPECT_EQ(survey.NumRows, 2);
-}
-
-TEST(JoiningRows, MovesNoSite) {
-    Survey survey = fourRows();
-    std::vector<MadeSite> expected = sitesIn(survey);
-    Joint_Row(survey, 1, 2);
-    std::vector<MadeSite> joined = sitesIn(survey);
-    for (std::size_t i = 0; i < joined.size(); ++i)
-        joined[i].row = expected[i].row;
-    EXPECT_TRUE(joined == expected);
 }
 
 TEST(SplittingARow, DividesItBeforeTheSiteAndMovesLaterRowsUp) {
@@ -189,19 +162,14 @@ TEST(DeletingARow, MovesLaterSitesUpWithEverythingThatIsTheirs) {
     expectInStep(survey);
 }
 
-TEST(DeletingARow, NeedsNoCountThatWasMadeBefore) {
-    Survey survey = fourRows();
-    survey.NumPoints.fill(0);
-    Delete_Row(survey, 3);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3}));
-    expectInStep(survey);
-}
-
-TEST(DeletingARow, TheLastOneLeavesTheOthersAlone) {
-    Survey survey = fourRows();
-    Delete_Row(survey, 4);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
-    expectInStep(survey);
+TEST(DeletingARow, NeedsNoCountThatWasMadeBeforeAndLeavesEarlierRowsAlone) {
+    for (const auto& [row, left] : {std::pair(3, std::vector<double>{1, 1, 2, 3}), {4, {1, 1, 2, 3, 3}}}) {
+        Survey survey = fourRows();
+        survey.NumPoints.fill(0);
+        Delete_Row(survey, row);
+        EXPECT_EQ(rowsOf(survey), left);
+        expectInStep(survey);
+    }
 }
 
 TEST(DeletingARow, TheOnlyOneEmptiesTheSurvey) {
@@ -282,10 +250,13 @@ TEST(RecalculatingRows, PutsMeasureAndThresholdInForce) {
     }
 }
 
-TEST(RecalculatingRows, AcceptsAThresholdOfZero) {
+TEST(RecalculatingRows, AcceptsAThresholdOfZeroAndASiteThatIsNoPlaceOnEarth) {
     Survey survey = fourRows();
     EXPECT_EQ(Recalculate_Rows(survey, 1, 0).outcome, RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 4, 5}));
+    survey = surveyWithRows({{0, 0}, {1, 0}, {1e300, 0}, {2, 0}, {3, 0}});
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 7), RowDetection::kAssigned);
+    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
 }
 
 TEST(RecalculatingRows, SaysWhenThereAreTooMany) {
@@ -295,12 +266,6 @@ TEST(RecalculatingRows, SaysWhenThereAreTooMany) {
     EXPECT_EQ(survey.RowIndex, 251);
     EXPECT_EQ(survey.NumRows, 1);
     EXPECT_EQ(survey.MinDistance, 1);
-}
-
-TEST(RecalculatingRows, WorksWithASiteThatIsNoPlaceOnEarth) {
-    Survey survey = surveyWithRows({{0, 0}, {1, 0}, {1e300, 0}, {2, 0}, {3, 0}});
-    EXPECT_EQ(Recalculate_Rows(survey, 1, 7).outcome, RowDetection::kAssigned);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
 }
 
 TEST(RowInformation, HoldsWhileNumbersRunUpToTheLastRow) {

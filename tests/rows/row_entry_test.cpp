@@ -1,36 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_entry.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 TEST(RowEntries, AreCheckedInOrder) {
-    EXPECT_EQ(checkRowPair("a", "2", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkRowPair("2", "b", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkRowPair("9", "b", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkRowPair("0", "1", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRowPair("5", "6", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRowPair("99999", "99998", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRowPair("1e300", "-1e300", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRowPair("2", "2", 5).fault, EntryFault::kNotConsecutive);
-    EXPECT_EQ(checkRowPair("1", "3", 5).fault, EntryFault::kNotConsecutive);
-    EXPECT_EQ(checkRow("x", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkRow("0", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRow("6", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRow("1e300", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRow("-1", 5).fault, EntryFault::kOutOfRange);
-    EXPECT_EQ(checkRow("5", 5).fault, EntryFault::kNone);
-    EXPECT_EQ(checkDistance("1,5").fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkDistance("-0.001").fault, EntryFault::kNegative);
-}
-
-TEST(RowEntries, ThatAreEmptyAreNotNumeric) {
-    EXPECT_EQ(checkRowPair("", "2", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkRow("", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkRow("  ", 5).fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkDistance("").fault, EntryFault::kNotNumeric);
-    EXPECT_EQ(checkDistance("  ").fault, EntryFault::kNotNumeric);
+    using enum EntryFault;
+    const std::tuple<const char*, const char*, EntryFault> pairs[] = {
+        {"a", "2", kNotNumeric},         {"2", "b", kNotNumeric},          {"9", "b", kNotNumeric},
+        {"", "2", kNotNumeric},          {"0", "1", kOutOfRange},          {"5", "6", kOutOfRange},
+        {"99999", "99998", kOutOfRange}, {"1e300", "-1e300", kOutOfRange}, {"2", "2", kNotConsecutive},
+        {"1", "3", kNotConsecutive}};
+    for (const auto& [first, second, fault] : pairs)
+        EXPECT_EQ(checkRowPair(first, second, 5).fault, fault) << first << ' ' << second;
+    const std::pair<const char*, EntryFault> rows[] = {
+        {"x", kNotNumeric}, {"", kNotNumeric},      {"  ", kNotNumeric}, {"0", kOutOfRange},
+        {"6", kOutOfRange}, {"1e300", kOutOfRange}, {"-1", kOutOfRange}, {"5", kNone}};
+    for (const auto& [row, fault] : rows)
+        EXPECT_EQ(checkRow(row, 5).fault, fault) << row;
+    const std::pair<const char*, EntryFault> distances[] = {{"1,5", kNotNumeric}, {"", kNotNumeric},
+                                                            {"  ", kNotNumeric},  {"-0.001", kNegative},
+                                                            {"0", kNone},         {"-0", kNone}};
+    for (const auto& [distance, fault] : distances)
+        EXPECT_EQ(checkDistance(distance).fault, fault) << distance;
+    EXPECT_EQ(checkDistance(" 1d1 ").distance, 10);
 }
 
 TEST(RowEntries, RoundFractionsHalvesToEven) {
@@ -45,12 +37,6 @@ TEST(RowEntries, RoundFractionsHalvesToEven) {
     EXPECT_EQ(checkRow("0.5", 5).fault, EntryFault::kOutOfRange);
     EXPECT_EQ(checkRow("5.5", 5).fault, EntryFault::kOutOfRange);
     EXPECT_EQ(checkRow("5.4", 5).row, 5);
-}
-
-TEST(RowEntries, AcceptZeroAsADistance) {
-    EXPECT_EQ(checkDistance("0").fault, EntryFault::kNone);
-    EXPECT_EQ(checkDistance("-0").fault, EntryFault::kNone);
-    EXPECT_EQ(checkDistance(" 1d1 ").distance, 10);
 }
 
 TEST(RowEntries, SayWhatIsWrongInWordsForOneNumberAndForTwo) {

@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_forecast.h"
 
-#include "rows/row_detection.h"
 #include "rows/row_editing.h"
 #include "support/made_survey.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
 
 namespace tessel {
 
@@ -95,10 +90,7 @@ TEST(RowForecast, NeverTestsTheGapBehindTheFirstSite) {
     EXPECT_EQ(RowForecast(surveyAlong({0, 100}), 1).rows(5), 1);
     EXPECT_EQ(RowForecast(surveyAlong({0, 100, 101}), 1).rows(5), 1);
     EXPECT_EQ(RowForecast(surveyAlong({0, 1, 101}), 1).rows(5), 2);
-}
-
-TEST(RowForecast, OfNoSiteIsNoRow) {
-    EXPECT_EQ(RowForecast().rows(5), 0);
+    EXPECT_EQ(RowForecast().rows(5), 0) << "no site, no row";
     EXPECT_EQ(RowForecast(Survey{}, 1).rows(5), 0);
 }
 

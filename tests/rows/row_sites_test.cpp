@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "rows/row_sites.h"
 
-#include "base/run_time_error.h"
 #include "support/made_survey.h"
-
-#include <gtest/gtest.h>
+#include "support/run_time_errors.h"
 
 namespace tessel {
 
@@ -19,28 +17,12 @@ Survey threeRows() {
 
 TEST(RowSites, FollowTheSitesOfAllEarlierRows) {
     const Survey survey = threeRows();
-    EXPECT_EQ(rowSites(survey, 1).first, 0);
-    EXPECT_EQ(rowSites(survey, 1).count(), 2);
-    EXPECT_EQ(rowSites(survey, 2).first, 2);
-    EXPECT_EQ(rowSites(survey, 2).count(), 1);
-    EXPECT_EQ(rowSites(survey, 3).first, 3);
-    EXPECT_EQ(rowSites(survey, 3).count(), 2);
-}
-
-TEST(RowSites, BehindTheLastRowAreNone) {
-    EXPECT_EQ(rowSites(threeRows(), 4).first, 5);
-    EXPECT_EQ(rowSites(threeRows(), 4).count(), 0);
-}
-
-TEST(RowSites, OutsideTheNumbersOfRowsAreASubscriptOutOfRange) {
-    for (const int row : {0, -1, 251}) {
-        try {
-            rowSites(threeRows(), row);
-            ADD_FAILURE() << "row " << row << " was accepted";
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.number(), RunTimeError::kSubscript);
-        }
+    for (const auto& [row, first, count] : {std::tuple(1, 0, 2), {2, 2, 1}, {3, 3, 2}, {4, 5, 0}}) {
+        EXPECT_EQ(rowSites(survey, row).first, first) << row;
+        EXPECT_EQ(rowSites(survey, row).count(), count) << row;
     }
+    for (const int row : {0, -1, 251})
+        EXPECT_EQ(errorNumberOf([&] { rowSites(survey, row); }), RunTimeError::kSubscript) << row;
 }
 
 TEST(RowSites, OpenAWindowOnAColumn) {
@@ -56,23 +38,14 @@ TEST(RowSites, RunAlongXOrAlongY) {
     EXPECT_EQ(acrossColumn(false), kX);
 }
 
-TEST(RowSites, AreWalkedAlongInTheirOrder) {
-    const std::vector<double> eastwards{10, 12, 11, 20};
-    EXPECT_EQ(pointBeside(0, 1, eastwards), 1);
-    EXPECT_EQ(pointBeside(0, -1, eastwards), 4);
-    EXPECT_EQ(pointBeside(2, 1, eastwards), 3);
-    EXPECT_EQ(pointBeside(2, -1, eastwards), 1);
-    EXPECT_EQ(pointBeside(4, 1, eastwards), 4);
-    EXPECT_EQ(pointBeside(1, -1, eastwards), 1);
-    EXPECT_EQ(pointBeside(0, 1, {}), 0);
-}
-
-TEST(RowSites, AreWalkedAlongFromTheRightInARowDrivenWestwards) {
-    const std::vector<double> westwards{20, 15, 10};
-    EXPECT_EQ(pointBeside(0, 1, westwards), 3);
-    EXPECT_EQ(pointBeside(3, 1, westwards), 2);
-    EXPECT_EQ(pointBeside(1, 1, westwards), 1);
-    EXPECT_EQ(pointBeside(1, -1, westwards), 2);
+TEST(RowSites, AreWalkedAlongInTheirOrderAndFromTheRightInARowDrivenWestwards) {
+    const std::vector<double> eastwards{10, 12, 11, 20}, westwards{20, 15, 10};
+    const std::tuple<std::vector<double>, SiteIndex, int, SiteIndex> cases[] = {
+        {eastwards, 0, 1, 1}, {eastwards, 0, -1, 4}, {eastwards, 2, 1, 3}, {eastwards, 2, -1, 1},
+        {eastwards, 4, 1, 4}, {eastwards, 1, -1, 1}, {{}, 0, 1, 0},        {westwards, 0, 1, 3},
+        {westwards, 3, 1, 2}, {westwards, 1, 1, 1},  {westwards, 1, -1, 2}};
+    for (const auto& [along, from, step, to] : cases)
+        EXPECT_EQ(pointBeside(from, step, along), to) << from << ' ' << step;
 }
 
 }  // namespace tessel

@@ -3,43 +3,29 @@
 
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 namespace tessel {
 
-TEST(RowStatistics, SumUpEachRow) {
-    const Survey survey = surveyWithRows(
-        {{0, 0, 10, 1, 1}, {9, 9, 20, 2, 1}, {3, 4, 60, 6, 1}, {1, 1, 5, 50, 2}, {1, 8, 7, 70, 2}});
+TEST(RowStatistics, SumUpEachRun) {
+    const Survey survey = surveyWithRows({{0, 0, 10, 1, 1},
+                                          {9, 9, 20, 2, 1},
+                                          {3, 4, 60, 6, 1},
+                                          {1, 1, 5, 50, 2},
+                                          {1, 8, 7, 70, 2},
+                                          {4, 5, 6, 7, 1}});
     const RowStatistics statistics = rowStatistics(survey);
-    ASSERT_EQ(statistics.rows.size(), 2u);
-    EXPECT_EQ(statistics.rows[0].sites, 3);
-    EXPECT_EQ(statistics.rows[0].length, 5);  // from the first to the last site, however the way went
-    EXPECT_EQ(statistics.rows[0].em1Mean, 30);
-    EXPECT_EQ(statistics.rows[0].em2Mean, 3);
-    EXPECT_EQ(statistics.rows[1].sites, 2);
-    EXPECT_EQ(statistics.rows[1].length, 7);
-    EXPECT_EQ(statistics.rows[1].em1Mean, 6);
-    EXPECT_EQ(statistics.rows[1].em2Mean, 60);
+    const RowSummary expected[] = {
+        {3, 5, 30, 3},  // the length from the first to the last site, however the way went
+        {2, 7, 6, 60},
+        {1, 0, 6, 7}};  // of the number of the first
+    ASSERT_EQ(statistics.rows.size(), 3u);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const RowSummary& row = statistics.rows[i];
+        EXPECT_EQ(
+            std::tuple(row.sites, row.length, row.em1Mean, row.em2Mean),
+            std::tuple(expected[i].sites, expected[i].length, expected[i].em1Mean, expected[i].em2Mean));
+    }
     EXPECT_EQ(statistics.longest, 7);
     EXPECT_TRUE(statistics.twoEMColumns);
-}
-
-TEST(RowStatistics, ARowOfOneSiteHasLengthZero) {
-    const RowStatistics statistics = rowStatistics(surveyWithRows({{4, 5, 6, 7, 1}}));
-    ASSERT_EQ(statistics.rows.size(), 1u);
-    EXPECT_EQ(statistics.rows[0].sites, 1);
-    EXPECT_EQ(statistics.rows[0].length, 0);
-    EXPECT_EQ(statistics.rows[0].em1Mean, 6);
-}
-
-TEST(RowStatistics, TwoRunsWithTheSameNumberAreTwoRows) {
-    const RowStatistics statistics =
-        rowStatistics(surveyWithRows({{0, 0, 1, 1, 3}, {0, 0, 2, 2, 8}, {0, 0, 3, 3, 3}, {0, 0, 5, 5, 3}}));
-    ASSERT_EQ(statistics.rows.size(), 3u);
-    EXPECT_EQ(statistics.rows[2].sites, 2);
-    EXPECT_EQ(statistics.rows[2].em1Mean, 4);
 }
 
 TEST(RowStatistics, OneReadingHasNoSecondMean) {
@@ -51,27 +37,20 @@ TEST(RowStatistics, OneReadingHasNoSecondMean) {
     EXPECT_EQ(statistics.rows[0].em2Mean, 0);
 }
 
-TEST(RowStatistics, RelativeLengthsAreOfTheLongest) {
+TEST(RowStatistics, RelativeLengthsAreOfTheLongestAndZeroWhenAllRowsHaveNone) {
     const RowStatistics statistics =
         rowStatistics(surveyWithRows({{0, 0, 0, 0, 1}, {8, 0, 0, 0, 1}, {0, 0, 0, 0, 2}, {2, 0, 0, 0, 2}}));
     EXPECT_EQ(statistics.relativeLength(statistics.rows[0]), 100);
     EXPECT_EQ(statistics.relativeLength(statistics.rows[1]), 25);
+    const RowStatistics none = rowStatistics(surveyWithRows({{1, 1, 0, 0, 1}, {2, 2, 0, 0, 2}}));
+    EXPECT_EQ(none.relativeLength(none.rows[0]) + none.relativeLength(none.rows[1]), 0);
 }
 
-TEST(RowStatistics, RelativeLengthsAreZeroWhenAllRowsHaveNone) {
-    const RowStatistics statistics = rowStatistics(surveyWithRows({{1, 1, 0, 0, 1}, {2, 2, 0, 0, 2}}));
-    EXPECT_EQ(statistics.relativeLength(statistics.rows[0]), 0);
-    EXPECT_EQ(statistics.relativeLength(statistics.rows[1]), 0);
-}
-
-TEST(RowStatistics, CountMoreRunsThanRowsCanBeHeld) {
+TEST(RowStatistics, CountMoreRunsThanRowsCanBeHeldAndNoneOfNoSite) {
     Survey survey = surveyWithRows(std::vector<MadeSite>(400));
     for (SiteIndex i = 0; i < 400; ++i)
         survey.SiteData(kRow, i) = static_cast<double>(i);
     EXPECT_EQ(rowStatistics(survey).rows.size(), 400u);
-}
-
-TEST(RowStatistics, OfNoSiteAreEmpty) {
     EXPECT_TRUE(rowStatistics(Survey{}).rows.empty());
 }
 

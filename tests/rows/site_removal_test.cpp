@@ -5,11 +5,6 @@
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <numeric>
-
 namespace tessel {
 
 namespace {
@@ -163,20 +158,14 @@ TEST(DistancesAfterRemoval, AreThoseThatACalculationOfAllGives) {
     }
 }
 
-TEST(DistancesAfterRemoval, AreCalculatedWhereThereWereNoneInForce) {
+TEST(DistancesAfterRemoval, AreCalculatedWhereThereWereNoneInForceAndForgottenWhereOutOfStep) {
     Survey survey = surveyWithRows({{0, 0}, {3, 4}, {6, 8}});
     survey.TrueDist.clear();
-    removeMarked(survey, {0, 1, 0});
-    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 10, 0}));
-    EXPECT_EQ(survey.MaxTrueDist, 10);
-    EXPECT_TRUE(survey.XDist.empty());
-}
-
-TEST(DistancesAfterRemoval, AreForgottenWhereTheyWereOutOfStep) {
-    Survey survey = surveyWithRows({{0, 0}, {3, 4}, {6, 8}});
     survey.XDist = {0, 7};
     survey.MaxXDist = 7;
     removeMarked(survey, {0, 1, 0});
+    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 10, 0}));
+    EXPECT_EQ(survey.MaxTrueDist, 10);
     EXPECT_TRUE(survey.XDist.empty());
     EXPECT_EQ(survey.MaxXDist, 0);
 }

@@ -3,11 +3,6 @@
 
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <limits>
-
 namespace tessel {
 
 namespace {

@@ -4,11 +4,6 @@
 #include "base/bounded.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <random>
-
 namespace tessel {
 
 namespace {

@@ -3,10 +3,6 @@
 
 #include "support/Journeys.h"
 
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 ExpectedBoxes::ExpectedBoxes() {

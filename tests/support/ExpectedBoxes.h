@@ -3,9 +3,12 @@
 
 #include "desktop/MessageBox.h"
 
-#include <QList>
-
 namespace tessel {
+
+/// What the program asks before it ends without an export.
+inline const QString kProgramExitQuestion =
+    u"Attention: you have not exported an output VARN data file yet!\n"
+    u"Are you sure that you wish to exit the program?"_s;
 
 /// Answers the program's message boxes for a test. A box that the test did not expect fails it, and so does
 /// an expected one that never came.

@@ -4,11 +4,6 @@
 #include "base/session.h"
 #include "support/survey_under_test.h"
 
-#include <QKeyEvent>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -2,18 +2,11 @@
 #pragma once
 
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "desktop/FileDialogs.h"
 #include "import/SurveyImport.h"
 #include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/temporary_folder.h"
-
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <gtest/gtest.h>
-
-#include <memory>
 
 namespace tessel {
 
@@ -36,6 +29,7 @@ class ImportTest : public testing::Test {
     /// Types into a box as a user does who first empties it.
     static void type(QLineEdit& box, const QString& text);
     static void click(QWidget& button);
+    static QColor colourOf(const QWidget& widget) { return widget.palette().color(QPalette::WindowText); }
 
     /// A file dialog gives this path; empty is Cancel.
     void chooseFile(const std::string& path);

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
-
-#include <functional>
-#include <string>
-
 class QWidget;
 
 namespace tessel {

@@ -4,12 +4,6 @@
 #include "app/frmMain.h"
 #include "support/survey_under_test.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QMouseEvent>
-#include <QTest>
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 void openSurvey(frmMain& main, const Survey& survey) {

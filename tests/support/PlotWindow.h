@@ -4,8 +4,6 @@
 #include "app/survey.h"
 #include "plots/Chart2D.h"
 
-#include <vector>
-
 namespace tessel {
 
 class frmMain;

@@ -4,11 +4,6 @@
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
 
-#include <QAction>
-#include <QEvent>
-#include <QObject>
-#include <QWidget>
-
 namespace tessel {
 
 /// Notices which pointer a window has at the moment at which another widget appears: that of an action in the

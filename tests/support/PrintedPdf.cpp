@@ -4,14 +4,6 @@
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
 
-#include <QFileInfo>
-#include <QPrinter>
-#include <QProcess>
-#include <QRegularExpression>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 PrintedPdf::PrintedPdf() {

@@ -3,11 +3,6 @@
 
 #include "support/temporary_folder.h"
 
-#include <QImage>
-#include <QList>
-#include <QRectF>
-#include <QString>
-
 namespace tessel {
 
 /// Makes the program print onto a PDF file, as it does where no printer is installed, for as long as the

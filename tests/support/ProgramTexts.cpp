@@ -3,12 +3,6 @@
 
 #include "support/temporary_folder.h"
 
-#include <QDirIterator>
-#include <QRegularExpression>
-#include <QXmlStreamReader>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QSet>
-#include <QString>
-
 namespace tessel {
 
 /// The texts that the program can show, from its sources in `folder` and below: what stands in the string

@@ -11,9 +11,6 @@
 #include "support/literal_deletion.h"
 #include "support/made_survey.h"
 
-#include <QTest>
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 // Three rows along X: five sites, one site, four sites driven back.

@@ -6,10 +6,6 @@
 #include "desktop/TextEditor.h"
 #include "support/survey_under_test.h"
 
-#include <QApplication>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

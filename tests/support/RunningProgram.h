@@ -2,7 +2,6 @@
 #pragma once
 
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "base/session.h"
 #include "desktop/FileNames.h"
 #include "program/Program.h"
@@ -11,10 +10,6 @@
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
 
 namespace tessel {
 

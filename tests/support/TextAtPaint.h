@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QEvent>
-#include <QLabel>
-#include <QStringList>
-
 namespace tessel {
 
 /// What a label says each time that a widget (it may be the label itself) is painted.

@@ -3,11 +3,6 @@
 #include "support/ExpectedBoxes.h"
 #include "support/survey_under_test.h"
 
-#include <gtest/gtest.h>
-
-#include <clocale>
-#include <cstdio>
-
 namespace tessel {
 
 namespace {

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/failing_allocations.h"
 
-#include <cstdlib>
-#include <new>
-
 namespace tessel {
 
 namespace {

@@ -1,15 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/file_calls.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdarg>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/vfs.h>
-#include <unistd.h>
-#include <utility>
 
 namespace tessel {
 

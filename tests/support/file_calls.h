@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-#include <optional>
-#include <string>
-#include <vector>
-
 namespace tessel {
 
 /// A call to the system by the program's own code about a file.
@@ -53,5 +48,12 @@ class WatchedFileCalls {
 
 /// Answers every call for a file without a name as a file system does that has none.
 std::optional<FileAnswer> noNamelessFiles(const FileCall& call);
+
+/// Answers the calls of this name with an error, and no others.
+inline WatchedFileCalls::Answerer failing(const std::string& name, int error) {
+    return [name, error](const FileCall& call) {
+        return call.name == name ? std::optional(FileAnswer{-1, error}) : std::nullopt;
+    };
+}
 
 }  // namespace tessel

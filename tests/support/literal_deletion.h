@@ -3,8 +3,6 @@
 
 #include "app/survey.h"
 
-#include <vector>
-
 namespace tessel {
 
 /// Deletes the selected points (1-based positions in the row, in the order of selection) one after another,

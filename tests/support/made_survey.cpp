@@ -3,10 +3,6 @@
 
 #include "rows/row_detection.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 namespace tessel {
 
 Survey surveyWithRows(const std::vector<MadeSite>& sites) {

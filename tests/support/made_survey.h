@@ -3,10 +3,6 @@
 
 #include "app/survey.h"
 
-#include <functional>
-#include <random>
-#include <vector>
-
 namespace tessel {
 
 /// A site of a survey made up for a test.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <string>
-
 namespace tessel {
 
 /// Whether a folder's file system has files without a name, which vanish with the process that writes them.

@@ -1,13 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/plain_survey.h"
 
-#include <algorithm>
-#include <charconv>
-#include <clocale>
-#include <cmath>
-#include <cstdlib>
-#include <limits>
-
 namespace tessel {
 
 double PlainSurvey::distance(std::size_t i) const {

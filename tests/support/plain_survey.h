@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
-#include <string>
-#include <vector>
-
 namespace tessel {
 
 // A second, plain implementation of what happens to a survey, to compare the program with. It shares nothing

@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/reads.h"
 
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <unistd.h>
-#include <utility>
-
 namespace tessel {
 
 namespace {

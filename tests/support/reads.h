@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
-
 namespace tessel {
 
 /// Something that happens to a file while the program reads it, at a moment that a test can name: `act` is

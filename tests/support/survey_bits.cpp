@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/survey_bits.h"
 
-#include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <vector>
-
 namespace tessel {
 
 namespace {

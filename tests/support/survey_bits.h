@@ -3,8 +3,6 @@
 
 #include "app/survey.h"
 
-#include <string>
-
 namespace tessel {
 
 /// What of two surveys is not the same bit for bit, storage behind the last site included, by name ("X",

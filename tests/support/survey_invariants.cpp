@@ -3,9 +3,6 @@
 
 #include "rows/row_detection.h"
 
-#include <cmath>
-#include <numeric>
-
 namespace tessel {
 
 namespace {

@@ -3,8 +3,6 @@
 
 #include "app/survey.h"
 
-#include <string>
-
 namespace tessel {
 
 /// What holds for a survey at every moment between two events, whatever the user has done. Gives what does

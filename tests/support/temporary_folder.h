@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstddef>
-#include <string>
-#include <string_view>
-
 namespace tessel {
 
 /// A folder that lives as long as the object.
@@ -25,6 +21,13 @@ class TemporaryFolder {
 
 /// How many files and folders lie in the folder.
 std::size_t filesIn(const TemporaryFolder& folder);
+
+/// For tests of files.
+class FolderTest : public testing::Test {
+  protected:
+    const TemporaryFolder folder;
+    const std::string path = folder / "out.txt";
+};
 
 /// A file's bytes; fails the test when it cannot be read.
 std::string readFile(const std::string& path);

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/unprivileged_user.h"
 
-#include <gtest/gtest.h>
-
 #include <grp.h>
 #include <sys/prctl.h>
-#include <unistd.h>
 
 namespace tessel {
 

@@ -2,7 +2,6 @@
 #include "journeys/monkey/EventMonkey.h"
 
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "base/session.h"
 #include "desktop/Printing.h"
 #include "desktop/TextEditor.h"
@@ -11,13 +10,6 @@
 #include "program/Program.h"
 #include "support/survey_invariants.h"
 #include "support/survey_under_test.h"
-
-#include <QApplication>
-#include <QFileDialog>
-
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -3,15 +3,6 @@
 
 #include "support/temporary_folder.h"
 
-#include <QMimeData>
-#include <QPointer>
-#include <QTimer>
-#include <QWindow>
-
-#include <memory>
-#include <random>
-#include <string>
-
 namespace tessel {
 
 class frmMain;

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/monkey/LastEvents.h"
 
-#include <array>
-#include <csignal>
-#include <cstring>
-#include <unistd.h>
-
 namespace tessel {
 
 // Where the sanitizers are linked in.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdio>
-
 namespace tessel {
 
 /// The last events of a run, told on standard error when the program crashes, hangs for minutes, or is

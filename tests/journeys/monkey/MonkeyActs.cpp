@@ -2,16 +2,8 @@
 // What the monkey does. Events are only put into the queue here: what they lead to happens behind.
 #include "journeys/monkey/EventMonkey.h"
 
-#include <QApplication>
-#include <QFileDialog>
-#include <QMenuBar>
-#include <QUrl>
 #include <qpa/qplatformdrag.h>
 #include <qpa/qwindowsysteminterface.h>
-
-#include <array>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

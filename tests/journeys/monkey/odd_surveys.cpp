@@ -3,10 +3,6 @@
 
 #include "rows/row_editing.h"
 
-#include <array>
-#include <charconv>
-#include <cmath>
-
 namespace tessel {
 
 namespace {

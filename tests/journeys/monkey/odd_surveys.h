@@ -3,8 +3,6 @@
 
 #include "app/survey.h"
 
-#include <string>
-
 namespace tessel {
 
 /// How many odd surveys there are.

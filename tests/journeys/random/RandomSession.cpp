@@ -2,7 +2,6 @@
 #include "journeys/random/RandomSession.h"
 
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/MessageBox.h"
@@ -13,14 +12,6 @@
 #include "program/Program.h"
 #include "support/UserDriver.h"
 #include "support/survey_under_test.h"
-
-#include <QApplication>
-
-#include <algorithm>
-#include <cmath>
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

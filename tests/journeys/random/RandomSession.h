@@ -8,19 +8,6 @@
 #include "support/plain_survey.h"
 #include "support/temporary_folder.h"
 
-#include <QList>
-#include <QPoint>
-#include <QString>
-
-#include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
-#include <optional>
-#include <random>
-#include <string>
-#include <vector>
-
 class QWidget;
 
 namespace tessel {

@@ -1,16 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/random/Reached.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QApplication>
-#include <QComboBox>
-#include <QEvent>
-#include <QLineEdit>
-#include <QMenu>
-
-#include <algorithm>
-
 namespace tessel {
 
 namespace {

@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QObject>
-
-#include <set>
-#include <string>
-#include <vector>
-
 class QWidget;
 
 namespace tessel {

@@ -4,13 +4,6 @@
 #include "plots/Chart2D.h"
 #include "support/UserDriver.h"
 
-#include <QLabel>
-
-#include <algorithm>
-#include <cmath>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -1,18 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "journeys/random/RandomSession.h"
-#include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
 #include "plots/chart_views.h"
 #include "support/UserDriver.h"
-
-#include <QTest>
-
-#include <cmath>
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

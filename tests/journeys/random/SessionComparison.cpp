@@ -1,20 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "base/session.h"
 #include "journal/journal.h"
 #include "journeys/random/RandomSession.h"
-#include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
 #include "support/UserDriver.h"
-
-#include <QLabel>
-
-#include <algorithm>
-#include <bit>
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

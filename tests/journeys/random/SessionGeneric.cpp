@@ -4,15 +4,6 @@
 #include "journeys/random/entries.h"
 #include "support/UserDriver.h"
 
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QTest>
-
-#include <algorithm>
-#include <tuple>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using namespace entries;

@@ -3,12 +3,6 @@
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
-#include <QApplication>
-#include <QKeySequence>
-#include <QMouseEvent>
-#include <QTest>
-#include <QWheelEvent>
-
 namespace tessel {
 
 namespace {

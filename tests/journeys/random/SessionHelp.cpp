@@ -4,11 +4,6 @@
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
-#include <QLabel>
-#include <QTextBrowser>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 // Help documents

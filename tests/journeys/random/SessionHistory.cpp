@@ -7,10 +7,6 @@
 #include "support/UserDriver.h"
 #include "support/survey_bits.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

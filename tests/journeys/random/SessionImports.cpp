@@ -6,13 +6,6 @@
 #include "journeys/random/entries.h"
 #include "support/UserDriver.h"
 
-#include <QLineEdit>
-
-#include <algorithm>
-#include <cmath>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 using namespace entries;

@@ -6,18 +6,6 @@
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QTest>
-
-#include <algorithm>
-#include <cmath>
-#include <utility>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

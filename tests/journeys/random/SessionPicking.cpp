@@ -8,12 +8,6 @@
 #include "plots/RowPlotEditor.h"
 #include "plots/plot_limits.h"
 
-#include <QTest>
-
-#include <algorithm>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

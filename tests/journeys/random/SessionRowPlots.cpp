@@ -1,17 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
-#include "app/survey.h"
 #include "journeys/random/RandomSession.h"
-#include "plots/Chart2D.h"
 #include "plots/RowPlotEditor.h"
 #include "support/UserDriver.h"
-
-#include <QTest>
-
-#include <algorithm>
-#include <cmath>
-
-using namespace Qt::StringLiterals;
 
 namespace tessel {
 

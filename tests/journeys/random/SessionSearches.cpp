@@ -8,10 +8,6 @@
 #include "rows/frmTurns.h"
 #include "support/UserDriver.h"
 
-#include <algorithm>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 void RandomSession::splitRow() {

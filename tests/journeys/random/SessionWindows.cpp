@@ -5,17 +5,6 @@
 #include "plots/Chart2D.h"
 #include "support/UserDriver.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QLineEdit>
-#include <QTableView>
-
-#include <algorithm>
-#include <cmath>
-#include <filesystem>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cmath>
-#include <cstdio>
-#include <string>
-#include <vector>
-
 namespace tessel {
 
 // What the random session writes into files and types into boxes.
