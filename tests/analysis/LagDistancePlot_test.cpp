@@ -88,26 +88,19 @@ TEST_F(LagPlots, ShowTheHourglassUntilTheyAreDrawn) {
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(LagPlots, DrawALightBlueAndALightRedLine) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
-    for (const int series : {1, 2}) {
-        const SeriesStyle style = chart.seriesStyle(Chart2D::kData, series);
-        EXPECT_EQ(style.line, ChartLine::kThin);
-        EXPECT_EQ(style.symbol, ChartSymbol::kNone);
-        EXPECT_EQ(style.colour, series == 1 ? 9 : 12);
+TEST_F(LagPlots, DrawALightBlueAndALightRedLineWithSymbolsWhereThereAreFewerThanThreeSites) {
+    for (const std::size_t sites : {2U, 3U}) {
+        const std::vector<MadeSite> row = {{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {20, 0, 1, 1, 1}};
+        openSurvey(main, madeSurvey({row.begin(), row.begin() + std::ptrdiff_t(sites)}));
+        main.mnuTrue_Dis->trigger();
+        expectDistances(std::vector<double>(sites - 1, 10));
+        for (const int series : {1, 2}) {
+            const SeriesStyle style = chart.seriesStyle(Chart2D::kData, series);
+            EXPECT_EQ(style.line, ChartLine::kThin);
+            EXPECT_EQ(style.symbol, sites == 2 ? ChartSymbol::kDisc : ChartSymbol::kNone);
+            EXPECT_EQ(style.colour, series == 1 ? 9 : 12);
+        }
     }
-}
-
-TEST_F(LagPlots, ShowSymbolsWhereThereAreFewerThanThreeSites) {
-    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}}));
-    main.mnuTrue_Dis->trigger();
-    expectDistances({10});
-    for (const int series : {1, 2})
-        EXPECT_EQ(chart.seriesStyle(Chart2D::kData, series).symbol, ChartSymbol::kDisc);
-    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {20, 0, 1, 1, 1}}));
-    main.mnuTrue_Dis->trigger();
-    EXPECT_EQ(chart.seriesStyle(Chart2D::kData, 1).symbol, ChartSymbol::kNone);
 }
 
 TEST_F(LagPlots, OfOneSiteShowEmptyAxes) {

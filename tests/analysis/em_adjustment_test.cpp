@@ -49,24 +49,26 @@ void expectRefused(const AdjustmentRequest& request, const std::string& message)
 
 }  // namespace
 
-TEST(Adjustment, ConstantLowersEveryReadingOfEM1AndItsTotal) {
-    Adjusted adjusted;
-    adjusted.apply(addToEM1(" -2.5 "));
-    EXPECT_EQ(adjusted.em1(), (Readings{7.5, 17.5, -2.5, -6.5}));
-    EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
-    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, -2.5);
-    EXPECT_EQ(adjusted.survey.EMAdjustTotalB, 0);
-    EXPECT_TRUE(adjusted.outcome.changesReadings());
-    EXPECT_TRUE(adjusted.outcome.refusal.empty());
-}
-
-TEST(Adjustment, ConstantForEM2ChangesEM2AndItsTotalOnly) {
-    Adjusted adjusted;
-    adjusted.apply(addToEM2("1e1"));
-    EXPECT_EQ(adjusted.em2(), (Readings{11, 12, 13, 14}));
-    EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, -4}));
-    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, 0);
-    EXPECT_EQ(adjusted.survey.EMAdjustTotalB, 10);
+TEST(Adjustment, AddsAConstantToOneColumnAndItsTotalOrScalesBoth) {
+    const std::tuple<AdjustmentRequest, Readings, Readings, double, double> cases[] = {
+        {addToEM1(" -2.5 "), {7.5, 17.5, -2.5, -6.5}, {1, 2, 3, 4}, -2.5, 0},
+        {addToEM2("1e1"), {10, 20, 0, -4}, {11, 12, 13, 14}, 0, 10},
+        {scaleBy("2.0", ".5"), {20, 40, 0, -8}, {0.5, 1, 1.5, 2}, 0, 0},
+        {scaleBy("0.01", "0.01"),
+         {10 * 0.01, 20 * 0.01, 0, -4 * 0.01},
+         {0.01, 2 * 0.01, 3 * 0.01, 4 * 0.01},
+         0,
+         0}};
+    for (const auto& [request, em1, em2, totalA, totalB] : cases) {
+        Adjusted adjusted;
+        adjusted.apply(request);
+        EXPECT_EQ(adjusted.em1(), em1);
+        EXPECT_EQ(adjusted.em2(), em2);
+        EXPECT_EQ(adjusted.survey.EMAdjustTotalA, totalA);
+        EXPECT_EQ(adjusted.survey.EMAdjustTotalB, totalB);
+        EXPECT_TRUE(adjusted.outcome.changesReadings());
+        EXPECT_TRUE(adjusted.outcome.refusal.empty());
+    }
 }
 
 TEST(Adjustment, TotalsRunOnFromOneAdjustmentToTheNext) {
@@ -79,15 +81,6 @@ TEST(Adjustment, TotalsRunOnFromOneAdjustmentToTheNext) {
     EXPECT_EQ(adjusted.survey.EMAdjustTotalB, -1);
 }
 
-TEST(Adjustment, ScalesBothColumns) {
-    Adjusted adjusted;
-    adjusted.apply(scaleBy("2.0", ".5"));
-    EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
-    EXPECT_EQ(adjusted.em2(), (Readings{0.5, 1, 1.5, 2}));
-    EXPECT_TRUE(adjusted.outcome.changesReadings());
-    EXPECT_TRUE(adjusted.outcome.refusal.empty());
-}
-
 TEST(Adjustment, ScalesEM1OnlyOnASurveyWithOneReadingWhateverTheOtherFactorSays) {
     Adjusted adjusted;
     adjusted.survey.TwoEMColumns = false;
@@ -95,14 +88,6 @@ TEST(Adjustment, ScalesEM1OnlyOnASurveyWithOneReadingWhateverTheOtherFactorSays)
     EXPECT_EQ(adjusted.em1(), (Readings{20, 40, 0, -8}));
     EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
     EXPECT_TRUE(adjusted.outcome.refusal.empty());
-}
-
-TEST(Adjustment, AcceptsAFactorOfExactlyAHundredth) {
-    Adjusted adjusted;
-    adjusted.apply(scaleBy("0.01", "0.01"));
-    EXPECT_TRUE(adjusted.outcome.refusal.empty());
-    EXPECT_EQ(adjusted.em1()[0], 10 * 0.01);
-    EXPECT_EQ(adjusted.em2()[3], 4 * 0.01);
 }
 
 TEST(Adjustment, RefusesAShiftThatIsNoNumberInTheSameWordsForBothColumns) {
@@ -138,22 +123,17 @@ TEST(Adjustment, KeepsEM1ScaledWhenTheFactorOfEM2IsRefused) {
     }
 }
 
-TEST(Adjustment, AnOverflowChangesNothing) {
+TEST(Adjustment, AnOverflowOfReadingsOrOfTheTotalChangesNothing) {
     Adjusted adjusted;
     adjusted.survey.SiteData(kEM1, 3) = 1.5e308;
-    EXPECT_THROW(adjusted.apply(addToEM1("1.5e308")), RunTimeError);
-    EXPECT_THROW(adjusted.apply(scaleBy("2", "1")), RunTimeError);
-    EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, 1.5e308}));
-    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, 0);
-    EXPECT_FALSE(adjusted.outcome.changesReadings());
-}
-
-TEST(Adjustment, AnOverflowOfTheTotalChangesNothing) {
-    Adjusted adjusted;
     adjusted.survey.EMAdjustTotalB = 1.7e308;
-    EXPECT_THROW(adjusted.apply(addToEM2("1e308")), RunTimeError);
+    for (const auto& request : {addToEM1("1.5e308"), scaleBy("2", "1"), addToEM2("1e308")})
+        EXPECT_THROW(adjusted.apply(request), RunTimeError);
+    EXPECT_EQ(adjusted.em1(), (Readings{10, 20, 0, 1.5e308}));
     EXPECT_EQ(adjusted.em2(), (Readings{1, 2, 3, 4}));
+    EXPECT_EQ(adjusted.survey.EMAdjustTotalA, 0);
     EXPECT_EQ(adjusted.survey.EMAdjustTotalB, 1.7e308);
+    EXPECT_FALSE(adjusted.outcome.changesReadings());
 }
 
 TEST(Adjustment, AnOverflowInEM2IsKnownToHaveScaledEM1) {

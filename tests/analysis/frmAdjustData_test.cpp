@@ -51,6 +51,12 @@ class AdjustmentWindow : public testing::Test {
         QTest::keyClick(box, Qt::Key_Delete);
         QTest::keyClicks(box, QString::fromUtf8(text));
     }
+    // Chooses to scale by these factors.
+    void typeFactors(const char* factor1, const char* factor2) {
+        choose(window_->optScale);
+        type(window_->txtScale1, factor1);
+        type(window_->txtScale2, factor2);
+    }
     void compute() { QTest::mouseClick(window_->cmdCompute, Qt::LeftButton); }
     Texts em1() const {
         return textsOf({window_->lble1n, window_->lble1u, window_->lble1s, window_->lble1m, window_->lble1x,
@@ -198,23 +204,26 @@ TEST_F(AdjustmentWindow, PaintsTheFiguresAtOnce) {
     EXPECT_EQ(ratio.texts, QStringList{u"-0.150"_s});
 }
 
-TEST_F(AdjustmentWindow, ARefusedFactorOfEM2LeavesEM1ScaledAndTheFiguresAsTheyWere) {
+TEST_F(AdjustmentWindow, ARefusedFactorOfEM2LeavesEM1ScaledAndTellsSo) {
     open();
     const Texts figures = em1();
-    choose(window().optScale);
-    type(window().txtScale1, "2");
-    type(window().txtScale2, "0");
+    typeFactors("2", "0");
     boxes_.tell(u"Error! EM2 Scale factor must be >= 0.01"_s);
     compute();
     EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{20, 40, 0, -8}));
     EXPECT_EQ(readingsOf(theSurvey(), kEM2), (std::vector<double>{1, 2, 3, 6}));
     EXPECT_EQ(em1(), figures);
     EXPECT_EQ(changes(), 1);
+    EXPECT_EQ(window().lblNotice->text(), u"Every EM1 reading has been multiplied by 2."_s);
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
+    EXPECT_TRUE(window().cmdFinished->hasFocus()) << "a second Enter would scale EM1 again";
 
-    type(window().txtScale1, "1");
-    type(window().txtScale2, "x");
-    boxes_.tell(u"Error! Non-numeric EM2 scale factor detected."_s);
+    type(window().txtScale1, "x");
+    boxes_.tell(u"Error! Non-numeric EM1 scale factor detected."_s);
     compute();
+    EXPECT_EQ(window().lblNotice->text(), QString());
+    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
+    EXPECT_FALSE(window().cmdFinished->hasFocus()) << "nothing has been done that could be done twice";
     EXPECT_EQ(em1(), figures);
 }
 
@@ -241,7 +250,7 @@ TEST_F(AdjustmentWindow, AConstantEM1IsReportedOnceAndLeavesTheWindowUsable) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(AdjustmentWindow, OneSiteHasNoDeviation) {
+TEST_F(AdjustmentWindow, OneSiteHasNoDeviationWhichIsReportedOnce) {
     surveyUnderTest() = surveyOfReadings({-3}, {8});
     boxes_.tell(u"Division by zero"_s);
     open();
@@ -249,12 +258,6 @@ TEST_F(AdjustmentWindow, OneSiteHasNoDeviation) {
     EXPECT_EQ(em2(), (Texts{"1", "8.00", "n/a", "8.00", "8.00", "0"}));
     EXPECT_EQ(relation(), (Texts{"n/a", "n/a"}));
     EXPECT_TRUE(window().optAddEM2->isEnabled());
-}
-
-TEST_F(AdjustmentWindow, AnErrorOfOpeningIsNotReportedAgainWhenTheWindowIsShownAgain) {
-    surveyUnderTest() = surveyOfReadings({-3});
-    boxes_.tell(u"Division by zero"_s);
-    open();
     window().hide();
     window().show();
     QApplication::processEvents();
@@ -263,9 +266,7 @@ TEST_F(AdjustmentWindow, AnErrorOfOpeningIsNotReportedAgainWhenTheWindowIsShownA
 
 TEST_F(AdjustmentWindow, AnOverflowInEM2TellsOfTheScaledEM1) {
     open();
-    choose(window().optScale);
-    type(window().txtScale1, "2");
-    type(window().txtScale2, "1e308");
+    typeFactors("2", "1e308");
     boxes_.tell(u"Overflow"_s);
     compute();
     EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{20, 40, 0, -8}));
@@ -305,9 +306,7 @@ TEST_F(AdjustmentWindow, ShowsWhatHasBeenAppliedSinceTheImportAlsoWhenOpenedAgai
     type(window().txtAdjEC2, "-2.5");
     compute();
     EXPECT_EQ(window().lblNotice->text(), u"-2.5 has been added to every EM2 reading."_s);
-    choose(window().optScale);
-    type(window().txtScale1, "2");
-    type(window().txtScale2, "0.5");
+    typeFactors("2", "0.5");
     compute();
     EXPECT_EQ(window().lblNotice->text(),
               u"Every EM1 reading has been multiplied by 2. Every EM2 reading has been multiplied by 0.5."_s);
@@ -317,43 +316,18 @@ TEST_F(AdjustmentWindow, ShowsWhatHasBeenAppliedSinceTheImportAlsoWhenOpenedAgai
     EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 x 0.5 - 1.25"_s);
 }
 
-TEST_F(AdjustmentWindow, TellsOfWhatWasDoneBeforeARefusalAndOfNothingAfterOneAtOnce) {
+TEST_F(AdjustmentWindow, IsFinishedByASecondEnterUnlessAnotherNumberIsTyped) {
     open();
-    choose(window().optScale);
-    type(window().txtScale1, "2");
-    type(window().txtScale2, "0");
-    boxes_.tell(u"Error! EM2 Scale factor must be >= 0.01"_s);
-    compute();
-    EXPECT_EQ(window().lblNotice->text(), u"Every EM1 reading has been multiplied by 2."_s);
-    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
-    EXPECT_TRUE(window().cmdFinished->hasFocus()) << "a second Enter would scale EM1 again";
-    type(window().txtScale1, "x");
-    boxes_.tell(u"Error! Non-numeric EM1 scale factor detected."_s);
-    compute();
-    EXPECT_EQ(window().lblNotice->text(), QString());
-    EXPECT_EQ(window().lblTotals->text(), u"Since the import: EM1 x 2, EM2 unchanged"_s);
-    EXPECT_FALSE(window().cmdFinished->hasFocus()) << "nothing has been done that could be done twice";
-}
-
-TEST_F(AdjustmentWindow, IsFinishedByASecondEnter) {
-    open();
-    type(window().txtAdjEC1, "2");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_TRUE(window().cmdFinished->hasFocus());
+    for (const char* shift : {"2", "3"}) {
+        type(window().txtAdjEC1, shift);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_TRUE(window().isVisible());
+        EXPECT_TRUE(window().cmdFinished->hasFocus());
+    }
+    EXPECT_EQ(theSession().EMAdjustTotalA, 5);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(window().isVisible());
-    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{12, 22, 2, -2}));
-}
-
-TEST_F(AdjustmentWindow, ComputesOnEnterAgainOnceAnotherNumberIsTyped) {
-    open();
-    type(window().txtAdjEC1, "2");
-    compute();
-    type(window().txtAdjEC1, "3");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    EXPECT_TRUE(window().isVisible());
-    EXPECT_EQ(theSurvey().EMAdjustTotalA, 5);
+    EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{15, 25, 5, 1}));
 }
 
 }  // namespace tessel

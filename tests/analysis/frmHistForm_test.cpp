@@ -2,11 +2,11 @@
 #include "analysis/frmHistForm.h"
 
 #include "app/frmMain.h"
-#include "base/palette16.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
 #include "desktop/Windows.h"
 #include "support/ExpectedBoxes.h"
+#include "support/Pixels.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_survey.h"
@@ -326,9 +326,7 @@ TEST_F(HistogramWindow, BoxesGrowWithTheWindowAndAreDrawnAnew) {
 TEST_F(HistogramWindow, AlwaysShowsTheWhole) {
     openAndPlot();
     for (PictureBox* box : {window().HG1, window().HG2}) {
-        QWheelEvent wheel(QPointF(50, 50), box->mapToGlobal(QPointF(50, 50)), QPoint(), QPoint(0, 240),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(box, &wheel);
+        turnWheel(*box, {50, 50}, 240);
         QTest::keyClick(box, Qt::Key_Plus);
         EXPECT_EQ(box->scale(), Rectangle{});
         EXPECT_FALSE(box->hasFocus());
@@ -381,7 +379,7 @@ QColor barOnPaper(const QImage& page, int i, double top) {
 
 // A page is drawn with smoothing, which rounds.
 void expectPaletteColour(const QColor& seen, BasicColour number) {
-    const QColor wanted = QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number)]);
+    const QColor wanted = paletteColour(number);
     EXPECT_NEAR(seen.red(), wanted.red(), 3);
     EXPECT_NEAR(seen.green(), wanted.green(), 3);
     EXPECT_NEAR(seen.blue(), wanted.blue(), 3);

@@ -36,30 +36,30 @@ TEST(Histogram, StatisticsStandInTheOrderOfTheLabels) {
     EXPECT_EQ(statistics[3], 41);
 }
 
-TEST(Histogram, BinsOfReadingsThatRepeat) {
-    EXPECT_EQ(binsOf(surveyWithTies(), kEM1), (Bins{{1, 2}, {18, 3}, {30, 1}, {50, 4}}));
-    EXPECT_EQ(binsOf(surveyWithTies(), kEM2), (Bins{{1, 2}, {22, 3}, {30, 1}, {50, 4}}));
-    EXPECT_EQ(markOf(surveyWithTies(), kEM1), 28);
-    EXPECT_EQ(markOf(surveyWithTies(), kEM2), 29);
-}
-
-TEST(Histogram, BinsOfReadingsAroundZero) {
-    EXPECT_EQ(binsOf(surveyAroundZero(), kEM1),
-              (Bins{{1, 2}, {16, 1}, {18, 1}, {20, 3}, {24, 1}, {28, 1}, {29, 1}, {43, 1}, {50, 1}}));
-    EXPECT_EQ(binsOf(surveyAroundZero(), kEM2),
-              (Bins{{1, 1}, {11, 1}, {22, 1}, {28, 4}, {32, 1}, {36, 1}, {39, 1}, {41, 1}, {50, 1}}));
-    EXPECT_EQ(markOf(surveyAroundZero(), kEM1), 22);
-    EXPECT_EQ(markOf(surveyAroundZero(), kEM2), 28);
-}
-
-TEST(Histogram, BinsOfReadingsWithALargeOffset) {
-    EXPECT_EQ(binsOf(surveyWithLargeOffset(), kEM1),
-              (Bins{{1, 1}, {2, 1}, {3, 1}, {5, 1}, {6, 1}, {11, 1}, {16, 1}, {23, 1}, {37, 1}, {50, 1}}));
-    EXPECT_EQ(
-        binsOf(surveyWithLargeOffset(), kEM2),
-        (Bins{{1, 1}, {13, 1}, {26, 1}, {32, 1}, {39, 1}, {43, 1}, {45, 1}, {46, 1}, {48, 1}, {50, 1}}));
-    EXPECT_EQ(markOf(surveyWithLargeOffset(), kEM1), 15);
-    EXPECT_EQ(markOf(surveyWithLargeOffset(), kEM2), 33);
+TEST(Histogram, BinsOfReadingsThatRepeatLieAroundZeroOrHaveALargeOffset) {
+    const std::tuple<Survey, SiteColumn, Bins, int> cases[] = {
+        {surveyWithTies(), kEM1, {{1, 2}, {18, 3}, {30, 1}, {50, 4}}, 28},
+        {surveyWithTies(), kEM2, {{1, 2}, {22, 3}, {30, 1}, {50, 4}}, 29},
+        {surveyAroundZero(),
+         kEM1,
+         {{1, 2}, {16, 1}, {18, 1}, {20, 3}, {24, 1}, {28, 1}, {29, 1}, {43, 1}, {50, 1}},
+         22},
+        {surveyAroundZero(),
+         kEM2,
+         {{1, 1}, {11, 1}, {22, 1}, {28, 4}, {32, 1}, {36, 1}, {39, 1}, {41, 1}, {50, 1}},
+         28},
+        {surveyWithLargeOffset(),
+         kEM1,
+         {{1, 1}, {2, 1}, {3, 1}, {5, 1}, {6, 1}, {11, 1}, {16, 1}, {23, 1}, {37, 1}, {50, 1}},
+         15},
+        {surveyWithLargeOffset(),
+         kEM2,
+         {{1, 1}, {13, 1}, {26, 1}, {32, 1}, {39, 1}, {43, 1}, {45, 1}, {46, 1}, {48, 1}, {50, 1}},
+         33}};
+    for (const auto& [survey, column, bins, mark] : cases) {
+        EXPECT_EQ(binsOf(survey, column), bins) << mark;
+        EXPECT_EQ(markOf(survey, column), mark);
+    }
 }
 
 // Readings 0 to 100, so that t * 50 is half the reading: every odd one is a tie. 1 goes to 0, 3 and 5 to 2, 7
@@ -121,20 +121,15 @@ TEST(Histogram, FullestBarEndsATenthFromTheTopAndAnEmptyOneIsNoBar) {
 }
 
 TEST(Histogram, MeanMarkRoundsHalvesToEvenAndMayReachFifty) {
-    EXPECT_EQ(meanMark({25, 0, 0, 100}), 12);
-    EXPECT_EQ(meanMark({27, 0, 0, 100}), 14);
-    EXPECT_EQ(meanMark({99.9, 0, 0, 100}), 50);
-    EXPECT_EQ(meanMark({0.2, 0, 0, 100}), 0);
+    for (const auto& [mean, mark] : {std::pair(25.0, 12), {27, 14}, {99.9, 50}, {0.2, 0}})
+        EXPECT_EQ(meanMark({mean, 0, 0, 100}), mark) << mean;
 }
 
-TEST(Histogram, EqualReadingsDivideByZero) {
+TEST(Histogram, EqualReadingsOrOneSiteDivideByZero) {
     const Survey survey = surveyOfReadings({5, 5, 5});
     const HistogramStatistics statistics = histogramStatistics(survey, kEM1);
     EXPECT_EQ(errorNumberOf([&] { countBins(survey, kEM1, statistics); }), 11);
     EXPECT_EQ(errorNumberOf([&] { meanMark(statistics); }), 11);
-}
-
-TEST(Histogram, OneSiteDividesByZero) {
     EXPECT_EQ(errorNumberOf([] { histogramStatistics(surveyOfReadings({5}), kEM1); }), 11);
 }
 

@@ -25,43 +25,28 @@ std::vector<double> distancesOf(const LagDistances& lag) {
 // Calculated for the plot, as it does itself.
 LagDistances measuredLag(Survey& survey, LagMeasure measure) {
     Calculate_Distances(survey, distanceModeOf(measure));
-    return lagDistances(survey, measure);
+    return measuredLag(survey, measure);
 }
 
 }  // namespace
 
-TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRows) {
-    Survey survey = twoRows();
-    const LagDistances lag = measuredLag(survey, LagMeasure::kTrueDistance);
-    EXPECT_EQ(distancesOf(lag), (std::vector<double>{0, 10, 10, 40, 10, 10}));
-    EXPECT_EQ(lag.top, 40);
-    EXPECT_EQ(lag.header, "Sample Distance Plot (True Distance)");
-}
-
-TEST(LagDistance, IsMeasuredAlongOneCoordinateToo) {
-    Survey survey = twoRows();
-    const LagDistances alongX = measuredLag(survey, LagMeasure::kAlongX);
-    EXPECT_EQ(distancesOf(alongX), (std::vector<double>{0, 10, 10, 0, 10, 10}));
-    EXPECT_EQ(alongX.header, "Sample Distance Plot (By X)");
-    EXPECT_EQ(survey.MaxXDist, 10);
-    const LagDistances alongY = measuredLag(survey, LagMeasure::kAlongY);
-    EXPECT_EQ(distancesOf(alongY), (std::vector<double>{0, 0, 0, 40, 0, 0}));
-    EXPECT_EQ(alongY.header, "Sample Distance Plot (By Y)");
-    EXPECT_EQ(alongY.top, 40);
-}
-
-TEST(LagDistance, ReachesUpToTheMinimumDistanceAtLeast) {
-    Survey survey = twoRows();
-    survey.MinDistance = 75;
-    EXPECT_EQ(measuredLag(survey, LagMeasure::kTrueDistance).top, 75);
-}
-
-TEST(LagDistance, LeavesTheMeasureOfRowDetectionAlone) {
-    Survey survey = twoRows();
-    measuredLag(survey, LagMeasure::kAlongY);
-    EXPECT_TRUE(survey.UseTrueDist);
-    EXPECT_EQ(survey.DistanceMode, 1);
-    EXPECT_EQ(survey.NumRows, 2);
+TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRowsAlongOneCoordinateToo) {
+    const std::tuple<LagMeasure, std::vector<double>, double, const char*> cases[] = {
+        {LagMeasure::kTrueDistance, {0, 10, 10, 40, 10, 10}, 40, "Sample Distance Plot (True Distance)"},
+        {LagMeasure::kAlongX, {0, 10, 10, 0, 10, 10}, 20, "Sample Distance Plot (By X)"},
+        {LagMeasure::kAlongY, {0, 0, 0, 40, 0, 0}, 40, "Sample Distance Plot (By Y)"}};
+    for (const auto& [measure, distances, top, header] : cases) {
+        Survey survey = twoRows();
+        const LagDistances lag = measuredLag(survey, measure);
+        EXPECT_EQ(distancesOf(lag), distances);
+        EXPECT_EQ(lag.top, top);
+        EXPECT_EQ(lag.header, header);
+        EXPECT_TRUE(survey.UseTrueDist) << "the measure of row detection stays";
+        EXPECT_EQ(survey.DistanceMode, 1);
+        EXPECT_EQ(survey.NumRows, 2);
+        survey.MinDistance = 75;
+        EXPECT_EQ(measuredLag(survey, measure).top, 75) << "it reaches up to the minimum distance";
+    }
 }
 
 TEST(LagDistance, OfOneSiteIsNone) {

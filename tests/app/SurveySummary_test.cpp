@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/SurveySummary.h"
 
-#include "base/palette16.h"
 #include "desktop/ElidedLabel.h"
+#include "support/Pixels.h"
 
 namespace tessel {
 
@@ -70,7 +70,7 @@ TEST_F(Summary, ForgetsTheLinesBefore) {
 TEST_F(Summary, ShowsWhatMustBeKnownInTheWarningColour) {
     show({{Kind::kWarning, "Warning", "Attention", "Look!", {}, {}},
           {Kind::kFact, "Sites", "Sites", "1", {}, {}}});
-    const QColor red(QRgb{kBasicPalette[kRed]});
+    const QColor red = paletteColour(kRed);
     EXPECT_EQ(label(u"lblSummaryWarning"_s).palette().color(QPalette::WindowText), red);
     EXPECT_EQ(label(u"capSummaryWarning"_s).palette().color(QPalette::WindowText), red);
     EXPECT_NE(label(u"lblSummarySites"_s).palette().color(QPalette::WindowText), red);

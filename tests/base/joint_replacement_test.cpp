@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Two files that are replaced together: both are new or both are as they were, whatever fails.
 #include "base/file_replacement.h"
-#include "base/run_time_error.h"
 #include "support/file_calls.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
 namespace tessel {
@@ -57,12 +57,8 @@ class JointReplacement : public testing::TestWithParam<Situation> {
             const bool fails = isIt || (andAllOfItsNameBehind && calls > failing && call.name == name);
             return fails ? Answer(FileAnswer{-1, EIO}) : ofTheFileSystem(call);
         });
-        try {
-            replaceBoth();
-        } catch (const RunTimeError& error) {
-            return error.description();
-        }
-        return calls < failing ? "over" : "";
+        const std::string failure = descriptionOf([this] { replaceBoth(); });
+        return failure != "no error" ? failure : calls < failing ? "over" : "";
     }
 
     std::string before() const { return before_; }
@@ -160,14 +156,11 @@ TEST(ReplacedTogether, AFileOfSeveralNamesIsRefused) {
         FileReplacement one(folder / "one.txt"), other(folder / "other.txt");
         one.write("new");
         other.write("new");
-        try {
-            FileReplacement::commitTogether(swapped ? other : one, swapped ? one : other);
-            FAIL() << "was not refused";
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.description(), folder /
-                                               "other.txt cannot be replaced together with another file: "
-                                               "it has several names (hard links)");
-        }
+        EXPECT_EQ(
+            descriptionOf(
+                [&] { FileReplacement::commitTogether(swapped ? other : one, swapped ? one : other); }),
+            folder /
+                "other.txt cannot be replaced together with another file: it has several names (hard links)");
         EXPECT_EQ(readFile(folder / "one.txt"), "old one");
         EXPECT_EQ(readFile(folder / "second name.txt"), "old other");
     }
@@ -179,14 +172,10 @@ TEST(ReplacedTogether, OneFileUnderTwoNamesIsRefused) {
         if (exists) writeFile(folder / "field.txt", "old");
         std::filesystem::create_symlink("./field.txt", folder / "field.record.yaml");
         FileReplacement record(folder / "field.record.yaml"), field(folder / "field.txt");
-        try {
-            FileReplacement::commitTogether(record, field);
-            FAIL() << "was not refused";
-        } catch (const RunTimeError& error) {
-            EXPECT_EQ(error.description(), folder /
-                                               "field.txt cannot be replaced together with another file: "
-                                               "the name of the other one leads to it too");
-        }
+        EXPECT_EQ(descriptionOf([&] { FileReplacement::commitTogether(record, field); }),
+                  folder /
+                      "field.txt cannot be replaced together with another file: "
+                      "the name of the other one leads to it too");
         EXPECT_EQ(std::filesystem::exists(folder / "field.txt"), exists);
         if (exists) {
             EXPECT_EQ(readFile(folder / "field.txt"), "old");

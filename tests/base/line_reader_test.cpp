@@ -125,22 +125,6 @@ TEST_F(LineReaderTest, ReadsASingleLineOfAHundredMegabytes) {
     EXPECT_FALSE(reader.next(line));
 }
 
-// Twice as many lines must take about twice the time; a search through the buffer at each line would show.
-TEST_F(LineReaderTest, ReadsCarriageReturnsAloneAsFastAsLineFeeds) {
-    const auto seconds = [&](char end) {
-        std::string bytes;
-        for (int i = 0; i < 500'000; ++i)
-            bytes.append("12345678").push_back(end);
-        writeFile(path, bytes);
-        const auto start = std::chrono::steady_clock::now();
-        LineReader reader(path);
-        for (std::string_view line; reader.next(line);) {
-        }
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    EXPECT_LT(seconds('\r'), 10 * seconds('\n') + 0.1);
-}
-
 TEST_F(LineReaderTest, SaysWhyAFileCannotBeRead) {
     EXPECT_EQ(refusal(path), path + " cannot be opened: No such file or directory");
     EXPECT_EQ(errorNumberOf([&] { const LineReader reader(path); }), RunTimeError::kFile);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/sha256.h"
 
-#include "base/run_time_error.h"
 #include "support/reads.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
 namespace tessel {
@@ -16,11 +16,7 @@ std::string digestOf(std::string_view bytes) {
 }
 
 std::string failureOf(const std::string& path) {
-    try {
-        return sha256OfFile(path);
-    } catch (const RunTimeError& error) {
-        return error.description();
-    }
+    return descriptionOf([&] { sha256OfFile(path); });
 }
 
 }  // namespace

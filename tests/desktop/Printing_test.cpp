@@ -2,7 +2,6 @@
 #include "desktop/Printing.h"
 
 #include "desktop/FileDialogs.h"
-#include "support/FullDisk.h"
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
@@ -42,18 +41,6 @@ class PrintingFailure : public testing::Test {
 
 }  // namespace
 
-TEST_F(PrintingFailure, WhenTheDiskIsFullLeavesTheOldFile) {
-    writeFile(target, "old");
-    std::string description;
-    {
-        const FullDisk limit(4'000);
-        description = failure();
-    }
-    EXPECT_EQ(description.find(target + " cannot be written: there is no room for the page in "), 0U)
-        << description;
-    expectOldFileAlone();
-}
-
 TEST_F(PrintingFailure, WhenTheTargetIsReadOnlyOrAFolderOrItsFolderIsGone) {
     writeFile(target, "old");
     std::filesystem::permissions(target, std::filesystem::perms::owner_read);
@@ -73,13 +60,6 @@ TEST_F(PrintingFailure, WhenThereIsNoFolderForTemporaryFilesLeavesTheOldFile) {
     before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
     EXPECT_EQ(description, target + " cannot be written: no folder for the page can be made in " + target);
     expectOldFileAlone();
-}
-
-TEST_F(PrintingFailure, WhenThePrinterIsGoneNamesIt) {
-    printer = u"no-such-printer"_s;
-    const std::string description = failure();
-    EXPECT_NE(description, "no error");
-    EXPECT_EQ(description.find("no-such-printer cannot be printed on: "), 0U) << description;
 }
 
 TEST_F(PrintingFailure, IsNoneWhenTheFileCanBeWritten) {

@@ -117,15 +117,6 @@ TEST_F(TextEditor, ThatTheDesktopDoesNotFindIsReported) {
     qputenv("PATH", before);
 }
 
-TEST_F(TextEditor, AndTheFileMayHaveNamesThatAreNotUnicode) {
-    program("\xE9t");
-    theSession().TextEditor = folder / "\xE9t -w ";
-    const std::string name = folder / "Gel\xE4nde.dat";
-    writeFile(name, "");
-    startTextEditor(name);
-    EXPECT_EQ(whatWasOpened(folder / "\xE9t.opened"), name);
-}
-
 TEST_F(TextEditor, MayStayOpenLongerThanTheProgram) {
     const std::string editor = folder / "slow";
     writeFile(editor, "#!/bin/sh\nexec >/dev/null 2>&1\n: > \"$0.opened\"\nexec sleep 5\n");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "drawing/PictureBox.h"
 
-#include "base/palette16.h"
+#include "support/Pixels.h"
 
 namespace tessel {
 
@@ -23,25 +23,13 @@ class PictureBoxTest : public testing::Test {
         return box.grab().toImage().convertToFormat(QImage::Format_RGB32);
     }
 
-    QColor at(const QImage& image, double x, double y) const {
-        const QPointF p = box.toPixel(x, y) * image.devicePixelRatio();
-        return image.pixelColor(int(p.x()), int(p.y()));
-    }
-
-    static QColor palette(int number) { return QColor::fromRgb(kBasicPalette[std::size_t(number)]); }
-
-    static int count(const QImage& image, int colour) {
-        int found = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                found += image.pixelColor(x, y) == palette(colour);
-        return found;
-    }
-
-    void wheel(QPointF where, int angle) {
-        QWheelEvent event(where, box.mapToGlobal(where), QPoint(), QPoint(0, angle), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&box, &event);
+    QColor at(const QImage& image, double x, double y) const { return colourAt(image, box.toPixel(x, y)); }
+    static int count(const QImage& image, int colour) { return countColour(image, paletteColour(colour)); }
+    void wheel(QPointF where, int angle) { turnWheel(box, where, angle); }
+    void drag(Qt::MouseButton button) {
+        QTest::mousePress(&box, button, Qt::NoModifier, QPoint(200, 100));
+        QTest::mouseMove(&box, QPoint(240, 80));
+        QTest::mouseRelease(&box, button, Qt::NoModifier, QPoint(240, 80));
     }
 
     // An extent has its large y up.
@@ -72,10 +60,10 @@ TEST_F(PictureBoxTest, DrawsPointsLinesAndRectanglesOnItsScale) {
     drawPoint(0.5, 0.5, kBlue);
     box.drawLine(0.7, 1, 0.7, 0.2, kRed);
     const QImage image = grab();
-    EXPECT_EQ(at(image, 0.2, 0.8), palette(kLightYellow));
-    EXPECT_EQ(at(image, 0.5, 0.5), palette(kBlue));
-    EXPECT_EQ(at(image, 0.7, 0.6), palette(kRed));
-    EXPECT_EQ(at(image, 0.7, 0.1), palette(kBrightWhite));
+    EXPECT_EQ(at(image, 0.2, 0.8), paletteColour(kLightYellow));
+    EXPECT_EQ(at(image, 0.5, 0.5), paletteColour(kBlue));
+    EXPECT_EQ(at(image, 0.7, 0.6), paletteColour(kRed));
+    EXPECT_EQ(at(image, 0.7, 0.1), paletteColour(kBrightWhite));
     box.clear();
     EXPECT_EQ(count(grab(), kBrightWhite), image.width() * image.height());
 }
@@ -103,22 +91,8 @@ TEST_F(PictureBoxTest, ManyPointsFallWhereSinglePointsFall) {
     for (std::size_t i = 0; i < x.size(); ++i)
         drawPoint((x[i] - 436000) / 1000, 1 - (y[i] - 100) / 200, kBlue);
     EXPECT_EQ(many, grab());
-    EXPECT_EQ(at(many, 0.5, 0), palette(kBlue));
-    EXPECT_EQ(at(many, 0, 1), palette(kBlue));
-}
-
-TEST_F(PictureBoxTest, MaskedPointsAreNotDrawn) {
-    show();
-    const std::vector<double> x = {0.25, 0.75};
-    const std::vector<double> y = {0.5, 0.5};
-    const std::vector<std::uint8_t> second = {0, 1};
-    const std::vector<std::uint8_t> first = {1, 0};
-    box.setPenWidth(2);
-    box.drawPoints(x.data(), y.data(), second.data(), 2, {}, kBlue);
-    box.drawPoints(x.data(), y.data(), first.data(), 2, {}, kRed);
-    const QImage image = grab();
-    EXPECT_EQ(at(image, 0.25, 0.5), palette(kBlue));
-    EXPECT_EQ(at(image, 0.75, 0.5), palette(kRed));
+    EXPECT_EQ(at(many, 0.5, 0), paletteColour(kBlue));
+    EXPECT_EQ(at(many, 0, 1), paletteColour(kBlue));
 }
 
 TEST_F(PictureBoxTest, TheRubberBandLeavesThePictureAsItWas) {
@@ -128,7 +102,7 @@ TEST_F(PictureBoxTest, TheRubberBandLeavesThePictureAsItWas) {
     box.showRubberBand(0.1, 0.1, 0.6, 0.6, kGreen);
     EXPECT_GT(count(grab(), kGreen), 300);
     box.showRubberBand(0.9, 0.9, 0.4, 0.3, kGreen);
-    EXPECT_EQ(at(grab(), 0.1, 0.4), palette(kBrightWhite));
+    EXPECT_EQ(at(grab(), 0.1, 0.4), paletteColour(kBrightWhite));
     box.hideRubberBand();
     EXPECT_EQ(grab(), before);
     box.showCross(0.5, 0.5);
@@ -183,9 +157,7 @@ TEST_F(PictureBoxTest, KeepsItsScaleWhereItMayNotBeZoomed) {
     wheel({100, 50}, 240);
     QTest::keyClick(&box, Qt::Key_Plus);
     QTest::keyClick(&box, Qt::Key_Left, Qt::ControlModifier);
-    QTest::mousePress(&box, Qt::RightButton, Qt::NoModifier, QPoint(200, 100));
-    QTest::mouseMove(&box, QPoint(240, 80));
-    QTest::mouseRelease(&box, Qt::RightButton, Qt::NoModifier, QPoint(240, 80));
+    drag(Qt::RightButton);
     EXPECT_EQ(box.scale(), Rectangle{});
     EXPECT_EQ(redraw.count(), 0);
     box.setScale(Rectangle::at(0, 0, 1, 0.2));
@@ -196,9 +168,7 @@ TEST_F(PictureBoxTest, DraggingMovesTheScale) {
     show();
     for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
         box.setScale(Rectangle::at(0, 0, 1, 1));
-        QTest::mousePress(&box, button, Qt::NoModifier, QPoint(200, 100));
-        QTest::mouseMove(&box, QPoint(240, 80));
-        QTest::mouseRelease(&box, button, Qt::NoModifier, QPoint(240, 80));
+        drag(button);
         EXPECT_NEAR(box.scale().x.from, -0.1, 1e-9);
         EXPECT_NEAR(box.scale().y.from, 0.1, 1e-9);
         EXPECT_DOUBLE_EQ(box.scale().width(), 1);
@@ -229,13 +199,13 @@ TEST_F(PictureBoxTest, AskForARedrawAtANewSize) {
     EXPECT_GE(redraw.count(), 1);
     const QImage image = grab();
     EXPECT_EQ(image.size(), QSize(600, 300) * image.devicePixelRatio());
-    EXPECT_EQ(at(image, 0.5, 0.5), palette(kRed));
+    EXPECT_EQ(at(image, 0.5, 0.5), paletteColour(kRed));
 }
 
 TEST_F(PictureBoxTest, WhatIsDrawnBeforeTheFirstShowIsKept) {
     box.drawLine(0.5, 0, 0.5, 1, kRed);
     show();
-    EXPECT_EQ(at(grab(), 0.5, 0.5), palette(kRed));
+    EXPECT_EQ(at(grab(), 0.5, 0.5), paletteColour(kRed));
 }
 
 TEST_F(PictureBoxTest, PrintsWhatItShowsAtThePapersResolution) {
@@ -249,16 +219,14 @@ TEST_F(PictureBoxTest, PrintsWhatItShowsAtThePapersResolution) {
     QObject::connect(&box, &PictureBox::redrawNeeded, &box, draw);
     draw();
     const QImage before = grab();
-    QImage paper(1200, 600, QImage::Format_RGB32);
-    paper.setDotsPerMeterX(11811);
-    paper.setDotsPerMeterY(11811);
+    QImage paper = whitePaper({1200, 600}, 300);
     paper.fill(Qt::red);
     QPainter painter(&paper);
     box.print(painter, QRectF(100, 50, 1000, 500));
     painter.end();
-    EXPECT_EQ(paper.pixelColor(350, 300), palette(kBlue));
-    EXPECT_EQ(paper.pixelColor(600, 300), palette(kBrightWhite));
-    EXPECT_EQ(paper.pixelColor(50, 300), palette(kLightRed));
+    EXPECT_EQ(paper.pixelColor(350, 300), paletteColour(kBlue));
+    EXPECT_EQ(paper.pixelColor(600, 300), paletteColour(kBrightWhite));
+    EXPECT_EQ(paper.pixelColor(50, 300), paletteColour(kLightRed));
     EXPECT_EQ(count(paper, kBlue) + count(paper, kBrightWhite), 1000 * 500) << "nothing is blurred";
     EXPECT_EQ(grab(), before);
 }
@@ -281,7 +249,7 @@ TEST_F(PictureBoxTest, DataFarAwayIsClippedNotDrawn) {
     box.drawLine(-1e9, 0.5000005, 1e9, 0.5000005, kRed);
     box.fillRectangle(-5, 0.5000007, 5, 9, kGreen);
     const QImage image = grab();
-    EXPECT_EQ(at(image, 0.5000005, 0.5000009), palette(kGreen));
+    EXPECT_EQ(at(image, 0.5000005, 0.5000009), paletteColour(kGreen));
     EXPECT_GT(count(image, kRed), 300);
 }
 

@@ -28,29 +28,21 @@ struct Canvas {
 
 }  // namespace
 
-TEST(PointRaster, APenOfOnePixelColoursThePixelThatHoldsThePoint) {
-    Canvas canvas(10, 8);
-    canvas.stamp(penStamp(1, 0x0000FF), {3.0, 4.99}, {2.0, 7.5});
-    EXPECT_EQ(canvas.at(3, 2), kBlue);
-    EXPECT_EQ(canvas.at(4, 7), kBlue);
-    EXPECT_EQ(canvas.count(kBlue), 2);
-}
-
-TEST(PointRaster, APenOfTwoPixelsIsABlockAroundThePoint) {
-    Canvas canvas(10, 8);
-    canvas.stamp(penStamp(2, 0x0000FF), {5.0}, {4.0});
-    for (const int x : {4, 5})
-        for (const int y : {3, 4})
-            EXPECT_EQ(canvas.at(x, y), kBlue) << x << "," << y;
-    EXPECT_EQ(canvas.count(kBlue), 4);
-}
-
-TEST(PointRaster, AWidePenIsADiscWithoutCorners) {
-    Canvas canvas(20, 20);
-    canvas.stamp(penStamp(5, 0x0000FF), {10.5}, {10.5});
-    EXPECT_EQ(canvas.at(10, 8), kBlue);
-    EXPECT_EQ(canvas.at(8, 8), kWhite);
-    EXPECT_EQ(canvas.count(kBlue), 21);
+TEST(PointRaster, APenColoursThePixelThatHoldsThePointOrABlockOrADiscAroundIt) {
+    using Pixels = std::vector<std::pair<int, int>>;
+    const std::tuple<int, double, double, Pixels, int> cases[] = {
+        {1, 3.0, 2.0, {{3, 2}}, 1},
+        {1, 4.99, 7.5, {{4, 7}}, 1},
+        {2, 5, 4, {{4, 3}, {4, 4}, {5, 3}, {5, 4}}, 4},
+        {5, 10.5, 10.5, {{10, 8}}, 21}};
+    for (const auto& [width, x, y, blue, count] : cases) {
+        Canvas canvas(20, 20);
+        canvas.stamp(penStamp(width, 0x0000FF), {x}, {y});
+        for (const auto& [column, row] : blue)
+            EXPECT_EQ(canvas.at(column, row), kBlue) << width << ": " << column << "," << row;
+        EXPECT_EQ(canvas.count(kBlue), count) << width;
+        EXPECT_EQ(canvas.at(8, 8), kWhite) << "a disc has no corners";
+    }
 }
 
 TEST(PointRaster, StampsAreCutOffAtEveryEdgeAndNeverWriteBesideTheRaster) {

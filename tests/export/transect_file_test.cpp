@@ -144,24 +144,6 @@ TEST(TransectFile, CountsRowsFromTheBeginningRowBeyondWhatAnIntegerHolds) {
     EXPECT_EQ(exported(Survey{}), "");
 }
 
-TEST(TransectFile, HoldsEverySiteInOrder) {
-    const Survey survey = manySites(5000);
-    const std::vector<MadeSite> sites = sitesIn(survey);
-    std::string expected;
-    for (std::size_t i = 0; i < sites.size(); i += 500)
-        expected += exported(surveyWithRows({sites[i]}));
-    std::string sampled;
-    const std::string all = exported(survey);
-    std::size_t number = 0;
-    for (std::size_t start = 0; start < all.size(); ++number) {
-        const std::size_t end = all.find("\r\n", start) + 2;
-        if (number % 500 == 0) sampled += all.substr(start, end - start);
-        start = end;
-    }
-    EXPECT_EQ(number, 5000u);
-    EXPECT_EQ(sampled, expected);
-}
-
 TEST(TransectFile, ReplacesAnExistingFile) {
     const TemporaryFolder folder;
     writeFile(folder / "transect.txt", std::string(100000, 'x'));

@@ -61,17 +61,6 @@ class GenericImport : public ImportTest {
     }
     QColor fitColour() { return window.lblFit->palette().color(QPalette::WindowText); }
 
-    // Drags onto the file name's box; false when nothing that is dragged can be dropped there.
-    bool drop(const QMimeData& data) {
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        enter.ignore();
-        QCoreApplication::sendEvent(window.txtGFile, &enter);
-        if (!enter.isAccepted()) return false;
-        QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.txtGFile, &event);
-        return true;
-    }
-
     frmGeneric window{&main};
 };
 

@@ -29,34 +29,40 @@ TEST(FileKind, OfAnOrdinaryFileSaysNothing) {
     }
 }
 
-TEST(FileKind, KnowsSemicolonsWithDecimalCommas) {
-    EXPECT_TRUE(kindOf("1,5;2,5;3\n").decimalCommas);
-    EXPECT_TRUE(kindOf("Site;X;Y;EM1\n1;100,5;200,5;-3,1\n2;101;201;30\n3;101,5;201;30\n").decimalCommas);
-    EXPECT_TRUE(kindOf("1,5; 2,5;;3\n").decimalCommas);
-    EXPECT_FALSE(kindOf("1;2;3\n4;5;6\n").decimalCommas) << "no decimal comma";
-    EXPECT_FALSE(kindOf("1.5;2.5;3\n").decimalCommas);
-    EXPECT_FALSE(kindOf("1,;2\n").decimalCommas) << "nothing behind the comma";
-    EXPECT_FALSE(kindOf("1,5 2,5 3\n").decimalCommas) << "no semicolon";
-    EXPECT_FALSE(kindOf("1,5;2,5;3\n1,2,3\n4,5,6\n").decimalCommas) << "most lines are others";
-    EXPECT_FALSE(kindOf("1,5;2,5;3\n1,2,3\n").decimalCommas) << "half of them are";
-}
-
-TEST(FileKind, KnowsTabsBetweenValuesOfMostLines) {
-    EXPECT_TRUE(kindOf("1\t2\t3\n").tabs);
-    EXPECT_TRUE(kindOf("X\tY\tEM\n1.5,\t2\t3\n").tabs);
-    EXPECT_FALSE(kindOf("1 2 3\t\n\t4 5 6\n").tabs) << "around the values only";
-    EXPECT_FALSE(kindOf("X\tY\tEM\n1 2 3\n4 5 6\n").tabs);
-}
-
-TEST(FileKind, CountsTheLinesInFrontOfTheNumbers) {
-    EXPECT_EQ(kindOf("X,Y,EM1\n1,2,3\n").headerLines, 1);
-    EXPECT_EQ(kindOf("Field 7\n\nX Y EM1\n1 2 3\nX Y\n").headerLines, 3);
-    EXPECT_EQ(kindOf("\n\n1 2 3\n").headerLines, 0) << "blank lines are no header";
-    EXPECT_EQ(kindOf("X,Y\nno numbers\n").headerLines, 0);
-    EXPECT_EQ(
-        kindOf("Latitude\tLongitude\tTime\tCond.1\tCond.2\n5224.461145N\t00220.6W\t09:51:46\t4.9\t2.3\t7\n")
-            .headerLines,
-        1);
+TEST(FileKind, KnowsDecimalCommasTabsAndTheLinesInFrontOfTheNumbers) {
+    const struct {
+        const char* what;
+        const char* bytes;
+        bool decimalCommas, tabs;
+        int headerLines;
+    } cases[] = {
+        {"decimal commas", "1,5;2,5;3\n", true, false, 0},
+        {"below a header", "Site;X;Y;EM1\n1;100,5;200,5;-3,1\n2;101;201;30\n3;101,5;201;30\n", true, false,
+         1},
+        {"with blanks", "1,5; 2,5;;3\n", true, false, 0},
+        {"no decimal comma", "1;2;3\n4;5;6\n", false, false, 0},
+        {"points", "1.5;2.5;3\n", false, false, 0},
+        {"nothing behind the comma", "1,;2\n", false, false, 0},
+        {"no semicolon", "1,5 2,5 3\n", false, false, 0},
+        {"most lines are others", "1,5;2,5;3\n1,2,3\n4,5,6\n", false, false, 0},
+        {"half of them are", "1,5;2,5;3\n1,2,3\n", false, false, 0},
+        {"tabs", "1\t2\t3\n", false, true, 0},
+        {"tabs and commas", "X\tY\tEM\n1.5,\t2\t3\n", false, true, 1},
+        {"tabs around the values only", "1 2 3\t\n\t4 5 6\n", false, false, 0},
+        {"tabs in the header", "X\tY\tEM\n1 2 3\n4 5 6\n", false, false, 1},
+        {"a header", "X,Y,EM1\n1,2,3\n", false, false, 1},
+        {"a long one", "Field 7\n\nX Y EM1\n1 2 3\nX Y\n", false, false, 3},
+        {"blank lines are no header", "\n\n1 2 3\n", false, false, 0},
+        {"no numbers", "X,Y\nno numbers\n", false, false, 0},
+        {"degrees",
+         "Latitude\tLongitude\tTime\tCond.1\tCond.2\n5224.461145N\t00220.6W\t09:51:46\t4.9\t2.3\t7\n", false,
+         true, 1}};
+    for (const auto& [what, bytes, decimalCommas, tabs, headerLines] : cases) {
+        const FileKind kind = kindOf(bytes);
+        EXPECT_EQ(kind.decimalCommas, decimalCommas) << what;
+        EXPECT_EQ(kind.tabs, tabs) << what;
+        EXPECT_EQ(kind.headerLines, headerLines) << what;
+    }
 }
 
 TEST(FileKind, OfUtf16IsFoundInItsCharacters) {

@@ -172,31 +172,6 @@ TEST_F(GenericImport, BrowsesForAFileAndKeepsTheBoxWhenThatIsCancelled) {
     EXPECT_EQ(window.txtGFile->text(), u"/a folder/a file.txt"_s);
 }
 
-TEST_F(GenericImport, TakesAFileThatIsDropped) {
-    window.txtGFile->setText(u"typed"_s);
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(fromPath(folder / "100% ü.txt"))});
-    EXPECT_TRUE(drop(data));
-    EXPECT_EQ(window.txtGFile->text().toStdString(), folder / "100% ü.txt");
-    QMimeData words;
-    words.setText(u"words"_s);
-    EXPECT_FALSE(drop(words));
-    EXPECT_EQ(window.txtGFile->text().toStdString(), folder / "100% ü.txt");
-}
-
-TEST_F(GenericImport, TakesAPastedAddressAndAPathWithALineEnd) {
-    const std::string path = sensorFile("1 2 3\n");
-    for (const QString& text : {QUrl::fromLocalFile(fromPath(path)).toString(QUrl::FullyEncoded),
-                                u"  "_s + fromPath(path) + u" "_s}) {
-        window.show();
-        window.txtGFile->setText(text);
-        click(option(4));
-        boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
-        click(*window.cmdImport);
-    }
-    EXPECT_EQ(imported.count(), 2);
-}
-
 TEST_F(GenericImport, CancelledLeavesEverythingAsItWas) {
     for (const bool escape : {false, true}) {
         window.show();

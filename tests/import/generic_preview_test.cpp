@@ -57,38 +57,27 @@ TEST(GenericPreview, LooksAtThePartItIsGivenAndKeepsFiftyRecords) {
     EXPECT_TRUE(preview.fits(3));
 }
 
-TEST(GenericPreview, OfNothingHoldsNothing) {
+TEST(FitSentence, CountsTheValuesOfLinesAndLayoutAndNamesTheFirstLineThatDoesNotFit) {
+    const std::string fits = "The lines hold 3 values, this layout takes 3";
+    const std::string across = ", this layout takes 3: values would be read across line ends.";
+    const std::string notFitting = " does not fit, values may be read across its end.";
+    const std::pair<const char*, std::string> cases[] = {
+        {"", "The file holds no values."},
+        {"\n \t\n", "The file holds no values."},
+        {"1,2,3\n4,5,6\n", fits + "."},
+        {"1,2,\n,5,6\n7,,9\n", fits + "."},
+        {"1,2,3,\n4,5,6,\n", fits + "."},
+        {"1,2,3,4,5,6,7,8,9\n1,2,3,4,5,6,7,8,9\n", "The lines hold 9 values" + across},
+        {"1\n2\n3\n", "The lines hold 1 value" + across},
+        {"1,2,3,4\n1,2,3\n1,2,3,4\n", "Most lines hold 4 values" + across},
+        {"Field 7\n1 2 3\n4 5 6\n", fits + "; line 1" + notFitting},
+        {"1 2 3\n1 2 3 4\n", "Most lines hold 3 values, this layout takes 3; line 2" + notFitting},
+        {"1 2 3\n4 5\n6\n7 8 9\n1 2 3\n",
+         "Most lines hold 3 values, this layout takes 3; 2 lines of the beginning do not fit, the first is "
+         "line 2: values may be read across their ends."}};
+    for (const auto& [bytes, sentence] : cases)
+        EXPECT_EQ(sentenceOf(bytes, 4), sentence) << bytes;
     EXPECT_TRUE(previewOf("", 4).records.empty());
-    EXPECT_EQ(sentenceOf("", 4), "The file holds no values.");
-    EXPECT_EQ(sentenceOf("\n \t\n", 4), "The file holds no values.");
-}
-
-TEST(FitSentence, CountsTheValuesOfLinesAndLayout) {
-    EXPECT_EQ(sentenceOf("1,2,3\n4,5,6\n", 4), "The lines hold 3 values, this layout takes 3.");
-    EXPECT_EQ(sentenceOf("1,2,3,4,5,6,7,8,9\n1,2,3,4,5,6,7,8,9\n", 4),
-              "The lines hold 9 values, this layout takes 3: values would be read across line ends.");
-    EXPECT_EQ(sentenceOf("1\n2\n3\n", 4),
-              "The lines hold 1 value, this layout takes 3: values would be read across line ends.");
-    EXPECT_EQ(sentenceOf("1,2,3,4\n1,2,3\n1,2,3,4\n", 4),
-              "Most lines hold 4 values, this layout takes 3: values would be read across line ends.");
-}
-
-TEST(FitSentence, TakesMissingValuesForValuesAndACommaBehindEachLineForNone) {
-    EXPECT_EQ(sentenceOf("1,2,\n,5,6\n7,,9\n", 4), "The lines hold 3 values, this layout takes 3.");
-    EXPECT_EQ(sentenceOf("1,2,3,\n4,5,6,\n", 4), "The lines hold 3 values, this layout takes 3.");
-}
-
-TEST(FitSentence, NamesTheFirstLineThatDoesNotFit) {
-    EXPECT_EQ(sentenceOf("Field 7\n1 2 3\n4 5 6\n", 4),
-              "The lines hold 3 values, this layout takes 3; line 1 does not fit, values may be read across "
-              "its end.");
-    EXPECT_EQ(sentenceOf("1 2 3\n1 2 3 4\n", 4),
-              "Most lines hold 3 values, this layout takes 3; line 2 does not fit, values may be read across "
-              "its end.");
-    EXPECT_EQ(sentenceOf("1 2 3\n4 5\n6\n7 8 9\n1 2 3\n", 4),
-              "Most lines hold 3 values, this layout takes 3; 2 lines of the beginning do not fit, the first "
-              "is line 2: "
-              "values may be read across their ends.");
 }
 
 TEST(FittingLayouts, TakeAsManyValuesAsTheLinesHold) {

@@ -215,12 +215,6 @@ TEST_F(GenericFile, LeavesTheParametersAsTheyWere) {
     EXPECT_EQ(survey.SiteData(kEM1, 0), 3);  // and they are not applied
 }
 
-TEST_F(GenericFile, WithSitesThatAreNoPlaceOnEarthIsRead) {
-    const Survey survey = import("1e300,0,1\n-1e300,0,1\n").survey;
-    EXPECT_EQ(survey.NumSites, 2);
-    EXPECT_EQ(survey.NumRows, 1);
-}
-
 TEST_F(GenericFile, ThatCannotBeReadIsAnErrorAndKeepsTheLog) {
     writeFile(options.errorLogPath, "old");
     for (const std::string& unreadable : {folder / "missing.txt", folder.path()}) {

@@ -119,14 +119,6 @@ TEST_F(GenericFile, WithDecimalCommasTakesNoPointAndNoBlankInAValue) {
               "Line # 5 X Y E C  -> non-numeric X-coord data\r\n");
 }
 
-TEST_F(GenericFile, WithDecimalCommasLosesOneRecordToAMissingValue) {
-    options.decimalCommas = true;
-    EXPECT_EQ(sitesOf("1;2;\n4;;6\n;8;9\n1;2;3\n4;5;\n6"), "1 2 3;4 5 6;");
-    EXPECT_EQ(log(),
-              "Line # 1 1 2  -> incomplete record\r\nLine # 2 4  6  -> non-numeric Y-coord data\r\n"
-              "Line # 3  8 9  -> non-numeric X-coord data\r\n");
-}
-
 TEST_F(GenericFile, InUtf16IsReadAndLoggedInUtf8) {
     std::string bytes;
     for (const char16_t unit : std::u16string(u"X;Übersicht;EC\r\n1,5;2;3\r\n4;5;6"))

@@ -21,12 +21,10 @@ Lines previewOf(std::string_view bytes, int minLineLength = 1) {
 TEST(SensorFilePreview, HoldsTheFirstFiveLinesThatAreLongEnough) {
     EXPECT_EQ(previewOf("\n\nx\r\n11\n\n22\r33\n \n44\n55\n66\n"), (Lines{"11", "22", "33", "44", "55"}));
     EXPECT_EQ(previewOf("1\n22\n333\n", 2), Lines{"333"});
-}
-
-TEST(SensorFilePreview, OfAShortFileHoldsItsLines) {
-    EXPECT_EQ(previewOf(""), Lines{});
-    EXPECT_EQ(previewOf("\n\n"), Lines{});
     EXPECT_EQ(previewOf("11\n22"), (Lines{"11", "22"}));
+    for (const char* nothing : {"", "\n\n"})
+        EXPECT_EQ(previewOf(nothing), Lines{});
+    EXPECT_THROW(previewSensorFile("/none/none.dat", 1), RunTimeError);
 }
 
 TEST(SensorFilePreview, KeepsBytesAndCutsVeryLongLines) {
@@ -35,46 +33,29 @@ TEST(SensorFilePreview, KeepsBytesAndCutsVeryLongLines) {
     EXPECT_EQ(previewOf(std::string(20'000, 'x')), Lines{std::string(kPreviewWidth, 'x')});
 }
 
-TEST(SensorFilePreview, OfAFileThatIsGoneIsAnError) {
-    EXPECT_THROW(previewSensorFile("/none/none.dat", 1), RunTimeError);
-}
-
-TEST(FixedColumnNotice, OfAnOrdinaryFileIsNone) {
-    const FixedColumnNotice notice = fixedColumnNotice({});
-    EXPECT_EQ(notice.text, "");
-    EXPECT_FALSE(notice.isWarning);
-}
-
-TEST(FixedColumnNotice, WarnsOfWhatColumnsOfCharactersDoNotFit) {
-    FileKind kind;
-    kind.isText = false;
-    EXPECT_EQ(fixedColumnNotice(kind).text, "This is not a text file.");
-    EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
-    kind = {};
-    kind.tabs = true;
-    EXPECT_EQ(
-        fixedColumnNotice(kind).text,
-        "Tabs stand between the values: columns of characters will not line up; the generic import fits.");
-    EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
-    kind = {};
-    kind.decimalCommas = true;
-    EXPECT_EQ(fixedColumnNotice(kind).text,
-              "Semicolons stand between the values and commas in the numbers; the generic import fits.");
-    EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
-}
-
-TEST(FixedColumnNotice, TellsOfHeaderLinesAndUtf16WithoutAWarning) {
-    FileKind kind;
-    kind.headerLines = 1;
-    EXPECT_EQ(fixedColumnNotice(kind).text, "The first line is a header; it will be in the error log.");
-    kind.headerLines = 3;
-    kind.encoding = TextEncoding::kUtf16BigEndian;
-    EXPECT_EQ(fixedColumnNotice(kind).text,
-              "The text is UTF-16; it is read as what it says.\n"
-              "The first 3 lines are a header; they will be in the error log.");
-    EXPECT_FALSE(fixedColumnNotice(kind).isWarning);
-    kind.tabs = true;
-    EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
+TEST(FixedColumnNotice, WarnsOfWhatColumnsOfCharactersDoNotFitAndTellsOfTheRest) {
+    const std::tuple<std::function<void(FileKind&)>, const char*, bool> cases[] = {
+        {[](FileKind&) {}, "", false},
+        {[](FileKind& kind) { kind.isText = false; }, "This is not a text file.", true},
+        {[](FileKind& kind) { kind.tabs = true; },
+         "Tabs stand between the values: columns of characters will not line up; the generic import fits.",
+         true},
+        {[](FileKind& kind) { kind.decimalCommas = true; },
+         "Semicolons stand between the values and commas in the numbers; the generic import fits.", true},
+        {[](FileKind& kind) { kind.headerLines = 1; },
+         "The first line is a header; it will be in the error log.", false},
+        {[](FileKind& kind) { kind.headerLines = 3, kind.encoding = TextEncoding::kUtf16BigEndian; },
+         "The text is UTF-16; it is read as what it says.\n"
+         "The first 3 lines are a header; they will be in the error log.",
+         false}};
+    for (const auto& [change, text, isWarning] : cases) {
+        FileKind kind;
+        change(kind);
+        EXPECT_EQ(fixedColumnNotice(kind).text, text);
+        EXPECT_EQ(fixedColumnNotice(kind).isWarning, isWarning) << text;
+        kind.tabs = true;
+        EXPECT_TRUE(fixedColumnNotice(kind).isWarning);
+    }
 }
 
 }  // namespace tessel

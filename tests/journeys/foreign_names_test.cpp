@@ -96,11 +96,16 @@ TEST_F(ForeignNames, AreTakenByTheGenericImportHoweverTheyAreGiven) {
     for (const QString& typed : {legible(csv), address, u" "_s + address + u" "_s})
         importGeneric([&](QWidget& window) { typeInto(window, u"txtGFile"_s, typed); });
     importGeneric([&](QWidget& window) {
-        QMimeData dropped;
+        QMimeData words, dropped;
+        words.setText(u"words"_s);
         dropped.setData(u"text/uri-list"_s, address.toLatin1() + "\r\n");
         QWidget& box = control(window, u"txtGFile"_s);
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&box, &enter);
+        for (const QMimeData* data : {&words, &dropped}) {
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+            enter.ignore();
+            QCoreApplication::sendEvent(&box, &enter);
+            EXPECT_EQ(enter.isAccepted(), data == &dropped);
+        }
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&box, &drop);
         EXPECT_EQ(toPath(controlAs<QLineEdit>(window, u"txtGFile"_s).text()), toPath(csv));

@@ -124,16 +124,6 @@ TEST_F(SummaryAfterAnImport, ShowsTheLogAfterAFatalRowError) {
     EXPECT_EQ(started, QStringList{fromPath(folder / "error_log.dat")});
 }
 
-TEST_F(SummaryAfterAnImport, HidesTheFirstLinesOfTheLogWhenTheMenuOpensItAgain) {
-    expectGenericReport(0, 1);
-    importLines("x,1,5\n", 4);
-    EXPECT_TRUE(tells(u"LogLine"_s));
-    expectGenericReport(2, 1);
-    importLines("1,1,5\nx,1,5\n2,1,5\n", 4);
-    EXPECT_FALSE(tells(u"LogLine"_s));
-    EXPECT_TRUE(tells(u"LogLink"_s));
-}
-
 TEST_F(SummaryAfterAnImport, DoesNotPointToALogOfAnotherImport) {
     std::filesystem::create_directory(folder / "error_log.dat");
     boxes.tellBeginning(u"The error log could not be written:\n"_s);
@@ -152,14 +142,6 @@ TEST_F(SummaryAfterAnImport, SaysWhenTheLogHasGoneSince) {
     boxes.tellBeginning(fromPath(folder / "error_log.dat") + u" cannot be opened"_s);
     followTheLink();
     EXPECT_EQ(boxes.pending(), 0);
-}
-
-TEST_F(SummaryAfterAnImport, WarnsOfWhatASurveyorMustKnow) {
-    expectGenericReport(4, 0);
-    importLines("-64.41538,83.44219,5\n-64.41538,83.44219,6\n0,0,7\n-64.41537,83.44219,8\n", 4);
-    EXPECT_TRUE(main->surveySummary->text().contains("1 site lies at 0, 0."_L1));
-    EXPECT_TRUE(main->surveySummary->text().contains("33 % of the steps"_L1));
-    EXPECT_TRUE(main->surveySummary->text().contains("one single row"_L1));
 }
 
 }  // namespace tessel

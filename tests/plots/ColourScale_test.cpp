@@ -2,6 +2,7 @@
 #include "plots/ColourScale.h"
 
 #include "drawing/colour_map.h"
+#include "support/Pixels.h"
 
 #include <QImage>
 #include <QSignalSpy>
@@ -92,10 +93,7 @@ TEST_F(ColourScaleTest, IsZoomedAndMovedAsEverySurface) {
     QTest::keyClick(&scale, Qt::Key_Up, Qt::ControlModifier);
     expectRange(27.2, 59.2);
     QTest::keyClick(&scale, Qt::Key_Home);
-    const QPointF top = at(60);
-    QWheelEvent wheel(top, scale.mapToGlobal(top), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&scale, &wheel);
+    turnWheel(scale, at(60), 120);
     expectRange(28, 60);
 }
 

@@ -38,19 +38,6 @@ TEST_F(RowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
     EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
 }
 
-TEST_F(RowPlots, DisableWhatNeedsTwoRows) {
-    openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 90, 7, 7, 2}}));
-    click("Command2");
-    deletePoints({1});
-    expectSteps(false, false);
-    for (const QString& item : {u"mnuRow"_s, u"mnuDistance"_s, u"mnuGrid"_s, u"mnuData"_s, u"mnuStat"_s})
-        EXPECT_FALSE(main.menuItem(item)->isEnabled()) << item.toStdString();
-    EXPECT_TRUE(main.menuItem(u"mnuIDEW"_s)->isEnabled());
-    click("Command4");
-    EXPECT_TRUE(main.menuItem(u"mnuData"_s)->isEnabled());
-    EXPECT_FALSE(main.menuItem(u"mnuRow"_s)->isEnabled());
-}
-
 TEST_F(RowPlots, GiveTheRowDialogBackToASingleRowHoweverTheyAreLeft) {
     openByX(madeSurvey({{1, 1, 5, 5, 1}, {2, 1, 6, 6, 1}, {3, 90, 7, 7, 2}}));
     click("Command2");
@@ -105,18 +92,6 @@ TEST_F(RowPlots, NameTheAxesOfAnEmptiedRowForWhatTheyShow) {
     EXPECT_EQ(map.axisTitle(Chart2D::Axis::kX), u"Y (meters)"_s);
     EXPECT_EQ(map.axisTitle(Chart2D::Axis::kY), u"X (meters)"_s);
     EXPECT_EQ(profile.axisTitle(Chart2D::Axis::kX), u"Y (meters)"_s);
-}
-
-TEST_F(RowPlots, StayWhereADistanceBetweenTheSitesKeptHasASquareTooLarge) {
-    Survey survey =
-        madeSurvey({{0, 0, 1, 2, 1}, {1e154, 0, 1, 3, 1}, {2e154, 0, 1, 4, 1}, {2e154, 9, 1, 5, 2}});
-    openByX(survey);
-    deletePoints({2});
-    EXPECT_EQ(theSurvey().NumSites, 3);
-    EXPECT_EQ(theSurvey().NumPoints[1], 2);
-    EXPECT_EQ(theSurvey().MaxTrueDist, 2e154);
-    EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(editor.isVisible());
 }
 
 }  // namespace tessel

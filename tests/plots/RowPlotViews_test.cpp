@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journal/journal.h"
 #include "plots/chart_views.h"
+#include "support/Pixels.h"
 #include "support/RowPlots.h"
 
 namespace tessel {
@@ -10,12 +11,6 @@ namespace {
 // What the horizontal axis shows between the sides of the plot.
 void expectSameHorizontalView(const Chart2D& a, const Chart2D& b) {
     EXPECT_EQ(a.views().view(ChartViews::kX), b.views().view(ChartViews::kX));
-}
-
-void turnWheel(Chart2D& chart, const QPoint& place, int notches) {
-    QWheelEvent turn(QPointF(place), chart.mapToGlobal(QPointF(place)), {}, {0, 120 * notches}, Qt::NoButton,
-                     Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&chart, &turn);
 }
 
 void dragView(Chart2D& chart, const QPoint& from, const QPoint& to) {
@@ -119,7 +114,7 @@ TEST_F(RowPlots, KeepTheReadOutOfTheKeysWhenThePointerLeaves) {
 TEST_F(RowPlots, LookCloserAlongTheRowTogether) {
     openByX(threeRowSurvey());
     const Interval wholeOnMap = map.views().view(ChartViews::kY);
-    turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 2), 2);
+    turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 2), 240);
     EXPECT_TRUE(map.isZoomed());
     EXPECT_EQ(map.views().view(ChartViews::kY), wholeOnMap);
     expectSameHorizontalView(profile, map);
@@ -137,7 +132,7 @@ TEST_F(RowPlots, LookCloserAlongTheRowTogether) {
 
 TEST_F(RowPlots, LookCloserAtTheReadingsAlone) {
     openByX(threeRowSurvey());
-    turnWheel(profile, QPoint(3, profile.height() / 2), 2);
+    turnWheel(profile, QPoint(3, profile.height() / 2), 240);
     EXPECT_TRUE(profile.isZoomed());
     EXPECT_FALSE(map.isZoomed());
 }
@@ -151,7 +146,7 @@ TEST_F(RowPlots, KeepTheViewWhenSitesOfTheRowAreDeleted) {
         survey.NumRows = row;
         openByX(survey);
         if (row == 2) click("Command2");
-        turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 20), 2);
+        turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 20), 240);
         const ChartViews seen = profile.views(), seenOnMap = map.views();
         deletePoints({20});
         EXPECT_EQ(theSurvey().NumSites, 119);
@@ -168,7 +163,7 @@ TEST_F(RowPlots, KeepThePartOfTheRowWhereTheReadingsAreGoneThatWereLookedAt) {
     Survey survey = longRowSurvey(120);
     survey.SiteData(kEM1, 19) = 500;
     openByX(survey);
-    turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 20), 6);
+    turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 20), 720);
     const Interval seen = map.views().view(ChartViews::kX);
     ASSERT_GT(profile.views().view(ChartViews::kY).from, 20);
     deletePoints({20});
@@ -183,7 +178,7 @@ TEST_F(RowPlots, FitTheRowAnewAfterADeletionUnlessTheUserLooksCloser) {
     deletePoints({5});
     EXPECT_FALSE(profile.isZoomed());
     expectRange(profile, Chart2D::Axis::kX, 98.5, 131.5);
-    turnWheel(map, pixelOf(map, Chart2D::kData, 1, 2), 2);
+    turnWheel(map, pixelOf(map, Chart2D::kData, 1, 2), 240);
     click("Command2");
     EXPECT_FALSE(map.isZoomed());
 }

@@ -109,12 +109,8 @@ TEST_F(SurveyGrid, ShowsTheHourglassUntilItIsDrawn) {
 TEST_F(SurveyGrid, ColoursRowsInTurnsOfFifteen) {
     plot(surveyOfRows(31));
     const auto colour = [this](int row) { return chart.seriesStyle(Chart2D::kData, row).colour; };
-    EXPECT_EQ(colour(1), 1);
-    EXPECT_EQ(colour(14), 14);
-    EXPECT_EQ(colour(15), 0);
-    EXPECT_EQ(colour(16), 1);
-    EXPECT_EQ(colour(30), 0);
-    EXPECT_EQ(colour(31), 1);
+    for (const auto& [row, number] : {std::pair(1, 1), {14, 14}, {15, 0}, {16, 1}, {30, 0}, {31, 1}})
+        EXPECT_EQ(colour(row), number) << row;
 }
 
 TEST_F(SurveyGrid, SharesItsLimits) {

@@ -50,25 +50,22 @@ TEST(AxisTicks, LabelsNeverTouchOnAnyLengthOfAxis) {
 }
 
 TEST(AxisTicks, AreTwoAtLeastWhereverTwoLabelsFindRoom) {
-    // The longest labels here have eleven letters and signs of seven pixels.
-    for (double length = 185; length < 2000; length += 13)
-        for (double range = 1e-2; range < 1e7; range *= 1.37)
-            for (const double lower : {0.0, -range / 3, 436000.12, 5512000.7}) {
-                const TickStep ticks = chooseTickStep({lower, lower + range}, room(length));
-                EXPECT_GT(distanceOfLabels(lower, lower + range, ticks), 0)
-                    << length << " pixels from " << lower << ", range " << range;
-            }
-}
-
-TEST(AxisTicks, AreTwoAtLeastOnALowAxis) {
-    for (double length = 44; length < 400; length += 3)
-        for (double range = 1e-2; range < 1e7; range *= 1.37)
-            for (const double lower : {0.0, -range / 3, 16.5, 5512000.7}) {
-                const TickRoom low{length, 44, 7, [](const std::string&) { return 17.0; }};
-                const TickStep ticks = chooseTickStep({lower, lower + range}, low);
-                const double apart = distanceOfLabels(lower, lower + range, ticks) / range * length;
-                EXPECT_GE(apart, 17) << length << " pixels from " << lower << ", range " << range;
-            }
+    // The longest labels here have eleven letters and signs of seven pixels; on a low axis they are 17 high.
+    const auto low = [](double length) {
+        return TickRoom{length, 44, 7, [](const std::string&) { return 17.0; }};
+    };
+    for (double range = 1e-2; range < 1e7; range *= 1.37)
+        for (const double lower : {0.0, -range / 3, 16.5, 436000.12, 5512000.7}) {
+            const auto apart = [&](const TickRoom& r) {
+                return distanceOfLabels(lower, lower + range, chooseTickStep({lower, lower + range}, r)) /
+                       range * r.length;
+            };
+            SCOPED_TRACE(range);
+            for (double length = 185; length < 2000; length += 13)
+                EXPECT_GT(apart(room(length)), 0) << length << " pixels from " << lower;
+            for (double length = 44; length < 400; length += 3)
+                EXPECT_GE(apart(low(length)), 17) << length << " pixels from " << lower;
+        }
 }
 
 TEST(AxisTicks, StandAtTheEndsAloneWhereLabelsLeaveNoRoomForMore) {

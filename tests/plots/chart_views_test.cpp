@@ -30,14 +30,6 @@ TEST(ChartViews, KeepLimitsAsTheyWereSet) {
     EXPECT_FALSE(views.isZoomed());
 }
 
-TEST(ChartViews, TheSecondYAxisFollowsTheFirstUntilItIsSet) {
-    ChartViews views = hundredByFifty();
-    expectView(views, ChartViews::kY2, 0, 50);
-    views.setLimits(ChartViews::kY2, {1, 2});
-    views.setLimits(ChartViews::kY, {0, 80});
-    expectView(views, ChartViews::kY2, 1, 2);
-}
-
 TEST(ChartViews, ZoomAroundAPlaceOfThePlotArea) {
     ChartViews views = hundredByFifty();
     views.zoom(0.25, 0.5, 1, 0.5);
@@ -81,30 +73,20 @@ TEST(ChartViews, StayWhereTheyAreWhenTheLimitsAreSetAnew) {
     expectView(views, ChartViews::kX, 10, 120);
 }
 
-TEST(ChartViews, ShowTheNewLimitsWhereNothingOfThemWouldBeInSight) {
-    ChartViews before = hundredByFifty();
-    before.zoom(0, 0.5, 0, 0.5);  // 0 to 50, and 0 to 25
-    ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kX, {50, 90});
-    views.keepViews(before);
-    EXPECT_FALSE(views.isZoomed());
-}
-
-TEST(ChartViews, ShowTheNewLimitsWhereAnAxisRunsTheOtherWay) {
-    ChartViews before = hundredByFifty();
-    before.zoom(0, 0.5, 0, 0.5);
-    ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kY, {50, 0});
-    views.keepViews(before);
-    EXPECT_FALSE(views.isZoomed());
-}
-
-TEST(ChartViews, ThatWereNotZoomedShowTheNewLimits) {
-    ChartViews views = hundredByFifty();
-    views.setLimits(ChartViews::kX, {500, 900});
-    views.keepViews(hundredByFifty());
-    EXPECT_FALSE(views.isZoomed());
-    expectView(views, ChartViews::kX, 500, 900);
+TEST(ChartViews, ShowTheNewLimitsWhereNothingOfThemWouldBeInSightOrAnAxisRunsTheOtherWay) {
+    const std::tuple<bool, ChartViews::Axis, Interval> cases[] = {
+        {true, ChartViews::kX, {50, 90}},  // what was seen are 0 to 50, and 0 to 25
+        {true, ChartViews::kY, {50, 0}},
+        {false, ChartViews::kX, {500, 900}}};
+    for (const auto& [wasZoomed, axis, limits] : cases) {
+        ChartViews before = hundredByFifty();
+        if (wasZoomed) before.zoom(0, 0.5, 0, 0.5);
+        ChartViews views = hundredByFifty();
+        views.setLimits(axis, limits);
+        views.keepViews(before);
+        EXPECT_FALSE(views.isZoomed());
+        expectView(views, axis, limits.from, limits.to);
+    }
 }
 
 }  // namespace tessel

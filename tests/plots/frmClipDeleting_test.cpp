@@ -77,30 +77,6 @@ TEST_F(ClipWindow, DeletesOnYesOnly) {
     expectState(kBrowsing, 0, 4);
 }
 
-TEST_F(ClipWindow, DeletesAlsoWhereADistanceBetweenTheSitesKeptHasASquareTooLarge) {
-    surveyUnderTest().NumSites = 3;
-    for (int i = 0; i < 3; ++i) {
-        surveyUnderTest().SiteData(kX, i) = 1e154 * i;
-        surveyUnderTest().SiteData(kY, i) = i;
-        surveyUnderTest().SiteData(kRow, i) = 1;
-    }
-    openOnFullMap();
-    click(window->cmdClipOn);
-    drawRectangle(pixel(0.4, 0.2), pixel(0.6, 0.8));
-    click(window->cmdClipOff);
-    boxes.ask(true, kDeleteQuestion);
-    boxes.tell(u"All masked sites have been deleted."_s);
-    click(window->cmdDelete);
-    EXPECT_EQ(theSurvey().NumSites, 2);
-    EXPECT_EQ(window->lblMS->text(), u"0"_s);
-    EXPECT_EQ(window->lblVS->text(), u"2"_s);
-    EXPECT_EQ(window->lblDS->text(), u"1"_s);
-    EXPECT_EQ(usable().join(u' '), kBrowsing);
-    EXPECT_EQ(changes->count(), 1);
-    EXPECT_TRUE(shows(kBlue));
-    EXPECT_FALSE(shows(kLightYellow));
-}
-
 TEST_F(ClipWindow, DeletingWithNothingMaskedKeepsEverySiteAndSaysThatAllAreDeleted) {
     openOnFullMap();
     boxes.ask(true, kDeleteQuestion);

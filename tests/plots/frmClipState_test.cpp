@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
+#include "support/Pixels.h"
 
 namespace tessel {
 
@@ -101,9 +102,7 @@ TEST_F(ClipWindowState, IsWhitePaperBeforeAMapIsChosen) {
     open();
     QTest::mouseMove(window->picMapZoom, QPoint(100, 100));
     EXPECT_EQ(window->picMapZoom->cursor().shape(), Qt::CrossCursor);
-    QWheelEvent turn(QPointF(50, 50), window->picMapZoom->mapToGlobal(QPointF(50, 50)), {}, {0, 120},
-                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(window->picMapZoom, &turn);
+    turnWheel(*window->picMapZoom, {50, 50}, 120);
     QTest::keyClick(window, Qt::Key_Plus);
     EXPECT_EQ(window->picMapZoom->scale(), (Rectangle{}));
     EXPECT_EQ(window->txtXloc->text(), QString());

@@ -5,61 +5,48 @@
 
 namespace tessel {
 
+namespace {
+
 namespace fs = std::filesystem;
 
-TEST(ProgramDirectories, AreTheProgramsOwnFolderWhenItsHelpStandsBesideIt) {
-    TemporaryFolder folder;
+// The folders that a program in `bin` of this folder finds: the one to read in and the one to write in.
+class ProgramDirectories : public FolderTest {
+  protected:
+    std::pair<std::string, std::string> found(const std::string& bin, const std::string& users) const {
+        Session session;
+        findProgramDirectories(session, bin, users);
+        return {session.AppDir, session.DataDir};
+    }
+    const std::string share = folder / "share/varn-tessel";
+};
+
+}  // namespace
+
+TEST_F(ProgramDirectories, AreShareAndTheUsersFolderUnlessHelpStandsBesideTheProgram) {
+    using Folders = std::pair<std::string, std::string>;
+    const std::string bin = folder / "bin", users = folder / "home/data";
+    EXPECT_EQ(found(bin, users), (Folders{bin, bin})) << "there is nothing else";
+    fs::create_directories(bin);
+    fs::create_directories(share);
+    for (const std::string& none : {std::string(), path + "/data"}) {
+        writeFile(path, "a file, not a folder");
+        EXPECT_EQ(found(bin, none), (Folders{share, share})) << "there is no users' folder";
+    }
+    EXPECT_EQ(found(bin, users), (Folders{share, users}));
+    EXPECT_TRUE(fs::is_directory(users));
     fs::create_directories(folder / "bin/helpdocs");
-    fs::create_directories(folder / "share/varn-tessel");
-    Session session;
-    findProgramDirectories(session, folder / "bin", folder / "home/data");
-    EXPECT_EQ(session.AppDir, folder / "bin");
-    EXPECT_EQ(session.DataDir, folder / "bin");
-    EXPECT_FALSE(fs::exists(folder / "home"));
+    EXPECT_EQ(found(bin, folder / "other/data"), (Folders{bin, bin}));
+    EXPECT_FALSE(fs::exists(folder / "other"));
 }
 
-TEST(ProgramDirectories, OfAnInstalledProgramReadFromShareAndWriteInTheUsersFolder) {
-    TemporaryFolder folder;
-    fs::create_directories(folder / "bin");
-    fs::create_directories(folder / "share/varn-tessel");
-    Session session;
-    findProgramDirectories(session, folder / "bin", folder / "home/data");
-    EXPECT_EQ(session.AppDir, folder / "share/varn-tessel");
-    EXPECT_EQ(session.DataDir, folder / "home/data");
-    EXPECT_TRUE(fs::is_directory(folder / "home/data"));
-}
-
-TEST(ProgramDirectories, FallBackToTheReadingFolderWhenThereIsNoUsersFolder) {
-    TemporaryFolder folder;
-    fs::create_directories(folder / "bin");
-    fs::create_directories(folder / "share/varn-tessel");
-    writeFile(folder / "home", "a file, not a folder");
-    Session session;
-    findProgramDirectories(session, folder / "bin", folder / "home/data");
-    EXPECT_EQ(session.DataDir, folder / "share/varn-tessel");
-    findProgramDirectories(session, folder / "bin", "");
-    EXPECT_EQ(session.DataDir, folder / "share/varn-tessel");
-}
-
-TEST(ProgramDirectories, AreTheProgramsOwnFolderWhenThereIsNothingElse) {
-    TemporaryFolder folder;
-    Session session;
-    findProgramDirectories(session, folder.path(), folder / "home");
-    EXPECT_EQ(session.AppDir, folder.path());
-    EXPECT_EQ(session.DataDir, folder.path());
-}
-
-TEST(ProgramDirectories, MayHaveNamesThatAreNotUtf8) {
-    TemporaryFolder folder;
+TEST_F(ProgramDirectories, MayHaveNamesThatAreNotUtf8) {
     fs::create_directories(folder / "Gel\xE4nde/bin");
     fs::create_directories(folder / "Gel\xE4nde/share/varn-tessel");
-    Session session;
-    findProgramDirectories(session, folder / "Gel\xE4nde/bin", folder / "Andr\xE9/data");
-    EXPECT_EQ(session.AppDir, folder / "Gel\xE4nde/share/varn-tessel");
-    EXPECT_EQ(session.DataDir, folder / "Andr\xE9/data");
+    EXPECT_EQ(found(folder / "Gel\xE4nde/bin", folder / "Andr\xE9/data"),
+              std::pair(folder / "Gel\xE4nde/share/varn-tessel", folder / "Andr\xE9/data"));
 }
 
-TEST(ProgramDirectories, BeginAtTheProgramThatRuns) {
+TEST_F(ProgramDirectories, BeginAtTheProgramThatRuns) {
     EXPECT_TRUE(fs::exists(executableFolder() + "/tessel_compute_tests"));
 }
 

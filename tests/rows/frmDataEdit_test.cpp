@@ -309,16 +309,6 @@ TEST_F(RowDialog, FollowsTheRowLimitWhenItComesToTheFront) {
     EXPECT_TRUE(dialog_->Option2->isEnabled());
 }
 
-TEST_F(RowDialog, DeletesARowAlsoWhereADistanceLeftHasASquareTooLarge) {
-    surveyUnderTest() = surveyWithRows({{0, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
-    enter(dialog_->Option2, u"2"_s);
-    press();
-    EXPECT_EQ(rowsNow(), (std::vector<double>{1, 2}));
-    EXPECT_EQ(changed_->count(), 1);
-    EXPECT_EQ(theSurvey().MaxTrueDist, 2e154);
-    EXPECT_FALSE(dialog_->isVisible());
-}
-
 TEST_F(RowDialog, SaysWhenTheSurveyHasMeanwhileBeenEmptied) {
     choose(dialog_->Option3);
     dialog_->Text1->setText(u"5"_s);

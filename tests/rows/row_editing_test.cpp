@@ -162,16 +162,6 @@ TEST(DeletingARow, MovesLaterSitesUpWithEverythingThatIsTheirs) {
     expectInStep(survey);
 }
 
-TEST(DeletingARow, NeedsNoCountThatWasMadeBeforeAndLeavesEarlierRowsAlone) {
-    for (const auto& [row, left] : {std::pair(3, std::vector<double>{1, 1, 2, 3}), {4, {1, 1, 2, 3, 3}}}) {
-        Survey survey = fourRows();
-        survey.NumPoints.fill(0);
-        Delete_Row(survey, row);
-        EXPECT_EQ(rowsOf(survey), left);
-        expectInStep(survey);
-    }
-}
-
 TEST(DeletingARow, TheOnlyOneEmptiesTheSurvey) {
     Survey survey = surveyWithRows({{1, 2, 3, 4, 1}, {5, 6, 7, 8, 1}});
     Delete_Row(survey, 1);
@@ -198,16 +188,6 @@ TEST(DeletingARow, WorksWithoutSiteNumbersAndSecondReading) {
     EXPECT_EQ(survey.NumSites, 4);
     EXPECT_EQ(survey.SiteData(kEM1, 0), 12);
     EXPECT_TRUE(survey.SiteID.empty());
-}
-
-TEST(DeletingARow, MayLeaveADistanceWhoseSquareIsTooLarge) {
-    Survey survey = surveyWithRows(
-        {{0, 0, 1, 1, 1}, {1, 0, 1, 1, 1}, {1e154, 0, 1, 1, 2}, {1e154, 9, 1, 1, 2}, {2e154, 0, 1, 1, 3}});
-    Delete_Row(survey, 2);
-    EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2}));
-    EXPECT_EQ(survey.NumRows, 2);
-    EXPECT_EQ(survey.NumPoints[2], 1);
-    EXPECT_EQ(survey.MaxTrueDist, 2e154);
 }
 
 TEST(EditingRows, AgreesWithTheLiteralRulesOnRandomSurveys) {

@@ -152,27 +152,6 @@ TEST(RowDeletion, TakesExactlyTheSelectedSitesInEitherOrder) {
     }
 }
 
-TEST(RowDeletion, RenumbersTheRowsBehindARowThatLostItsLastSite) {
-    Survey survey = threeRows();
-    EXPECT_EQ(deletePoints(survey, 2, {1}), 1);
-    EXPECT_EQ(survey.NumRows, 2);
-    EXPECT_EQ(survey.NumPoints[1], 3);
-    EXPECT_EQ(survey.NumPoints[2], 2);
-    EXPECT_EQ(survey.NumPoints[3], 0);
-    EXPECT_EQ(survey.SiteData(kRow, 3), 2);
-    EXPECT_EQ(survey.SiteData(kRow, 2), 1);
-}
-
-TEST(RowDeletion, CanEmptyTheSurvey) {
-    Survey survey = madeSurvey({{1, 1, 1, 1, 1}, {2, 2, 2, 2, 1}});
-    EXPECT_EQ(deletePoints(survey, 1, {2, 1}), 1);
-    EXPECT_EQ(survey.NumSites, 0);
-    EXPECT_EQ(survey.NumRows, 0);
-    EXPECT_EQ(survey.RowIndex, 0);
-    EXPECT_EQ(survey.NumPoints[1], 0);
-    EXPECT_EQ(survey.MaxTrueDist, 0);
-}
-
 TEST(RowDeletion, OfNothingChangesNothing) {
     Survey survey = threeRows();
     EXPECT_EQ(deletePoints(survey, 1, {}), 0);
