@@ -184,25 +184,6 @@ TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
         EXPECT_EQ(seen.width(bin), 4);
 }
 
-// Readings 0 to 49.99 and one at each whole number: every bin holds one, so that every colour is seen.
-TEST_F(HistogramWindow, BarsUpToTheMarkOfTheMeanAreLightTheOthersDark) {
-    std::vector<double> readings;
-    for (int bin = 1; bin <= 50; ++bin)
-        readings.push_back(bin);
-    surveyUnderTest() = surveyOfReadings(readings, {readings.rbegin(), readings.rend()});
-    // Of 1..50 the mean is 25.5 and t * 50 of it is 24.5 * 50 / 49 = 25 exactly: the mark is 25.
-    openAndPlot();
-    const SeenHistogram seen1(window().HG1);
-    const SeenHistogram seen2(window().HG2);
-    const HistogramStatistics statistics = histogramStatistics(theSurvey(), kEM1);
-    const BinCounts counts = countBins(theSurvey(), kEM1, statistics);
-    for (int i = 1; i <= 50; ++i) {
-        if (counts[static_cast<std::size_t>(i - 1)] == 0) continue;
-        EXPECT_EQ(seen1.foot(i), i <= 25 ? kLightBlue : kBlue) << i;
-        EXPECT_EQ(seen2.foot(i), i <= 25 ? kLightGreen : kGreen) << i;
-    }
-}
-
 // EM2 fills bins 1, 26, 50 (one each) and 46 (five); its mean 600 / 8 = 75 puts the mark at 37.5 rounded to
 // even, 38, where that of EM1 is 12.
 TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
@@ -221,16 +202,6 @@ TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
 
     EXPECT_EQ(pointerWhilePrinting(window(), *window().mnuPrint), Qt::WaitCursor);
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
-}
-
-TEST_F(HistogramWindow, LeavesNoBarsOfAnEarlierPlot) {
-    openAndPlot();
-    ASSERT_EQ(SeenHistogram(window().HG1).foot(11), kLightBlue);
-    ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
-    surveyUnderTest() = surveyOfReadings({0, 0, 100}, {0, 0, 100});
-    plot();
-    EXPECT_EQ(SeenHistogram(window().HG1).foot(11), kBrightWhite);
-    EXPECT_EQ(SeenHistogram(window().HG2).foot(46), kBrightWhite);
 }
 
 TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierOneAway) {

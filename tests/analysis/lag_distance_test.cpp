@@ -25,7 +25,7 @@ std::vector<double> distancesOf(const LagDistances& lag) {
 // Calculated for the plot, as it does itself.
 LagDistances measuredLag(Survey& survey, LagMeasure measure) {
     Calculate_Distances(survey, distanceModeOf(measure));
-    return measuredLag(survey, measure);
+    return lagDistances(survey, measure);
 }
 
 }  // namespace

@@ -6,12 +6,6 @@
 #include "support/made_faults.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <random>
-
 namespace tessel {
 
 namespace {

@@ -62,12 +62,6 @@ TEST_F(MainWindow, AsksOnceAndEndsTheProgramWhileItRuns) {
     EXPECT_EQ(boxes.pending(), 0);
 }
 
-TEST_F(MainWindow, ClosesWithoutAQuestionAfterAnExport) {
-    window.show();
-    theSession().DataSaved = true;
-    EXPECT_TRUE(window.close());
-}
-
 TEST_F(MainWindow, SaysHowToBeginWhileNoChartIsShown) {
     window.show();
     EXPECT_TRUE(window.lblInvitation->isVisible());

@@ -55,17 +55,6 @@ TEST_F(TextEditor, IsStartedWithTheFileWithoutAShell) {
     EXPECT_EQ(whatWasOpened(folder / "ed.opened"), name);
 }
 
-TEST_F(TextEditor, IsGivenTheFileBehindItsOwnArguments) {
-    theSession().TextEditor = (program("ed") + u" -w --title \"a b\" "_s).toStdString();
-    EditorCommand started;
-    setProgramStarter([&](const EditorCommand& command) {
-        started = command;
-        return true;
-    });
-    startTextEditor("/x/log.dat");
-    EXPECT_EQ(started.arguments, (QStringList{u"-w"_s, u"--title"_s, u"a b"_s, u"/x/log.dat"_s}));
-}
-
 TEST_F(TextEditor, OfTheFallbackIsTheDesktopsOwnWhereThereIsNoSuchProgram) {
     for (const char* fallback : {"c:\\Windows\\write.exe ", "c:\\windows\\write.exe "}) {
         theSession().TextEditor = fallback;

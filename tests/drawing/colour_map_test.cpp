@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "drawing/colour_map.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cmath>
-#include <limits>
-
 namespace tessel {
 
 namespace {

@@ -82,26 +82,20 @@ class SourceFaults : public testing::TestWithParam<Import>, protected RunningPro
 }  // namespace
 
 TEST_P(SourceFaults, AFileThatShrinksWhileItIsReadIsReported) {
-    expectReason(u"it has become shorter meanwhile"_s);
-    importAnd(3, [&](int) { fs::resize_file(file, 1000); });
+    for (const auto& [reading, left] : {std::pair(3, 1000), {1, 0}}) {
+        writeFile(file, sensorLines(kSites));
+        expectReason(u"it has become shorter meanwhile"_s);
+        importAnd(reading,
+                  [&, left = left](int) { fs::resize_file(file, static_cast<std::uintmax_t>(left)); });
+    }
     expectAllAsBefore();
 }
 
-TEST_P(SourceFaults, AFileThatIsEmptiedAsItIsOpenedIsReported) {
-    expectReason(u"it has become shorter meanwhile"_s);
-    importAnd(1, [&](int) { fs::resize_file(file, 0); });
-    expectAllAsBefore();
-}
-
-TEST_P(SourceFaults, ACardThatIsPulledOutWhileItIsReadIsReported) {
-    expectReason(u"Input/output error"_s);
-    importAnd(2, [](int descriptor) { breakDevice(descriptor); });
-    expectAllAsBefore();
-}
-
-TEST_P(SourceFaults, ACardThatCannotBeReadAtAllIsReported) {
-    expectReason(u"Input/output error"_s);
-    importAnd(1, [](int descriptor) { breakDevice(descriptor); });
+TEST_P(SourceFaults, ACardThatCannotBeReadOrIsPulledOutMeanwhileIsReported) {
+    for (const int reading : {1, 2}) {
+        expectReason(u"Input/output error"_s);
+        importAnd(reading, breakDevice);
+    }
     expectAllAsBefore();
 }
 

@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/AxisPainter.h"
 
-#include <QImage>
-#include <QPainter>
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 namespace tessel {
 
 TEST(SharpPlaces, LieOnWholeDotsOfAPageThatIsMovedAndScaledDifferentlyEitherWay) {

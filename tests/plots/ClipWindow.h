@@ -10,6 +10,7 @@
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
+#include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
 namespace tessel {
@@ -46,22 +47,13 @@ inline QList<Record> records(const Survey& survey) {
 
 // Three rows of four sites, 10 m apart, at y = 100, 110 and 120.
 inline Survey threeRows() {
-    Survey survey;
-    survey.NumSites = 12;
-    survey.TwoEMColumns = survey.SiteIDPresent = true;
+    std::vector<MadeSite> sites;
+    for (int i = 0; i < 12; ++i)
+        sites.push_back({10.0 * (i % 4), 100 + 10.0 * (i / 4), 30.0 + i, 60.0 + i, 1.0 + i / 4, 1000.0 + i});
+    Survey survey = surveyWithRows(sites);
     survey.SiteData.resize(survey.NumSites);
-    for (int i = 0; i < 12; ++i) {
-        survey.SiteData(kX, i) = 10.0 * (i % 4);
-        survey.SiteData(kY, i) = 100 + 10.0 * (i / 4);
-        survey.SiteData(kEM1, i) = 30 + i;
-        survey.SiteData(kEM2, i) = 60 + i;
-        survey.SiteData(kRow, i) = 1.0 + i / 4;
-        survey.SiteID.push_back(1000 + i);
-    }
-    survey.NumRows = 3;
-    survey.chooseDistance(1);
-    Calculate_Distance(survey);
-    Calculate_NumPoints(survey);
+    survey.SiteID.resize(sites.size());
+    survey.SourceLine.resize(sites.size());
     return survey;
 }
 
@@ -118,18 +110,7 @@ class ClipWindow : public testing::Test {
         choose(u"mnuFullMapMax"_s);
     }
 
-    // Chooses a menu item as a user does, who cannot when it or its menu is disabled.
-    void choose(const QString& name) {
-        QAction* const item = window->findChild<QAction*>(name);
-        ASSERT_NE(item, nullptr) << name.toStdString();
-        for (QMenu* menu : window->findChildren<QMenu*>())
-            if (menu->actions().contains(item)) {
-                ASSERT_TRUE(menu->menuAction()->isEnabled());
-                ASSERT_TRUE(menu->isEnabled());
-            }
-        ASSERT_TRUE(item->isEnabled());
-        item->trigger();
-    }
+    void choose(const QString& name) { chooseItem(*window, name); }
 
     void click(QPushButton* button) {
         ASSERT_TRUE(button->isVisible() && button->isEnabled());
@@ -164,7 +145,7 @@ class ClipWindow : public testing::Test {
         EXPECT_EQ(theSurvey().SiteData.capacity(), expected.size());
         EXPECT_EQ(theSurvey().SiteID.size(), static_cast<std::size_t>(expected.size()));
         const auto distances = theSurvey().TrueDist;
-        Calculate_Distance(surveyUnderTest());
+        Calculate_Distance(theSurvey());
         EXPECT_EQ(distances, theSurvey().TrueDist);
     }
 

@@ -4,14 +4,6 @@
 #include "drawing/colour_map.h"
 #include "support/Pixels.h"
 
-#include <QImage>
-#include <QSignalSpy>
-#include <QTest>
-#include <QWheelEvent>
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tessel {
 
 namespace {

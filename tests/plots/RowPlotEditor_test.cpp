@@ -94,16 +94,6 @@ TEST_F(RowPlots, OfMoreRowsThanCanBeCountedAreRefused) {
     EXPECT_FALSE(editor.EditorStarted);
 }
 
-TEST_F(RowPlots, DrawARowOfOnePointWithinFourHundredMetres) {
-    openByX(threeRowSurvey());
-    click("Command2");
-    expectRange(profile, Axis::kX, -60, 340);
-    expectRange(profile, Axis::kY, 32.5, 66.5);
-    expectRange(map, Axis::kX, -60, 340);
-    expectRange(map, Axis::kY, -140, 260);
-    EXPECT_EQ(map.headerText(), u"Sample Row Plot:  Row #2 (1 point)"_s);
-}
-
 namespace {
 
 // How often a widget has been hidden.

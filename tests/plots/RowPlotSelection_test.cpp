@@ -21,13 +21,7 @@ TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
     EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {110, 11}}));
 }
 
-TEST_F(RowPlots, SelectThreePixelsBesideAPoint) {
-    openByX(threeRowSurvey());
-    clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(3, 0));
-    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
-}
-
-TEST_F(RowPlots, SelectNothingFourPixelsBesideAPoint) {
+TEST_F(RowPlots, SelectThreePixelsBesideAPointAndNothingFourPixelsBesideIt) {
     openByX(threeRowSurvey());
     for (const QPoint beside : {QPoint(4, 0), QPoint(-4, 0), QPoint(0, 4), QPoint(0, -4)})
         for (Chart2D* const chart : {&profile, &map}) {
@@ -36,6 +30,8 @@ TEST_F(RowPlots, SelectNothingFourPixelsBesideAPoint) {
             clickAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
             expectNothingSelected();
         }
+    clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(3, 0));
+    EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
 }
 
 TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {

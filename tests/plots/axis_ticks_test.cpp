@@ -58,7 +58,7 @@ TEST(AxisTicks, AreTwoAtLeastWhereverTwoLabelsFindRoom) {
         for (const double lower : {0.0, -range / 3, 16.5, 436000.12, 5512000.7}) {
             const auto apart = [&](const TickRoom& r) {
                 return distanceOfLabels(lower, lower + range, chooseTickStep({lower, lower + range}, r)) /
-                       range * r.length;
+                       range * r.axisLength;
             };
             SCOPED_TRACE(range);
             for (double length = 185; length < 2000; length += 13)

@@ -3,12 +3,6 @@
 
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <numeric>
-#include <random>
-
 namespace tessel {
 
 namespace {

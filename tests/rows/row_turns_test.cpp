@@ -6,10 +6,6 @@
 #include "support/made_walks.h"
 #include "support/survey_invariants.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <numbers>
 
 namespace tessel {

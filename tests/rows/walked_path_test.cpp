@@ -4,8 +4,6 @@
 #include "base/sample.h"
 #include "support/made_survey.h"
 
-#include <gtest/gtest.h>
-
 namespace tessel {
 
 namespace {

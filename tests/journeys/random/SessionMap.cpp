@@ -2,7 +2,6 @@
 #include "app/frmMain.h"
 #include "base/palette16.h"
 #include "drawing/PictureBox.h"
-#include "drawing/colour_map.h"
 #include "journeys/random/RandomSession.h"
 #include "support/UserDriver.h"
 
