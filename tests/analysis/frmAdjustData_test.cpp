@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "analysis/frmAdjustData.h"
 
+#include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "support/ExpectedBoxes.h"
 #include "support/TextAtPaint.h"
@@ -324,7 +325,7 @@ TEST_F(AdjustmentWindow, IsFinishedByASecondEnterUnlessAnotherNumberIsTyped) {
         EXPECT_TRUE(window().isVisible());
         EXPECT_TRUE(window().cmdFinished->hasFocus());
     }
-    EXPECT_EQ(theSession().EMAdjustTotalA, 5);
+    EXPECT_EQ(theSurvey().EMAdjustTotalA, 5);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(window().isVisible());
     EXPECT_EQ(readingsOf(theSurvey(), kEM1), (std::vector<double>{15, 25, 5, 1}));

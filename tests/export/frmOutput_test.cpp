@@ -239,17 +239,15 @@ TEST_F(OutputWindow, SaysWhichRowSitesWithoutARowNumberGet) {
 }
 
 TEST_F(OutputWindow, WritesNoRecordUnlessItIsWanted) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
+    frmOutput& window = openWithoutPath();
     window.recordWith([]() -> ProcessingRecord { throw std::logic_error("asked for a record"); });
     EXPECT_FALSE(window.chkRecord->isChecked());
     EXPECT_TRUE(window.lblRecord->isHidden());
     choosePath(window);
     EXPECT_TRUE(window.lblRecord->isHidden());
     const QSignalSpy exported(&window, &frmOutput::exported);
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    expectSaved();
+    exportFrom(window);
     EXPECT_EQ(filesIn(folder_), 1U);
     ASSERT_EQ(exported.count(), 1);
     auto file = exported[0][0].value<RecordedExport>();
@@ -264,9 +262,7 @@ TEST_F(OutputWindow, WritesNoRecordUnlessItIsWanted) {
 }
 
 TEST_F(OutputWindow, WritesTheRecordBesideTheFileWhenItIsTicked) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
+    frmOutput& window = openWithoutPath();
     window.recordWith([] {
         ProcessingRecord record;
         record.acts.resize(1);
@@ -277,8 +273,8 @@ TEST_F(OutputWindow, WritesTheRecordBesideTheFileWhenItIsTicked) {
     clickRecord(window);
     window.txtBRN->setText(u"5"_s);
     const QSignalSpy exported(&window, &frmOutput::exported);
-    boxes.tell(u"Output data saved to "_s + fromPath(folder_ / "out.txt"), u"VARN-Tesl"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    expectSaved();
+    exportFrom(window);
     EXPECT_EQ(filesIn(folder_), 2U);
     const std::string record = readFile(folder_ / "out.txt.record.yaml");
     EXPECT_NE(record.find("what: \"Deleted row 7\"\n"), std::string::npos) << record;
@@ -294,8 +290,7 @@ TEST_F(OutputWindow, WritesTheRecordBesideTheFileWhenItIsTicked) {
 
 TEST_F(OutputWindow, SaysHowTheRecordWillBeCalledAndWhetherItReplacesOne) {
     const QString name = u"Its name is the file's with .record.yaml behind it."_s;
-    frmOutput window;
-    window.show();
+    frmOutput& window = openWithoutPath();
     clickRecord(window);
     EXPECT_TRUE(window.lblRecord->isHidden());
     choosePath(window);
@@ -315,15 +310,12 @@ TEST_F(OutputWindow, SaysHowTheRecordWillBeCalledAndWhetherItReplacesOne) {
 }
 
 TEST_F(OutputWindow, WritesNeitherFileWhenTheRecordCannotBeWritten) {
-    ExpectedBoxes boxes;
-    frmOutput window;
-    window.show();
     std::filesystem::create_directory(folder_ / "out.txt.record.yaml");
-    choosePath(window);
+    frmOutput& window = open();
     clickRecord(window);
     const QSignalSpy exported(&window, &frmOutput::exported);
     boxes.tell(fromPath(folder_ / "out.txt.record.yaml") + u" cannot be written: Is a directory"_s);
-    QTest::mouseClick(window.Command2, Qt::LeftButton);
+    exportFrom(window);
     EXPECT_EQ(filesIn(folder_), 1U);
     EXPECT_FALSE(theSession().DataSaved);
     EXPECT_TRUE(window.isVisible());

@@ -145,7 +145,7 @@ class ClipWindow : public testing::Test {
         EXPECT_EQ(theSurvey().SiteData.capacity(), expected.size());
         EXPECT_EQ(theSurvey().SiteID.size(), static_cast<std::size_t>(expected.size()));
         const auto distances = theSurvey().TrueDist;
-        Calculate_Distance(theSurvey());
+        Calculate_Distance(surveyUnderTest());
         EXPECT_EQ(distances, theSurvey().TrueDist);
     }
 

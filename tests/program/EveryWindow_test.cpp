@@ -9,6 +9,7 @@
 #include "app/frmAbout.h"
 #include "app/frmHelpTesl.h"
 #include "app/frmMain.h"
+#include "base/session.h"
 #include "drawing/PictureBox.h"
 #include "export/frmOutput.h"
 #include "export/frmSaveTable.h"

@@ -382,7 +382,7 @@ TEST_F(RowDialog, SaysWhatIsInForceAlsoWhenItComesToTheFront) {
     surveyUnderTest().MinDistance = 99;
     comeToTheFront();
     EXPECT_EQ(inForce(), u"In force now: 4 rows, minimum distance 99 m (true distance)"_s);
-    theSurvey().chooseDistance(3);
+    surveyUnderTest().chooseDistance(3);
     surveyUnderTest().MinDistance = 0.1;
     surveyUnderTest().NumRows = surveyUnderTest().RowIndex = 1;
     dialog_->followSurvey();

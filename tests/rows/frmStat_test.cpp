@@ -110,7 +110,7 @@ TEST(RowStatisticsWindow, SetsTheRowCounterAndTheSitesOfEachRow) {
     const std::vector<MadeSite> before = sitesIn(theSurvey());
     const auto points = theSurvey().NumPoints;
     surveyUnderTest().RowIndex = 17;
-    theSurvey().NumPoints.fill(0);
+    surveyUnderTest().NumPoints.fill(0);
     const frmStat window;
     EXPECT_EQ(theSurvey().RowIndex, 3);
     EXPECT_EQ(theSurvey().NumPoints, points);
@@ -123,7 +123,7 @@ TEST(RowStatisticsWindow, CountsTheSitesOfExactly250Rows) {
     for (std::size_t i = 0; i < sites.size(); ++i)
         sites[i].row = static_cast<double>(i / 2 + 1);
     surveyUnderTest() = surveyWithRows(sites);
-    theSurvey().NumPoints.fill(0);
+    surveyUnderTest().NumPoints.fill(0);
     const frmStat window;
     EXPECT_EQ(window.lblInfo->text(), u"Total # of detected rows = 250"_s);
     EXPECT_EQ(theSurvey().RowIndex, 250);

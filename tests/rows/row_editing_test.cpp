@@ -235,7 +235,7 @@ TEST(RecalculatingRows, AcceptsAThresholdOfZeroAndASiteThatIsNoPlaceOnEarth) {
     EXPECT_EQ(Recalculate_Rows(survey, 1, 0).outcome, RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 4, 5}));
     survey = surveyWithRows({{0, 0}, {1, 0}, {1e300, 0}, {2, 0}, {3, 0}});
-    EXPECT_EQ(Recalculate_Rows(survey, 1, 7), RowDetection::kAssigned);
+    EXPECT_EQ(Recalculate_Rows(survey, 1, 7).outcome, RowDetection::kAssigned);
     EXPECT_EQ(rowsOf(survey), (std::vector<double>{1, 1, 2, 3, 3}));
 }
 
