@@ -184,12 +184,13 @@ TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
         EXPECT_EQ(seen.width(bin), 4);
 }
 
-// EM2 fills bins 1, 26, 50 (one each) and 46 (five); its mean 600 / 8 = 75 puts the mark at 37.5 rounded to
-// even, 38, where that of EM1 is 12.
-TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwn) {
-    surveyUnderTest() = surveyOfReadings(kSpread, {0, 50, 90, 90, 90, 90, 90, 100});
+// EM2 fills bins 1, 25, 26 and 50 alike; its mean 49.75 puts the mark at 25, where that of EM1 is 12.
+TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwnAndNoneOfAnEarlierPlot) {
     openAndPlot();
-    expectBars(SeenHistogram(window().HG2), {{1, 0.82}, {26, 0.82}, {46, 0.1}, {50, 0.82}}, 38, kLightGreen,
+    ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
+    surveyUnderTest() = surveyOfReadings(kSpread, {0, 49, 50, 100, 0, 49, 50, 100});
+    window().redraw();
+    expectBars(SeenHistogram(window().HG2), {{1, 0.1}, {25, 0.1}, {26, 0.1}, {50, 0.1}}, 25, kLightGreen,
                kGreen);
 }
 

@@ -20,11 +20,11 @@ class TextEditor : public FolderTest {
     }
     QString program(std::string_view name) {
         const std::string file = folder / name;
-        writeFile(file, "#!/bin/sh\n[ \"$1\" = -w ] && shift\nprintf '%s' \"$1\" > \"$0.opened\"\n");
+        writeFile(file, "#!/bin/sh\nprintf '%s' \"$*\" > \"$0.opened\"\n");
         std::filesystem::permissions(file, std::filesystem::perms::all);
         return fromPath(file);
     }
-    // The path that the editor or the desktop's opener has written beside itself.
+    // What the editor or the desktop's opener was called with, as it has written beside itself.
     static std::string whatWasOpened(const std::string& note) {
         EXPECT_TRUE(
             QTest::qWaitFor([&] { return std::filesystem::exists(note) && !readFile(note).empty(); }));
@@ -47,12 +47,13 @@ TEST_F(TextEditor, HasAPathWithBlanksInQuotesOrNotAndArgumentsBehindIt) {
     EXPECT_TRUE(splitEditorCommand(u"sh -c"_s).program.endsWith(u"/sh"));
 }
 
-TEST_F(TextEditor, IsStartedWithTheFileWithoutAShell) {
-    theSession().TextEditor = (program("ed") + u" -w "_s).toStdString();
-    const std::string name = folder / "it's \"quoted\" $(touch nothing); %20 ü.dat";
+TEST_F(TextEditor, IsStartedWithItsArgumentsAndTheFileWithoutAShellWhateverTheirNames) {
+    program("\xE9 ed");
+    theSession().TextEditor = folder / "\xE9 ed -w ";
+    const std::string name = folder / "it's \"quoted\" $(touch nothing); %20 ü \xE4.dat";
     writeFile(name, "");
     startTextEditor(name);
-    EXPECT_EQ(whatWasOpened(folder / "ed.opened"), name);
+    EXPECT_EQ(whatWasOpened(folder / "\xE9 ed.opened"), "-w " + name);
 }
 
 TEST_F(TextEditor, OfTheFallbackIsTheDesktopsOwnWhereThereIsNoSuchProgram) {

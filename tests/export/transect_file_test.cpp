@@ -152,6 +152,19 @@ TEST(TransectFile, ReplacesAnExistingFile) {
     EXPECT_EQ(filesIn(folder), 1u);
 }
 
+TEST(TransectFile, HoldsEverySiteInOrder) {
+    std::vector<MadeSite> ten(10), all;
+    for (std::size_t i = 0; i < 10; ++i)
+        ten[i] = {static_cast<double>(i), 5, 30, 40, 1};
+    const std::string lines = exported(surveyWithRows(ten));
+    std::string expected;
+    for (int times = 0; times < 500; ++times) {
+        all.insert(all.end(), ten.begin(), ten.end());
+        expected += lines;
+    }
+    EXPECT_EQ(exported(surveyWithRows(all)), expected);
+}
+
 namespace {
 
 // Where a file of old text stands.

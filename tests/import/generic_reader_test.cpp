@@ -224,6 +224,12 @@ TEST_F(GenericFile, ThatCannotBeReadIsAnErrorAndKeepsTheLog) {
     EXPECT_EQ(log(), "old");
 }
 
+TEST_F(GenericFile, IsReadWithoutALogThatCannotBeCreated) {
+    options.errorLogPath = folder / "none/error_log.dat";
+    EXPECT_EQ(import("1,2,3\nx,y,z\n").summary.logProblem,
+              folder / "none/error_log.dat cannot be written: No such file or directory");
+}
+
 TEST_F(GenericFile, ReadsALineOfManyMegabytes) {
     std::string bytes;
     for (int i = 0; i < 500'000; ++i)

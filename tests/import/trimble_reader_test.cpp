@@ -182,7 +182,7 @@ TEST_F(TrimbleFile, ConvertsReadingsBeforeTheyMeetTheCutOff) {
                          line("1", "2", "-254", "254") + "  -> 2nd EM reading below cut-off\r\n");
 }
 
-TEST_F(TrimbleFile, ConvertsReadingsInTheOneWayOrTheOther) {
+TEST_F(TrimbleFile, ConvertsReadingsInTheOneWayOrTheOtherAndGivesAZeroNoSign) {
     options.TwoEMColumns = true;
     options.EMCutoff = -1000;
     const std::tuple<bool, bool, double, double> cases[] = {
@@ -192,6 +192,8 @@ TEST_F(TrimbleFile, ConvertsReadingsInTheOneWayOrTheOther) {
         options.DivideEMBy10 = divide;
         EXPECT_EQ(valuesOf(import(line("1", "2", "254", "-7")).survey, 0), (std::array{1.0, 2.0, em1, em2}));
     }
+    options.NegateEM = true;
+    EXPECT_FALSE(std::signbit(import(line("1", "2", "0", "0")).survey.SiteData(kEM1, 0)));
     options.NegateEM = true;
     EXPECT_FALSE(std::signbit(import(line("1", "2", "0")).survey.SiteData(kEM1, 0)));
 }

@@ -198,7 +198,7 @@ TEST_F(Chart2DTest, PixelsAndDataAreEachOthersInverseInThePlotArea) {
     EXPECT_TRUE(chart.pixelToData(QPoint(400, 300)).inPlotArea);
 }
 
-TEST_F(Chart2DTest, NearestPointMeasuresInBothDirections) {
+TEST_F(Chart2DTest, NearestPointMeasuresInBothDirectionsAsFarAsItIsAsked) {
     addPoint(50, 25);
     const QPoint at = pixel(50, 25);
     EXPECT_EQ(chart.nearestPoint(kData, at).distance, 0);
@@ -207,6 +207,11 @@ TEST_F(Chart2DTest, NearestPointMeasuresInBothDirections) {
     EXPECT_NEAR(chart.nearestPoint(kData, at + QPoint(30, 40)).distance, 50, 1);
     EXPECT_EQ(chart.nearestPoint(kData, at).series, 1);
     EXPECT_EQ(chart.nearestPoint(kData, at).point, 1);
+    for (const QPoint by : {QPoint(3, 3), QPoint(-3, 3), QPoint(3, -3), QPoint(-3, -3), QPoint(0, 3)}) {
+        const int distance = chart.nearestPoint(kData, at + by).distance;
+        EXPECT_EQ(chart.nearestPoint(kData, at + by, distance).point, 1) << by.x() << ' ' << by.y();
+    }
+    EXPECT_EQ(chart.nearestPoint(kData, at + QPoint(40, 0), 3).point, -1);
 }
 
 TEST_F(Chart2DTest, WithoutAPointToPickSeriesAndPointAreMinusOne) {

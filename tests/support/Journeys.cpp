@@ -3,7 +3,10 @@
 
 #include "app/frmMain.h"
 #include "desktop/FileDialogs.h"
+#include "desktop/FileNames.h"
 #include "support/UserDriver.h"
+
+using namespace Qt::StringLiterals;
 
 namespace tessel {
 

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QString>
+
+#include <functional>
+#include <string>
+
 class QWidget;
 
 namespace tessel {

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QString>
+#include <QWidget>
+
+#include <stdexcept>
+
 namespace tessel {
 
 class frmMain;
