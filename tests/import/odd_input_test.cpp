@@ -144,4 +144,17 @@ TEST_F(OddInput, HasItsRows) {
     EXPECT_TRUE(std::all_of(points.begin() + 2, points.begin() + 20, [](SiteIndex n) { return n == 1; }));
 }
 
+TEST_F(OddInput, MayHaveAnyNameThatTheSystemAllows) {
+    for (const std::string& name : std::initializer_list<std::string>{
+             "two  blanks .dat", "\"quoted\" 'twice'.dat", "Gr\xC3\xBC\xC3\x9F\x65.dat", "100%n %s %1.dat",
+             "not UTF-8 \xFC\xDF.dat", "; rm -rf $HOME `ls` | cat.dat", "-rf", "line\nfeed.dat",
+             std::string(200, 'x')}) {
+        writeFile(folder / name, "   1 10000000 20000000       12\r\n   2 10000001 20000000       12\r\n");
+        const Survey survey = import(folder / name).survey;
+        EXPECT_EQ(survey.NumSites, 2) << name;
+        writeTransectFile(survey, folder / ("out " + name), {});
+        EXPECT_FALSE(readFile(folder / ("out " + name)).empty()) << name;
+    }
+}
+
 }  // namespace tessel
