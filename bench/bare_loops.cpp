@@ -3,6 +3,8 @@
 
 #include "app/site_runs.h"
 #include "rows/row_detection.h"
+#include "storage/database.h"
+#include "storage/geopackage.h"
 
 #include <algorithm>
 #include <charconv>
@@ -258,6 +260,44 @@ BareHistogram bareHistogram(const double* readings, SiteIndex sites) {
         ++result.bins[std::min(static_cast<int>(std::nearbyint((readings[i] - result.minimum) / span * 50)),
                                49)];
     return result;
+}
+
+void bareSave(const Survey& survey, const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    {
+        Database database(file, path, Database::Use::kWrite);
+        database.run(
+            "BEGIN; CREATE TABLE sites (fid INTEGER PRIMARY KEY NOT NULL, geom POINT, site_number DOUBLE, "
+            "row INTEGER, em1 DOUBLE, em2 DOUBLE, line INTEGER)");
+        Statement insert(database, "INSERT INTO sites VALUES (?, ?, ?, ?, ?, ?, ?)");
+        PointGeometry geometry(-1);
+        for (SiteIndex i = 0; i < survey.NumSites; ++i) {
+            const auto at = static_cast<std::size_t>(i);
+            insert.bind(0, i + 1).bindBytes(1, geometry.at(survey.SiteData(kX, i), survey.SiteData(kY, i)));
+            insert.bind(2, survey.SiteID[at]).bind(3, survey.SiteData(kRow, i));
+            insert.bind(4, survey.SiteData(kEM1, i)).bind(5, survey.SiteData(kEM2, i));
+            insert.bind(6, std::int64_t{survey.SourceLine[at]}).run();
+        }
+        database.run("COMMIT");
+    }
+    ::fsync(file);
+    ::close(file);
+}
+
+double bareOpen(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    double sum = 0;
+    {
+        Database database(file, path, Database::Use::kRead);
+        Statement select(database, "SELECT * FROM sites");
+        while (select.next()) {
+            sum += select.bytes(1).back();
+            for (const int column : {0, 2, 3, 4, 5, 6})
+                sum += static_cast<double>(select.number(column));
+        }
+    }
+    ::close(file);
+    return sum;
 }
 
 }  // namespace tessel

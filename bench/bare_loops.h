@@ -34,6 +34,12 @@ double bareDistancesAndRows(const Survey& survey, double* distances, double* row
 /// the file with write().
 void bareExport(const Survey& survey, const std::string& path);
 
+/// Inserts position, readings, row, site ID and line of every site into a table of SQLite, in one transaction
+/// by one statement, and syncs the file; and selects them all again. The survey has two readings, IDs and
+/// lines.
+void bareSave(const Survey& survey, const std::string& path);
+double bareOpen(const std::string& path);
+
 /// Points to pixels: a block of `dot` pixels in one colour for each site that is not masked.
 struct BarePicture {
     int width, height;

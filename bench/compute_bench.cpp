@@ -13,6 +13,7 @@
 #include "rows/row_selection.h"
 #include "rows/row_sites.h"
 #include "rows/row_turns.h"
+#include "storage/survey_file.h"
 
 #include <benchmark/benchmark.h>
 
@@ -107,6 +108,40 @@ void transectExportBare(benchmark::State& state) {
     for (auto _ : state)
         bareExport(survey, path);
     countFile(state, path);
+}
+
+Journal journalWith(SiteIndex sites) {
+    Survey survey = field(sites);
+    survey.SiteIDPresent = true;
+    survey.SiteID.resize(static_cast<std::size_t>(survey.SiteData.capacity()));
+    survey.SourceLine.resize(survey.SiteID.size(), 1);
+    Journal journal(std::size_t{1} << 30);
+    journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, std::move(survey));
+    return journal;
+}
+void surveySave(benchmark::State& state) {
+    const Journal journal = journalWith(state.range(0));
+    for (auto _ : state)
+        saveSurvey(benchFolder() + "/survey.gpkg", journal, {});
+    countFile(state, benchFolder() + "/survey.gpkg");
+}
+void surveySaveBare(benchmark::State& state) {
+    const Journal journal = journalWith(state.range(0));
+    for (auto _ : state)
+        bareSave(journal.survey(), benchFolder() + "/bare.gpkg");
+    countFile(state, benchFolder() + "/bare.gpkg");
+}
+void surveyOpen(benchmark::State& state) {
+    saveSurvey(benchFolder() + "/survey.gpkg", journalWith(state.range(0)), {});
+    for (auto _ : state)
+        benchmark::DoNotOptimize(openSurvey(benchFolder() + "/survey.gpkg").journal.size());
+    countSites(state);
+}
+void surveyOpenBare(benchmark::State& state) {
+    bareSave(journalWith(state.range(0)).survey(), benchFolder() + "/bare.gpkg");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareOpen(benchFolder() + "/bare.gpkg"));
+    countSites(state);
 }
 
 void maskRectangle(benchmark::State& state) {
@@ -208,6 +243,10 @@ BENCHMARK(distancesAndRows)->Name("distances and rows")->Apply(sizes);
 BENCHMARK(distancesAndRowsBare)->Name("distances and rows:bare")->Apply(sizes);
 BENCHMARK(transectExport)->Name("transect export")->Apply(sizes);
 BENCHMARK(transectExportBare)->Name("transect export:bare")->Apply(sizes);
+BENCHMARK(surveySave)->Name("save the survey")->Apply(sizes);
+BENCHMARK(surveySaveBare)->Name("save the survey:bare")->Apply(sizes);
+BENCHMARK(surveyOpen)->Name("open a survey")->Apply(sizes);
+BENCHMARK(surveyOpenBare)->Name("open a survey:bare")->Apply(sizes);
 BENCHMARK(maskRectangle)->Name("mask a rectangle")->Apply(sizes);
 BENCHMARK(maskRectangleBare)->Name("mask a rectangle:bare")->Apply(sizes);
 BENCHMARK(histogram)->Name("histogram and statistics")->Apply(sizes);

@@ -71,6 +71,17 @@ std::span<const std::string_view> followingItems() {
     return kAllItems;
 }
 
+MenuState menusOfToday(MenuState menus, std::span<const std::string> names) {
+    MenuState today = 0, bit = 1;
+    for (const Name name : kAllItems) {
+        const auto place = static_cast<std::size_t>(std::ranges::find(names, name) - names.begin());
+        const bool isCounted = place < names.size() && place < 32;
+        if (isCounted ? (menus >> place & 1) != 0 : menus != 0) today |= bit;
+        bit <<= 1;
+    }
+    return today;
+}
+
 MenuNeed menuNeed(std::string_view item) {
     const auto isIn = [item](const auto& items) { return std::ranges::find(items, item) != items.end(); };
     return isIn(kNeedSites)        ? MenuNeed::kSites

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace tessel {
@@ -35,6 +36,9 @@ std::span<const MenuChange> menuChanges(MenuEvent event);
 /// The items that follow events, and which of them are enabled: a bit an item, in this order.
 std::span<const std::string_view> followingItems();
 using MenuState = std::uint32_t;
+/// The state of the items of today for a state that counts items of these names, as another version of the
+/// program may have. Of an item that it does not count nothing is known: it is enabled if any is.
+MenuState menusOfToday(MenuState menus, std::span<const std::string> names);
 
 /// What an item has nothing to open without. Items stay enabled when the last site goes with the row plots or
 /// the row dialog, and where there are too many rows: whoever chooses one then is told why.

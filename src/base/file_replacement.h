@@ -33,6 +33,10 @@ class FileReplacement {
         buffer_.append(text);  // grows only for a text larger than the whole buffer
     }
 
+    /// The file that is being written, open for reading too, for whoever writes at any place of it instead of
+    /// by write().
+    int descriptor() const { return file_.descriptor(); }
+
     /// Writes what is left, puts the file in place and makes both durable: contents and name. Nothing may be
     /// written afterwards.
     void commit();

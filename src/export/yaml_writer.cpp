@@ -86,6 +86,10 @@ std::string digitsOf(double value) {
 
 }  // namespace
 
+std::size_t characterLength(std::string_view text) {
+    return characterAt(text).bytes;
+}
+
 std::string YamlWriter::quoted(std::string_view text) {
     std::string out = "\"";
     while (!text.empty()) {

@@ -15,6 +15,10 @@ struct NumberRun {
     bool operator==(const NumberRun&) const = default;
 };
 
+/// How many bytes the character takes with which a text in UTF-8 begins; 0 for a byte that begins none.
+/// Requires a text that is not empty.
+std::size_t characterLength(std::string_view text);
+
 /// Writes a YAML document, which 1.1 and 1.2 read alike: maps, lists, texts and numbers, each entry on a line
 /// of its own that ends with LF.
 ///

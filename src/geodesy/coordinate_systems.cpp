@@ -146,6 +146,14 @@ std::string whyNotInMetres(int number) {
                        : "The unit of this coordinate system is the " + textOf(unit) + ", not the metre.";
 }
 
+SystemDefinition definitionOf(int number) {
+    const Proj found(proj_create(context(), authorityName(number).c_str()));
+    if (!found) return {authorityName(number), "undefined"};
+    const char* const onOneLine[] = {"MULTILINE=NO", nullptr};
+    const char* const text = proj_as_wkt(context(), found.get(), PJ_WKT1_GDAL, onOneLine);
+    return {textOf(proj_get_name(found.get())), text == nullptr ? "undefined" : text};
+}
+
 struct Transformation::Way {
     Proj proj;
 

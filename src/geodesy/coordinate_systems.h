@@ -46,6 +46,14 @@ std::vector<const CoordinateSystem*> findCoordinateSystems(std::string_view text
 /// Why positions cannot be in this system: a unit that is not the metre; empty if they can.
 std::string whyNotInMetres(int number);
 
+/// What other programs are told of a system.
+struct SystemDefinition {
+    std::string name;  ///< "WGS 84 / UTM zone 30N"
+    std::string text;  ///< well-known text, version 1
+};
+/// Of a system that is not known the name is "EPSG:" and the number, and the text "undefined".
+SystemDefinition definitionOf(int number);
+
 /// The way from degrees of WGS 84 (longitude, latitude) to easting and northing in a system, and back.
 class Transformation {
   public:

@@ -34,6 +34,12 @@ const std::vector<double>& distancesOf(const Survey& survey, int column) {
     return column == kTrueDist ? survey.TrueDist : column == kXDist ? survey.XDist : survey.YDist;
 }
 
+std::vector<double> entriesOf(const Survey& survey, int column) {
+    if (column >= kTrueDist) return distancesOf(survey, column);
+    const double* const entries = survey.SiteData.column(column);
+    return {entries, entries + survey.SiteData.capacity()};
+}
+
 bool isDistance(int column) {
     return column >= kTrueDist;
 }
@@ -61,6 +67,33 @@ std::vector<double> entriesBehind(const std::vector<IndexRange>& runs, const dou
     values.reserve(runs.size());
     for (const IndexRange& run : runs)
         values.push_back(entries[run.last]);
+    return values;
+}
+
+// The same where the runs have been taken out.
+std::vector<double> entriesBehindGaps(const std::vector<IndexRange>& runs, const double* entries) {
+    std::vector<double> values;
+    values.reserve(runs.size());
+    SiteIndex gaps = 0;
+    for (const IndexRange& run : runs) {
+        gaps += run.count();
+        values.push_back(entries[run.last - gaps]);
+    }
+    return values;
+}
+
+// What these sites have in the column where the runs have been taken out. Both are in order.
+std::vector<double> entriesLeft(std::span<const SiteIndex> sites, const std::vector<IndexRange>& runs,
+                                const double* entries) {
+    std::vector<double> values;
+    values.reserve(sites.size());
+    SiteIndex gaps = 0;
+    auto run = runs.begin();
+    for (const SiteIndex site : sites) {
+        for (; run != runs.end() && run->first < site; ++run)
+            gaps += run->count();
+        values.push_back(entries[site - gaps]);
+    }
     return values;
 }
 
@@ -242,6 +275,35 @@ void Difference::turn(Survey& survey, bool back) {
     if (rows_) rows_->putInto(survey);
     std::swap(rows_, rows);
     capacity_ = capacity;
+}
+
+// The sites that were taken out stay as they are; what is on the survey's side takes the place of the rest.
+Difference Difference::waiting(const Survey& after) const {
+    Difference waiting;
+    if (survey_) return waiting;
+    waiting.figures_ = after;
+    waiting.capacity_ = after.SiteData.capacity();
+    waiting.runs_ = runs_;
+    waiting.lines_ = lines_;
+    for (const Taken& taken : taken_) {
+        waiting.taken_.push_back({taken.column, taken.values, {}});
+        if (isDistance(taken.column))
+            waiting.taken_.back().behind = entriesBehindGaps(runs_, distancesOf(after, taken.column).data());
+    }
+    for (const Whole& whole : whole_)
+        waiting.whole_.push_back({whole.column, entriesOf(after, whole.column)});
+    for (const Entries& entries : entries_)
+        waiting.entries_.push_back(
+            {entries.column, entries.sites,
+             entriesLeft(entries.sites, runs_, after.SiteData.column(entries.column))});
+    if (rows_) waiting.rows_.emplace(after);
+    return waiting;
+}
+
+bool Difference::movesSites() const {
+    return survey_ || std::ranges::any_of(whole_, [](const Whole& whole) {
+               return whole.column == kX || whole.column == kY;
+           });
 }
 
 bool Difference::changesContent(const Survey& after) const {

@@ -50,8 +50,8 @@ class Difference {
     /// Requires a column of SiteData, and as many entries as there is storage.
     void exchangeColumn(Survey& survey, SiteColumn column, std::vector<double> values);
     /// Entries of a column that are to become others. Requires a column of which no whole is exchanged, and
-    /// sites with their numbers before any is taken out. They do with the first call of exchangeEntries,
-    /// which is due while no site has been taken out; a second one takes them back.
+    /// sites that stay, in order, with their numbers before any is taken out. They do with the first call of
+    /// exchangeEntries, which is due while no site has been taken out; a second one takes them back.
     void keepEntries(SiteColumn column, std::vector<SiteIndex> sites, std::vector<double> values);
     void exchangeEntries(Survey& survey) noexcept;
     /// Puts another survey in the place of the whole, and keeps that.
@@ -69,28 +69,41 @@ class Difference {
     /// Of each of them its line in the sensor file, and its site number; empty where the survey has none.
     std::span<const std::uint32_t> removedLines() const { return lines_; }
     std::span<const double> removedSiteNumbers() const { return removedEntries(kSiteIDs); }
-    /// And what they held in a column of the survey as they were taken out.
+    /// And of any column that loses entries with the sites: a SiteColumn or a SurveyColumn.
     std::span<const double> removedEntries(int column) const;
+    /// Whether sites have other positions after the act.
+    bool movesSites() const;
     /// What it holds in memory.
     std::size_t bytes() const;
 
-  private:
+    /// The same act as one that waits to be done: forth() takes the survey as it was before the act to what
+    /// it is now. Requires the survey right after the act. Where the act has replaced the whole survey, the
+    /// one that waits would be a copy of it, and is left out.
+    Difference waiting(const Survey& after) const;
+
     struct Taken {
-        int column;
+        int column = 0;
         std::vector<double> values;  ///< of the sites taken out, in order
         std::vector<double> behind;  ///< of distances, the entry behind each run as it is on the other side
     };
     struct Whole {
-        int column;
+        int column = 0;
         std::vector<double> values;  ///< as they are on the other side
     };
-
     struct Entries {
-        int column;
-        std::vector<SiteIndex> sites;
-        std::vector<double> values;
+        int column = 0;
+        std::vector<SiteIndex> sites;  ///< by their numbers before any is taken out
+        std::vector<double> values;    ///< as they are on the other side
     };
+    /// Hands all that it holds to visit(), for whoever keeps it in a file. Whoever changes it sees to it that
+    /// it fits the survey it will be used on (storage/work_check.h).
+    template <typename Self, typename Visit>
+    static void forEachField(Self& self, Visit&& visit) {
+        visit(self.figures_, self.capacity_, self.runs_, self.taken_, self.lines_, self.whole_, self.entries_,
+              self.rows_, self.survey_);
+    }
 
+  private:
     void turn(Survey& survey, bool back);
     void reserve(Survey& survey) const;
     void insertSites(Survey& survey);

@@ -53,6 +53,12 @@ const char* wordOf(ActKind kind) {
     return "";
 }
 
+std::optional<ActKind> actKindOf(std::string_view word) {
+    for (int kind = 0; *wordOf(static_cast<ActKind>(kind)) != '\0'; ++kind)
+        if (word == wordOf(static_cast<ActKind>(kind))) return static_cast<ActKind>(kind);
+    return std::nullopt;
+}
+
 Journal::Journal(std::size_t mostBytes) : mostBytes_(mostBytes) {}
 
 void Journal::replaceSurvey(ActDescription description, Survey next) {
@@ -69,10 +75,12 @@ void Journal::replaceSurvey(ActDescription description, Survey next) {
 void Journal::setParameters(const SurveyParameters& parameters) {
     if (!own_) own_ = survey_;
     static_cast<SurveyParameters&>(survey_) = parameters;
+    happened(JournalEvent::kNoted);
 }
 
 void Journal::recount(const std::function<void(const Survey& survey, SurveyCounts& counts)>& count) {
     count(survey_, survey_);
+    happened(JournalEvent::kCounted);
 }
 
 // The place of the act is the last one; in front of it may be some that have been taken back.
@@ -93,6 +101,7 @@ void Journal::complete(Difference difference) noexcept {
     ++position_;
     noteSurveyChange();
     forgetOldest();
+    happened(JournalEvent::kActed);
 }
 
 void Journal::forgetOldest() noexcept {
@@ -119,6 +128,12 @@ bool Journal::canRestAt(std::size_t position) const {
 
 void Journal::cannotRest() {
     (position_ > 0 ? acts_[position_ - 1].canRest : restsBefore_) = false;
+    happened(JournalEvent::kNoted);
+}
+
+void Journal::noteExport() {
+    exported_ = content();
+    happened(JournalEvent::kNoted);
 }
 
 std::size_t Journal::positionBefore() const {
@@ -144,7 +159,7 @@ std::size_t Journal::restNear(std::size_t position) const {
 void Journal::goTo(std::size_t position) {
     position = std::min(position, acts_.size());
     if (position == position_) return;
-    if (own_) setParameters(*own_);
+    if (own_) static_cast<SurveyParameters&>(survey_) = *own_;
     own_.reset();
     const std::size_t from = position_;
     const bool back = position < position_;
@@ -153,8 +168,10 @@ void Journal::goTo(std::size_t position) {
             step(back);
     } catch (...) {
         returnToRest(from, !back);
+        happened(JournalEvent::kMoved);
         throw;
     }
+    happened(JournalEvent::kMoved);
 }
 
 // As far as it can: memory has run out.
@@ -177,12 +194,25 @@ void Journal::step(bool back) {
 }
 
 void Journal::noteMenus(std::uint32_t menus) {
-    (position_ == 0 ? menusBefore_ : acts_[position_ - 1].menus) = menus;
+    std::uint32_t& noted = position_ == 0 ? menusBefore_ : acts_[position_ - 1].menus;
+    if (std::exchange(noted, menus) != menus) happened(JournalEvent::kNoted);
+}
+
+void Journal::become(Journal other) noexcept {
+    other.mostBytes_ = mostBytes_;
+    other.watcher_ = std::move(watcher_);
+    other.bytes_ = 0;
+    for (const Act& act : other.acts_)
+        other.bytes_ += act.difference.bytes();
+    *this = std::move(other);
+    noteSurveyChange();
+    forgetOldest();
 }
 
 void Journal::remeasure(const std::function<void(const Survey& survey, SurveyCounts& counts,
                                                  DistanceArrays& distances)>& measure) {
     measure(survey_, survey_, survey_);
+    happened(JournalEvent::kCounted);
 }
 
 Journal& theJournal() {

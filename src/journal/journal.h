@@ -11,6 +11,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -37,6 +38,8 @@ enum class ActKind {
 
 /// The word for it in a file: "delete-row".
 const char* wordOf(ActKind kind);
+/// The kind that has this word, or none.
+std::optional<ActKind> actKindOf(std::string_view word);
 
 /// What an act is, in words.
 struct ActDescription {
@@ -59,6 +62,14 @@ struct Act : ActDescription {
     std::uint32_t menus = 0;    ///< which menu items were enabled after it (MenuState in app/menu_items)
     std::uint64_t content = 0;  ///< surveys of which a file would be the same have the same number
     Difference difference;
+};
+
+/// What can happen to a journal.
+enum class JournalEvent {
+    kActed,    ///< an act was done: the last one
+    kMoved,    ///< acts were taken back or done again
+    kCounted,  ///< counts, extents or distances were looked for anew
+    kNoted     ///< parameters were set, or something was noted of the act done last
 };
 
 /// The survey of the process and its acts, in order. Nothing changes the survey after its import but acts:
@@ -119,7 +130,7 @@ class Journal {
     std::uint32_t menus() const { return position_ == 0 ? menusBefore_ : acts_[position_ - 1].menus; }
 
     /// The survey has been written to a file; and whether a file has been written of the survey as it is.
-    void noteExport() { exported_ = content(); }
+    void noteExport();
     bool isExported() const { return exported_ == content(); }
 
     /// A number that is the same for surveys of which a file would be the same.
@@ -128,6 +139,20 @@ class Journal {
     /// What the acts hold in memory.
     std::size_t bytes() const { return bytes_; }
 
+    /// Has every event told from now on, when all of it has been done; nothing may be thrown.
+    void watch(std::function<void(JournalEvent)> watcher) { watcher_ = std::move(watcher); }
+    /// Puts all that another journal knows in the place of what this one knows, without an event. The oldest
+    /// acts are forgotten where they are too many for it.
+    void become(Journal other) noexcept;
+
+    /// Hands all that it knows to visit(), for whoever keeps it in a file. Whoever changes it sees to it that
+    /// its parts fit together (storage/work_check.h).
+    template <typename Self, typename Visit>
+    static void forEachField(Self& self, Visit&& visit) {
+        visit(self.survey_, self.own_, self.acts_, self.position_, self.forgotten_, self.menusBefore_,
+              self.contentBefore_, self.restsBefore_, self.contents_, self.imports_, self.exported_);
+    }
+
   private:
     friend Survey& surveyUnderTest();
 
@@ -135,6 +160,9 @@ class Journal {
     void forgetOldest() noexcept;
     void step(bool back);
     void returnToRest(std::size_t from, bool back);
+    void happened(JournalEvent event) const {
+        if (watcher_) watcher_(event);
+    }
 
     Survey survey_;
     std::optional<SurveyParameters> own_;  ///< the survey's, while others have been set
@@ -149,6 +177,7 @@ class Journal {
     std::uint64_t contents_ = 0;  ///< numbers given away
     int imports_ = 0;
     std::uint64_t exported_ = UINT64_MAX;
+    std::function<void(JournalEvent)> watcher_;
 };
 
 /// The one journal of the process, and the survey in it. Windows use them; what computes takes the survey

@@ -12,6 +12,7 @@ namespace tessel {
 /// room than the column.
 class RowNumbers {
   public:
+    RowNumbers() = default;
     explicit RowNumbers(const Survey& survey);
 
     /// Writes them into the column. Requires as many sites as there were.
@@ -20,11 +21,17 @@ class RowNumbers {
     bool areThoseOf(const Survey& survey) const;
     std::size_t bytes() const { return runs_.capacity() * sizeof(Run) + column_.capacity() * sizeof(double); }
 
-  private:
     struct Run {
-        double number;
-        SiteIndex end;  ///< behind its last site
+        double number = 0;
+        SiteIndex end = 0;  ///< behind its last site
     };
+    /// Hands all that it holds to visit(), for whoever keeps it in a file.
+    template <typename Self, typename Visit>
+    static void forEachField(Self& self, Visit&& visit) {
+        visit(self.runs_, self.column_);
+    }
+
+  private:
     std::vector<Run> runs_;
     std::vector<double> column_;  ///< in place of runs
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/record_keeper.h"
 
+#include "app/menu_items.h"
 #include "app/site_runs.h"
 #include "base/numbers.h"
 
@@ -72,29 +73,40 @@ RecordedAct recordedAct(const Act& act) {
 }  // namespace
 
 void RecordKeeper::noteImport(const Journal& journal, const ImportSummary& summary) {
-    imports_.resize(static_cast<std::size_t>(journal.survey().importNumber));
-    imports_.back() = {summary, recordedImport(journal.survey(), summary), journal.actsInForce()};
+    std::vector<SavedImport>& imports = records_.imports;
+    imports.resize(static_cast<std::size_t>(journal.survey().importNumber));
+    imports.back() = {summary, recordedImport(journal.survey(), summary), journal.actsInForce()};
     // The journal may have been too small for the act.
-    imports_.back().what.time =
+    imports.back().what.time =
         journal.position() > 0 ? journal.act(journal.position() - 1).time : std::chrono::system_clock::now();
 }
 
 const ImportSummary* RecordKeeper::importOf(const Survey& survey) const {
     const auto number = static_cast<std::size_t>(survey.importNumber);
-    return number > 0 && number <= imports_.size() ? &imports_[number - 1].summary : nullptr;
+    return number > 0 && number <= records_.imports.size() ? &records_.imports[number - 1].summary : nullptr;
+}
+
+void RecordKeeper::become(SavedRecords records) {
+    records_ = std::move(records);
+    records_.menuItems.assign(followingItems().begin(), followingItems().end());
+}
+
+SavedImport* RecordKeeper::importWithNumber(int number) {
+    const auto place = static_cast<std::size_t>(number);
+    return place > 0 && place <= records_.imports.size() ? &records_.imports[place - 1] : nullptr;
 }
 
 void RecordKeeper::noteExport(const Journal& journal, const RecordedExport& file) {
-    exports_.push_back({file, journal.survey().importNumber, journal.content()});
+    records_.exports.push_back({file, journal.survey().importNumber, journal.content()});
 }
 
 void RecordKeeper::identifyFiles(std::int64_t upTo) {
     const auto identifySmall = [upTo](RecordedFile& file) {
         if (file.state.size <= upTo) identify(file);
     };
-    for (Import& import : imports_)
+    for (SavedImport& import : records_.imports)
         identifySmall(import.what.file);
-    for (Export& each : exports_)
+    for (SavedExport& each : records_.exports)
         identifySmall(each.what.file);
 }
 
@@ -102,14 +114,12 @@ ProcessingRecord RecordKeeper::record(const Journal& journal) {
     ProcessingRecord record;
     record.time = std::chrono::system_clock::now();
     const int number = journal.survey().importNumber;
-    const bool known = importOf(journal.survey()) != nullptr;
     const std::size_t first = journal.firstSinceImport();
     std::size_t actsBefore = 0;
-    if (known) {
-        Import& import = imports_[static_cast<std::size_t>(number) - 1];
-        identify(import.what.file);
-        record.import = import.what;
-        actsBefore = import.acts;
+    if (SavedImport* const import = importWithNumber(number)) {
+        identify(import->what.file);
+        record.import = import->what;
+        actsBefore = import->acts;
     }
     if (journal.forgotten() + first > actsBefore)
         record.forgottenActs = static_cast<std::int64_t>(journal.forgotten() + first - actsBefore);
@@ -117,7 +127,7 @@ ProcessingRecord RecordKeeper::record(const Journal& journal) {
         record.acts.push_back(recordedAct(journal.act(i)));
     record.sites = journal.survey().NumSites;
     record.rows = journal.survey().NumRows;
-    for (Export& each : exports_) {
+    for (SavedExport& each : records_.exports) {
         if (each.importNumber != number) continue;
         identify(each.what.file);
         record.exports.push_back(each.what);

@@ -4,19 +4,23 @@
 #include "export/processing_record.h"
 #include "import/import_summary.h"
 #include "journal/journal.h"
+#include "storage/saved_work.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <utility>
 
 namespace tessel {
 
 /// What the processing record needs to know beside the journal: every import and every export.
 class RecordKeeper {
   public:
+    RecordKeeper() { become({}); }
+
     /// The act done last was an import, and this is what it found.
     void noteImport(const Journal& journal, const ImportSummary& summary);
-    /// What the import found from which a survey comes; null where it comes from none.
+    /// What the import found from which a survey comes; null where it comes from none, or nothing is known of
+    /// it.
     const ImportSummary* importOf(const Survey& survey) const;
     /// The survey has been written.
     void noteExport(const Journal& journal, const RecordedExport& file);
@@ -28,20 +32,14 @@ class RecordKeeper {
     /// since then. Calculates digests that are not known yet.
     ProcessingRecord record(const Journal& journal);
 
-  private:
-    struct Import {
-        ImportSummary summary;
-        RecordedImport what;
-        std::size_t acts = 0;  ///< acts that were done up to it
-    };
-    struct Export {
-        RecordedExport what;
-        int importNumber = 0;
-        std::uint64_t content = 0;
-    };
+    /// All that it knows, with the menu items that are counted today; and another's in its place.
+    const SavedRecords& records() const { return records_; }
+    void become(SavedRecords records);
 
-    std::vector<Import> imports_;  // by their numbers, from 1
-    std::vector<Export> exports_;
+  private:
+    SavedImport* importWithNumber(int number);
+
+    SavedRecords records_;
 };
 
 }  // namespace tessel

@@ -11,8 +11,10 @@ namespace tessel {
 IndexRange rowSites(const Survey& survey, int row) {
     if (row < 1 || row > kMaxRows) throw RunTimeError::subscriptOutOfRange();
     const auto firstRow = survey.NumPoints.begin() + 1;
-    const SiteIndex first = std::accumulate(firstRow, firstRow + (row - 1), SiteIndex{0});
-    return {first, first + firstRow[row - 1]};
+    // Counts may be those of other row numbers, where a search has found too many rows.
+    const SiteIndex before = std::accumulate(firstRow, firstRow + (row - 1), SiteIndex{0});
+    const SiteIndex first = std::clamp(before, SiteIndex{0}, survey.NumSites);
+    return {first, std::clamp(first + firstRow[row - 1], first, survey.NumSites)};
 }
 
 std::span<const double> columnOf(const Survey& survey, int column, IndexRange sites) {

@@ -62,8 +62,9 @@ void closeUpRows(Survey& survey) {
     std::fill(end, points.end(), 0);
     survey.NumRows = survey.RowIndex = static_cast<int>(end - points.begin()) - 1;
     double* sites = survey.SiteData.column(kRow);
+    double* const behind = sites + survey.NumSites;
     for (int row = 1; row <= survey.NumRows; ++row)
-        sites = std::fill_n(sites, points[static_cast<std::size_t>(row)], row);
+        sites = std::fill_n(sites, std::min(points[static_cast<std::size_t>(row)], behind - sites), row);
 }
 
 }  // namespace

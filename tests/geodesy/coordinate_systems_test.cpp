@@ -132,6 +132,16 @@ TEST(Transformations, AgreeWithTheLibrarysCommandAcrossDatums) {
     expectAsByCommand(25830, positions);
 }
 
+TEST(CoordinateSystems, AreToldToOtherPrograms) {
+    const SystemDefinition known = definitionOf(32630);
+    EXPECT_EQ(known.name, "WGS 84 / UTM zone 30N");
+    EXPECT_TRUE(known.text.starts_with("PROJCS[\"WGS 84 / UTM zone 30N\",GEOGCS[")) << known.text;
+    EXPECT_EQ(known.text.find('\n'), std::string::npos);
+    const SystemDefinition unknown = definitionOf(1);
+    EXPECT_EQ(unknown.name, "EPSG:1");
+    EXPECT_EQ(unknown.text, "undefined");
+}
+
 // In its definition the northing comes first.
 TEST(Transformations, GiveTheEastingAsXWhateverTheSystemsOrder) {
     double x = 174.8, y = -41.3;

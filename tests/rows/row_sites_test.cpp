@@ -25,6 +25,15 @@ TEST(RowSites, FollowTheSitesOfAllEarlierRows) {
         EXPECT_EQ(errorNumberOf([&] { rowSites(survey, row); }), RunTimeError::kSubscript) << row;
 }
 
+TEST(RowSites, NeverReachBeyondTheSitesWhateverTheCounts) {
+    Survey survey = madeSurvey({{0, 0, 1, 1, 1}, {1, 0, 2, 2, 1}, {2, 0, 3, 3, 2}});
+    survey.NumPoints[1] = 7;
+    survey.NumPoints[2] = -9;
+    EXPECT_EQ(rowSites(survey, 1), (IndexRange{0, 3}));
+    EXPECT_EQ(rowSites(survey, 2), (IndexRange{3, 3}));
+    EXPECT_EQ(rowSites(survey, 3), (IndexRange{0, 0}));
+}
+
 TEST(RowSites, OpenAWindowOnAColumn) {
     const Survey survey = threeRows();
     const auto y = columnOf(survey, kY, rowSites(survey, 3));

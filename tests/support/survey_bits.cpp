@@ -43,6 +43,7 @@ std::vector<Part> partsOf(const Survey& s) {
         {"totals", all(s.EMAdjustTotalA, s.EMAdjustTotalB)},
         {"applied adjustments",
          all(s.applied.em1.factor, s.applied.em1.shift, s.applied.em2.factor, s.applied.em2.shift)},
+        {"coordinate system", all(s.PositionsCRS)},
         {"import", all(s.importNumber)}};
     const char* const columns[] = {"X", "Y", "EM1", "EM2", "row"};
     for (int c = 0; c < kSiteColumns; ++c)

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "storage/recovery_file.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tessel {
+
+/// Keeps the work in a recovery file from its first change on. What fails never stops the work: it is told
+/// once, and with the next act the whole is written anew.
+class RecoveryKeeper {
+  public:
+    /// `tell` is called with what has failed, or with nothing when it works again.
+    RecoveryKeeper(std::string folder, std::function<void(const std::string& problem)> tell);
+
+    /// Something has happened to the journal, or to what is known beside it.
+    void follow(JournalEvent event, const Journal& journal, const SavedRecords& records) noexcept;
+    void follow(const SavedRecords& records) noexcept;
+    /// From now on, whatever was in the file before.
+    void begin(const Journal& journal, const SavedRecords& records) noexcept;
+    /// Nothing needs to be kept until the next act.
+    void discard() noexcept;
+
+    bool isKeeping() const { return file_ != nullptr && !isBehind_; }
+
+  private:
+    template <typename Action>
+    void attempt(Action action) noexcept;
+
+    std::string folder_;
+    std::function<void(const std::string&)> tell_;
+    std::unique_ptr<RecoveryFile> file_;
+    bool isBehind_ = false;  // something is missing in the file
+};
+
+}  // namespace tessel

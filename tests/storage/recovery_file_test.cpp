@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/recovery_file.h"
+
+#include "base/run_time_error.h"
+#include "storage/recovery_keeper.h"
+#include "storage/work_stream.h"
+#include "support/file_calls.h"
+#include "support/journal_bits.h"
+#include "support/made_survey.h"
+#include "support/random_acts.h"
+#include "support/temporary_folder.h"
+
+#include <sys/wait.h>
+
+namespace tessel {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// All of the work in one number: two that are the same have the same bits.
+std::uint64_t digestOf(const Journal& journal, const SavedRecords& records = {}) {
+    std::uint64_t digest = 0;
+    ByteWriter out([&](std::string_view piece) { digest = digest * 31 + checksumOf(piece); });
+    writeWork(out, journal, records);
+    out.finish();
+    return digest;
+}
+
+Survey surveyOf(SiteIndex sites) {
+    return surveyOfReadings(
+        sites, [](SiteIndex i) { return static_cast<double>(i); }, [](SiteIndex) { return 1.0; });
+}
+
+class Recovery : public testing::Test {
+  protected:
+    // A program that works on a survey and has what it does kept.
+    struct Worker {
+        explicit Worker(const std::string& folder)
+            : keeper(folder, [this](const std::string& problem) { told.push_back(problem); }) {
+            journal.watch([this](JournalEvent event) { keeper.follow(event, journal, records); });
+        }
+        void work(unsigned seed, int acts) {
+            std::mt19937 random(seed);
+            for (int i = 0; i < acts; ++i)
+                doAtRandom(journal, random);
+        }
+        Journal journal{std::size_t{1} << 30};
+        SavedRecords records;
+        std::vector<std::string> told;
+        RecoveryKeeper keeper;
+    };
+
+    std::string place() const { return folder / "state"; }
+    std::string onlyFile() const {
+        const fs::directory_iterator files(place());
+        EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+        return fs::directory_iterator(place())->path().string();
+    }
+    SavedWork recovered() const {
+        const auto left = findLeftWork(place());
+        EXPECT_EQ(left.size(), 1U);
+        return left.empty() ? SavedWork() : left.front().read();
+    }
+
+    TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(Recovery, BringsBackEverySessionToTheBit) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE(seed);
+        std::uint64_t expected = 0;
+        {
+            Worker worker(place());
+            worker.work(seed, 50);
+            expected = digestOf(worker.journal);
+        }
+        SavedWork work = recovered();
+        ASSERT_EQ(digestOf(work.journal), expected);
+        fs::remove_all(place());
+    }
+}
+
+TEST_F(Recovery, BringsBackWhatIsKnownOfImports) {
+    std::uint64_t expected = 0;
+    {
+        Worker worker(place());
+        worker.work(3, 5);
+        worker.records.imports.resize(1);
+        worker.records.imports[0].summary.path = "field.dat";
+        worker.keeper.follow(worker.records);
+        expected = digestOf(worker.journal, worker.records);
+    }
+    const SavedWork work = recovered();
+    EXPECT_EQ(digestOf(work.journal, work.records), expected);
+    EXPECT_EQ(work.records.imports.at(0).summary.path, "field.dat");
+}
+
+// A child does what it likes until it is killed. It says what it has done before and after every event: what
+// comes back is the work after the last event that it had finished, or after the one that it was about to.
+TEST_F(Recovery, AfterAnyKillBringsBackTheLastThingDone) {
+    std::mt19937 random(77);
+    for (int turn = 0; turn < 100; ++turn) {
+        SCOPED_TRACE(turn);
+        std::array<int, 2> pipe{};
+        ASSERT_EQ(::pipe(pipe.data()), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            Worker worker(place());
+            worker.journal.watch([&](JournalEvent event) {
+                const std::uint64_t digest = digestOf(worker.journal);
+                static_cast<void>(!::write(pipe[1], &digest, sizeof digest));
+                worker.keeper.follow(event, worker.journal, {});
+                static_cast<void>(!::write(pipe[1], &digest, sizeof digest));
+            });
+            for (unsigned seed = 1000 + static_cast<unsigned>(turn);; ++seed)
+                worker.work(seed, 30);
+        }
+        ::close(pipe[1]);
+        std::vector<std::uint64_t> said;
+        const auto hear = [&] {
+            std::uint64_t digest = 0;
+            if (::read(pipe[0], &digest, sizeof digest) != sizeof digest) return false;
+            said.push_back(digest);
+            return true;
+        };
+        for (auto count = 1 + random() % 60; count > 0; --count)
+            hear();
+        ::usleep(static_cast<useconds_t>(random() % 2000));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        while (hear()) {
+        }
+        ::close(pipe[0]);
+        const std::size_t done = said.size() / 2;
+        auto left = findLeftWork(place());
+        if (left.empty()) {
+            // Killed before the first change was on the disk: nothing but what is no change had happened.
+            EXPECT_LE(done, 1U);
+            fs::remove_all(place());
+            continue;
+        }
+        ASSERT_EQ(left.size(), 1U);
+        const SavedWork work = left.front().read();
+        const std::uint64_t digest = digestOf(work.journal);
+        const bool isLastDone = done > 0 && digest == said[2 * done - 1];
+        const bool isUnderWay = said.size() % 2 == 1 && digest == said.back();
+        EXPECT_TRUE(isLastDone || isUnderWay) << done << " done";
+        fs::remove_all(place());
+    }
+}
+
+TEST_F(Recovery, OfAFileThatIsTornAnywhereBringsBackWhatWasWholeInIt) {
+    std::vector<std::uint64_t> digests;
+    {
+        Worker worker(place());
+        worker.journal.watch([&](JournalEvent event) {
+            worker.keeper.follow(event, worker.journal, {});
+            digests.push_back(digestOf(worker.journal));
+        });
+        worker.work(12, 25);
+    }
+    const std::string path = onlyFile(), whole = readFile(path);
+    std::mt19937 random(1);
+    std::size_t last = 0;
+    for (std::size_t length = 0; length <= whole.size(); length += 1 + random() % (whole.size() / 150)) {
+        writeFile(path, whole.substr(0, length));
+        const auto left = findLeftWork(place());
+        if (left.empty()) {
+            EXPECT_EQ(last, 0U) << "only what is torn in its first record goes";
+            continue;
+        }
+        const auto found = std::ranges::find(digests, digestOf(left.front().read().journal));
+        ASSERT_NE(found, digests.end()) << length;
+        const auto place = static_cast<std::size_t>(found - digests.begin()) + 1;
+        EXPECT_GE(place + 1, last) << length;
+        last = std::max(last, place);
+    }
+    EXPECT_GT(last, 10U);
+}
+
+TEST_F(Recovery, OfAFileThatIsDamagedAnywhereEndsBeforeTheDamage) {
+    {
+        Worker worker(place());
+        worker.work(13, 20);
+    }
+    const std::string path = onlyFile(), whole = readFile(path);
+    std::mt19937 random(2);
+    for (int turn = 0; turn < 300; ++turn) {
+        std::string bytes = whole;
+        bytes[random() % bytes.size()] ^= static_cast<char>(1 + random() % 255);
+        writeFile(path, bytes);
+        for (const LeftWork& work : findLeftWork(place()))
+            EXPECT_GT(work.read().journal.size(), 0U);
+    }
+}
+
+TEST_F(Recovery, IsNotTakenFromAProgramThatLives) {
+    Worker worker(place()), other(place());
+    worker.work(4, 5);
+    other.work(5, 5);
+    EXPECT_TRUE(findLeftWork(place()).empty());
+    EXPECT_EQ(std::distance(fs::directory_iterator(place()), fs::directory_iterator()), 2);
+}
+
+TEST_F(Recovery, IsOfferedToOneProgramAtATime) {
+    {
+        Worker worker(place());
+        worker.work(4, 5);
+    }
+    {
+        const auto held = findLeftWork(place());
+        EXPECT_EQ(held.size(), 1U);
+        EXPECT_TRUE(findLeftWork(place()).empty());
+    }
+    EXPECT_EQ(findLeftWork(place()).size(), 1U);
+}
+
+TEST_F(Recovery, OffersTheLatestFirstAndClearsAwayWhatHoldsNothing) {
+    for (const unsigned seed : {4U, 5U}) {
+        Worker worker(place());
+        worker.work(seed, 5);
+    }
+    ASSERT_EQ(findLeftWork(place()).size(), 2U);
+    writeFile(place() + "/recovery-1-0", "VARN-Tessel recovery 1\nhalf");
+    writeFile(place() + "/notes.txt", "somebody's");
+    EXPECT_EQ(findLeftWork(place()).size(), 2U);
+    EXPECT_FALSE(fs::exists(place() + "/recovery-1-0"));
+    EXPECT_TRUE(fs::exists(place() + "/notes.txt"));
+    EXPECT_TRUE(findLeftWork(folder / "none").empty());
+    EXPECT_TRUE(findLeftWork("").empty());
+}
+
+TEST_F(Recovery, IsThereFromTheFirstChangeOnUntilItIsDiscarded) {
+    Worker worker(place());
+    worker.journal.recount([](const Survey&, SurveyCounts&) {});
+    EXPECT_FALSE(fs::exists(place()));
+    worker.work(4, 5);
+    EXPECT_TRUE(fs::exists(onlyFile()));
+    EXPECT_EQ(fs::status(place()).permissions(), fs::perms::owner_all);
+    worker.keeper.discard();
+    EXPECT_TRUE(fs::is_empty(place()));
+    worker.journal.noteExport();
+    EXPECT_TRUE(fs::is_empty(place()));
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    EXPECT_TRUE(fs::exists(onlyFile()));
+    EXPECT_TRUE(worker.told.empty());
+}
+
+TEST_F(Recovery, OfAUserWithoutAHomeIsNotKept) {
+    Worker worker("");
+    worker.work(4, 5);
+    EXPECT_FALSE(worker.keeper.isKeeping());
+    EXPECT_TRUE(worker.told.empty());
+}
+
+TEST_F(Recovery, OfAFullDiskIsToldOnceAndWrittenAnewWhenThereIsRoom) {
+    Worker worker(place());
+    worker.work(6, 8);
+    const std::uint64_t before = digestOf(worker.journal);
+    {
+        const WatchedFileCalls watched([](const FileCall& call) -> std::optional<FileAnswer> {
+            return call.name == "write" ? std::optional(FileAnswer{-1, ENOSPC}) : std::nullopt;
+        });
+        worker.journal.replaceSurvey({}, surveyOf(3));
+        worker.journal.replaceSurvey({}, surveyOf(4));
+    }
+    ASSERT_EQ(worker.told.size(), 1U);
+    EXPECT_NE(worker.told[0].find("cannot be written: No space left on device"), std::string::npos);
+    fs::copy(onlyFile(), folder / "copy");
+    worker.journal.replaceSurvey({}, surveyOf(5));
+    EXPECT_EQ(worker.told, (std::vector<std::string>{worker.told[0], ""}));
+    const std::string path = onlyFile(), whole = readFile(path);
+    const std::uint64_t after = digestOf(worker.journal);
+    worker.keeper.discard();
+    writeFile(path, whole);
+    EXPECT_EQ(digestOf(recovered().journal), after);
+    writeFile(path, readFile(folder / "copy"));
+    EXPECT_EQ(digestOf(recovered().journal), before) << "what was whole stays";
+}
+
+TEST_F(Recovery, SyncsEveryActAndWritesNoMoreThanItsDifference) {
+    constexpr SiteIndex kSites = 50'000;
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(kSites));
+    for (const SiteIndex first : {10, 40'000}) {
+        const WatchedFileCalls watched;
+        worker.journal.perform({}, [&](Survey& survey) {
+            Difference difference(survey);
+            difference.exchangeColumn(survey, kEM1,
+                                      std::vector<double>(static_cast<std::size_t>(kSites), double(first)));
+            return difference;
+        });
+        std::size_t written = 0;
+        for (const FileCall& call : watched.calls())
+            written += call.bytes.size();
+        EXPECT_LE(written, worker.journal.act(worker.journal.size() - 1).difference.bytes() + 5000);
+        EXPECT_EQ(watched.calls().back().name, "fsync");
+    }
+    const WatchedFileCalls watched;
+    worker.journal.recount([](const Survey&, SurveyCounts& counts) { counts.MaxX = 1; });
+    EXPECT_EQ(watched.count("fsync"), 0) << "what is counted anew is found again";
+}
+
+}  // namespace tessel

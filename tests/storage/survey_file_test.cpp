@@ -1,0 +1,492 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "storage/survey_file.h"
+
+#include "base/program_version.h"
+#include "geodesy/position_conversion.h"
+#include "plots/site_masking.h"
+#include "rows/row_acts.h"
+#include "rows/row_editing.h"
+#include "storage/database.h"
+#include "support/file_calls.h"
+#include "support/journal_bits.h"
+#include "support/made_survey.h"
+#include "support/random_acts.h"
+#include "support/run_time_errors.h"
+#include "support/survey_bits.h"
+#include "support/temporary_folder.h"
+
+namespace tessel {
+
+namespace {
+
+constexpr std::size_t kRoom = std::size_t{1} << 30;
+
+Journal randomSession(unsigned seed, int acts) {
+    std::mt19937 random(seed);
+    Journal journal(kRoom);
+    for (int i = 0; i < acts; ++i)
+        doAtRandom(journal, random);
+    return journal;
+}
+
+Journal journalOf(Survey survey) {
+    Journal journal(kRoom);
+    journal.replaceSurvey({ActKind::kImport, "import a.dat", "Imported a.dat", {{"file", "a.dat"}}},
+                          std::move(survey));
+    return journal;
+}
+
+Survey twoRows() {
+    return madeSurvey({{500000, 4e6, 10, 1, 1}, {500001, 4e6, 11, 2, 1}, {500001, 4e6 + 9, 12, 3, 2}});
+}
+
+std::string outputOf(const std::string& command) {
+    std::FILE* const pipe = ::popen((command + " 2>&1").c_str(), "r");
+    if (pipe == nullptr) return "no pipe";
+    std::string output;
+    std::array<char, 4096> block{};
+    while (const std::size_t got = std::fread(block.data(), 1, block.size(), pipe))
+        output.append(block.data(), got);
+    return ::pclose(pipe) == 0 ? output : "failed: " + output;
+}
+
+// Does something to a database as another program does.
+void change(const std::string& path, const std::string& statements) {
+    const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    Database(file, path, Database::Use::kWrite).run(statements);
+    ::close(file);
+}
+
+void deleteRow(Journal& journal, int row) {
+    journal.perform(deletionOfRow(journal.survey(), row),
+                    [row](Survey& survey) { return Delete_Row(survey, row); });
+}
+
+void convert(Journal& journal, const PositionRequest& request) {
+    ConvertedPositions positions = convertedPositions(journal.survey(), request);
+    journal.perform(describe(positions),
+                    [&](Survey& survey) { return replacePositions(survey, std::move(positions)); });
+}
+
+class SurveyFile : public testing::Test {
+  protected:
+    std::string save(const Journal& journal, const SavedRecords& records = {}) const {
+        saveSurvey(path(), journal, records);
+        return path();
+    }
+    std::string path() const { return folder / "field.gpkg"; }
+    std::string whyNotOpened() const {
+        return descriptionOf([this] { openSurvey(path()); });
+    }
+    std::string refusal(const std::string& why) const {
+        return path() + " cannot be opened as a survey: " + why;
+    }
+
+    TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(SurveyFile, BringsRandomSessionsBackToTheBit) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE(seed);
+        Journal journal = randomSession(seed, 60);
+        SavedWork work = openSurvey(save(journal));
+        ASSERT_EQ(journalDifferences(work.journal, journal), "");
+        const auto expected = statesOf(journal), opened = statesOf(work.journal);
+        ASSERT_EQ(opened.size(), expected.size());
+        for (std::size_t i = 0; i < opened.size(); ++i)
+            ASSERT_EQ(differences(opened[i], expected[i]), "") << i;
+    }
+}
+
+TEST_F(SurveyFile, BringsBackASurveyOfWhichTheLastSiteWasDeleted) {
+    Journal journal = journalOf(twoRows());
+    SiteMaskArray mask(3, 1);
+    journal.perform(deletionOfMasked(3), [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    SavedWork work = openSurvey(save(journal));
+    EXPECT_EQ(journalDifferences(work.journal, journal), "");
+    work.journal.goTo(1);
+    journal.goTo(1);
+    EXPECT_EQ(differences(work.journal.survey(), journal.survey()), "");
+}
+
+TEST_F(SurveyFile, GoesOnAsIfItHadNeverBeenClosed) {
+    for (unsigned seed = 100; seed < 120; ++seed) {
+        SCOPED_TRACE(seed);
+        Journal journal = randomSession(seed, 30), reopened(kRoom);
+        reopened.become(openSurvey(save(journal)).journal);
+        std::mt19937 random(seed), same(seed);
+        for (int i = 0; i < 30; ++i) {
+            doAtRandom(journal, random);
+            doAtRandom(reopened, same);
+            ASSERT_EQ(differences(reopened.survey(), journal.survey()), "") << i;
+            ASSERT_EQ(reopened.content(), journal.content()) << i;
+            ASSERT_EQ(reopened.bytes() > 0, journal.bytes() > 0);
+        }
+    }
+}
+
+TEST_F(SurveyFile, KeepsNumbersThatADatabaseWouldNot) {
+    Survey survey = twoRows();
+    survey.SiteData(kX, 0) = -0.0;
+    survey.SiteData(kY, 1) = std::bit_cast<double>(0x7FF8000000000123U);
+    survey.SiteData(kEM1, 2) = std::numeric_limits<double>::infinity();
+    survey.SiteData(kEM2, 0) = std::numeric_limits<double>::denorm_min();
+    survey.SiteID[0] = -std::nan("");
+    const Journal journal = journalOf(survey);
+    EXPECT_EQ(differences(openSurvey(save(journal)).journal.survey(), journal.survey()), "");
+}
+
+TEST_F(SurveyFile, KeepsWhatIsKnownOfImportsAndExports) {
+    SavedRecords records;
+    SavedImport import;
+    import.summary.path = import.what.file.path = "/fields/\xFC.dat";
+    import.summary.kind.tabs = true;
+    import.summary.fields = {{ "X", 1, 8 }};
+    import.summary.rejected = {{ "short", 3, 7 }};
+    import.summary.firstLogLines = {"a", "b"};
+    import.what.file.state = {123, std::chrono::system_clock::now()};
+    import.what.file.sha256 = std::string(64, 'a');
+    import.what.parameters = {{ "cut-off", "-2.5" }};
+    import.acts = 1;
+    records.imports = {import};
+    records.exports = {{{{"/out.txt", {}, "", "gone"}, {}, "X Y", 3, 1, true}, 1, 4}};
+    records.menuItems = {"mnuSave"};
+    const SavedRecords opened = openSurvey(save(journalOf(twoRows()), records)).records;
+    ASSERT_EQ(opened.imports.size(), 1U);
+    EXPECT_EQ(opened.imports[0].summary.path, "/fields/\xFC.dat");
+    EXPECT_TRUE(opened.imports[0].summary.kind.tabs);
+    EXPECT_EQ(opened.imports[0].summary.firstLogLines, import.summary.firstLogLines);
+    EXPECT_EQ(opened.imports[0].what.file.state, import.what.file.state);
+    EXPECT_EQ(opened.imports[0].what.parameters, import.what.parameters);
+    EXPECT_EQ(opened.imports[0].acts, 1U);
+    ASSERT_EQ(opened.exports.size(), 1U);
+    EXPECT_EQ(opened.exports[0].what.file.note, "gone");
+    EXPECT_EQ(opened.exports[0].content, 4U);
+    EXPECT_EQ(opened.menuItems, records.menuItems);
+}
+
+// As a GIS sees it
+// -------------------------------------------------------------------------------------------
+
+class SurveyFileInAGis : public SurveyFile {
+  protected:
+    SurveyFileInAGis() {
+        Journal journal = journalOf(twoRows());
+        deleteRow(journal, 2);
+        journal.goTo(1);
+        deleteRow(journal, 1);
+        SavedRecords records;
+        records.imports.resize(1);
+        records.imports[0].what.file.path = "/fields/\xFC.dat";
+        records.imports[0].what.file.sha256 = "abc";
+        save(journal, records);
+    }
+
+    // What the program says of the file holds each of these.
+    void expectIn(const std::string& command, std::initializer_list<const char*> parts) const {
+        const std::string output = outputOf(command);
+        for (const char* const part : parts)
+            EXPECT_NE(output.find(part), std::string::npos) << part << " in\n" << output;
+        EXPECT_EQ(output.find("arning"), std::string::npos) << output;
+    }
+    std::string ask(const std::string& query) const {
+        return outputOf("sqlite3 " + path() + " \"" + query + "\"");
+    }
+};
+
+TEST_F(SurveyFileInAGis, HasItsSitesAsALayerOfPoints) {
+    expectIn("ogrinfo -al " + path() + " sites",
+             {"Geometry: Point", "Feature Count: 1", "Undefined Cartesian SRS", "FID Column = fid",
+              "Geometry Column = geom", "site_number (Real) = 1003", "row (Integer64) = 1", "em1 (Real) = 12",
+              "em2 (Real) = 3", "line (Integer64) = 5", "POINT (500001 4000009)",
+              "Extent: (500001.000000, 4000009.000000) - (500001.000000, 4000009.000000)"});
+}
+
+TEST_F(SurveyFileInAGis, HasItsRemovedSitesWithTheActAndTheReason) {
+    expectIn("ogrinfo -al " + path() + " removed_sites",
+             {"Geometry: Point", "Feature Count: 2", "site_number (Real) = 1002", "em1 (Real) = 10",
+              "POINT (500000 4000000)", "act (Integer64) = 2",
+              "reason (String) = Deleted row 1 with its 2 sites"});
+}
+
+TEST_F(SurveyFileInAGis, HasItsActsAndItsSourceAsTables) {
+    expectIn("ogrinfo -al " + path() + " journal",
+             {"Feature Count: 2", "kind (String) = import", "what (String) = Imported a.dat",
+              "parameters (String) = {\"file\": \"a.dat\"}", "kind (String) = delete-row",
+              "in_force (Integer64) = 1", "sites (Integer64) = 1"});
+    EXPECT_EQ(ask("SELECT value FROM survey WHERE name = 'source_file'"), "/fields/\\xFC.dat\n");
+    EXPECT_EQ(ask("SELECT value FROM survey WHERE name = 'source_file_sha256'"), "abc\n");
+    EXPECT_EQ(ask("SELECT value FROM survey WHERE name = 'program_version'"),
+              std::string(kProgramVersion) + "\n");
+    EXPECT_EQ(ask("SELECT value FROM survey WHERE name = 'epsg'"), "0\n");
+}
+
+// The standard's requirements on a GeoPackage with features and attributes, by their numbers.
+TEST_F(SurveyFileInAGis, MeetsTheStandard) {
+    EXPECT_EQ(readFile(path()).substr(0, 16), std::string("SQLite format 3\0", 16)) << 1;
+    EXPECT_EQ(ask("PRAGMA application_id"), "1196444487\n") << 2;
+    EXPECT_EQ(ask("PRAGMA user_version"), "10301\n") << 2;
+    EXPECT_EQ(ask("PRAGMA integrity_check"), "ok\n") << 6;
+    EXPECT_EQ(ask("PRAGMA foreign_key_check"), "") << 7;
+    EXPECT_EQ(ask("SELECT srs_id, organization FROM gpkg_spatial_ref_sys ORDER BY srs_id"),
+              "-1|NONE\n0|NONE\n4326|EPSG\n")
+        << 11;
+    EXPECT_EQ(ask("SELECT table_name, data_type FROM gpkg_contents ORDER BY table_name"),
+              "journal|attributes\nremoved_sites|features\nsites|features\nsurvey|attributes\n"
+              "survey_state|attributes\n")
+        << 13;
+    EXPECT_EQ(ask("SELECT count(*) FROM gpkg_contents WHERE last_change GLOB "
+                  "'[0-9][0-9][0-9][0-9]-[0-1][0-9]-[0-3][0-9]T[0-2][0-9]:[0-5][0-9]:[0-5][0-9].[0-9][0-9]"
+                  "[0-9]Z'"),
+              "5\n")
+        << 15;
+    EXPECT_EQ(ask("SELECT hex(geom) FROM sites"),
+              "47500001FFFFFFFF01010000000000000084841E410000008084844E41\n")
+        << 19;
+    EXPECT_EQ(ask("SELECT table_name, column_name, geometry_type_name, srs_id, z, m FROM "
+                  "gpkg_geometry_columns ORDER BY table_name"),
+              "removed_sites|geom|POINT|-1|0|0\nsites|geom|POINT|-1|0|0\n")
+        << 22;
+}
+
+TEST_F(SurveyFileInAGis, TellsTheCoordinateSystemWhenItIsKnown) {
+    Journal journal = journalOf(twoRows());
+    convert(journal, {PositionKind::kCRS, false, 32630});
+    deleteRow(journal, 2);
+    save(journal);
+    for (const char* const layer : {"sites", "removed_sites"})
+        expectIn("ogrinfo -al -so " + path() + " " + layer,
+                 {"PROJCRS[\"WGS 84 / UTM zone 30N\"", "ID[\"EPSG\",32630]]",
+                  "Data axis to CRS axis mapping: 1,2"});
+    EXPECT_EQ(
+        ask("SELECT srs_id, organization, organization_coordsys_id, srs_name, substr(definition, 1, 30) "
+            "FROM gpkg_spatial_ref_sys WHERE srs_id > 4326"),
+        "32630|EPSG|32630|WGS 84 / UTM zone 30N|PROJCS[\"WGS 84 / UTM zone 30N\"\n");
+    EXPECT_EQ(ask("SELECT DISTINCT srs_id FROM gpkg_contents WHERE data_type = 'features'"), "32630\n");
+    EXPECT_EQ(ask("SELECT hex(substr(geom, 5, 4)) FROM sites LIMIT 1"), "767F0000\n");
+    EXPECT_EQ(ask("SELECT count(*) FROM removed_sites WHERE geom IS NOT NULL"), "1\n");
+    EXPECT_EQ(ask("SELECT value FROM survey WHERE name = 'epsg'"), "32630\n");
+    EXPECT_EQ(ask("PRAGMA foreign_key_check"), "");
+    EXPECT_EQ(openSurvey(path()).journal.survey().PositionsCRS, 32630);
+}
+
+// What was taken out before stands in the old system.
+TEST_F(SurveyFileInAGis, HasNoPositionsOfRemovedSitesFromBeforeAConversion) {
+    Journal journal = journalOf(madeSurvey(
+        {{-2.5, 51, 10, 1, 1}, {-2.5001, 51, 11, 2, 1}, {-2.5, 51.01, 12, 3, 2}, {-2.6, 51, 9, 4, 3}}));
+    deleteRow(journal, 3);
+    convert(journal, {PositionKind::kDegrees, false, 32630});
+    deleteRow(journal, 2);
+    save(journal);
+    EXPECT_EQ(ask("SELECT act, em1, geom IS NULL FROM removed_sites"), "2|9.0|1\n4|12.0|0\n");
+    expectIn("ogrinfo -al " + path() + " removed_sites", {"Feature Count: 2", "POINT (535077.1648"});
+    EXPECT_EQ(ask("SELECT round(max_x) FROM gpkg_contents WHERE table_name = 'removed_sites'"), "535077.0\n");
+}
+
+TEST_F(SurveyFileInAGis, HasNothingWhereTheSurveyHasNothing) {
+    Survey survey = twoRows();
+    survey.TwoEMColumns = survey.SiteIDPresent = false;
+    survey.SiteID.clear();
+    survey.SourceLine.clear();
+    Journal journal = journalOf(survey);
+    deleteRow(journal, 2);
+    save(journal);
+    for (const char* const layer : {"sites", "removed_sites"})
+        EXPECT_EQ(
+            ask(std::string("SELECT DISTINCT em1 IS NULL, em2 IS NULL, site_number IS NULL, line IS NULL "
+                            "FROM ") +
+                layer),
+            "0|1|1|1\n");
+}
+
+TEST_F(SurveyFileInAGis, HasAnExtentThatAMapCanShow) {
+    Survey survey = twoRows();
+    survey.SiteData(kX, 1) = std::numeric_limits<double>::infinity();
+    survey.SiteData(kY, 2) = std::nan("");
+    save(journalOf(survey));
+    EXPECT_EQ(ask("SELECT min_x, max_x, min_y, max_y FROM gpkg_contents WHERE table_name = 'sites'"),
+              "500000.0|500000.0|4000000.0|4000000.0\n");
+}
+
+TEST_F(SurveyFileInAGis, SaysTheNumberOfASystemThatIsNotKnownHere) {
+    Survey survey = twoRows();
+    survey.PositionsCRS = 999999;
+    save(journalOf(survey));
+    EXPECT_EQ(ask("SELECT srs_name, definition FROM gpkg_spatial_ref_sys WHERE srs_id = 999999"),
+              "EPSG:999999|undefined\n");
+}
+
+TEST_F(SurveyFile, OfASurveyWithoutSitesIsReadByAGis) {
+    save(Journal(kRoom));
+    EXPECT_NE(outputOf("ogrinfo -al " + path() + " sites").find("Feature Count: 0"), std::string::npos);
+    EXPECT_EQ(openSurvey(path()).journal.survey().NumSites, 0);
+}
+
+// What is not a survey file of ours
+// ----------------------------------------------------------------------------
+
+TEST_F(SurveyFile, ThatIsDamagedAnywhereIsToldOrBringsTheSurveyBack) {
+    const Journal journal = randomSession(5, 12);
+    const std::string whole = readFile(save(journal));
+    std::mt19937 random(1);
+    int told = 0;
+    for (int turn = 0; turn < 600; ++turn) {
+        std::string bytes = whole;
+        bytes[random() % bytes.size()] ^= static_cast<char>(1 + random() % 255);
+        writeFile(path(), bytes);
+        try {
+            EXPECT_EQ(journalDifferences(openSurvey(path()).journal, journal), "") << turn;
+        } catch (const RunTimeError& error) {
+            EXPECT_TRUE(error.description().starts_with(path() + " cannot be opened")) << error.what();
+            ++told;
+        }
+    }
+    EXPECT_GT(told, 100);
+    EXPECT_LT(told, 600) << "what stands in the layers is the GIS's affair";
+}
+
+TEST_F(SurveyFile, ThatIsCutShortIsTold) {
+    const std::string whole = readFile(save(randomSession(6, 12)));
+    for (std::size_t length = 0; length < whole.size(); length += 1 + whole.size() / 97) {
+        writeFile(path(), whole.substr(0, length));
+        EXPECT_TRUE(whyNotOpened().starts_with(path() + " cannot be opened")) << length;
+    }
+    writeFile(path(), "");
+    EXPECT_EQ(whyNotOpened(), refusal("it is no GeoPackage"));
+    writeFile(path(), "X,Y,EM1\n1,2,3\n");
+    EXPECT_EQ(whyNotOpened(), path() + " cannot be opened: it is no database");
+}
+
+TEST_F(SurveyFile, WithAPartChangedOrTakenOutIsTold) {
+    save(randomSession(7, 12));
+    change(path(), "UPDATE survey_state SET checksum = checksum + 1");
+    EXPECT_EQ(whyNotOpened(), refusal("part 1 of it is damaged"));
+    change(path(), "DELETE FROM survey_state");
+    EXPECT_EQ(whyNotOpened(), refusal("it ends too early"));
+}
+
+TEST_F(SurveyFile, OfANewerVersionIsTold) {
+    save(journalOf(twoRows()));
+    change(path(),
+           "UPDATE survey SET value = '2' WHERE name = 'format'; DROP TABLE survey_state;"
+           "CREATE TABLE survey_state (other TEXT)");
+    EXPECT_EQ(whyNotOpened(), refusal("it is from a newer version of this program"));
+}
+
+TEST_F(SurveyFile, OfAnotherProgramIsTold) {
+    writeFile(folder / "points.csv", "x,y,em\n1,2,3\n");
+    ASSERT_EQ(outputOf("ogr2ogr -f GPKG " + path() + " " + (folder / "points.csv") +
+                       " -oo X_POSSIBLE_NAMES=x -oo Y_POSSIBLE_NAMES=y"),
+              "");
+    EXPECT_EQ(whyNotOpened(), refusal("it is a GeoPackage of another program"));
+    EXPECT_TRUE(isForeignGeoPackage(path()));
+    EXPECT_FALSE(isForeignGeoPackage(folder / "points.csv"));
+    EXPECT_FALSE(isForeignGeoPackage(folder / "none.gpkg"));
+    save(journalOf(twoRows()));
+    EXPECT_FALSE(isForeignGeoPackage(path()));
+}
+
+TEST_F(SurveyFile, ThatAnotherProgramHasNotFinishedIsToldAndOneLeftInItsModeIsRead) {
+    const Journal journal = journalOf(twoRows());
+    save(journal);
+    EXPECT_EQ(outputOf("sqlite3 " + path() + " 'PRAGMA journal_mode = WAL; PRAGMA wal_checkpoint'"),
+              "wal\n0|0|0\n");
+    EXPECT_EQ(readFile(path())[18], 2);
+    EXPECT_EQ(journalDifferences(openSurvey(path()).journal, journal), "");
+    writeFile(path() + "-wal", "half");
+    EXPECT_EQ(whyNotOpened(), refusal("another program has it open, or has not finished it (" + path() +
+                                      "-wal); close it there first"));
+}
+
+TEST_F(SurveyFile, WithAViewInPlaceOfItsStateIsTold) {
+    save(journalOf(twoRows()));
+    change(path(),
+           "DROP TABLE survey_state; CREATE VIEW survey_state AS WITH RECURSIVE n(part) AS (SELECT 1 "
+           "UNION ALL SELECT part + 1 FROM n) SELECT part, 0 AS checksum, zeroblob(1000) AS bytes FROM "
+           "n");
+    EXPECT_EQ(whyNotOpened(), refusal("it is a GeoPackage of another program"));
+}
+
+TEST_F(SurveyFile, ThatIsNotThereIsTold) {
+    EXPECT_EQ(whyNotOpened(), path() + " cannot be opened: No such file or directory");
+    EXPECT_EQ(descriptionOf([this] { saveSurvey(folder / "none/a.gpkg", Journal(kRoom), {}); }),
+              folder / "none/a.gpkg cannot be written: No such file or directory");
+}
+
+// All or nothing
+// -----------------------------------------------------------------------------------------------
+
+TEST_F(SurveyFile, StaysTheOldOneWhicheverWriteFails) {
+    const Journal old = journalOf(twoRows()), next = randomSession(8, 15);
+    save(old);
+    const std::string before = readFile(path());
+    bool failed = true;
+    for (long allowed = 0; failed; allowed += 1 + allowed / 4) {
+        for (const int reason : {ENOSPC, EIO, 0}) {
+            long writes = 0;
+            const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
+                if (call.name != "pwrite" || writes++ < allowed) return std::nullopt;
+                return reason == 0 ? FileAnswer{0, 0} : FileAnswer{-1, reason};
+            });
+            const std::string error = descriptionOf([&] { saveSurvey(path(), next, {}); });
+            failed = writes > allowed;
+            if (!failed) break;
+            const char* const why = reason == EIO ? "Input/output error" : "No space left on device";
+            EXPECT_EQ(error, path() + " cannot be written: " + why) << allowed;
+            EXPECT_EQ(readFile(path()), before);
+            EXPECT_EQ(filesIn(folder), 1U);
+        }
+    }
+    EXPECT_EQ(journalDifferences(openSurvey(path()).journal, next), "");
+}
+
+TEST_F(SurveyFile, StaysTheOldOneWhenItCannotBeSyncedOrRenamed) {
+    save(journalOf(twoRows()));
+    const std::string before = readFile(path());
+    for (const char* const failing : {"fsync", "linkat", "rename"}) {
+        const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
+            return call.name == failing ? std::optional(FileAnswer{-1, EIO}) : std::nullopt;
+        });
+        EXPECT_EQ(descriptionOf([this] { save(randomSession(9, 5)); }),
+                  path() + " cannot be written: Input/output error");
+        EXPECT_EQ(readFile(path()), before) << failing;
+    }
+}
+
+TEST_F(SurveyFile, IsSyncedBeforeItHasItsName) {
+    const WatchedFileCalls watched;
+    save(journalOf(twoRows()));
+    std::string order;
+    for (const FileCall& call : watched.calls())
+        if (call.name == "pwrite" || call.name == "fsync" || call.name == "rename")
+            if (!order.ends_with(call.name + ' ')) order += call.name + ' ';
+    EXPECT_EQ(order, "pwrite fsync rename fsync ");
+}
+
+TEST_F(SurveyFile, IsWrittenInPlaceWhereItHasTwoNames) {
+    save(journalOf(twoRows()));
+    ASSERT_EQ(::link(path().c_str(), (folder / "second.gpkg").c_str()), 0);
+    const Journal journal = randomSession(10, 20);
+    save(journal);
+    EXPECT_EQ(journalDifferences(openSurvey(folder / "second.gpkg").journal, journal), "");
+}
+
+// A large survey is not held twice.
+TEST_F(SurveyFile, IsWrittenPieceByPiece) {
+    constexpr SiteIndex kSites = 200'000;
+    const Journal journal = journalOf(surveyOfReadings(
+        kSites, [](SiteIndex i) { return static_cast<double>(i); }, [](SiteIndex) { return 0.5; }));
+    std::size_t largest = 0;
+    {
+        const WatchedFileCalls watched;
+        save(journal);
+        for (const FileCall& call : watched.calls())
+            largest = std::max(largest, call.bytes.size());
+    }
+    EXPECT_LE(largest, std::size_t{1} << 16);
+    EXPECT_EQ(journalDifferences(openSurvey(path()).journal, journal), "");
+}
+
+}  // namespace tessel
