@@ -18,8 +18,9 @@ int main(int argc, char** argv) {
     Application::setWindowIcon(programIcon());
     const std::string data = userDataFolder();
     findProgramDirectories(theSession(), executableFolder(), data.empty() ? data : data + "/varn-tessel");
+    const std::string state = userStateFolder();
     setRefusedSettings(ReadTEinfo(theSession()));
-    const auto window = createProgram();
+    const auto window = createProgram(state.empty() ? state : state + "/varn-tessel");
     const ProgramEnd end([&window] { return window->mayLeave(); });
     window->show();
     return Application::exec();

@@ -200,6 +200,7 @@ void frmMain::dropEvent(QDropEvent* event) {
 void frmMain::closeEvent(QCloseEvent* event) {
     const bool mayClose = mayLeave();
     event->setAccepted(mayClose);
+    if (mayClose) Q_EMIT left();
     // Windows without a parent (help, statistics) would keep the program alive.
     if (mayClose) QApplication::quit();
 }

@@ -53,6 +53,8 @@ class frmMain : public QMainWindow, public Ui::frmMain, public PlotArea {
     void plotsHidden();
     /// A file was dropped on the window.
     void fileDropped(const QString& path);
+    /// The window has been closed, and the program with it: the user has been asked.
+    void left();
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -34,6 +34,7 @@ inline constexpr auto kHelpDocuments = std::to_array<HelpDocumentTitle>({
     {119, "Finding suspicious sites"},
     {120, "Tables out and in"},
     {121, "What positions are"},
+    {122, "Saving a survey and opening it again"},
 });
 
 }  // namespace tessel

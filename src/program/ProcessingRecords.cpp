@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <filesystem>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +28,7 @@ ProcessingRecords::ProcessingRecords(frmMain& main) : QObject(&main), main_(main
 
 void ProcessingRecords::noteImport(const ImportSummary& summary) {
     keeper_.noteImport(theJournal(), summary);
+    Q_EMIT noted();
     identifyFilesSoon();
 }
 
@@ -34,6 +36,7 @@ void ProcessingRecords::serve(frmOutput& window) {
     window.recordWith([this] { return keeper_.record(theJournal()); });
     connect(&window, &frmOutput::exported, this, [this](const RecordedExport& file) {
         keeper_.noteExport(theJournal(), file);
+        Q_EMIT noted();
         identifyFilesSoon();
     });
 }
@@ -41,6 +44,7 @@ void ProcessingRecords::serve(frmOutput& window) {
 void ProcessingRecords::serve(frmSaveTable& window) {
     connect(&window, &frmSaveTable::saved, this, [this](const RecordedExport& file) {
         keeper_.noteExport(theJournal(), file);
+        Q_EMIT noted();
         identifyFilesSoon();
         tellSaved(u"Table"_s, file.file.path);
     });
@@ -55,6 +59,11 @@ void ProcessingRecords::mnuRecord_Click() {
 void ProcessingRecords::tellSaved(const QString& what, const std::string& path) {
     const std::string name = std::filesystem::path(path).filename().string();
     main_.showMessage(what + u" saved to "_s + legible(fromPath(name)));
+}
+
+const SavedRecords& ProcessingRecords::completeRecords() {
+    keeper_.identifyFiles(std::numeric_limits<std::int64_t>::max());
+    return keeper_.records();
 }
 
 // As long as a card is in its slot. A large file is looked at only when its digest is wanted.

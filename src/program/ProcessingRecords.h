@@ -29,6 +29,15 @@ class ProcessingRecords : public QObject {
     void serve(frmSaveTable& window);
     void mnuRecord_Click();
 
+    /// All that is known beside the journal, digests too, to be saved with it; and another's in its place.
+    const SavedRecords& completeRecords();
+    void become(SavedRecords records) { keeper_.become(std::move(records)); }
+    const SavedRecords& records() const { return keeper_.records(); }
+
+  Q_SIGNALS:
+    /// An import or an export has been noted.
+    void noted();
+
   private:
     void identifyFilesSoon();
     void tellSaved(const QString& what, const std::string& path);

@@ -34,6 +34,7 @@
 #include "program/DistanceChoice.h"
 #include "program/ProcessingRecords.h"
 #include "program/SearchWindows.h"
+#include "program/SurveyFiles.h"
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
 #include "rows/row_detection.h"
@@ -55,11 +56,12 @@ namespace {
 
 class Program : public QObject {
   public:
-    explicit Program(frmMain& window)
+    Program(frmMain& window, const std::string& stateFolder)
         : QObject(&window),
           main_(window),
           import_(window),
           records_(window),
+          files_(window, records_, stateFolder),
           rowEditor_(new RowPlotEditor(window)),
           grid_(window),
           lag_(window),
@@ -108,6 +110,11 @@ class Program : public QObject {
             records_.serve(*window);
             showModal(window);
         });
+        on(main_.mnuOpenSurvey, [this] { files_.mnuOpenSurvey_Click(); });
+        on(main_.mnuSaveSurvey, [this] { files_.mnuSaveSurvey_Click(); });
+        on(main_.mnuSaveSurveyAs, [this] { files_.mnuSaveSurveyAs_Click(); });
+        connect(&files_, &SurveyFiles::opened, this, &Program::surveyOpened);
+        menusFollow(&files_, &SurveyFiles::rowsLost, MenuEvent::kRowsLost);
     }
 
     void joinEdit() {
@@ -223,8 +230,7 @@ class Program : public QObject {
 
     void followJournal(std::size_t from) {
         const MenuState menus = theJournal().menus();
-        if (const ImportSummary* import = records_.importOf(theSurvey()))
-            theSession().InputFileName = std::filesystem::absolute(import->path).lexically_normal().string();
+        nameInputFile();
         redrawView();
         // What was shown may have ended with an event of its own.
         main_.restoreMenus(menus);
@@ -233,6 +239,11 @@ class Program : public QObject {
             main_.menusFollow(MenuEvent::kRowEditorFinished);
         followSurvey();
         main_.showMessage(messageOf(from, theJournal().position()));
+    }
+
+    void nameInputFile() {
+        if (const ImportSummary* import = records_.importOf(theSurvey()))
+            theSession().InputFileName = std::filesystem::absolute(import->path).lexically_normal().string();
     }
 
     // What has been taken back or done again, of several acts how many.
@@ -289,6 +300,18 @@ class Program : public QObject {
             menusFollow(isFatal(rows) ? MenuEvent::kImportRefused : event);
     }
 
+    // Another survey is there with its history, as it was when it was saved.
+    void surveyOpened() {
+        const MenuState saved = theJournal().menus();
+        main_.hidePlots();
+        takeAwayRowDialog();
+        nameInputFile();
+        main_.restoreMenus(saved);
+        // It may have been saved while the row plots were open.
+        if (main_.mnuHist->isEnabled()) main_.menusFollow(MenuEvent::kRowEditorFinished);
+        followSurvey();
+    }
+
     void rowsRefused() {
         showRowDialog();
         menusFollow(MenuEvent::kSitesImported);
@@ -330,6 +353,7 @@ class Program : public QObject {
         show(main_.mnuUndo, u"&Undo"_s, journal.positionBefore());
         show(main_.mnuRedo, u"&Redo"_s, journal.positionAfter());
         main_.mnuHistory->setEnabled(journal.size() + journal.forgotten() > 0);
+        files_.followJournal();
     }
 
     static QString inMenu(const std::string& text) { return legible(fromPath(text)).replace(u'&', u"&&"_s); }
@@ -404,6 +428,7 @@ class Program : public QObject {
     frmMain& main_;
     SurveyImport import_;
     ProcessingRecords records_;
+    SurveyFiles files_;
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
@@ -418,9 +443,9 @@ class Program : public QObject {
 
 }  // namespace
 
-std::unique_ptr<frmMain> createProgram() {
+std::unique_ptr<frmMain> createProgram(const std::string& stateFolder) {
     auto main = std::make_unique<frmMain>();
-    new Program(*main);
+    new Program(*main, stateFolder);
     return main;
 }
 

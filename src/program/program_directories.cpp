@@ -18,6 +18,12 @@ std::string absolutePathIn(const char* variable) {
     return value != nullptr && *value == '/' ? value : "";
 }
 
+std::string folderIn(const char* variable, const char* belowHome) {
+    const std::string folder = absolutePathIn(variable);
+    const std::string home = absolutePathIn("HOME");
+    return !folder.empty() || home.empty() ? folder : home + belowHome;
+}
+
 }  // namespace
 
 std::string executableFolder() {
@@ -26,9 +32,11 @@ std::string executableFolder() {
 }
 
 std::string userDataFolder() {
-    const std::string folder = absolutePathIn("XDG_DATA_HOME");
-    const std::string home = absolutePathIn("HOME");
-    return !folder.empty() || home.empty() ? folder : home + "/.local/share";
+    return folderIn("XDG_DATA_HOME", "/.local/share");
+}
+
+std::string userStateFolder() {
+    return folderIn("XDG_STATE_HOME", "/.local/state");
 }
 
 void findProgramDirectories(Session& session, const std::string& executableDir,

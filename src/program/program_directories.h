@@ -14,6 +14,10 @@ std::string executableFolder();
 /// the user has none.
 std::string userDataFolder();
 
+/// The folder in which this user's programs keep what outlives them ($XDG_STATE_HOME or ~/.local/state);
+/// empty when the user has none.
+std::string userStateFolder();
+
 /// Sets AppDir and DataDir of the session for a program that stands in the folder `executableDir`.
 ///
 /// A program that has its help documents beside it reads and writes there. An installed one (its files in

@@ -51,7 +51,7 @@ same_lines() { diff <(sort <<<"$1") <(sort <<<"$2"); }
 common_files() {
     local number size
     echo bin/varn-tessel
-    for number in {101..121}; do echo "share/varn-tessel/helpdocs/hdoc$number.rtf"; done
+    for number in {101..122}; do echo "share/varn-tessel/helpdocs/hdoc$number.rtf"; done
     (cd "$source" && ls samples/*.dat samples/*.csv samples/*.txt samples/README.md) | sed 's|^|share/doc/varn-tessel/|'
     echo share/applications/varn-tessel.desktop
     echo share/metainfo/io.varn.tessel.metainfo.xml

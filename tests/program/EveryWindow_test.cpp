@@ -389,9 +389,11 @@ TEST(Forms, NameEverythingOnceAndAsCppCanSayIt) {
 
 TEST(Menus, ShowTheStandardShortcuts) {
     const auto main = createProgram();
-    EXPECT_EQ(main->mnuOpen->shortcut(), QKeySequence(u"Ctrl+O"_s));
+    EXPECT_EQ(main->mnuOpen->shortcut(), QKeySequence(u"Ctrl+I"_s));
     EXPECT_EQ(main->mnuOpen2->shortcut(), QKeySequence(u"Ctrl+Shift+O"_s));
-    EXPECT_EQ(main->mnuSave->shortcut(), QKeySequence(u"Ctrl+S"_s));
+    EXPECT_EQ(main->mnuSave->shortcut(), QKeySequence(u"Ctrl+E"_s));
+    EXPECT_EQ(main->mnuOpenSurvey->shortcut(), QKeySequence(u"Ctrl+O"_s));
+    EXPECT_EQ(main->mnuSaveSurvey->shortcut(), QKeySequence(u"Ctrl+S"_s));
     EXPECT_EQ(main->mnuRecord->shortcut(), QKeySequence(u"Ctrl+Shift+S"_s));
     EXPECT_EQ(main->mnuExit->shortcut(), QKeySequence(u"Ctrl+Q"_s));
     EXPECT_EQ(frmHistForm().mnuPrint->shortcut(), QKeySequence(u"Ctrl+P"_s));

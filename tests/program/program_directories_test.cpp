@@ -60,18 +60,25 @@ TEST(UserDataFolder, IsWhatTheEnvironmentSays) {
     };
     const auto home = valueOf("HOME");
     const auto data = valueOf("XDG_DATA_HOME");
+    const auto state = valueOf("XDG_STATE_HOME");
     set("HOME", "/home/Andr\xE9");
     for (const auto& none : {std::optional<std::string>(), std::optional<std::string>(""),
                              std::optional<std::string>("relative")}) {
         set("XDG_DATA_HOME", none);
         EXPECT_EQ(userDataFolder(), "/home/Andr\xE9/.local/share");
+        set("XDG_STATE_HOME", none);
+        EXPECT_EQ(userStateFolder(), "/home/Andr\xE9/.local/state");
     }
     set("HOME", {});
     EXPECT_EQ(userDataFolder(), "");
     set("XDG_DATA_HOME", "/data/\xFC");
     EXPECT_EQ(userDataFolder(), "/data/\xFC");
+    EXPECT_EQ(userStateFolder(), "");
+    set("XDG_STATE_HOME", "/state/\xFC");
+    EXPECT_EQ(userStateFolder(), "/state/\xFC");
     set("HOME", home);
     set("XDG_DATA_HOME", data);
+    set("XDG_STATE_HOME", state);
 }
 
 }  // namespace tessel

@@ -64,6 +64,7 @@ const std::vector<RandomSession::Act>& RandomSession::acts() {
         {"correlation", 6, &S::canAnalyse, &S::correlation},
         {"export", 6, &S::canExport, &S::exportSurvey},
         {"save the record", 3, &S::canSaveRecord, &S::saveRecord},
+        {"save and reopen", 6, &S::hasActs, &S::saveAndReopen},
         {"clear screen", 2, &S::canClear, &S::clearScreen},
         {"walk along a row", 30, &S::rowPlotsOpen, &S::walkAlongRow},
         {"look closer", 25, &S::chartShown, &S::lookCloser},
@@ -97,8 +98,9 @@ RandomSession::RandomSession(std::uint64_t seed) : seed_(seed), random_(seed) {
                   "{\\rtf1\\ansi Document " + std::to_string(document) + "\\par On soil and surveys.\\par }");
     wantKeys();
     wantSituations();
-    // Tables and coordinates are driven by tests of their own.
-    for (const char* const item : {"mnuCoordinates", "mnuImportTable", "mnuSaveTable"})
+    // Tables, coordinates and what a program has left behind are driven by tests of their own.
+    for (const char* const item :
+         {"mnuCoordinates", "mnuImportTable", "mnuSaveTable", "cmdReopen", "cmdDiscard"})
         reached_.note(std::string("frmMain.") + item);
     main_ = createProgram();
     main_->show();

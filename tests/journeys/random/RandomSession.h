@@ -260,6 +260,9 @@ class RandomSession {
     void correlation();
     void exportSurvey();
     void saveRecord();
+    bool hasActs() const { return acts_ > 0; }
+    void saveAndReopen();
+    void reopen(const QString& path);
     void compareRecord(const std::string& path);
     void refuseFirstRows(QWidget& window);
     bool exportInto(QWidget& window, bool withRows);
@@ -335,6 +338,7 @@ class RandomSession {
     long notedContent_ = 0;
     std::uint64_t journalsContent_ = 0;
     long contents_ = 0;      ///< numbers given away
+    bool hasFile_ = false;   ///< the survey has been saved
     long exported_ = -1;     ///< of the survey as it was written last
     bool counted_ = false;   ///< the sites of each row have been counted since they changed
     bool measured_ = false;  ///< the distances have been calculated

@@ -66,7 +66,7 @@ void RandomSession::leave(QWidget& window, const QString& button) {
 // Keys have no names in the windows: what they are is written here.
 void RandomSession::wantKeys() {
     for (const char* const key :
-         {"Ctrl+O", "Ctrl+Shift+O", "Ctrl+S", "Ctrl+Q", "F1", "Ctrl+P", "PgUp", "PgDown"})
+         {"Ctrl+I", "Ctrl+Shift+O", "Ctrl+E", "Ctrl+O", "Ctrl+S", "Ctrl+Q", "F1", "Ctrl+P", "PgUp", "PgDown"})
         reached_.want(std::string("frmMain ") + key);
     for (const char* const chart : {"Chart2D3", "Chart2D4"})
         for (const char* const key : {"Left", "Right", "Up", "Down", "Space", "Del", "Home", "+", "-",
@@ -90,7 +90,8 @@ void RandomSession::wantKeys() {
 }
 
 void RandomSession::wantSituations() {
-    for (const char* const situation : {"too many rows from an import",
+    for (const char* const situation : {"a survey reopened",
+                                        "too many rows from an import",
                                         "too many rows from a recalculation",
                                         "too many rows for a view",
                                         "a view of more rows than there may be",

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
+#include "desktop/FileNames.h"
 #include "export/transect_file.h"
 #include "journal/frmHistory.h"
 #include "journal/journal.h"
@@ -123,6 +124,34 @@ void RandomSession::jumpInHistory() {
 // Without row plots nothing but the row dialog can divide a single row.
 void RandomSession::offerSingleRow() {
     if (!rowPlotsOpen() && survey_.rows == 1) setMenus(true, {"mnuData"});
+}
+
+// The survey goes into its file, and comes back now and then.
+void RandomSession::saveAndReopen() {
+    const QString path = fromPath(folder_ / "session.gpkg");
+    const bool underANewName = chance(30);
+    if (!std::exchange(hasFile_, true) || underANewName) expectFile(path, true);
+    if (underANewName)
+        chooseItem(*main_, u"mnuSaveSurveyAs"_s);
+    else if (chance(50))
+        chooseItem(*main_, u"mnuSaveSurvey"_s);
+    else
+        pressKey(*main_, Qt::Key_S, Qt::ControlModifier);
+    if (chance(60)) reopen(path);
+}
+
+void RandomSession::reopen(const QString& path) {
+    expectFile(path);
+    if (chance(50))
+        chooseItem(*main_, u"mnuOpenSurvey"_s);
+    else
+        pressKey(*main_, Qt::Key_O, Qt::ControlModifier);
+    plotsHidden();
+    // Without row plots the row dialog is there for any rows.
+    if (menus_["mnuHist"]) setMenus(true, {"mnuData"});
+    statisticsFollow();
+    rowDialog_ = false;
+    reached_.note("a survey reopened");
 }
 
 void RandomSession::adoptState() {

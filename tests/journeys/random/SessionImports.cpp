@@ -127,7 +127,7 @@ bool RandomSession::enterControls(PlainTrimbleOptions& options) {
     if (chance(50))
         chooseItem(*main_, u"mnuOpen"_s);
     else
-        pressKey(*main_, Qt::Key_O, Qt::ControlModifier);
+        pressKey(*main_, Qt::Key_I, Qt::ControlModifier);
     QWidget& window = shownWindow(u"frmDataControl"_s);
     helpOf(window, 104);
     refuseControls(window);

@@ -194,7 +194,7 @@ void RandomSession::exportSurvey() {
     if (chance(70))
         chooseItem(*main_, u"mnuSave"_s);
     else
-        pressKey(*main_, Qt::Key_S, Qt::ControlModifier);
+        pressKey(*main_, Qt::Key_E, Qt::ControlModifier);
     QWidget& window = shownWindow(u"frmOutput"_s);
     helpOf(window, 107);
     same("enabled Command2", control(window, u"Command2"_s).isEnabled(), false);

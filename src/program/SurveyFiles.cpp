@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/SurveyFiles.h"
+
+#include "app/frmMain.h"
+#include "base/run_time_error.h"
+#include "desktop/FileDialogs.h"
+#include "desktop/Guarded.h"
+#include "desktop/MessageBox.h"
+#include "program/ProcessingRecords.h"
+#include "rows/row_acts.h"
+#include "rows/row_editing.h"
+#include "storage/survey_file.h"
+
+#include <filesystem>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace tessel {
+
+namespace {
+
+const QString kSurveyFiles = u"Survey files (*.gpkg)|*.gpkg|All Files (*.*)|*"_s;
+constexpr int kWidestName = 200;  // pixels
+
+QString nameOf(const std::string& path) {
+    return legible(fromPath(std::filesystem::path(path).filename().string()));
+}
+
+// Another version counts menu items otherwise.
+void countMenusAsToday(Journal& journal, const std::vector<std::string>& names) {
+    if (names.empty()) return;
+    Journal::forEachField(journal, [&](auto&, auto&, auto& acts, auto&, auto&, auto& before, auto&...) {
+        before = menusOfToday(before, names);
+        for (Act& act : acts)
+            act.menus = menusOfToday(act.menus, names);
+    });
+}
+
+// The error log that lies there now is another import's.
+void forgetLogs(SavedRecords& records) {
+    for (SavedImport& import : records.imports) {
+        import.summary.logPath.clear();
+        import.summary.logProblem.clear();
+        import.summary.firstLogLines.clear();
+    }
+}
+
+}  // namespace
+
+SurveyFiles::SurveyFiles(frmMain& main, ProcessingRecords& records, const std::string& stateFolder)
+    : QObject(&main),
+      main_(main),
+      records_(records),
+      keeper_(stateFolder, [this](const std::string& problem) { tellOfRecovery(problem); }),
+      left_(findLeftWork(stateFolder)) {
+    theJournal().watch(
+        [this](JournalEvent event) { keeper_.follow(event, theJournal(), records_.records()); });
+    connect(&records_, &ProcessingRecords::noted, this, [this] { keeper_.follow(records_.records()); });
+    connect(&main_, &frmMain::left, this, [this] { keeper_.discard(); });
+    connect(main_.cmdReopen, &QPushButton::clicked, this, guarded(&main_, [this] { reopenLeftWork(); }));
+    connect(main_.cmdDiscard, &QPushButton::clicked, this, guarded(&main_, [this] { discardLeftWork(); }));
+    offerLeftWork();
+}
+
+SurveyFiles::~SurveyFiles() {
+    theJournal().watch({});
+}
+
+void SurveyFiles::mnuOpenSurvey_Click() {
+    const QString chosen = askOpenFile(&main_, u"Open a saved survey"_s, kSurveyFiles);
+    if (!chosen.isEmpty()) open(toPath(chosen));
+}
+
+void SurveyFiles::mnuSaveSurvey_Click() {
+    if (path_.empty() || !fileIsAsWeKnowIt()) return mnuSaveSurveyAs_Click();
+    save(path_);
+}
+
+void SurveyFiles::mnuSaveSurveyAs_Click() {
+    const QString chosen =
+        askSaveFile(&main_, u"Save the survey"_s, kSurveyFiles, QString::fromLatin1(kSurveyFileSuffix));
+    if (!chosen.isEmpty()) save(toPath(chosen));
+}
+
+// Whoever has changed it meanwhile, in a GIS say, keeps what he has done unless he says otherwise.
+bool SurveyFiles::fileIsAsWeKnowIt() const {
+    try {
+        return state_ == stateOfInputFile(path_);
+    } catch (const RunTimeError&) {
+        return !std::filesystem::exists(std::filesystem::path(path_));
+    }
+}
+
+void SurveyFiles::save(const std::string& path) {
+    const Hourglass hourglass(&main_);
+    saveSurvey(path, theJournal(), records_.completeRecords());
+    noteFile(path);
+    main_.showMessage(u"Survey saved to "_s + nameOf(path));
+}
+
+void SurveyFiles::open(const std::string& path) {
+    if (!mayReplaceSurvey()) return;
+    const Hourglass hourglass(&main_);
+    adopt(openSurvey(path));
+    noteFile(path);
+    Q_EMIT opened();
+    main_.showMessage(u"Survey opened from "_s + nameOf(path));
+}
+
+void SurveyFiles::adopt(SavedWork work) {
+    countMenusAsToday(work.journal, work.records.menuItems);
+    forgetLogs(work.records);
+    records_.become(std::move(work.records));
+    theJournal().become(std::move(work.journal));
+}
+
+bool SurveyFiles::mayReplaceSurvey() {
+    return isSaved() || ask(&main_,
+                            u"The survey has changes that have not been saved.\n"
+                            u"Are you sure that you wish to open another one?"_s);
+}
+
+void SurveyFiles::noteFile(const std::string& path) {
+    path_ = std::filesystem::absolute(path).lexically_normal().string();
+    state_ = stateOfInputFile(path_);
+    saved_ = placeNow();
+    keeper_.discard();
+    followJournal();
+}
+
+// Recovery
+// ---------------------------------------------------------------------------------------------------
+
+void SurveyFiles::tellOfRecovery(const std::string& problem) {
+    recoveryProblem_ = problem.empty() ? QString() : legible(fromPath(problem));
+}
+
+void SurveyFiles::offerLeftWork() {
+    main_.recoveryOffer->setVisible(!left_.empty());
+}
+
+// What cannot be read stays, and so does what is offered.
+void SurveyFiles::reopenLeftWork() {
+    if (left_.empty() || !mayReplaceSurvey()) return;
+    const Hourglass hourglass(&main_);
+    adopt(left_.front().read());
+    path_.clear();
+    saved_ = Place();
+    const bool isTorn = !theJournal().canRestAt(theJournal().position()) && theSurvey().NumSites > 0;
+    if (isTorn) theJournal().perform(lossOfRows(), makeOneRow);
+    Q_EMIT opened();
+    if (isTorn) Q_EMIT rowsLost();
+    keeper_.begin(theJournal(), records_.records());
+    if (keeper_.isKeeping()) left_.front().remove();
+    left_.pop_front();
+    offerLeftWork();
+}
+
+void SurveyFiles::discardLeftWork() {
+    if (left_.empty()) return;
+    left_.front().remove();
+    left_.pop_front();
+    offerLeftWork();
+}
+
+SurveyFiles::Place SurveyFiles::placeNow() {
+    const Journal& journal = theJournal();
+    if (journal.position() == 0) return {journal.actsInForce(), {}};
+    return {journal.actsInForce(), journal.act(journal.position() - 1).time};
+}
+
+void SurveyFiles::followJournal() {
+    const bool isAny = theJournal().size() + theJournal().forgotten() > 0;
+    main_.mnuSaveSurvey->setEnabled(isAny);
+    main_.mnuSaveSurveyAs->setEnabled(isAny);
+    QStringList parts;
+    if (!path_.empty()) parts << main_.fontMetrics().elidedText(nameOf(path_), Qt::ElideMiddle, kWidestName);
+    if (isAny && !isSaved()) parts << (path_.empty() ? u"Survey not saved"_s : u"changes not saved"_s);
+    if (!recoveryProblem_.isEmpty()) parts << u"not kept for a crash"_s;
+    main_.lblSurveyFile->setText(parts.join(u" \u2013 "_s));
+    main_.lblSurveyFile->setToolTip(
+        QStringList({legible(fromPath(path_)), recoveryProblem_}).join(u'\n').trimmed());
+}
+
+}  // namespace tessel

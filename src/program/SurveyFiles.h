@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/input_file.h"
+#include "storage/recovery_keeper.h"
+#include "storage/saved_work.h"
+
+#include <QObject>
+
+#include <chrono>
+#include <deque>
+#include <optional>
+#include <string>
+
+namespace tessel {
+
+class ProcessingRecords;
+class frmMain;
+
+/// Saves the survey with its history and opens it again, and says in the main window's quiet line which file
+/// it is and whether it holds the survey as it is. Keeps what is not saved in a recovery file as well, and
+/// offers in the main window's calm text what programs that were ended have left behind.
+class SurveyFiles : public QObject {
+    Q_OBJECT
+
+  public:
+    /// `stateFolder` is where recovery files lie; empty for nowhere.
+    SurveyFiles(frmMain& main, ProcessingRecords& records, const std::string& stateFolder);
+    ~SurveyFiles() override;
+
+    void mnuOpenSurvey_Click();
+    void mnuSaveSurvey_Click();
+    void mnuSaveSurveyAs_Click();
+
+    /// Puts the file's survey in the place of the present one; the user is asked when changes of that would
+    /// be lost. Throws RunTimeError, and the present one stays, when the file cannot be opened.
+    void open(const std::string& path);
+
+    /// The journal is another one now.
+    void followJournal();
+
+  Q_SIGNALS:
+    /// The survey, its history and what is known of its imports are those of a file.
+    void opened();
+    /// After opened(): it was left in the middle of the map, with gaps between its rows, which are one row
+    /// now.
+    void rowsLost();
+
+  private:
+    /// Where the journal stands, told from everywhere else it can stand.
+    struct Place {
+        std::size_t acts = 0;
+        std::chrono::system_clock::time_point lastAct;
+        bool operator==(const Place&) const = default;
+    };
+    static Place placeNow();
+    bool isSaved() const { return placeNow() == saved_; }
+    bool mayReplaceSurvey();
+    bool fileIsAsWeKnowIt() const;
+    void save(const std::string& path);
+    void noteFile(const std::string& path);
+    void adopt(SavedWork work);
+    void tellOfRecovery(const std::string& problem);
+    void offerLeftWork();
+    void reopenLeftWork();
+    void discardLeftWork();
+
+    frmMain& main_;
+    ProcessingRecords& records_;
+    std::string path_;  // of the file that was saved or opened last; empty for none
+    std::optional<FileState> state_;
+    Place saved_;
+    RecoveryKeeper keeper_;
+    QString recoveryProblem_;
+    std::deque<LeftWork> left_;  // the one that is offered in front
+};
+
+}  // namespace tessel
