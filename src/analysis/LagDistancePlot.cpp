@@ -88,6 +88,7 @@ bool LagDistancePlot::redraw() {
 }
 
 void LagDistancePlot::draw(const LagDistances& lag) {
+    pixels_.clear();
     Chart2D1->beginBatch();
     fill(lag);
     setStyles(theSurvey().NumSites);
@@ -158,16 +159,17 @@ void LagDistancePlot::setStyles(SiteIndex sites) {
 }
 
 void LagDistancePlot::readOut(QPoint pixel) {
-    const Chart2D::Nearest nearest = Chart2D1->nearestPoint(Chart2D::kData, pixel, Chart2D::kPickDistance);
-    if (nearest.series != kDistances || nearest.distance > Chart2D::kPickDistance)
-        return Chart2D1->setFooterText({});
-    const Chart2D::Point at = Chart2D1->point(Chart2D::kData, kDistances, nearest.point);
     const Survey& survey = theSurvey();
-    const QString site =
-        QString::fromStdString(rowAndSite(survey, nearest.point) + ", " + sitePlace(survey, nearest.point));
-    Chart2D1->setFooterText(tr("Site sequence number = %1, Distance = %2, %3")
-                                .arg(nearest.point)
-                                .arg(QString::fromStdString(pictureFormat(at.y, 2)), site));
+    const auto distances = lagDistances(survey, measure_).distances;
+    const std::int64_t site =
+        pixels_.nearest(Chart2D1->pixels(), distances, pixel.x(), pixel.y(), Chart2D::kPickDistance).point;
+    if (site < 0) return Chart2D1->setFooterText({});
+    const std::string place = rowAndSite(survey, site) + ", " + sitePlace(survey, site);
+    Chart2D1->setFooterText(
+        tr("Site sequence number = %1, Distance = %2, %3")
+            .arg(site)
+            .arg(QString::fromStdString(pictureFormat(distances[static_cast<std::size_t>(site)], 2)),
+                 QString::fromStdString(place)));
 }
 
 }  // namespace tessel

@@ -5,6 +5,7 @@
 #include "app/PlotArea.h"
 #include "plots/Chart2D.h"
 #include "plots/PlotView.h"
+#include "plots/series_pixels.h"
 
 #include <QObject>
 
@@ -63,6 +64,7 @@ class LagDistancePlot : public QObject, public PlotView {
     std::optional<double> typed_;
     bool offersChoice_ = false;
     LagMeasure measure_ = LagMeasure::kTrueDistance;  ///< of the plot that was shown last
+    SeriesPixels pixels_;                             ///< of its distances
 };
 
 }  // namespace tessel

@@ -127,6 +127,44 @@ TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
     EXPECT_EQ(chart.footerText(), QString());
 }
 
+TEST_F(LagPlots, ReadOutADistanceUponTheRedLineAndInACloserView) {
+    Survey survey = twoRows();
+    survey.MinDistance = 10;
+    openSurvey(main, survey);
+    main.mnuTrue_Dis->trigger();
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 4));
+    EXPECT_EQ(chart.footerText(),
+              u"Site sequence number = 4, Distance = 10.00, Row #2, Site # 1005, X = 10.00, Y = 40.00"_s);
+    const QPoint before = pixelOf(chart, Chart2D::kData, 1, 3);
+    QTest::keyClick(&chart, Qt::Key_Plus);
+    const QPoint after = pixelOf(chart, Chart2D::kData, 1, 4);
+    ASSERT_NE(before, after);
+    pointAt(chart, after);
+    EXPECT_TRUE(chart.footerText().startsWith(u"Site sequence number = 4, "_s))
+        << chart.footerText().toStdString();
+    main.mnuX_Dis->trigger();
+    pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 3));
+    EXPECT_TRUE(chart.footerText().startsWith(u"Site sequence number = 3, Distance = 0.00, "_s));
+}
+
+TEST_F(LagPlots, ReadOutOtherDistancesInTheSameView) {
+    const auto distanceAt = [this](qsizetype point) {
+        pointAt(chart, pixelOf(chart, Chart2D::kData, 1, point));
+        return chart.footerText().section(u", "_s, 1, 1);
+    };
+    openSurvey(main, twoRows());
+    main.mnuTrue_Dis->trigger();
+    EXPECT_EQ(distanceAt(3), u"Distance = 40.00"_s);
+    EXPECT_EQ(distanceAt(2), u"Distance = 10.00"_s);
+    Survey other = twoRows();
+    other.SiteData(kX, 2) = 10;
+    other.SiteData(kY, 2) = 40;  // 40 m from the site before, 10 m to the next
+    openSurvey(main, other);
+    main.mnuTrue_Dis->trigger();
+    EXPECT_EQ(distanceAt(2), u"Distance = 40.00"_s);
+    EXPECT_EQ(distanceAt(3), u"Distance = 10.00"_s);
+}
+
 TEST_F(LagPlots, ShowATypedDistanceOfTheSameMeasureUntilItIsGone) {
     openSurvey(main, twoRows());
     main.mnuTrue_Dis->trigger();
