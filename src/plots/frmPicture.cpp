@@ -7,6 +7,7 @@
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 
+#include <QFileInfo>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -33,23 +34,26 @@ frmPicture::frmPicture(QWidget* parent, const PlotPicture& picture) : QDialog(pa
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-frmPicture::Format frmPicture::format() const {
-    if (optSVG->isChecked()) return {u"SVG Files (*.svg)|*.svg|All Files (*.*)|*"_s, u"svg"_s};
-    if (optPDF->isChecked()) return {u"PDF Files (*.pdf)|*.pdf|All Files (*.*)|*"_s, u"pdf"_s};
-    return {u"PNG Files (*.png)|*.png|All Files (*.*)|*"_s, u"png"_s};
+QString frmPicture::chosenKind() const {
+    return optSVG->isChecked() ? u"svg"_s : optPDF->isChecked() ? u"pdf"_s : u"png"_s;
 }
 
-QByteArray frmPicture::file() const {
-    if (optSVG->isChecked()) return picture_.svg();
-    return optPDF->isChecked() ? picture_.pdf() : picture_.png(spinWidth->value());
+QByteArray frmPicture::file(const QString& kind) const {
+    if (kind == u"svg"_s) return picture_.svg();
+    return kind == u"pdf"_s ? picture_.pdf() : picture_.png(spinWidth->value());
 }
 
 void frmPicture::cmdSave_Click() {
-    const QString path = askSaveFile(this, windowTitle(), format().filter, format().suffix);
+    const QString chosen = chosenKind();
+    const QString filter = u"%1 Files (*.%2)|*.%2|All Files (*.*)|*"_s.arg(chosen.toUpper(), chosen);
+    const QString path = askSaveFile(this, windowTitle(), filter, chosen);
     if (path.isEmpty()) return;
+    // Other programs go by the name.
+    const QString ending = QFileInfo(path).suffix().toLower();
+    const bool isKind = ending == u"png"_s || ending == u"svg"_s || ending == u"pdf"_s;
     const Hourglass hourglass(this);
     FileReplacement target(toPath(path));
-    const QByteArray bytes = file();
+    const QByteArray bytes = file(isKind ? ending : chosen);
     target.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     target.commit();
     accept();

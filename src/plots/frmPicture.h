@@ -18,11 +18,9 @@ class frmPicture : public QDialog, public Ui::frmPicture {
     frmPicture(QWidget* parent, const PlotPicture& picture);
 
   private:
-    struct Format {
-        QString filter, suffix;
-    };
-    Format format() const;
-    QByteArray file() const;
+    /// "png", "svg" or "pdf".
+    QString chosenKind() const;
+    QByteArray file(const QString& kind) const;
     void cmdSave_Click();
 
     PlotPicture picture_;

@@ -61,6 +61,18 @@ TEST_F(PictureWindow, SavesLines) {
     EXPECT_TRUE(readFile(file).starts_with("%PDF"));
 }
 
+TEST_F(PictureWindow, SavesTheKindThatTheNameEndsIn) {
+    for (const auto& [chosen, name, beginning] :
+         {std::tuple{u"optPNG"_s, "plot.svg", "<?xml"}, std::tuple{u"optPNG"_s, "plot.PDF", "%PDF"},
+          std::tuple{u"optPDF"_s, "plot.png", "\x89PNG"}, std::tuple{u"optSVG"_s, "plot.2", "<?xml"}}) {
+        clickOn(*window, chosen);
+        file = folder / name;
+        clickOn(*window, u"cmdSave"_s);
+        EXPECT_TRUE(readFile(file).starts_with(beginning)) << name;
+        window->show();
+    }
+}
+
 TEST_F(PictureWindow, SavesNothingWhenNoFileIsChosenOrWithCancel) {
     file.clear();
     clickOn(*window, u"cmdSave"_s);
