@@ -38,8 +38,9 @@ void Chart2D::offerBoxes() {
 bool Chart2D::followBox(Pointer pointer, const QPointF& pixel, Qt::KeyboardModifiers held) {
     if (pointer == Pointer::kPressed) {
         d_->box.reset();
-        if (!d_->offersBoxes || !held.testFlag(Qt::ShiftModifier) || !area().contains(pixel)) return false;
-        d_->box = Private::Box{pixel, pixel, held.testFlag(Qt::ControlModifier)};
+        if (!d_->offersBoxes || !held.testFlag(Qt::ShiftModifier)) return false;
+        const QPointF from = nearest(area(), pixel);
+        d_->box = Private::Box{pixel, from, from, held.testFlag(Qt::ControlModifier)};
         return true;
     }
     if (!d_->box) return false;
@@ -57,7 +58,7 @@ void Chart2D::finishBox() {
     if (box->isDrawn())
         Q_EMIT boxDrawn(QRectF(box->from, box->to).normalized(), box->taking);
     else
-        Q_EMIT pointerPressed(pixelAt(box->from));
+        Q_EMIT pointerPressed(pixelAt(box->pressed));
 }
 
 QRectF Chart2D::Private::drawnBox() const {

@@ -22,7 +22,8 @@ namespace tessel {
 struct Chart2D::Private {
     /// In pixels.
     struct Box {
-        QPointF from, to;
+        QPointF pressed;   ///< it may begin beside the plot area, where no room is left beside a point
+        QPointF from, to;  ///< within it
         bool taking = false;
         /// More than a hand shakes.
         bool isDrawn() const { return (to - from).manhattanLength() > kPickDistance; }

@@ -91,6 +91,16 @@ TEST_F(RowPlotBoxes, HoldWhatIsInViewOnly) {
     EXPECT_EQ(selected(), (std::vector<SiteIndex>{2, 3, 4, 5}));
 }
 
+TEST_F(RowPlotBoxes, MayBeginBesideThePlot) {
+    openByX(threeRowSurvey());
+    const QPoint third = pixelOf(profile, Chart2D::kData, 1, 3);
+    drawBox(profile, QRect(QPoint(3, 3), QPoint(third.x() + 5, profile.rect().bottom() - 3)));
+    EXPECT_EQ(selected(), upTo(3));
+    QTest::mouseClick(&profile, Qt::LeftButton, Qt::ShiftModifier, QPoint(3, third.y()),
+                      QApplication::doubleClickInterval() + 1);
+    EXPECT_EQ(selected(), upTo(3)) << "that is no box";
+}
+
 TEST_F(RowPlotBoxes, SelectNoMoreThanMayBeAndSayWhatTakesMore) {
     openByX(longRowSurvey(300));
     drawBox(map, wholePlot(map));
@@ -148,12 +158,6 @@ TEST_F(RowPlotBoxes, ThatAreNoneAreClicks) {
     QTest::mouseClick(&profile, Qt::LeftButton, Qt::ShiftModifier, point);
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
     QTest::mouseDClick(&profile, Qt::LeftButton, Qt::ShiftModifier, point);
-    expectNothingSelected();
-}
-
-TEST_F(RowPlotBoxes, BeginInThePlotArea) {
-    openByX(threeRowSurvey());
-    drawBox(profile, QRect(QPoint(1, 1), wholePlot(profile).bottomRight()));
     expectNothingSelected();
 }
 
