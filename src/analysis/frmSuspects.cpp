@@ -61,21 +61,24 @@ frmSuspects::frmSuspects(QWidget* parent) : QWidget(parent, Qt::Window), model_(
             guarded(this, [this] { cmdDeleteSuspects_Click(); }));
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     offerHelp(*this, kHelpDocument, cmdHelp);
-    for (QWidget* widget : std::initializer_list<QWidget*>{barSearch, cmdCancel})
+    for (QWidget* widget : std::initializer_list<QWidget*>{barSearch, cmdCancel}) {
         keepRoomWhenHidden(*widget);
+        widget->hide();
+    }
     progress_.setInterval(kProgressInterval);
     resizeOnScreen(*this, {1040, 700});
     showProposal();
     followSurvey();
-    // Site, row, X, Y and the first reading; the others have room enough.
-    const std::array widest{u"00000000000"_s, u"00000"_s, u"0000000.000"_s, u"00000000.000"_s, u"0000.000"_s};
+    // Site, row, X, Y and readings; the rules have the rest.
+    const std::array widest{u"0000000000"_s,  u"00000"_s,    u"000000.000"_s,
+                            u"0000000.000"_s, u"0000.000"_s, u"0000.000"_s};
     for (std::size_t column = 0; column < widest.size(); ++column)
         tblSuspects->setColumnWidth(static_cast<int>(column),
                                     fontMetrics().horizontalAdvance(widest[column]));
 }
 
 void frmSuspects::joinRules() {
-    const QString widest = u"0000000"_s;
+    const QString widest = u"000000"_s;
     for (QLineEdit* const box : frameRules->findChildren<QLineEdit*>()) {
         box->setFixedWidth(fontMetrics().horizontalAdvance(widest) + 12);
         connect(box, &QLineEdit::textEdited, this, guarded(this, [this] { search(); }));
@@ -189,7 +192,11 @@ void frmSuspects::search() {
     const auto parameters = entries(fault);
     if (!parameters) return refuse(fault);
     parameters_ = *parameters;
-    if (survey_->NumSites <= kAtOnce) return showResult(findSuspects(*survey_, parameters_));
+    const bool any = std::ranges::find(parameters_.uses, true) != parameters_.uses.end();
+    if (survey_->NumSites <= kAtOnce || !any) {
+        search_.cancel();
+        return showResult(findSuspects(*survey_, parameters_));
+    }
     search_.start(survey_, parameters_);
     cmdDeleteSuspects->setEnabled(false);
     sinceStart_.start();
@@ -198,6 +205,7 @@ void frmSuspects::search() {
 
 void frmSuspects::refuse(const QString& reason) {
     search_.cancel();
+    parameters_ = {};
     showFlagged({std::vector<std::uint8_t>(static_cast<std::size_t>(survey_->NumSites)), {}, 0, false});
     tellStatus(reason, true);
 }

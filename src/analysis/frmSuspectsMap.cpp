@@ -36,8 +36,6 @@ void frmSuspects::joinMap() {
     mapSuspects->setSeriesCount(Chart2D::kData, kAllSites);
     mapSuspects->setSeriesCount(Chart2D::kHighlight, kChosen);
     mapSuspects->setSymbolColour(Chart2D::kData, kAllSites, kBlue);
-    mapSuspects->setSeriesStyle(Chart2D::kHighlight, kFlagged,
-                                {ChartSymbol::kDisc, ChartLine::kNone, kLightRed});
     mapSuspects->setSymbolColour(Chart2D::kHighlight, kChosen, kBlack);
     scaleSuspects->hide();
     for (Surface* const surface : std::initializer_list<Surface*>{mapSuspects, scaleSuspects})
@@ -66,7 +64,8 @@ void frmSuspects::drawMap() {
     mapSuspects->endBatch();
 }
 
-// A range that the user has chosen stays.
+// A range that the user has chosen stays. Among colours the flagged sites are ringed: their own colours are
+// seen, and eyes that tell no red from green find them.
 void frmSuspects::colourMap() {
     const int chosen = cboColours->currentIndex();
     const bool coloured = chosen > 0;
@@ -82,7 +81,12 @@ void frmSuspects::colourMap() {
         scaleSuspects->setTitle(title);
         shades = readingShades(*survey_, column, scaleSuspects->range());
     }
+    mapSuspects->beginBatch();
     mapSuspects->setShades(Chart2D::kData, kAllSites, shades);
+    mapSuspects->setSeriesStyle(
+        Chart2D::kHighlight, kFlagged,
+        {coloured ? ChartSymbol::kRing : ChartSymbol::kDisc, ChartLine::kNone, kLightRed});
+    mapSuspects->endBatch();
     scaleSuspects->setVisible(coloured);
 }
 

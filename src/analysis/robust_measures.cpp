@@ -19,6 +19,12 @@ bool isUnlike(double value, std::vector<double>& others, double threshold, doubl
     return std::abs(value - spread.median) > threshold * std::max(spread.deviation, noise);
 }
 
+double deviationsFrom(double value, std::vector<double>& others, double noise) {
+    const Spread spread = spreadOf(others);
+    const double away = std::abs(value - spread.median);
+    return away > 0 ? away / std::max(spread.deviation, noise) : 0;
+}
+
 double medianOfColumn(const Survey& survey, int column) {
     const double* const values = survey.SiteData.column(column);
     std::vector<double> sample = sampleOf(survey.NumSites, [=](SiteIndex i) { return values[i]; });

@@ -25,6 +25,9 @@ Spread spreadOf(std::vector<double>& values);
 /// deviation or `noise`, whichever is larger. Overwrites the others. Requires one.
 bool isUnlike(double value, std::vector<double>& others, double threshold, double noise);
 
+/// How many times that deviation or `noise`, whichever is larger, it is away; of neither, infinitely many.
+double deviationsFrom(double value, std::vector<double>& others, double noise);
+
 /// Of a sample of the survey. Requires a site.
 double medianOfColumn(const Survey& survey, int column);
 

@@ -55,4 +55,8 @@ bool flagFarAway(const RuleRun& run);
 bool flagStuckReadings(const RuleRun& run);
 bool flagReadingsApart(const RuleRun& run);
 
+/// Four deviations, or, where the ground itself makes the readings go apart, so many whole ones that at most
+/// about one site in fifty goes further.
+double proposedApartThreshold(const Survey& survey);
+
 }  // namespace tessel

@@ -4,6 +4,7 @@
 #include "analysis/suspect_rules.h"
 #include "base/bounded.h"
 #include "base/compensated_sum.h"
+#include "base/whole_numbers.h"
 #include "rows/walked_path.h"
 
 #include <algorithm>
@@ -24,6 +25,18 @@ void forEachRepeatedPlace(const Survey& survey, Act act) {
         if (run.count() > 1) act(run);
         return true;
     });
+}
+
+// The median of distances that are not 0. Where the logger has rested, most of them may tell how its
+// positions trembled there: never less than a third of the distance within which nine of ten sites stand. In
+// a field without a rest that third is the smaller one, in a round field as along a line.
+double usualDistance(std::vector<double>& distances) {
+    constexpr double kMost = 0.9;
+    const double median = medianBesideZero(distances);
+    if (distances.empty()) return 0;
+    const auto most = distances.begin() + int64Within(kMost * static_cast<double>(distances.size()));
+    std::nth_element(distances.begin(), most, distances.end());
+    return std::max(median, *most / 3);
 }
 
 double meanOf(const Survey& survey, int column, const IndexRange& sites) {
@@ -61,11 +74,12 @@ bool flagFarAway(const RuleRun& run) {
     const double middleX = medianOfColumn(survey, kX);
     const double middleY = medianOfColumn(survey, kY);
     const auto distance = [=](SiteIndex i) { return lengthBetween(x[i], y[i], middleX, middleY); };
-    // Where the logger has rested for long, more than half of the sites may stand in the middle itself.
-    std::vector<double> sample = sampleOf(survey.NumSites, distance);
-    const double allowed = run.parameters.farFactor * medianBesideZero(sample);
+    const auto isAtZero = [=](SiteIndex i) { return x[i] == 0 && y[i] == 0; };
+    std::vector<double> sample =
+        sampleOf(survey.NumSites, [&](SiteIndex i) { return isAtZero(i) ? 0 : distance(i); });
+    const double allowed = run.parameters.farFactor * usualDistance(sample);
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
-        if ((x[i] == 0 && y[i] == 0) || (allowed > 0 && distance(i) > allowed)) run.flag(i, kFarAway);
+        if (isAtZero(i) || (allowed > 0 && distance(i) > allowed)) run.flag(i, kFarAway);
     return true;
 }
 

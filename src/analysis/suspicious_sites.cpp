@@ -55,6 +55,7 @@ SuspectParameters proposedSuspectParameters(const Survey& survey) {
         std::sqrt(area) * std::sqrt(kSitesAround / std::numbers::pi / static_cast<double>(survey.NumSites));
     // Of a single row there is no area.
     proposed.radius = std::max(radius, proposed.jump / 2);
+    proposed.apartThreshold = proposedApartThreshold(survey);
     return proposed;
 }
 

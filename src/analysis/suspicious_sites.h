@@ -28,7 +28,8 @@ enum SuspectRule : int {
     kRepeatedPlace,  ///< a position that is that of the site before (or behind)
     kFarAway,        ///< a position at 0, 0, or far from the middle of the survey by median distances
     kStuckReading,   ///< a reading that stays exactly the same over many sites
-    kReadingsApart,  ///< two readings that do not go together: far from the line of all (Theil and Sen)
+    kReadingsApart,  ///< two readings that go apart: what the line of all (Theil and Sen) leaves of the
+                     ///< second is unlike that of the neighbours along the row (Hampel)
     kSuspectRules
 };
 
@@ -49,13 +50,14 @@ struct SuspectParameters {
     double aroundThreshold = 4;  ///< scaled median absolute deviations
     double jump = 10;            ///< metres: longer steps out and back are jumps
     RepeatedPlaces repeated = RepeatedPlaces::kKeepFirst;
-    double farFactor = 10;      ///< times the median distance from the middle, of those that are not 0
+    double farFactor = 10;  ///< times the median distance from the middle , or more where the logger rested
     SiteIndex stuckSites = 10;  ///< sites in a row with the same reading, at least 2
-    double apartThreshold = 4;  ///< scaled median absolute deviations from the line, or their noise
+    double apartThreshold = 4;  ///< scaled median absolute deviations
 };
 
-/// Parameters for this survey: no rule is used; a jump is longer than ten times the median step, and the
-/// circle around a site holds some sixty sites where the survey is as dense as on the whole.
+/// Parameters for this survey: no rule is used; a jump is longer than ten times the median step, the circle
+/// around a site holds some sixty sites where the survey is as dense as on the whole, and readings that go
+/// apart do so by more than about 49 sites in 50 do.
 SuspectParameters proposedSuspectParameters(const Survey& survey);
 
 /// What the rules have found. The flags of a site are the bits 1 << rule.

@@ -168,9 +168,27 @@ TEST_F(SuspectsWindow, ColoursTheMapByAReading) {
     Q_EMIT window->cboColours->activated(2);
     EXPECT_TRUE(window->scaleSuspects->isVisible());
     EXPECT_EQ(window->scaleSuspects->title(), u"2nd EM reading (mS/m)"_s);
+    EXPECT_EQ(window->mapSuspects->seriesStyle(Chart2D::kHighlight, 1).symbol, ChartSymbol::kRing)
+        << "a disc would hide the colour, and be one among them for many eyes";
     window->cboColours->setCurrentIndex(0);
     Q_EMIT window->cboColours->activated(0);
     EXPECT_FALSE(window->scaleSuspects->isVisible());
+    EXPECT_EQ(window->mapSuspects->seriesStyle(Chart2D::kHighlight, 1).symbol, ChartSymbol::kDisc);
+}
+
+TEST_F(SuspectsWindow, FitsAScreenOf800x600) {
+    Survey survey = faultySurvey();
+    survey.SiteData(kX, 3) = 5806585.25;
+    survey.SiteData(kEM1, 3) = 1234.5;
+    open(survey);
+    window->cboColours->setCurrentIndex(1);
+    Q_EMIT window->cboColours->activated(1);
+    window->resize(10, 10);
+    QCoreApplication::processEvents();
+    // The desktop needs some for the frame and for itself.
+    EXPECT_LE(window->width(), 760);
+    EXPECT_LE(window->height(), 540);
+    EXPECT_GE(window->mapSuspects->width(), 200);
 }
 
 TEST_F(SuspectsWindow, KeepsTicksThatWereTakenAwayWhenAnotherRuleIsChosen) {
@@ -289,6 +307,56 @@ TEST_F(SuspectsWindow, LooksAtALargeSurveyBesideWhatTheUserDoes) {
     EXPECT_EQ(window->lblSuspects->text(), u"1 of 30000 sites flagged, 1 of them ticked."_s);
     EXPECT_EQ(cell(0, 6), u"outside limits, spike"_s) << "of several searches the last one counts";
     EXPECT_FALSE(window->barSearch->isVisible());
+}
+
+TEST_F(SuspectsWindow, TellsOfALongSearchAndGivesItUpWhenTold) {
+    open(largeSurvey(100000));
+    const auto searchForLong = [this] {
+        window->chkSpikes->setChecked(false);
+        type(window->txtNeighbours, u"10000"_s);
+        window->chkSpikes->click();
+        return QTest::qWaitFor([this] { return window->cmdCancel->isVisible(); });
+    };
+    const auto expectGivenUp = [this] {
+        EXPECT_FALSE(window->isSearching());
+        EXPECT_FALSE(window->cmdCancel->isVisible());
+        EXPECT_FALSE(window->barSearch->isVisible());
+        EXPECT_EQ(window->lblSuspects->text(),
+                  u"The search was given up. Change a value, or a rule, to search again."_s);
+        EXPECT_EQ(window->lblCountSpikes->text(), QString()) << "nobody knows how many";
+        EXPECT_FALSE(window->cmdDeleteSuspects->isEnabled());
+        EXPECT_TRUE(window->isVisible());
+    };
+    ASSERT_TRUE(searchForLong());
+    EXPECT_TRUE(window->barSearch->isVisible());
+    EXPECT_EQ(window->lblSuspects->text(), u"Looking at 100000 sites ..."_s);
+    const int before = window->barSearch->value();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->barSearch->value() > before; }));
+    QTest::mouseClick(window->cmdCancel, Qt::LeftButton);
+    expectGivenUp();
+    ASSERT_TRUE(searchForLong());
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    expectGivenUp();
+    type(window->txtNeighbours, u"5"_s);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window->isSearching(); }));
+    EXPECT_EQ(window->lblSuspects->text(), u"1 of 100000 sites flagged, 1 of them ticked."_s);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(SuspectsWindow, OpensAtOnceOnALargeSurveyAsOnASmallOne) {
+    open(largeSurvey(30000));
+    EXPECT_FALSE(window->isSearching()) << "no rule asks for it";
+    EXPECT_FALSE(window->cmdCancel->isVisible());
+    EXPECT_FALSE(window->barSearch->isVisible());
+    EXPECT_EQ(window->lblSuspects->text(),
+              u"Choose the rules that are to look. Nothing is deleted before you say so."_s);
+    window->chkAround->click();
+    EXPECT_TRUE(window->isSearching());
+    EXPECT_FALSE(window->cmdCancel->isVisible()) << "it may take a moment only";
+    window->chkAround->click();
+    EXPECT_FALSE(window->isSearching());
+    EXPECT_EQ(table().rowCount(), 0);
 }
 
 TEST_F(SuspectsWindow, LooksAnewWhereTheSurveyChangesDuringASearch) {

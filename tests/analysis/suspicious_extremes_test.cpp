@@ -107,6 +107,64 @@ TEST(ReadingsApart, AreFoundHoweverMuchBothReadingsChangeTogether) {
     EXPECT_NEAR(static_cast<double>(readingsApart(survey)), 100, 5);
 }
 
+// A field in which the readings go together otherwise in one quarter than in the others, as over other
+// ground.
+Survey fieldOfTwoGrounds() {
+    return twoReadings([](SiteIndex i, double noise) { return smooth(i) + 0.3 * noise; },
+                       [](SiteIndex i, double noise, double em1) {
+                           return i < 2500 ? 40 - 0.5 * em1 + 0.3 * noise : 0.7 * em1 + 0.3 * noise;
+                       });
+}
+
+TEST(ReadingsApart, AreNotThoseOfOtherGround) {
+    Survey survey = fieldOfTwoGrounds();
+    EXPECT_EQ(only(kReadingsApart, survey).apartThreshold, 4);
+    EXPECT_LT(readingsApart(survey), 10);
+    // The second coil is off here and there, over one to four sites.
+    std::vector<SiteIndex> off;
+    for (SiteIndex first = 40; first < 9990; first += 250)
+        for (SiteIndex i = first; i <= first + first / 250 % 4; ++i)
+            off.push_back(i);
+    for (const SiteIndex i : off)
+        survey.SiteData(kEM2, i) += i % 500 < 250 ? 5 : -5;
+    const Suspects found = findSuspects(survey, only(kReadingsApart, survey));
+    SiteIndex offAndFound = 0;
+    for (const SiteIndex i : off)
+        offAndFound += found.flags[static_cast<std::size_t>(i)] != 0 ? 1 : 0;
+    EXPECT_GE(offAndFound, std::ssize(off) * 95 / 100);
+    EXPECT_LT(found.sites, std::ssize(off) + 10);
+}
+
+TEST(ReadingsApart, AreNoMoreThanAFiftiethAtFirst) {
+    // Noise that is ten times as large at each tenth site: none of them is a single fault.
+    Survey survey = twoReadings([](SiteIndex i, double noise) { return smooth(i) + 0.1 * noise; },
+                                [](SiteIndex i, double noise, double em1) {
+                                    return 0.7 * em1 + noise * (i * 7 % 10 == 0 ? 3 : 0.3);
+                                });
+    SuspectParameters parameters = only(kReadingsApart, survey);
+    EXPECT_GT(parameters.apartThreshold, 6);
+    EXPECT_EQ(parameters.apartThreshold, std::floor(parameters.apartThreshold));
+    const auto flagged = static_cast<double>(findSuspects(survey, parameters).sites);
+    EXPECT_LE(flagged, 10000 / 50);
+    EXPECT_GT(flagged, 10000 / 100);
+    parameters.apartThreshold = 4;
+    EXPECT_GT(findSuspects(survey, parameters).sites, 400);
+    survey.SiteData(kEM2, 5555) += 80;
+    parameters = only(kReadingsApart, survey);
+    EXPECT_NE(findSuspects(survey, parameters).flags[5555], 0);
+}
+
+TEST(ReadingsApart, AreNotLookedForAcrossRows) {
+    std::vector<MadeSite> sites;
+    for (int i = 0; i < 60; ++i)
+        sites.push_back({i * 1.0, 0, 20.0 + i * 7 % 5, 14.0 + i * 7 % 5, i < 54 ? 1.0 : 2.0, 0});
+    for (std::size_t i = 54; i < 60; ++i)
+        sites[i].em2 += 60;
+    const Survey survey = surveyWithRows(sites);
+    EXPECT_EQ(only(kReadingsApart, survey).apartThreshold, 4);
+    EXPECT_EQ(readingsApart(survey), 0);
+}
+
 TEST(SitesUnlikeThoseAround, AreFoundWhereverTheFirstSiteIs) {
     Survey survey = noisyField(50);
     const SuspectParameters parameters = only(kUnlikeAround, survey);
@@ -131,6 +189,46 @@ TEST(SitesFarAway, AreFoundWhereTheLoggerRestedForMostOfTheSurvey) {
     EXPECT_EQ(found.flags.back(), 1 << kFarAway);
     const Survey atRest = surveyWithRows(std::vector<MadeSite>(9, {5, 5, 20, 30, 1, 0}));
     EXPECT_EQ(findSuspects(atRest, only(kFarAway, atRest)).sites, 0);
+}
+
+TEST(SitesFarAway, AreFoundWhereMostPositionsTrembleAtARest) {
+    std::mt19937 random(6);
+    std::normal_distribution<double> tremble(0, 0.2);
+    std::vector<MadeSite> sites;
+    for (int i = 0; i < 4000; ++i)
+        sites.push_back({500100 + tremble(random), 5500100 + tremble(random), 20, 30, 1, 0});
+    for (int i = 0; i < 1000; ++i)
+        sites.push_back({500000.0 + i / 50 * 5, 5500000.0 + i % 50 * 4, 20, 30, 1, 0});
+    const SiteIndex field = std::ssize(sites);
+    for (int i = 0; i < 90; ++i)
+        sites.push_back({500100 + 3000.0 + i, 5500100 - 900.0 * i, 20, 30, 1, 0});
+    sites.push_back({0, 0, 20, 30, 1, 0});
+    const Survey survey = surveyWithRows(sites);
+    const Suspects found = findSuspects(survey, only(kFarAway, survey));
+    for (SiteIndex i = 0; i < survey.NumSites; ++i)
+        EXPECT_EQ(found.flags[static_cast<std::size_t>(i)] != 0, i >= field) << i;
+}
+
+TEST(SitesFarAway, AreThoseAtZeroInTheMiddleOfTheFieldToo) {
+    std::vector<MadeSite> sites;
+    for (int i = -50; i <= 50; ++i)
+        sites.push_back({i + 0.5, 0, 20, 30, 1, 0});
+    sites.push_back({0, 0, 20, 30, 1, 0});
+    const Survey survey = surveyWithRows(sites);
+    const Suspects found = findSuspects(survey, only(kFarAway, survey));
+    EXPECT_EQ(found.sites, 1);
+    EXPECT_NE(found.flags.back(), 0);
+}
+
+TEST(SitesFarAway, AreMeasuredWithoutThoseAtZero) {
+    // Four of ten fixes were lost.
+    std::vector<MadeSite> sites;
+    for (int i = 0; i < 1000; ++i)
+        sites.push_back(i % 5 < 2 ? MadeSite{0, 0, 20, 30, 1, 0}
+                                  : MadeSite{500000.0 + i, 5500000, 20, 30, 1, 0});
+    sites[4].y += 50000;
+    const Survey survey = surveyWithRows(sites);
+    EXPECT_EQ(findSuspects(survey, only(kFarAway, survey)).sites, 401);
 }
 
 TEST(SuspectSearch, OfTwoReadingsNeverGoesBack) {

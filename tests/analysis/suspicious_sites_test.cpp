@@ -373,6 +373,12 @@ TEST(RobustMeasures, AreNotMovedByAWildValue) {
     const Spread spread = spreadOf(values);
     EXPECT_EQ(spread.median, 3);
     EXPECT_EQ(spread.deviation, kScaledDeviation);
+    values = {3, 1, 2, 1e9, 4};
+    EXPECT_EQ(deviationsFrom(6, values, 0.5), 3 / kScaledDeviation);
+    values = {3, 1, 2, 1e9, 4};
+    EXPECT_EQ(deviationsFrom(6, values, 3), 1);
+    values = {7, 7, 7};
+    EXPECT_EQ(deviationsFrom(7, values, 0), 0);
     EXPECT_NEAR(readingNoise(surveyOfReadings({1, 2, 2, 2, 1, 90, 91}), kEM1), 1.0484, 1e-3);
     EXPECT_EQ(readingNoise(surveyOfReadings({5, 5}), kEM1), 0);
 }
