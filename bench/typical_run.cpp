@@ -14,6 +14,7 @@
 #include "support/UserDriver.h"
 
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -123,6 +124,30 @@ void editRows(frmMain& main) {
     timed("find the rows anew", [&] { clickOn(dialog, u"Command1"_s); });
 }
 
+void takeBack(frmMain& main) {
+    timed("undo the search for rows", [&] { chooseItem(main, u"mnuUndo"_s); });
+    timed("undo the deletion on the row plots", [&] { chooseItem(main, u"mnuUndo"_s); });
+    timed("redo the deletion", [&] { chooseItem(main, u"mnuRedo"_s); });
+    timed("redo the search for rows", [&] { chooseItem(main, u"mnuRedo"_s); });
+    timed("history", [&] { chooseItem(main, u"mnuHistory"_s); });
+    shownWindow(u"frmHistory"_s).close();
+}
+
+void searchSites(frmMain& main) {
+    timed("survey grid by reading", [&] { chooseItem(main, u"mnuGridEM1"_s); });
+    timed("rows by turns, shown", [&] { chooseItem(main, u"mnuTurns"_s); });
+    shownWindow(u"frmTurns"_s).close();
+    timed("open suspicious sites", [&] { chooseItem(main, u"mnuSuspects"_s); });
+    QWidget& window = shownWindow(u"frmSuspects"_s);
+    const auto& status = controlAs<QLabel>(window, u"lblSuspects"_s);
+    timed("spikes along the rows, found", [&] {
+        clickOn(window, u"chkSpikes"_s);
+        if (!QTest::qWaitFor([&] { return status.text().contains(u"flagged"_s); }, 600'000))
+            throw DriverError("the search for spikes does not end");
+    });
+    window.close();
+}
+
 void analyse(frmMain& main) {
     timed("open the adjustment", [&] { chooseItem(main, u"mnuAdjust"_s); });
     clickOn(shownWindow(u"frmAdjustData"_s), u"cmdFinished"_s);
@@ -146,6 +171,8 @@ void run(SiteIndex sites) {
     editOnTheMap(*main);
     editARow(*main);
     editRows(*main);
+    takeBack(*main);
+    searchSites(*main);
     analyse(*main);
     const QString file = QString::fromStdString(benchFolder() + "/transect.txt");
     timed("export and write", [&] { exportTransectFile(*main, file); });
