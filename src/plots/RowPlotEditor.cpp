@@ -11,7 +11,7 @@
 #include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/chart_views.h"
-#include "plots/reading_colours.h"
+#include "plots/row_colours.h"
 #include "plots/row_plot_texts.h"
 #include "rows/row_acts.h"
 #include "rows/row_detection.h"

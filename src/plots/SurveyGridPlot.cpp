@@ -9,6 +9,7 @@
 #include "plots/chart_views.h"
 #include "plots/plot_limits.h"
 #include "plots/reading_colours.h"
+#include "plots/row_colours.h"
 #include "plots/row_plot_texts.h"
 #include "plots/site_texts.h"
 #include "rows/row_detection.h"

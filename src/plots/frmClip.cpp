@@ -11,6 +11,7 @@
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
 #include "journal/journal.h"
+#include "plots/map_zones.h"
 #include "rows/row_acts.h"
 #include "rows/row_editing.h"
 

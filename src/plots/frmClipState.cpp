@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/frmClip.h"
+#include "plots/map_zones.h"
 
 #include <QAction>
 

@@ -19,11 +19,4 @@ inline const char* readingTitle(SiteColumn column) {
     return column == kEM1 ? "1st EM reading (mS/m)" : "2nd EM reading (mS/m)";
 }
 
-inline constexpr int kColoursInTurn = 15;  // colour 15 is never used
-
-/// The colour of a row among others, a number of the 16-colour palette.
-inline int rowColour(int row) {
-    return row % kColoursInTurn;
-}
-
 }  // namespace tessel

@@ -4,9 +4,7 @@
 #include "base/geometry.h"
 #include "rows/site_removal.h"
 
-#include <array>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace tessel {
@@ -38,34 +36,6 @@ struct MapExtent {
 /// centre: to the other axis's extent with TrueScale, else to one unit. What would lie beyond all
 /// Doubles is the largest one. Requires a site; throws subscriptOutOfRange without one.
 MapExtent SetMapScale(const Survey& survey, bool TrueScale);
-
-/// The window of the map's space that shows the whole field with a margin of 5 % all round.
-inline constexpr Rectangle kFullMap = Rectangle::at(-0.05, -0.05, 1.1, 1.1);
-
-/// A menu item that shows a part of the field.
-struct MapZone {
-    std::string_view item;  ///< object name
-    Rectangle window;
-};
-
-/// Edges, quadrants and thirds. The edges show the outer 15 % of the field and the margin; the quadrants
-/// meet on the centre lines and reach over the outer margin.
-inline constexpr std::array<MapZone, 14> kMapZones = {{
-    {"mnuZnorth", Rectangle::at(-0.05, -0.05, 1.1, 0.2)},
-    {"mnuZsouth", Rectangle::at(-0.05, 0.85, 1.1, 0.2)},
-    {"mnuZwest", Rectangle::at(-0.05, -0.05, 0.2, 1.1)},
-    {"mnuZeast", Rectangle::at(0.85, -0.05, 0.2, 1.1)},
-    {"mnuZnw", Rectangle::at(-0.05, -0.05, 0.55, 0.55)},
-    {"mnuZne", Rectangle::at(0.5, -0.05, 0.55, 0.55)},
-    {"mnuZsw", Rectangle::at(-0.05, 0.5, 0.55, 0.55)},
-    {"mnuZse", Rectangle::at(0.5, 0.5, 0.55, 0.55)},
-    {"mnuZw13", Rectangle::at(-0.05, -0.05, 0.35, 1.1)},
-    {"mnuZc13v", Rectangle::at(0.3, -0.05, 0.4, 1.1)},
-    {"mnuZe13", Rectangle::at(0.7, -0.05, 0.35, 1.1)},
-    {"mnuZn13", Rectangle::at(-0.05, -0.05, 1.1, 0.35)},
-    {"mnuZc13h", Rectangle::at(-0.05, 0.3, 1.1, 0.4)},
-    {"mnuZs13", Rectangle::at(-0.05, 0.7, 1.1, 0.35)},
-}};
 
 /// One entry a site: 0 = shown and kept, 1 = masked.
 using SiteMaskArray = std::vector<std::uint8_t>;

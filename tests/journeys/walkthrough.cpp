@@ -103,9 +103,6 @@ class Walkthrough {
     }
 
     void lookAtRows() {
-        chooseItem(*main_, u"mnuStat"_s);
-        keep(shownWindow(u"frmStat"_s), u"08-frmStat"_s);
-        shownWindow(u"frmStat"_s).close();
         chooseItem(*main_, u"mnuTrue_Dis"_s);
         keep(*main_, u"05-lag-distances"_s);
         chooseItem(*main_, u"mnuData"_s);
@@ -127,6 +124,9 @@ class Walkthrough {
         waitUntilClosed(u"frmTurns"_s);
         chooseItem(*main_, u"mnuGrid"_s);
         keep(*main_, u"11-survey-grid"_s);
+        chooseItem(*main_, u"mnuStat"_s);
+        keep(shownWindow(u"frmStat"_s), u"11-frmStat"_s);
+        shownWindow(u"frmStat"_s).close();
     }
 
     void lookAtReadings() {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
+#include "plots/map_zones.h"
 #include "support/Pixels.h"
 
 namespace tessel {

@@ -2,6 +2,7 @@
 #include "base/session.h"
 #include "desktop/CaptionColour.h"
 #include "plots/ClipWindow.h"
+#include "plots/map_zones.h"
 #include "support/survey_under_test.h"
 
 namespace tessel {

@@ -2,6 +2,7 @@
 #include "plots/site_masking.h"
 
 #include "base/run_time_error.h"
+#include "plots/map_zones.h"
 #include "rows/row_detection.h"
 #include "support/made_survey.h"
 
