@@ -15,7 +15,6 @@
 #include "app/survey_facts.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
-#include "desktop/FileNames.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
@@ -25,7 +24,6 @@
 #include "geodesy/frmCoordinates.h"
 #include "import/SurveyImport.h"
 #include "import/import_notices.h"
-#include "journal/frmHistory.h"
 #include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/RowPlotEditor.h"
@@ -35,6 +33,7 @@
 #include "program/ProcessingRecords.h"
 #include "program/SearchWindows.h"
 #include "program/SurveyFiles.h"
+#include "program/UndoAndHistory.h"
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
 #include "rows/row_detection.h"
@@ -43,7 +42,6 @@
 #include <QScreen>
 #include <QShortcut>
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -65,7 +63,8 @@ class Program : public QObject {
           rowEditor_(new RowPlotEditor(window)),
           grid_(window),
           lag_(window),
-          searches_(window, grid_) {
+          searches_(window, grid_),
+          history_(window) {
         joinFile();
         joinEdit();
         joinReviewAndPlot();
@@ -136,9 +135,10 @@ class Program : public QObject {
         });
         on(main_.mnuTurns, [this] { searches_.mnuTurns_Click(); });
         on(main_.mnuSuspects, [this] { searches_.mnuSuspects_Click(); });
-        on(main_.mnuUndo, [this] { goTo(theJournal().positionBefore()); });
-        on(main_.mnuRedo, [this] { goTo(theJournal().positionAfter()); });
-        on(main_.mnuHistory, [this] { showHistory(); });
+        on(main_.mnuUndo, [this] { history_.mnuUndo_Click(); });
+        on(main_.mnuRedo, [this] { history_.mnuRedo_Click(); });
+        on(main_.mnuHistory, [this] { history_.mnuHistory_Click(); });
+        connect(&history_, &UndoAndHistory::moved, this, &Program::followJournal);
         on(main_.mnuCoordinates, [this] {
             auto* const window = new frmCoordinates(&main_);
             connect(window, &frmCoordinates::positionsChanged, this, &Program::surveyChanged);
@@ -205,29 +205,6 @@ class Program : public QObject {
         showBeside(window);
     }
 
-    void showHistory() {
-        if (!history_) {
-            auto* const window = new frmHistory(&main_);
-            connect(window, &frmHistory::positionChosen, this,
-                    [this](std::size_t position) { runGuarded(history_.data(), [&] { goTo(position); }); });
-            return showAfresh(history_, window);
-        }
-        showBeside(history_);
-    }
-
-    // Takes acts back, or does them again. Whatever stops it on the way, all that shows the survey follows.
-    void goTo(std::size_t position) {
-        const Hourglass hourglass(&main_);
-        const std::size_t from = theJournal().position();
-        try {
-            theJournal().goTo(position);
-        } catch (...) {
-            followJournal(from);
-            throw;
-        }
-        followJournal(from);
-    }
-
     void followJournal(std::size_t from) {
         const MenuState menus = theJournal().menus();
         nameInputFile();
@@ -238,21 +215,12 @@ class Program : public QObject {
         if (!rowEditor_->isShown() && theSurvey().NumRows == 1)
             main_.menusFollow(MenuEvent::kRowEditorFinished);
         followSurvey();
-        main_.showMessage(messageOf(from, theJournal().position()));
+        main_.showMessage(UndoAndHistory::movedInWords(from));
     }
 
     void nameInputFile() {
         if (const ImportSummary* import = records_.importOf(theSurvey()))
             theSession().InputFileName = std::filesystem::absolute(import->path).lexically_normal().string();
-    }
-
-    // What has been taken back or done again, of several acts how many.
-    static QString messageOf(std::size_t from, std::size_t to) {
-        if (from == to) return {};
-        const QString did = from > to ? u"Taken back: "_s : u"Done again: "_s;
-        const std::size_t acts = from > to ? from - to : to - from;
-        if (acts > 1) return did + u"%1 acts"_s.arg(acts);
-        return did + legible(fromPath(theJournal().act(std::min(from, to)).words));
     }
 
     void takeAwayRowDialog() {
@@ -341,22 +309,10 @@ class Program : public QObject {
 
     // The journal knows how menus stood after each act, and those of its own say what it can do.
     void menusChanged() {
-        Journal& journal = theJournal();
-        journal.noteMenus(main_.menuState());
-        const auto show = [&](QAction* item, const QString& name, std::size_t to) {
-            const bool can = to != journal.position();
-            item->setEnabled(can);
-            // Of several acts that go together the first, which the user has chosen.
-            const std::size_t first = std::min(to, journal.position());
-            item->setText(can ? name + u": "_s + inMenu(journal.act(first).order) : name);
-        };
-        show(main_.mnuUndo, u"&Undo"_s, journal.positionBefore());
-        show(main_.mnuRedo, u"&Redo"_s, journal.positionAfter());
-        main_.mnuHistory->setEnabled(journal.size() + journal.forgotten() > 0);
+        theJournal().noteMenus(main_.menuState());
+        history_.showInMenus();
         files_.followJournal();
     }
-
-    static QString inMenu(const std::string& text) { return legible(fromPath(text)).replace(u'&', u"&&"_s); }
 
     void surveyChanged() {
         redrawView();
@@ -384,7 +340,7 @@ class Program : public QObject {
         // What has been exported may no longer be the survey: the exit question is asked again.
         theSession().DataSaved = theJournal().isExported();
         menusChanged();
-        if (history_) history_->redraw();
+        history_.followSurvey();
         facts_.reset();
         main_.descriptionChanged();
         if (rowDialog_) rowDialog_->followSurvey();
@@ -433,9 +389,9 @@ class Program : public QObject {
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
     SearchWindows searches_;
+    UndoAndHistory history_;
     std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
     QPointer<frmDataEdit> rowDialog_;
-    QPointer<frmHistory> history_;
     QPointer<frmStat> statistics_;
     QPointer<frmHistForm> histograms_;
     QPointer<frmSigCorrStruct> correlation_;
