@@ -127,6 +127,14 @@ bool has(const std::vector<TableRole>& roles, TableRole role) {
     return std::ranges::find(roles, role) != roles.end();
 }
 
+// As exports have columns for what was not measured: taken for it, every line would be rejected.
+bool isEmpty(const TablePreview& preview, std::size_t column) {
+    const auto isEmptyOn = [column](const std::vector<std::string>& line) {
+        return column >= line.size() || trimmed(line[column]).empty();
+    };
+    return !preview.lines.empty() && std::ranges::all_of(preview.lines, isEmptyOn);
+}
+
 }  // namespace
 
 std::string_view nameOf(TableRole role) {
@@ -203,7 +211,7 @@ TablePreview previewTable(std::string_view text, bool cutOff, const TableShape& 
 std::vector<TableRole> guessRoles(const TablePreview& preview) {
     std::vector<TableRole> roles(preview.columns, TableRole::kNothing);
     for (std::size_t i = 0; i < preview.header.size(); ++i) {
-        TableRole role = roleByName(preview.header[i]);
+        TableRole role = isEmpty(preview, i) ? TableRole::kNothing : roleByName(preview.header[i]);
         if (role == TableRole::kEM1 && has(roles, role)) role = TableRole::kEM2;
         if (!has(roles, role)) roles[i] = role;
     }

@@ -59,8 +59,9 @@ struct TablePreview {
 };
 TablePreview previewTable(std::string_view text, bool cutOff, const TableShape& shape);
 
-/// What the columns are by the words of their header; nothing where they do not tell. No role but kNothing
-/// comes twice, and where there are X and Y there are no longitude and latitude.
+/// What the columns are by the words of their header; nothing where they do not tell, or where a column is
+/// empty on all of the first lines. No role but kNothing comes twice, and where there are X and Y there are
+/// no longitude and latitude.
 std::vector<TableRole> guessRoles(const TablePreview& preview);
 
 /// Whether a longitude above 180 or a latitude above 90 stands in the columns of these roles: degrees and

@@ -115,6 +115,12 @@ TEST(TableRoles, AreGuessedFromTheWordsOfTheHeader) {
     EXPECT_EQ(rolesOf({}), Roles());
 }
 
+TEST(TableRoles, AreNotGuessedForColumnsThatAreEmpty) {
+    const TablePreview preview =
+        previewTable("x,y,site,em1,em2,row\n1,2,,3,\" \",1\n1,3,,4,,2\n1,4\n", false, {',', '.', 1, false});
+    EXPECT_EQ(guessRoles(preview), (Roles{kX, kY, kNothing, kEM1, kNothing, kRow}));
+}
+
 TEST(TableRoles, AreGivenToOneColumnEach) {
     Roles roles = {kX, kY, kNothing};
     giveRole(roles, 2, kX);
