@@ -33,7 +33,8 @@ void tellLogProblem(QWidget& window, const std::string& problem) {
 
 }  // namespace
 
-SurveyImport::SurveyImport(QWidget& parent) : QObject(&parent), parent_(parent) {}
+SurveyImport::SurveyImport(QWidget& parent, const LayerReader* layers)
+    : QObject(&parent), parent_(parent), layers_(layers) {}
 
 void SurveyImport::mnuOpen_Click() {
     askForControl({});
@@ -57,6 +58,10 @@ void SurveyImport::importFile(const QString& path) {
         case FittingImport::kTrimble:
             return askForControl(path);
     }
+}
+
+void SurveyImport::importLayer(const QString& path) {
+    openTable().txtFile->setText(path);
 }
 
 void SurveyImport::OpenSensorFile(TrimbleOptions options) {
@@ -110,7 +115,7 @@ void SurveyImport::mnuImportTable_Click() {
 }
 
 frmTable& SurveyImport::openTable() {
-    auto* const window = new frmTable(&parent_, tables_);
+    auto* const window = new frmTable(&parent_, tables_, layers_);
     serve(*window);
     showModal(window);
     return *window;
@@ -120,8 +125,11 @@ void SurveyImport::serve(frmTable& window) {
     connect(&window, &frmTable::inputChosen, this, [this, &window](TableOptions options) {
         runGuarded(&window, [&] {
             options.errorLogPath = errorLogPath(theSession());
-            const ImportedRows rows = run(window, {[&] { return importTable(options); }, genericImportReport,
-                                                   u"VARN-Tessel File Import Message"_s});
+            const auto read = [&] {
+                return options.layer.empty() ? importTable(options) : tessel::importLayer(options, *layers_);
+            };
+            const ImportedRows rows =
+                run(window, {read, genericImportReport, u"VARN-Tessel File Import Message"_s});
             if (!isFatal(rows)) window.accept();
         });
     });

@@ -31,8 +31,8 @@ class SurveyImport : public QObject {
     Q_OBJECT
 
   public:
-    /// `parent` is the window above all those of the imports.
-    explicit SurveyImport(QWidget& parent);
+    /// `parent` is the window above all those of the imports; `layers` reads files with layers of points.
+    explicit SurveyImport(QWidget& parent, const LayerReader* layers = nullptr);
 
     void mnuOpen_Click();
     void mnuOpen2_Click();
@@ -40,6 +40,8 @@ class SurveyImport : public QObject {
     /// Begins the import that fits a file, with its name filled in. Throws RunTimeError when it cannot be
     /// read.
     void importFile(const QString& path);
+    /// The same for a file with layers of points, whose columns the user chooses.
+    void importLayer(const QString& path);
     /// Asks for the file unless the options name it, and goes on with where its fields stand.
     void OpenSensorFile(TrimbleOptions options);
     /// Imports a fixed-column file. Throws RunTimeError when reading fails.
@@ -69,6 +71,7 @@ class SurveyImport : public QObject {
     void putInPlace(ImportResult& result);
 
     QWidget& parent_;
+    const LayerReader* layers_;
     KnownTables tables_;                        // what was chosen for tables
     std::optional<TrimbleOptions> lastLayout_;  // where the fields were in the file accepted last
 };

@@ -39,7 +39,8 @@ QString shownRole(TableRole role) {
 
 }  // namespace
 
-frmTable::frmTable(QWidget* parent, KnownTables& known) : QDialog(parent), known_(known) {
+frmTable::frmTable(QWidget* parent, KnownTables& known, const LayerReader* layers)
+    : QDialog(parent), known_(known), layerReader_(layers) {
     setupUi(this);
     txtFile->setAcceptDrops(false);
     for (QCheckBox* const box : {chkMinutes, chkNegate, chkDivide})
@@ -67,6 +68,7 @@ void frmTable::connectControls() {
     connect(cmbSeparator, &QComboBox::currentIndexChanged, this, changed);
     connect(cmbDecimal, &QComboBox::currentIndexChanged, this, changed);
     connect(spinSkip, &QSpinBox::valueChanged, this, changed);
+    connect(cmbLayer, &QComboBox::activated, this, guarded(this, [this] { layerPicked(); }));
     connect(chkMinutes, &QCheckBox::toggled, this, guarded(this, [this] { showNotices(); }));
     connect(txtSystem, &QLineEdit::textChanged, this, guarded(this, [this] { showNotices(); }));
     connect(cmbColumn, &QComboBox::currentIndexChanged, this, guarded(this, [this] { columnPicked(); }));
@@ -119,6 +121,7 @@ TableOptions frmTable::entries() const {
     options.chooseDistance(cmbMeasure->currentIndex() + 1);
     options.NegateEM = chkNegate->isChecked();
     options.DivideEMBy10 = chkDivide->isChecked();
+    if (hasLayers()) options.layer = layers_[static_cast<std::size_t>(cmbLayer->currentIndex())].name;
     options.shape = shape();
     options.roles = roles_;
     options.system = roundToInt(leadingNumber(txtSystem->text().toStdString()));
@@ -144,9 +147,40 @@ void frmTable::showParameters(const TableOptions& options) {
     txtSystem->setText(options.system == 0 ? QString() : QString::number(options.system));
 }
 
+// A file with layers begins with what the first of them holds.
+void frmTable::readFile(const std::string& path) {
+    const auto layers = layerReader_ != nullptr ? layerReader_->layersIn(path) : std::nullopt;
+    if (!layers) {
+        const std::string bytes = readFirstBytes(path, kFirstBytes);
+        cutOff_ = bytes.size() >= kFirstBytes;
+        text_ = decodedText(bytes, recogniseTextEncoding(bytes));
+        return;
+    }
+    if (layers->empty()) problem_ = u"There is no layer of points in this file."_s;
+    for (const PointLayer& layer : *layers)
+        cmbLayer->addItem(legible(fromPath(layer.name)));
+    layers_ = *layers;
+    if (hasLayers()) text_ = beginningOf(*layerReader_, path, layers_.front());
+}
+
+void frmTable::layerPicked() {
+    const auto chosen = static_cast<std::size_t>(cmbLayer->currentIndex());
+    text_ = beginningOf(*layerReader_, pathMeantBy(txtFile->text()), layers_.at(chosen));
+    showShape(shapeOfText());
+    shapeChanged();
+}
+
+// Between the values of a layer there are tabs.
+TableShape frmTable::shapeOfText() const {
+    return hasLayers() ? TableShape{'\t', '.', 1, false} : recogniseTable(text_, cutOff_);
+}
+
 void frmTable::readBeginning() {
     typing_.stop();
     text_.clear();
+    layers_.clear();
+    cmbLayer->clear();
+    cutOff_ = false;
     problem_.clear();
     const std::string path = pathMeantBy(txtFile->text());
     if (path.empty())
@@ -155,13 +189,16 @@ void frmTable::readBeginning() {
         problem_ = u"There is no such file, or it is none that can be read."_s;
     else
         try {
-            const std::string bytes = readFirstBytes(path, kFirstBytes);
-            cutOff_ = bytes.size() >= kFirstBytes;
-            text_ = decodedText(bytes, recogniseTextEncoding(bytes));
+            readFile(path);
         } catch (const RunTimeError& error) {
             problem_ = legible(fromPath(error.description()));
         }
-    showShape(recogniseTable(text_, cutOff_));
+    showShape(shapeOfText());
+    for (QWidget* const control : std::initializer_list<QWidget*>{lblSeparator, cmbSeparator, lblDecimal,
+                                                                  cmbDecimal, lblSkip, spinSkip})
+        control->setVisible(!hasLayers());
+    for (QWidget* const control : std::initializer_list<QWidget*>{lblLayer, cmbLayer})
+        control->setVisible(hasLayers());
     shapeChanged();
 }
 

@@ -14,13 +14,15 @@ namespace tessel {
 class TablePreviewModel;
 
 /// Asks for a table and what its columns hold: a click on a column's head opens a menu with what it can be.
-/// The separator, the decimal sign and the header are recognised and can be changed.
+/// The separator, the decimal sign and the header are recognised and can be changed; of a file with layers
+/// the user chooses one instead.
 class frmTable : public QDialog, public Ui::frmTable {
     Q_OBJECT
 
   public:
     /// Begins with what was chosen for a table of the same header, and adds to it what is chosen now.
-    frmTable(QWidget* parent, KnownTables& known);
+    /// `layers` reads files with layers; without it there are none.
+    frmTable(QWidget* parent, KnownTables& known, const LayerReader* layers = nullptr);
 
   Q_SIGNALS:
     /// The table is to be imported. The window stays until whoever imports it closes it; where the error log
@@ -33,6 +35,7 @@ class frmTable : public QDialog, public Ui::frmTable {
 
   private:
     TableShape shape() const;
+    TableShape shapeOfText() const;
     TableOptions entries() const;
     void connectControls();
     void prepareTable();
@@ -41,6 +44,9 @@ class frmTable : public QDialog, public Ui::frmTable {
     bool refuse(QWidget& box, const QString& message);
     bool entriesAreValid();
     void readBeginning();
+    void readFile(const std::string& path);
+    void layerPicked();
+    bool hasLayers() const { return !layers_.empty(); }
     void showShape(const TableShape& shape);
     void showParameters(const TableOptions& options);
     void shapeChanged();
@@ -55,6 +61,8 @@ class frmTable : public QDialog, public Ui::frmTable {
     QString whatIsWrong() const;
 
     KnownTables& known_;
+    const LayerReader* layerReader_;
+    std::vector<PointLayer> layers_;  // of the file; none of a text
     TablePreviewModel* model_ = nullptr;
     QTimer typing_;     // runs from a change of the file's name until its beginning is read
     std::string text_;  // the file's beginning, decoded

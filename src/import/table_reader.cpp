@@ -121,7 +121,8 @@ std::vector<FieldPlace> fieldPlaces(const TableOptions& options) {
     return places;
 }
 
-void describe(const TableOptions& options, const LineReader& file, ImportSummary& summary) {
+template <typename Lines>
+void describe(const TableOptions& options, const Lines& file, ImportSummary& summary) {
     summary.path = options.path;
     summary.file = file.fileState();
     summary.fields = fieldPlaces(options);
@@ -151,15 +152,10 @@ ImportedRows rowsByDistance(Survey& survey) {
     return Assign_Row(survey) == RowDetection::kAssigned ? ImportedRows::kUsable : ImportedRows::kTooManyRows;
 }
 
-}  // namespace
-
-bool TableOptions::has(TableRole role) const {
-    return std::ranges::find(roles, role) != roles.end();
-}
-
-std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary) {
-    LineReader file(options.path);
-    summary.kind = recogniseFileKind(file.firstBytes());
+// Reads sites, with a reason in the log for every line that is none.
+template <typename Lines>
+std::int64_t readLines(const TableOptions& options, Lines& file, int linesToSkip, Survey& survey,
+                       ErrorLog& log) {
     survey = Survey{};
     static_cast<SurveyParameters&>(survey) = options;
     survey.SiteIDPresent = options.has(TableRole::kSite);
@@ -168,7 +164,7 @@ std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& lo
     FieldSplitter splitter(options.shape.separator);
     std::int64_t rejected = 0;
     for (std::string_view line; file.next(line);) {
-        if (file.lineNumber() <= options.shape.linesToSkip) continue;
+        if (linesToSkip > 0 && file.lineNumber() <= linesToSkip) continue;
         const std::vector<std::string_view>& fields = splitter.split(line);
         if (fields.empty()) continue;
         const std::string_view reason = sites.read(fields, file.lineNumber());
@@ -180,15 +176,16 @@ std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& lo
         ++rejected;
     }
     sites.finish();
-    describe(options, file, summary);
     return rejected;
 }
 
-ImportResult importTable(const TableOptions& options) {
+// read(result, log) gives the sites.
+template <typename Read>
+ImportResult importLines(const TableOptions& options, Read read) {
     ImportResult result;
     Survey& survey = result.survey;
     ErrorLog log(options.errorLogPath);
-    result.rejected = readTable(options, survey, log, result.summary);
+    read(result, log);
     if (survey.NumSites > 0) {
         if (options.has(TableRole::kLongitude)) makeMetres(options, survey, result.summary);
         result.rows = options.has(TableRole::kRow) ? numberedRows(survey) : rowsByDistance(survey);
@@ -197,6 +194,48 @@ ImportResult importTable(const TableOptions& options) {
     log.commit();
     log.describe(result.summary);
     return result;
+}
+
+// The system of a layer, where the positions are taken that it is about: the first two columns.
+int systemOf(const TableOptions& options, const LayerReader& reader) {
+    if (options.roles.size() < 2 || options.roles[0] != TableRole::kX || options.roles[1] != TableRole::kY)
+        return 0;
+    const auto layers = reader.layersIn(options.path);
+    if (!layers) return 0;
+    const auto layer = std::ranges::find(*layers, options.layer, &PointLayer::name);
+    return layer == layers->end() ? 0 : layer->system;
+}
+
+}  // namespace
+
+bool TableOptions::has(TableRole role) const {
+    return std::ranges::find(roles, role) != roles.end();
+}
+
+std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary) {
+    LineReader file(options.path);
+    summary.kind = recogniseFileKind(file.firstBytes());
+    const std::int64_t rejected = readLines(options, file, options.shape.linesToSkip, survey, log);
+    describe(options, file, summary);
+    return rejected;
+}
+
+ImportResult importTable(const TableOptions& options) {
+    return importLines(options, [&](ImportResult& result, ErrorLog& log) {
+        result.rejected = readTable(options, result.survey, log, result.summary);
+    });
+}
+
+// Its header is no line of it.
+ImportResult importLayer(const TableOptions& options, const LayerReader& reader) {
+    return importLines(options, [&](ImportResult& result, ErrorLog& log) {
+        const auto lines = reader.open(options.path, options.layer);
+        result.summary.kind.isText = true;
+        result.rejected = readLines(options, *lines, 0, result.survey, log);
+        describe(options, *lines, result.summary);
+        result.summary.linesRead = result.survey.NumSites + result.rejected;
+        result.survey.PositionsCRS = systemOf(options, reader);
+    });
 }
 
 }  // namespace tessel

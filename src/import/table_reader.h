@@ -2,6 +2,7 @@
 #pragma once
 
 #include "import/import_result.h"
+#include "import/layer_reader.h"
 #include "import/table_shape.h"
 
 #include <map>
@@ -18,6 +19,7 @@ struct TableOptions : SurveyParameters {
     TableOptions() { chooseDistance(1); }
 
     std::string path;
+    std::string layer;  ///< of a file whose layers a LayerReader reads; else empty
     std::string errorLogPath;
     TableShape shape;
     std::vector<TableRole> roles;  ///< of the columns, from the left; whatIsMissing() says nothing of them
@@ -35,6 +37,8 @@ using KnownTables = std::map<std::vector<std::string>, TableOptions>;
 /// it is, and the summary tells. Throws RunTimeError, leaving the last import's error log, when the file
 /// cannot be read or the coordinate system is not known.
 ImportResult importTable(const TableOptions& options);
+/// The same of a layer, under which its lines are counted as its own program does.
+ImportResult importLayer(const TableOptions& options, const LayerReader& reader);
 
 /// The reading alone: sites and parameters, degrees as degrees. Returns the number of rejected lines.
 std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary);

@@ -15,6 +15,7 @@
 #include "app/survey_facts.h"
 #include "base/run_time_error.h"
 #include "base/session.h"
+#include "desktop/FileNames.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Windows.h"
@@ -37,6 +38,7 @@
 #include "rows/frmDataEdit.h"
 #include "rows/frmStat.h"
 #include "rows/row_detection.h"
+#include "storage/point_layers.h"
 
 #include <QScopeGuard>
 #include <QScreen>
@@ -57,7 +59,7 @@ class Program : public QObject {
     Program(frmMain& window, const std::string& stateFolder)
         : QObject(&window),
           main_(window),
-          import_(window),
+          import_(window, &geoPackageLayers()),
           records_(window),
           files_(window, records_, stateFolder),
           rowEditor_(new RowPlotEditor(window)),
@@ -69,8 +71,7 @@ class Program : public QObject {
         joinEdit();
         joinReviewAndPlot();
         joinHelp();
-        connect(&main_, &frmMain::fileDropped, this,
-                [this](const QString& path) { runGuarded(&main_, [&] { import_.importFile(path); }); });
+        connect(&main_, &frmMain::fileDropped, this, &Program::takeFile);
         connect(&import_, &SurveyImport::imported, this, &Program::surveyReplaced);
         connect(&import_, &SurveyImport::tooManyRows, this, &Program::rowsRefused);
         connect(&main_, &frmMain::plotsHidden, rowEditor_, [this] { rowEditor_->closeEditor(); });
@@ -93,6 +94,13 @@ class Program : public QObject {
     }
 
   private:
+    // Opens a survey file, and begins the import of any other that fits it.
+    void takeFile(const QString& path) {
+        runGuarded(&main_, [&] {
+            SurveyFiles::isSurveyFile(toPath(path)) ? files_.open(toPath(path)) : import_.importFile(path);
+        });
+    }
+
     void joinFile() {
         on(main_.mnuOpen, [this] { import_.mnuOpen_Click(); });
         on(main_.mnuOpen2, [this] { import_.mnuOpen2_Click(); });
@@ -112,6 +120,7 @@ class Program : public QObject {
         on(main_.mnuOpenSurvey, [this] { files_.mnuOpenSurvey_Click(); });
         on(main_.mnuSaveSurvey, [this] { files_.mnuSaveSurvey_Click(); });
         on(main_.mnuSaveSurveyAs, [this] { files_.mnuSaveSurveyAs_Click(); });
+        connect(&files_, &SurveyFiles::foreignChosen, &import_, &SurveyImport::importLayer);
         connect(&files_, &SurveyFiles::opened, this, &Program::surveyOpened);
         menusFollow(&files_, &SurveyFiles::rowsLost, MenuEvent::kRowsLost);
     }

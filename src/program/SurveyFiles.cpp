@@ -9,6 +9,7 @@
 #include "program/ProcessingRecords.h"
 #include "rows/row_acts.h"
 #include "rows/row_editing.h"
+#include "storage/point_layers.h"
 #include "storage/survey_file.h"
 
 #include <filesystem>
@@ -99,7 +100,17 @@ void SurveyFiles::save(const std::string& path) {
     main_.showMessage(u"Survey saved to "_s + nameOf(path));
 }
 
+bool SurveyFiles::isSurveyFile(const std::string& path) {
+    return geoPackageLayers().layersIn(path).has_value();
+}
+
+// What of another program's file can be read is imported, which the user can take back.
 void SurveyFiles::open(const std::string& path) {
+    if (isForeignGeoPackage(path) &&
+        !geoPackageLayers().layersIn(path).value_or(std::vector<PointLayer>()).empty()) {
+        Q_EMIT foreignChosen(fromPath(path));
+        return;
+    }
     if (!mayReplaceSurvey()) return;
     const Hourglass hourglass(&main_);
     adopt(openSurvey(path));

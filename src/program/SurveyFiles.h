@@ -33,8 +33,11 @@ class SurveyFiles : public QObject {
     void mnuSaveSurveyAs_Click();
 
     /// Puts the file's survey in the place of the present one; the user is asked when changes of that would
-    /// be lost. Throws RunTimeError, and the present one stays, when the file cannot be opened.
+    /// be lost. A file of another program is left to whoever hears foreignChosen(). Throws RunTimeError, and
+    /// the present one stays, when the file cannot be opened.
     void open(const std::string& path);
+    /// Whether a file is to be opened, and not imported, when it is all that a user hands over.
+    static bool isSurveyFile(const std::string& path);
 
     /// The journal is another one now.
     void followJournal();
@@ -45,6 +48,8 @@ class SurveyFiles : public QObject {
     /// After opened(): it was left in the middle of the map, with gaps between its rows, which are one row
     /// now.
     void rowsLost();
+    /// The file to be opened is of another program, and has layers of points.
+    void foreignChosen(const QString& path);
 
   private:
     /// Where the journal stands, told from everywhere else it can stand.

@@ -122,6 +122,15 @@ std::int64_t Statement::number(int column) const {
     return sqlite3_column_int64(statement_.get(), column);
 }
 
+double Statement::real(int column) const {
+    return sqlite3_column_double(statement_.get(), column);
+}
+
+Statement::Kind Statement::kind(int column) const {
+    const int type = sqlite3_column_type(statement_.get(), column);
+    return type == SQLITE_INTEGER ? Kind::kWhole : type == SQLITE_FLOAT ? Kind::kReal : Kind::kOther;
+}
+
 std::string_view Statement::bytes(int column) const {
     const void* const bytes = sqlite3_column_blob(statement_.get(), column);
     const int size = sqlite3_column_bytes(statement_.get(), column);

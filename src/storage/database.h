@@ -59,6 +59,9 @@ class Statement {
     /// The next row; false when there is none.
     bool next();
     std::int64_t number(int column) const;
+    double real(int column) const;
+    enum class Kind { kWhole, kReal, kOther };
+    Kind kind(int column) const;
     /// Valid until next().
     std::string_view bytes(int column) const;
 

@@ -4,6 +4,7 @@
 #include "storage/byte_stream.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 
@@ -44,6 +45,54 @@ char* put(char* to, T value) {
     return to + sizeof stored;
 }
 
+// Bytes of a geometry, one thing after the other; nothing of what is not there.
+class GeometryBytes {
+  public:
+    explicit GeometryBytes(std::string_view bytes) : bytes_(bytes) {}
+
+    bool skip(std::size_t count) {
+        if (count > bytes_.size()) return false;
+        bytes_.remove_prefix(count);
+        return true;
+    }
+    template <Number T>
+    std::optional<T> take(bool littleEnd) {
+        if (bytes_.size() < sizeof(T)) return std::nullopt;
+        std::array<char, sizeof(T)> stored;
+        std::copy_n(bytes_.data(), sizeof(T), stored.data());
+        if (littleEnd != (std::endian::native == std::endian::little)) std::ranges::reverse(stored);
+        bytes_.remove_prefix(sizeof(T));
+        return std::bit_cast<T>(stored);
+    }
+
+  private:
+    std::string_view bytes_;
+};
+
+// The header, with a box around the geometry or none.
+bool skipHeader(GeometryBytes& bytes) {
+    constexpr std::array<std::size_t, 5> kBoxes = {0, 32, 48, 48, 64};
+    const auto g = bytes.take<char>(true), p = bytes.take<char>(true);
+    if (g != 'G' || p != 'P' || !bytes.skip(1)) return false;
+    const auto flags = bytes.take<std::uint8_t>(true);
+    const std::size_t box = flags ? *flags >> 1 & 7U : kBoxes.size();
+    return box < kBoxes.size() && bytes.skip(sizeof(std::int32_t) + kBoxes[box]);
+}
+
+std::optional<std::pair<double, double>> takePoint(GeometryBytes& bytes, bool mayBeSeveral) {
+    constexpr std::uint32_t kPoint = 1, kPoints = 4;
+    const auto order = bytes.take<std::uint8_t>(true);
+    const bool littleEnd = order == 1;
+    // 1001, 2001 and 3001 have Z, M or both behind X and Y.
+    const auto type = bytes.take<std::uint32_t>(littleEnd);
+    if (type && *type < 4000 && *type % 1000 == kPoints && mayBeSeveral)
+        return bytes.take<std::uint32_t>(littleEnd) == 1U ? takePoint(bytes, false) : std::nullopt;
+    if (!type || *type >= 4000 || *type % 1000 != kPoint) return std::nullopt;
+    const auto x = bytes.take<double>(littleEnd), y = bytes.take<double>(littleEnd);
+    if (!x || !y || std::isnan(*x) || std::isnan(*y)) return std::nullopt;
+    return std::pair(*x, *y);
+}
+
 Statement& bindDescription(Statement& statement, const TableDescription& table) {
     return statement.bind(0, std::string_view(table.name))
         .bind(1, std::string_view(table.title))
@@ -74,6 +123,11 @@ PointGeometry::PointGeometry(int spatialReference) {
 std::string_view PointGeometry::at(double x, double y) {
     put(put(bytes_.data() + bytes_.size() - 2 * sizeof(double), x), y);
     return {bytes_.data(), bytes_.size()};
+}
+
+std::optional<std::pair<double, double>> pointIn(std::string_view geometry) {
+    GeometryBytes bytes(geometry);
+    return skipHeader(bytes) ? takePoint(bytes, true) : std::nullopt;
 }
 
 void beginGeoPackage(Database& database, const SpatialReference& reference) {

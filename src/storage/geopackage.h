@@ -6,8 +6,10 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace tessel {
 
@@ -43,6 +45,10 @@ class PointGeometry {
   private:
     std::array<char, 29> bytes_{};
 };
+
+/// The position of such a geometry, whoever has made it: of a point, whatever it has beside X and Y, or of
+/// several of which there is one. Nothing of any other, of an empty one, and of what is no geometry.
+std::optional<std::pair<double, double>> pointIn(std::string_view geometry);
 
 /// Makes an empty database a GeoPackage with these systems: the three of the standard and this one.
 void beginGeoPackage(Database& database, const SpatialReference& reference);

@@ -5,13 +5,13 @@
 #include "base/run_time_error.h"
 #include "geodesy/coordinate_systems.h"
 #include "storage/file_texts.h"
+#include "storage/opened_file.h"
 #include "storage/survey_layers.h"
 #include "storage/work_stream.h"
 
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace tessel {
 
@@ -58,32 +58,8 @@ void writeDatabase(int file, const std::string& path, const Journal& journal, co
     database.run("COMMIT");
 }
 
-class OpenedFile {
-  public:
-    explicit OpenedFile(const std::string& path) : file_(openInputFile(path)) {}
-    ~OpenedFile() { ::close(file_.descriptor); }
-    OpenedFile(const OpenedFile&) = delete;
-    OpenedFile& operator=(const OpenedFile&) = delete;
-    int descriptor() const { return file_.descriptor; }
-    std::int64_t size() const { return file_.size; }
-
-  private:
-    InputFile file_;
-};
-
 [[noreturn]] void refuse(const std::string& path, const std::string& why) {
     throw RunTimeError::file(path, kCannotBeOpened, why);
-}
-
-// What stands beside a database belongs to it: without it the file alone may be half changed.
-void requireAlone(const std::string& path) {
-    for (const char* const suffix : {"-wal", "-journal"}) {
-        std::error_code error;
-        const auto size = std::filesystem::file_size(path + suffix, error);
-        if (!error && size > 0)
-            refuse(path, "another program has it open, or has not finished it (" + path + suffix +
-                             "); close it there first");
-    }
 }
 
 // The parts in their order, each looked at before it is handed on.
@@ -129,14 +105,25 @@ void saveSurvey(const std::string& path, const Journal& journal, const SavedReco
     file.commit();
 }
 
+// What stands beside a database belongs to it: without it the file alone may be half changed.
+void requireFinished(const std::string& path) {
+    for (const char* const suffix : {"-wal", "-journal"}) {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(path + suffix, error);
+        if (!error && size > 0)
+            refuse(path, "another program has it open, or has not finished it (" + path + suffix +
+                             "); close it there first");
+    }
+}
+
 SavedWork openSurvey(const std::string& path) {
     const OpenedFile file(path);
-    requireAlone(path);
+    requireFinished(path);
     try {
         Database database(file.descriptor(), path, Database::Use::kRead);
         requireOurs(database, path);
         const std::int64_t size = database.number("SELECT sum(length(bytes)) FROM survey_state");
-        if (size < 0 || size > file.size()) throw DamagedBytes("it is damaged");
+        if (size < 0 || size > file.state().size) throw DamagedBytes("it is damaged");
         StateParts parts(database);
         ByteReader in(static_cast<std::uint64_t>(size), [&parts] { return parts.next(); });
         return readWork(in);

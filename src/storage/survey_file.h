@@ -21,6 +21,10 @@ void saveSurvey(const std::string& path, const Journal& journal, const SavedReco
 /// version, or in use by a program that has not finished it.
 SavedWork openSurvey(const std::string& path);
 
+/// Requires that no other program is in the middle of changing the file, or has left it so. Throws
+/// RunTimeError with path and what lies beside it.
+void requireFinished(const std::string& path);
+
 /// Whether the file is a GeoPackage that this program has not made. False for what is none, or not readable.
 bool isForeignGeoPackage(const std::string& path);
 

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files of points that arrive: survey files of ours are opened, those of other programs imported.
+#include "storage/point_layers.h"
+
+#include "desktop/FileDialogs.h"
+#include "journal/journal.h"
+#include "storage/database.h"
+#include "storage/survey_file.h"
+#include "support/RunningProgram.h"
+#include "support/made_survey.h"
+
+namespace tessel {
+
+namespace {
+
+class ArrivingPoints : public testing::Test, protected RunningProgram {
+  protected:
+    ArrivingPoints() {
+        Journal journal(std::size_t{1} << 20);
+        Survey survey = madeSurvey({{1, 0, 10, 20, 1}, {1, 5, 11, 21, 1}, {9, 5, 12, 22, 2}});
+        survey.PositionsCRS = 32630;
+        journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, survey);
+        saveSurvey(path(), journal, {});
+        setFileResponder([this](const FileQuestion&) { return fromPath(path()); });
+    }
+    ~ArrivingPoints() override { setFileResponder({}); }
+
+    // Nothing of ours is in it any more, but for a layer.
+    void makeForeign(const std::string& statements = {}) const {
+        const int file = ::open(path().c_str(), O_RDWR | O_CLOEXEC);
+        Database(file, path(), Database::Use::kWrite)
+            .run("DROP TABLE survey; DROP TABLE survey_state;" + statements);
+        ::close(file);
+    }
+    void drop() {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(fromPath(path()))});
+        QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(main.get(), &enter);
+        QDropEvent dropped(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(main.get(), &dropped);
+    }
+    // The window that asks for the columns, once it shows them.
+    QWidget& window() const {
+        QWidget& window = shownWindow(u"frmTable"_s);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return window.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount() > 0; }));
+        return window;
+    }
+    static QString head(QWidget& window, int column) {
+        return controlAs<QTableView>(window, u"tblPreview"_s)
+            .model()
+            ->headerData(column, Qt::Horizontal)
+            .toString();
+    }
+    std::string path() const { return folder / "field.gpkg"; }
+};
+
+}  // namespace
+
+TEST_F(ArrivingPoints, OfOursAreOpenedWhenTheyAreDropped) {
+    drop();
+    EXPECT_EQ(theSurvey().NumSites, 3);
+    EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
+}
+
+TEST_F(ArrivingPoints, OfAnotherProgramAreImportedByTheColumnsThatTheUserSays) {
+    makeForeign();
+    chooseItem(*main, u"mnuOpenSurvey"_s);
+    QWidget& asking = window();
+    EXPECT_EQ(controlAs<QLineEdit>(asking, u"txtFile"_s).text(), fromPath(path()));
+    EXPECT_EQ(head(asking, 0), u"X\nX"_s);
+    EXPECT_EQ(head(asking, 4), u"em1\nEM1"_s);
+    EXPECT_TRUE(asking.findChild<QWidget*>(u"cmbLayer"_s)->isVisible());
+    EXPECT_FALSE(asking.findChild<QWidget*>(u"cmbSeparator"_s)->isVisible());
+    EXPECT_EQ(head(asking, 3), u"row\nrow number"_s);
+    expectGenericReport(3, 0);
+    clickOn(asking, u"cmdImport"_s);
+    waitUntilClosed(u"frmTable"_s);
+    EXPECT_EQ(theSurvey().NumRows, 2);
+    EXPECT_EQ(theSurvey().PositionsCRS, 32630);
+    EXPECT_EQ(theSurvey().SiteData(kEM2, 2), 22);
+    EXPECT_EQ(theSession().InputFileName, path());
+    EXPECT_EQ(main->lblSurveyFile->text(), u"Survey not saved"_s);
+    chooseItem(*main, u"mnuUndo"_s);
+    EXPECT_EQ(theSurvey().NumSites, 0);
+}
+
+TEST_F(ArrivingPoints, OfSeveralLayersAreThoseThatTheUserChooses) {
+    makeForeign("ALTER TABLE removed_sites ADD COLUMN depth DOUBLE");
+    drop();
+    QWidget& asking = window();
+    auto& layers = controlAs<QComboBox>(asking, u"cmbLayer"_s);
+    EXPECT_EQ(layers.currentText(), u"sites"_s);
+    EXPECT_EQ(layers.count(), 2);
+    EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 7);
+    layers.setFocus();
+    QTest::keyClick(&layers, Qt::Key_Down);
+    EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 9);
+    EXPECT_EQ(head(asking, 8), u"depth\n-"_s);
+    clickOn(asking, u"cmdCancel"_s);
+}
+
+TEST_F(ArrivingPoints, AreAskedForAsTextAgainWhenTheFileIsOne) {
+    makeForeign();
+    drop();
+    QWidget& asking = window();
+    writeFile(folder / "text.csv", "X,Y,EM1\n1,2,3\n");
+    typeInto(asking, u"txtFile"_s, fromPath(folder / "text.csv"));
+    QWidget* const separator = asking.findChild<QWidget*>(u"cmbSeparator"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return separator->isVisible(); }));
+    EXPECT_FALSE(asking.findChild<QWidget*>(u"cmbLayer"_s)->isVisible());
+    clickOn(asking, u"cmdCancel"_s);
+}
+
+TEST_F(ArrivingPoints, ThatThereAreNotIsSaid) {
+    makeForeign("DELETE FROM gpkg_geometry_columns");
+    const QString refusal =
+        fromPath(path()) + u" cannot be opened as a survey: it is a GeoPackage of another program"_s;
+    boxes.tell(refusal);
+    drop();
+    boxes.tell(refusal);
+    chooseItem(*main, u"mnuOpenSurvey"_s);
+    chooseItem(*main, u"mnuImportTable"_s);
+    QWidget& asking = shownWindow(u"frmTable"_s);
+    typeInto(asking, u"txtFile"_s, fromPath(path()));
+    auto& notice = controlAs<QLabel>(asking, u"lblNotice"_s);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return notice.text() == u"There is no layer of points in this file."_s; }));
+    EXPECT_FALSE(asking.findChild<QWidget*>(u"cmdImport"_s)->isEnabled());
+    clickOn(asking, u"cmdCancel"_s);
+}
+
+}  // namespace tessel
