@@ -133,7 +133,8 @@ TEST_F(LineReaderTest, SaysWhyAFileCannotBeRead) {
 }
 
 TEST_F(LineReaderTest, SaysSoWhenReadingFailsMidwayAndWhenTheFileShrinks) {
-    writeFile(path, std::string(1'000'000, 'x') + "\n" + std::string(1'000'000, 'x') + "\n");
+    const std::string million = std::string(1'000'000, 'x').append("\n");
+    writeFile(path, million + million);
     const auto readOn = [&](const std::function<void()>& meanwhile) {
         LineReader reader(path);
         std::string_view line;

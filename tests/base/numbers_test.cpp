@@ -72,7 +72,7 @@ TEST(NumericString, RefusesWhatIsTooLargeAndTakesWhatIsTooSmallAsZero) {
 
 TEST(NumericString, ReadsNumbersOfFourHundredDigits) {
     EXPECT_EQ(numericValue("0." + std::string(400, '3')), 1.0 / 3.0);
-    EXPECT_EQ(numericValue(std::string(400, '0') + "12.5"), 12.5);
+    EXPECT_EQ(numericValue(std::string(400, '0').append("12.5")), 12.5);
     EXPECT_EQ(numericValue("1" + std::string(400, '0') + "e-400"), 1.0);
     EXPECT_EQ(numericValue("." + std::string(400, '0') + "25e400"), 0.25);
     EXPECT_EQ(numericValue("12.5" + std::string(400, '0')), 12.5);
