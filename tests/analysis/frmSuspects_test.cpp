@@ -155,6 +155,9 @@ TEST_F(SuspectsWindow, FindsInTheTableTheSiteThatIsClickedOnTheMap) {
     const QPoint pixel = window->mapSuspects->dataToPixel(513, 700).toPoint();
     QTest::mouseClick(window->mapSuspects, Qt::LeftButton, {}, pixel);
     EXPECT_EQ(window->tblSuspects->currentIndex().row(), 1);
+    window->tblSuspects->sortByColumn(0, Qt::DescendingOrder);
+    QTest::mouseClick(window->mapSuspects, Qt::LeftButton, {}, pixel);
+    EXPECT_EQ(cell(window->tblSuspects->currentIndex().row(), 0), u"1015"_s) << "in whatever order";
     QTest::mouseMove(window->mapSuspects, pixel - QPoint(40, 40));
     QTest::mouseMove(window->mapSuspects, window->mapSuspects->dataToPixel(503, 700).toPoint());
     EXPECT_EQ(window->mapSuspects->footerText(),

@@ -178,6 +178,20 @@ TEST(SitesUnlikeThoseAround, AreFoundWhereverTheFirstSiteIs) {
     }
 }
 
+TEST(SitesUnlikeThoseAround, AreJudgedByTheOthersAlone) {
+    // Six sites within a metre, of which the last is unlike the others; were it one of them, their median
+    // would be 30 and not 20.
+    std::vector<MadeSite> sites;
+    for (const double reading : {20, 20, 20, 30, 30, 60})
+        sites.push_back({0.1 * static_cast<double>(sites.size()), 0, reading, 30, 1, 0});
+    for (int i = 1; i <= 200; ++i)
+        sites.push_back({i * 100.0, 0, 20.0 + i % 2, 30, 1, 0});
+    const Survey survey = surveyWithRows(sites);
+    SuspectParameters parameters = only(kUnlikeAround, survey);
+    parameters.radius = 1;
+    EXPECT_NE(findSuspects(survey, parameters).flags[5], 0);
+}
+
 TEST(SitesFarAway, AreFoundWhereTheLoggerRestedForMostOfTheSurvey) {
     std::vector<MadeSite> sites(600, {5, 5, 20, 30, 1, 0});
     for (int i = 1; i <= 300; ++i)

@@ -449,6 +449,16 @@ TEST_F(Chart2DTest, TheCrossLiesOverThePlotWithoutRedrawingIt) {
     EXPECT_EQ(redrawn.count(), 0);
 }
 
+TEST_F(Chart2DTest, AClickWithCtrlIsAClickWhereNoLevelCanBeMoved) {
+    show();
+    chart.showLevel(20);
+    QSignalSpy pressed(&chart, &Chart2D::pointerPressed);
+    QSignalSpy moved(&chart, &Chart2D::levelMoved);
+    QTest::mouseClick(&chart, Qt::LeftButton, Qt::ControlModifier, pixel(50, 20));
+    EXPECT_EQ(pressed.count(), 1);
+    EXPECT_EQ(moved.count(), 0);
+}
+
 TEST_F(Chart2DTest, ALevelLiesOverThePlotWithoutRedrawingItAndIsNotPrinted) {
     show();
     const auto paper = [this] {

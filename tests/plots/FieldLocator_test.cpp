@@ -75,6 +75,8 @@ TEST_F(Locator, GoesToTheRowThatIsClicked) {
     clickPlace(140, 60);
     expectRowShown(2);
     expectSteps(true, true);
+    QTest::mouseClick(&locator, Qt::RightButton, {}, pixelAt(150, 111));
+    expectRowShown(2);
 }
 
 TEST_F(Locator, KeepsTheSelectionWhereTheRowShownIsClicked) {

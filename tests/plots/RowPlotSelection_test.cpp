@@ -34,6 +34,16 @@ TEST_F(RowPlots, SelectThreePixelsBesideAPointAndNothingFourPixelsBesideIt) {
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
 }
 
+TEST_F(RowPlots, SelectNothingAtAPointOfTheSecondReading) {
+    openByX(threeRowSurvey());
+    const QPoint second = pixelOf(profile, Chart2D::kData, 2, 2);
+    ASSERT_EQ(profile.nearestPoint(Chart2D::kData, second).series, 2);
+    pointAt(profile, second);
+    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
+    clickAt(profile, second);
+    expectNothingSelected();
+}
+
 TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
     openByX(threeRowSurvey());
     profile.setAxisRange(Chart2D::Axis::kX, 100, 142);
