@@ -211,6 +211,15 @@ TEST_F(SurveyFileInAGis, HasItsRemovedSitesWithTheActAndTheReason) {
               "reason (String) = Deleted row 1 with its 2 sites"});
 }
 
+TEST_F(SurveyFileInAGis, HasNoSitesAmongTheRemovedThatHaveComeBack) {
+    Journal journal = journalOf(twoRows());
+    deleteRow(journal, 2);
+    journal.goTo(1);
+    save(journal);
+    EXPECT_EQ(ask("SELECT count(*) FROM removed_sites"), "0\n");
+    EXPECT_EQ(ask("SELECT act, kind, in_force FROM journal"), "1|import|1\n2|delete-row|0\n");
+}
+
 TEST_F(SurveyFileInAGis, HasItsActsAndItsSourceAsTables) {
     expectIn("ogrinfo -al " + path() + " journal",
              {"Feature Count: 2", "kind (String) = import", "what (String) = Imported a.dat",

@@ -2,8 +2,10 @@
 #include "storage/work_stream.h"
 
 #include "base/program_version.h"
+#include "rows/site_removal.h"
 #include "storage/work_fields.h"
 #include "support/journal_bits.h"
+#include "support/made_survey.h"
 #include "support/random_acts.h"
 #include "support/temporary_folder.h"
 
@@ -125,6 +127,40 @@ TEST(WorkStream, IsToldWhenAStructHasAFieldMore) {
     EXPECT_EQ(sizeof(Two), sizeof(HiddenInAHole));
     EXPECT_FALSE((hasFields<HiddenInAHole, 2>));
     EXPECT_FALSE((hasFields<HiddenInAHole, 4>));
+}
+
+// An act that has taken the middle of three sites out, and has changed the reading of the first.
+TEST(WorkStream, WhoseActsReachBeyondTheSitesIsTold) {
+    const auto whyNotReadWith = [](const auto& spoil) {
+        Journal journal(std::size_t{1} << 20);
+        journal.replaceSurvey({}, madeSurvey({{0, 0, 1}, {1, 0, 2}, {2, 0, 3}}));
+        journal.perform({ActKind::kDeleteSuspects, "", "", {}}, [](Survey& survey) {
+            Difference difference(survey);
+            difference.keepRowNumbers(survey);
+            difference.keepSites(survey, {{1, 2}});
+            difference.keepEntries(kEM1, {0}, {9});
+            difference.exchangeEntries(survey);
+            removeSites(survey, {{1, 2}}, EmptiedRows::kCloseUp);
+            return difference;
+        });
+        Journal::forEachField(journal, [&](auto&, auto&, std::deque<Act>& acts, auto&...) {
+            Difference::forEachField(acts[1].difference,
+                                     [&](auto&, auto&, auto& runs, auto&, auto&, auto&, auto& entries,
+                                         auto&...) { spoil(runs, entries); });
+        });
+        return whyNotRead(bytesOf(journal));
+    };
+    EXPECT_EQ(whyNotReadWith([](auto&, auto&) {}), "no error");
+    EXPECT_EQ(whyNotReadWith([](auto& runs, auto&) {
+                  runs[0] = {3, 4};
+              }),
+              "an act takes out sites that there are not");
+    EXPECT_EQ(whyNotReadWith([](auto&, auto& entries) { entries[0].sites[0] = 3; }),
+              "an act changes entries that there are not");
+    EXPECT_EQ(whyNotReadWith([](auto&, auto& entries) { entries[0].sites[0] = 1; }),
+              "an act changes entries that there are not");
+    EXPECT_EQ(whyNotReadWith([](auto&, auto& entries) { entries[0].sites[0] = -1; }),
+              "an act changes entries that there are not");
 }
 
 // Whoever has made it and whatever it says: it is refused, or every state of it can be gone to and has its
