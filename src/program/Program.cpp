@@ -414,6 +414,10 @@ std::unique_ptr<frmMain> createProgram(const std::string& stateFolder) {
     return main;
 }
 
+void openFile(frmMain& window, const std::string& path) {
+    Q_EMIT window.fileDropped(fromPath(path));
+}
+
 QIcon programIcon() {
     QIcon icon;
     for (const int size : {16, 24, 32, 48, 64, 128, 256, 512})

@@ -15,6 +15,10 @@ class frmMain;
 /// folder `stateFolder` in case the program is ended; nowhere if that is empty.
 std::unique_ptr<frmMain> createProgram(const std::string& stateFolder = {});
 
+/// Opens a file, or begins the import that fits it, as if it had been dropped on the window of a program.
+/// What is wrong with it is told.
+void openFile(frmMain& window, const std::string& path);
+
 /// The program's icon, drawn for every usual size from 16 to 512 pixels.
 QIcon programIcon();
 
