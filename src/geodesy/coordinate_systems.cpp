@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cmath>
 #include <proj.h>
+#include <utility>
 
 namespace tessel {
 
@@ -82,6 +83,63 @@ std::string authorityName(int number) {
     return "EPSG:" + std::to_string(number);
 }
 
+// Null for one that is not known.
+Proj systemOf(int number) {
+    return Proj(number > 0 ? proj_create(context(), authorityName(number).c_str()) : nullptr);
+}
+
+struct AxisUnit {
+    double metres = 0;
+    std::string name;
+};
+
+// Of the first axis.
+std::optional<AxisUnit> unitOf(const Proj& system) {
+    const Proj axes(system ? proj_crs_get_coordinate_system(context(), system.get()) : nullptr);
+    AxisUnit unit;
+    const char* name = nullptr;
+    if (!axes || proj_cs_get_axis_info(context(), axes.get(), 0, nullptr, nullptr, nullptr, &unit.metres,
+                                       &name, nullptr, nullptr) == 0)
+        return std::nullopt;
+    unit.name = textOf(name);
+    return unit;
+}
+
+// Without its heights, and without a way to another system.
+Proj horizontalPart(Proj system) {
+    while (system) {
+        const PJ_TYPE type = proj_get_type(system.get());
+        if (type == PJ_TYPE_COMPOUND_CRS)
+            system.reset(proj_crs_get_sub_crs(context(), system.get(), 0));
+        else if (type == PJ_TYPE_BOUND_CRS)
+            system.reset(proj_get_source_crs(context(), system.get()));
+        else
+            break;
+    }
+    return system;
+}
+
+SystemKind kindOf(const Proj& system) {
+    switch (system ? proj_get_type(system.get()) : PJ_TYPE_UNKNOWN) {
+        case PJ_TYPE_PROJECTED_CRS: {
+            const std::optional<AxisUnit> unit = unitOf(system);
+            return unit && unit->metres == 1 ? SystemKind::kMetres : SystemKind::kOther;
+        }
+        case PJ_TYPE_GEOGRAPHIC_2D_CRS:
+        case PJ_TYPE_GEOGRAPHIC_3D_CRS:
+            return SystemKind::kOther;
+        case PJ_TYPE_GEOCENTRIC_CRS:
+        case PJ_TYPE_VERTICAL_CRS:
+            return SystemKind::kNone;
+        default:
+            return SystemKind::kUnknown;
+    }
+}
+
+int numberOf(const Proj& system) {
+    return system ? numberIn(textOf(proj_get_id_code(system.get(), 0))) : 0;
+}
+
 [[noreturn]] void failFor(int number) {
     throw RunTimeError(RunTimeError::kFile,
                        "No way is known from degrees of WGS 84 to " + shownName(number) + ".");
@@ -135,19 +193,26 @@ std::vector<const CoordinateSystem*> findCoordinateSystems(std::string_view text
 }
 
 std::string whyNotInMetres(int number) {
-    const Proj projected(proj_create(context(), authorityName(number).c_str()));
-    const Proj axes(projected ? proj_crs_get_coordinate_system(context(), projected.get()) : nullptr);
-    double metres = 0;
-    const char* unit = nullptr;
-    if (!axes || proj_cs_get_axis_info(context(), axes.get(), 0, nullptr, nullptr, nullptr, &metres, &unit,
-                                       nullptr, nullptr) == 0)
-        return "This coordinate system is not known.";
-    return metres == 1 ? ""
-                       : "The unit of this coordinate system is the " + textOf(unit) + ", not the metre.";
+    const Proj system = systemOf(number);
+    const std::optional<AxisUnit> unit = unitOf(system);
+    if (!unit) return "This coordinate system is not known.";
+    if (unit->metres != 1)
+        return "The unit of this coordinate system is the " + unit->name + ", not the metre.";
+    return proj_get_type(system.get()) == PJ_TYPE_PROJECTED_CRS ? ""
+                                                                : "This coordinate system is none of a map.";
+}
+
+HorizontalSystem horizontalSystem(int number, const std::string& definition) {
+    Proj system = systemOf(number);
+    const bool isNumbered = system != nullptr;
+    if (!isNumbered)
+        system.reset(proj_create_from_wkt(context(), definition.c_str(), nullptr, nullptr, nullptr));
+    const Proj part = horizontalPart(std::move(system));
+    return {kindOf(part), isNumbered ? numberOf(part) : 0};
 }
 
 SystemDefinition definitionOf(int number) {
-    const Proj found(proj_create(context(), authorityName(number).c_str()));
+    const Proj found = systemOf(number);
     if (!found) return {authorityName(number), "undefined"};
     const char* const onOneLine[] = {"MULTILINE=NO", nullptr};
     const char* const text = proj_as_wkt(context(), found.get(), PJ_WKT1_GDAL, onOneLine);

@@ -43,8 +43,23 @@ std::vector<const CoordinateSystem*> findCoordinateSystems(std::string_view text
                                                            const std::optional<GeographicPosition>& position,
                                                            std::size_t most);
 
-/// Why positions cannot be in this system: a unit that is not the metre; empty if they can.
+/// Why positions cannot be in this system: a unit that is not the metre, or no map; empty if they can.
 std::string whyNotInMetres(int number);
+
+/// What horizontal positions in a system are.
+enum class SystemKind {
+    kUnknown,
+    kMetres,  ///< easting and northing in metres
+    kOther,   ///< degrees, or another unit; Transformation::toDegrees makes degrees of WGS 84 of them
+    kNone     ///< heights, or distances from the middle of the earth
+};
+/// The horizontal part of a system.
+struct HorizontalSystem {
+    SystemKind kind = SystemKind::kUnknown;
+    int number = 0;  ///< EPSG; 0 for none
+};
+/// Of the system of this number; where that is not known, of the one that the well-known text defines.
+HorizontalSystem horizontalSystem(int number, const std::string& definition);
 
 /// What other programs are told of a system.
 struct SystemDefinition {
@@ -54,7 +69,8 @@ struct SystemDefinition {
 /// Of a system that is not known the name is "EPSG:" and the number, and the text "undefined".
 SystemDefinition definitionOf(int number);
 
-/// The way from degrees of WGS 84 (longitude, latitude) to easting and northing in a system, and back.
+/// The way from degrees of WGS 84 (longitude, latitude) to easting and northing in a system, or longitude and
+/// latitude in one of degrees, and back.
 class Transformation {
   public:
     /// Throws RunTimeError when the system is not known or there is no way.

@@ -14,6 +14,9 @@ enum class PositionKind {
     kCRS              ///< metres in a coordinate system with an EPSG number
 };
 
+/// The EPSG number of degrees of WGS 84.
+inline constexpr int kWgs84 = 4326;
+
 /// A position in degrees of WGS 84, positive to the east and north.
 struct GeographicPosition {
     double longitude = 0, latitude = 0;

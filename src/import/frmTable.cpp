@@ -160,12 +160,23 @@ void frmTable::readFile(const std::string& path) {
     for (const PointLayer& layer : *layers)
         cmbLayer->addItem(legible(fromPath(layer.name)));
     layers_ = *layers;
-    if (hasLayers()) text_ = beginningOf(*layerReader_, path, layers_.front());
+    if (hasLayers()) readLayer();
 }
 
-void frmTable::layerPicked() {
+void frmTable::readLayer() {
     const auto chosen = static_cast<std::size_t>(cmbLayer->currentIndex());
     text_ = beginningOf(*layerReader_, pathMeantBy(txtFile->text()), layers_.at(chosen));
+}
+
+// What is wrong with one layer need not be with another.
+void frmTable::layerPicked() {
+    text_.clear();
+    problem_.clear();
+    try {
+        readLayer();
+    } catch (const RunTimeError& error) {
+        problem_ = legible(fromPath(error.description()));
+    }
     showShape(shapeOfText());
     shapeChanged();
 }
@@ -206,13 +217,15 @@ void frmTable::shapeChanged() {
     preview_ = previewTable(text_, cutOff_, shape());
     const auto known = known_.find(preview_.header);
     const bool isKnown = !preview_.header.empty() && known != known_.end();
-    roles_ = isKnown ? known->second.roles : guessRoles(preview_);
+    roles_ = isKnown       ? known->second.roles
+             : hasLayers() ? guessRolesBesidePosition(preview_)
+                           : guessRoles(preview_);
     roles_.resize(preview_.columns, TableRole::kNothing);
     if (isKnown) showParameters(known->second);
     {
         const QSignalBlocker quiet(chkMinutes);
-        chkMinutes->setChecked(isKnown ? known->second.shape.minutes
-                                       : looksLikeMinutes(preview_, shape(), roles_));
+        chkMinutes->setChecked(!hasLayers() && (isKnown ? known->second.shape.minutes
+                                                        : looksLikeMinutes(preview_, shape(), roles_)));
     }
     showPreview();
     tblPreview->resizeColumnsToContents();

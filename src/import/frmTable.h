@@ -45,6 +45,7 @@ class frmTable : public QDialog, public Ui::frmTable {
     bool entriesAreValid();
     void readBeginning();
     void readFile(const std::string& path);
+    void readLayer();
     void layerPicked();
     bool hasLayers() const { return !layers_.empty(); }
     void showShape(const TableShape& shape);

@@ -13,7 +13,8 @@
 namespace tessel {
 
 // Layers of points in files of other programs, read like a table: a line for each point, tabs between its
-// values, of which the first two are its position and the others all columns of numbers.
+// values, of which the first two are its position and the others its columns, 200 in all at most. Positions
+// are metres, or degrees of WGS 84: what is in other degrees, or in feet, becomes these.
 
 /// A layer that can be read.
 struct PointLayer {

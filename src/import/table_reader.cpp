@@ -152,10 +152,17 @@ ImportedRows rowsByDistance(Survey& survey) {
     return Assign_Row(survey) == RowDetection::kAssigned ? ImportedRows::kUsable : ImportedRows::kTooManyRows;
 }
 
+// What is no line of a table at all; of a layer each is one, and be it blank.
+bool isPassedOver(const LineReader& file, const TableOptions& options, bool isBlank) {
+    return isBlank || file.lineNumber() <= options.shape.linesToSkip;
+}
+bool isPassedOver(const LayerLines&, const TableOptions&, bool) {
+    return false;
+}
+
 // Reads sites, with a reason in the log for every line that is none.
 template <typename Lines>
-std::int64_t readLines(const TableOptions& options, Lines& file, int linesToSkip, Survey& survey,
-                       ErrorLog& log) {
+std::int64_t readLines(const TableOptions& options, Lines& file, Survey& survey, ErrorLog& log) {
     survey = Survey{};
     static_cast<SurveyParameters&>(survey) = options;
     survey.SiteIDPresent = options.has(TableRole::kSite);
@@ -164,9 +171,8 @@ std::int64_t readLines(const TableOptions& options, Lines& file, int linesToSkip
     FieldSplitter splitter(options.shape.separator);
     std::int64_t rejected = 0;
     for (std::string_view line; file.next(line);) {
-        if (linesToSkip > 0 && file.lineNumber() <= linesToSkip) continue;
         const std::vector<std::string_view>& fields = splitter.split(line);
-        if (fields.empty()) continue;
+        if (isPassedOver(file, options, fields.empty())) continue;
         const std::string_view reason = sites.read(fields, file.lineNumber());
         if (reason.empty()) {
             if (survey.NumSites == 1) sites.reserveFor(file.fileSize(), line.size());
@@ -215,7 +221,7 @@ bool TableOptions::has(TableRole role) const {
 std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary) {
     LineReader file(options.path);
     summary.kind = recogniseFileKind(file.firstBytes());
-    const std::int64_t rejected = readLines(options, file, options.shape.linesToSkip, survey, log);
+    const std::int64_t rejected = readLines(options, file, survey, log);
     describe(options, file, summary);
     return rejected;
 }
@@ -226,12 +232,11 @@ ImportResult importTable(const TableOptions& options) {
     });
 }
 
-// Its header is no line of it.
 ImportResult importLayer(const TableOptions& options, const LayerReader& reader) {
     return importLines(options, [&](ImportResult& result, ErrorLog& log) {
         const auto lines = reader.open(options.path, options.layer);
         result.summary.kind.isText = true;
-        result.rejected = readLines(options, *lines, 0, result.survey, log);
+        result.rejected = readLines(options, *lines, result.survey, log);
         describe(options, *lines, result.summary);
         result.summary.linesRead = result.survey.NumSites + result.rejected;
         result.survey.PositionsCRS = systemOf(options, reader);

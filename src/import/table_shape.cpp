@@ -14,7 +14,6 @@ namespace tessel {
 namespace {
 
 constexpr std::size_t kPreviewLines = 20;
-constexpr std::size_t kPreviewColumns = 200;
 constexpr std::size_t kShownWidth = 40;  // bytes of a value
 constexpr int kLinesToJudge = 200;
 constexpr std::string_view kBlanks = " \t";
@@ -135,6 +134,21 @@ bool isEmpty(const TablePreview& preview, std::size_t column) {
     return !preview.lines.empty() && std::ranges::all_of(preview.lines, isEmptyOn);
 }
 
+std::vector<TableRole> rolesByName(const TablePreview& preview) {
+    std::vector<TableRole> roles(preview.columns, TableRole::kNothing);
+    for (std::size_t i = 0; i < preview.header.size(); ++i) {
+        TableRole role = isEmpty(preview, i) ? TableRole::kNothing : roleByName(preview.header[i]);
+        if (role == TableRole::kEM1 && has(roles, role)) role = TableRole::kEM2;
+        if (!has(roles, role)) roles[i] = role;
+    }
+    return roles;
+}
+
+bool isPosition(TableRole role) {
+    return role == TableRole::kX || role == TableRole::kY || role == TableRole::kLongitude ||
+           role == TableRole::kLatitude;
+}
+
 }  // namespace
 
 std::string_view nameOf(TableRole role) {
@@ -209,15 +223,17 @@ TablePreview previewTable(std::string_view text, bool cutOff, const TableShape& 
 }
 
 std::vector<TableRole> guessRoles(const TablePreview& preview) {
-    std::vector<TableRole> roles(preview.columns, TableRole::kNothing);
-    for (std::size_t i = 0; i < preview.header.size(); ++i) {
-        TableRole role = isEmpty(preview, i) ? TableRole::kNothing : roleByName(preview.header[i]);
-        if (role == TableRole::kEM1 && has(roles, role)) role = TableRole::kEM2;
-        if (!has(roles, role)) roles[i] = role;
-    }
+    std::vector<TableRole> roles = rolesByName(preview);
     if (has(roles, TableRole::kX) && has(roles, TableRole::kY))
         for (TableRole& role : roles)
             if (role == TableRole::kLongitude || role == TableRole::kLatitude) role = TableRole::kNothing;
+    return roles;
+}
+
+std::vector<TableRole> guessRolesBesidePosition(const TablePreview& preview) {
+    std::vector<TableRole> roles = rolesByName(preview);
+    if (roles.size() < 2 || !isPosition(roles[0]) || !isPosition(roles[1])) return guessRoles(preview);
+    std::replace_if(roles.begin() + 2, roles.end(), isPosition, TableRole::kNothing);
     return roles;
 }
 

@@ -51,7 +51,10 @@ bool readField(std::string_view field, char decimalSign, bool letters, double& n
 /// said by guessRoles' columns (looksLikeMinutes).
 TableShape recogniseTable(std::string_view text, bool cutOff);
 
-/// The first lines of a table, and its first 200 columns, among which roles are given.
+/// So many columns of a table are shown, and can be given a role.
+inline constexpr std::size_t kPreviewColumns = 200;
+
+/// The first lines of a table, and its first columns.
 struct TablePreview {
     std::vector<std::string> header;              ///< empty where no line is skipped
     std::vector<std::vector<std::string>> lines;  ///< 20 at most
@@ -63,6 +66,8 @@ TablePreview previewTable(std::string_view text, bool cutOff, const TableShape& 
 /// empty on all of the first lines. No role but kNothing comes twice, and where there are X and Y there are
 /// no longitude and latitude.
 std::vector<TableRole> guessRoles(const TablePreview& preview);
+/// The same where the first two columns are positions by themselves: if they hold any, no others are taken.
+std::vector<TableRole> guessRolesBesidePosition(const TablePreview& preview);
 
 /// Whether a longitude above 180 or a latitude above 90 stands in the columns of these roles: degrees and
 /// minutes.

@@ -101,7 +101,10 @@ void SurveyFiles::save(const std::string& path) {
 }
 
 bool SurveyFiles::isSurveyFile(const std::string& path) {
-    return geoPackageLayers().layersIn(path).has_value();
+    const std::string extension = std::filesystem::path(path).extension().string();
+    return fromPath(extension).compare(u'.' + QString::fromLatin1(kSurveyFileSuffix), Qt::CaseInsensitive) ==
+               0 ||
+           geoPackageLayers().layersIn(path).has_value();
 }
 
 // What of another program's file can be read is imported, which the user can take back.

@@ -5,6 +5,7 @@
 #include "app/site_runs.h"
 #include "base/numbers.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace tessel {
@@ -19,12 +20,17 @@ const char* measureInWords(int mode) {
     return mode == 2 ? "along X" : mode == 3 ? "along Y" : "true distance";
 }
 
+bool hasDegrees(const ImportSummary& summary) {
+    return std::ranges::find(summary.fields, "longitude", &FieldPlace::name) != summary.fields.end();
+}
+
 RecordedValues parametersOf(const Survey& parameters, const ImportSummary& summary) {
     RecordedValues values = {{"smallest accepted reading (mS/m)", shortestText(summary.cutoff)}};
     if (summary.isTable) {
         values.emplace_back("decimal commas", inWords(summary.decimalCommasRead));
         if (parameters.PositionsCRS != 0)
-            values.emplace_back("degrees converted to", "EPSG:" + std::to_string(parameters.PositionsCRS));
+            values.emplace_back(hasDegrees(summary) ? "degrees converted to" : "positions in",
+                                "EPSG:" + std::to_string(parameters.PositionsCRS));
     } else if (!summary.fixedColumns) {
         values.emplace_back("semicolons and decimal commas", inWords(summary.decimalCommasRead));
         return values;

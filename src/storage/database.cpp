@@ -62,7 +62,8 @@ std::int64_t Database::number(const std::string& query) {
 }
 
 bool Database::hasTable(const std::string& name) {
-    Statement statement(*this, "SELECT count(*) FROM sqlite_schema WHERE type = 'table' AND name = ?");
+    Statement statement(
+        *this, "SELECT count(*) FROM sqlite_schema WHERE type = 'table' AND name = ? AND rootpage > 0");
     return statement.bind(0, std::string_view(name)).next() && statement.number(0) == 1;
 }
 
@@ -127,8 +128,21 @@ double Statement::real(int column) const {
 }
 
 Statement::Kind Statement::kind(int column) const {
-    const int type = sqlite3_column_type(statement_.get(), column);
-    return type == SQLITE_INTEGER ? Kind::kWhole : type == SQLITE_FLOAT ? Kind::kReal : Kind::kOther;
+    switch (sqlite3_column_type(statement_.get(), column)) {
+        case SQLITE_INTEGER:
+            return Kind::kWhole;
+        case SQLITE_FLOAT:
+            return Kind::kReal;
+        case SQLITE_TEXT:
+            return Kind::kText;
+        default:
+            return Kind::kOther;
+    }
+}
+
+std::string_view Statement::text(int column) const {
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
+    return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column))};
 }
 
 std::string_view Statement::bytes(int column) const {

@@ -26,7 +26,7 @@ class Database {
     void run(const std::string& statements);
     /// The only value of a query, 0 where it has none.
     std::int64_t number(const std::string& query);
-    /// Whether there is a table of this name, and no view in its place.
+    /// Whether there is a table of this name, and no view in its place or what a module makes.
     bool hasTable(const std::string& name);
 
   private:
@@ -60,9 +60,10 @@ class Statement {
     bool next();
     std::int64_t number(int column) const;
     double real(int column) const;
-    enum class Kind { kWhole, kReal, kOther };
+    enum class Kind { kWhole, kReal, kText, kOther };
     Kind kind(int column) const;
-    /// Valid until next().
+    // Valid until next().
+    std::string_view text(int column) const;  ///< UTF-8, however the database keeps it
     std::string_view bytes(int column) const;
 
   private:

@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "base/run_time_error.h"
 #include "geodesy/coordinate_systems.h"
+#include "import/table_shape.h"
 #include "storage/byte_stream.h"
 #include "storage/geopackage.h"
 #include "storage/opened_file.h"
@@ -12,6 +13,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
+#include <utility>
 
 namespace tessel {
 
@@ -41,11 +44,19 @@ std::string onOneLine(std::string_view text) {
     return line;
 }
 
-bool holdsNumbers(std::string type) {
-    std::ranges::transform(type, type.begin(),
-                           [](char c) { return c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c; });
-    return std::ranges::any_of(std::array{"INT", "DOUBLE", "FLOAT", "REAL", "NUM", "DEC"},
-                               [&](std::string_view word) { return type.find(word) != type.npos; });
+std::string upperCase(std::string_view text) {
+    std::string upper(text);
+    std::ranges::transform(text, upper.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
+    return upper;
+}
+
+// By the type with which a column is declared. Texts may be numbers.
+bool holdsValues(const std::string& type) {
+    return std::ranges::none_of(
+        std::array{"BLOB", "GEOMETRY", "POINT", "LINESTRING", "CURVE", "POLYGON", "SURFACE"},
+        [&](std::string_view word) { return type.find(word) != type.npos; });
 }
 
 std::vector<FoundLayer> findLayers(Database& database) {
@@ -58,42 +69,58 @@ std::vector<FoundLayer> findLayers(Database& database) {
                    "gpkg_spatial_ref_sys s ON s.srs_id = g.srs_id WHERE upper(geometry_type_name) IN "
                    "('POINT', 'MULTIPOINT', 'GEOMETRY') ORDER BY g.rowid");
     while (rows.next())
-        layers.push_back({std::string(rows.bytes(0)), std::string(rows.bytes(1)), std::string(rows.bytes(2)),
+        layers.push_back({std::string(rows.text(0)), std::string(rows.text(1)), std::string(rows.text(2)),
                           rows.number(3), rows.number(4)});
     std::erase_if(layers, [&](const FoundLayer& layer) { return !database.hasTable(layer.table); });
     return layers;
 }
 
-// The columns of numbers, and the one by which a point is known.
+// The columns that may hold numbers, and the one by which a point is known.
 struct Columns {
-    std::vector<std::string> numbers;
+    std::vector<std::string> values;
     std::string key = "rowid";
 };
 
+// No more than can be given a role. What a table calculates is no column of it here, so that nothing in a
+// file is carried out.
 Columns columnsOf(Database& database, const FoundLayer& layer) {
+    constexpr std::size_t kMost = kPreviewColumns - 2;
     Columns columns;
     Statement rows(database, "PRAGMA table_info(" + quotedName(layer.table) + ")");
     while (rows.next()) {
-        const std::string name(rows.bytes(1));
-        if (rows.number(5) == 1)
+        const std::string name(rows.text(1)), type = upperCase(rows.text(2));
+        if (rows.number(5) == 1 && type == "INTEGER")
             columns.key = quotedName(name);
-        else if (name != layer.geometry && holdsNumbers(std::string(rows.bytes(2))))
-            columns.numbers.push_back(name);
+        else if (columns.values.size() < kMost && holdsValues(type) &&
+                 upperCase(name) != upperCase(layer.geometry))
+            columns.values.push_back(name);
     }
     return columns;
 }
 
-bool isInDegrees(const FoundLayer& layer) {
-    return layer.srs == 0 || layer.definition.starts_with("GEOG") || layer.definition.starts_with("GEOD");
+// Without a number in the standard they are degrees, taken for the usual ones.
+HorizontalSystem systemOf(const FoundLayer& layer) {
+    if (layer.srs == 0) return {SystemKind::kOther, kWgs84};
+    return horizontalSystem(std::in_range<int>(layer.epsg) ? static_cast<int>(layer.epsg) : 0,
+                            layer.definition);
+}
+
+// Why the positions can be neither taken as they are nor converted; empty if they can.
+std::string whyNotReadable(const HorizontalSystem& system) {
+    if (system.kind == SystemKind::kNone) return "its coordinate system is none of a map";
+    if (system.kind == SystemKind::kOther && system.number == 0)
+        return "its coordinate system is not in metres and has no EPSG number: convert it into another one "
+               "first";
+    return {};
 }
 
 PointLayer describe(Database& database, const FoundLayer& layer) {
-    PointLayer described{layer.table, isInDegrees(layer) ? "longitude\tlatitude" : "X\tY", 0};
-    for (const std::string& name : columnsOf(database, layer).numbers)
+    const HorizontalSystem system = systemOf(layer);
+    const bool isConverted = system.kind == SystemKind::kOther;
+    PointLayer described{layer.table, isConverted ? "longitude\tlatitude" : "X\tY", 0};
+    for (const std::string& name : columnsOf(database, layer).values)
         described.header += '\t' + onOneLine(name);
-    const bool isNumber = layer.epsg > 0 && layer.epsg < 1'000'000'000;
-    if (isNumber && whyNotInMetres(static_cast<int>(layer.epsg)).empty())
-        described.system = static_cast<int>(layer.epsg);
+    if (system.kind == SystemKind::kMetres) described.system = system.number;
     return described;
 }
 
@@ -122,17 +149,34 @@ class GeoPackageLines final : public LayerLines {
         const auto layer = std::ranges::find(layers, name, &FoundLayer::table);
         if (layer == layers.end())
             throw RunTimeError::file(path, "cannot be read", "it has no layer " + name);
+        setWay(path, *layer);
         const Columns columns = columnsOf(database_, *layer);
         std::string query = "SELECT " + columns.key + ", " + quotedName(layer->geometry);
-        for (const std::string& column : columns.numbers)
+        for (const std::string& column : columns.values)
             query += ", " + quotedName(column);
-        columns_ = static_cast<int>(columns.numbers.size()) + 2;
+        columns_ = static_cast<int>(columns.values.size()) + 2;
         return query + " FROM " + quotedName(layer->table) + " ORDER BY 1";
+    }
+
+    void setWay(const std::string& path, const FoundLayer& layer) {
+        const HorizontalSystem system = systemOf(layer);
+        if (const std::string why = whyNotReadable(system); !why.empty())
+            throw RunTimeError::file(path, "cannot be read", "layer " + layer.table + ": " + why);
+        if (system.kind == SystemKind::kOther && system.number != kWgs84) way_.emplace(system.number);
+    }
+
+    // What cannot be converted stays as it is.
+    std::optional<std::pair<double, double>> position() const {
+        const auto point = pointIn(rows_.bytes(1));
+        if (!point || !way_) return point;
+        auto [x, y] = *point;
+        way_->toDegrees(&x, &y, 1);
+        return std::isfinite(x) && std::isfinite(y) ? std::pair(x, y) : point;
     }
 
     // Nothing between the tabs where a point has none.
     void addPosition() {
-        if (const auto point = pointIn(rows_.bytes(1))) {
+        if (const auto point = position()) {
             addNumber(point->first);
             line_ += '\t';
             addNumber(point->second);
@@ -148,8 +192,11 @@ class GeoPackageLines final : public LayerLines {
                 return addNumber(rows_.real(column));
             case Statement::Kind::kWhole:
                 return addNumber(rows_.number(column));
+            case Statement::Kind::kText:
+                line_ += onOneLine(rows_.text(column));
+                return;
             case Statement::Kind::kOther:
-                line_ += onOneLine(rows_.bytes(column));
+                return;
         }
     }
 
@@ -161,6 +208,7 @@ class GeoPackageLines final : public LayerLines {
     OpenedFile file_;
     Database database_;
     int columns_ = 0;
+    std::optional<Transformation> way_;  // to degrees of WGS 84; none where there is nothing to convert
     Statement rows_;
     std::string line_;
 };

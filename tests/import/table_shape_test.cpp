@@ -115,6 +115,17 @@ TEST(TableRoles, AreGuessedFromTheWordsOfTheHeader) {
     EXPECT_EQ(rolesOf({}), Roles());
 }
 
+TEST(TableRoles, OfAPointsOwnPositionComeBeforeThoseOfItsColumns) {
+    const auto rolesOf = [](const char* text) {
+        return guessRolesBesidePosition(previewTable(text, false, {',', '.', 1, false}));
+    };
+    EXPECT_EQ(rolesOf("longitude,latitude,x,y,em1\n1,2,3,4,5\n"),
+              (Roles{kLongitude, kLatitude, kNothing, kNothing, kEM1}));
+    EXPECT_EQ(rolesOf("X,Y,lat,lon,em1\n1,2,3,4,5\n"), (Roles{kX, kY, kNothing, kNothing, kEM1}));
+    EXPECT_EQ(rolesOf("longitude,latitude,x,y,em1\n,,3,4,5\n"), (Roles{kNothing, kNothing, kX, kY, kEM1}));
+    EXPECT_EQ(rolesOf("X\n1\n"), Roles{kX});
+}
+
 TEST(TableRoles, AreNotGuessedForColumnsThatAreEmpty) {
     const TablePreview preview =
         previewTable("x,y,site,em1,em2,row\n1,2,,3,\" \",1\n1,3,,4,,2\n1,4\n", false, {',', '.', 1, false});

@@ -7,6 +7,7 @@
 #include "storage/database.h"
 #include "storage/survey_file.h"
 #include "support/RunningProgram.h"
+#include "support/made_layers.h"
 #include "support/made_survey.h"
 
 namespace tessel {
@@ -32,9 +33,10 @@ class ArrivingPoints : public testing::Test, protected RunningProgram {
             .run("DROP TABLE survey; DROP TABLE survey_state;" + statements);
         ::close(file);
     }
-    void drop() {
+    void drop() { drop(path()); }
+    void drop(const std::string& file) {
         QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(fromPath(path()))});
+        data.setUrls({QUrl::fromLocalFile(fromPath(file))});
         QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
         QCoreApplication::sendEvent(main.get(), &enter);
         QDropEvent dropped(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
@@ -96,8 +98,8 @@ TEST_F(ArrivingPoints, OfSeveralLayersAreThoseThatTheUserChooses) {
     EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 7);
     layers.setFocus();
     QTest::keyClick(&layers, Qt::Key_Down);
-    EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 9);
-    EXPECT_EQ(head(asking, 8), u"depth\n-"_s);
+    EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 10);
+    EXPECT_EQ(head(asking, 9), u"depth\n-"_s);
     clickOn(asking, u"cmdCancel"_s);
 }
 
@@ -111,6 +113,52 @@ TEST_F(ArrivingPoints, AreAskedForAsTextAgainWhenTheFileIsOne) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return separator->isVisible(); }));
     EXPECT_FALSE(asking.findChild<QWidget*>(u"cmbLayer"_s)->isVisible());
     clickOn(asking, u"cmdCancel"_s);
+}
+
+TEST_F(ArrivingPoints, InDegreesAreWhereTheyAreAndNeverInMinutes) {
+    makeGeoPackage(
+        path(),
+        layerOf("a", "x REAL, y REAL, em1 REAL", 4326) + featureIn("a", pointAt(-220.5, 5224.5), "1, 2, 3"),
+        4326);
+    drop();
+    QWidget& asking = window();
+    EXPECT_EQ(head(asking, 0), u"longitude\nlongitude"_s);
+    EXPECT_EQ(head(asking, 2), u"x\n-"_s);
+    EXPECT_FALSE(controlAs<QCheckBox>(asking, u"chkMinutes"_s).isChecked());
+    clickOn(asking, u"cmdCancel"_s);
+}
+
+TEST_F(ArrivingPoints, ThatCannotBeReadLeaveTheOtherLayersOfTheirFile) {
+    makeGeoPackage(path(),
+                   layerOf("a", "em1 REAL", 4978) + featureIn("a", pointAt(1, 2), "3") +
+                       layerOf("b", "em1 REAL") + featureIn("b", pointAt(1, 2), "3"),
+                   4978);
+    drop();
+    QWidget& asking = shownWindow(u"frmTable"_s);
+    auto& layers = *asking.findChild<QComboBox*>(u"cmbLayer"_s);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return layers.isVisible(); }));
+    EXPECT_EQ(layers.count(), 2);
+    auto& notice = controlAs<QLabel>(asking, u"lblNotice"_s);
+    const QString refusal =
+        fromPath(path()) + u" cannot be read: layer a: its coordinate system is none of a map"_s;
+    EXPECT_EQ(notice.text(), refusal);
+    layers.setFocus();
+    QTest::keyClick(&layers, Qt::Key_Down);
+    EXPECT_EQ(notice.text(), QString());
+    EXPECT_TRUE(asking.findChild<QWidget*>(u"cmdImport"_s)->isEnabled());
+    QTest::keyClick(&layers, Qt::Key_Up);
+    EXPECT_EQ(notice.text(), refusal);
+    EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 0);
+    clickOn(asking, u"cmdCancel"_s);
+}
+
+TEST_F(ArrivingPoints, InAFileThatIsNoDatabaseAreTold) {
+    for (const char* const name : {"field.gpkg", "upper case.GPKG"}) {
+        writeFile(folder / name, "1,2,3\n");
+        boxes.tell(fromPath(folder / name) + u" cannot be opened: it is no database"_s);
+        drop(folder / name);
+        EXPECT_EQ(boxes.pending(), 0);
+    }
 }
 
 TEST_F(ArrivingPoints, ThatThereAreNotIsSaid) {

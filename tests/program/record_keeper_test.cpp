@@ -97,6 +97,22 @@ TEST_F(RecordOfASurvey, TellsHowItWasImported) {
     EXPECT_EQ(record.rows, 4);
 }
 
+TEST_F(RecordOfASurvey, TellsPositionsThatWereInMetresFromThoseThatBecameThem) {
+    const auto told = [this](const std::string& column) {
+        Survey survey = fourRows();
+        survey.PositionsCRS = 32630;
+        ImportSummary table = summary();
+        table.isTable = true;
+        table.fixedColumns = false;
+        table.fields = {{column, 1, 0}};
+        journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, survey);
+        keeper.noteImport(journal, table);
+        return keeper.record(journal).import->parameters.at(2);
+    };
+    EXPECT_EQ(told("longitude"), (RecordedValues::value_type{"degrees converted to", "EPSG:32630"}));
+    EXPECT_EQ(told("X"), (RecordedValues::value_type{"positions in", "EPSG:32630"}));
+}
+
 TEST_F(RecordOfASurvey, TellsOfADelimitedFileWhatWasAskedForIt) {
     journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, fourRows());
     ImportSummary delimited = summary();

@@ -16,13 +16,14 @@ namespace {
 class PointLayers : public testing::Test {
   protected:
     // As a GIS makes one of a table.
-    void make(const std::string& csv, const std::string& system) const {
+    void make(const std::string& csv, const std::string& system, const std::string& types = "YES") const {
         writeFile(folder / "points.csv", csv);
         std::filesystem::remove(path());
         const std::string command = "ogr2ogr -f GPKG " + path() + " " + (folder / "points.csv") + " -a_srs " +
                                     system +
-                                    " -oo X_POSSIBLE_NAMES=e -oo Y_POSSIBLE_NAMES=n -oo AUTODETECT_TYPE=YES "
-                                    "-oo KEEP_GEOM_COLUMNS=NO -lco SPATIAL_INDEX=NO";
+                                    " -oo X_POSSIBLE_NAMES=e -oo Y_POSSIBLE_NAMES=n -oo KEEP_GEOM_COLUMNS=NO "
+                                    "-lco SPATIAL_INDEX=NO -oo AUTODETECT_TYPE=" +
+                                    types;
         EXPECT_EQ(::system(command.c_str()), 0);
     }
     // As any program does.
@@ -83,12 +84,12 @@ TEST_F(PointLayers, AreReadWithTheirNumbersToTheBit) {
     make("e,n,em1,count,note\n500000.1,4000000.3,0.1,7,a\n500001,4000000,-1e-17,,b\n", "EPSG:32630");
     ASSERT_EQ(layers().size(), 1U);
     EXPECT_EQ(layers()[0].name, "points");
-    EXPECT_EQ(layers()[0].header, "X\tY\tem1\tcount");
+    EXPECT_EQ(layers()[0].header, "X\tY\tem1\tcount\tnote");
     EXPECT_EQ(layers()[0].system, 32630);
-    EXPECT_EQ(lines(),
-              (std::vector<std::string>{"1: 500000.1\t4000000.3\t0.1\t7", "2: 500001\t4e+06\t-1e-17\t"}));
+    EXPECT_EQ(lines(), (std::vector<std::string>{"1: 500000.1\t4000000.3\t0.1\t7\ta",
+                                                 "2: 500001\t4e+06\t-1e-17\t\tb"}));
     EXPECT_EQ(beginningOf(geoPackageLayers(), path(), layers()[0]),
-              "X\tY\tem1\tcount\n500000.1\t4000000.3\t0.1\t7\n500001\t4e+06\t-1e-17\t\n");
+              "X\tY\tem1\tcount\tnote\n500000.1\t4000000.3\t0.1\t7\ta\n500001\t4e+06\t-1e-17\t\tb\n");
 }
 
 TEST_F(PointLayers, InDegreesSayThatTheyAre) {
@@ -97,10 +98,10 @@ TEST_F(PointLayers, InDegreesSayThatTheyAre) {
     EXPECT_EQ(layers().at(0).system, 0);
 }
 
-TEST_F(PointLayers, InFeetAreInNoSystemOfMetres) {
-    make("e,n,em1\n1,2,3\n", "EPSG:2229");
+TEST_F(PointLayers, HaveColumnsOfTextsThatMayBeNumbers) {
+    make("e,n,em1\n500000,4000000,20.5\n", "EPSG:32630", "NO");
     EXPECT_EQ(layers().at(0).header, "X\tY\tem1");
-    EXPECT_EQ(layers().at(0).system, 0);
+    EXPECT_EQ(sitesIn(import().survey), (std::vector<MadeSite>{{500000, 4e6, 20.5, 0, 1}}));
 }
 
 TEST_F(PointLayers, AreOnlyThoseOfPointsInTables) {
