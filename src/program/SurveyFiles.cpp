@@ -28,6 +28,19 @@ QString nameOf(const std::string& path) {
     return legible(fromPath(std::filesystem::path(path).filename().string()));
 }
 
+std::string absolutePath(const std::string& path) {
+    return std::filesystem::absolute(path).lexically_normal().string();
+}
+
+// Nothing for a file that went away as soon as it was there.
+std::optional<FileState> stateOf(const std::string& path) {
+    try {
+        return stateOfInputFile(path);
+    } catch (const RunTimeError&) {
+        return std::nullopt;
+    }
+}
+
 // Another version counts menu items otherwise.
 void countMenusAsToday(Journal& journal, const std::vector<std::string>& names) {
     if (names.empty()) return;
@@ -57,7 +70,10 @@ SurveyFiles::SurveyFiles(frmMain& main, ProcessingRecords& records, const std::s
       left_(findLeftWork(stateFolder)) {
     theJournal().watch(
         [this](JournalEvent event) { keeper_.follow(event, theJournal(), records_.records()); });
-    connect(&records_, &ProcessingRecords::noted, this, [this] { keeper_.follow(records_.records()); });
+    connect(&records_, &ProcessingRecords::noted, this, [this] {
+        keeper_.follow(records_.records());
+        followJournal();
+    });
     connect(&main_, &frmMain::left, this, [this] { keeper_.discard(); });
     connect(main_.cmdReopen, &QPushButton::clicked, this, guarded(&main_, [this] { reopenLeftWork(); }));
     connect(main_.cmdDiscard, &QPushButton::clicked, this, guarded(&main_, [this] { discardLeftWork(); }));
@@ -93,10 +109,11 @@ bool SurveyFiles::fileIsAsWeKnowIt() const {
     }
 }
 
-void SurveyFiles::save(const std::string& path) {
+void SurveyFiles::save(const std::string& chosen) {
     const Hourglass hourglass(&main_);
+    const std::string path = absolutePath(chosen);
     saveSurvey(path, theJournal(), records_.completeRecords());
-    noteFile(path);
+    noteFile(path, stateOf(path));
     main_.showMessage(u"Survey saved to "_s + nameOf(path));
 }
 
@@ -116,8 +133,10 @@ void SurveyFiles::open(const std::string& path) {
     }
     if (!mayReplaceSurvey()) return;
     const Hourglass hourglass(&main_);
-    adopt(openSurvey(path));
-    noteFile(path);
+    const std::string absolute = absolutePath(path);
+    std::optional<FileState> known;
+    adopt(openSurvey(absolute, &known));
+    noteFile(absolute, known);
     Q_EMIT opened();
     main_.showMessage(u"Survey opened from "_s + nameOf(path));
 }
@@ -135,9 +154,9 @@ bool SurveyFiles::mayReplaceSurvey() {
                             u"Are you sure that you wish to open another one?"_s);
 }
 
-void SurveyFiles::noteFile(const std::string& path) {
-    path_ = std::filesystem::absolute(path).lexically_normal().string();
-    state_ = stateOfInputFile(path_);
+void SurveyFiles::noteFile(const std::string& path, const std::optional<FileState>& state) {
+    path_ = path;
+    state_ = state;
     saved_ = placeNow();
     keeper_.discard();
     followJournal();
@@ -178,10 +197,11 @@ void SurveyFiles::discardLeftWork() {
     offerLeftWork();
 }
 
-SurveyFiles::Place SurveyFiles::placeNow() {
+SurveyFiles::Place SurveyFiles::placeNow() const {
     const Journal& journal = theJournal();
-    if (journal.position() == 0) return {journal.actsInForce(), {}};
-    return {journal.actsInForce(), journal.act(journal.position() - 1).time};
+    const std::size_t exports = records_.records().exports.size();
+    if (journal.position() == 0) return {journal.actsInForce(), {}, exports};
+    return {journal.actsInForce(), journal.act(journal.position() - 1).time, exports};
 }
 
 void SurveyFiles::followJournal() {

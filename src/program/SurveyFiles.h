@@ -56,14 +56,15 @@ class SurveyFiles : public QObject {
     struct Place {
         std::size_t acts = 0;
         std::chrono::system_clock::time_point lastAct;
+        std::size_t exports = 0;  ///< and tables, which are known to the record
         bool operator==(const Place&) const = default;
     };
-    static Place placeNow();
+    Place placeNow() const;
     bool isSaved() const { return placeNow() == saved_; }
     bool mayReplaceSurvey();
     bool fileIsAsWeKnowIt() const;
-    void save(const std::string& path);
-    void noteFile(const std::string& path);
+    void save(const std::string& chosen);
+    void noteFile(const std::string& path, const std::optional<FileState>& state);
     void adopt(SavedWork work);
     void tellOfRecovery(const std::string& problem);
     void offerLeftWork();
@@ -72,8 +73,8 @@ class SurveyFiles : public QObject {
 
     frmMain& main_;
     ProcessingRecords& records_;
-    std::string path_;  // of the file that was saved or opened last; empty for none
-    std::optional<FileState> state_;
+    std::string path_;                // of the file that was saved or opened last; empty for none
+    std::optional<FileState> state_;  // nothing where another program has written to it
     Place saved_;
     RecoveryKeeper keeper_;
     QString recoveryProblem_;

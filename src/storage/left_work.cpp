@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace recovery_format;
 
-// Reads from a place of a file on. What cannot be read is like what is not there.
+// Reads from a place of a file on, and tells its end from what cannot be read.
 class Bytes {
   public:
     explicit Bytes(int file, off_t at = 0) : file_(file), at_(at) {}
@@ -31,6 +31,7 @@ class Bytes {
         for (std::size_t got = 0; got < count;) {
             const ssize_t part = uninterrupted(
                 [&] { return ::pread(file_, to + got, count - got, at_ + static_cast<off_t>(got)); });
+            if (part == 0) hasEnded_ = true;
             if (part <= 0) return false;
             got += static_cast<std::size_t>(part);
         }
@@ -38,10 +39,12 @@ class Bytes {
         return true;
     }
     off_t place() const { return at_; }
+    bool hasEnded() const { return hasEnded_; }
 
   private:
     int file_;
     off_t at_;
+    bool hasEnded_ = false;
 };
 
 struct Frame {
@@ -98,13 +101,6 @@ void takeRecord(int file, const Record& record, SavedWork& work) {
     readRecord(record.kind, in, work);
 }
 
-bool isStillNamed(int file, const std::string& path) {
-    struct stat open {};
-    struct stat named {};
-    return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && open.st_ino == named.st_ino &&
-           open.st_dev == named.st_dev && S_ISREG(open.st_mode);
-}
-
 // Opened and locked, unless a living program holds it; -1 then.
 int take(const std::string& path) {
     const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
@@ -116,10 +112,16 @@ int take(const std::string& path) {
     return -1;
 }
 
-bool holdsWork(int file) {
+enum class LeftFile {
+    kWork,   ///< or work that is damaged, of which the user is told when it is to be reopened
+    kTorn,   ///< its program was ended before there was anything whole in it
+    kOthers  ///< of another version, or not to be read now
+};
+
+LeftFile look(int file) {
     Bytes bytes(file);
-    const auto first = hasSignature(bytes) ? nextRecord(bytes) : std::nullopt;
-    return first && first->kind == kWork;
+    if (!hasSignature(bytes)) return bytes.hasEnded() ? LeftFile::kTorn : LeftFile::kOthers;
+    return nextRecord(bytes) || !bytes.hasEnded() ? LeftFile::kWork : LeftFile::kTorn;
 }
 
 std::vector<std::string> pathsIn(const std::string& folder) {
@@ -176,7 +178,9 @@ std::deque<LeftWork> findLeftWork(const std::string& folder) {
         const int file = take(path);
         if (file < 0) continue;
         LeftWork work(path, file);
-        holdsWork(file) ? left.push_back(std::move(work)) : work.remove();
+        const LeftFile found = look(file);
+        if (found == LeftFile::kWork) left.push_back(std::move(work));
+        if (found == LeftFile::kTorn) work.remove();
     }
     return left;
 }

@@ -21,14 +21,21 @@ namespace {
 namespace fs = std::filesystem;
 using namespace recovery_format;
 
+// Locked, where the file system knows locks, before a program that starts took it for one left behind.
+bool isOurs(int file, const std::string& path) {
+    const int locked = uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); });
+    return (locked == 0 || errno != EWOULDBLOCK) && isStillNamed(file, path);
+}
+
 // A new file of this process, locked; -1, and the reason in errno, where the folder cannot take it.
 int makeFile(const std::string& folder, std::string& path) {
     for (int number = 0;; ++number) {
         path = folder + "/" + kNameBegins + std::to_string(::getpid()) + "-" + std::to_string(number);
         const int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
         const int file = uninterrupted([&] { return ::open(path.c_str(), flags, 0600); });
-        if (file >= 0) static_cast<void>(uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); }));
-        if (file >= 0 || errno != EEXIST) return file;
+        if (file < 0 && errno == EEXIST) continue;
+        if (file < 0 || isOurs(file, path)) return file;
+        ::close(file);
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <sys/stat.h>
 
 namespace tessel::recovery_format {
 
@@ -151,6 +152,13 @@ void readRecord(std::uint8_t kind, ByteReader& in, SavedWork& work) {
             throw DamagedBytes("there is no such record");
     }
     in.finish();
+}
+
+bool isStillNamed(int file, const std::string& path) {
+    struct stat open {};
+    struct stat named {};
+    return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && open.st_ino == named.st_ino &&
+           open.st_dev == named.st_dev && S_ISREG(open.st_mode);
 }
 
 }  // namespace tessel::recovery_format

@@ -46,4 +46,8 @@ void writeNotes(ByteWriter& out, const Journal& journal);
 /// counts.
 void readRecord(std::uint8_t kind, ByteReader& in, SavedWork& work);
 
+/// Whether the file that is open has this name still: a program that starts takes away what it finds
+/// unlocked.
+bool isStillNamed(int file, const std::string& path);
+
 }  // namespace tessel::recovery_format

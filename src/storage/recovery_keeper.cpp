@@ -44,7 +44,7 @@ void RecoveryKeeper::begin(const Journal& journal, const SavedRecords& records) 
 }
 
 void RecoveryKeeper::discard() noexcept {
-    isBehind_ = false;
+    attempt([] {});
     if (!file_) return;
     file_->remove();
     file_.reset();

@@ -9,15 +9,18 @@
 #include "storage/survey_layers.h"
 #include "storage/work_stream.h"
 
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tessel {
 
 namespace {
 
 constexpr const char* kCannotBeOpened = "cannot be opened as a survey";
+constexpr const char* kCannotBeWritten = "cannot be written";
 
 // All of the work, in pieces, each with its checksum.
 void writeState(Database& database, const Journal& journal, const SavedRecords& records,
@@ -56,6 +59,32 @@ void writeDatabase(int file, const std::string& path, const Journal& journal, co
     writeFacts(database, journal, records, reference, now);
     writeState(database, journal, records, now);
     database.run("COMMIT");
+}
+
+// What stands beside a database belongs to it: the file alone may be half changed, and would be again,
+// whatever took its place. It lies where the file itself lies, whatever links lead there.
+void requireNothingBeside(const std::string& path, const char* what) {
+    std::error_code error;
+    const std::string real = std::filesystem::canonical(path, error).string();
+    for (const char* const suffix : {"-wal", "-journal"}) {
+        const std::string beside = (error ? path : real) + suffix;
+        std::error_code none;
+        const auto size = std::filesystem::file_size(beside, none);
+        if (!none && size > 0)
+            throw RunTimeError::file(
+                path, what,
+                "another program has it open, or has not finished it (" + beside + "); close it there first");
+    }
+}
+
+// Where an SQLite database counts the times that it was changed.
+constexpr std::size_t kChangeCounter = 24;
+
+// What is saved here has been written at once; whoever writes to it later counts one more.
+bool isAsSaved(int file) {
+    std::array<unsigned char, 4> counter{};
+    return ::pread(file, counter.data(), counter.size(), kChangeCounter) == ssize_t{counter.size()} &&
+           counter == std::array<unsigned char, 4>{0, 0, 0, 1};
 }
 
 [[noreturn]] void refuse(const std::string& path, const std::string& why) {
@@ -100,24 +129,20 @@ void requireOurs(Database& database, const std::string& path) {
 }  // namespace
 
 void saveSurvey(const std::string& path, const Journal& journal, const SavedRecords& records) {
+    requireNothingBeside(path, kCannotBeWritten);
     FileReplacement file(path);
     writeDatabase(file.descriptor(), path, journal, records);
+    requireNothingBeside(path, kCannotBeWritten);
     file.commit();
 }
 
-// What stands beside a database belongs to it: without it the file alone may be half changed.
 void requireFinished(const std::string& path) {
-    for (const char* const suffix : {"-wal", "-journal"}) {
-        std::error_code error;
-        const auto size = std::filesystem::file_size(path + suffix, error);
-        if (!error && size > 0)
-            refuse(path, "another program has it open, or has not finished it (" + path + suffix +
-                             "); close it there first");
-    }
+    requireNothingBeside(path, kCannotBeOpened);
 }
 
-SavedWork openSurvey(const std::string& path) {
+SavedWork openSurvey(const std::string& path, std::optional<FileState>* known) {
     const OpenedFile file(path);
+    if (known != nullptr) *known = isAsSaved(file.descriptor()) ? std::optional(file.state()) : std::nullopt;
     requireFinished(path);
     try {
         Database database(file.descriptor(), path, Database::Use::kRead);

@@ -102,7 +102,6 @@ class FactWriter {
     }
     void number(const std::string& name, std::int64_t value) { text(name, std::to_string(value)); }
     void number(const std::string& name, double value) { text(name, shortestText(value)); }
-    void yesOrNo(const std::string& name, bool value) { text(name, value ? "true" : "false"); }
 
   private:
     Statement insert_;
@@ -116,12 +115,10 @@ void writeSource(FactWriter& facts, const RecordedFile& file) {
     if (!file.note.empty()) facts.text("source_file_note", file.note);
 }
 
-void writeParameters(FactWriter& facts, const SurveyParameters& parameters) {
-    facts.number("smallest_accepted_reading_mS_per_m", parameters.EMCutoff);
-    facts.number("distance_above_which_a_row_begins_m", parameters.MinDistance);
-    facts.number("distance_measure", std::int64_t{parameters.DistanceMode});
-    facts.yesOrNo("readings_negated", parameters.NegateEM);
-    facts.yesOrNo("readings_divided_by_10", parameters.DivideEMBy10);
+// In the words of the processing record.
+void writeParameters(FactWriter& facts, const RecordedImport& import) {
+    for (const auto& [name, value] : import.parameters)
+        facts.text("import: " + name, value);
 }
 
 }  // namespace
@@ -189,9 +186,14 @@ void writeFacts(Database& database, const Journal& journal, const SavedRecords& 
     facts.number("rows", std::int64_t{survey.NumRows});
     facts.number("epsg", std::int64_t{reference.epsg});
     const auto import = static_cast<std::size_t>(survey.importNumber);
-    if (import > 0 && import <= records.imports.size())
+    if (import > 0 && import <= records.imports.size()) {
         writeSource(facts, records.imports[import - 1].what.file);
-    writeParameters(facts, survey);
+        writeParameters(facts, records.imports[import - 1].what);
+    }
+    facts.number("distance_above_which_a_row_begins_m", survey.MinDistance);
+    facts.number("distance_measure", std::int64_t{survey.DistanceMode});
+    if (journal.forgotten() > 0)
+        facts.number("acts_forgotten", static_cast<std::int64_t>(journal.forgotten()));
     addAttributes(database, {"survey", "Survey", "Where the survey comes from", now});
 }
 

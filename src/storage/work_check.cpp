@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace tessel {
 
 namespace {
 
 constexpr int kMostRows = 1 << 24;
+constexpr int kMostImports = 1 << 24;
 constexpr SiteIndex kMostSites = SiteIndex{1} << 48;
 
 void require(bool holds, const char* otherwise) {
@@ -19,6 +21,12 @@ void require(bool holds, const char* otherwise) {
 
 SiteIndex lengthOf(const auto& list) {
     return static_cast<SiteIndex>(list.size());
+}
+
+// No reader takes other numbers, and whoever sorts or measures sites counts on that.
+void requireFinite(const double* values, SiteIndex count) {
+    require(std::all_of(values, values + count, [](double value) { return std::isfinite(value); }),
+            "a site has a value that is no number");
 }
 
 // How long everything is in a survey: what has to fit when an act is taken back or done again.
@@ -49,6 +57,9 @@ Shape shapeOf(const Survey& survey) {
             "site numbers are out of step with the sites");
     require(!shape.hasLines || lengthOf(survey.SourceLine) == shape.capacity,
             "line numbers are out of step with the sites");
+    for (int column = 0; column < kSiteColumns; ++column)
+        requireFinite(survey.SiteData.column(column), survey.NumSites);
+    if (shape.hasIDs) requireFinite(survey.SiteID.data(), survey.NumSites);
     return shape;
 }
 
@@ -110,7 +121,10 @@ class Turn {
             require(lengthOf(each.values) == removed_ &&
                         lengthOf(each.behind) == (isDistance ? lengthOf(runs) : 0),
                     "a column of an act is not as long as its sites");
-            if (!isDistance) continue;
+            if (!isDistance) {
+                requireFinite(each.values.data(), removed_);
+                continue;
+            }
             SiteIndex& length = shape_.distances[static_cast<std::size_t>(each.column - kTrueDist)];
             require(length == shape_.sites + 1, "distances are out of step with an act");
             length = sites + 1;
@@ -127,6 +141,7 @@ class Turn {
                                SiteIndex sites) {
         require(entries.column >= 0 && entries.column < kRow, "there is no such column");
         require(entries.sites.size() == entries.values.size(), "an act has other entries than sites");
+        requireFinite(entries.values.data(), lengthOf(entries.values));
         SiteIndex end = 0;
         auto run = runs.begin();
         for (const SiteIndex site : entries.sites) {
@@ -142,9 +157,10 @@ class Turn {
         for (const Difference::Whole& each : whole) {
             require(each.column >= 0 && each.column < kSurveyColumns && each.column != kSiteIDs,
                     "there is no such column");
-            if (each.column < kSiteColumns)
+            if (each.column < kSiteColumns) {
                 require(lengthOf(each.values) == shape_.capacity, "a column is not as long as the others");
-            else
+                requireFinite(each.values.data(), shape_.sites);
+            } else
                 shape_.distances[static_cast<std::size_t>(each.column - kTrueDist)] = lengthOf(each.values);
         }
     }
@@ -196,17 +212,21 @@ SiteIndex mostSitesIn(std::uint64_t bytes) {
 }
 
 void requireWhole(const SavedWork& work, SiteIndex mostSites) {
-    Journal::forEachField(work.journal, [=](const Survey& survey, auto& own, const std::deque<Act>& acts,
-                                            std::size_t position, auto&...) {
-        require(!own || (own->DistanceMode >= 0 && own->DistanceMode <= 3),
-                "the measure of distance is none");
-        require(position <= acts.size(), "there are fewer acts than are in force");
-        Shape before = shapeOf(survey), after = before;
-        for (std::size_t i = position; i-- > 0;)
-            Difference::forEachField(acts[i].difference, Turn(before, true, mostSites));
-        for (std::size_t i = position; i < acts.size(); ++i)
-            Difference::forEachField(acts[i].difference, Turn(after, false, mostSites));
-    });
+    Journal::forEachField(
+        work.journal, [&](const Survey& survey, auto& own, const std::deque<Act>& acts, std::size_t position,
+                          auto&, auto&, auto&, auto&, auto&, int imports, auto&) {
+            require(imports >= survey.importNumber && imports <= kMostImports &&
+                        lengthOf(work.records.imports) <= imports,
+                    "the number of imports is none");
+            require(!own || (own->DistanceMode >= 0 && own->DistanceMode <= 3),
+                    "the measure of distance is none");
+            require(position <= acts.size(), "there are fewer acts than are in force");
+            Shape before = shapeOf(survey), after = before;
+            for (std::size_t i = position; i-- > 0;)
+                Difference::forEachField(acts[i].difference, Turn(before, true, mostSites));
+            for (std::size_t i = position; i < acts.size(); ++i)
+                Difference::forEachField(acts[i].difference, Turn(after, false, mostSites));
+        });
     requireRecords(work.records);
 }
 

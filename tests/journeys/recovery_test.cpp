@@ -177,6 +177,18 @@ TEST_F(EndedProgram, SaysInItsQuietLineWhenTheWorkCannotBeKept) {
     EXPECT_EQ(main->lblSurveyFile->text(), u"Survey not saved"_s);
 }
 
+TEST_F(EndedProgram, NoLongerSaysThatWorkCannotBeKeptOnceItIsSaved) {
+    expectGenericReport(6, 0);
+    {
+        const FileSizeLimit limit(1000);
+        importGeneric(folder / "rows.csv", 4);
+    }
+    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
+    chooseItem(*main, u"mnuSaveSurvey"_s);
+    setFileResponder({});
+    EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
+}
+
 TEST_F(EndedProgram, ThatNeverHadAChangeKeepsNothing) {
     EXPECT_EQ(filesKept(), 0);
     endAndStartAgain();

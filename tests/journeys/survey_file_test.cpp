@@ -137,6 +137,27 @@ TEST_F(SavedSurvey, IsNotWrittenOverAFileThatAnotherProgramHasChanged) {
     EXPECT_TRUE(std::filesystem::exists(folder / "field.gpkg"));
 }
 
+TEST_F(SavedSurvey, KeepsWhatAnotherProgramHasPutIntoItsFileBeforeItWasOpened) {
+    importRows();
+    saveAs("field.gpkg");
+    ASSERT_EQ(
+        std::system(("sqlite3 " + (folder / "field.gpkg") + " 'CREATE TABLE layer_styles (x)'").c_str()), 0);
+    open("field.gpkg");
+    answer.clear();
+    asked.clear();
+    const std::string before = readFile(folder / "field.gpkg");
+    chooseItem(*main, u"mnuSaveSurvey"_s);
+    EXPECT_EQ(asked, QStringList{u"Save the survey"_s});
+    EXPECT_EQ(readFile(folder / "field.gpkg"), before);
+}
+
+TEST_F(SavedSurvey, IsNotSavedAsItIsOnceItHasBeenExported) {
+    importRows();
+    saveAs("field.gpkg");
+    exportTo(folder / "out.txt");
+    EXPECT_EQ(line(), u"field.gpkg \u2013 changes not saved"_s);
+}
+
 TEST_F(SavedSurvey, StaysWhenTheFileToOpenIsNoneOfItsKind) {
     importRows();
     saveAs("field.gpkg");

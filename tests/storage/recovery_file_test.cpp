@@ -8,6 +8,7 @@
 #include "support/journal_bits.h"
 #include "support/made_survey.h"
 #include "support/random_acts.h"
+#include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
 #include <sys/wait.h>
@@ -192,8 +193,11 @@ TEST_F(Recovery, OfAFileThatIsDamagedAnywhereEndsBeforeTheDamage) {
         std::string bytes = whole;
         bytes[random() % bytes.size()] ^= static_cast<char>(1 + random() % 255);
         writeFile(path, bytes);
-        for (const LeftWork& work : findLeftWork(place()))
-            EXPECT_GT(work.read().journal.size(), 0U);
+        for (const LeftWork& work : findLeftWork(place())) {
+            const std::string why = descriptionOf([&work] { EXPECT_GT(work.read().journal.size(), 0U); });
+            EXPECT_TRUE(why == "no error" || why.starts_with(path + " cannot be read: ")) << why;
+        }
+        EXPECT_TRUE(fs::exists(path)) << "what is damaged is not taken away";
     }
 }
 
@@ -231,6 +235,23 @@ TEST_F(Recovery, OffersTheLatestFirstAndClearsAwayWhatHoldsNothing) {
     EXPECT_TRUE(fs::exists(place() + "/notes.txt"));
     EXPECT_TRUE(findLeftWork(folder / "none").empty());
     EXPECT_TRUE(findLeftWork("").empty());
+}
+
+TEST_F(Recovery, LeavesAloneWhatItDoesNotKnowOrCannotReadNow) {
+    {
+        Worker worker(place());
+        worker.work(4, 5);
+    }
+    const std::string path = fs::directory_iterator(place())->path().string(), bytes = readFile(path);
+    writeFile(place() + "/recovery-1-0", "VARN-Tessel recovery 2\nof a later version");
+    EXPECT_EQ(findLeftWork(place()).size(), 1U);
+    EXPECT_TRUE(fs::exists(place() + "/recovery-1-0"));
+    std::string damaged = bytes;
+    damaged[60] = static_cast<char>(damaged[60] ^ 1);
+    writeFile(path, damaged);
+    const auto left = findLeftWork(place());
+    ASSERT_EQ(left.size(), 1U) << "it can still be copied, and discarded";
+    EXPECT_EQ(descriptionOf([&] { left.front().read(); }), path + " cannot be read: nothing in it is whole");
 }
 
 TEST_F(Recovery, IsThereFromTheFirstChangeOnUntilItIsDiscarded) {

@@ -130,10 +130,10 @@ TEST_F(SurveyFile, GoesOnAsIfItHadNeverBeenClosed) {
 TEST_F(SurveyFile, KeepsNumbersThatADatabaseWouldNot) {
     Survey survey = twoRows();
     survey.SiteData(kX, 0) = -0.0;
-    survey.SiteData(kY, 1) = std::bit_cast<double>(0x7FF8000000000123U);
-    survey.SiteData(kEM1, 2) = std::numeric_limits<double>::infinity();
+    survey.SiteData(kY, 1) = std::numeric_limits<double>::max();
+    survey.SiteData(kEM1, 2) = std::nextafter(0.1, 1);
     survey.SiteData(kEM2, 0) = std::numeric_limits<double>::denorm_min();
-    survey.SiteID[0] = -std::nan("");
+    survey.SiteID[0] = -0.0;
     const Journal journal = journalOf(survey);
     EXPECT_EQ(differences(openSurvey(save(journal)).journal.survey(), journal.survey()), "");
 }
@@ -407,6 +407,81 @@ TEST_F(SurveyFile, ThatAnotherProgramHasNotFinishedIsToldAndOneLeftInItsModeIsRe
     writeFile(path() + "-wal", "half");
     EXPECT_EQ(whyNotOpened(), refusal("another program has it open, or has not finished it (" + path() +
                                       "-wal); close it there first"));
+}
+
+TEST_F(SurveyFile, IsNotPutBesideWhatAnotherProgramHasNotFinished) {
+    Journal journal = journalOf(twoRows());
+    const std::string before = readFile(save(journal)), link = folder / "link.gpkg";
+    ASSERT_EQ(::symlink(path().c_str(), link.c_str()), 0);
+    deleteRow(journal, 2);
+    for (const std::string suffix : {"-wal", "-journal"}) {
+        writeFile(path() + suffix, "half");
+        for (const std::string& name : {path(), link})
+            EXPECT_EQ(descriptionOf([&] { saveSurvey(name, journal, {}); }),
+                      name + " cannot be written: another program has it open, or has not finished it (" +
+                          path() + suffix + "); close it there first");
+        EXPECT_EQ(readFile(path()), before);
+        EXPECT_NE(descriptionOf([&] { openSurvey(link); }), "");
+        writeFile(path() + suffix, "");
+    }
+    save(journal);
+    EXPECT_NE(readFile(path()), before);
+}
+
+TEST_F(SurveyFile, TellsWhetherAnotherProgramHasWrittenToIt) {
+    save(journalOf(twoRows()));
+    std::optional<FileState> known;
+    openSurvey(path(), &known);
+    EXPECT_EQ(known, stateOfInputFile(path()));
+    EXPECT_EQ(outputOf("sqlite3 " + path() + " 'CREATE TABLE layer_styles (x)'"), "");
+    openSurvey(path(), &known);
+    EXPECT_EQ(known, std::nullopt);
+}
+
+TEST_F(SurveyFile, OfSitesThatAreNoNumbersIsTold) {
+    const double none = std::nan(""), endless = std::numeric_limits<double>::infinity();
+    for (const int column : {kX, kY, kEM1, kEM2, kRow})
+        for (const double value : {none, endless}) {
+            Survey survey = twoRows();
+            survey.SiteData(column, 2) = value;
+            Journal journal = journalOf(survey);
+            save(journal);
+            EXPECT_EQ(whyNotOpened(), refusal("a site has a value that is no number")) << column;
+            if (column == kRow) continue;
+            deleteRow(journal, 2);
+            save(journal);
+            EXPECT_EQ(whyNotOpened(), refusal("a site has a value that is no number")) << "taken out";
+        }
+    Survey survey = twoRows();
+    survey.SiteID[1] = none;
+    save(journalOf(survey));
+    EXPECT_EQ(whyNotOpened(), refusal("a site has a value that is no number"));
+}
+
+TEST_F(SurveyFile, OfAnImpossibleNumberOfImportsIsTold) {
+    for (const int imports : {-1, 0, std::numeric_limits<int>::max()}) {
+        Journal journal = journalOf(twoRows());
+        Journal::forEachField(journal, [imports](auto&, auto&, auto&, auto&, auto&, auto&, auto&, auto&,
+                                                 auto&, int& count, auto&) { count = imports; });
+        save(journal);
+        EXPECT_EQ(whyNotOpened(), refusal("the number of imports is none")) << imports;
+    }
+    SavedRecords records;
+    records.imports.resize(2);
+    save(journalOf(twoRows()), records);
+    EXPECT_EQ(whyNotOpened(), refusal("the number of imports is none")) << "more are known than there were";
+}
+
+TEST_F(SurveyFileInAGis, HasTheParametersOfItsImport) {
+    SavedRecords records;
+    records.imports.resize(1);
+    records.imports[0].what.parameters = {{"smallest accepted reading (mS/m)", "-5"}};
+    Survey survey = twoRows();
+    survey.EMCutoff = 7;
+    save(journalOf(survey), records);
+    EXPECT_EQ(ask("SELECT value FROM survey WHERE name = 'import: smallest accepted reading (mS/m)'"),
+              "-5\n");
+    EXPECT_EQ(ask("SELECT count(*) FROM survey WHERE value = '7'"), "0\n") << "which no import had";
 }
 
 TEST_F(SurveyFile, WithAViewInPlaceOfItsStateIsTold) {
