@@ -145,10 +145,10 @@ TEST_F(SavedSurvey, KeepsWhatAnotherProgramHasPutIntoItsFileBeforeItWasOpened) {
     open("field.gpkg");
     answer.clear();
     asked.clear();
-    const std::string before = readFile(folder / "field.gpkg");
+    const std::string added = readFile(folder / "field.gpkg");
     chooseItem(*main, u"mnuSaveSurvey"_s);
     EXPECT_EQ(asked, QStringList{u"Save the survey"_s});
-    EXPECT_EQ(readFile(folder / "field.gpkg"), before);
+    EXPECT_EQ(readFile(folder / "field.gpkg"), added);
 }
 
 TEST_F(SavedSurvey, IsNotSavedAsItIsOnceItHasBeenExported) {
