@@ -37,8 +37,10 @@ Interval zoomed(const Interval& view, const Interval& home, double part, double 
     const double length = std::fabs(view.length());
     const double homeLength = std::fabs(home.length());
     const double least = std::max(homeLength * 1e-6, resolvableWidth(view.at(part)));
-    return view.stretched(part,
-                          std::clamp(length * factor, std::min(least, length), homeLength * 1e3) / length);
+    const double shortest = std::min(least, length);
+    // What is looked at may lie so far from home that no number in between could be told from the next.
+    const double longest = std::max(homeLength * 1e3, shortest);
+    return view.stretched(part, std::clamp(length * factor, shortest, longest) / length);
 }
 
 Interval moved(const Interval& view, const Interval& home, double part) {

@@ -196,8 +196,7 @@ std::string whyNotInMetres(int number) {
     const Proj system = systemOf(number);
     const std::optional<AxisUnit> unit = unitOf(system);
     if (!unit) return "This coordinate system is not known.";
-    if (unit->metres != 1)
-        return "The unit of this coordinate system is the " + unit->name + ", not the metre.";
+    if (unit->metres != 1) return "The unit of this system is the " + unit->name + ", not the metre.";
     return proj_get_type(system.get()) == PJ_TYPE_PROJECTED_CRS ? ""
                                                                 : "This coordinate system is none of a map.";
 }

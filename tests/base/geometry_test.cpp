@@ -61,4 +61,9 @@ TEST(Geometry, ZoomingHasItsLimits) {
     EXPECT_LE(out.length(), 1.001e6);
 }
 
+TEST(Geometry, ZoomingFarFromASmallHomeKeepsNumbersApart) {
+    EXPECT_EQ(zoomed({1e12, 2e12}, {0, 1e-6}, 0.5, 0.5).length(), 150);
+    EXPECT_EQ(zoomed({1e12, 1e12 + 1}, {0, 1e-6}, 0.5, 2).length(), 1);
+}
+
 }  // namespace tessel

@@ -121,7 +121,7 @@ TEST_F(CoordinatesWindow, SaysWhyNothingCanBeDone) {
     EXPECT_FALSE(window.cmdApply->isEnabled());
     typeInto(window, u"txtSystem"_s, u"2263"_s);
     EXPECT_EQ(window.lblNotice->text().section(u'\n', 0, 0),
-              u"The unit of this coordinate system is the US survey foot, not the metre."_s);
+              u"The unit of this system is the US survey foot, not the metre."_s);
     EXPECT_FALSE(window.cmdApply->isEnabled());
     clickOn(window, u"optGrid"_s);
     EXPECT_TRUE(window.cmdApply->isEnabled());

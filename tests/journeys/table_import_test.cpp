@@ -149,7 +149,7 @@ TEST_F(TableImportJourney, AnUnknownSystemOrAFileThatIsNoneIsTold) {
     QWidget& window = open("lon,lat,ec1\n-2.3,52.4,3\n");
     EXPECT_TRUE(canImport(window));
     typeInto(window, u"txtSystem"_s, u"2263"_s);
-    EXPECT_EQ(notice(window), u"The unit of this coordinate system is the US survey foot, not the metre."_s);
+    EXPECT_EQ(notice(window), u"The unit of this system is the US survey foot, not the metre."_s);
     EXPECT_FALSE(canImport(window));
     typeInto(window, u"txtSystem"_s, u"27700"_s);
     EXPECT_EQ(controlAs<QLabel>(window, u"lblSystemName"_s).text().left(10), u"EPSG:27700"_s);
