@@ -111,8 +111,7 @@ TEST(CoordinateSystems, AreFoundByNumberOrByTheWordsOfTheirNames) {
 TEST(CoordinateSystems, HaveToBeInMetres) {
     EXPECT_EQ(whyNotInMetres(32630), "");
     EXPECT_EQ(whyNotInMetres(2193), "");
-    EXPECT_EQ(whyNotInMetres(2263),
-              "The unit of this system is the US survey foot, not the metre.");
+    EXPECT_EQ(whyNotInMetres(2263), "The unit of this system is the US survey foot, not the metre.");
     EXPECT_EQ(whyNotInMetres(1), "This coordinate system is not known.");
     EXPECT_EQ(whyNotInMetres(4978), "This coordinate system is none of a map.") << "of the whole earth";
     EXPECT_EQ(whyNotInMetres(5703), "This coordinate system is none of a map.") << "heights";
