@@ -125,8 +125,9 @@ int openFile(sqlite3_vfs* /*vfs*/, const char* name, sqlite3_file* file, int fla
 }
 
 int fullName(sqlite3_vfs* /*vfs*/, const char* name, int size, char* full) {
-    if (std::strlen(name) >= static_cast<std::size_t>(size)) return SQLITE_CANTOPEN;
-    std::strcpy(full, name);
+    const std::size_t length = std::strlen(name) + 1;
+    if (length > static_cast<std::size_t>(size)) return SQLITE_CANTOPEN;
+    std::memcpy(full, name, length);
     return SQLITE_OK;
 }
 

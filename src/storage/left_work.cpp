@@ -66,7 +66,7 @@ bool readFrame(Bytes& bytes, Frame& frame) {
     frame.isLast = isLast == 1;
     frame.piece.resize(size);
     return bytes.read(frame.piece.data(), size) &&
-           checksumOf(frame.piece) + frame.kind + 256U * isLast == checksum;
+           checksumOf(frame.piece) + frame.kind + std::uint64_t{256} * isLast == checksum;
 }
 
 struct Record {
@@ -134,6 +134,7 @@ std::vector<std::string> pathsIn(const std::string& folder) {
     }
     std::sort(found.rbegin(), found.rend());
     std::vector<std::string> paths;
+    paths.reserve(found.size());
     for (auto& [time, path] : found)
         paths.push_back(std::move(path));
     return paths;
@@ -179,8 +180,10 @@ std::deque<LeftWork> findLeftWork(const std::string& folder) {
         if (file < 0) continue;
         LeftWork work(path, file);
         const LeftFile found = look(file);
-        if (found == LeftFile::kWork) left.push_back(std::move(work));
-        if (found == LeftFile::kTorn) work.remove();
+        if (found == LeftFile::kTorn)
+            work.remove();
+        else if (found == LeftFile::kWork)
+            left.push_back(std::move(work));
     }
     return left;
 }
