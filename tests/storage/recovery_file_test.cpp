@@ -310,8 +310,8 @@ TEST_F(Recovery, SyncsEveryActAndWritesNoMoreThanItsDifference) {
         const WatchedFileCalls watched;
         worker.journal.perform({}, [&](Survey& survey) {
             Difference difference(survey);
-            difference.exchangeColumn(survey, kEM1,
-                                      std::vector<double>(static_cast<std::size_t>(kSites), double(first)));
+            const auto room = static_cast<std::size_t>(survey.SiteData.capacity());
+            difference.exchangeColumn(survey, kEM1, std::vector<double>(room, double(first)));
             return difference;
         });
         std::size_t written = 0;
