@@ -162,9 +162,6 @@ void SurveyFiles::noteFile(const std::string& path, const std::optional<FileStat
     followJournal();
 }
 
-// Recovery
-// ---------------------------------------------------------------------------------------------------
-
 void SurveyFiles::tellOfRecovery(const std::string& problem) {
     recoveryProblem_ = problem.empty() ? QString() : legible(fromPath(problem));
 }

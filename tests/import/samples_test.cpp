@@ -45,11 +45,16 @@ TEST_F(FieldWithoutStops, HasTheSitesThatItsDescriptionCounts) {
     rules.uses[kFarAway] = rules.uses[kRepeatedPlace] = rules.uses[kSpike] = true;
     const Suspects found = findSuspects(import.survey, rules);
     EXPECT_EQ(found.counts[kFarAway], 12);
-    for (const SiteIndex site : {655, 1951 - 1, 3150 - 1})
-        EXPECT_NE(found.flags[static_cast<std::size_t>(site)] & (1U << kFarAway), 0) << site;
+    const auto isFlagged = [&](std::uint32_t line, SuspectRule rule) {
+        const auto& lines = import.survey.SourceLine;
+        const auto site = std::find(lines.begin(), lines.end(), line) - lines.begin();
+        return (found.flags[static_cast<std::size_t>(site)] >> rule & 1) != 0;
+    };
+    for (const std::uint32_t lost : {656U, 1954U, 3151U})
+        EXPECT_TRUE(isFlagged(lost, kFarAway)) << lost;
     EXPECT_EQ(found.counts[kRepeatedPlace] - (12 - 3), 65) << "lost fixes repeat themselves too";
-    for (const SiteIndex metal : {358 - 1, 2940 - 2, 3832 - 2})
-        EXPECT_NE(found.flags[static_cast<std::size_t>(metal)] & (1U << kSpike), 0) << metal;
+    for (const std::uint32_t metal : {358U, 2940U, 3832U})
+        EXPECT_TRUE(isFlagged(metal, kSpike)) << metal;
 }
 
 TEST_F(FieldWithoutStops, HasTwentyFourRows) {

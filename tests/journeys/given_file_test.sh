@@ -5,17 +5,8 @@
 #   given_file_test.sh PROGRAM GEOPACKAGE
 set -uo pipefail
 
-if [ -z "${GIVEN_FILE_DISPLAY:-}" ]; then
-    GIVEN_FILE_DISPLAY=1 exec xvfb-run --auto-servernum --server-args='-screen 0 1280x1024x24' "$0" "$@"
-fi
-program=$(realpath "$1")
-work=$(mktemp -d)
+. "$(dirname "$0")/own_display.sh"
 cp "$2" "$work/given file.gpkg"
-export HOME=$work XDG_CONFIG_HOME=$work XDG_RUNTIME_DIR=$work QT_QPA_PLATFORM=xcb
-chmod 700 "$work"
-openbox >"$work/openbox" 2>&1 &
-trap 'kill %1 2>/dev/null; rm -rf "$work"' EXIT
-until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x; do sleep 0.1; done
 
 failures=0
 
