@@ -26,14 +26,7 @@ Texts textsOf(std::initializer_list<const QLabel*> labels) {
 // The window on a survey, driven with mouse and keys.
 class AdjustmentWindow : public testing::Test {
   protected:
-    void SetUp() override {
-        theSession() = Session{};
-        surveyUnderTest() = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 6});
-    }
-    void TearDown() override {
-        theSession() = Session{};
-        surveyUnderTest() = Survey{};
-    }
+    AdjustmentWindow() { surveyUnderTest() = surveyOfReadings({10, 20, 0, -4}, {1, 2, 3, 6}); }
 
     void open() {
         window_ = std::make_unique<frmAdjustData>();

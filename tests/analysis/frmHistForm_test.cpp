@@ -80,14 +80,7 @@ void expectBars(const SeenHistogram& seen, const std::map<int, double>& tops, in
 
 class HistogramWindow : public testing::Test {
   protected:
-    void SetUp() override {
-        theSession() = Session{};
-        surveyUnderTest() = surveyOfReadings(kSpread, kSpread2);
-    }
-    void TearDown() override {
-        theSession() = Session{};
-        surveyUnderTest() = Survey{};
-    }
+    HistogramWindow() { surveyUnderTest() = surveyOfReadings(kSpread, kSpread2); }
 
     void open() {
         window_ = std::make_unique<frmHistForm>();

@@ -15,14 +15,7 @@ namespace {
 
 class CorrelationWindow : public testing::Test {
   protected:
-    void SetUp() override {
-        theSession() = Session{};
-        surveyUnderTest() = surveyOfReadings({10, 30, 12}, {60, 20, 33});
-    }
-    void TearDown() override {
-        theSession() = Session{};
-        surveyUnderTest() = Survey{};
-    }
+    CorrelationWindow() { surveyUnderTest() = surveyOfReadings({10, 30, 12}, {60, 20, 33}); }
 
     void open() {
         window_ = std::make_unique<frmSigCorrStruct>();

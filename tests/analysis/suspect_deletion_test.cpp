@@ -23,27 +23,11 @@ Survey threeRows() {
     return survey;
 }
 
-std::vector<double> columnOf(const Survey& survey, SiteColumn column) {
-    const double* const values = survey.SiteData.column(column);
-    return {values, values + survey.NumSites};
-}
-
 SuspectParameters meansOfRepeated() {
     SuspectParameters parameters;
     parameters.uses[kRepeatedPlace] = true;
     parameters.repeated = RepeatedPlaces::kKeepMean;
     return parameters;
-}
-
-// Backwards and forwards to the bit.
-void expectTurns(Survey& survey, const Survey& before, Difference& difference) {
-    const Survey after = survey;
-    for (int turn = 0; turn < 2; ++turn) {
-        difference.back(survey);
-        expectSameSurvey(survey, before);
-        difference.forth(survey);
-        expectSameSurvey(survey, after);
-    }
 }
 
 }  // namespace
@@ -53,33 +37,33 @@ TEST(DeletingSuspects, ClosesUpRowsThatLoseTheirLastSite) {
     const Survey before = survey;
     DeletedSuspects deleted = deleteSuspects(survey, {{0, 1}, {5, 6}}, {});
     EXPECT_FALSE(deleted.rowsLost);
-    EXPECT_EQ(columnOf(survey, kEM1), (std::vector<double>{20, 22, 24, 11, 13, 15}));
-    EXPECT_EQ(columnOf(survey, kRow), (std::vector<double>{1, 1, 1, 1, 2, 2}));
+    EXPECT_EQ(readingsOf(survey, kEM1), (std::vector<double>{20, 22, 24, 11, 13, 15}));
+    EXPECT_EQ(readingsOf(survey, kRow), (std::vector<double>{1, 1, 1, 1, 2, 2}));
     EXPECT_EQ(survey.NumRows, 2);
     EXPECT_EQ(brokenInvariant(survey), "");
     EXPECT_TRUE(deleted.difference.changesContent(survey));
-    expectTurns(survey, before, deleted.difference);
+    expectThereAndBack(survey, before, deleted.difference);
 }
 
 TEST(DeletingSuspects, GivesASiteThatStaysForOthersTheirMean) {
     Survey survey = threeRows();
     const Survey before = survey;
     DeletedSuspects deleted = deleteSuspects(survey, {{2, 4}, {7, 8}}, meansOfRepeated());
-    EXPECT_EQ(columnOf(survey, kEM1), (std::vector<double>{10, 22, 11, 12, 14}));
-    EXPECT_EQ(columnOf(survey, kEM2), (std::vector<double>{1, 5, 3, 3, 4}));
+    EXPECT_EQ(readingsOf(survey, kEM1), (std::vector<double>{10, 22, 11, 12, 14}));
+    EXPECT_EQ(readingsOf(survey, kEM2), (std::vector<double>{1, 5, 3, 3, 4}));
     EXPECT_EQ(brokenInvariant(survey), "");
-    expectTurns(survey, before, deleted.difference);
+    expectThereAndBack(survey, before, deleted.difference);
 }
 
 TEST(DeletingSuspects, LeavesReadingsAloneWhereTheFirstGoesOrNoneDoes) {
     Survey survey = threeRows();
     deleteSuspects(survey, {{1, 2}, {4, 5}}, meansOfRepeated());
-    EXPECT_EQ(columnOf(survey, kEM1), (std::vector<double>{10, 22, 24, 12, 13, 15}));
+    EXPECT_EQ(readingsOf(survey, kEM1), (std::vector<double>{10, 22, 24, 12, 13, 15}));
     survey = threeRows();
     SuspectParameters first = meansOfRepeated();
     first.repeated = RepeatedPlaces::kKeepFirst;
     deleteSuspects(survey, {{2, 4}}, first);
-    EXPECT_EQ(columnOf(survey, kEM1), (std::vector<double>{10, 20, 11, 12, 13, 15}));
+    EXPECT_EQ(readingsOf(survey, kEM1), (std::vector<double>{10, 20, 11, 12, 13, 15}));
 }
 
 TEST(DeletingSuspects, OfAllSitesLeavesNoRow) {
@@ -90,7 +74,7 @@ TEST(DeletingSuspects, OfAllSitesLeavesNoRow) {
     EXPECT_EQ(survey.NumRows, 0);
     EXPECT_EQ(survey.RowIndex, 0);
     EXPECT_FALSE(deleted.rowsLost);
-    expectTurns(survey, before, deleted.difference);
+    expectThereAndBack(survey, before, deleted.difference);
 }
 
 TEST(DeletingSuspects, LosesRowsThatWereOfNoUseAndHaveAGapNow) {
@@ -99,10 +83,10 @@ TEST(DeletingSuspects, LosesRowsThatWereOfNoUseAndHaveAGapNow) {
     const Survey before = survey;
     DeletedSuspects deleted = deleteSuspects(survey, {{5, 6}}, {});
     EXPECT_TRUE(deleted.rowsLost);
-    EXPECT_EQ(columnOf(survey, kRow), std::vector<double>(7, 1));
+    EXPECT_EQ(readingsOf(survey, kRow), std::vector<double>(7, 1));
     EXPECT_EQ(survey.NumRows, 1);
     EXPECT_TRUE(rowsAreUsable(survey));
-    expectTurns(survey, before, deleted.difference);
+    expectThereAndBack(survey, before, deleted.difference);
 }
 
 TEST(DeletingSuspects, NamesRulesAndParametersInTheRecord) {

@@ -23,15 +23,8 @@ const QString kEditorQuestion =
 class InterfaceControls : public FolderTest {
   protected:
     InterfaceControls() {
-        theSession() = Session{};
         theSession().AppDir = theSession().DataDir = folder.path();
         theSession().TextEditor = "/usr/bin/before ";
-    }
-    ~InterfaceControls() override {
-        setFileResponder({});
-        setProgramStarter({});
-        setDesktopOpener({});
-        setRefusedSettings({});
     }
     // Chooses an editor in the file dialog, none when empty; gives the question of the dialog.
     FileQuestion chooseEditor(const std::string& editor) {

@@ -33,9 +33,7 @@ class HelpViewer : public testing::Test {
         });
     }
     ~HelpViewer() override {
-        setProgramStarter({});
         if (frmHelpTesl* window = viewer()) window->close();
-        theSession() = saved_;
     }
 
     void writeDocument(int number, const QByteArray& bytes) const {
@@ -78,7 +76,6 @@ class HelpViewer : public testing::Test {
 
     TemporaryFolder folder_;
     ExpectedBoxes boxes_;
-    Session saved_ = theSession();
     QList<QStringList> started_;
     bool editorStarts_ = true;
 };

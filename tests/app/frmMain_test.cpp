@@ -12,7 +12,6 @@ namespace {
 
 class MainWindow : public testing::Test {
   protected:
-    MainWindow() { theSession() = Session{}; }
     ExpectedBoxes boxes;
     frmMain window;
 };

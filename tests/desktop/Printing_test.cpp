@@ -15,10 +15,6 @@ class PrintingFailure : public testing::Test {
         setDefaultPrinterName([this] { return printer; });
         setFileResponder([this](const FileQuestion&) { return fromPath(target); });
     }
-    ~PrintingFailure() override {
-        setFileResponder({});
-        setDefaultPrinterName({});
-    }
 
     // Prints a page with much on it; gives the description of the error.
     std::string failure() const {

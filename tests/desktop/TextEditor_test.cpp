@@ -13,11 +13,6 @@ namespace {
 
 class TextEditor : public FolderTest {
   protected:
-    TextEditor() { theSession() = Session{}; }
-    ~TextEditor() override {
-        setProgramStarter({});
-        setDesktopOpener({});
-    }
     QString program(std::string_view name) {
         const std::string file = folder / name;
         writeFile(file, "#!/bin/sh\nprintf '%s' \"$*\" > \"$0.opened\"\n");

@@ -26,7 +26,6 @@ class OutputWindow : public testing::Test {
         theSession().DataSaved = false;
         answerDialogWith(folder_ / "out.txt");
     }
-    ~OutputWindow() override { setFileResponder({}); }
 
     void answerDialogWith(const std::string& path) {
         setFileResponder([this, path](const FileQuestion& question) {

@@ -17,16 +17,11 @@ namespace {
 class TableWindow : public testing::Test {
   protected:
     TableWindow() {
-        startAfresh();
         surveyUnderTest() = madeSurvey({{0, 10, 20, 40, 1}, {1, 11, 21, 41, 1}, {50, 10, 22, 42, 2}});
         setFileResponder([this](const FileQuestion& question) {
             question_ = question;
             return fromPath(answer);
         });
-    }
-    ~TableWindow() override {
-        setFileResponder({});
-        startAfresh();
     }
 
     static void deleteRow(int row) {

@@ -19,7 +19,6 @@ class CoordinatesWindow : public testing::Test {
                         {-2.3, 52.4003, 23, 43, 1},
                         {0, 0, 9, 9, 1}}));
     }
-    ~CoordinatesWindow() override { startAfresh(); }
 
     static void use(Survey survey) {
         startAfresh();

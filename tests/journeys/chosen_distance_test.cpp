@@ -49,6 +49,10 @@ class ChosenDistance : public testing::Test, protected RunningProgram {
     void clickWithCtrl(double distance) {
         QTest::mouseClick(&lag(), Qt::LeftButton, Qt::ControlModifier, atHeight(distance));
     }
+    void typeDistance(const QString& distance) {
+        clickOn(dialog(), u"Option3"_s);
+        typeInto(dialog(), u"Text1"_s, distance);
+    }
     // Within the pixels that a hand can aim at.
     void expectChosen(const QLineEdit& box, double distance) {
         const double pixel = 10 / lag().plotArea().height();
@@ -196,20 +200,19 @@ TEST_F(ChosenDistance, ColoursTheRowsOfTheSurveyGridThatWouldComeOut) {
     const std::vector<int> inForce = coloursOfGrid();
     EXPECT_EQ(inForce, (std::vector<int>{1, 1, 1, 2, 2, 2, 3, 3, 3}));
     openDialog();
-    clickOn(dialog(), u"Option3"_s);
-    typeInto(dialog(), u"Text1"_s, u"4.5"_s);
+    typeDistance(u"4.5"_s);
     EXPECT_EQ(coloursOfGrid(), (std::vector<int>{1, 1, 1, 2, 2, 3, 4, 5, 5}));
     EXPECT_EQ(grid().footerText(), u"Not in force yet: 5 rows"_s);
     pointAt(grid(), pixelOf(grid(), Chart2D::kData, 4, 1));
     EXPECT_TRUE(grid().footerText().startsWith(u"Row #4 (not in force yet), UTM X = 20.00, UTM Y = 0.00"_s))
         << grid().footerText().toStdString();
     expectSurveyUntouched();
-    typeInto(dialog(), u"Text1"_s, u"10"_s);
+    typeDistance(u"10"_s);
     EXPECT_EQ(grid().footerText(), u"Not in force yet: 1 row"_s);
-    typeInto(dialog(), u"Text1"_s, u"x"_s);
+    typeDistance(u"x"_s);
     EXPECT_EQ(coloursOfGrid(), inForce);
     EXPECT_EQ(grid().footerText(), QString());
-    typeInto(dialog(), u"Text1"_s, u"4.5"_s);
+    typeDistance(u"4.5"_s);
     clickOn(dialog(), u"Command2"_s);
     EXPECT_EQ(coloursOfGrid(), inForce);
     expectSurveyUntouched();
@@ -221,7 +224,7 @@ TEST_F(ChosenDistance, IsSeenInASurveyGridThatIsOpenedLaterInTheSameView) {
     chooseItem(*main, u"mnuGrid"_s);
     EXPECT_EQ(grid().seriesCount(Chart2D::kData), 5);
     QTest::keyClick(&grid(), Qt::Key_Plus);
-    typeInto(dialog(), u"Text1"_s, u"7"_s);
+    typeDistance(u"7"_s);
     EXPECT_EQ(grid().seriesCount(Chart2D::kData), 3);
     EXPECT_TRUE(grid().isZoomed());
 }
@@ -229,8 +232,7 @@ TEST_F(ChosenDistance, IsSeenInASurveyGridThatIsOpenedLaterInTheSameView) {
 TEST_F(ChosenDistance, LeavesAGridInTheColoursOfAReadingAlone) {
     chooseItem(*main, u"mnuGridEM1"_s);
     openDialog();
-    clickOn(dialog(), u"Option3"_s);
-    typeInto(dialog(), u"Text1"_s, u"4.5"_s);
+    typeDistance(u"4.5"_s);
     EXPECT_EQ(grid().seriesCount(Chart2D::kData), 3);
     EXPECT_EQ(grid().footerText(), QString());
 }
@@ -238,15 +240,13 @@ TEST_F(ChosenDistance, LeavesAGridInTheColoursOfAReadingAlone) {
 TEST_F(ChosenDistance, IsForeseenAnewWhenSitesHaveGone) {
     chooseItem(*main, u"mnuGrid"_s);
     openDialog();
-    clickOn(dialog(), u"Option3"_s);
-    typeInto(dialog(), u"Text1"_s, u"4.5"_s);
+    typeDistance(u"4.5"_s);
     clickOn(dialog(), u"Option2"_s);
     typeInto(dialog(), u"Text4"_s, u"3"_s);
     clickOn(dialog(), u"Command1"_s);
     EXPECT_EQ(coloursOfGrid(), (std::vector<int>{1, 1, 1, 2, 2, 2}));
     openDialog();
-    clickOn(dialog(), u"Option3"_s);
-    typeInto(dialog(), u"Text1"_s, u"4.5"_s);
+    typeDistance(u"4.5"_s);
     EXPECT_EQ(coloursOfGrid(), (std::vector<int>{1, 1, 1, 2, 2, 3}));
     main->mnuUndo->trigger();
     EXPECT_EQ(coloursOfGrid(), (std::vector<int>{1, 1, 1, 2, 2, 3, 4, 5, 5}));

@@ -63,7 +63,6 @@ TEST_F(CoordinatesJourney, ATableHasDegreesAfterIt) {
     for (const QString& name : {u"chkLongitude"_s, u"chkLatitude"_s, u"chkX"_s, u"chkY"_s, u"chkRow"_s})
         clickOn(shownWindow(u"frmSaveTable"_s), name);
     clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
-    setFileResponder({});
     const std::string text = readFile(folder / "table.csv");
     double longitude = 0, latitude = 0;
     ASSERT_EQ(std::sscanf(text.c_str() + text.find('\n'), "\n%lf,%lf,20", &longitude, &latitude), 2) << text;

@@ -16,7 +16,6 @@ class Pictures : public testing::Test, protected RunningProgram {
         setFileResponder([this](const FileQuestion&) { return fromPath(file); });
         QGuiApplication::clipboard()->clear();
     }
-    ~Pictures() override { setFileResponder({}); }
 
     QImage saved() {
         clickOn(shownWindow(u"frmPicture"_s), u"cmdSave"_s);

@@ -40,8 +40,6 @@ class ReadOnlyProgram : public testing::Test {
         fs::permissions(folder / "home", fs::perms::all);
         fs::permissions(folder.path(), fs::perms(0755));
         user.emplace();
-        surveyUnderTest() = Survey{};
-        theSession() = Session{};
         findProgramDirectories(theSession(), folder / "program", folder / "home/data");
         ReadTEinfo(theSession());
         main = createProgram();
@@ -51,7 +49,6 @@ class ReadOnlyProgram : public testing::Test {
         user.reset();
         fs::permissions(folder / "program", fs::perms::owner_all);
         fs::permissions(folder / "program/helpdocs", fs::perms::owner_all);
-        setFileResponder({});
     }
 
     void importSurvey() {

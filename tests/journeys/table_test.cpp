@@ -10,8 +10,6 @@ namespace {
 
 class TableJourney : public testing::Test, protected RunningProgram {
   protected:
-    ~TableJourney() override { setFileResponder({}); }
-
     void importRows() {
         writeFile(folder / "field.csv", "0.1,0,20,1\n0.1,1.3,21,1\n5,2,22,2\n5,0.7,24,2\n");
         expectGenericReport(4, 0);

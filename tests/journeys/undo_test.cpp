@@ -88,9 +88,7 @@ TEST_F(TakingBack, IsNotOfferedBeforeAnythingWasDone) {
     EXPECT_EQ(theSurvey().NumSites, 0);
     EXPECT_FALSE(main->mnuData->isEnabled()) << "as at the start";
     EXPECT_FALSE(theSession().DataSaved);
-    boxes.ask(false,
-              u"Attention: you have not exported an output VARN data file yet!\n"
-              u"Are you sure that you wish to exit the program?"_s);
+    boxes.ask(false, kProgramExitQuestion);
     EXPECT_FALSE(main->mayLeave());
     redo();
     expectAsBefore();
@@ -191,7 +189,6 @@ TEST_F(TakingBack, BringsTheSurveyBackThatAWrongImportReplaced) {
 }
 
 TEST_F(TakingBack, BringsTheEarlierRowsBackAfterTooManyOfThem) {
-    std::vector<MadeSite> sites;
     std::string lines;
     for (int i = 0; i < 300; ++i)
         lines += std::to_string(i / 150 * 1000) + ',' + std::to_string(i * 2) + ",5\n";

@@ -91,11 +91,7 @@ class ClipWindow : public testing::Test {
         main.menusFollow(MenuEvent::kSitesImported);
         // Not shown: without a window system the pointer would find the window that was shown first.
     }
-    ~ClipWindow() override {
-        delete window;
-        surveyUnderTest() = Survey{};
-        theSession() = Session{};
-    }
+    ~ClipWindow() override { delete window; }
 
     void open() {
         expected = records(theSurvey());

@@ -27,6 +27,15 @@ TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
     EXPECT_EQ(theSurvey().SiteData(kEM1, 5), 12);
 }
 
+TEST_F(RowPlots, StepOnFromAnEmptiedRowToTheOneWithItsNumber) {
+    openByX(threeRowSurvey());
+    deletePoints({1, 2, 3, 4, 5});
+    expectEmptied(1);
+    click("Command2");
+    expectRowShown(1);
+    EXPECT_EQ(theSurvey().SiteData(kEM1, 0), 33);
+}
+
 TEST_F(RowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
     openByX(threeRowSurvey());
     click("Command2");

@@ -106,8 +106,6 @@ TEST_F(RowPlots, PrintIntoAPdfFileWhereNoPrinterIsInstalled) {
     theSession().PrintScale = 1;
     path.clear();
     click("Command6");
-    setFileResponder({});
-    setDefaultPrinterName({});
 }
 
 }  // namespace tessel

@@ -144,6 +144,40 @@ TEST_F(ClipWindow, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
     EXPECT_TRUE(window.isNull());
 }
 
+TEST_F(ClipWindow, CanBeClippedByKeyboardAlone) {
+    openOnFullMap();
+    QTest::keyClick(window, Qt::Key_C, Qt::AltModifier);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->cmdClipOff->isEnabled(); }));
+    const auto key = [this](Qt::Key k, Qt::KeyboardModifiers m = {}, int times = 1) {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(window->picMapZoom, k, m);
+    };
+    const auto x = [this] { return window->txtXloc->text().toDouble(); };
+    const auto y = [this] { return window->txtYloc->text().toDouble(); };
+    key(Qt::Key_Return);  // shows the cross, in the middle
+    expectState(kClipping, 0, 0);
+    EXPECT_EQ(window->txtXloc->text() + u' ' + window->txtYloc->text(), u"15.0 110.0"_s);
+    while (x() > 9)
+        key(Qt::Key_Left);
+    while (y() < 111)
+        key(Qt::Key_Up);
+    key(Qt::Key_Return);
+    expectState(kRectangleOpen, 0, 0);
+    while (x() < 21)
+        key(Qt::Key_Right);
+    while (y() > 109)
+        key(Qt::Key_Down);
+    key(Qt::Key_Enter);
+    expectState(kClipping, 2, 0);
+    const double before = x();
+    key(Qt::Key_Right);
+    EXPECT_NEAR(x() - before, 10 * window->picMapZoom->pixelSize().width() * 30, 0.11);
+    key(Qt::Key_Left, Qt::ShiftModifier, 10);
+    EXPECT_NEAR(x(), before, 0.01);
+    key(Qt::Key_Right, {}, 300);  // no further than the edge of the box
+    EXPECT_EQ(window->txtXloc->text(), u"31.5"_s);
+}
+
 TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
     openOnFullMap();
     click(window->cmdClipOn);

@@ -23,7 +23,6 @@ class PictureWindow : public testing::Test {
         window = std::make_unique<frmPicture>(&chart, PlotPicture({&chart}));
         window->show();
     }
-    ~PictureWindow() override { setFileResponder({}); }
 
     Chart2D chart;
     TemporaryFolder folder;

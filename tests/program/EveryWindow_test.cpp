@@ -147,7 +147,6 @@ void expectUniqueKeys(const QStringList& texts, const std::string& where) {
 class EveryWindow : public testing::TestWithParam<Window> {
   protected:
     EveryWindow() {
-        theSession() = Session{};
         theSession().AppDir = TESSEL_SOURCE_DIR;
         theSession().DataDir = folder_.path();
         start();
@@ -155,7 +154,6 @@ class EveryWindow : public testing::TestWithParam<Window> {
     ~EveryWindow() override {
         closeHelp();
         main.reset();
-        theSession() = saved_;
         QApplication::setFont(font_);
     }
 
@@ -184,7 +182,6 @@ class EveryWindow : public testing::TestWithParam<Window> {
         ASSERT_TRUE(QTest::qWaitForWindowActive(window));
     }
 
-    const Session saved_ = theSession();
     const QFont font_ = QApplication::font();
     const TemporaryFolder folder_;
     ExpectedBoxes boxes;

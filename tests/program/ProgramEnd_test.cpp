@@ -11,8 +11,6 @@ namespace {
 
 class EndOfTheSession : public testing::Test {
   protected:
-    EndOfTheSession() { theSession() = Session{}; }
-
     SessionManager manager(bool interaction) {
         return {[interaction] { return interaction; }, [this] { ++cancelled; }, [this] { ++released; }};
     }
@@ -92,7 +90,6 @@ TEST_F(EndOfTheSession, LeavesTheMainWindowItsQuestion) {
 TEST(ASignal, EndsTheProgramAndTheBoxThatIsOpen) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         const ProgramEnd end([] { return false; });
-        setMessageResponder({});
         int answers = 0;
         QTimer::singleShot(0, qApp, [&] {
             QTimer::singleShot(50, qApp, [signal] { std::raise(signal); });

@@ -126,10 +126,7 @@ TEST(SplittingARow, DividesItBeforeTheSiteAndMovesLaterRowsUp) {
     Joint_Row(survey, 3, 4);
     EXPECT_TRUE(sitesIn(survey) == before);
     survey = after;
-    difference.back(survey);
-    expectSameSurvey(survey, fourRows());
-    difference.forth(survey);
-    expectSameSurvey(survey, after);
+    expectThereAndBack(survey, fourRows(), difference);
 }
 
 TEST(SplittingARow, IsRefusedBeforeARowsFirstSite) {

@@ -46,11 +46,6 @@ Survey smallWalk(int rows) {
     return madeSurvey(sites);
 }
 
-std::vector<double> rowColumn(const Survey& survey) {
-    const double* const row = survey.SiteData.column(kRow);
-    return {row, row + survey.NumSites};
-}
-
 }  // namespace
 
 TEST(RowsByTurns, FindsEveryRowAndNinetyEightSitesOfAHundredUpToNoiseOfThirtyCentimetres) {
@@ -82,7 +77,7 @@ TEST(RowsByTurns, AreNeverWorseThanThoseByGapsWhereTheLoggerPaused) {
             walk.survey.MinDistance = 5;
             ASSERT_EQ(Assign_Row(walk.survey), RowDetection::kAssigned);
             std::vector<int> byGaps;
-            for (const double row : rowColumn(walk.survey))
+            for (const double row : readingsOf(walk.survey, kRow))
                 byGaps.push_back(static_cast<int>(row));
             EXPECT_GE(outcomeOf(walk, 5).kept.right, scoreRows(walk, byGaps).right);
         }
@@ -232,7 +227,7 @@ TEST(ApplyingRowsByTurns, DeletesTheSitesInTurnsAndKeepsEverythingInStep) {
     EXPECT_EQ(brokenInvariant(survey), "");
     std::vector<double> rows(found.row.begin(), found.row.end());
     std::erase(rows, kInTurn);
-    EXPECT_EQ(rowColumn(survey), rows);
+    EXPECT_EQ(readingsOf(survey, kRow), rows);
 }
 
 TEST(ApplyingRowsByTurns, IsTakenBackAndDoneAgainToTheBit) {
@@ -248,13 +243,7 @@ TEST(ApplyingRowsByTurns, IsTakenBackAndDoneAgainToTheBit) {
             applyRowTurns(survey, findRowTurns(survey, proposedTurnParameters(survey)), inTurns);
         EXPECT_EQ(brokenInvariant(survey), "");
         EXPECT_EQ(survey.NumRows, 4);
-        const Survey after = survey;
-        for (int turn = 0; turn < 2; ++turn) {
-            difference.back(survey);
-            expectSameSurvey(survey, before);
-            difference.forth(survey);
-            expectSameSurvey(survey, after);
-        }
+        expectThereAndBack(survey, before, difference);
     }
 }
 

@@ -27,15 +27,10 @@ Survey surveyOfTheBeginning() {
 
 ImportTest::ImportTest() {
     surveyUnderTest() = surveyOfTheBeginning();
-    theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder.path();
     theSession().DataSaved = true;
     chooseFile({});
     main.show();
-}
-
-ImportTest::~ImportTest() {
-    setFileResponder({});
 }
 
 void ImportTest::expectSurveyUntouched() const {

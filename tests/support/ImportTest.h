@@ -15,7 +15,6 @@ namespace tessel {
 class ImportTest : public testing::Test {
   protected:
     ImportTest();
-    ~ImportTest() override;
 
     /// The survey of the beginning is still there: two sites, two readings, site numbers, one row, exported.
     void expectSurveyUntouched() const;

@@ -34,7 +34,6 @@ Survey rowsAlongY(int rows) {
 
 RunningProgram::RunningProgram(const Survey& survey) : before(survey) {
     surveyUnderTest() = survey;
-    theSession() = Session{};
     theSession().AppDir = theSession().DataDir = folder.path();
     main = createProgram();
     if (survey.NumSites > 0) {
@@ -45,9 +44,6 @@ RunningProgram::RunningProgram(const Survey& survey) : before(survey) {
 }
 
 RunningProgram::~RunningProgram() {
-    setFileResponder({});
-    setProgramStarter({});
-    setDefaultPrinterName({});
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window != main.get()) window->hide();
 }

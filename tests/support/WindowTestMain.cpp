@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/InterfaceControls.h"
+#include "base/session.h"
+#include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
+#include "desktop/Printing.h"
+#include "desktop/TextEditor.h"
 #include "support/ExpectedBoxes.h"
 #include "support/survey_under_test.h"
 
@@ -12,9 +17,18 @@ bool hasLanguage(const char* wanted) {
     return wanted == nullptr || std::string_view(wanted) == std::setlocale(LC_ALL, nullptr);
 }
 
-// No test finds the survey or the acts of another.
-class FreshJournal : public testing::EmptyTestEventListener {
-    void OnTestStart(const testing::TestInfo&) override { startAfresh(); }
+// No test finds the survey, the acts, the session or the answers of another.
+class FreshStart : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        startAfresh();
+        theSession() = Session{};
+        setMessageResponder({});
+        setFileResponder({});
+        setProgramStarter({});
+        setDesktopOpener({});
+        setDefaultPrinterName({});
+        setRefusedSettings({});
+    }
 };
 
 }  // namespace
@@ -34,6 +48,6 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "the language %s is not in force\n", language);
         return EXIT_FAILURE;
     }
-    testing::UnitTest::GetInstance()->listeners().Append(new FreshJournal);
+    testing::UnitTest::GetInstance()->listeners().Append(new FreshStart);
     return RUN_ALL_TESTS();
 }

@@ -145,4 +145,14 @@ void expectSameSurvey(const Survey& actual, const Survey& expected) {
     EXPECT_EQ(actual.MaxYDist, expected.MaxYDist);
 }
 
+void expectThereAndBack(Survey& survey, const Survey& before, Difference& difference) {
+    const Survey after = survey;
+    for (int turn = 0; turn < 2; ++turn) {
+        difference.back(survey);
+        expectSameSurvey(survey, before);
+        difference.forth(survey);
+        expectSameSurvey(survey, after);
+    }
+}
+
 }  // namespace tessel

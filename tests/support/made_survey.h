@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/survey.h"
+#include "journal/difference.h"
 
 namespace tessel {
 
@@ -47,5 +47,7 @@ std::vector<std::uint32_t> linesIn(const Survey& survey);
 /// Fails the running test where two surveys differ in anything but the storage behind the last site: sites,
 /// IDs, rows, counts, distances and the measure chosen.
 void expectSameSurvey(const Survey& actual, const Survey& expected);
+/// The same after what was done is taken back, twice, and after it is done again.
+void expectThereAndBack(Survey& survey, const Survey& before, Difference& difference);
 
 }  // namespace tessel
