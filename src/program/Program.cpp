@@ -5,8 +5,6 @@
 
 #include "analysis/LagDistancePlot.h"
 #include "analysis/frmAdjustData.h"
-#include "analysis/frmHistForm.h"
-#include "analysis/frmSigCorrStruct.h"
 #include "app/HelpOpener.h"
 #include "app/InterfaceControls.h"
 #include "app/applied_adjustments.h"
@@ -30,18 +28,16 @@
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
-#include "program/DistanceChoice.h"
 #include "program/ProcessingRecords.h"
+#include "program/ReviewWindows.h"
+#include "program/RowDialog.h"
 #include "program/SearchWindows.h"
 #include "program/SurveyFiles.h"
 #include "program/UndoAndHistory.h"
-#include "rows/frmDataEdit.h"
-#include "rows/frmStat.h"
 #include "rows/row_detection.h"
 #include "storage/point_layers.h"
 
 #include <QScopeGuard>
-#include <QScreen>
 #include <QShortcut>
 
 #include <filesystem>
@@ -65,7 +61,9 @@ class Program : public QObject {
           rowEditor_(new RowPlotEditor(window)),
           grid_(window),
           lag_(window),
+          rowDialog_(window, lag_, grid_),
           searches_(window, grid_),
+          reviews_(window),
           history_(window) {
         joinFile();
         joinEdit();
@@ -81,6 +79,9 @@ class Program : public QObject {
         connect(rowEditor_, &RowPlotEditor::closed, this, &Program::rowEditorClosed);
         connect(rowEditor_, &RowPlotEditor::undoWanted, main_.mnuUndo, &QAction::trigger);
         connect(rowEditor_, &RowPlotEditor::redoWanted, main_.mnuRedo, &QAction::trigger);
+        connect(&rowDialog_, &RowDialog::surveyChanged, this, &Program::surveyChanged);
+        menusFollow(&rowDialog_, &RowDialog::rowsRecalculated, MenuEvent::kRowsRecalculated);
+        menusFollow(&rowDialog_, &RowDialog::noSitesLeft, MenuEvent::kNoSitesLeft);
         connect(&searches_, &SearchWindows::surveyChanged, this, &Program::surveyChanged);
         menusFollow(&searches_, &SearchWindows::rowsRecalculated, MenuEvent::kRowsRecalculated);
         menusFollow(&searches_, &SearchWindows::rowsLost, MenuEvent::kRowsLost);
@@ -136,7 +137,7 @@ class Program : public QObject {
         });
         on(main_.mnuX, [this] { rowEditor_->mnuX_Click(); });
         on(main_.mnuY, [this] { rowEditor_->mnuY_Click(); });
-        on(main_.mnuData, [this] { showRowDialog(); });
+        on(main_.mnuData, [this] { rowDialog_.mnuData_Click(); });
         on(main_.mnuAdjust, [this] {
             auto* const window = new frmAdjustData(&main_);
             connect(window, &frmAdjustData::readingsChanged, this, &Program::surveyChanged);
@@ -157,7 +158,7 @@ class Program : public QObject {
     }
 
     void joinReviewAndPlot() {
-        on(main_.mnuStat, [this] { showAfresh(statistics_, new frmStat(&main_)); });
+        on(main_.mnuStat, [this] { reviews_.mnuStat_Click(); });
         on(main_.mnuEL, [this] { mnuEL_Click(); });
         on(main_.mnuTrue_Dis, [this] { lag_.mnuTrue_Dis_Click(); });
         on(main_.mnuX_Dis, [this] { lag_.mnuX_Dis_Click(); });
@@ -167,8 +168,10 @@ class Program : public QObject {
         on(main_.mnuGridEM2, [this] {
             if (hasTwoReadings()) grid_.mnuGridEM2_Click();
         });
-        on(main_.mnuSigCorr, [this] { mnuSigCorr_Click(); });
-        on(main_.mnuHist, [this] { showAfresh(histograms_, new frmHistForm(&main_)); });
+        on(main_.mnuSigCorr, [this] {
+            if (hasTwoReadings()) reviews_.mnuSigCorr_Click();
+        });
+        on(main_.mnuHist, [this] { reviews_.mnuHist_Click(); });
         on(main_.mnuSavePicture, [this] { savePlot(&main_, PlotPicture(surfacesIn(*main_.chartArea))); });
         on(main_.mnuPlotHelp, [this] { openHelp(&main_, 111); });
     }
@@ -194,24 +197,11 @@ class Program : public QObject {
         choose(&main_);
     }
 
-    void mnuSigCorr_Click() {
-        if (hasTwoReadings()) showAfresh(correlation_, new frmSigCorrStruct(&main_));
-    }
-
     // Or tells the user why an item that needs them does nothing.
     bool hasTwoReadings() {
         if (theSurvey().TwoEMColumns) return true;
         tell(&main_, u"This option is only available when 2 signal data columns are present."_s);
         return false;
-    }
-
-    // Of each window that only shows there is one.
-    template <typename Window>
-    void showAfresh(QPointer<Window>& shown, Window* window) {
-        takeAway(shown);
-        shown = window;
-        window->addActions({main_.mnuUndo, main_.mnuRedo});
-        showBeside(window);
     }
 
     void followJournal(std::size_t from) {
@@ -232,43 +222,11 @@ class Program : public QObject {
             theSession().InputFileName = std::filesystem::absolute(import->path).lexically_normal().string();
     }
 
-    void takeAwayRowDialog() {
-        takeAway(rowDialog_);
-        rowDialog_.clear();
-    }
-
-    // One that has been closed and still waits to be destroyed does not come up again.
-    bool rowDialogIsShown() const { return rowDialog_ && !rowDialog_->isHidden(); }
-
-    frmDataEdit* rowDialog() {
-        if (!rowDialogIsShown()) {
-            rowDialog_ = new frmDataEdit(&main_);
-            rowDialog_->addActions({main_.mnuUndo, main_.mnuRedo});
-            connect(rowDialog_, &frmDataEdit::surveyChanged, this, &Program::surveyChanged);
-            menusFollow(rowDialog_.data(), &frmDataEdit::rowsRecalculated, MenuEvent::kRowsRecalculated);
-            menusFollow(rowDialog_.data(), &frmDataEdit::noSitesLeft, MenuEvent::kNoSitesLeft);
-            joinDistanceChoice(*rowDialog_, lag_, grid_);
-        }
-        return rowDialog_;
-    }
-
-    // Not modal: the plots, which help to find a distance or a row, stay within reach. A window that edits
-    // the survey itself blocks the dialog like the main window.
-    void showRowDialog() {
-        const bool comesUp = !rowDialogIsShown();
-        frmDataEdit* const dialog = rowDialog();
-        if (comesUp) {
-            const QRect screen = main_.screen()->availableGeometry();
-            dialog->move(placedAtRight(main_.geometry(), dialog->sizeHint(), screen).topLeft());
-        }
-        showBeside(dialog);
-    }
-
     void surveyReplaced(const ImportSummary& summary, ImportedRows rows) {
         records_.noteImport(summary);
         // The grid may be in the rows of the dialog's distance, and the new survey may have too many.
         main_.hidePlots();
-        takeAwayRowDialog();
+        rowDialog_.takeAway();
         followSurvey();
         const bool any = theSurvey().NumSites > 0;
         const MenuEvent event = any ? MenuEvent::kSitesImported : MenuEvent::kNothingImported;
@@ -281,7 +239,7 @@ class Program : public QObject {
     void surveyOpened() {
         const MenuState saved = theJournal().menus();
         main_.hidePlots();
-        takeAwayRowDialog();
+        rowDialog_.takeAway();
         nameInputFile();
         main_.restoreMenus(saved);
         // It may have been saved while the row plots were open.
@@ -290,7 +248,7 @@ class Program : public QObject {
     }
 
     void rowsRefused() {
-        showRowDialog();
+        rowDialog_.mnuData_Click();
         menusFollow(MenuEvent::kSitesImported);
     }
 
@@ -352,11 +310,9 @@ class Program : public QObject {
         history_.followSurvey();
         facts_.reset();
         main_.descriptionChanged();
-        if (rowDialog_) rowDialog_->followSurvey();
+        rowDialog_.followSurvey();
         searches_.followSurvey();
-        if (statistics_) statistics_->redraw();
-        if (histograms_) histograms_->redraw();
-        if (correlation_) correlation_->redraw();
+        reviews_.followSurvey();
     }
 
     SurveyDescription description() {
@@ -386,7 +342,7 @@ class Program : public QObject {
         if (need != MenuNeed::kUsableRows || rowsAreUsable(theSurvey())) return true;
         // A view would draw nonsense: the user is told again and can give another distance.
         tell(&main_, QString::fromLatin1(kTooManyRows));
-        showRowDialog();
+        rowDialog_.mnuData_Click();
         return false;
     }
 
@@ -397,13 +353,11 @@ class Program : public QObject {
     RowPlotEditor* const rowEditor_;  // owned by the main window
     SurveyGridPlot grid_;
     LagDistancePlot lag_;
+    RowDialog rowDialog_;
     SearchWindows searches_;
+    ReviewWindows reviews_;
     UndoAndHistory history_;
     std::optional<SurveyFacts> facts_;  // of the survey, once they have been asked for
-    QPointer<frmDataEdit> rowDialog_;
-    QPointer<frmStat> statistics_;
-    QPointer<frmHistForm> histograms_;
-    QPointer<frmSigCorrStruct> correlation_;
 };
 
 }  // namespace
