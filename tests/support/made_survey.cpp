@@ -147,6 +147,9 @@ void expectSameSurvey(const Survey& actual, const Survey& expected) {
 
 void expectThereAndBack(Survey& survey, const Survey& before, Difference& difference) {
     const Survey after = survey;
+    Survey kept = before;
+    difference.waiting(after).forth(kept);
+    expectSameSurvey(kept, after);
     for (int turn = 0; turn < 2; ++turn) {
         difference.back(survey);
         expectSameSurvey(survey, before);

@@ -47,7 +47,7 @@ std::vector<std::uint32_t> linesIn(const Survey& survey);
 /// Fails the running test where two surveys differ in anything but the storage behind the last site: sites,
 /// IDs, rows, counts, distances and the measure chosen.
 void expectSameSurvey(const Survey& actual, const Survey& expected);
-/// The same after what was done is taken back, twice, and after it is done again.
+/// The same after what was done is taken back, twice, and after it is done again, also by an act kept apart.
 void expectThereAndBack(Survey& survey, const Survey& before, Difference& difference);
 
 }  // namespace tessel
