@@ -152,7 +152,6 @@ void SurveyImport::putInPlace(ImportResult& result) {
     std::string path = std::filesystem::absolute(result.summary.path).lexically_normal().string();
     theJournal().replaceSurvey(describe(result), std::move(result.survey));
     theSession().InputFileName = std::move(path);
-    theSession().DataSaved = false;
     Q_EMIT imported(result.summary, result.rows);
 }
 
