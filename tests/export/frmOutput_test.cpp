@@ -137,7 +137,6 @@ TEST_F(OutputWindow, HasTheFileInPlaceBeforeItSaysSo) {
         return true;
     });
     exportFrom(window);
-    setMessageResponder({});
     EXPECT_TRUE(said);
 }
 

@@ -7,7 +7,6 @@
 #include "import/frmIniDisplay.h"
 #include "journal/journal.h"
 #include "support/ImportTest.h"
-#include "support/survey_under_test.h"
 
 namespace tessel {
 
@@ -107,16 +106,6 @@ TEST_F(TrimbleImportChain, ShowsTheHourglassUntilTheReportHasBeenRead) {
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
-// They are of the run of the program, not of the survey.
-TEST_F(TrimbleImportChain, KeepsTheTotalsOfTheAdjustments) {
-    surveyUnderTest().EMAdjustTotalA = 3;
-    surveyUnderTest().EMAdjustTotalB = -4;
-    boxes.tell(report(1, 0), kReportTitle);
-    importFile("   0    0   10\n");
-    EXPECT_EQ(theSurvey().EMAdjustTotalA, 3);
-    EXPECT_EQ(theSurvey().EMAdjustTotalB, -4);
-}
-
 TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
     boxes.tell(report(252, 0), kReportTitle);
     boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
@@ -138,7 +127,6 @@ class WhileBoxesAreRead {
             return true;
         });
     }
-    ~WhileBoxesAreRead() { setMessageResponder({}); }
 
     QStringList states;
 };

@@ -3,7 +3,6 @@
 #include "import/GenericWindow.h"
 #include "journal/journal.h"
 #include "support/reads.h"
-#include "support/survey_under_test.h"
 
 namespace tessel {
 
@@ -71,27 +70,6 @@ TEST_F(GenericImport, PutsTheSurveyInPlaceAndCloses) {
               "Line # 1 Site X Y Ec1 Ec2 Row  -> non-numeric site ID\r\n"
               "Line # 3 2 3 4 5 4.9 1  -> 2nd EM reading below cut-off\r\n");
     expectMenus(true, true);
-}
-
-TEST_F(GenericImport, ShowsTheHourglassUntilTheReportHasBeenRead) {
-    Qt::CursorShape whileTold = Qt::ArrowCursor;
-    setMessageResponder([&](const MessageBox&) {
-        whileTold = window.cursor().shape();
-        return true;
-    });
-    importFile(4, "1 2 3\n");
-    EXPECT_EQ(whileTold, Qt::WaitCursor);
-    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
-}
-
-// They are of the run of the program, not of the survey.
-TEST_F(GenericImport, KeepsTheTotalsOfTheAdjustments) {
-    surveyUnderTest().EMAdjustTotalA = 3;
-    surveyUnderTest().EMAdjustTotalB = -4;
-    boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
-    importFile(4, "1 2 3\n");
-    EXPECT_EQ(theSurvey().EMAdjustTotalA, 3);
-    EXPECT_EQ(theSurvey().EMAdjustTotalB, -4);
 }
 
 TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {

@@ -102,32 +102,4 @@ TEST_F(MainMenu, ChangesThePrinterResolution) {
     }
 }
 
-// Whatever window is open, its help can be read beside it, found in, and closed.
-TEST_F(MainMenu, LetsHelpBeReadBesideEveryModalWindow) {
-    theSession().AppDir = TESSEL_SOURCE_DIR;
-    const std::tuple<QString, QString, QString> windows[] = {
-        {u"mnuOpen"_s, u"frmDataControl"_s, u"cmdHelp"_s},
-        {u"mnuOpen2"_s, u"frmGeneric"_s, u"cmdHelp"_s},
-        {u"mnuSave"_s, u"frmOutput"_s, u"cmdHelp"_s},
-        {u"mnuData"_s, u"frmDataEdit"_s, u"cmdHelp"_s},
-        {u"mnuAdjust"_s, u"frmAdjustData"_s, u"cmdHelp"_s}};
-    for (const auto& [item, name, help] : windows) {
-        chooseItem(*main, item);
-        QWidget& window = shownWindow(name);
-        clickOn(window, help);
-        QWidget& viewer = shownWindow(u"frmHelpTesl"_s);
-        EXPECT_TRUE(window.isVisible()) << name.toStdString();
-        clickThroughTheDesktop(control(viewer, u"Command2"_s));
-        waitUntilClosed(u"frmHelpTesl"_s);
-        EXPECT_TRUE(window.isVisible()) << name.toStdString();
-        window.close();
-        waitUntilClosed(name);
-    }
-    chooseItem(*main, u"mnuIDEW"_s);
-    QWidget& map = shownWindow(u"frmClip"_s);
-    chooseItem(map, u"mnuGDRH1"_s);
-    clickThroughTheDesktop(control(shownWindow(u"frmHelpTesl"_s), u"Command2"_s));
-    waitUntilClosed(u"frmHelpTesl"_s);
-}
-
 }  // namespace tessel

@@ -8,8 +8,6 @@ namespace tessel {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 const std::string kFolder = std::string(TESSEL_SOURCE_DIR) + "/tests/import/data/odd_input/";
 
 // Lines of the form "iiii xxxxxxxx yyyyyyyy 11111111".
@@ -93,17 +91,6 @@ TEST_F(OddSurveys, OfOneRowTooManyAreToldAndExportedOnlyWhenTheUserSaysSo) {
     importTrimbleFile(*main, entries(kFolder + "rows_251.dat"));
     shownWindow(u"frmDataEdit"_s).close();
     EXPECT_EQ(theSurvey().NumSites, 502);
-    exportAndCount();
-}
-
-TEST_F(OddSurveys, OfALineOfAHundredMegabytesAreShownAndRead) {
-    constexpr std::size_t kLength = 100'000'000;
-    writeFile(folder / "survey.dat", "   1 10000000 20000000       12 " + std::string(kLength, 'x') + "\r\n" +
-                                         std::string(kLength, 'y'));
-    import(folder / "survey.dat", 1, 1);
-    EXPECT_EQ(fs::file_size(folder / "error_log.dat"),
-              kLength + std::string("Line # 2   -> non-numeric site ID\r\n").size());
-    lookAtEverything();
     exportAndCount();
 }
 

@@ -24,7 +24,6 @@ class ArrivingPoints : public testing::Test, protected RunningProgram {
         saveSurvey(path(), journal, {});
         setFileResponder([this](const FileQuestion&) { return fromPath(path()); });
     }
-    ~ArrivingPoints() override { setFileResponder({}); }
 
     // Nothing of ours is in it any more, but for a layer.
     void makeForeign(const std::string& statements = {}) const {

@@ -8,7 +8,6 @@
 #include "program/Program.h"
 #include "program/program_directories.h"
 #include "support/ExpectedBoxes.h"
-#include "support/FullDisk.h"
 #include "support/Journeys.h"
 #include "support/UserDriver.h"
 #include "support/survey_under_test.h"
@@ -54,24 +53,10 @@ class ReadOnlyProgram : public testing::Test {
     void importSurvey() {
         boxes.tell(u"The error log could not be written:\n"_s + refused("error_log.dat") +
                    u"\n\nThe file has been read without it."_s);
-        readSurvey();
-    }
-    void readSurvey() {
         expectTrimbleReport(boxes, 2, 1);
         importTrimbleFile(*main, sensorEntries(folder / "home/survey.dat"));
     }
-    // What an administrator has opened to everybody in a folder that stays closed.
-    void openToEverybody(const std::string& name, const std::string& text) {
-        user.reset();
-        const std::string path = folder / ("program/" + name);
-        fs::permissions(folder / "program", fs::perms::owner_all);
-        if (fs::exists(path)) fs::permissions(path, fs::perms(0666));
-        writeFile(path, text);
-        fs::permissions(path, fs::perms(0666));
-        fs::permissions(folder / "program", fs::perms(0555));
-        user.emplace();
-    }
-    // Tries to export to this file of the program's folder, and closes the window if it is still there.
+    // Tries to export to this file of the program's folder.
     void exportInto(const std::string& name) {
         setFileResponder(
             [this, name](const FileQuestion&) { return fromPath(folder / ("program/" + name)); });
@@ -79,7 +64,7 @@ class ReadOnlyProgram : public testing::Test {
         QWidget& window = shownWindow(u"frmOutput"_s);
         clickOn(window, u"Command1"_s);
         clickOn(window, u"Command2"_s);
-        if (!theSession().DataSaved) window.close();
+        window.close();
         waitUntilClosed(u"frmOutput"_s);
     }
     QString refused(const std::string& name) const {
@@ -116,32 +101,6 @@ TEST_F(ReadOnlyProgram, ExportsToWhereItsUserMayWriteOnly) {
     boxes.tell(u"Output data saved to "_s + out, u"VARN-Tesl"_s);
     exportTransectFile(*main, out);
     EXPECT_EQ(readFile(folder / "home/out.txt"), kTransects);
-}
-
-TEST_F(ReadOnlyProgram, WritesTheErrorLogAndTheExportOverFilesThatAreOpenToEverybody) {
-    openToEverybody("error_log.dat", std::string(1000, 'x'));
-    readSurvey();
-    EXPECT_EQ(readFile(folder / "program/error_log.dat"),
-              "Line # 3 nothing  -> non-numeric X-coord data\r\n");
-    openToEverybody("out.txt", "another survey");
-    boxes.tell(u"Output data saved to "_s + fromPath(folder / "program/out.txt"), u"VARN-Tesl"_s);
-    exportInto("out.txt");
-    EXPECT_TRUE(theSession().DataSaved);
-    EXPECT_EQ(readFile(folder / "program/out.txt"), kTransects);
-}
-
-TEST_F(ReadOnlyProgram, LeavesAnOpenFileAsItWasWhenThereIsNoRoomToMakeItsTextReady) {
-    openToEverybody("error_log.dat", "");
-    readSurvey();
-    openToEverybody("out.txt", "old");
-    boxes.tell(fromPath(folder / "program/out.txt") + u" cannot be written: File too large in "_s +
-               fromPath(fs::temp_directory_path()) + u", where it is made ready"_s);
-    {
-        const FullDisk limit(50);
-        exportInto("out.txt");
-    }
-    EXPECT_FALSE(theSession().DataSaved);
-    EXPECT_EQ(readFile(folder / "program/out.txt"), "old");
 }
 
 TEST_F(ReadOnlyProgram, ShowsItsHelpAndSaysThatItCannotWriteACopy) {
