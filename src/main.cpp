@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
     const std::string state = userStateFolder();
     setRefusedSettings(ReadTEinfo(theSession()));
     const auto window = createProgram(state.empty() ? state : state + "/varn-tessel");
-    const ProgramEnd end([&window] { return window->mayLeave(); });
+    const ProgramEnd end([&window] { return window->mayLeave(); }, [&window] { Q_EMIT window->left(); });
     window->show();
     // What Qt has not taken for its own. Boxes need the event loop.
     if (argc > 1 && argv[1][0] != '-')

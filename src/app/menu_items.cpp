@@ -71,6 +71,10 @@ std::span<const std::string_view> followingItems() {
     return kAllItems;
 }
 
+MenuState bitOf(std::string_view item) {
+    return MenuState{1} << (std::ranges::find(kAllItems, item) - kAllItems.begin());
+}
+
 MenuState menusOfToday(MenuState menus, std::span<const std::string> names) {
     MenuState today = 0, bit = 1;
     for (const Name name : kAllItems) {

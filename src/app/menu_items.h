@@ -36,6 +36,8 @@ std::span<const MenuChange> menuChanges(MenuEvent event);
 /// The items that follow events, and which of them are enabled: a bit an item, in this order.
 std::span<const std::string_view> followingItems();
 using MenuState = std::uint32_t;
+/// Requires one of them.
+MenuState bitOf(std::string_view item);
 /// The state of the items of today for a state that counts items of these names, as another version of the
 /// program may have. Of an item that it does not count nothing is known: it is enabled if any is.
 MenuState menusOfToday(MenuState menus, std::span<const std::string> names);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/file_replacement.h"
 
+#include "base/file_system.h"
 #include "base/in_place_writing.h"
 #include "base/kept_attributes.h"
 #include "base/run_time_error.h"
@@ -116,17 +117,9 @@ void FileReplacement::reportDelayedErrors() {
 }
 
 void FileReplacement::syncFolder() {
-    const int folder =
-        uninterrupted([&] { return ::open(folderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
-    // A folder may be open to writing only; then the whole file system is asked.
-    const int synced = folder >= 0 ? uninterrupted([&] { return ::fsync(folder); })
-                                   : uninterrupted([&] { return ::syncfs(file_.descriptor()); });
-    const int reason = errno;
-    if (folder >= 0) ::close(folder);
-    const bool isUnable = reason == EINVAL || reason == EOPNOTSUPP;  // nothing more can be done there
-    if (synced != 0 && !isUnable)
+    if (!syncNames(folderOf(target_), file_.descriptor()))
         throw RunTimeError::file(target_, "has been written, but a power cut may bring the old file back",
-                                 reason);
+                                 errno);
 }
 
 void FileReplacement::flush() {

@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/in_place_writing.h"
 
+#include "base/file_system.h"
 #include "base/run_time_error.h"
-#include "base/unfinished_file.h"
 
 #include <algorithm>
 #include <fcntl.h>
 #include <string_view>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 #include <vector>
 
@@ -70,17 +68,14 @@ void Target::failHalfway(int reason) const {
 
 // Two programs that write at once would leave a mixture. Where there are no locks we go without.
 void Target::lock() {
-    if (uninterrupted([&] { return ::flock(file_, LOCK_EX | LOCK_NB); }) != 0 && errno == EWOULDBLOCK)
+    if (!lockFile(file_) && errno == EWOULDBLOCK)
         throw RunTimeError::file(path_, "cannot be written", "another program is writing it just now");
 }
 
 // What a file system says that cannot reserve room.
 bool Target::hasRoom(off_t size) const {
-    struct statvfs disk {};
-    if (::fstatvfs(file_, &disk) != 0 || disk.f_frsize == 0) return true;
     constexpr off_t kUnit = 512;  // of st_blocks
-    const off_t more = size - static_cast<off_t>(old_.st_blocks) * kUnit;
-    return more <= 0 || static_cast<fsblkcnt_t>(more) / disk.f_frsize < disk.f_bavail;
+    return hasRoomFor(file_, size - static_cast<off_t>(old_.st_blocks) * kUnit);
 }
 
 void Target::reserve(off_t size) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Two files that are replaced together.
 #include "base/file_replacement.h"
+#include "base/file_system.h"
 #include "base/run_time_error.h"
 
 #include <cerrno>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/sha256.h"
 
+#include "base/file_system.h"
 #include "base/input_file.h"
 #include "base/run_time_error.h"
-#include "base/unfinished_file.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/unfinished_file.h"
 
+#include "base/file_system.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -10,7 +12,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <string_view>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
@@ -27,18 +28,6 @@ constexpr std::time_t kDay = std::time_t{24} * 60 * 60;
 
 std::string pathOfOpenFile(int file) {
     return "/proc/self/fd/" + std::to_string(file);
-}
-
-bool lock(int file) {
-    return uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0;
-}
-
-// Whether the path still leads to the open file, and that is an ordinary one.
-bool isStill(int file, const std::string& path) {
-    struct stat open {};
-    struct stat named {};
-    return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && S_ISREG(open.st_mode) &&
-           open.st_nlink > 0 && open.st_ino == named.st_ino && open.st_dev == named.st_dev;
 }
 
 bool isDigit(char c) {
@@ -88,12 +77,10 @@ bool isOlderThanADay(int file) {
     return ::fstat(file, &status) == 0 && status.st_mtime < std::time(nullptr) - kDay;
 }
 
-// Whoever is making the file looks whether it still has its name when he has locked it (openNamed).
 void removeUnlessHeld(const std::string& path, bool onlyWhenOld) {
-    const int file =
-        uninterrupted([&] { return ::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC); });
+    const int file = openLeftFile(path);
     if (file < 0) return;
-    if (lock(file) && isStill(file, path) && (!onlyWhenOld || isOlderThanADay(file))) ::unlink(path.c_str());
+    if (!onlyWhenOld || isOlderThanADay(file)) ::unlink(path.c_str());
     ::close(file);
 }
 
@@ -113,27 +100,18 @@ bool UnfinishedFile::openNameless(mode_t mode) {
     const char* const folder = folder_.empty() ? "." : folder_.c_str();
     file_ = uninterrupted([&] { return ::open(folder, O_TMPFILE | O_RDWR | O_CLOEXEC, mode); });
     if (file_ < 0) return false;
-    lock(file_);
+    lockFile(file_);
     if (::access(pathOfOpenFile(file_).c_str(), F_OK) == 0) return true;
     discard();
     return false;
 }
 
 bool UnfinishedFile::openNamed(mode_t mode) {
-    for (int number = 0;; ++number) {
-        const std::string name = unfinishedName(folder_, number);
-        file_ = uninterrupted(
-            [&] { return ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode); });
-        if (file_ < 0 && errno == EEXIST) continue;
-        if (file_ < 0) return false;
-        // Between these two steps another program may have taken it for a leftover.
-        const bool taken = !lock(file_) && errno == EWOULDBLOCK;
-        if (!taken && isStill(file_, name)) {
-            name_ = name;
-            return true;
-        }
-        ::close(file_);
-    }
+    const auto nameOf = [this](int number) { return unfinishedName(folder_, number); };
+    std::string name;
+    file_ = makeLockedFile(nameOf, mode, name);
+    if (file_ >= 0) name_ = name;
+    return file_ >= 0;
 }
 
 bool UnfinishedFile::giveName() {

@@ -1,21 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cerrno>
 #include <string>
 #include <sys/types.h>
 
 namespace tessel {
-
-/// Makes a system call again as long as a signal interrupts it (EINTR). Not for close(), which has closed the
-/// file even then.
-template <typename Call>
-auto uninterrupted(Call call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
-}
 
 /// A new file in a folder, open for reading and writing, that is to get its own name when it is whole. Until
 /// then it has none, where the file system has such files, and vanishes with the program; elsewhere it is

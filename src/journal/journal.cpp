@@ -72,6 +72,17 @@ void Journal::replaceSurvey(ActDescription description, Survey next) {
     });
 }
 
+void Journal::doAgain(Act act) {
+    for (; acts_.size() > position_; acts_.pop_back())
+        bytes_ -= acts_.back().difference.bytes();
+    contents_ = std::max(contents_, act.content);
+    bytes_ += act.difference.bytes();
+    acts_.push_back(std::move(act));
+    goTo(acts_.size());
+    imports_ = std::max(imports_, survey_.importNumber);
+    forgetOldest();
+}
+
 void Journal::setParameters(const SurveyParameters& parameters) {
     if (!own_) own_ = survey_;
     static_cast<SurveyParameters&>(survey_) = parameters;

@@ -92,6 +92,10 @@ class Journal {
     /// The act of an import, which numbers it. The totals of adjustments go on.
     void replaceSurvey(ActDescription description, Survey next);
 
+    /// Does what was done once in a journal that was as this one is: the act's difference waits to be made
+    /// in this survey.
+    void doAgain(Act act);
+
     /// What belongs to no act: parameters of an import that is only prepared, with which the survey goes on
     /// but to which no way back leads; and what is counted or measured anew in the sites as they are.
     void setParameters(const SurveyParameters& parameters);
@@ -136,8 +140,9 @@ class Journal {
     /// A number that is the same for surveys of which a file would be the same.
     std::uint64_t content() const { return position_ == 0 ? contentBefore_ : acts_[position_ - 1].content; }
 
-    /// What the acts hold in memory.
+    /// What the acts hold in memory, and what they may.
     std::size_t bytes() const { return bytes_; }
+    std::size_t mostBytes() const { return mostBytes_; }
 
     /// Has every event told from now on, when all of it has been done; nothing may be thrown.
     void watch(std::function<void(JournalEvent)> watcher) { watcher_ = std::move(watcher); }

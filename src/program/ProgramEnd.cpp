@@ -40,7 +40,8 @@ void handle(int signal) {
 
 }  // namespace
 
-ProgramEnd::ProgramEnd(std::function<bool()> mayLeave) : mayLeave_(std::move(mayLeave)) {
+ProgramEnd::ProgramEnd(std::function<bool()> mayLeave, std::function<void()> left)
+    : mayLeave_(std::move(mayLeave)), left_(std::move(left)) {
     watchSignals();
     qApp->installEventFilter(this);
     const auto commit = [this](QSessionManager& manager) {
@@ -73,14 +74,16 @@ void ProgramEnd::endBySignal() {
 
 void ProgramEnd::commitSession(const SessionManager& manager) {
     sessionEnds_ = true;
+    isAnswered_ = false;
     if (!manager.allowsInteraction()) return;
-    sessionEnds_ = mayLeave_();
+    sessionEnds_ = isAnswered_ = mayLeave_();
     if (!sessionEnds_) manager.cancel();
     manager.release();
 }
 
 bool ProgramEnd::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::Quit || watched != qApp || !sessionEnds_) return false;
+    if (isAnswered_) left_();
     QCoreApplication::exit(0);
     return true;
 }

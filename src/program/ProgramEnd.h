@@ -22,8 +22,9 @@ struct SessionManager {
 /// nobody may be there to answer; boxes that are open end as if cancelled. One a process.
 class ProgramEnd : public QObject {
   public:
-    /// `mayLeave` asks the user, and says what was answered.
-    explicit ProgramEnd(std::function<bool()> mayLeave);
+    /// `mayLeave` asks the user, and says what was answered; `left` is called when the program ends because
+    /// the session does and the user has been asked.
+    ProgramEnd(std::function<bool()> mayLeave, std::function<void()> left);
     ~ProgramEnd() override;
 
     /// The session is about to end. Asks once where that is allowed, and stops the end when the answer is No;
@@ -38,7 +39,9 @@ class ProgramEnd : public QObject {
     void endBySignal();
 
     std::function<bool()> mayLeave_;
+    std::function<void()> left_;
     bool sessionEnds_ = false;
+    bool isAnswered_ = false;
 };
 
 }  // namespace tessel

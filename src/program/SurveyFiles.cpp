@@ -41,23 +41,37 @@ std::optional<FileState> stateOf(const std::string& path) {
     }
 }
 
-// Another version counts menu items otherwise.
-void countMenusAsToday(Journal& journal, const std::vector<std::string>& names) {
-    if (names.empty()) return;
+template <typename Change>
+void changeMenus(Journal& journal, Change change) {
     Journal::forEachField(journal, [&](auto&, auto&, auto& acts, auto&, auto&, auto& before, auto&...) {
-        before = menusOfToday(before, names);
+        before = change(before);
         for (Act& act : acts)
-            act.menus = menusOfToday(act.menus, names);
+            act.menus = change(act.menus);
     });
 }
 
+// Another version counts menu items otherwise.
+void countMenusAsToday(Journal& journal, const std::vector<std::string>& names) {
+    if (!names.empty()) changeMenus(journal, [&](MenuState menus) { return menusOfToday(menus, names); });
+}
+
 // The error log that lies there now is another import's.
-void forgetLogs(SavedRecords& records) {
+void forgetLogs(Journal& journal, SavedRecords& records) {
+    changeMenus(journal, [](MenuState menus) { return menus & ~bitOf("mnuEL"); });
     for (SavedImport& import : records.imports) {
         import.summary.logPath.clear();
         import.summary.logProblem.clear();
         import.summary.firstLogLines.clear();
     }
+}
+
+// Whether it was left in the middle of the map, perhaps before it was noted that the survey cannot stay so.
+bool hasGapsBetweenRows(const Journal& journal) {
+    const std::size_t position = journal.position();
+    if (journal.survey().NumSites == 0) return false;
+    return !journal.canRestAt(position) ||
+           (position > 0 && journal.act(position - 1).kind == ActKind::kDeleteMasked &&
+            !ValidateRowInfo(journal.survey()));
 }
 
 }  // namespace
@@ -113,6 +127,7 @@ void SurveyFiles::save(const std::string& chosen) {
     const Hourglass hourglass(&main_);
     const std::string path = absolutePath(chosen);
     saveSurvey(path, theJournal(), records_.completeRecords());
+    keeper_.setAside();
     noteFile(path, stateOf(path));
     main_.showMessage(u"Survey saved to "_s + nameOf(path));
 }
@@ -136,6 +151,7 @@ void SurveyFiles::open(const std::string& path) {
     const std::string absolute = absolutePath(path);
     std::optional<FileState> known;
     adopt(openSurvey(absolute, &known));
+    keeper_.discard();
     noteFile(absolute, known);
     Q_EMIT opened();
     main_.showMessage(u"Survey opened from "_s + nameOf(path));
@@ -143,7 +159,7 @@ void SurveyFiles::open(const std::string& path) {
 
 void SurveyFiles::adopt(SavedWork work) {
     countMenusAsToday(work.journal, work.records.menuItems);
-    forgetLogs(work.records);
+    forgetLogs(work.journal, work.records);
     records_.become(std::move(work.records));
     theJournal().become(std::move(work.journal));
 }
@@ -158,12 +174,20 @@ void SurveyFiles::noteFile(const std::string& path, const std::optional<FileStat
     path_ = path;
     state_ = state;
     saved_ = placeNow();
-    keeper_.discard();
+    letGoOfReopened();
     followJournal();
 }
 
+// In the middle of an act perhaps, behind which the line is to follow whatever comes.
 void SurveyFiles::tellOfRecovery(const std::string& problem) {
     recoveryProblem_ = problem.empty() ? QString() : legible(fromPath(problem));
+    if (problem.empty()) letGoOfReopened();
+    QMetaObject::invokeMethod(this, &SurveyFiles::followJournal, Qt::QueuedConnection);
+}
+
+void SurveyFiles::letGoOfReopened() {
+    if (reopened_) reopened_->remove();
+    reopened_.reset();
 }
 
 void SurveyFiles::offerLeftWork() {
@@ -174,16 +198,20 @@ void SurveyFiles::offerLeftWork() {
 void SurveyFiles::reopenLeftWork() {
     if (left_.empty() || !mayReplaceSurvey()) return;
     const Hourglass hourglass(&main_);
-    adopt(left_.front().read());
+    // A way back never leads further than the journal knew that has been kept.
+    adopt(left_.front().read(2 * theJournal().mostBytes()));
     path_.clear();
     saved_ = Place();
-    const bool isTorn = !theJournal().canRestAt(theJournal().position()) && theSurvey().NumSites > 0;
+    const bool isTorn = hasGapsBetweenRows(theJournal());
+    if (isTorn) theJournal().cannotRest();
     if (isTorn) theJournal().perform(lossOfRows(), makeOneRow);
     Q_EMIT opened();
     if (isTorn) Q_EMIT rowsLost();
     keeper_.begin(theJournal(), records_.records());
-    if (keeper_.isKeeping()) left_.front().remove();
+    letGoOfReopened();
+    reopened_.emplace(std::move(left_.front()));
     left_.pop_front();
+    if (keeper_.isKeeping()) letGoOfReopened();
     offerLeftWork();
 }
 

@@ -67,6 +67,7 @@ class SurveyFiles : public QObject {
     void noteFile(const std::string& path, const std::optional<FileState>& state);
     void adopt(SavedWork work);
     void tellOfRecovery(const std::string& problem);
+    void letGoOfReopened();
     void offerLeftWork();
     void reopenLeftWork();
     void discardLeftWork();
@@ -78,7 +79,8 @@ class SurveyFiles : public QObject {
     Place saved_;
     RecoveryKeeper keeper_;
     QString recoveryProblem_;
-    std::deque<LeftWork> left_;  // the one that is offered in front
+    std::deque<LeftWork> left_;         // the one that is offered in front
+    std::optional<LeftWork> reopened_;  // as long as what has been made of it is kept nowhere else
 };
 
 }  // namespace tessel

@@ -20,6 +20,8 @@ constexpr const char* kWrite =
     "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE; "
     "PRAGMA temp_store = MEMORY; PRAGMA cache_size = -16384";
 
+constexpr int kLongestValue = 1 << 26;
+
 std::string reasonFor(int code, sqlite3* database) {
     if (code == SQLITE_NOTADB) return "it is no database";
     if (code == SQLITE_CORRUPT) return "it is damaged";
@@ -41,7 +43,10 @@ Database::Database(int descriptor, std::string path, Use use)
                                      descriptorVfs());
     database_.reset(opened);
     require(code);
-    if (use == Use::kRead) sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    if (use == Use::kRead) {
+        sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
+    }
     run(use == Use::kWrite ? kWrite : kRead);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/descriptor_vfs.h"
 
-#include "base/unfinished_file.h"
+#include "base/file_system.h"
 
 #include <algorithm>
 #include <cerrno>

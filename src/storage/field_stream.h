@@ -86,6 +86,9 @@ class FieldWriter {
     ByteWriter& out_;
 };
 
+/// Before and after 1970; what is further off could not be written as a date.
+inline constexpr std::chrono::hours kMostTime{24 * 365 * 200};
+
 /// Throws DamagedBytes.
 class FieldReader {
   public:
@@ -116,6 +119,7 @@ class FieldReader {
     }
     void get(std::chrono::system_clock::time_point& time) {
         const std::chrono::nanoseconds since(in_.number<std::int64_t>());
+        if (since < -kMostTime || since > kMostTime) throw DamagedBytes("a time in it is none");
         time = std::chrono::system_clock::time_point(
             std::chrono::duration_cast<std::chrono::system_clock::duration>(since));
     }

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Recovery files that programs have left behind.
+#include "base/file_system.h"
 #include "base/run_time_error.h"
-#include "base/unfinished_file.h"
 #include "storage/recovery_file.h"
 #include "storage/recovery_format.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -38,6 +36,12 @@ class Bytes {
         at_ += static_cast<off_t>(count);
         return true;
     }
+    // Goes on behind so many bytes.
+    bool pass(std::size_t count) {
+        char last = 0;
+        if (count > 0) at_ += static_cast<off_t>(count) - 1;
+        return count == 0 || read(&last, 1);
+    }
     off_t place() const { return at_; }
     bool hasEnded() const { return hasEnded_; }
 
@@ -47,26 +51,36 @@ class Bytes {
     bool hasEnded_ = false;
 };
 
-struct Frame {
+struct FrameHead {
+    std::uint32_t size = 0;
     std::uint8_t kind = 0;
     bool isLast = false;
+    std::uint64_t checksum = 0;
+};
+
+// False where the file ends, or where no frame can begin.
+bool readHead(Bytes& bytes, FrameHead& head) {
+    std::array<char, kFrameHead> stored{};
+    if (!bytes.read(stored.data(), stored.size())) return false;
+    ByteReader in(std::string_view(stored.data(), stored.size()));
+    head.size = in.number<std::uint32_t>();
+    head.kind = in.number<std::uint8_t>();
+    const auto isLast = in.number<std::uint8_t>();
+    head.isLast = isLast == 1;
+    head.checksum = in.number<std::uint64_t>();
+    return head.size <= kPieceSize && isLast <= 1;
+}
+
+struct Frame : FrameHead {
     std::string piece;
 };
 
 // False where the file ends, or stops being whole.
 bool readFrame(Bytes& bytes, Frame& frame) {
-    std::string head(kFrameHead, '\0');
-    if (!bytes.read(head.data(), head.size())) return false;
-    ByteReader in(head);
-    const auto size = in.number<std::uint32_t>();
-    frame.kind = in.number<std::uint8_t>();
-    const auto isLast = in.number<std::uint8_t>();
-    const auto checksum = in.number<std::uint64_t>();
-    if (size > kPieceSize || isLast > 1) return false;
-    frame.isLast = isLast == 1;
-    frame.piece.resize(size);
-    return bytes.read(frame.piece.data(), size) &&
-           checksumOf(frame.piece) + frame.kind + std::uint64_t{256} * isLast == checksum;
+    if (!readHead(bytes, frame)) return false;
+    frame.piece.resize(frame.size);
+    return bytes.read(frame.piece.data(), frame.size) &&
+           frameChecksum(frame.kind, frame.piece, frame.isLast) == frame.checksum;
 }
 
 struct Record {
@@ -101,35 +115,30 @@ void takeRecord(int file, const Record& record, SavedWork& work) {
     readRecord(record.kind, in, work);
 }
 
-// Opened and locked, unless a living program holds it; -1 then.
-int take(const std::string& path) {
-    const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    const int file = uninterrupted([&] { return ::open(path.c_str(), flags); });
-    if (file < 0) return -1;
-    if (uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0 && isStillNamed(file, path))
-        return file;
-    ::close(file);
-    return -1;
-}
-
 enum class LeftFile {
     kWork,   ///< or work that is damaged, of which the user is told when it is to be reopened
     kTorn,   ///< its program was ended before there was anything whole in it
     kOthers  ///< of another version, or not to be read now
 };
 
+// Whether a record ends in the file, whose frames are passed over.
 LeftFile look(int file) {
     Bytes bytes(file);
     if (!hasSignature(bytes)) return bytes.hasEnded() ? LeftFile::kTorn : LeftFile::kOthers;
-    return nextRecord(bytes) || !bytes.hasEnded() ? LeftFile::kWork : LeftFile::kTorn;
+    FrameHead head;
+    do {
+        if (!readHead(bytes, head) || !bytes.pass(head.size))
+            return bytes.hasEnded() ? LeftFile::kTorn : LeftFile::kWork;
+    } while (!head.isLast);
+    return LeftFile::kWork;
 }
 
-std::vector<std::string> pathsIn(const std::string& folder) {
+std::vector<std::string> pathsIn(const std::string& folder, const char* nameBegins) {
     std::vector<std::pair<fs::file_time_type, std::string>> found;
     std::error_code error;
     for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
         std::error_code ignored;
-        if (file->path().filename().string().starts_with(kNameBegins))
+        if (file->path().filename().string().starts_with(nameBegins))
             found.emplace_back(fs::last_write_time(file->path(), ignored), file->path().string());
     }
     std::sort(found.rbegin(), found.rend());
@@ -154,10 +163,10 @@ void LeftWork::remove() {
 }
 
 // A record that says what cannot be ends the file as a torn one does.
-SavedWork LeftWork::read() const {
+SavedWork LeftWork::read(std::size_t mostBytes) const {
     Bytes bytes(file_);
     if (!hasSignature(bytes)) throw RunTimeError::file(path_, "cannot be read", "it is no recovery file");
-    SavedWork work;
+    SavedWork work{Journal(mostBytes), {}};
     bool isAny = false;
     try {
         while (const auto record = nextRecord(bytes)) {
@@ -175,8 +184,10 @@ SavedWork LeftWork::read() const {
 std::deque<LeftWork> findLeftWork(const std::string& folder) {
     std::deque<LeftWork> left;
     if (folder.empty()) return left;
-    for (const std::string& path : pathsIn(folder)) {
-        const int file = take(path);
+    for (const std::string& path : pathsIn(folder, kAsideNameBegins))
+        if (const int file = openLeftFile(path); file >= 0) LeftWork(path, file).remove();
+    for (const std::string& path : pathsIn(folder, kNameBegins)) {
+        const int file = openLeftFile(path);
         if (file < 0) continue;
         LeftWork work(path, file);
         const LeftFile found = look(file);

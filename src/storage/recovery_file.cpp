@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/recovery_file.h"
 
+#include "base/file_system.h"
 #include "base/run_time_error.h"
-#include "base/unfinished_file.h"
 #include "storage/field_stream.h"
 #include "storage/recovery_format.h"
 #include "storage/work_stream.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
 #include <unistd.h>
 #include <utility>
 
@@ -21,40 +21,34 @@ namespace {
 namespace fs = std::filesystem;
 using namespace recovery_format;
 
-// Locked, where the file system knows locks, before a program that starts took it for one left behind.
-bool isOurs(int file, const std::string& path) {
-    const int locked = uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); });
-    return (locked == 0 || errno != EWOULDBLOCK) && isStillNamed(file, path);
-}
-
-// A new file of this process, locked; -1, and the reason in errno, where the folder cannot take it.
-int makeFile(const std::string& folder, std::string& path) {
-    for (int number = 0;; ++number) {
-        path = folder + "/" + kNameBegins + std::to_string(::getpid()) + "-" + std::to_string(number);
-        const int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-        const int file = uninterrupted([&] { return ::open(path.c_str(), flags, 0600); });
-        if (file < 0 && errno == EEXIST) continue;
-        if (file < 0 || isOurs(file, path)) return file;
-        ::close(file);
-    }
-}
-
 void makeFolder(const std::string& folder) {
     std::error_code error;
     fs::create_directories(fs::path(folder).parent_path(), error);
     if (fs::create_directory(folder, error)) fs::permissions(folder, fs::perms::owner_all, error);
 }
 
+// About how many bytes all of the work takes.
+off_t sizeOf(const Journal& journal) {
+    return journal.survey().NumSites * kSiteColumns * static_cast<off_t>(sizeof(double)) +
+           static_cast<off_t>(journal.bytes());
+}
+
 }  // namespace
 
 RecoveryFile::RecoveryFile(const std::string& folder, const Journal& journal, const SavedRecords& records) {
     makeFolder(folder);
-    file_ = makeFile(folder, path_);
+    const auto nameOf = [&](int number) {
+        return folder + "/" + kNameBegins + std::to_string(::getpid()) + "-" + std::to_string(number);
+    };
+    file_ = makeLockedFile(nameOf, 0600, path_);
     if (file_ < 0) throw RunTimeError::file(path_, "cannot be written", errno);
     try {
+        if (!hasRoomFor(file_, sizeOf(journal))) fail(ENOSPC);
         writeAll(kSignature);
         appendRecord(kWork, [&](ByteWriter& out) { writeWork(out, journal, records); });
         sync();
+        if (!syncNames(folder, file_)) fail(errno);
+        firstEnd_ = end_;
     } catch (...) {
         remove();
         ::close(file_);
@@ -68,6 +62,29 @@ RecoveryFile::~RecoveryFile() {
 
 void RecoveryFile::remove() {
     ::unlink(path_.c_str());
+}
+
+void RecoveryFile::setAside() {
+    if (!isAside_) rename(kNameBegins, kAsideNameBegins);
+    isAside_ = true;
+}
+
+// Whoever is killed before that has not done anything yet.
+void RecoveryFile::takeBack() {
+    if (!isAside_) return;
+    rename(kAsideNameBegins, kNameBegins);
+    isAside_ = false;
+    if (!syncNames(fs::path(path_).parent_path().string(), file_)) fail(errno);
+}
+
+// Never in the place of another program's.
+void RecoveryFile::rename(const std::string& begin, const std::string& next) {
+    const fs::path path(path_);
+    const std::string name =
+        (path.parent_path() / next).string() + path.filename().string().substr(begin.size());
+    if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) != 0)
+        throw RunTimeError::file(path_, "cannot be renamed", errno);
+    path_ = name;
 }
 
 template <typename Write>
@@ -119,10 +136,12 @@ void RecoveryFile::appendAct(const Journal& journal, const SavedRecords& records
 void RecoveryFile::append(JournalEvent event, const Journal& journal, const SavedRecords& records) {
     switch (event) {
         case JournalEvent::kActed:
-            return appendAct(journal, records);
+            appendAct(journal, records);
+            return takeBack();
         case JournalEvent::kMoved:
             appendRecord(kMove, [&](ByteWriter& out) { out.count(journal.actsInForce()); });
-            return sync();
+            sync();
+            return takeBack();
         case JournalEvent::kCounted:
             return appendRecord(kCounts, [&](ByteWriter& out) { writeCounts(out, journal); });
         case JournalEvent::kNoted:
@@ -132,6 +151,7 @@ void RecoveryFile::append(JournalEvent event, const Journal& journal, const Save
 
 void RecoveryFile::append(const SavedRecords& records) {
     appendRecord(kRecords, [&](ByteWriter& out) { FieldWriter{out}(records); });
+    takeBack();
 }
 
 }  // namespace tessel

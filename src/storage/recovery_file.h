@@ -28,9 +28,16 @@ class RecoveryFile {
     void append(JournalEvent event, const Journal& journal, const SavedRecords& records);
     void append(const SavedRecords& records);
 
+    /// Has it offered to nobody unless something that changes the work is appended: all of it has been saved.
+    void setAside();
+    /// Whether more has been appended than it would take to write all of the work anew.
+    bool hasGrown() const { return end_ > 2 * firstEnd_; }
+
     void remove();
 
   private:
+    void takeBack();
+    void rename(const std::string& begin, const std::string& next);
     void appendAct(const Journal& journal, const SavedRecords& records);
     template <typename Write>
     void appendRecord(std::uint8_t kind, Write write);
@@ -41,7 +48,9 @@ class RecoveryFile {
 
     std::string path_;
     int file_ = -1;
-    long end_ = 0;  // of the last whole record
+    long firstEnd_ = 0;  // of the first record
+    long end_ = 0;       // of the last whole one
+    bool isAside_ = false;
 };
 
 /// A recovery file that a program has left behind. Held, no other program takes it.
@@ -51,9 +60,10 @@ class LeftWork {
     ~LeftWork();
     LeftWork& operator=(LeftWork&&) = delete;
 
-    /// The survey and its history after the last thing that was recorded whole. Throws RunTimeError when the
-    /// file cannot be read or nothing in it is whole.
-    SavedWork read() const;
+    /// The survey and its history after the last thing that was recorded whole; of its acts the oldest are
+    /// forgotten above so many bytes. Throws RunTimeError when the file cannot be read or nothing in it is
+    /// whole.
+    SavedWork read(std::size_t mostBytes = SIZE_MAX) const;
     void remove();
 
   private:
@@ -65,7 +75,8 @@ class LeftWork {
 };
 
 /// The recovery files in a folder that no living program holds and that hold any work, the last one first;
-/// others are removed. Fails silently.
+/// others are removed, and those that were set aside. Looks at how they begin only, however large they are.
+/// Fails silently.
 std::deque<LeftWork> findLeftWork(const std::string& folder);
 
 }  // namespace tessel

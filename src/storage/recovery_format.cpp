@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <sys/stat.h>
 
 namespace tessel::recovery_format {
 
@@ -82,14 +81,7 @@ void readAct(FieldReader& read, Journal& journal) {
     Act act{ActDescription()};
     read(act);
     requireFits(journal.survey(), act.difference);
-    withParts(journal, [&](Parts parts) {
-        parts.acts.erase(parts.acts.begin() + static_cast<std::ptrdiff_t>(parts.position), parts.acts.end());
-        parts.contents = std::max(parts.contents, act.content);
-        parts.acts.push_back(std::move(act));
-    });
-    journal.goTo(journal.size());
-    withParts(journal,
-              [](Parts parts) { parts.imports = std::max(parts.imports, parts.survey.importNumber); });
+    journal.doAgain(std::move(act));
 }
 
 void readMove(FieldReader& read, Journal& journal) {
@@ -102,11 +94,15 @@ void readMove(FieldReader& read, Journal& journal) {
 
 }  // namespace
 
+std::uint64_t frameChecksum(std::uint8_t kind, std::string_view piece, bool isLast) {
+    return checksumOf(piece) + kind + (isLast ? 256U : 0U);
+}
+
 std::string frameHead(std::uint8_t kind, std::string_view piece, bool isLast) {
     std::string head;
     ByteWriter out([&head](std::string_view bytes) { head = bytes; });
     FieldWriter{out}(static_cast<std::uint32_t>(piece.size()), kind, isLast,
-                     checksumOf(piece) + kind + (isLast ? 256U : 0U));
+                     frameChecksum(kind, piece, isLast));
     out.finish();
     return head;
 }
@@ -129,9 +125,12 @@ void writeNotes(ByteWriter& out, const Journal& journal) {
 void readRecord(std::uint8_t kind, ByteReader& in, SavedWork& work) {
     FieldReader read(in);
     switch (kind) {
-        case kWork:
-            work = readWork(in);
+        case kWork: {
+            SavedWork whole = readWork(in);
+            work.journal.become(std::move(whole.journal));
+            work.records = std::move(whole.records);
             break;
+        }
         case kAct:
             readAct(read, work.journal);
             break;
@@ -147,18 +146,12 @@ void readRecord(std::uint8_t kind, ByteReader& in, SavedWork& work) {
         case kRecords:
             work.records = SavedRecords();
             read(work.records);
+            requireRecords(work);
             break;
         default:
             throw DamagedBytes("there is no such record");
     }
     in.finish();
-}
-
-bool isStillNamed(int file, const std::string& path) {
-    struct stat open {};
-    struct stat named {};
-    return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && open.st_ino == named.st_ino &&
-           open.st_dev == named.st_dev && S_ISREG(open.st_mode);
 }
 
 }  // namespace tessel::recovery_format

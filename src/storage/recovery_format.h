@@ -15,6 +15,8 @@ namespace tessel::recovery_format {
 
 inline constexpr std::string_view kSignature = "VARN-Tessel recovery 1\n";
 inline constexpr const char* kNameBegins = "recovery-";
+/// Of one that is set aside.
+inline constexpr const char* kAsideNameBegins = "saved-";
 inline constexpr std::size_t kFrameHead = 14;
 
 /// What a record holds.
@@ -36,6 +38,8 @@ struct Notes {
     std::uint64_t exported = 0;
 };
 
+/// The checksum of a frame.
+std::uint64_t frameChecksum(std::uint8_t kind, std::string_view piece, bool isLast);
 /// What stands in front of a piece.
 std::string frameHead(std::uint8_t kind, std::string_view piece, bool isLast);
 
@@ -45,9 +49,5 @@ void writeNotes(ByteWriter& out, const Journal& journal);
 /// Does to the work what a record says. Throws DamagedBytes where it cannot be; then nothing behind it
 /// counts.
 void readRecord(std::uint8_t kind, ByteReader& in, SavedWork& work);
-
-/// Whether the file that is open has this name still: a program that starts takes away what it finds
-/// unlocked.
-bool isStillNamed(int file, const std::string& path);
 
 }  // namespace tessel::recovery_format

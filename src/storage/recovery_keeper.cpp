@@ -43,6 +43,15 @@ void RecoveryKeeper::begin(const Journal& journal, const SavedRecords& records) 
     });
 }
 
+void RecoveryKeeper::setAside() noexcept {
+    try {
+        if (isKeeping() && !file_->hasGrown()) return file_->setAside();
+    } catch (const std::exception&) {
+        // The next change begins another one.
+    }
+    discard();
+}
+
 void RecoveryKeeper::discard() noexcept {
     attempt([] {});
     if (!file_) return;

@@ -21,6 +21,9 @@ class RecoveryKeeper {
     void follow(const SavedRecords& records) noexcept;
     /// From now on, whatever was in the file before.
     void begin(const Journal& journal, const SavedRecords& records) noexcept;
+    /// The survey has been saved as it is: nothing needs to be kept until the next change, which goes on with
+    /// the same file.
+    void setAside() noexcept;
     /// Nothing needs to be kept until the next act.
     void discard() noexcept;
 

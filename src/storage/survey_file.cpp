@@ -110,6 +110,13 @@ class StateParts {
     std::int64_t part_ = 0;
 };
 
+// Values that are made when they are asked for may be larger than the file, and as many as somebody likes.
+bool makesValues(Database& database) {
+    return database.number(
+               "SELECT count(*) FROM (SELECT * FROM pragma_table_xinfo('survey') "
+               "UNION ALL SELECT * FROM pragma_table_xinfo('survey_state')) WHERE hidden <> 0") > 0;
+}
+
 bool isOurs(Database& database) {
     return database.hasTable("survey") && database.hasTable("survey_state");
 }
@@ -122,6 +129,7 @@ bool isGeoPackage(Database& database) {
 void requireOurs(Database& database, const std::string& path) {
     if (!isGeoPackage(database)) refuse(path, "it is no GeoPackage");
     if (!isOurs(database)) refuse(path, "it is a GeoPackage of another program");
+    if (makesValues(database)) refuse(path, "it is damaged");
     if (database.number("SELECT CAST(value AS INTEGER) FROM survey WHERE name = 'format'") > kWorkFormat)
         refuse(path, "it is from a newer version of this program");
 }

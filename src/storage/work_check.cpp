@@ -181,14 +181,18 @@ class Turn {
     SiteIndex removed_ = 0;
 };
 
-void requireRecords(const SavedRecords& records) {
-    for (const SavedImport& import : records.imports)
+}  // namespace
+
+void requireRecords(const SavedWork& work) {
+    Journal::forEachField(
+        work.journal, [&](auto&, auto&, auto&, auto&, auto&, auto&, auto&, auto&, auto&, int imports, auto&) {
+            require(lengthOf(work.records.imports) <= imports, "the number of imports is none");
+        });
+    for (const SavedImport& import : work.records.imports)
         require(import.what.linesRead >= 0 && import.what.sites >= 0, "a count of an import is none");
-    for (const SavedExport& each : records.exports)
+    for (const SavedExport& each : work.records.exports)
         require(each.importNumber >= 0, "an export is of no import");
 }
-
-}  // namespace
 
 void requireParameters(const SurveyParameters& parameters) {
     require(parameters.DistanceMode >= 0 && parameters.DistanceMode <= 3, "the measure of distance is none");
@@ -196,7 +200,8 @@ void requireParameters(const SurveyParameters& parameters) {
 
 void requireFigures(const SurveyFigures& figures) {
     require(figures.NumSites >= 0, "the number of sites is none");
-    require(figures.importNumber >= 0, "the number of an import is none");
+    require(figures.importNumber >= 0 && figures.importNumber <= kMostImports,
+            "the number of an import is none");
     require(figures.PositionsCRS >= 0, "the coordinate system is none");
     for (const int count : {figures.NumRows, figures.RowIndex})
         require(count >= 0 && count <= kMostRows, "there are too many rows");
@@ -212,22 +217,20 @@ SiteIndex mostSitesIn(std::uint64_t bytes) {
 }
 
 void requireWhole(const SavedWork& work, SiteIndex mostSites) {
-    Journal::forEachField(
-        work.journal, [&](const Survey& survey, auto& own, const std::deque<Act>& acts, std::size_t position,
-                          auto&, auto&, auto&, auto&, auto&, int imports, auto&) {
-            require(imports >= survey.importNumber && imports <= kMostImports &&
-                        lengthOf(work.records.imports) <= imports,
-                    "the number of imports is none");
-            require(!own || (own->DistanceMode >= 0 && own->DistanceMode <= 3),
-                    "the measure of distance is none");
-            require(position <= acts.size(), "there are fewer acts than are in force");
-            Shape before = shapeOf(survey), after = before;
-            for (std::size_t i = position; i-- > 0;)
-                Difference::forEachField(acts[i].difference, Turn(before, true, mostSites));
-            for (std::size_t i = position; i < acts.size(); ++i)
-                Difference::forEachField(acts[i].difference, Turn(after, false, mostSites));
-        });
-    requireRecords(work.records);
+    Journal::forEachField(work.journal, [&](const Survey& survey, auto& own, const std::deque<Act>& acts,
+                                            std::size_t position, auto&, auto&, auto&, auto&, auto&,
+                                            int imports, auto&) {
+        require(imports >= survey.importNumber && imports <= kMostImports, "the number of imports is none");
+        require(!own || (own->DistanceMode >= 0 && own->DistanceMode <= 3),
+                "the measure of distance is none");
+        require(position <= acts.size(), "there are fewer acts than are in force");
+        Shape before = shapeOf(survey), after = before;
+        for (std::size_t i = position; i-- > 0;)
+            Difference::forEachField(acts[i].difference, Turn(before, true, mostSites));
+        for (std::size_t i = position; i < acts.size(); ++i)
+            Difference::forEachField(acts[i].difference, Turn(after, false, mostSites));
+    });
+    requireRecords(work);
 }
 
 void requireFits(const Survey& survey, const Difference& waiting) {

@@ -13,6 +13,8 @@ namespace tessel {
 /// not at sites.
 void requireWhole(const SavedWork& work, SiteIndex mostSites);
 
+/// What the journal does not know, alone.
+void requireRecords(const SavedWork& work);
 /// The figures alone, and the parameters alone.
 void requireParameters(const SurveyParameters& parameters);
 void requireFigures(const SurveyFigures& figures);

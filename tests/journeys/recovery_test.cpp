@@ -140,9 +140,9 @@ TEST_F(EndedProgram, OffersNothingWhenItWasLeftInOrder) {
 TEST_F(EndedProgram, OffersNothingThatWasSavedUnlessItWasChangedSince) {
     importRows();
     save();
-    EXPECT_EQ(filesKept(), 0);
     endAndStartAgain();
     EXPECT_FALSE(isOffered());
+    EXPECT_EQ(filesKept(), 0);
     importRows();
     save();
     chooseItem(*main, u"mnuUndo"_s);
@@ -186,6 +186,75 @@ TEST_F(EndedProgram, NoLongerSaysThatWorkCannotBeKeptOnceItIsSaved) {
     setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
     chooseItem(*main, u"mnuSaveSurvey"_s);
     EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
+}
+
+TEST_F(EndedProgram, SaysAtOnceWhenWhatFollowsCannotBeKept) {
+    importRows();
+    {
+        const FileSizeLimit limit(100);
+        theJournal().recount([](const Survey&, SurveyCounts&) {});
+    }
+    QApplication::processEvents();
+    EXPECT_EQ(main->lblSurveyFile->text(), u"Survey not saved \u2013 not kept for a crash"_s);
+}
+
+TEST_F(EndedProgram, OffersAgainWhatCouldNotBeKeptOnceReopenedUntilItIsSaved) {
+    importRows();
+    endAndStartAgain();
+    {
+        const FileSizeLimit limit(100);
+        clickOn(*main, u"cmdReopen"_s);
+    }
+    EXPECT_FALSE(isOffered());
+    EXPECT_EQ(filesKept(), 1) << "the only copy";
+    save();
+    endAndStartAgain();
+    EXPECT_FALSE(isOffered());
+    EXPECT_EQ(filesKept(), 0);
+}
+
+TEST_F(EndedProgram, LetsGoOfWhatWasReopenedOnceItIsKeptAnew) {
+    importRows();
+    endAndStartAgain();
+    {
+        const FileSizeLimit limit(100);
+        clickOn(*main, u"cmdReopen"_s);
+    }
+    chooseItem(*main, u"mnuUndo"_s);
+    EXPECT_EQ(filesKept(), 1) << "the new one";
+    endAndStartAgain();
+    clickOn(*main, u"cmdReopen"_s);
+    EXPECT_TRUE(main->mnuRedo->isEnabled());
+    EXPECT_FALSE(isOffered());
+}
+
+TEST_F(EndedProgram, ShowsNoErrorLogOfAnotherImport) {
+    importRows();
+    EXPECT_TRUE(main->mnuEL->isEnabled());
+    save();
+    endAndStartAgain();
+    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
+    chooseItem(*main, u"mnuOpenSurvey"_s);
+    EXPECT_EQ(theSurvey().NumSites, 6);
+    EXPECT_TRUE(main->mnuGrid->isEnabled());
+    for (const QString& item : {u"mnuUndo"_s, u"mnuRedo"_s}) {
+        EXPECT_FALSE(main->mnuEL->isEnabled());
+        chooseItem(*main, item);
+    }
+    EXPECT_FALSE(main->mnuEL->isEnabled());
+    importRows();
+    EXPECT_TRUE(main->mnuEL->isEnabled());
+}
+
+TEST_F(EndedProgram, BeforeTheMapKnewOfItsGapsBringsBackASurveyThatCanBeUsed) {
+    importRows();
+    SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
+    theJournal().perform(deletionOfMasked(3),
+                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    endAndStartAgain();
+    clickOn(*main, u"cmdReopen"_s);
+    EXPECT_EQ(theSurvey().NumRows, 1);
+    EXPECT_FALSE(theJournal().canRestAt(theJournal().position() - 1));
 }
 
 TEST_F(EndedProgram, ThatNeverHadAChangeKeepsNothing) {

@@ -35,7 +35,8 @@ class EndOfTheSession : public testing::Test {
 
     ExpectedBoxes boxes;
     frmMain main;
-    ProgramEnd end{[this] { return main.mayLeave(); }};
+    ProgramEnd end{[this] { return main.mayLeave(); }, [this] { ++left; }};
+    int left = 0;
     int cancelled = 0;
     int released = 0;
 };
@@ -47,7 +48,9 @@ TEST_F(EndOfTheSession, AsksOnceAndThenLetsGo) {
     end.commitSession(manager(true));
     EXPECT_EQ(cancelled, 0);
     EXPECT_EQ(released, 1);
+    EXPECT_EQ(left, 0) << "the session may still go on";
     EXPECT_TRUE(quits());
+    EXPECT_EQ(left, 1);
 }
 
 TEST_F(EndOfTheSession, StopsWhenTheAnswerIsNo) {
@@ -61,6 +64,7 @@ TEST_F(EndOfTheSession, StopsWhenTheAnswerIsNo) {
 TEST_F(EndOfTheSession, AsksNothingWhereThatIsNotAllowedAndNothingOfAnExportedSurvey) {
     end.commitSession(manager(false));
     EXPECT_TRUE(quits());
+    EXPECT_EQ(left, 0) << "nobody was asked";
     theSession().DataSaved = true;
     end.commitSession(manager(true));
     EXPECT_EQ(cancelled, 0);
@@ -89,7 +93,7 @@ TEST_F(EndOfTheSession, LeavesTheMainWindowItsQuestion) {
 
 TEST(ASignal, EndsTheProgramAndTheBoxThatIsOpen) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        const ProgramEnd end([] { return false; });
+        const ProgramEnd end([] { return false; }, [] {});
         int answers = 0;
         QTimer::singleShot(0, qApp, [&] {
             QTimer::singleShot(50, qApp, [signal] { std::raise(signal); });
@@ -105,7 +109,7 @@ TEST(ASignal, EndsTheProgramAndTheBoxThatIsOpen) {
 TEST(ASignal, ThatWasIgnoredBeforeIsIgnored) {
     std::signal(SIGHUP, SIG_IGN);
     {
-        const ProgramEnd end([] { return true; });
+        const ProgramEnd end([] { return true; }, [] {});
         std::raise(SIGHUP);
         EXPECT_EQ(std::signal(SIGHUP, SIG_IGN), SIG_IGN);
     }

@@ -9,6 +9,7 @@
 #include "support/made_survey.h"
 #include "support/random_acts.h"
 #include "support/run_time_errors.h"
+#include "support/survey_bits.h"
 #include "support/temporary_folder.h"
 
 #include <sys/wait.h>
@@ -268,6 +269,156 @@ TEST_F(Recovery, IsThereFromTheFirstChangeOnUntilItIsDiscarded) {
     worker.journal.replaceSurvey({}, surveyOf(3));
     EXPECT_TRUE(fs::exists(onlyFile()));
     EXPECT_TRUE(worker.told.empty());
+}
+
+TEST_F(Recovery, OfASurveyThatIsSavedIsSetAsideAndGoesOnWithTheNextChange) {
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(1000));
+    const std::string path = onlyFile();
+    const auto nextChange = [&](auto change) {
+        worker.keeper.setAside();
+        EXPECT_FALSE(fs::exists(path));
+        EXPECT_TRUE(findLeftWork(place()).empty());
+        const WatchedFileCalls watched;
+        change();
+        EXPECT_EQ(onlyFile(), path);
+        std::size_t written = 0;
+        for (const FileCall& call : watched.calls())
+            written += call.bytes.size();
+        return written;
+    };
+    const auto whole = fs::file_size(onlyFile());
+    EXPECT_LT(nextChange([&] { worker.journal.goTo(0); }), 100U) << "not all of it is written again";
+    EXPECT_LT(nextChange([&] { worker.journal.replaceSurvey({}, surveyOf(3)); }), whole);
+    EXPECT_LT(nextChange([&] { worker.keeper.follow(worker.records); }), whole);
+    worker.keeper.setAside();
+    worker.journal.recount([](const Survey&, SurveyCounts& counts) { counts.MaxX = 7; });
+    EXPECT_FALSE(fs::exists(path)) << "what is counted is no change";
+    worker.journal.replaceSurvey({}, surveyOf(4));
+    const std::string copy = readFile(path);
+    const std::uint64_t expected = digestOf(worker.journal, worker.records);
+    worker.keeper.discard();
+    EXPECT_TRUE(fs::is_empty(place()));
+    writeFile(path, copy);
+    const SavedWork work = recovered();
+    EXPECT_EQ(digestOf(work.journal, work.records), expected);
+}
+
+TEST_F(Recovery, ThatWasSetAsideWhenItsProgramEndedGoesAtTheNextStart) {
+    {
+        Worker worker(place());
+        worker.journal.replaceSurvey({}, surveyOf(1000));
+        worker.keeper.setAside();
+        EXPECT_TRUE(findLeftWork(place()).empty());
+        EXPECT_FALSE(fs::is_empty(place())) << "its program lives";
+    }
+    EXPECT_TRUE(findLeftWork(place()).empty());
+    EXPECT_TRUE(fs::is_empty(place()));
+}
+
+TEST_F(Recovery, ThatHasGrownIsNotSetAsideButWrittenAnew) {
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(100));
+    const auto first = fs::file_size(onlyFile());
+    for (int i = 0; fs::file_size(onlyFile()) <= 3 * first; ++i)
+        worker.journal.replaceSurvey({}, surveyOf(100 + i));
+    worker.keeper.setAside();
+    EXPECT_TRUE(fs::is_empty(place()));
+}
+
+TEST_F(Recovery, NeverTakesTheNameOfAnothersFile) {
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(1000));
+    const std::string path = onlyFile();
+    worker.keeper.setAside();
+    writeFile(path, "another's");
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.journal.replaceSurvey({}, surveyOf(4));
+    EXPECT_EQ(readFile(path), "another's");
+    EXPECT_EQ(worker.told.size(), 2U) << "a problem, and that it is over";
+    EXPECT_TRUE(worker.keeper.isKeeping());
+}
+
+TEST_F(Recovery, IsLookedAtNoFurtherThanItsFirstRecordUntilItIsRead) {
+    constexpr SiteIndex kSites = 200'000;
+    {
+        Worker worker(place());
+        worker.journal.replaceSurvey({}, surveyOf(kSites));
+    }
+    const std::string path = onlyFile(), whole = readFile(path);
+    ASSERT_GT(whole.size(), 5'000'000U);
+    std::string damaged = whole;
+    damaged[whole.size() / 2] ^= 1;
+    writeFile(path, damaged);
+    const auto left = findLeftWork(place());
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(descriptionOf([&] { left.front().read(); }), path + " cannot be read: nothing in it is whole");
+}
+
+TEST_F(Recovery, ForgetsTheOldestActsAboveWhatMayBeKept) {
+    constexpr int kActs = 200;
+    constexpr std::size_t kRoomForActs = 100'000;
+    Survey last;
+    {
+        Worker worker(place());
+        for (int i = 0; i < kActs; ++i)
+            worker.journal.replaceSurvey({}, surveyOf(300));
+        worker.journal.goTo(worker.journal.size() - 1);
+        last = worker.journal.survey();
+    }
+    const auto left = findLeftWork(place());
+    ASSERT_EQ(left.size(), 1U);
+    const SavedWork work = left.front().read(kRoomForActs);
+    EXPECT_LE(work.journal.bytes(), kRoomForActs);
+    EXPECT_GT(work.journal.size(), 2U);
+    EXPECT_EQ(work.journal.forgotten() + work.journal.size(), static_cast<std::size_t>(kActs));
+    EXPECT_EQ(work.journal.actsInForce(), static_cast<std::size_t>(kActs - 1));
+    EXPECT_EQ(differences(work.journal.survey(), last), "");
+}
+
+TEST_F(Recovery, TakesNoRecordsThatCannotBe) {
+    Worker worker(place());
+    worker.work(4, 5);
+    const std::uint64_t before = digestOf(worker.journal, worker.records);
+    SavedRecords records = worker.records;
+    records.exports.resize(1);
+    records.exports[0].importNumber = -1;
+    worker.keeper.follow(records);
+    const std::string path = onlyFile(), whole = readFile(path);
+    worker.keeper.discard();
+    writeFile(path, whole);
+    const SavedWork work = recovered();
+    EXPECT_EQ(digestOf(work.journal), before) << "the file ends in front of them";
+}
+
+TEST_F(Recovery, HasANameThatSurvivesAPowerCut) {
+    Worker worker(place());
+    const WatchedFileCalls watched;
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    EXPECT_EQ(watched.count("fsync"), 2) << "the file, and the folder that has its name";
+    EXPECT_EQ(watched.calls().back().name, "fsync");
+    EXPECT_EQ(watched.calls()[watched.calls().size() - 2].path, place());
+}
+
+TEST_F(Recovery, DoesNotFillADiskThatIsFull) {
+    Worker worker(place());
+    long freeBlocks = 1;
+    const auto answer = [&](const FileCall& call) -> std::optional<FileAnswer> {
+        return call.name == "fstatvfs" ? std::optional(FileAnswer{0, 0, freeBlocks}) : std::nullopt;
+    };
+    {
+        const WatchedFileCalls watched(answer);
+        worker.journal.replaceSurvey({}, surveyOf(1000));
+        worker.journal.replaceSurvey({}, surveyOf(1000));
+        EXPECT_EQ(watched.count("write"), 0);
+        ASSERT_EQ(worker.told.size(), 1U);
+        EXPECT_NE(worker.told[0].find("No space left on device"), std::string::npos);
+    }
+    EXPECT_TRUE(fs::is_empty(place()));
+    freeBlocks = 1000;
+    const WatchedFileCalls watched(answer);
+    worker.journal.replaceSurvey({}, surveyOf(1000));
+    EXPECT_TRUE(worker.keeper.isKeeping());
 }
 
 TEST_F(Recovery, OfAUserWithoutAHomeIsNotKept) {

@@ -7,6 +7,7 @@
 #include "rows/row_acts.h"
 #include "rows/row_editing.h"
 #include "storage/database.h"
+#include "storage/work_stream.h"
 #include "support/file_calls.h"
 #include "support/journal_bits.h"
 #include "support/made_survey.h"
@@ -491,6 +492,35 @@ TEST_F(SurveyFile, WithAViewInPlaceOfItsStateIsTold) {
            "UNION ALL SELECT part + 1 FROM n) SELECT part, 0 AS checksum, zeroblob(1000) AS bytes FROM "
            "n");
     EXPECT_EQ(whyNotOpened(), refusal("it is a GeoPackage of another program"));
+}
+
+TEST_F(SurveyFile, ThatMakesItsValuesInsteadOfHoldingThemIsTold) {
+    save(journalOf(twoRows()));
+    change(
+        path(),
+        "CREATE TABLE made (part INTEGER PRIMARY KEY NOT NULL, checksum INTEGER NOT NULL, "
+        "bytes AS (printf('%.*c', 900000000, 'x'))); INSERT INTO made(part, checksum) VALUES (1, 1), (2, 1); "
+        "DROP TABLE survey_state; ALTER TABLE made RENAME TO survey_state");
+    EXPECT_EQ(whyNotOpened(), refusal("it is damaged"));
+}
+
+TEST_F(SurveyFile, WithAValueOfUnheardLengthIsTold) {
+    save(journalOf(twoRows()));
+    change(path(), "UPDATE survey_state SET bytes = zeroblob(70000000)");
+    EXPECT_EQ(whyNotOpened(), path() + " cannot be opened: string or blob too big");
+}
+
+TEST_F(SurveyFile, OfATimeThatIsNoneIsTold) {
+    Journal journal = journalOf(twoRows());
+    Journal::forEachField(journal, [](auto&, auto&, auto& acts, auto&...) {
+        acts[0].time = std::chrono::system_clock::time_point(std::chrono::system_clock::duration::min());
+    });
+    std::string bytes;
+    ByteWriter out([&](std::string_view piece) { bytes += piece; });
+    writeWork(out, journal, {});
+    out.finish();
+    ByteReader in(bytes);
+    EXPECT_THROW(readWork(in), DamagedBytes);
 }
 
 TEST_F(SurveyFile, ThatIsNotThereIsTold) {

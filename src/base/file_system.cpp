@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/file_system.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace tessel {
+
+namespace {
+
+int openFile(const std::string& path, int flags, mode_t mode = 0) {
+    return uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); });
+}
+
+void closeKeepingReason(int file) {
+    const int reason = errno;
+    ::close(file);
+    errno = reason;
+}
+
+}  // namespace
+
+bool lockFile(int file) {
+    return uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0;
+}
+
+bool isStillNamed(int file, const std::string& path) {
+    struct stat open {};
+    struct stat named {};
+    return ::fstat(file, &open) == 0 && ::lstat(path.c_str(), &named) == 0 && S_ISREG(open.st_mode) &&
+           open.st_nlink > 0 && open.st_ino == named.st_ino && open.st_dev == named.st_dev;
+}
+
+// Whoever is making it looks whether it still has its name when he has locked it (makeLockedFile).
+int openLeftFile(const std::string& path) {
+    const int file = openFile(path, O_RDWR | O_NOFOLLOW | O_NONBLOCK);
+    if (file < 0 || (lockFile(file) && isStillNamed(file, path))) return file;
+    closeKeepingReason(file);
+    return -1;
+}
+
+int makeLockedFile(const std::function<std::string(int number)>& nameOf, mode_t mode, std::string& name) {
+    for (int number = 0;; ++number) {
+        name = nameOf(number);
+        const int file = openFile(name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+        if (file < 0 && errno == EEXIST) continue;
+        if (file < 0) return -1;
+        // Between these two steps another program may have taken it for one left behind.
+        const bool isTaken = !lockFile(file) && errno == EWOULDBLOCK;
+        if (!isTaken && isStillNamed(file, name)) return file;
+        ::close(file);
+    }
+}
+
+bool hasRoomFor(int file, off_t bytes) {
+    struct statvfs disk {};
+    if (bytes <= 0 || ::fstatvfs(file, &disk) != 0 || disk.f_frsize == 0) return true;
+    return static_cast<fsblkcnt_t>(bytes) / disk.f_frsize < disk.f_bavail;
+}
+
+bool syncNames(const std::string& folder, int file) {
+    const int opened = openFile(folder, O_RDONLY | O_DIRECTORY);
+    // A folder may be open to writing only; then the whole file system is asked.
+    const int synced = opened >= 0 ? uninterrupted([&] { return ::fsync(opened); })
+                                   : uninterrupted([&] { return ::syncfs(file); });
+    if (opened >= 0) closeKeepingReason(opened);
+    return synced == 0 || errno == EINVAL || errno == EOPNOTSUPP;
+}
+
+}  // namespace tessel
