@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A typical run through the real windows on a made-up field, act by act:
 //     tessel_typical_run SITES
-// prints how long each act kept the user waiting, from the click until the screen is drawn.
+// prints how long each act kept the user waiting, from the click until the screen is drawn and what was done
+// is in the recovery file, and how much memory the program had at most.
 #include "app/frmMain.h"
 #include "base/session.h"
 #include "bench/made_field.h"
+#include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "drawing/PictureBox.h"
@@ -21,6 +23,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -161,10 +165,27 @@ void analyse(frmMain& main) {
     chooseItem(correlation, u"mnuExit"_s);
 }
 
+void saveAndOpen(frmMain& main) {
+    const QString file = QString::fromStdString(benchFolder() + "/survey.gpkg");
+    std::filesystem::remove(file.toStdString());
+    setFileResponder([file](const FileQuestion&) { return file; });
+    timed("save the survey", [&] { chooseItem(main, u"mnuSaveSurvey"_s); });
+    std::printf("%-44s %9.1f MB\n", "the survey file",
+                static_cast<double>(std::filesystem::file_size(file.toStdString())) * 1e-6);
+    timed("undo once more", [&] { chooseItem(main, u"mnuUndo"_s); });
+    timed("open the saved survey", [&] { chooseItem(main, u"mnuOpenSurvey"_s); });
+}
+
+void printMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("%-44s %9.1f MB\n", "memory at most", static_cast<double>(usage.ru_maxrss) * 1.024e-3);
+}
+
 void run(SiteIndex sites) {
     trimbleFile(sites);  // written before the clock runs
     setMessageResponder([](const MessageBox&) { return true; });
-    const auto main = createProgram();
+    const auto main = createProgram(benchFolder() + "/state");
     timed("show the main window", [&] { main->show(); });
     importField(*main, sites);
     review(*main);
@@ -176,6 +197,9 @@ void run(SiteIndex sites) {
     analyse(*main);
     const QString file = QString::fromStdString(benchFolder() + "/transect.txt");
     timed("export and write", [&] { exportTransectFile(*main, file); });
+    printMemory();
+    saveAndOpen(*main);
+    printMemory();
 }
 
 }  // namespace
