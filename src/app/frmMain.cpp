@@ -55,7 +55,8 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     lblInvitation->setFont(larger);
     lblInvitation->setText(
         u"Import a sensor file to begin:\nFile, then “Import a Trimble/EM-38 Sensor file” "
-        u"or “Inport a generic Sensor file”"_s);
+        u"or “Inport a generic Sensor file”,\n"
+        u"or for any other table “Import a table (choose its columns)”. A file can also be dropped here."_s);
     summaryArea->setAccessibleName(lblInvitation->text());
     summaryArea->installEventFilter(this);
 
