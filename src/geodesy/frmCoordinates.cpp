@@ -87,7 +87,8 @@ void frmCoordinates::findSystems() {
             lstSystems->addItem(QString::fromStdString(shownName(*system)));
             lstSystems->item(lstSystems->count() - 1)->setToolTip(QString::fromStdString(system->area));
         }
-        lstSystems->setCurrentRow(systems_.empty() ? -1 : 0);
+        // What nobody has asked for is not chosen: the first system of all is nobody's.
+        lstSystems->setCurrentRow(systems_.empty() || txtSystem->text().trimmed().isEmpty() ? -1 : 0);
     }
     showNotices();
 }
@@ -98,7 +99,8 @@ QString frmCoordinates::whatIsWrong() const {
     if (request.kind == PositionKind::kGrid) return {};
     if (request.converts() && check_.positions == 0) return u"No position can be one in degrees."_s;
     if (coordinateSystems().empty()) return u"The list of coordinate systems (proj.db) was not found."_s;
-    if (request.system == 0) return u"No coordinate system has this number or these words."_s;
+    if (systems_.empty()) return u"No coordinate system has this number or these words."_s;
+    if (request.system == 0) return u"Type a number or words of a name, and choose a system."_s;
     return QString::fromStdString(whyNotInMetres(request.system));
 }
 

@@ -111,6 +111,20 @@ TEST_F(CoordinatesWindow, NamesASystemWithoutMovingAnything) {
     EXPECT_EQ(theJournal().size(), 1U);
 }
 
+// Enter would have named the first of all systems, which lies in the West Indies.
+TEST_F(CoordinatesWindow, ChoosesNoSystemForMetresByItself) {
+    use(madeSurvey({{544586.53, 5806585.84, 1, 1, 1}, {544590, 5806585, 1, 1, 1}}));
+    frmCoordinates window;
+    window.show();
+    clickOn(window, u"optCRS"_s);
+    EXPECT_GT(window.lstSystems->count(), 0);
+    EXPECT_EQ(chosen(window), QString());
+    EXPECT_FALSE(window.cmdApply->isEnabled());
+    EXPECT_EQ(window.lblNotice->text(), u"Type a number or words of a name, and choose a system."_s);
+    window.lstSystems->setCurrentRow(1);
+    EXPECT_TRUE(window.cmdApply->isEnabled());
+}
+
 TEST_F(CoordinatesWindow, SaysWhyNothingCanBeDone) {
     frmCoordinates window;
     window.show();
