@@ -9,6 +9,7 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
+#include "desktop/SpokenNames.h"
 #include "desktop/Windows.h"
 #include "drawing/Pixels.h"
 #include "journal/journal.h"
@@ -102,6 +103,7 @@ void printBlock(TwipPage& page, const PrintedBlock& block) {
 
 frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
+    speakLabelledValues();
     resizeOnScreen(*this, {680, 640});
     const QPointF inches = QPointF(kLoadOffset) / kTwipsPerInch;
     const QPointF offset(inches.x() * logicalDpiX(), inches.y() * logicalDpiY());

@@ -5,6 +5,7 @@
 #include "base/file_replacement.h"
 #include "base/session.h"
 #include "desktop/Guarded.h"
+#include "desktop/SpokenNames.h"
 #include "desktop/TextEditor.h"
 #include "desktop/Windows.h"
 #include "richtext/RichTextReader.h"
@@ -61,6 +62,7 @@ QString tooLarge(const QString& name, const QString& wayOut) {
 
 frmHelpTesl::frmHelpTesl(QWidget* parent) : QWidget(parent, Qt::Window) {
     setupUi(this);
+    nameClearButton(*txtFind);
     setAttribute(Qt::WA_QuitOnClose, false);
     layPaper(*RTB1);
     RTB1->viewport()->installEventFilter(this);

@@ -8,6 +8,8 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -31,6 +33,12 @@ QString nameOf(std::string_view item) {
     return QString::fromLatin1(item.data(), static_cast<qsizetype>(item.size()));
 }
 
+// What a survey is like is a text to a screen reader, whatever it scrolls in.
+QAccessibleInterface* spokenSummary(const QString& className, QObject* object) {
+    if (className != "QScrollArea"_L1 || object->objectName() != "summaryArea"_L1) return nullptr;
+    return new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::StaticText);
+}
+
 // Large enough to read a survey, and never larger than the screen leaves room for.
 QSize firstSize(const QScreen* screen) {
     const QSize room = screen->availableSize() * 0.92;
@@ -40,6 +48,7 @@ QSize firstSize(const QScreen* screen) {
 }  // namespace
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
+    QAccessible::installFactory(spokenSummary);
     setupUi(this);
     setAcceptDrops(true);
     nameSubmenus();

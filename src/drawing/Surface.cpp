@@ -3,6 +3,8 @@
 
 #include "drawing/Pixels.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -30,9 +32,16 @@ bool dragsView(const QMouseEvent& event) {
     return event.button() == Qt::MiddleButton || event.button() == Qt::RightButton;
 }
 
+// A picture to a screen reader, and not just something.
+QAccessibleInterface* spokenSurface(const QString& /*className*/, QObject* object) {
+    auto* const surface = qobject_cast<Surface*>(object);
+    return surface ? new QAccessibleWidget(surface, QAccessible::Graphic) : nullptr;
+}
+
 }  // namespace
 
 Surface::Surface(QWidget* parent) : QWidget(parent) {
+    QAccessible::installFactory(spokenSurface);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -5,6 +5,7 @@
 #include "app/survey_facts.h"
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
+#include "desktop/SpokenNames.h"
 #include "desktop/Windows.h"
 #include "geodesy/coordinate_systems.h"
 
@@ -24,6 +25,7 @@ constexpr std::size_t kMostSystems = 200;
 
 frmCoordinates::frmCoordinates(QWidget* parent) : QDialog(parent) {
     setupUi(this);
+    nameClearButton(*txtSystem);
     for (QRadioButton* const option : {optGrid, optDegrees, optMinutes, optCRS}) {
         colourWhileChecked(*option);
         connect(option, &QRadioButton::toggled, this, guarded(this, [this, option] {

@@ -9,6 +9,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
+#include "desktop/SpokenNames.h"
 #include "desktop/Windows.h"
 #include "journal/journal.h"
 #include "plots/map_zones.h"
@@ -53,6 +54,7 @@ struct ScreenHourglass {
 
 frmClip::frmClip(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
+    speakLabelledValues();
     nameSubmenus();
     keepPlaces();
     reserveSiteLines();
