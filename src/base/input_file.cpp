@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/input_file.h"
 
+#include "base/file_system.h"
 #include "base/run_time_error.h"
 
 #include <algorithm>
@@ -52,7 +53,8 @@ FileState stateIn(const struct stat& status) {
 
 FileState stateOfInputFile(const std::string& path) {
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0) throw RunTimeError::file(path, "cannot be opened", errno);
+    if (uninterrupted([&] { return ::stat(path.c_str(), &status); }) != 0)
+        throw RunTimeError::file(path, "cannot be opened", errno);
     if (const char* const reason = whyNotInput(path, status))
         throw RunTimeError::file(path, "cannot be read", reason);
     return stateIn(status);
@@ -61,7 +63,8 @@ FileState stateOfInputFile(const std::string& path) {
 InputFile openInputFile(const std::string& path) {
     stateOfInputFile(path);
     // Not blocking, for it may have turned into a pipe meanwhile.
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    const int file = uninterrupted([&] { return ::open(path.c_str(), kFlags); });
     if (file < 0) throw RunTimeError::file(path, "cannot be opened", errno);
     struct stat status {};
     if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) return {stateIn(status), file};

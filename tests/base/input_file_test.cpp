@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/input_file.h"
 
+#include "support/file_calls.h"
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
@@ -57,6 +58,18 @@ TEST_F(InputFileTest, IsRefusedBeforeItIsOpened) {
     EXPECT_EQ(::read(openings, &opened, sizeof opened), -1);
     EXPECT_EQ(errno, EAGAIN);
     ::close(openings);
+}
+
+TEST_F(InputFileTest, IsOpenedThoughASignalInterruptsEveryCall) {
+    writeFile(folder / "a.dat", "12345");
+    bool isInterrupted = false;
+    const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
+        if (call.name != "stat" && call.name != "open") return std::nullopt;
+        isInterrupted = !isInterrupted;
+        return isInterrupted ? std::optional(FileAnswer{-1, EINTR}) : std::nullopt;
+    });
+    EXPECT_EQ(refusal(folder / "a.dat"), "no error");
+    EXPECT_EQ(watched.count("open"), 2);
 }
 
 TEST_F(InputFileTest, OfATimeBeyondTheClockIsOfItsFurthestSecond) {
