@@ -102,16 +102,16 @@ TEST_P(JointReplacement, LeavesBothAsTheyWereWhicheverCallFails) {
 }
 
 TEST_P(JointReplacement, SaysWhereTheOldFileIsWhenItCannotBePutBack) {
-    const auto renames = [&] {
-        const WatchedFileCalls watched(ofTheFileSystem);
-        replaceBoth();
-        return watched.calls();
-    };
     restore();
-    const auto calls = renames();
-    long last = 0;
-    for (std::size_t i = 0; i < calls.size(); ++i)
-        if (calls[i].name == "rename") last = static_cast<long>(i) + 1;
+    long calls = 0, last = 0;
+    {
+        const WatchedFileCalls watched([&](const FileCall& call) {
+            ++calls;
+            if (call.name == "rename") last = calls;
+            return ofTheFileSystem(call);
+        });
+        replaceBoth();
+    }
     restore();
     const std::string failure = failureOf(last, true);
     ASSERT_NE(failure.find("field.txt cannot be written: Input/output error"), std::string::npos);

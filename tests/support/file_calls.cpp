@@ -24,7 +24,7 @@ void fillIn(struct statvfs* status, const FileAnswer& answer) {
 
 template <typename Call, typename Status = NothingToFillIn>
 auto watched(FileCall call, Call real, Status* status = nullptr) -> decltype(real()) {
-    if (watcher == nullptr) return real();
+    if (watcher == nullptr || watcher->isAnswering()) return real();
     const auto answer = watcher->answer(call);
     if (answer) fillIn(status, *answer);
     if (answer) errno = answer->error;
@@ -72,8 +72,12 @@ long WatchedFileCalls::count(const std::string& name) const {
     return std::count_if(calls_.begin(), calls_.end(), [&](const FileCall& c) { return c.name == name; });
 }
 
-std::optional<FileAnswer> WatchedFileCalls::answer(const FileCall& call) const {
-    return answerer_ ? answerer_(call) : std::nullopt;
+std::optional<FileAnswer> WatchedFileCalls::answer(const FileCall& call) {
+    if (!answerer_) return std::nullopt;
+    isAnswering_ = true;
+    const auto answer = answerer_(call);
+    isAnswering_ = false;
+    return answer;
 }
 
 std::optional<FileAnswer> noNamelessFiles(const FileCall& call) {
@@ -87,6 +91,8 @@ extern "C" {
 int __real_open(const char* path, int flags, mode_t mode);
 ssize_t __real_write(int file, const void* bytes, std::size_t size);
 ssize_t __real_pwrite(int file, const void* bytes, std::size_t size, off_t at);
+ssize_t __real_pread(int file, void* bytes, std::size_t size, off_t at);
+int __real_close(int file);
 int __real_fsync(int file);
 int __real_syncfs(int file);
 int __real_linkat(int from, const char* path, int to, const char* name, int flags);
@@ -114,8 +120,21 @@ ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
     return watched(writing("write", file, bytes, size), [&] { return __real_write(file, bytes, size); });
 }
 ssize_t __wrap_pwrite(int file, const void* bytes, std::size_t size, off_t at) {
-    return watched(writing("pwrite", file, bytes, size),
-                   [&] { return __real_pwrite(file, bytes, size, at); });
+    FileCall call = writing("pwrite", file, bytes, size);
+    call.at = at;
+    return watched(std::move(call), [&] { return __real_pwrite(file, bytes, size, at); });
+}
+ssize_t __wrap_pread(int file, void* bytes, std::size_t size, off_t at) {
+    return watched(onFile("pread", file), [&] { return __real_pread(file, bytes, size, at); });
+}
+// Whatever it tells, the file is closed; and it is not kept, for it changes nothing.
+int __wrap_close(int file) {
+    std::optional<FileAnswer> answer;
+    if (watcher != nullptr && !watcher->isAnswering()) answer = watcher->answer(onFile("close", file));
+    const int result = __real_close(file);
+    if (!answer) return result;
+    errno = answer->error;
+    return static_cast<int>(answer->result);
 }
 int __wrap_fsync(int file) {
     return watched(onFile("fsync", file), [&] { return __real_fsync(file); });

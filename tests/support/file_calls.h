@@ -11,6 +11,7 @@ struct FileCall {
     std::string bytes;  ///< of write and pwrite
     int file = -1;      ///< where the call has one; of a watched open its result
     int flags = 0;      ///< of open
+    long at = 0;        ///< of pwrite
     long result = 0;
 };
 
@@ -22,8 +23,8 @@ struct FileAnswer {
 };
 
 /// While the object lives, the calls of this program's own code that make, write, name, lock and sync files
-/// are recorded in their order, and a test can answer them in the system's place. One object at a time; in
-/// the tests of what computes only.
+/// are recorded in their order, and a test can answer them in the system's place; closing can be answered,
+/// and is not recorded. What Qt does to files is not seen. One object at a time.
 class WatchedFileCalls {
   public:
     using Answerer = std::function<std::optional<FileAnswer>(const FileCall&)>;
@@ -37,12 +38,14 @@ class WatchedFileCalls {
     /// How often a call of this name has been made.
     long count(const std::string& name) const;
 
-    /// For the calls themselves.
-    std::optional<FileAnswer> answer(const FileCall& call) const;
+    /// For the calls themselves. What an answerer does to files itself is neither asked nor recorded.
+    bool isAnswering() const { return isAnswering_; }
+    std::optional<FileAnswer> answer(const FileCall& call);
     void record(FileCall call) { calls_.push_back(std::move(call)); }
 
   private:
     Answerer answerer_;
+    bool isAnswering_ = false;
     std::vector<FileCall> calls_;
 };
 
