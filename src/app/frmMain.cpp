@@ -65,7 +65,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     lblInvitation->setText(
         u"Import a sensor file to begin:\nFile, then “Import a Trimble/EM-38 Sensor file” "
         u"or “Inport a generic Sensor file”,\n"
-        u"or for any other table “Import a table (choose its columns)”. A file can also be dropped here."_s);
+        u"or for any other table “Import a table (choose its columns)”.\nA file can also be dropped here."_s);
     summaryArea->setAccessibleName(lblInvitation->text());
     summaryArea->installEventFilter(this);
 
