@@ -13,6 +13,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 
 #include <algorithm>
 #include <array>
@@ -95,12 +96,41 @@ void frmSuspects::joinTable() {
     tblSuspects->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     tblSuspects->horizontalHeader()->setStretchLastSection(true);
     tblSuspects->sortByColumn(0, Qt::AscendingOrder);
+    tblSuspects->setContextMenuPolicy(Qt::CustomContextMenu);
     tblSuspects->installEventFilter(this);
+    connect(tblSuspects, &QWidget::customContextMenuRequested, this, &frmSuspects::offerSorting);
     connect(tblSuspects->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& line) { showOnMap(line); });
     connect(model_, &SuspectsModel::ticksChanged, this, [this] {
         if (!isSearching()) showCounts();
     });
+}
+
+// The way of the keyboard: headings cannot have the focus.
+void frmSuspects::offerSorting(QPoint place) {
+    runGuarded(this, [&] { showSortMenu(place); });
+}
+
+void frmSuspects::showSortMenu(QPoint place) {
+    auto* const menu = new QMenu(this);
+    menu->setObjectName(u"mnuSort"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (int column = 0; column < model_->columnCount(); ++column) {
+        const QString heading = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        QAction* const item = menu->addAction(u"Sort by "_s + heading);
+        item->setCheckable(true);
+        item->setChecked(tblSuspects->horizontalHeader()->sortIndicatorSection() == column);
+        connect(item, &QAction::triggered, this, guarded(this, [this, column] { sortBy(column); }));
+    }
+    menu->popup(tblSuspects->viewport()->mapToGlobal(place));
+}
+
+// As a click on the heading does: a second time the other way round.
+void frmSuspects::sortBy(int column) {
+    const QHeaderView& heads = *tblSuspects->horizontalHeader();
+    const bool turns =
+        heads.sortIndicatorSection() == column && heads.sortIndicatorOrder() == Qt::AscendingOrder;
+    tblSuspects->sortByColumn(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void frmSuspects::showProposal() {

@@ -48,6 +48,9 @@ class frmSuspects : public QWidget, public Ui::frmSuspects {
 
     void joinRules();
     void joinTable();
+    void offerSorting(QPoint place);
+    void showSortMenu(QPoint place);
+    void sortBy(int column);
     void showProposal();
     void offerReadings();
     double numberIn(const QCheckBox* rule, const QLineEdit* box, const Allowed& allowed,

@@ -121,6 +121,30 @@ TEST_F(SuspectsWindow, SaysWhichValueOfARuleInUseCannotBeTaken) {
     }
 }
 
+TEST_F(SuspectsWindow, SortsByAnyColumnWithTheKeyboard) {
+    open();
+    window->chkSpikes->click();
+    window->chkFar->click();
+    ASSERT_EQ(table().rowCount(), 2);
+    const auto sortBy = [this](const QString& item) {
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, window->tblSuspects->mapToGlobal(QPoint()));
+        QApplication::sendEvent(window->tblSuspects, &asked);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        ASSERT_EQ(menu->actions().size(), table().columnCount());
+        do
+            QTest::keyClick(menu, Qt::Key_Down);
+        while (menu->activeAction()->text() != item);
+        QTest::keyClick(menu, Qt::Key_Return);
+    };
+    sortBy(u"Sort by EM1"_s);
+    EXPECT_EQ(cell(1, 4), u"90.00"_s);
+    sortBy(u"Sort by EM1"_s);
+    EXPECT_EQ(cell(0, 4), u"90.00"_s);
+    sortBy(u"Sort by Site"_s);
+    EXPECT_EQ(cell(0, 0), u"1008"_s);
+}
+
 TEST_F(SuspectsWindow, SortsByTheHeadingThatIsClicked) {
     open();
     for (QCheckBox* rule : {window->chkSpikes, window->chkFar, window->chkRepeated})
