@@ -18,9 +18,9 @@ class SpokenLabel : public QAccessibleWidget {
     explicit SpokenLabel(QLabel* label) : QAccessibleWidget(label, QAccessible::StaticText), label_(label) {}
 
     QString text(QAccessible::Text kind) const override {
-        const QString said = QAccessibleWidget::text(kind);
-        if (kind != QAccessible::Name || label_->text().isEmpty()) return said;
-        return said + u": "_s + label_->text();
+        QString said = QAccessibleWidget::text(kind);
+        if (kind == QAccessible::Name && !label_->text().isEmpty()) said += u": "_s + label_->text();
+        return said;
     }
 
     QAccessible::State state() const override {
