@@ -46,7 +46,10 @@ bool runWithOwnMounts(const std::function<void()>& action) {
     }
     int end = 0;
     EXPECT_EQ(::waitpid(process, &end, 0), process);
-    if (WIFEXITED(end) && WEXITSTATUS(end) == kMayNot) return false;
+    if (WIFEXITED(end) && WEXITSTATUS(end) == kMayNot) {
+        std::fputs("left out: nobody may mount a drive here\n", stderr);
+        return false;
+    }
     EXPECT_EQ(end, 0) << "the process with its own mounts has failed";
     return true;
 }
