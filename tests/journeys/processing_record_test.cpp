@@ -66,16 +66,6 @@ TEST_F(ProcessingRecordJourney, IsSavedFromTheMenuAndSaysSoInTheMainWindow) {
     EXPECT_EQ(main->lblMessage->text(), u"Processing record saved to work.yaml"_s);
 }
 
-TEST_F(ProcessingRecordJourney, FollowsWhatIsTakenBackAndDoneAgain) {
-    importThreeRows();
-    deleteRow(u"3"_s);
-    EXPECT_TRUE(holds(record(), "site_numbers: [[31, 32]]\n"));
-    chooseItem(*main, u"mnuUndo"_s);
-    EXPECT_TRUE(holds(record(), "acts: []\nsurvey:\n  sites: 6\n  rows: 3\n"));
-    chooseItem(*main, u"mnuRedo"_s);
-    EXPECT_TRUE(holds(record(), "site_numbers: [[31, 32]]\n"));
-}
-
 TEST_F(ProcessingRecordJourney, LiesBesideAnExportAndListsTheExportsBefore) {
     importThreeRows();
     exportTo(folder / "all.txt");

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Suspicious sites in the whole program: found, deleted, taken back, written down.
+// Suspicious sites in the whole program: found, deleted, taken back.
 #include "analysis/frmSuspects.h"
-#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "plots/Chart2D.h"
-#include "rows/row_detection.h"
 #include "support/RunningProgram.h"
 #include "support/made_survey.h"
-#include "support/survey_under_test.h"
 
 namespace tessel {
 
@@ -30,10 +27,6 @@ class SuspiciousSitesJourney : public testing::Test, protected RunningProgram {
         chooseItem(*main, u"mnuSuspects"_s);
         return dynamic_cast<frmSuspects&>(shownWindow(u"frmSuspects"_s));
     }
-    void deleteTicked(frmSuspects& window, int sites) {
-        boxes.ask(true, u"Delete the %1 ticked sites? The others stay."_s.arg(sites));
-        clickOn(window, u"cmdDeleteSuspects"_s);
-    }
     static QString status(const frmSuspects& window) { return window.lblSuspects->text(); }
 };
 
@@ -44,7 +37,8 @@ TEST_F(SuspiciousSitesJourney, AreDeletedAndTakenBackWhileTheWindowFollows) {
     frmSuspects& window = openSuspects();
     EXPECT_EQ(&openSuspects(), &window) << "there is one";
     clickOn(window, u"chkSpikes"_s);
-    deleteTicked(window, 2);
+    boxes.ask(true, u"Delete the 2 ticked sites? The others stay."_s);
+    clickOn(window, u"cmdDeleteSuspects"_s);
     EXPECT_EQ(theSurvey().NumSites, 58);
     EXPECT_EQ(status(window), u"No site is suspicious by these rules."_s);
     EXPECT_EQ(controlAs<Chart2D>(*main, u"Chart2D2"_s).pointCount(Chart2D::kData, 1), 19);
@@ -52,18 +46,6 @@ TEST_F(SuspiciousSitesJourney, AreDeletedAndTakenBackWhileTheWindowFollows) {
     chooseItem(*main, u"mnuUndo"_s);
     expectSameSurvey(theSurvey(), before);
     EXPECT_EQ(status(window), u"2 of 60 sites flagged, 2 of them ticked."_s);
-}
-
-TEST_F(SuspiciousSitesJourney, CloseUpRowsThatTheyEmpty) {
-    frmSuspects& window = openSuspects();
-    clickOn(window, u"chkLimits"_s);
-    for (SiteIndex i = 20; i < 40; ++i)
-        surveyUnderTest().SiteData(kEM1, i) = 2000;
-    window.followSurvey();
-    deleteTicked(window, 20);
-    EXPECT_EQ(theSurvey().NumRows, 2);
-    EXPECT_TRUE(main->mnuGrid->isEnabled());
-    EXPECT_EQ(theSurvey().SiteData(kRow, 39), 2);
 }
 
 TEST_F(SuspiciousSitesJourney, OfAllSitesLeaveAProgramWithoutOne) {
@@ -80,17 +62,6 @@ TEST_F(SuspiciousSitesJourney, OfAllSitesLeaveAProgramWithoutOne) {
     expectSameSurvey(theSurvey(), before);
 }
 
-TEST_F(SuspiciousSitesJourney, OfRowsThatAreTooManyBecomeOneRowToBeDividedAnew) {
-    surveyUnderTest().RowIndex = kMaxRows + 1;
-    for (SiteIndex i = 20; i < 40; ++i)
-        surveyUnderTest().SiteData(kEM1, i) = 2000;
-    frmSuspects& window = openSuspects();
-    clickOn(window, u"chkLimits"_s);
-    deleteTicked(window, 20);
-    EXPECT_EQ(theSurvey().NumRows, 1);
-    EXPECT_TRUE(main->mnuData->isEnabled());
-}
-
 TEST_F(SuspiciousSitesJourney, CloseTheirWindowWhenAnotherSurveyTakesThePlaceOfTheirs) {
     writeFile(folder / "other.txt", "0 0 20 1\n1 0 21 1\n2 0 22 1\n0 6 20 2\n");
     openSuspects();
@@ -101,17 +72,6 @@ TEST_F(SuspiciousSitesJourney, CloseTheirWindowWhenAnotherSurveyTakesThePlaceOfT
     chooseItem(*main, u"mnuUndo"_s);
     EXPECT_FALSE(isShown(u"frmSuspects"_s)) << "the import has been taken back";
     expectSameSurvey(theSurvey(), before);
-}
-
-TEST_F(SuspiciousSitesJourney, StandInTheRecordWithTheirRules) {
-    frmSuspects& window = openSuspects();
-    clickOn(window, u"chkSpikes"_s);
-    deleteTicked(window, 2);
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "record.yaml"); });
-    chooseItem(*main, u"mnuRecord"_s);
-    const std::string record = readFile(folder / "record.yaml");
-    EXPECT_NE(record.find("delete-suspicious-sites"), std::string::npos);
-    EXPECT_NE(record.find("5 neighbours on each side, 4 deviations"), std::string::npos);
 }
 
 }  // namespace tessel

@@ -23,6 +23,7 @@ constexpr std::array<Shape, kOddSurveys> kShapes = {{
     {250, 3, 0, 1, 9, 25, 4, true, true},               // as many as the system holds
     {8, 20, 16.37, 1e-5, 1e-4, 28, 7, true, false},     // degrees
     {5, 12, 1e15, 1e12, 1e13, -4e8, 3e8, false, true},  // huge
+    {2, 2, -1e300, 1e299, 9e299, 30, 5, true, false},   // too far apart for a distance
     {12, 1, 50, 1, 10, 0, 5, true, false},              // rows of one site
     {9, 30, 431000, 1.5, 12, 33, 20, true, true},       // an ordinary field
 }};
