@@ -106,6 +106,8 @@ TEST_F(HelpViewer, SaysWhyADocumentCannotBeReadAndDoesNotOpen) {
                            QDir::toNativeSeparators(fromPath(documentPath(109))));
     std::filesystem::create_directory(documentPath(104));
     expectRefused(104, fromPath(documentPath(104)) + u" cannot be read: it is a folder"_s);
+    ASSERT_EQ(::mkfifo(documentPath(107).c_str(), 0600), 0);
+    expectRefused(107, fromPath(documentPath(107)) + u" cannot be read: it is not a regular file"_s);
     std::filesystem::create_symlink("/proc/self/mem", documentPath(105));
     expectRefused(105, fromPath(documentPath(105)) + u" cannot be read: Input/output error"_s);
     writeDocument(106, "{\\rtf1}");
