@@ -159,18 +159,21 @@ TEST_F(Leftovers, AreLeftAloneWhereThereAreNoLocks) {
 }
 
 TEST_F(UnfinishedFileTest, TakesAnotherNameWhenItIsTakenForALeftoverBeforeItIsLocked) {
-    for (const bool stillHeld : {true, false}) {
+    for (const auto& [removed, held] : {std::pair(true, true), {true, false}, {false, true}}) {
         int locks = 0;
-        const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
-            if (const auto answer = noNamelessFiles(call)) return answer;
-            if (call.name != "flock" || ++locks > 1) return std::nullopt;
-            fs::remove(folder / nameOf(::getpid(), 0));  // by another program, between opening and locking
-            return stillHeld ? std::optional(FileAnswer{-1, EWOULDBLOCK}) : std::nullopt;
-        });
+        const WatchedFileCalls watched(
+            [&, removed = removed, held = held](const FileCall& call) -> std::optional<FileAnswer> {
+                if (const auto answer = noNamelessFiles(call)) return answer;
+                if (call.name != "flock" || ++locks > 1) return std::nullopt;
+                // By another program, between opening and locking.
+                if (removed) fs::remove(folder / nameOf(::getpid(), 0));
+                return held ? std::optional(FileAnswer{-1, EWOULDBLOCK}) : std::nullopt;
+            });
         UnfinishedFile file;
         ASSERT_TRUE(file.open(folder.path(), 0600));
         EXPECT_TRUE(fs::exists(file.name()));
         EXPECT_EQ(locks, 2);
+        fs::remove(folder / nameOf(::getpid(), 0));
     }
     EXPECT_EQ(filesIn(folder), 0U);
 }

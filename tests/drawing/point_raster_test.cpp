@@ -101,8 +101,11 @@ TEST(PointRaster, ATranslucentPixelIsBlendedOncePerSeriesHoweverManyPointsFallTh
 
 TEST(PointRaster, MarksTellMoreSeriesApartThanTheirNumbersHold) {
     StampMarks marks;
-    marks.reset(1, 1);
+    marks.reset(2, 1);
     for (int series = 0; series < 200000; ++series) {
+        if (series % 65535 == 0) {
+            EXPECT_TRUE(marks.take(1)) << "taken last under the same number";
+        }
         EXPECT_TRUE(marks.take(0)) << series;
         ASSERT_FALSE(marks.take(0)) << series;
         marks.nextSeries();
