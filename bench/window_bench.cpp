@@ -10,7 +10,7 @@
 #include "plots/RowPlotEditor.h"
 #include "plots/SurveyGridPlot.h"
 #include "plots/frmClip.h"
-#include "program/DistanceChoice.h"
+#include "program/RowDialog.h"
 #include "rows/frmDataEdit.h"
 #include "support/survey_under_test.h"
 
@@ -171,10 +171,9 @@ void dragLine(benchmark::State& state) {
     openField(state.range(0));
     ShownPlot<LagDistancePlot> shown;
     SurveyGridPlot grid(shown.main);
-    frmDataEdit dialog(&shown.main);
-    joinDistanceChoice(dialog, shown.plot, grid);
+    RowDialog dialog(shown.main, shown.plot, grid);
     shown.plot.mnuTrue_Dis_Click();
-    dialog.show();
+    dialog.mnuData_Click();
     QApplication::processEvents();
     Chart2D& chart = *shown.plot.Chart2D1;
     sendMouse(chart, QEvent::MouseButtonPress, {300, 300}, Qt::LeftButton, Qt::ControlModifier);
@@ -182,7 +181,8 @@ void dragLine(benchmark::State& state) {
     for (auto _ : state)
         sendMouse(chart, QEvent::MouseMove, QPointF(300, 300 + (step++ % 200)), Qt::LeftButton,
                   Qt::ControlModifier);
-    if (dialog.lblRows->text().isEmpty()) state.SkipWithError("the dialog does not follow");
+    if (shown.main.findChild<frmDataEdit*>()->lblRows->text().isEmpty()) state.SkipWithError("the dialog does not follow");
+    dialog.takeAway();
 }
 
 // A box on the map of a row: one step of the pointer after another, or the sites in it.
