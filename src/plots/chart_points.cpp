@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/chart_points.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <limits>
 
 namespace tessel {
@@ -72,35 +74,53 @@ std::vector<ChartPoints::Box> larger(const std::vector<ChartPoints::Box>& boxes)
 void ChartPoints::resize(std::size_t size) {
     x_.resize(size, kHole);
     y_.resize(size, kHole);
-    levels_.clear();
+    forgetFrom(0);
 }
 
 void ChartPoints::set(std::size_t first, std::span<const double> x, std::span<const double> y) {
     std::copy(x.begin(), x.end(), x_.data() + first);
     std::copy(y.begin(), y.end(), y_.data() + first);
-    levels_.clear();
+    forgetFrom(first);
+    if (blocks().size() == first / kBlock) lookUpTo(first + x.size());
 }
 
+// Part by part, so that the processor has each at hand when it is looked at.
 void ChartPoints::assign(std::span<const double> x, std::span<const double> y) {
-    const auto replace = [](std::vector<double>& points, std::span<const double> by) {
-        points.clear();
-        points.reserve(by.size() + 1);
-        points.push_back(kHole);
-        points.insert(points.end(), by.begin(), by.end());
-    };
-    replace(x_, x);
-    replace(y_, y);
-    levels_.clear();
+    constexpr std::size_t kPart = 16 * kBlock;
+    for (std::vector<double>* const points : {&x_, &y_}) {
+        points->reserve(x.size() + 1);
+        points->clear();
+        points->push_back(kHole);
+    }
+    forgetFrom(0);
+    for (std::size_t first = 0; first < x.size(); first += kPart) {
+        const auto last = static_cast<std::ptrdiff_t>(std::min(first + kPart, x.size()));
+        x_.insert(x_.end(), x.begin() + static_cast<std::ptrdiff_t>(first), x.begin() + last);
+        y_.insert(y_.end(), y.begin() + static_cast<std::ptrdiff_t>(first), y.begin() + last);
+        lookUpTo(x_.size());
+    }
+}
+
+void ChartPoints::forgetFrom(std::size_t first) {
+    levels_.resize(1);
+    if (blocks().size() > first / kBlock) blocks().resize(first / kBlock);
+    isLookedAt_ = false;
+}
+
+// At whole blocks.
+void ChartPoints::lookUpTo(std::size_t last) const {
+    for (std::size_t i = blocks().size() * kBlock; i + kBlock <= last; i += kBlock)
+        blocks().push_back(boxOf(x_.data() + i, y_.data() + i, kBlock));
 }
 
 const std::vector<std::vector<ChartPoints::Box>>& ChartPoints::levels() const {
-    if (!levels_.empty()) return levels_;
-    std::vector<Box>& blocks = levels_.emplace_back();
-    blocks.reserve((size() + kBlock - 1) / kBlock);
-    for (std::size_t i = 0; i < size(); i += kBlock)
-        blocks.push_back(boxOf(x_.data() + i, y_.data() + i, std::min(kBlock, size() - i)));
+    if (isLookedAt_) return levels_;
+    lookUpTo(size());
+    if (const std::size_t i = blocks().size() * kBlock; i < size())
+        blocks().push_back(boxOf(x_.data() + i, y_.data() + i, size() - i));
     while (levels_.back().size() > kFan)
         levels_.push_back(larger(levels_.back()));
+    isLookedAt_ = true;
     return levels_;
 }
 

@@ -23,8 +23,8 @@ inline bool isHole(double x, double y) {
 /// sets it; the points proper are 1..size() - 1.
 ///
 /// The points also know where they lie: in boxes around blocks of neighbours, and around blocks of blocks,
-/// so that who asks for a small part of the plane need not look at all of them. The boxes are found the
-/// first time they are asked for after a change.
+/// so that who asks for a small part of the plane need not look at all of them. The boxes are found as
+/// points are set in their order, or the first time they are asked for after a change.
 class ChartPoints {
   public:
     /// Points in a block, and blocks in the next larger one.
@@ -61,6 +61,9 @@ class ChartPoints {
     }
 
   private:
+    std::vector<Box>& blocks() const { return levels_.front(); }
+    void forgetFrom(std::size_t first);
+    void lookUpTo(std::size_t last) const;
     const std::vector<std::vector<Box>>& levels() const;
 
     template <class Matters, class Points>
@@ -78,8 +81,10 @@ class ChartPoints {
 
     std::vector<double> x_{kHole};
     std::vector<double> y_{kHole};
-    /// Blocks of points first, the largest blocks last; empty when a change has outdated them.
-    mutable std::vector<std::vector<Box>> levels_;
+    /// Blocks of points first, the largest blocks last; after a change those of the first points, as far as
+    /// they are known, and no larger ones.
+    mutable std::vector<std::vector<Box>> levels_ = std::vector<std::vector<Box>>(1);
+    mutable bool isLookedAt_ = false;
 };
 
 }  // namespace tessel
