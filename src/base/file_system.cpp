@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/file_system.h"
 
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -43,7 +44,8 @@ int openLeftFile(const std::string& path) {
 }
 
 int makeLockedFile(const std::function<std::string(int number)>& nameOf, mode_t mode, std::string& name) {
-    for (int number = 0;; ++number) {
+    constexpr int kMostTries = 10'000;
+    for (int number = 0; number < kMostTries; ++number) {
         name = nameOf(number);
         const int file = openFile(name, O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
         if (file < 0 && errno == EEXIST) continue;
@@ -53,6 +55,15 @@ int makeLockedFile(const std::function<std::string(int number)>& nameOf, mode_t 
         if (!isTaken && isStillNamed(file, name)) return file;
         ::close(file);
     }
+    errno = EEXIST;
+    return -1;
+}
+
+bool renameToNew(const std::string& path, const std::string& name) {
+    if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) return true;
+    // Not every file system knows that.
+    return errno == EINVAL && ::linkat(AT_FDCWD, path.c_str(), AT_FDCWD, name.c_str(), 0) == 0 &&
+           ::unlink(path.c_str()) == 0;
 }
 
 bool hasRoomFor(int file, off_t bytes) {

@@ -8,7 +8,7 @@
 
 namespace tessel {
 
-// What all that write files ask of the system. Whoever fails leaves the reason in errno.
+// What all that write files ask of the system. What fails leaves the reason in errno.
 
 /// Makes a system call again as long as a signal interrupts it (EINTR). Not for close(), which has closed the
 /// file even then.
@@ -24,7 +24,7 @@ auto uninterrupted(Call call) {
 /// locks.
 bool lockFile(int file);
 
-/// Whether the path leads to the open file, and that is an ordinary one.
+/// Whether the path leads to the open file, and that is an ordinary one. Leaves no reason.
 bool isStillNamed(int file, const std::string& path);
 
 /// Opens a file that may be one left behind, and locks it; -1 where a living program holds it, or locks are
@@ -34,6 +34,9 @@ int openLeftFile(const std::string& path);
 /// Makes a new file under the first name that is free and locks it, before another program takes it for one
 /// left behind; -1 where that cannot be, and `name` is the one that was tried.
 int makeLockedFile(const std::function<std::string(int number)>& nameOf, mode_t mode, std::string& name);
+
+/// Gives a file a name that no other has; false where one has it.
+bool renameToNew(const std::string& path, const std::string& name);
 
 /// Whether the disk of an open file has room for so many bytes more, as far as it says.
 bool hasRoomFor(int file, off_t bytes);

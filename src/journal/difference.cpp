@@ -132,14 +132,14 @@ SiteIndex bytesOf(const std::vector<double>& values) {
     return static_cast<SiteIndex>(values.capacity() * sizeof(double));
 }
 
+}  // namespace
+
 SiteIndex bytesOf(const Survey& survey) {
     return static_cast<SiteIndex>(sizeof survey) +
            survey.SiteData.capacity() * kSiteColumns * static_cast<SiteIndex>(sizeof(double)) +
            static_cast<SiteIndex>(survey.SourceLine.capacity() * sizeof(std::uint32_t)) +
            bytesOf(survey.SiteID) + bytesOf(survey.TrueDist) + bytesOf(survey.XDist) + bytesOf(survey.YDist);
 }
-
-}  // namespace
 
 // Distances that there are not may be measured for a plot before the act is taken back.
 Difference::Difference(const Survey& survey) : figures_(survey), capacity_(survey.SiteData.capacity()) {

@@ -121,4 +121,7 @@ class Difference {
     std::unique_ptr<Survey> survey_;
 };
 
+/// What a survey holds in memory.
+SiteIndex bytesOf(const Survey& survey);
+
 }  // namespace tessel

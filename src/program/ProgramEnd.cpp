@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/ProgramEnd.h"
 
+#include "base/session.h"
+
 #include <QApplication>
 #include <QEvent>
 #include <QSessionManager>
@@ -69,21 +71,27 @@ void ProgramEnd::watchSignals() {
 
 // All event loops end, those of boxes too, and none begins any more: whatever waits for an answer gets none.
 void ProgramEnd::endBySignal() {
+    leaveIfAnswered();
     QCoreApplication::exit(0);
+}
+
+void ProgramEnd::leaveIfAnswered() const {
+    if (answeredAt_ == surveyChanges()) left_();
 }
 
 void ProgramEnd::commitSession(const SessionManager& manager) {
     sessionEnds_ = true;
-    isAnswered_ = false;
+    answeredAt_.reset();
     if (!manager.allowsInteraction()) return;
-    sessionEnds_ = isAnswered_ = mayLeave_();
+    sessionEnds_ = mayLeave_();
+    if (sessionEnds_) answeredAt_ = surveyChanges();
     if (!sessionEnds_) manager.cancel();
     manager.release();
 }
 
 bool ProgramEnd::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::Quit || watched != qApp || !sessionEnds_) return false;
-    if (isAnswered_) left_();
+    leaveIfAnswered();
     QCoreApplication::exit(0);
     return true;
 }

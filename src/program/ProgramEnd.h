@@ -3,7 +3,9 @@
 
 #include <QObject>
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace tessel {
 
@@ -23,7 +25,7 @@ struct SessionManager {
 class ProgramEnd : public QObject {
   public:
     /// `mayLeave` asks the user, and says what was answered; `left` is called when the program ends because
-    /// the session does and the user has been asked.
+    /// the session does, the user has been asked and the survey is still the same.
     ProgramEnd(std::function<bool()> mayLeave, std::function<void()> left);
     ~ProgramEnd() override;
 
@@ -37,11 +39,12 @@ class ProgramEnd : public QObject {
   private:
     void watchSignals();
     void endBySignal();
+    void leaveIfAnswered() const;
 
     std::function<bool()> mayLeave_;
     std::function<void()> left_;
     bool sessionEnds_ = false;
-    bool isAnswered_ = false;
+    std::optional<std::uint64_t> answeredAt_;  // of the survey that was asked about
 };
 
 }  // namespace tessel

@@ -85,7 +85,7 @@ SurveyFiles::SurveyFiles(frmMain& main, ProcessingRecords& records, const std::s
     theJournal().watch(
         [this](JournalEvent event) { keeper_.follow(event, theJournal(), records_.records()); });
     connect(&records_, &ProcessingRecords::noted, this, [this] {
-        keeper_.follow(records_.records());
+        if (!isSaved()) keeper_.follow(theJournal(), records_.records());
         followJournal();
     });
     connect(&main_, &frmMain::left, this, [this] { keeper_.discard(); });
@@ -198,8 +198,9 @@ void SurveyFiles::offerLeftWork() {
 void SurveyFiles::reopenLeftWork() {
     if (left_.empty() || !mayReplaceSurvey()) return;
     const Hourglass hourglass(&main_);
-    // A way back never leads further than the journal knew that has been kept.
-    adopt(left_.front().read(2 * theJournal().mostBytes()));
+    bool isAll = true;
+    adopt(readLeftWork(isAll));
+    keeper_.discard();
     path_.clear();
     saved_ = Place();
     const bool isTorn = hasGapsBetweenRows(theJournal());
@@ -209,10 +210,24 @@ void SurveyFiles::reopenLeftWork() {
     if (isTorn) Q_EMIT rowsLost();
     keeper_.begin(theJournal(), records_.records());
     letGoOfReopened();
-    reopened_.emplace(std::move(left_.front()));
+    if (isAll) reopened_.emplace(std::move(left_.front()));
     left_.pop_front();
     if (keeper_.isKeeping()) letGoOfReopened();
     offerLeftWork();
+    if (!isAll)
+        main_.showMessage(u"Not all of it could be brought back; it is offered again with the next start"_s);
+}
+
+// What cannot be read does not bar the way to the others.
+SavedWork SurveyFiles::readLeftWork(bool& isAll) {
+    try {
+        // Twice what is known here, so that a way back leads to nothing that is forgotten.
+        return left_.front().read(2 * theJournal().mostBytes(), &isAll);
+    } catch (...) {
+        left_.push_back(std::move(left_.front()));
+        left_.pop_front();
+        throw;
+    }
 }
 
 void SurveyFiles::discardLeftWork() {

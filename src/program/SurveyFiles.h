@@ -67,6 +67,7 @@ class SurveyFiles : public QObject {
     void noteFile(const std::string& path, const std::optional<FileState>& state);
     void adopt(SavedWork work);
     void tellOfRecovery(const std::string& problem);
+    SavedWork readLeftWork(bool& isAll);
     void letGoOfReopened();
     void offerLeftWork();
     void reopenLeftWork();

@@ -6,6 +6,7 @@
 
 #include <new>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <utility>
 
 namespace tessel {
@@ -21,10 +22,14 @@ constexpr const char* kWrite =
     "PRAGMA temp_store = MEMORY; PRAGMA cache_size = -16384";
 
 constexpr int kLongestValue = 1 << 26;
+// Of SQLite's machine, while a file is read; a row takes some tens.
+constexpr std::int64_t kLeastSteps = 10'000'000;
+constexpr std::int64_t kStepsForAByte = 20;
+constexpr int kStepsAtOnce = 100'000;
 
 std::string reasonFor(int code, sqlite3* database) {
     if (code == SQLITE_NOTADB) return "it is no database";
-    if (code == SQLITE_CORRUPT) return "it is damaged";
+    if (code == SQLITE_CORRUPT || code == SQLITE_INTERRUPT) return "it is damaged";
     return sqlite3_errmsg(database);
 }
 
@@ -46,8 +51,19 @@ Database::Database(int descriptor, std::string path, Use use)
     if (use == Use::kRead) {
         sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, kLongestValue);
+        limitWork(descriptor);
     }
     run(use == Use::kWrite ? kWrite : kRead);
+}
+
+// In a file whose pages lead to one another there may be more rows than anybody can read.
+void Database::limitWork(int descriptor) {
+    struct stat status {};
+    stepsLeft_ = kLeastSteps + (::fstat(descriptor, &status) == 0 ? kStepsForAByte * status.st_size : 0);
+    const auto goOn = [](void* left) {
+        return (*static_cast<std::int64_t*>(left) -= kStepsAtOnce) < 0 ? 1 : 0;
+    };
+    sqlite3_progress_handler(database_.get(), kStepsAtOnce, goOn, &stepsLeft_);
 }
 
 void Database::require(int code, int expected) {

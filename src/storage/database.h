@@ -35,10 +35,12 @@ class Database {
         void operator()(sqlite3* database) const;
     };
     void require(int code, int expected = 0);
+    void limitWork(int descriptor);
 
     std::string path_;
     const char* action_;
     std::unique_ptr<sqlite3, Close> database_;
+    std::int64_t stepsLeft_ = 0;
 };
 
 /// A statement that is made ready once and run as often as wanted. Parameters and columns count from 0. The

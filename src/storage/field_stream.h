@@ -86,8 +86,9 @@ class FieldWriter {
     ByteWriter& out_;
 };
 
-/// Before and after 1970; what is further off could not be written as a date.
-inline constexpr std::chrono::hours kMostTime{24 * 365 * 200};
+/// Before and after 1970, as far as whole seconds can be told.
+inline constexpr auto kMostTime =
+    std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::duration::max());
 
 /// Throws DamagedBytes.
 class FieldReader {

@@ -68,7 +68,7 @@ bool readHead(Bytes& bytes, FrameHead& head) {
     const auto isLast = in.number<std::uint8_t>();
     head.isLast = isLast == 1;
     head.checksum = in.number<std::uint64_t>();
-    return head.size <= kPieceSize && isLast <= 1;
+    return head.kind != 0 && head.size <= kPieceSize && isLast <= 1 && (head.size > 0 || head.isLast);
 }
 
 struct Frame : FrameHead {
@@ -162,11 +162,10 @@ void LeftWork::remove() {
     ::unlink(path_.c_str());
 }
 
-// A record that says what cannot be ends the file as a torn one does.
-SavedWork LeftWork::read(std::size_t mostBytes) const {
+// False where a record says what cannot be.
+bool LeftWork::replay(SavedWork& work) const {
     Bytes bytes(file_);
     if (!hasSignature(bytes)) throw RunTimeError::file(path_, "cannot be read", "it is no recovery file");
-    SavedWork work{Journal(mostBytes), {}};
     bool isAny = false;
     try {
         while (const auto record = nextRecord(bytes)) {
@@ -176,8 +175,21 @@ SavedWork LeftWork::read(std::size_t mostBytes) const {
         }
     } catch (const DamagedBytes& damage) {
         if (!isAny) throw RunTimeError::file(path_, "cannot be read", damage.what());
+        return false;
     }
     if (!isAny) throw RunTimeError::file(path_, "cannot be read", "nothing in it is whole");
+    return true;
+}
+
+SavedWork LeftWork::read(std::size_t mostBytes, bool* isAll) const {
+    SavedWork work{Journal(mostBytes), {}};
+    bool isDone = replay(work);
+    // Written where more could be kept in memory, perhaps.
+    if (!isDone && work.journal.forgotten() > 0) {
+        work = SavedWork();
+        isDone = replay(work);
+    }
+    if (isAll) *isAll = isDone;
     return work;
 }
 

@@ -7,8 +7,8 @@
 #include "storage/recovery_format.h"
 #include "storage/work_stream.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
@@ -29,8 +29,7 @@ void makeFolder(const std::string& folder) {
 
 // About how many bytes all of the work takes.
 off_t sizeOf(const Journal& journal) {
-    return journal.survey().NumSites * kSiteColumns * static_cast<off_t>(sizeof(double)) +
-           static_cast<off_t>(journal.bytes());
+    return bytesOf(journal.survey()) + static_cast<off_t>(journal.bytes());
 }
 
 }  // namespace
@@ -43,6 +42,8 @@ RecoveryFile::RecoveryFile(const std::string& folder, const Journal& journal, co
     file_ = makeLockedFile(nameOf, 0600, path_);
     if (file_ < 0) throw RunTimeError::file(path_, "cannot be written", errno);
     try {
+        // Without a lock another program would take it for one left behind.
+        if (!lockFile(file_)) fail(errno);
         if (!hasRoomFor(file_, sizeOf(journal))) fail(ENOSPC);
         writeAll(kSignature);
         appendRecord(kWork, [&](ByteWriter& out) { writeWork(out, journal, records); });
@@ -57,11 +58,21 @@ RecoveryFile::RecoveryFile(const std::string& folder, const Journal& journal, co
 }
 
 RecoveryFile::~RecoveryFile() {
+    if (isAside_) remove();
     ::close(file_);
 }
 
+// When somebody has taken it away its name may be another's.
 void RecoveryFile::remove() {
-    ::unlink(path_.c_str());
+    if (isStillNamed(file_, path_)) ::unlink(path_.c_str());
+}
+
+bool RecoveryFile::isCostly() const {
+    return firstEnd_ > kCostly && end_ <= 2 * firstEnd_;
+}
+
+bool RecoveryFile::hasOutgrown(const Journal& journal) const {
+    return end_ > 4 * std::max<off_t>(firstEnd_, sizeOf(journal));
 }
 
 void RecoveryFile::setAside() {
@@ -80,11 +91,9 @@ void RecoveryFile::takeBack() {
 // Never in the place of another program's.
 void RecoveryFile::rename(const std::string& begin, const std::string& next) {
     const fs::path path(path_);
-    const std::string name =
-        (path.parent_path() / next).string() + path.filename().string().substr(begin.size());
-    if (::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) != 0)
-        throw RunTimeError::file(path_, "cannot be renamed", errno);
-    path_ = name;
+    std::string name = (path.parent_path() / next).string() + path.filename().string().substr(begin.size());
+    if (!renameToNew(path_, name)) throw RunTimeError::file(path_, "cannot be renamed", errno);
+    path_.swap(name);
 }
 
 template <typename Write>
@@ -113,8 +122,10 @@ void RecoveryFile::writeAll(std::string_view bytes) {
     }
 }
 
+// Whoever tidies the folder up may have taken it away.
 void RecoveryFile::sync() {
     if (uninterrupted([&] { return ::fsync(file_); }) != 0) fail(errno);
+    if (!isStillNamed(file_, path_)) fail(ENOENT);
 }
 
 void RecoveryFile::fail(int reason) {

@@ -29,9 +29,14 @@ class RecoveryFile {
     void append(const SavedRecords& records);
 
     /// Has it offered to nobody unless something that changes the work is appended: all of it has been saved.
+    /// It goes with this object then.
     void setAside();
-    /// Whether more has been appended than it would take to write all of the work anew.
-    bool hasGrown() const { return end_ > 2 * firstEnd_; }
+    bool isAside() const { return isAside_; }
+    /// Whether it would take long to write all of the work anew, but no longer than to go on with this file.
+    bool isCostly() const;
+    static constexpr long kCostly = 1L << 24;  ///< bytes
+    /// Whether the file is much larger than all of the work.
+    bool hasOutgrown(const Journal& journal) const;
 
     void remove();
 
@@ -61,14 +66,16 @@ class LeftWork {
     LeftWork& operator=(LeftWork&&) = delete;
 
     /// The survey and its history after the last thing that was recorded whole; of its acts the oldest are
-    /// forgotten above so many bytes. Throws RunTimeError when the file cannot be read or nothing in it is
-    /// whole.
-    SavedWork read(std::size_t mostBytes = SIZE_MAX) const;
+    /// forgotten above so many bytes, unless a way back leads to one of them. `isAll` is false where there is
+    /// more that is whole and cannot be done. Throws RunTimeError when the file cannot be read or nothing in
+    /// it is whole.
+    SavedWork read(std::size_t mostBytes = SIZE_MAX, bool* isAll = nullptr) const;
     void remove();
 
   private:
     friend std::deque<LeftWork> findLeftWork(const std::string& folder);
     LeftWork(std::string path, int file) : path_(std::move(path)), file_(file) {}
+    bool replay(SavedWork& work) const;
 
     std::string path_;
     int file_;

@@ -13,39 +13,68 @@ template <typename Action>
 void RecoveryKeeper::attempt(Action action) noexcept {
     try {
         action();
-        if (std::exchange(isBehind_, false)) tell_({});
+        if (std::exchange(isBehind_, false)) tell("");
     } catch (const std::exception& error) {
-        if (!std::exchange(isBehind_, true)) tell_(error.what());
+        if (!std::exchange(isBehind_, true)) tell(error.what());
+    }
+}
+
+// There may be no memory to tell it.
+void RecoveryKeeper::tell(const char* problem) noexcept {
+    try {
+        tell_(problem);
+    } catch (const std::exception&) {
+        return;
     }
 }
 
 void RecoveryKeeper::follow(JournalEvent event, const Journal& journal,
                             const SavedRecords& records) noexcept {
-    if (folder_.empty()) return;
     const bool isChange = event == JournalEvent::kActed || event == JournalEvent::kMoved;
-    if (isKeeping())
-        attempt([&] { file_->append(event, journal, records); });
-    else if (isChange)
-        begin(journal, records);
+    keep(isChange, journal, records, [&] { file_->append(event, journal, records); });
 }
 
-void RecoveryKeeper::follow(const SavedRecords& records) noexcept {
-    if (isKeeping()) attempt([&] { file_->append(records); });
+void RecoveryKeeper::follow(const Journal& journal, const SavedRecords& records) noexcept {
+    keep(true, journal, records, [&] { file_->append(records); });
+}
+
+// What cannot be appended is in a file that is begun with it; of what has been saved nothing needs to be
+// told.
+template <typename Append>
+void RecoveryKeeper::keep(bool isChange, const Journal& journal, const SavedRecords& records,
+                          Append append) noexcept {
+    if (folder_.empty()) return;
+    if (isKeeping()) attempt(append);
+    if (!isChange && file_ && file_->isAside() && isBehind_) return discard();
+    if (isChange && !isKeeping()) return begin(journal, records);
+    if (isKeeping() && file_->hasOutgrown(journal)) renew(journal, records);
+}
+
+void RecoveryKeeper::begin(const Journal& journal, const SavedRecords& records) noexcept {
+    if (folder_.empty()) return;
+    if (file_ && file_->isAside()) file_.reset();
+    attempt([&] { exchange(journal, records); });
+}
+
+// Where there is no room the old one serves.
+void RecoveryKeeper::renew(const Journal& journal, const SavedRecords& records) noexcept {
+    try {
+        exchange(journal, records);
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 // The old one goes when the new one is whole.
-void RecoveryKeeper::begin(const Journal& journal, const SavedRecords& records) noexcept {
-    if (folder_.empty()) return;
-    attempt([&] {
-        auto file = std::make_unique<RecoveryFile>(folder_, journal, records);
-        file_.swap(file);
-        if (file) file->remove();
-    });
+void RecoveryKeeper::exchange(const Journal& journal, const SavedRecords& records) {
+    auto file = std::make_unique<RecoveryFile>(folder_, journal, records);
+    file_.swap(file);
+    if (file) file->remove();
 }
 
 void RecoveryKeeper::setAside() noexcept {
     try {
-        if (isKeeping() && !file_->hasGrown()) return file_->setAside();
+        if (isKeeping() && file_->isCostly()) return file_->setAside();
     } catch (const std::exception&) {
         // The next change begins another one.
     }

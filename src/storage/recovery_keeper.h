@@ -10,7 +10,7 @@
 namespace tessel {
 
 /// Keeps the work in a recovery file from its first change on. What fails never stops the work: it is told
-/// once, and with the next act the whole is written anew.
+/// once, and the whole is written anew, at once and with every act until that can be done.
 class RecoveryKeeper {
   public:
     /// `tell` is called with what has failed, or with nothing when it works again.
@@ -18,11 +18,11 @@ class RecoveryKeeper {
 
     /// Something has happened to the journal, or to what is known beside it.
     void follow(JournalEvent event, const Journal& journal, const SavedRecords& records) noexcept;
-    void follow(const SavedRecords& records) noexcept;
+    void follow(const Journal& journal, const SavedRecords& records) noexcept;
     /// From now on, whatever was in the file before.
     void begin(const Journal& journal, const SavedRecords& records) noexcept;
-    /// The survey has been saved as it is: nothing needs to be kept until the next change, which goes on with
-    /// the same file.
+    /// The survey has been saved as it is: nothing needs to be kept until the next change. The file goes, but
+    /// a large one is only set aside, and the next change goes on with it.
     void setAside() noexcept;
     /// Nothing needs to be kept until the next act.
     void discard() noexcept;
@@ -32,6 +32,11 @@ class RecoveryKeeper {
   private:
     template <typename Action>
     void attempt(Action action) noexcept;
+    template <typename Append>
+    void keep(bool isChange, const Journal& journal, const SavedRecords& records, Append append) noexcept;
+    void renew(const Journal& journal, const SavedRecords& records) noexcept;
+    void exchange(const Journal& journal, const SavedRecords& records);
+    void tell(const char* problem) noexcept;
 
     std::string folder_;
     std::function<void(const std::string&)> tell_;

@@ -12,7 +12,7 @@ namespace tessel {
 namespace {
 
 constexpr int kMostRows = 1 << 24;
-constexpr int kMostImports = 1 << 24;
+constexpr int kMostImports = 1 << 16;
 constexpr SiteIndex kMostSites = SiteIndex{1} << 48;
 
 void require(bool holds, const char* otherwise) {

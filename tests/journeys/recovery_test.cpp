@@ -140,9 +140,9 @@ TEST_F(EndedProgram, OffersNothingWhenItWasLeftInOrder) {
 TEST_F(EndedProgram, OffersNothingThatWasSavedUnlessItWasChangedSince) {
     importRows();
     save();
+    EXPECT_EQ(filesKept(), 0);
     endAndStartAgain();
     EXPECT_FALSE(isOffered());
-    EXPECT_EQ(filesKept(), 0);
     importRows();
     save();
     chooseItem(*main, u"mnuUndo"_s);
@@ -255,6 +255,54 @@ TEST_F(EndedProgram, BeforeTheMapKnewOfItsGapsBringsBackASurveyThatCanBeUsed) {
     clickOn(*main, u"cmdReopen"_s);
     EXPECT_EQ(theSurvey().NumRows, 1);
     EXPECT_FALSE(theJournal().canRestAt(theJournal().position() - 1));
+}
+
+TEST_F(EndedProgram, IsBroughtBackPastAFileThatCannotBeRead) {
+    importRows();
+    endAndStartAgain();
+    const std::string damaged = folder / "state/recovery-999999-0";
+    writeFile(damaged, "VARN-Tessel recovery 1\n" + std::string(500, 'x'));
+    endAndStartAgain();
+    for (int i = 0; i < 2 && theSurvey().NumSites == 0; ++i) {
+        setMessageResponder([](const MessageBox&) { return true; });
+        clickOn(*main, u"cmdReopen"_s);
+    }
+    EXPECT_EQ(theSurvey().NumSites, 6);
+    EXPECT_TRUE(fs::exists(damaged));
+    EXPECT_TRUE(isOffered());
+}
+
+TEST_F(EndedProgram, KeepsTheExportOfASurveyThatWasOpened) {
+    importRows();
+    save();
+    endAndStartAgain();
+    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
+    chooseItem(*main, u"mnuOpenSurvey"_s);
+    EXPECT_EQ(filesKept(), 0);
+    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "table.csv"); });
+    chooseItem(*main, u"mnuSaveTable"_s);
+    clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
+    waitUntilClosed(u"frmSaveTable"_s);
+    EXPECT_EQ(filesKept(), 1);
+}
+
+TEST_F(EndedProgram, DoesNotMixWhatIsReopenedWithWhatWasOpen) {
+    importRows();
+    SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
+    theJournal().perform(deletionOfMasked(3),
+                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    endAndStartAgain();
+    importRows();
+    save();
+    {
+        const FileSizeLimit limit(100);
+        clickOn(*main, u"cmdReopen"_s);
+    }
+    endAndStartAgain();
+    EXPECT_EQ(filesKept(), 1);
+    clickOn(*main, u"cmdReopen"_s);
+    EXPECT_EQ(theSurvey().NumSites, 3);
+    EXPECT_FALSE(isOffered());
 }
 
 TEST_F(EndedProgram, ThatNeverHadAChangeKeepsNothing) {

@@ -53,6 +53,14 @@ TEST_F(EndOfTheSession, AsksOnceAndThenLetsGo) {
     EXPECT_EQ(left, 1);
 }
 
+TEST_F(EndOfTheSession, IsNotTheAnswerForASurveyThatWasChangedSince) {
+    boxes.ask(true, kProgramExitQuestion);
+    end.commitSession(manager(true));
+    noteSurveyChange();
+    EXPECT_TRUE(quits());
+    EXPECT_EQ(left, 0);
+}
+
 TEST_F(EndOfTheSession, StopsWhenTheAnswerIsNo) {
     boxes.ask(false, kProgramExitQuestion);
     end.commitSession(manager(true));

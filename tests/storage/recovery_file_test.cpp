@@ -34,6 +34,9 @@ Survey surveyOf(SiteIndex sites) {
         sites, [](SiteIndex i) { return static_cast<double>(i); }, [](SiteIndex) { return 1.0; });
 }
 
+// More than can be written anew without anybody waiting for it.
+constexpr SiteIndex kManySites = RecoveryFile::kCostly / 32;
+
 class Recovery : public testing::Test {
   protected:
     // A program that works on a survey and has what it does kept.
@@ -92,7 +95,7 @@ TEST_F(Recovery, BringsBackWhatIsKnownOfImports) {
         worker.work(3, 5);
         worker.records.imports.resize(1);
         worker.records.imports[0].summary.path = "field.dat";
-        worker.keeper.follow(worker.records);
+        worker.keeper.follow(worker.journal, worker.records);
         expected = digestOf(worker.journal, worker.records);
     }
     const SavedWork work = recovered();
@@ -271,88 +274,163 @@ TEST_F(Recovery, IsThereFromTheFirstChangeOnUntilItIsDiscarded) {
     EXPECT_TRUE(worker.told.empty());
 }
 
-TEST_F(Recovery, OfASurveyThatIsSavedIsSetAsideAndGoesOnWithTheNextChange) {
+TEST_F(Recovery, OfASurveyThatIsSavedGoes) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(1000));
+    worker.work(4, 5);
+    worker.keeper.setAside();
+    EXPECT_TRUE(fs::is_empty(place()));
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    EXPECT_TRUE(fs::exists(onlyFile()));
+}
+
+TEST_F(Recovery, OfALargeSurveyThatIsSavedIsSetAsideAndGoesOnWithTheNextChange) {
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(kManySites));
     const std::string path = onlyFile();
-    const auto nextChange = [&](auto change) {
+    const auto written = [&](auto change) {
         worker.keeper.setAside();
         EXPECT_FALSE(fs::exists(path));
         EXPECT_TRUE(findLeftWork(place()).empty());
         const WatchedFileCalls watched;
         change();
         EXPECT_EQ(onlyFile(), path);
-        std::size_t written = 0;
+        EXPECT_EQ(watched.calls().back().name, "fsync") << "its name is on the disk";
+        EXPECT_EQ(watched.count("fsync"), 2) << "and before it had that, what was appended";
+        std::size_t bytes = 0;
         for (const FileCall& call : watched.calls())
-            written += call.bytes.size();
-        return written;
+            bytes += call.bytes.size();
+        return bytes;
     };
-    const auto whole = fs::file_size(onlyFile());
-    EXPECT_LT(nextChange([&] { worker.journal.goTo(0); }), 100U) << "not all of it is written again";
-    EXPECT_LT(nextChange([&] { worker.journal.replaceSurvey({}, surveyOf(3)); }), whole);
-    EXPECT_LT(nextChange([&] { worker.keeper.follow(worker.records); }), whole);
+    EXPECT_LT(written([&] { worker.journal.goTo(0); }), 100U) << "not all of it is written again";
+    EXPECT_LT(written([&] { worker.journal.replaceSurvey({}, surveyOf(3)); }), 20'000U);
     worker.keeper.setAside();
     worker.journal.recount([](const Survey&, SurveyCounts& counts) { counts.MaxX = 7; });
     EXPECT_FALSE(fs::exists(path)) << "what is counted is no change";
-    worker.journal.replaceSurvey({}, surveyOf(4));
-    const std::string copy = readFile(path);
+    worker.records.imports.resize(1);
+    worker.keeper.follow(worker.journal, worker.records);
     const std::uint64_t expected = digestOf(worker.journal, worker.records);
+    fs::copy(path, folder / "copy");
     worker.keeper.discard();
     EXPECT_TRUE(fs::is_empty(place()));
-    writeFile(path, copy);
+    fs::copy(folder / "copy", path);
     const SavedWork work = recovered();
     EXPECT_EQ(digestOf(work.journal, work.records), expected);
 }
 
-TEST_F(Recovery, ThatWasSetAsideWhenItsProgramEndedGoesAtTheNextStart) {
+TEST_F(Recovery, ThatIsSetAsideGoesWithItsProgramOrAtTheNextStart) {
     {
         Worker worker(place());
-        worker.journal.replaceSurvey({}, surveyOf(1000));
+        worker.journal.replaceSurvey({}, surveyOf(kManySites));
         worker.keeper.setAside();
         EXPECT_TRUE(findLeftWork(place()).empty());
         EXPECT_FALSE(fs::is_empty(place())) << "its program lives";
     }
+    EXPECT_TRUE(fs::is_empty(place()));
+    writeFile(place() + "/saved-1-0", "of a program that was killed");
     EXPECT_TRUE(findLeftWork(place()).empty());
     EXPECT_TRUE(fs::is_empty(place()));
 }
 
-TEST_F(Recovery, ThatHasGrownIsNotSetAsideButWrittenAnew) {
+TEST_F(Recovery, ThatWouldBeSmallerAnewIsNotSetAside) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(100));
+    worker.journal.replaceSurvey({}, surveyOf(kManySites));
     const auto first = fs::file_size(onlyFile());
-    for (int i = 0; fs::file_size(onlyFile()) <= 3 * first; ++i)
-        worker.journal.replaceSurvey({}, surveyOf(100 + i));
+    while (fs::file_size(onlyFile()) <= 2 * first)
+        worker.journal.replaceSurvey({}, surveyOf(kManySites));
     worker.keeper.setAside();
     EXPECT_TRUE(fs::is_empty(place()));
 }
 
+TEST_F(Recovery, DoesNotGrowForEver) {
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    const auto whole = fs::file_size(onlyFile());
+    std::uintmax_t largest = 0;
+    for (int i = 0; i < 3000; ++i) {
+        worker.journal.goTo(i % 2 == 0 ? 0 : 1);
+        largest = std::max(largest, fs::file_size(onlyFile()));
+    }
+    EXPECT_GT(largest, 2 * whole);
+    EXPECT_LT(largest, 50'000U);
+}
+
 TEST_F(Recovery, NeverTakesTheNameOfAnothersFile) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(1000));
+    worker.journal.replaceSurvey({}, surveyOf(kManySites));
     const std::string path = onlyFile();
     worker.keeper.setAside();
     writeFile(path, "another's");
     worker.journal.replaceSurvey({}, surveyOf(3));
-    worker.journal.replaceSurvey({}, surveyOf(4));
     EXPECT_EQ(readFile(path), "another's");
-    EXPECT_EQ(worker.told.size(), 2U) << "a problem, and that it is over";
+    EXPECT_TRUE(worker.keeper.isKeeping());
+    fs::remove(path);
+    EXPECT_EQ(onlyFile().find(place() + "/recovery-"), 0U) << "the change is kept in a file of its own";
+}
+
+TEST_F(Recovery, IsBegunAnewWhereSomebodyHasTakenItAway) {
+    Worker worker(place());
+    worker.work(4, 5);
+    fs::remove_all(place());
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    EXPECT_TRUE(worker.keeper.isKeeping());
+    EXPECT_TRUE(fs::exists(onlyFile()));
+}
+
+TEST_F(Recovery, WithoutALockIsNotKept) {
+    Worker worker(place());
+    const WatchedFileCalls watched(failing("flock", ENOLCK));
+    worker.journal.replaceSurvey({}, surveyOf(3));
+    ASSERT_EQ(worker.told.size(), 1U);
+    EXPECT_NE(worker.told[0].find("No locks available"), std::string::npos);
+    EXPECT_TRUE(fs::is_empty(place()));
+}
+
+TEST_F(Recovery, ThatWasSetAsideMakesRoomForTheNext) {
+    Worker worker(place());
+    worker.journal.replaceSurvey({}, surveyOf(kManySites));
+    const std::string path = onlyFile();
+    worker.keeper.setAside();
+    writeFile(path, "another's");
+    const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
+        if (call.name != "fstatvfs") return std::nullopt;
+        const bool isThere = fs::exists(place() + "/saved" + path.substr((place() + "/recovery").size()));
+        return FileAnswer{0, 0, isThere ? 1 : 1'000'000};
+    });
+    worker.journal.replaceSurvey({}, surveyOf(3));
     EXPECT_TRUE(worker.keeper.isKeeping());
 }
 
-TEST_F(Recovery, IsLookedAtNoFurtherThanItsFirstRecordUntilItIsRead) {
-    constexpr SiteIndex kSites = 200'000;
+TEST_F(Recovery, KeepsAnExportOfASurveyThatWasSaved) {
+    Worker worker(place());
+    worker.work(4, 5);
+    worker.keeper.setAside();
+    worker.records.exports.resize(1);
+    worker.keeper.follow(worker.journal, worker.records);
+    EXPECT_TRUE(fs::exists(onlyFile()));
+}
+
+TEST_F(Recovery, IsLookedAtNoFurtherThanItsBeginningUntilItIsRead) {
     {
         Worker worker(place());
-        worker.journal.replaceSurvey({}, surveyOf(kSites));
+        worker.journal.replaceSurvey({}, surveyOf(200'000));
+        worker.journal.replaceSurvey({}, surveyOf(200'000));
     }
-    const std::string path = onlyFile(), whole = readFile(path);
-    ASSERT_GT(whole.size(), 5'000'000U);
-    std::string damaged = whole;
-    damaged[whole.size() / 2] ^= 1;
-    writeFile(path, damaged);
+    const WatchedFileCalls watched;
     const auto left = findLeftWork(place());
     ASSERT_EQ(left.size(), 1U);
-    EXPECT_EQ(descriptionOf([&] { left.front().read(); }), path + " cannot be read: nothing in it is whole");
+    const long looked = watched.count("pread");
+    EXPECT_GT(looked, 2);
+    left.front().read();
+    EXPECT_GT(watched.count("pread") - looked, looked);
+}
+
+TEST_F(Recovery, OfZerosIsNoEndlessRowOfFrames) {
+    fs::create_directories(place());
+    writeFile(place() + "/recovery-1-0", "VARN-Tessel recovery 1\n");
+    fs::resize_file(place() + "/recovery-1-0", std::uintmax_t{100} << 30);
+    const auto left = findLeftWork(place());
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_NE(descriptionOf([&] { left.front().read(); }), "no error");
 }
 
 TEST_F(Recovery, ForgetsTheOldestActsAboveWhatMayBeKept) {
@@ -376,6 +454,23 @@ TEST_F(Recovery, ForgetsTheOldestActsAboveWhatMayBeKept) {
     EXPECT_EQ(differences(work.journal.survey(), last), "");
 }
 
+TEST_F(Recovery, ForgetsNothingToWhichAWayBackLeads) {
+    std::uint64_t expected = 0;
+    {
+        Worker worker(place());
+        for (int i = 0; i < 50; ++i)
+            worker.journal.replaceSurvey({}, surveyOf(300 + i));
+        worker.journal.goTo(3);
+        worker.journal.replaceSurvey({}, surveyOf(2));
+        expected = digestOf(worker.journal);
+    }
+    bool isAll = false;
+    const auto left = findLeftWork(place());
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(digestOf(left.front().read(100'000, &isAll).journal), expected);
+    EXPECT_TRUE(isAll);
+}
+
 TEST_F(Recovery, TakesNoRecordsThatCannotBe) {
     Worker worker(place());
     worker.work(4, 5);
@@ -383,12 +478,16 @@ TEST_F(Recovery, TakesNoRecordsThatCannotBe) {
     SavedRecords records = worker.records;
     records.exports.resize(1);
     records.exports[0].importNumber = -1;
-    worker.keeper.follow(records);
+    worker.keeper.follow(worker.journal, records);
     const std::string path = onlyFile(), whole = readFile(path);
     worker.keeper.discard();
     writeFile(path, whole);
-    const SavedWork work = recovered();
+    bool isAll = true;
+    const auto left = findLeftWork(place());
+    ASSERT_EQ(left.size(), 1U);
+    const SavedWork work = left.front().read(SIZE_MAX, &isAll);
     EXPECT_EQ(digestOf(work.journal), before) << "the file ends in front of them";
+    EXPECT_FALSE(isAll);
 }
 
 TEST_F(Recovery, HasANameThatSurvivesAPowerCut) {

@@ -523,6 +523,33 @@ TEST_F(SurveyFile, OfATimeThatIsNoneIsTold) {
     EXPECT_THROW(readWork(in), DamagedBytes);
 }
 
+TEST_F(SurveyFile, OfASensorFileFromAnyTimeIsRead) {
+    const Journal journal = journalOf(twoRows());
+    for (const std::int64_t second :
+         {7'258'118'400, 900'000'000'000, -900'000'000'000}) {  // 2200, and beyond
+        writeFile(folder / "field.dat", "");
+        const std::array<timespec, 2> times{{{second, 999'999'999}, {second, 999'999'999}}};
+        ::utimensat(AT_FDCWD, (folder / "field.dat").c_str(), times.data(), 0);
+        SavedRecords records;
+        records.imports.resize(1);
+        records.imports[0].what.file.state = stateOfInputFile(folder / "field.dat");
+        save(journal, records);
+        EXPECT_EQ(whyNotOpened(), "no error") << second;
+    }
+}
+
+TEST_F(SurveyFile, WithRowsWithoutEndIsTold) {
+    save(journalOf(twoRows()));
+    const int file = ::open(path().c_str(), O_RDONLY | O_CLOEXEC);
+    Database database(file, path(), Database::Use::kRead);
+    const std::string why = descriptionOf([&] {
+        database.number(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT count(*) FROM n");
+    });
+    EXPECT_EQ(why, path() + " cannot be opened: it is damaged");
+    ::close(file);
+}
+
 TEST_F(SurveyFile, ThatIsNotThereIsTold) {
     EXPECT_EQ(whyNotOpened(), path() + " cannot be opened: No such file or directory");
     EXPECT_EQ(descriptionOf([this] { saveSurvey(folder / "none/a.gpkg", Journal(kRoom), {}); }),
