@@ -100,6 +100,24 @@ TEST(ChartPoints, BoxesFollowEveryChange) {
     EXPECT_EQ(points.boxes().back().x.to, 5);
 }
 
+TEST(ChartPoints, BoxesAreTheSameInWhateverOrderPointsAreSetAndLookedAt) {
+    std::mt19937 random(5);
+    const auto below = [&random](std::size_t bound) { return static_cast<std::size_t>(random() % bound); };
+    ChartPoints points = numbered(5000);
+    for (int turn = 0; turn < 300; ++turn) {
+        const std::size_t count = 1 + below(turn % 2 == 0 ? 3 : 700), first = below(points.size());
+        std::vector<double> values(std::min(count, points.size() - first));
+        std::ranges::generate(values, [&] { return static_cast<double>(below(1'000'000)); });
+        points.set(first, values, values);
+        if (turn % 3 == 0) points.set(first + values.size() - 1, {values.data(), 1}, {values.data(), 1});
+        if (turn % 7 == 0) points.resize(1000 + below(5000));
+        if (turn % 2 != 0) continue;
+        for (std::size_t block = 0; block < points.boxes().size(); ++block)
+            expectBox(points, block);
+        ASSERT_EQ(points.boxes().size(), (points.size() + 127) / 128);
+    }
+}
+
 TEST(ChartPoints, AVisitComesByTheBlocksThatMatterInTheirOrder) {
     const ChartPoints points = numbered(1000000);
     std::vector<std::size_t> firsts;
