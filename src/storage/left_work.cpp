@@ -23,13 +23,15 @@ using namespace recovery_format;
 // Reads from a place of a file on, and tells its end from what cannot be read.
 class Bytes {
   public:
-    explicit Bytes(int file, off_t at = 0) : file_(file), at_(at) {}
+    // `reason` becomes the value of errno when something cannot be read.
+    Bytes(int file, off_t at, int& reason) : file_(file), at_(at), reason_(reason) {}
 
     bool read(char* to, std::size_t count) {
         for (std::size_t got = 0; got < count;) {
             const ssize_t part = uninterrupted(
                 [&] { return ::pread(file_, to + got, count - got, at_ + static_cast<off_t>(got)); });
             if (part == 0) hasEnded_ = true;
+            if (part < 0) reason_ = errno;
             if (part <= 0) return false;
             got += static_cast<std::size_t>(part);
         }
@@ -48,6 +50,7 @@ class Bytes {
   private:
     int file_;
     off_t at_;
+    int& reason_;
     bool hasEnded_ = false;
 };
 
@@ -106,8 +109,8 @@ bool hasSignature(Bytes& bytes) {
     return bytes.read(begin.data(), begin.size()) && begin == kSignature;
 }
 
-void takeRecord(int file, const Record& record, SavedWork& work) {
-    Bytes bytes(file, record.begin);
+void takeRecord(int file, const Record& record, int& reason, SavedWork& work) {
+    Bytes bytes(file, record.begin, reason);
     Frame frame;
     ByteReader in(record.size, [&]() -> std::string_view {
         return readFrame(bytes, frame) ? std::string_view(frame.piece) : std::string_view();
@@ -123,7 +126,8 @@ enum class LeftFile {
 
 // Whether a record ends in the file, whose frames are passed over.
 LeftFile look(int file) {
-    Bytes bytes(file);
+    int reason = 0;
+    Bytes bytes(file, 0, reason);
     if (!hasSignature(bytes)) return bytes.hasEnded() ? LeftFile::kTorn : LeftFile::kOthers;
     FrameHead head;
     do {
@@ -164,20 +168,25 @@ void LeftWork::remove() {
 
 // False where a record says what cannot be.
 bool LeftWork::replay(SavedWork& work) const {
-    Bytes bytes(file_);
-    if (!hasSignature(bytes)) throw RunTimeError::file(path_, "cannot be read", "it is no recovery file");
+    int reason = 0;
+    Bytes bytes(file_, 0, reason);
+    const auto require = [&](bool isSo, const std::string& why) {
+        if (reason != 0) throw RunTimeError::file(path_, "cannot be read", reason);
+        if (!isSo) throw RunTimeError::file(path_, "cannot be read", why);
+    };
+    require(hasSignature(bytes), "it is no recovery file");
     bool isAny = false;
     try {
         while (const auto record = nextRecord(bytes)) {
             if (!isAny && record->kind != kWork) break;
-            takeRecord(file_, *record, work);
+            takeRecord(file_, *record, reason, work);
             isAny = true;
         }
     } catch (const DamagedBytes& damage) {
-        if (!isAny) throw RunTimeError::file(path_, "cannot be read", damage.what());
+        require(isAny, damage.what());
         return false;
     }
-    if (!isAny) throw RunTimeError::file(path_, "cannot be read", "nothing in it is whole");
+    require(isAny, "nothing in it is whole");
     return true;
 }
 

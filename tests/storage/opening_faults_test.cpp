@@ -68,7 +68,11 @@ TEST_F(OpeningFaults, OfASurveyFileAreNoSignalsThatInterrupt) {
 }
 
 TEST_F(OpeningFaults, OfARecoveryFileAreToldOrItIsNotOfferedNow) {
-    { const RecoveryFile file(folder.path(), journal, {}); }
+    {
+        RecoveryFile file(folder.path(), journal, {});
+        journal.goTo(journal.position() - 1);
+        file.append(JournalEvent::kMoved, journal, {});
+    }
     for (const bool isGone : {false, true}) {
         const auto read = [this] {
             const auto left = findLeftWork(folder.path());
