@@ -119,7 +119,8 @@ bool SurveyFiles::fileIsAsWeKnowIt() const {
     try {
         return state_ == stateOfInputFile(path_);
     } catch (const RunTimeError&) {
-        return !std::filesystem::exists(std::filesystem::path(path_));
+        std::error_code error;
+        return std::filesystem::status(path_, error).type() == std::filesystem::file_type::not_found;
     }
 }
 

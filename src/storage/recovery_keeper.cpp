@@ -38,21 +38,23 @@ void RecoveryKeeper::follow(const Journal& journal, const SavedRecords& records)
     keep(true, journal, records, [&] { file_->append(records); });
 }
 
-// What cannot be appended is in a file that is begun with it; of what has been saved nothing needs to be
-// told.
+// What cannot be appended is in a file that is begun with it, if that can be; of a survey that has been saved
+// and not changed nothing needs to be kept.
 template <typename Append>
 void RecoveryKeeper::keep(bool isChange, const Journal& journal, const SavedRecords& records,
                           Append append) noexcept {
-    if (folder_.empty()) return;
-    if (isKeeping()) attempt(append);
-    if (!isChange && file_ && file_->isAside() && isBehind_) return discard();
-    if (isChange && !isKeeping()) return begin(journal, records);
-    if (isKeeping() && file_->hasOutgrown(journal)) renew(journal, records);
+    if (!isKeeping() && isChange) return begin(journal, records);
+    if (!isKeeping()) return;
+    try {
+        append();
+        if (file_->hasOutgrown(journal)) renew(journal, records);
+    } catch (const std::exception&) {
+        isChange || !file_->isAside() ? begin(journal, records) : discard();
+    }
 }
 
 void RecoveryKeeper::begin(const Journal& journal, const SavedRecords& records) noexcept {
     if (folder_.empty()) return;
-    if (file_ && file_->isAside()) file_.reset();
     attempt([&] { exchange(journal, records); });
 }
 
@@ -65,8 +67,9 @@ void RecoveryKeeper::renew(const Journal& journal, const SavedRecords& records) 
     }
 }
 
-// The old one goes when the new one is whole.
+// The old one goes when the new one is whole, or before that where nobody needs it.
 void RecoveryKeeper::exchange(const Journal& journal, const SavedRecords& records) {
+    if (file_ && file_->isAside()) file_.reset();
     auto file = std::make_unique<RecoveryFile>(folder_, journal, records);
     file_.swap(file);
     if (file) file->remove();

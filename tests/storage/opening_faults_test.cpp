@@ -84,4 +84,25 @@ TEST_F(OpeningFaults, OfARecoveryFileAreToldOrItIsNotOfferedNow) {
     }
 }
 
+TEST_F(OpeningFaults, OfTheActsInARecoveryFileAreTold) {
+    {
+        RecoveryFile file(folder.path(), Journal(std::size_t{1} << 30), {});
+        Journal work{std::size_t{1} << 30};
+        std::mt19937 random(5);
+        work.watch([&](JournalEvent event) { file.append(event, work, {}); });
+        for (int i = 0; i < 12; ++i)
+            doAtRandom(work, random);
+        work.watch({});
+        journal = std::move(work);
+    }
+    for (const bool isGone : {false, true}) {
+        const auto read = [this] {
+            const auto left = findLeftWork(folder.path());
+            if (left.empty()) throw RunTimeError::file(folder.path(), "cannot be read", EIO);
+            return left.front().read();
+        };
+        EXPECT_GE(failuresOf(read, isGone), 3);
+    }
+}
+
 }  // namespace tessel

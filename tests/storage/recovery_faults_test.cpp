@@ -172,4 +172,14 @@ TEST_F(RecoveryFaults, AreNotThatOthersReadIt) {
     EXPECT_EQ(fs::status(kept().at(0)).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST_F(RecoveryFaults, AreNotThatItsFileIsTakenAwayUnderIt) {
+    Work work(place);
+    work.act();
+    fs::remove(kept().at(0));
+    work.act();
+    work.act();
+    EXPECT_EQ(actsKept(work), 3U);
+    EXPECT_TRUE(work.told.empty());
+}
+
 }  // namespace tessel
