@@ -114,13 +114,17 @@ void SurveyFiles::mnuSaveSurveyAs_Click() {
     if (!chosen.isEmpty()) save(toPath(chosen));
 }
 
-// Whoever has changed it meanwhile, in a GIS say, keeps what he has done unless he says otherwise.
+// Whoever has changed it meanwhile, in a GIS say, keeps what he has done unless he says otherwise. Throws
+// where that cannot be known.
 bool SurveyFiles::fileIsAsWeKnowIt() const {
     try {
         return state_ == stateOfInputFile(path_);
     } catch (const RunTimeError&) {
         std::error_code error;
-        return std::filesystem::status(path_, error).type() == std::filesystem::file_type::not_found;
+        const auto type = std::filesystem::status(path_, error).type();
+        if (type == std::filesystem::file_type::none)
+            throw RunTimeError::file(path_, "cannot be written", error.value());
+        return type == std::filesystem::file_type::not_found;
     }
 }
 
