@@ -246,11 +246,15 @@ void frmTable::columnPicked() {
     const int column = cmbColumn->currentIndex();
     cmbRole->setEnabled(column >= 0);
     if (column >= 0) cmbRole->setCurrentIndex(static_cast<int>(roles_[static_cast<std::size_t>(column)]));
+    rolesBefore_ = roles_;
 }
 
+// Arrow keys and letters pass through roles of other columns, which keep them when the way goes on.
 void frmTable::rolePicked() {
-    if (cmbColumn->currentIndex() >= 0)
-        setRole(cmbColumn->currentIndex(), static_cast<TableRole>(cmbRole->currentIndex()));
+    const int column = cmbColumn->currentIndex();
+    if (column < 0) return;
+    roles_ = rolesBefore_;
+    showRole(column, static_cast<TableRole>(cmbRole->currentIndex()));
 }
 
 // The menu stands below the column's head.
@@ -271,10 +275,17 @@ void frmTable::columnClicked(int column) {
 }
 
 void frmTable::setRole(int column, TableRole role) {
-    giveRole(roles_, static_cast<std::size_t>(column), role);
-    showPreview();
+    showRole(column, role);
     cmbColumn->setCurrentIndex(column);
     columnPicked();
+}
+
+// The head of a narrow column makes room for the name of what the column holds.
+void frmTable::showRole(int column, TableRole role) {
+    giveRole(roles_, static_cast<std::size_t>(column), role);
+    showPreview();
+    const int needed = tblPreview->horizontalHeader()->sectionSizeHint(column);
+    if (tblPreview->columnWidth(column) < needed) tblPreview->setColumnWidth(column, needed);
 }
 
 void frmTable::showPreview() {

@@ -56,6 +56,7 @@ class frmTable : public QDialog, public Ui::frmTable {
     void columnPicked();
     void rolePicked();
     void setRole(int column, TableRole role);
+    void showRole(int column, TableRole role);
     void showPreview();
     void showColumns();
     void showNotices();
@@ -71,6 +72,7 @@ class frmTable : public QDialog, public Ui::frmTable {
     QString problem_;  // why there is nothing to show, or empty
     TablePreview preview_;
     std::vector<TableRole> roles_;
+    std::vector<TableRole> rolesBefore_;  // when the column in the box was chosen
 };
 
 }  // namespace tessel

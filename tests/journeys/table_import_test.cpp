@@ -135,6 +135,31 @@ TEST_F(TableImportJourney, ColumnsAreNamedWithTheKeyboardToo) {
     EXPECT_EQ(sitesIn(theSurvey()), (std::vector<MadeSite>{{1, 2, 3, 0, 1}, {4, 5, 6, 0, 1}}));
 }
 
+TEST_F(TableImportJourney, ARoleThatTheKeyboardPassesStaysWithItsColumn) {
+    QWidget& window = open("a,b,c\n1,2,3\n4,5,6\n");
+    name(window, 0, u"X"_s);
+    name(window, 1, u"Y"_s);
+    pickItem(window, u"cmbColumn"_s, 2);
+    auto& role = controlAs<QComboBox>(window, u"cmbRole"_s);
+    for (int passed = 0; passed < 5; ++passed)
+        QTest::keyClick(&role, Qt::Key_Down);
+    EXPECT_EQ(head(window, 0), u"a\nX"_s);
+    EXPECT_EQ(head(window, 1), u"b\nY"_s);
+    EXPECT_EQ(head(window, 2), u"c\nEM1"_s);
+    EXPECT_TRUE(notice(window).isEmpty()) << notice(window).toStdString();
+    QTest::keyClick(&role, Qt::Key_Home);
+    EXPECT_EQ(head(window, 2), u"c\n-"_s);
+    clickOn(window, u"cmdCancel"_s);
+}
+
+TEST_F(TableImportJourney, AHeadMakesRoomForWhatItsColumnHolds) {
+    QWidget& window = open("a,b,c\n1,2,3\n4,5,6\n");
+    name(window, 0, u"site number"_s);
+    EXPECT_EQ(head(window, 0), u"a\nsite number"_s);
+    EXPECT_GE(table(window).columnWidth(0), table(window).horizontalHeader()->sectionSizeHint(0));
+    clickOn(window, u"cmdCancel"_s);
+}
+
 TEST_F(TableImportJourney, RowNumbersThatAreOfNoUseLeaveTheWindowOpen) {
     QWidget& window = open("x,y,ec1,row\n1,2,3,2\n");
     EXPECT_FALSE(window.findChild<QLineEdit*>(u"txtDistance"_s)->isEnabled());
