@@ -147,6 +147,10 @@ void RandomSession::reopen(const QString& path) {
     else
         pressKey(*main_, Qt::Key_O, Qt::ControlModifier);
     plotsHidden();
+    // The error log that lies there may be another import's.
+    setMenus(false, {"mnuEL"});
+    for (auto& state : states_)
+        if (state) state->menus["mnuEL"] = false;
     // Without row plots the row dialog is there for any rows.
     if (menus_["mnuHist"]) setMenus(true, {"mnuData"});
     statisticsFollow();
