@@ -181,7 +181,8 @@ void dragLine(benchmark::State& state) {
     for (auto _ : state)
         sendMouse(chart, QEvent::MouseMove, QPointF(300, 300 + (step++ % 200)), Qt::LeftButton,
                   Qt::ControlModifier);
-    if (shown.main.findChild<frmDataEdit*>()->lblRows->text().isEmpty()) state.SkipWithError("the dialog does not follow");
+    if (shown.main.findChild<frmDataEdit*>()->lblRows->text().isEmpty())
+        state.SkipWithError("the dialog does not follow");
     dialog.takeAway();
 }
 
