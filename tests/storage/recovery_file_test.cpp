@@ -531,15 +531,18 @@ TEST_F(Recovery, OfAFullDiskIsToldOnceAndWrittenAnewWhenThereIsRoom) {
     Worker worker(place());
     worker.work(6, 8);
     const std::uint64_t before = digestOf(worker.journal);
+    const std::string kept = readFile(onlyFile());
     {
-        const WatchedFileCalls watched([](const FileCall& call) -> std::optional<FileAnswer> {
-            return call.name == "write" ? std::optional(FileAnswer{-1, ENOSPC}) : std::nullopt;
+        const WatchedFileCalls watched([writes = 0](const FileCall& call) mutable {
+            const bool isFull = call.name == "write" && ++writes > 1;
+            return isFull ? std::optional(FileAnswer{-1, ENOSPC}) : std::nullopt;
         });
         worker.journal.replaceSurvey({}, surveyOf(3));
         worker.journal.replaceSurvey({}, surveyOf(4));
     }
     ASSERT_EQ(worker.told.size(), 1U);
     EXPECT_NE(worker.told[0].find("cannot be written: No space left on device"), std::string::npos);
+    EXPECT_EQ(readFile(onlyFile()), kept) << "nothing half behind it";
     fs::copy(onlyFile(), folder / "copy");
     worker.journal.replaceSurvey({}, surveyOf(5));
     EXPECT_EQ(worker.told, (std::vector<std::string>{worker.told[0], ""}));
