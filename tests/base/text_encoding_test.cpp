@@ -96,6 +96,7 @@ TEST(LooksLikeText, ForLoggerFilesWithOddBytes) {
     EXPECT_TRUE(looksLikeText("\x02" + line + "\x03"));
     EXPECT_TRUE(looksLikeText(line + std::string(60'000, '\0'))) << "room given in advance";
     EXPECT_TRUE(looksLikeText("\xCF\xEE\xEB\xE5 7\r\n1,2,3\x1A"));
+    EXPECT_TRUE(looksLikeText("\1\2\3 7\n")) << "a few";
     EXPECT_TRUE(looksLikeText(""));
 }
 
@@ -106,6 +107,7 @@ TEST(LooksLikeText, NotForCompressedAndBinaryFiles) {
           "7zXZ\0"s,
           "BZh91AY&SY"s, "7z\xBC\xAF\x27\x1C"s, "%PDF-1.7"s, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"s})
         EXPECT_FALSE(looksLikeText(beginning + "1,2,3\n")) << beginning;
+    EXPECT_FALSE(looksLikeText("\1\2\3\4 7\n"));
     EXPECT_FALSE(looksLikeText(std::string(512, '\0') + std::string(1, '\1') + "\0\1\0\1\0\1"s));
     std::mt19937 random(5);
     std::string noise(4096, ' ');
