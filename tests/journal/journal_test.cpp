@@ -400,6 +400,8 @@ TEST(Journal, AnActLargerThanItsLimitIsDoneAndForgotten) {
     EXPECT_EQ(one.journal.survey().NumSites, 6);
     one.journal.noteExport();
     EXPECT_TRUE(one.journal.isExported());
+    one.adjust({AdjustmentKind::kAddToEM1, "1", "", "", ""});
+    EXPECT_FALSE(one.journal.isExported());
 }
 
 TEST(Journal, ActsHoldNoMoreThanWhatTheyChange) {
