@@ -1,31 +1,66 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace tessel {
 
-/// The lines of a text in memory, ended by CR LF, LF or CR as LineReader has them.
+// Line ends are CR LF, LF or CR, mixed too; the last line of a text may lack one.
+
+inline bool isLineEnd(char c) {
+    return c == '\n' || c == '\r';
+}
+
+namespace text_lines_detail {
+// A word whose lowest set bit marks the first byte of `word` that is `wanted`; 0 if there is none.
+constexpr std::uint64_t markBytes(std::uint64_t word, char wanted) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    const std::uint64_t zeroWhereWanted = word ^ (kOnes * static_cast<unsigned char>(wanted));
+    return (zeroWhereWanted - kOnes) & ~zeroWhereWanted & (kOnes << 7);
+}
+}  // namespace text_lines_detail
+
+/// The first CR or LF, or `last`. Both are looked for in one pass, eight bytes at a time: two searches would
+/// read every line twice, and in a file of CRs alone the search for an LF would run on through the text.
+inline const char* findLineEnd(const char* first, const char* last) {
+    using text_lines_detail::markBytes;
+    for (; last - first >= 8; first += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, first, sizeof word);
+        const std::uint64_t marks = markBytes(word, '\n') | markBytes(word, '\r');
+        if (marks == 0) continue;
+        if constexpr (std::endian::native == std::endian::little) return first + std::countr_zero(marks) / 8;
+        break;
+    }
+    while (first != last && !isLineEnd(*first))
+        ++first;
+    return first;
+}
+
+/// The lines of a text in memory.
 class TextLines {
   public:
     /// A last line without end is given unless the text is `cutOff` there.
-    TextLines(std::string_view text, bool cutOff) : rest_(text), cutOff_(cutOff) {}
+    explicit TextLines(std::string_view text, bool cutOff = false)
+        : position_(text.data()), end_(text.data() + text.size()), cutOff_(cutOff) {}
 
-    /// Gives the next line; false when there is none.
+    /// Gives the next line, without its end; false when there is none.
     bool next(std::string_view& line) {
-        std::size_t end = 0;
-        while (end != rest_.size() && rest_[end] != '\n' && rest_[end] != '\r')
-            ++end;
-        if (rest_.empty() || (end == rest_.size() && cutOff_)) return false;
-        line = rest_.substr(0, end);
-        rest_.remove_prefix(end);
-        rest_.remove_prefix(rest_.starts_with("\r\n") ? 2 : rest_.empty() ? 0 : 1);
+        const char* const stop = findLineEnd(position_, end_);
+        if (stop == end_ && (cutOff_ || position_ == end_)) return false;
+        line = {position_, static_cast<std::size_t>(stop - position_)};
+        position_ = stop == end_ ? end_ : stop + 1;
+        if (position_ != end_ && stop[0] == '\r' && stop[1] == '\n') ++position_;
         return true;
     }
 
   private:
-    std::string_view rest_;
+    const char* position_;
+    const char* end_;
     bool cutOff_;
 };
 
