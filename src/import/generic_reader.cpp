@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/generic_reader.h"
 
-#include "base/line_reader.h"
+#include "base/text_lines.h"
 #include "import/error_log.h"
 #include "import/record_assembler.h"
 #include "rows/row_detection.h"
@@ -13,9 +13,6 @@
 namespace tessel {
 
 namespace {
-
-// The table begins with room for this many sites and grows by as many when it is full.
-constexpr SiteIndex kCapacityStep = 100;
 
 // Where the columns of a layout stand in a record; the place of a column that it lacks is not used.
 struct ColumnPlaces {
@@ -31,21 +28,42 @@ struct ColumnPlaces {
     }
 };
 
-// Makes sites of records, or lines of the error log.
-class SiteCollector {
+// Makes sites of the records of a block, or lines of the error log.
+template <class Scanner>
+class GenericReader {
   public:
-    SiteCollector(const GenericOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary)
-        : options_(options), survey_(survey), log_(log), summary_(summary), at_(options.layout) {
-        enlarge(kCapacityStep);
+    using Carried = OpenRecord;
+
+    explicit GenericReader(const GenericOptions& options)
+        : options_(options),
+          at_(options.layout),
+          records_(at_.count, *this),
+          found_(FileColumns{options.layout.siteNumber, options.layout.secondReading,
+                             options.layout.rowNumber, 1}) {}
+    GenericReader(const GenericReader&) = delete;
+    GenericReader& operator=(const GenericReader&) = delete;
+
+    Carried read(std::string_view text, const Carried& carried) {
+        clear();
+        if (!carried.isNothing()) records_.goOnWith(carried);
+        TextLines lines(text);
+        for (std::string_view line; lines.next(line);) {
+            records_.readLine(line, ++found_.linesRead);
+            if (found_.sites() == 1) found_.firstSiteLength = line.size();
+        }
+        found_.texts = rejectedTexts_;
+        return records_.takeOpenRecord(found_.linesRead);
     }
 
-    std::size_t columns() const { return at_.count; }
-    std::int64_t dropped() const { return dropped_; }
-
-    void reserveFor(std::int64_t fileSize, std::size_t lineLength) {
-        survey_.SiteData.reserve(fileSize / static_cast<std::int64_t>(lineLength + 1) + 2 * kCapacityStep);
-        enlarge(capacity_);
+    // Reads the end of a file behind this.
+    void finish(const Carried& carried) {
+        clear();
+        if (!carried.isNothing()) records_.goOnWith(carried);
+        records_.finishFile();
+        found_.texts = rejectedTexts_;
     }
+
+    const FoundSites& found() const { return found_; }
 
     void record(const RecordValues& record) {
         const std::string_view reason = check(record.values);
@@ -59,19 +77,14 @@ class SiteCollector {
         drop(record, atEnd ? reject_reason::kIncompleteAtEnd : reject_reason::kIncomplete);
     }
 
-    void lineNotFitting(std::int64_t lineNumber) {
-        if (summary_.linesNotFitting++ == 0) summary_.firstLineNotFitting = lineNumber;
-    }
-
-    // Takes back the room that no site needed.
-    void finish() {
-        const auto sites = static_cast<std::size_t>(survey_.NumSites);
-        survey_.SiteData.resize(survey_.NumSites);
-        survey_.SourceLine.resize(sites);
-        if (options_.layout.siteNumber) survey_.SiteID.resize(sites);
-    }
+    void lineNotFitting(std::int64_t line) { found_.odd.add(line); }
 
   private:
+    void clear() {
+        found_.clear();
+        rejectedTexts_.clear();
+    }
+
     // In the order of the other import, the second reading before the coordinates.
     std::string_view check(const ScannedValue* values) const {
         const auto numeric = [values](std::size_t place) { return values[place].numeric; };
@@ -92,48 +105,28 @@ class SiteCollector {
 
     void append(const RecordValues& record) {
         const ScannedValue* const values = record.values;
-        const SiteIndex slot = survey_.NumSites++;
-        lines_[slot] = sourceLine(record.line);
-        columns_[kX][slot] = values[at_.x].number;
-        columns_[kY][slot] = values[at_.y].number;
-        columns_[kEM1][slot] = values[at_.em1].number;
-        columns_[kEM2][slot] = options_.layout.secondReading ? values[at_.em2].number : 0;
-        columns_[kRow][slot] = options_.layout.rowNumber ? values[at_.row].number : 1;
-        if (options_.layout.siteNumber) siteIDs_[slot] = values[at_.siteID].number;
-        if (survey_.NumSites == capacity_) enlarge(capacity_ + kCapacityStep);
+        found_.next(kX) = values[at_.x].number;
+        found_.next(kY) = values[at_.y].number;
+        found_.next(kEM1) = values[at_.em1].number;
+        if (options_.layout.secondReading) found_.next(kEM2) = values[at_.em2].number;
+        if (options_.layout.rowNumber) found_.next(kRow) = values[at_.row].number;
+        if (options_.layout.siteNumber) found_.nextSiteID() = values[at_.siteID].number;
+        found_.addSite(record.line);
     }
 
     void drop(const RecordValues& record, std::string_view reason) {
-        std::string text(record.values[0].text);
+        const std::size_t begin = rejectedTexts_.size();
+        rejectedTexts_ += record.values[0].text;
         for (std::size_t i = 1; i < record.count; ++i)
-            text.append(" ").append(record.values[i].text);
-        log_.reject(record.line, text, reason);
-        ++dropped_;
-    }
-
-    void enlarge(SiteIndex capacity) {
-        capacity_ = capacity;
-        survey_.SiteData.resize(capacity);
-        for (int c = 0; c < kSiteColumns; ++c)
-            columns_[static_cast<std::size_t>(c)] = survey_.SiteData.column(c);
-        survey_.SourceLine.resize(static_cast<std::size_t>(capacity));
-        lines_ = survey_.SourceLine.data();
-        if (!options_.layout.siteNumber) return;
-        survey_.SiteID.resize(static_cast<std::size_t>(capacity));
-        siteIDs_ = survey_.SiteID.data();
+            rejectedTexts_.append(" ").append(record.values[i].text);
+        found_.rejections.push_back({record.line, begin, rejectedTexts_.size() - begin, reason});
     }
 
     const GenericOptions& options_;
-    Survey& survey_;
-    ErrorLog& log_;
-    ImportSummary& summary_;
     const ColumnPlaces at_;
-    SiteIndex capacity_ = 0;
-    std::array<double*, kSiteColumns> columns_{};
-    double* siteIDs_ = nullptr;
-    std::uint32_t* lines_ = nullptr;
-
-    std::int64_t dropped_ = 0;
+    RecordAssembler<Scanner, GenericReader> records_;
+    FoundSites found_;
+    std::string rejectedTexts_;
 };
 
 std::vector<FieldPlace> fieldPlaces(const GenericLayout& layout) {
@@ -150,34 +143,35 @@ std::vector<FieldPlace> fieldPlaces(const GenericLayout& layout) {
 }
 
 template <class Scanner>
-void readRecords(LineReader& file, SiteCollector& sites, const Survey& survey) {
-    RecordAssembler<Scanner, SiteCollector> records(sites.columns(), sites);
-    for (std::string_view line; file.next(line);) {
-        records.readLine(line, file.lineNumber());
-        if (survey.NumSites == 1) sites.reserveFor(file.fileSize(), line.size());
-    }
-    records.finishFile();
-    sites.finish();
+void readRecords(LineBlocks& file, SiteCollector& sites, const GenericOptions& options,
+                 const ImportPlan& plan) {
+    BlockImport<GenericReader<Scanner>> blocks(file, sites);
+    GenericReader<Scanner> end(options);
+    end.finish(blocks.run(plan, options));
+    sites.add(end.found());
 }
 
 }  // namespace
 
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
-                             ImportSummary& summary) {
-    LineReader file(options.path);
+                             ImportSummary& summary, const ImportPlan& plan) {
+    LineBlocks file(options.path, plan.blockSize);
     summary.kind = recogniseFileKind(file.firstBytes());
     survey.SiteIDPresent = options.layout.siteNumber;
     survey.TwoEMColumns = options.layout.secondReading;
-    SiteCollector sites(options, survey, log, summary);
+    SiteCollector sites(survey, log, file.fileSize());
     const auto read = options.decimalCommas ? readRecords<DecimalCommaScanner> : readRecords<ValueScanner>;
-    read(file, sites, survey);
+    read(file, sites, options, plan);
+    sites.finish(survey.NumSites);
     summary.path = options.path;
     summary.file = file.fileState();
     summary.fields = fieldPlaces(options.layout);
     summary.cutoff = options.cutoff;
     summary.decimalCommasRead = options.decimalCommas;
-    summary.linesRead = file.lineNumber();
-    return sites.dropped();
+    summary.linesRead = sites.linesRead();
+    summary.linesNotFitting = sites.odd().lines;
+    summary.firstLineNotFitting = sites.odd().first;
+    return sites.rejected();
 }
 
 ImportedRows checkRows(Survey& survey) {
@@ -193,13 +187,14 @@ ImportedRows checkRows(Survey& survey) {
     return rows > kMaxRows ? ImportedRows::kTooManyNumbered : ImportedRows::kUsable;
 }
 
-ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters) {
+ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters,
+                               const ImportPlan& plan) {
     ImportResult result;
     Survey& survey = result.survey;
     static_cast<SurveyParameters&>(survey) = parameters;
     if (!survey.UseTrueDist && !survey.UseXDist && !survey.UseYDist) survey.chooseDistance(1);
     ErrorLog log(options.errorLogPath);
-    result.rejected = readGenericFile(options, survey, log, result.summary);
+    result.rejected = readGenericFile(options, survey, log, result.summary, plan);
     if (survey.NumSites > 0) {
         result.rows = checkRows(survey);
         if (!isFatal(result.rows)) Calculate_Chosen_Distance(survey);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "import/block_import.h"
 #include "import/import_result.h"
 
 #include <array>
@@ -58,8 +59,10 @@ struct GenericOptions {
 /// Row numbers are taken as they are; one that is not whole is never the same as or one more than another.
 ///
 /// Parameters of row detection and of the other import are taken over from `parameters`. Throws RunTimeError,
-/// leaving the last import's error log, when the file cannot be read.
-ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters);
+/// leaving the last import's error log, when the file cannot be read. However it is read, the result is the
+/// same.
+ImportResult importGenericFile(const GenericOptions& options, const SurveyParameters& parameters,
+                               const ImportPlan& plan = {});
 
 /// Counts the rows of a survey with row numbers into NumRows and RowIndex if these are of use. Requires a
 /// site.
@@ -69,6 +72,6 @@ ImportedRows checkRows(Survey& survey);
 /// table has exactly the sites that were kept. What the file itself is like goes into the summary. Returns
 /// the number of dropped records.
 std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, ErrorLog& log,
-                             ImportSummary& summary);
+                             ImportSummary& summary, const ImportPlan& plan = {});
 
 }  // namespace tessel

@@ -6,8 +6,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tessel {
 
@@ -16,6 +19,20 @@ struct RecordValues {
     const ScannedValue* values = nullptr;
     std::size_t count = 0;
     std::int64_t line = 0;  ///< the line on which the record begins
+};
+
+/// A record that goes on behind the lines that were read.
+struct OpenRecord {
+    struct Value {
+        std::string text;
+        double number = 0;
+        bool numeric = false;
+    };
+    std::vector<Value> values;
+    std::int64_t line = 0;  ///< on which it begins
+    bool afterSeparator = false;
+
+    bool isNothing() const { return values.empty(); }
 };
 
 /// Makes records of the lines of a delimited file: as many values as a layout has columns, over line ends
@@ -52,6 +69,26 @@ class RecordAssembler {
 
     void finishFile() {
         if (count_ > 0) cutOff(true);
+    }
+
+    /// What is left of the lines that were read, for lines that are counted from behind `lastLine`; nothing
+    /// is left of it here.
+    OpenRecord takeOpenRecord(std::int64_t lastLine) {
+        OpenRecord record{{}, recordLine_ - lastLine, scanner_.afterSeparator()};
+        for (const ScannedValue& value : std::span(values_).first(std::exchange(count_, 0)))
+            record.values.push_back({std::string(value.text), value.number, value.numeric});
+        return record;
+    }
+
+    /// Begins with a record that goes on here. Requires that none does yet.
+    void goOnWith(const OpenRecord& record) {
+        for (const OpenRecord::Value& value : record.values) {
+            kept_[count_] = value.text;
+            values_[count_] = {kept_[count_], value.number, value.numeric};
+            ++count_;
+        }
+        recordLine_ = record.line;
+        scanner_.goOn(record.afterSeparator);
     }
 
   private:

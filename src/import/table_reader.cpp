@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/table_reader.h"
 
-#include "base/line_reader.h"
+#include "base/text_lines.h"
 #include "geodesy/position_conversion.h"
 #include "import/error_log.h"
 #include "import/generic_reader.h"
@@ -16,7 +16,6 @@ namespace tessel {
 
 namespace {
 
-constexpr SiteIndex kCapacityStep = 100;
 constexpr std::size_t kNoColumn = std::numeric_limits<std::size_t>::max();
 
 // Where the columns of the roles stand.
@@ -33,26 +32,69 @@ class RolePlaces {
     std::array<std::size_t, kTableRoles> places_;
 };
 
-class TableSites {
+// How many lines at the top of a block are none of the table.
+struct LinesToSkip {
+    int lines = 0;
+    bool isNothing() const { return lines == 0; }
+};
+
+class TableReader {
   public:
-    TableSites(const TableOptions& options, Survey& survey)
+    using Carried = LinesToSkip;
+
+    explicit TableReader(const TableOptions& options)
         : options_(options),
-          survey_(survey),
           places_(options.roles),
           degrees_(options.has(TableRole::kLongitude)),
           x_(places_.of(degrees_ ? TableRole::kLongitude : TableRole::kX)),
-          y_(places_.of(degrees_ ? TableRole::kLatitude : TableRole::kY)) {
-        enlarge(kCapacityStep);
+          y_(places_.of(degrees_ ? TableRole::kLatitude : TableRole::kY)),
+          splitter_(options.shape.separator),
+          found_(FileColumns{options.has(TableRole::kSite), options.has(TableRole::kEM2),
+                             options.has(TableRole::kRow), 1}) {}
+
+    // Reads the lines that are not blank.
+    Carried read(std::string_view text, Carried skip) {
+        found_.clear();
+        found_.texts = text;
+        TextLines lines(text);
+        for (std::string_view line; lines.next(line);) {
+            ++found_.linesRead;
+            if (skip.lines > 0)
+                --skip.lines;
+            else if (!splitter_.split(line).empty())
+                readFields(line);
+        }
+        return skip;
+    }
+
+    // Reads a single line, blank or not, that is known by this number.
+    void readLine(std::string_view line, std::int64_t number) {
+        found_.clear();
+        found_.texts = line;
+        found_.linesRead = number;
+        splitter_.split(line);
+        readFields(line);
+        found_.linesRead = 0;
+    }
+
+    const FoundSites& found() const { return found_; }
+
+  private:
+    void readFields(std::string_view line) {
+        const std::string_view reason = readSite(splitter_.fields());
+        if (!reason.empty())
+            found_.reject(found_.linesRead, line, reason);
+        else if (found_.sites() == 1)
+            found_.firstSiteLength = line.size();
     }
 
     // A site of the line, or the reason why it is none; in the order of the other imports.
-    std::string_view read(const std::vector<std::string_view>& fields, std::int64_t line) {
-        const SiteIndex slot = survey_.NumSites;
-        const auto at = [&](int column) -> double& { return survey_.SiteData(column, slot); };
-        const auto place = static_cast<std::size_t>(slot);
-        if (survey_.SiteIDPresent && !number(fields, places_.of(TableRole::kSite), survey_.SiteID[place]))
+    std::string_view readSite(const std::vector<std::string_view>& fields) {
+        const auto at = [&](SiteColumn column) -> double& { return found_.next(column); };
+        const FileColumns& columns = found_.fileColumns();
+        if (columns.siteID && !number(fields, places_.of(TableRole::kSite), found_.nextSiteID()))
             return reject_reason::kSiteID;
-        if (survey_.TwoEMColumns) {
+        if (columns.em2) {
             if (!reading(fields, TableRole::kEM2, at(kEM2))) return reject_reason::kEM2;
             if (!(at(kEM2) >= options_.EMCutoff)) return reject_reason::kEM2BelowCutoff;
         }
@@ -60,26 +102,11 @@ class TableSites {
         if (!coordinate(fields, y_, at(kY))) return reject_reason::kY;
         if (!reading(fields, TableRole::kEM1, at(kEM1))) return reject_reason::kEM1;
         if (!(at(kEM1) >= options_.EMCutoff)) return reject_reason::kEM1BelowCutoff;
-        const std::size_t row = places_.of(TableRole::kRow);
-        at(kRow) = 1;
-        if (row != kNoColumn && !number(fields, row, at(kRow))) return reject_reason::kRow;
-        survey_.SourceLine[place] = sourceLine(line);
-        if (++survey_.NumSites == survey_.SiteData.capacity()) enlarge(survey_.NumSites + kCapacityStep);
+        if (columns.row && !number(fields, places_.of(TableRole::kRow), at(kRow))) return reject_reason::kRow;
+        found_.addSite(found_.linesRead);
         return {};
     }
 
-    void reserveFor(std::int64_t fileSize, std::size_t lineLength) {
-        survey_.SiteData.reserve(fileSize / static_cast<std::int64_t>(lineLength + 1) + 2 * kCapacityStep);
-    }
-
-    // Takes back the room that no site needed; what lines that are no sites have left there is gone then.
-    void finish() {
-        survey_.SiteData.resize(survey_.NumSites);
-        survey_.SourceLine.resize(static_cast<std::size_t>(survey_.NumSites));
-        if (survey_.SiteIDPresent) survey_.SiteID.resize(static_cast<std::size_t>(survey_.NumSites));
-    }
-
-  private:
     bool number(const std::vector<std::string_view>& fields, std::size_t place, double& value,
                 bool letters = false) const {
         return place < fields.size() && readField(fields[place], options_.shape.decimalSign, letters, value);
@@ -100,17 +127,12 @@ class TableSites {
         return true;
     }
 
-    void enlarge(SiteIndex capacity) {
-        survey_.SiteData.resize(capacity);
-        survey_.SourceLine.resize(static_cast<std::size_t>(capacity));
-        if (survey_.SiteIDPresent) survey_.SiteID.resize(static_cast<std::size_t>(capacity));
-    }
-
     const TableOptions& options_;
-    Survey& survey_;
     const RolePlaces places_;
     const bool degrees_;
     const std::size_t x_, y_;
+    FieldSplitter splitter_;
+    FoundSites found_;
 };
 
 std::vector<FieldPlace> fieldPlaces(const TableOptions& options) {
@@ -121,15 +143,13 @@ std::vector<FieldPlace> fieldPlaces(const TableOptions& options) {
     return places;
 }
 
-template <typename Lines>
-void describe(const TableOptions& options, const Lines& file, ImportSummary& summary) {
+void describe(const TableOptions& options, const FileState& file, ImportSummary& summary) {
     summary.path = options.path;
-    summary.file = file.fileState();
+    summary.file = file;
     summary.fields = fieldPlaces(options);
     summary.cutoff = options.EMCutoff;
     summary.isTable = true;
     summary.decimalCommasRead = options.shape.decimalSign == ',';
-    summary.linesRead = file.lineNumber();
 }
 
 // The survey has no distances yet: the way back is not wanted.
@@ -152,37 +172,26 @@ ImportedRows rowsByDistance(Survey& survey) {
     return Assign_Row(survey) == RowDetection::kAssigned ? ImportedRows::kUsable : ImportedRows::kTooManyRows;
 }
 
-// What is no line of a table at all; of a layer each is one, and be it blank.
-bool isPassedOver(const LineReader& file, const TableOptions& options, bool isBlank) {
-    return isBlank || file.lineNumber() <= options.shape.linesToSkip;
-}
-bool isPassedOver(const LayerLines&, const TableOptions&, bool) {
-    return false;
-}
-
-// Reads sites, with a reason in the log for every line that is none.
-template <typename Lines>
-std::int64_t readLines(const TableOptions& options, Lines& file, Survey& survey, ErrorLog& log) {
-    survey = Survey{};
+Survey surveyFor(const TableOptions& options) {
+    Survey survey;
     static_cast<SurveyParameters&>(survey) = options;
     survey.SiteIDPresent = options.has(TableRole::kSite);
     survey.TwoEMColumns = options.has(TableRole::kEM2);
-    TableSites sites(options, survey);
-    FieldSplitter splitter(options.shape.separator);
-    std::int64_t rejected = 0;
-    for (std::string_view line; file.next(line);) {
-        const std::vector<std::string_view>& fields = splitter.split(line);
-        if (isPassedOver(file, options, fields.empty())) continue;
-        const std::string_view reason = sites.read(fields, file.lineNumber());
-        if (reason.empty()) {
-            if (survey.NumSites == 1) sites.reserveFor(file.fileSize(), line.size());
-            continue;
-        }
-        log.reject(file.lineNumber(), line, reason);
-        ++rejected;
+    return survey;
+}
+
+// Reads the points of a layer; each is a line of a table, and be it blank. Returns the number of those that
+// are no sites.
+std::int64_t readLayer(const TableOptions& options, LayerLines& lines, Survey& survey, ErrorLog& log) {
+    survey = surveyFor(options);
+    SiteCollector sites(survey, log, lines.fileSize());
+    TableReader reader(options);
+    for (std::string_view line; lines.next(line);) {
+        reader.readLine(line, lines.lineNumber());
+        sites.add(reader.found());
     }
-    sites.finish();
-    return rejected;
+    sites.finish(survey.NumSites);
+    return sites.rejected();
 }
 
 // read(result, log) gives the sites.
@@ -218,17 +227,22 @@ bool TableOptions::has(TableRole role) const {
     return std::ranges::find(roles, role) != roles.end();
 }
 
-std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary) {
-    LineReader file(options.path);
+std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary,
+                       const ImportPlan& plan) {
+    LineBlocks file(options.path, plan.blockSize);
     summary.kind = recogniseFileKind(file.firstBytes());
-    const std::int64_t rejected = readLines(options, file, survey, log);
-    describe(options, file, summary);
-    return rejected;
+    survey = surveyFor(options);
+    SiteCollector sites(survey, log, file.fileSize());
+    BlockImport<TableReader>(file, sites, LinesToSkip{options.shape.linesToSkip}).run(plan, options);
+    sites.finish(survey.NumSites);
+    describe(options, file.fileState(), summary);
+    summary.linesRead = sites.linesRead();
+    return sites.rejected();
 }
 
-ImportResult importTable(const TableOptions& options) {
+ImportResult importTable(const TableOptions& options, const ImportPlan& plan) {
     return importLines(options, [&](ImportResult& result, ErrorLog& log) {
-        result.rejected = readTable(options, result.survey, log, result.summary);
+        result.rejected = readTable(options, result.survey, log, result.summary, plan);
     });
 }
 
@@ -236,8 +250,8 @@ ImportResult importLayer(const TableOptions& options, const LayerReader& reader)
     return importLines(options, [&](ImportResult& result, ErrorLog& log) {
         const auto lines = reader.open(options.path, options.layer);
         result.summary.kind.isText = true;
-        result.rejected = readLines(options, *lines, result.survey, log);
-        describe(options, *lines, result.summary);
+        result.rejected = readLayer(options, *lines, result.survey, log);
+        describe(options, lines->fileState(), result.summary);
         result.summary.linesRead = result.survey.NumSites + result.rejected;
         result.survey.PositionsCRS = systemOf(options, reader);
     });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "import/block_import.h"
 #include "import/import_result.h"
 #include "import/layer_reader.h"
 #include "import/table_shape.h"
@@ -35,12 +36,13 @@ using KnownTables = std::map<std::vector<std::string>, TableOptions>;
 /// hold numbers, a line in the error log for any other that is not blank. A line may have fewer values than
 /// the header. Degrees become metres before distances and rows are found; what cannot be converted is kept as
 /// it is, and the summary tells. Throws RunTimeError, leaving the last import's error log, when the file
-/// cannot be read or the coordinate system is not known.
-ImportResult importTable(const TableOptions& options);
+/// cannot be read or the coordinate system is not known. However it is read, the result is the same.
+ImportResult importTable(const TableOptions& options, const ImportPlan& plan = {});
 /// The same of a layer, under which its lines are counted as its own program does.
 ImportResult importLayer(const TableOptions& options, const LayerReader& reader);
 
 /// The reading alone: sites and parameters, degrees as degrees. Returns the number of rejected lines.
-std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary);
+std::int64_t readTable(const TableOptions& options, Survey& survey, ErrorLog& log, ImportSummary& summary,
+                       const ImportPlan& plan = {});
 
 }  // namespace tessel

@@ -34,6 +34,8 @@ class FieldSplitter {
   public:
     explicit FieldSplitter(char separator) : separator_(separator) {}
     const std::vector<std::string_view>& split(std::string_view line);
+    /// The values of the line that was cut last.
+    const std::vector<std::string_view>& fields() const { return fields_; }
 
   private:
     void takeField(std::string_view& rest);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/trimble_reader.h"
 
-#include "base/line_reader.h"
 #include "base/numbers.h"
+#include "base/text_lines.h"
 #include "import/error_log.h"
 #include "rows/row_detection.h"
 
@@ -18,6 +18,10 @@ namespace {
 // The table begins with room for this many sites and grows by as many, ten sites before it is full.
 constexpr SiteIndex kCapacityStep = 100;
 constexpr SiteIndex kSpareSites = 10;
+
+SiteIndex capacityFor(SiteIndex sites) {
+    return (sites + kSpareSites + kCapacityStep - 1) / kCapacityStep * kCapacityStep;
+}
 
 // A field as a range of bytes of its line, empty for a layout that makes no sense.
 struct ByteRange {
@@ -95,104 +99,96 @@ class FieldEdges {
     std::size_t lineLength_ = 0;
 };
 
-// Lines whose numbers were read although an edge of a field cuts through digits.
-class CutLines {
-  public:
-    explicit CutLines(const TrimbleOptions& options) : edges_(options) {}
-
-    void look(std::string_view line, std::int64_t number) {
-        if (!edges_.cut(line)) return;
-        if (lines_++ == 0) first_ = number;
-    }
-    void describe(ImportSummary& summary) const {
-        summary.linesCut = lines_;
-        summary.firstLineCut = first_;
-    }
-
-  private:
-    FieldEdges edges_;
-    std::int64_t lines_ = 0, first_ = 0;
-};
-
 bool isBelowCutoff(std::string_view reason) {
     return reason == reject_reason::kEM1BelowCutoff || reason == reject_reason::kEM2BelowCutoff;
 }
 
 class TrimbleReader {
   public:
-    TrimbleReader(const TrimbleOptions& options, Survey& survey)
+    using Carried = NothingCarried;
+
+    explicit TrimbleReader(const TrimbleOptions& options)
         : options_(options),
-          survey_(survey),
+          shortest_(static_cast<std::size_t>(std::max(options.MinLineLength, 0))),
           siteID_(options.SiteIDField),
           x_(options.XField),
           y_(options.YField),
           em1_(options.EM1Field),
-          em2_(options.EM2Field) {
-        enlarge(kCapacityStep);
+          em2_(options.EM2Field),
+          edges_(options),
+          found_(FileColumns{options.SiteIDPresent, options.TwoEMColumns, false, 0}) {}
+
+    Carried read(std::string_view text, Carried) {
+        found_.clear();
+        found_.texts = text;
+        TextLines lines(text);
+        for (std::string_view line; lines.next(line);) {
+            ++found_.linesRead;
+            if (line.size() <= shortest_) continue;
+            readLine(line);
+        }
+        return {};
     }
 
-    // Makes room for a file of lines as long as this one, or somewhat shorter.
-    void reserveFor(std::int64_t fileSize, std::size_t lineLength) {
-        survey_.SiteData.reserve(fileSize / static_cast<std::int64_t>(lineLength) + 2 * kCapacityStep);
-        enlarge(capacity_);
+    const FoundSites& found() const { return found_; }
+
+  private:
+    void readLine(std::string_view line) {
+        const std::string_view reason = readSite(line);
+        // A line whose numbers were read although an edge of a field cuts through digits.
+        if ((reason.empty() || isBelowCutoff(reason)) && edges_.cut(line)) found_.odd.add(found_.linesRead);
+        if (!reason.empty()) return reject(line, reason);
+        if (found_.sites() == 1) found_.firstSiteLength = line.size();
     }
 
-    // Stores the line's values in the next slot; gives why it is rejected, or nothing for a site. What a
-    // rejected line has left in the slot is overwritten by the next site.
-    std::string_view read(std::string_view line, std::int64_t number) {
-        const SiteIndex slot = survey_.NumSites;
-        if (options_.SiteIDPresent && !siteID_.number(line, idColumn_[slot])) return reject_reason::kSiteID;
+    // Stores the line's values in the next place; gives why it is rejected, or nothing for a site.
+    std::string_view readSite(std::string_view line) {
+        if (options_.SiteIDPresent && !siteID_.number(line, found_.nextSiteID()))
+            return reject_reason::kSiteID;
         if (options_.TwoEMColumns) {
             double em2 = 0;
             if (!em2_.number(line, em2)) return reject_reason::kEM2;
             em2 = converted(em2);
             if (!(em2 >= options_.EMCutoff)) return reject_reason::kEM2BelowCutoff;
-            em2Column_[slot] = em2;
+            found_.next(kEM2) = em2;
         }
-        if (!x_.number(line, xColumn_[slot])) return reject_reason::kX;
-        if (!y_.number(line, yColumn_[slot])) return reject_reason::kY;
+        if (!x_.number(line, found_.next(kX))) return reject_reason::kX;
+        if (!y_.number(line, found_.next(kY))) return reject_reason::kY;
         double em1 = 0;
         if (!em1_.number(line, em1)) return reject_reason::kEM1;
         em1 = converted(em1);
         if (!(em1 >= options_.EMCutoff)) return reject_reason::kEM1BelowCutoff;
-        em1Column_[slot] = em1;
-        lineColumn_[slot] = sourceLine(number);
-        if (slot + kSpareSites == capacity_) enlarge(capacity_ + kCapacityStep);
-        ++survey_.NumSites;
+        found_.next(kEM1) = em1;
+        found_.addSite(found_.linesRead);
         return {};
     }
 
-  private:
     double converted(double reading) const {
         if (options_.NegateEM) reading = 0.0 - reading;  // and a reading of 0 gets no sign
         if (options_.DivideEMBy10) reading /= 10.0;
         return reading;
     }
 
-    void enlarge(SiteIndex capacity) {
-        capacity_ = capacity;
-        survey_.SiteData.resize(capacity);
-        xColumn_ = survey_.SiteData.column(kX);
-        yColumn_ = survey_.SiteData.column(kY);
-        em1Column_ = survey_.SiteData.column(kEM1);
-        em2Column_ = survey_.SiteData.column(kEM2);
-        survey_.SourceLine.resize(static_cast<std::size_t>(capacity));
-        lineColumn_ = survey_.SourceLine.data();
-        if (!options_.SiteIDPresent) return;
-        survey_.SiteID.resize(static_cast<std::size_t>(capacity));
-        idColumn_ = survey_.SiteID.data();
+    // What was read before the value that is wrong stays in the place of the next site.
+    void reject(std::string_view line, std::string_view reason) {
+        found_.reject(found_.linesRead, line, reason);
+        if (reason == reject_reason::kSiteID) return;
+        LeftValues values;
+        if (options_.SiteIDPresent) values.siteID = found_.nextSiteID();
+        if (reason != reject_reason::kEM2 && reason != reject_reason::kEM2BelowCutoff) {
+            if (options_.TwoEMColumns) values.columns[kEM2] = found_.next(kEM2);
+            if (reason != reject_reason::kX) values.columns[kX] = found_.next(kX);
+            if (reason != reject_reason::kX && reason != reject_reason::kY)
+                values.columns[kY] = found_.next(kY);
+        }
+        found_.leave(values);
     }
 
     const TrimbleOptions& options_;
-    Survey& survey_;
-    ByteRange siteID_, x_, y_, em1_, em2_;
-    SiteIndex capacity_ = 0;
-    double* idColumn_ = nullptr;
-    double* xColumn_ = nullptr;
-    double* yColumn_ = nullptr;
-    double* em1Column_ = nullptr;
-    double* em2Column_ = nullptr;
-    std::uint32_t* lineColumn_ = nullptr;
+    const std::size_t shortest_;
+    const ByteRange siteID_, x_, y_, em1_, em2_;
+    FieldEdges edges_;
+    FoundSites found_;
 };
 
 std::vector<FieldPlace> fieldPlaces(const TrimbleOptions& options) {
@@ -211,43 +207,32 @@ std::vector<FieldPlace> fieldPlaces(const TrimbleOptions& options) {
 }  // namespace
 
 std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
-                             ImportSummary& summary) {
-    LineReader file(options.path);
+                             ImportSummary& summary, const ImportPlan& plan) {
+    LineBlocks file(options.path, plan.blockSize);
     summary.kind = recogniseFileKind(file.firstBytes());
     survey = Survey{};
     static_cast<SurveyParameters&>(survey) = options;
     survey.chooseDistance(options.DistanceMode);
     survey.SiteIDPresent = options.SiteIDPresent;
     survey.TwoEMColumns = options.TwoEMColumns;
-    TrimbleReader reader(options, survey);
-    const auto shortest = static_cast<std::size_t>(std::max(options.MinLineLength, 0));
-    CutLines cutLines(options);
-    std::int64_t errors = 0;
-    for (std::string_view line; file.next(line);) {
-        if (line.size() <= shortest) continue;
-        const std::string_view reason = reader.read(line, file.lineNumber());
-        if (reason.empty() || isBelowCutoff(reason)) cutLines.look(line, file.lineNumber());
-        if (reason.empty()) {
-            if (survey.NumSites == 1) reader.reserveFor(file.fileSize(), line.size());
-            continue;
-        }
-        log.reject(file.lineNumber(), line, reason);
-        ++errors;
-    }
+    SiteCollector sites(survey, log, file.fileSize());
+    BlockImport<TrimbleReader>(file, sites).run(plan, options);
+    sites.finish(capacityFor(survey.NumSites));
     summary.path = options.path;
     summary.file = file.fileState();
     summary.cutoff = options.EMCutoff;
     summary.fixedColumns = true;
     summary.fields = fieldPlaces(options);
-    summary.linesRead = file.lineNumber();
-    cutLines.describe(summary);
-    return errors;
+    summary.linesRead = sites.linesRead();
+    summary.linesCut = sites.odd().lines;
+    summary.firstLineCut = sites.odd().first;
+    return sites.rejected();
 }
 
-ImportResult importTrimbleFile(const TrimbleOptions& options) {
+ImportResult importTrimbleFile(const TrimbleOptions& options, const ImportPlan& plan) {
     ImportResult result;
     ErrorLog log(options.errorLogPath);
-    result.rejected = readTrimbleFile(options, result.survey, log, result.summary);
+    result.rejected = readTrimbleFile(options, result.survey, log, result.summary, plan);
     if (result.survey.NumSites > 0) {
         Calculate_Chosen_Distance(result.survey);
         if (Assign_Row(result.survey) == RowDetection::kTooManyRows) result.rows = ImportedRows::kTooManyRows;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/survey.h"
+#include "import/block_import.h"
 #include "import/import_result.h"
 
 #include <cstdint>
@@ -25,12 +26,12 @@ struct TrimbleOptions : SurveyParameters {
 
 /// Reads a fixed-column sensor file into a new survey, rejecting line by line what cannot be used into the
 /// error log, and finds distances and rows. Throws RunTimeError, leaving the last import's error log, when
-/// the file cannot be read.
-ImportResult importTrimbleFile(const TrimbleOptions& options);
+/// the file cannot be read. However it is read, the result is the same.
+ImportResult importTrimbleFile(const TrimbleOptions& options, const ImportPlan& plan = {});
 
 /// The reading alone: sites and parameters, NumRows 0. What the file itself is like goes into the summary.
 /// Returns the number of rejected lines.
 std::int64_t readTrimbleFile(const TrimbleOptions& options, Survey& survey, ErrorLog& log,
-                             ImportSummary& summary);
+                             ImportSummary& summary, const ImportPlan& plan = {});
 
 }  // namespace tessel

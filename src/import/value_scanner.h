@@ -57,6 +57,8 @@ class BasicValueScanner {
 
     /// A separator that comes now stands in front of a missing value.
     void expectValue() { afterValue_ = false; }
+    /// Goes on where another scanner was.
+    void goOn(bool afterSeparator) { afterValue_ = !afterSeparator; }
     /// The last thing on the lines so far was a separator.
     bool afterSeparator() const { return !afterValue_; }
 
