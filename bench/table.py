@@ -2,12 +2,17 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Prints Google Benchmark's results as a table.
 
-    table.py RESULT...                              each job beside its bare loop
+    table.py RESULT...                              each job beside its bare loop; at the end what the clock says
     table.py --then RESULT... --now RESULT...       each job beside itself in an older state, medians of all rounds
 """
 import json
 import statistics
 import sys
+
+
+# A job with threads of its own has its time measured over all of them, and says so in its name.
+def name_of(run):
+    return run["run_name"].removesuffix("/process_time")
 
 
 def medians(paths):
@@ -16,7 +21,7 @@ def medians(paths):
         with open(path, encoding="utf-8") as file:
             for run in json.load(file)["benchmarks"]:
                 if run.get("aggregate_name") == "median":
-                    job, size = run["run_name"].rsplit("/", 1)
+                    job, size = name_of(run).rsplit("/", 1)
                     found[job, int(size)] = run
     return found
 
@@ -35,13 +40,13 @@ def speed(run):
 
 def beside_bare_loops(paths):
     runs = medians(paths)
-    print(f"{'job':<30}{'size':>10}{'ms CPU':>11}{'bare ms':>10}{'ratio':>8}   speed")
+    print(f"{'job':<30}{'size':>10}{'ms CPU':>11}{'bare ms':>10}{'ratio':>8}{'ms':>11}   speed")
     for (job, size), run in runs.items():
         if job.endswith(":bare"):
             continue
         bare = runs.get((job + ":bare", size))
         beside = f"{bare['cpu_time']:>10.3f}{run['cpu_time'] / bare['cpu_time']:>8.2f}" if bare else " " * 18
-        print(f"{job:<30}{size:>10,}{run['cpu_time']:>11.3f}{beside}   {speed(run)}{held(run)}")
+        print(f"{job:<30}{size:>10,}{run['cpu_time']:>11.3f}{beside}{run['real_time']:>11.3f}   {speed(run)}{held(run)}")
 
 
 def rounds(paths):
@@ -50,7 +55,7 @@ def rounds(paths):
         with open(path, encoding="utf-8") as file:
             for run in json.load(file)["benchmarks"]:
                 if run["run_type"] == "iteration":
-                    found.setdefault(run["run_name"], []).append(run["cpu_time"])
+                    found.setdefault(name_of(run), []).append(run["cpu_time"])
     return {name: statistics.median(times) for name, times in found.items()}
 
 
