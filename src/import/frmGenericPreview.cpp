@@ -115,7 +115,10 @@ void frmGeneric::tellFit(const GenericPreview& preview, const GenericOptions& op
         sentence = u"No value with a decimal comma is read as a number unless the box above is ticked."_s;
     else if (kind_.isText && preview.lines > 0 && preview.valuesOfMost != columns)
         sentence += u' ' + fittingCaptions(preview);
-    tellIn(*lblFit, sentence, untickedCommas || (preview.lines > 0 && !preview.fits(columns)));
+    const bool fits = preview.lines == 0 || preview.fits(columns);
+    const QString doubt = fits ? QString::fromStdString(doubtSentence(preview, options.layout)) : QString();
+    if (!doubt.isEmpty()) sentence += u' ' + doubt;
+    tellIn(*lblFit, sentence, untickedCommas || !fits || !doubt.isEmpty());
 }
 
 QString frmGeneric::fittingCaptions(const GenericPreview& preview) const {

@@ -5,7 +5,9 @@
 #include "import/record_assembler.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
+#include <span>
 
 namespace tessel {
 
@@ -39,8 +41,9 @@ class PreviewRecords {
     void incompleteRecord(const RecordValues& record, bool) {
         if (preview_.records.size() == kRecords) return;
         PreviewRecord shown{record.line, {}};
-        for (std::size_t i = 0; i < record.count; ++i)
-            shown.values.push_back({shownText(record.values[i].text), record.values[i].numeric});
+        for (const ScannedValue& value : std::span(record.values, record.count))
+            shown.values.push_back({shownText(value.text), value.numeric,
+                                    value.numeric && value.number == std::floor(value.number)});
         preview_.records.push_back(std::move(shown));
     }
     void lineNotFitting(std::int64_t lineNumber) {
@@ -126,6 +129,22 @@ std::string fitSentence(const GenericPreview& preview, int columns) {
     return sentence + "; " + counted(preview.linesNotFitting, "line") +
            " of the beginning do not fit, the first is line " + first +
            ": values may be read across their ends.";
+}
+
+std::string doubtSentence(const GenericPreview& preview, const GenericLayout& layout) {
+    const auto isOddAt = [&](std::size_t column) {
+        return std::ranges::any_of(preview.records, [column](const PreviewRecord& record) {
+            return column < record.values.size() && record.values[column].numeric &&
+                   !record.values[column].isWhole;
+        });
+    };
+    const bool oddSites = layout.siteNumber && isOddAt(0);
+    const bool oddRows = layout.rowNumber && isOddAt(static_cast<std::size_t>(layout.columns()) - 1);
+    if (!oddSites && !oddRows) return {};
+    const std::string what = oddSites && oddRows ? "Site numbers and row numbers"
+                             : oddSites          ? "Site numbers"
+                                                 : "Row numbers";
+    return what + " would be no whole numbers: another layout may be the right one.";
 }
 
 std::vector<std::size_t> fittingLayouts(const GenericPreview& preview) {

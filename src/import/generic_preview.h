@@ -15,6 +15,7 @@ namespace tessel {
 struct PreviewValue {
     std::string text;  ///< shortened, without control characters; empty when the value is missing
     bool numeric = false;
+    bool isWhole = false;  ///< a whole number
 };
 
 /// A record as the preview shows it.
@@ -45,6 +46,10 @@ GenericPreview previewGenericFile(std::string_view firstBytes, const FileKind& k
 
 /// How many values the lines hold and how many the layout takes, in one sentence.
 std::string fitSentence(const GenericPreview& preview, int columns);
+
+/// What speaks against the layout though the number of values does not: site or row numbers that are no whole
+/// numbers, in the records shown. A sentence, or nothing.
+std::string doubtSentence(const GenericPreview& preview, const GenericLayout& layout);
 
 /// The layouts that take as many values as the lines hold, as places in kGenericLayouts.
 std::vector<std::size_t> fittingLayouts(const GenericPreview& preview);

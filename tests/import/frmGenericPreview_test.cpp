@@ -53,6 +53,17 @@ TEST_F(GenericImport, NamesTheLayoutsThatWouldFit) {
     EXPECT_TRUE(window.lblFit->text().endsWith(u"line ends. No layout takes as many."_s));
 }
 
+TEST_F(GenericImport, DoubtsPlacesAsSiteNumbers) {
+    look("X,Y,Ec1,Ec2\n500100.5,4000100.25,12.5,13\n500101.5,4000100.25,12.5,13\n");
+    EXPECT_EQ(
+        window.lblFit->text(),
+        u"The lines hold 4 values, this layout takes 4. Site numbers would be no whole numbers: another "
+        u"layout may be the right one."_s);
+    EXPECT_EQ(fitColour(), captionColour(kWarningColour, window));
+    click(option(5));
+    EXPECT_EQ(fitColour(), captionColour(kBlack, window));
+}
+
 TEST_F(GenericImport, LooksAtTheFileOnceItsNameHasBeenTyped) {
     writeFile(folder / "a", "1 2 3 4\n");
     writeFile(folder / "ab", "5 6 7 8\n");

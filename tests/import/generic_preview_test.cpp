@@ -57,6 +57,19 @@ TEST(GenericPreview, LooksAtThePartItIsGivenAndKeepsFiftyRecords) {
     EXPECT_TRUE(preview.fits(3));
 }
 
+TEST(DoubtSentence, TellsOfNumbersThatCountNothing) {
+    const auto doubt = [](const std::string& bytes, std::size_t layout) {
+        return doubtSentence(previewOf(bytes, layout), kGenericLayouts[layout]);
+    };
+    const std::string places = "X,Y,Ec1,Ec2\n500100.5,4000100.25,12.5,13\n500101,4000101,12,14\n";
+    const std::string end = " would be no whole numbers: another layout may be the right one.";
+    EXPECT_EQ(doubt(places, 6), "Site numbers" + end);
+    EXPECT_EQ(doubt(places, 5), "");
+    EXPECT_EQ(doubt("1,2,3,4.5\n", 0), "Row numbers" + end);
+    EXPECT_EQ(doubt("1.5,2,3,4,5.5\n", 2), "Site numbers and row numbers" + end);
+    EXPECT_EQ(doubt("1,2.5,3.5,4.5,7\n-2,2.5,3.5,4.5,7.0\n", 2), "");
+}
+
 TEST(FitSentence, CountsTheValuesOfLinesAndLayoutAndNamesTheFirstLineThatDoesNotFit) {
     const std::string fits = "The lines hold 3 values, this layout takes 3";
     const std::string across = ", this layout takes 3: values would be read across line ends.";
