@@ -16,7 +16,7 @@ expect() {  # TEXT WHAT
 for package in "${build_packages[@]}" "${display_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}"; do
     expect "\`$package\`" "the package $package"
 done
-declare -A work=([Qt6]='[Qt 6]' [GTest]='[GoogleTest]' [benchmark]='[Google Benchmark]' [SQLite3]='[SQLite]')
+declare -A work=([Qt6]='[Qt 6]' [GTest]='[GoogleTest]' [benchmark]='[Google Benchmark]' [SQLite3]='[SQLite]' [Threads]='[GNU C Library]')
 while read -r library; do
     expect "${work[$library]:-$library}" "the library $library"
 done < <(find src tests bench packaging -name CMakeLists.txt -exec sed -n 's/^ *find_package(\([^ )]*\).*/\1/p' {} + | sort -u)
