@@ -35,7 +35,7 @@ class SpokenLabel : public QAccessibleWidget {
 
 // Labels of a class of their own say what they have to say by themselves.
 QAccessibleInterface* spokenLabel(const QString& /*className*/, QObject* object) {
-    if (object->metaObject() != &QLabel::staticMetaObject) return nullptr;
+    if (qstrcmp(object->metaObject()->className(), "QLabel") != 0) return nullptr;
     auto* const label = static_cast<QLabel*>(object);
     return label->accessibleName().isEmpty() ? nullptr : new SpokenLabel(label);
 }

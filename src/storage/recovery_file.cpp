@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
@@ -34,12 +35,12 @@ off_t sizeOf(const Journal& journal) {
 
 }  // namespace
 
-RecoveryFile::RecoveryFile(const std::string& folder, const Journal& journal, const SavedRecords& records) {
-    makeFolder(folder);
-    const auto nameOf = [&](int number) {
-        return folder + "/" + kNameBegins + std::to_string(::getpid()) + "-" + std::to_string(number);
-    };
-    file_ = makeLockedFile(nameOf, 0600, path_);
+// Nobody finds half a file: it is set aside until it is whole.
+RecoveryFile::RecoveryFile(std::string folder, const Journal& journal, const SavedRecords& records,
+                           RecoveryFile* inPlaceOf)
+    : folder_(std::move(folder)) {
+    makeFolder(folder_);
+    file_ = makeLockedFile([this](int number) { return nameOf(kAsideNameBegins, number); }, 0600, path_);
     if (file_ < 0) throw RunTimeError::file(path_, "cannot be written", errno);
     try {
         // Without a lock another program would take it for one left behind.
@@ -48,13 +49,17 @@ RecoveryFile::RecoveryFile(const std::string& folder, const Journal& journal, co
         writeAll(kSignature);
         appendRecord(kWork, [&](ByteWriter& out) { writeWork(out, journal, records); });
         sync();
-        if (!syncNames(folder, file_)) fail(errno);
         firstEnd_ = end_;
+        takePlace(inPlaceOf);
     } catch (...) {
         remove();
         ::close(file_);
         throw;
     }
+}
+
+std::string RecoveryFile::nameOf(const char* begins, int number) const {
+    return folder_ + "/" + begins + std::to_string(::getpid()) + "-" + std::to_string(number);
 }
 
 RecoveryFile::~RecoveryFile() {
@@ -76,24 +81,31 @@ bool RecoveryFile::hasOutgrown(const Journal& journal) const {
 }
 
 void RecoveryFile::setAside() {
-    if (!isAside_) rename(kNameBegins, kAsideNameBegins);
+    if (!isAside_) rename(kAsideNameBegins);
     isAside_ = true;
 }
 
 // Whoever is killed before that has not done anything yet.
-void RecoveryFile::takeBack() {
+void RecoveryFile::takePlace(RecoveryFile* of) {
     if (!isAside_) return;
-    rename(kAsideNameBegins, kNameBegins);
+    if (of != nullptr && isStillNamed(of->file_, of->path_)) {
+        std::string name = of->path_;
+        if (std::rename(path_.c_str(), name.c_str()) != 0) fail(errno);
+        path_.swap(name);
+    } else {
+        rename(kNameBegins);
+    }
     isAside_ = false;
-    if (!syncNames(fs::path(path_).parent_path().string(), file_)) fail(errno);
+    if (!syncNames(folder_, file_)) fail(errno);
 }
 
 // Never in the place of another program's.
-void RecoveryFile::rename(const std::string& begin, const std::string& next) {
-    const fs::path path(path_);
-    std::string name = (path.parent_path() / next).string() + path.filename().string().substr(begin.size());
-    if (!renameToNew(path_, name)) throw RunTimeError::file(path_, "cannot be renamed", errno);
-    path_.swap(name);
+void RecoveryFile::rename(const char* begins) {
+    for (int number = 0;; ++number) {
+        std::string name = nameOf(begins, number);
+        if (renameToNew(path_, name)) return path_.swap(name);
+        if (errno != EEXIST) throw RunTimeError::file(path_, "cannot be renamed", errno);
+    }
 }
 
 template <typename Write>
@@ -148,11 +160,11 @@ void RecoveryFile::append(JournalEvent event, const Journal& journal, const Save
     switch (event) {
         case JournalEvent::kActed:
             appendAct(journal, records);
-            return takeBack();
+            return takePlace(nullptr);
         case JournalEvent::kMoved:
             appendRecord(kMove, [&](ByteWriter& out) { out.count(journal.actsInForce()); });
             sync();
-            return takeBack();
+            return takePlace(nullptr);
         case JournalEvent::kCounted:
             return appendRecord(kCounts, [&](ByteWriter& out) { writeCounts(out, journal); });
         case JournalEvent::kNoted:
@@ -162,7 +174,7 @@ void RecoveryFile::append(JournalEvent event, const Journal& journal, const Save
 
 void RecoveryFile::append(const SavedRecords& records) {
     appendRecord(kRecords, [&](ByteWriter& out) { FieldWriter{out}(records); });
-    takeBack();
+    takePlace(nullptr);
 }
 
 }  // namespace tessel

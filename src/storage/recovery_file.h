@@ -17,9 +17,11 @@ namespace tessel {
 /// ends with the last record that is whole.
 class RecoveryFile {
   public:
-    /// Makes one of a name of its own in the folder, with the work as it is now, on the disk.
-    RecoveryFile(const std::string& folder, const Journal& journal, const SavedRecords& records);
-    /// Closes it; it stays.
+    /// Makes one of a name of its own in the folder, with the work as it is now, on the disk; or in the place
+    /// of another one, in one step.
+    RecoveryFile(std::string folder, const Journal& journal, const SavedRecords& records,
+                 RecoveryFile* inPlaceOf = nullptr);
+    /// Closes it; it stays, unless it is set aside.
     ~RecoveryFile();
     RecoveryFile(const RecoveryFile&) = delete;
     RecoveryFile& operator=(const RecoveryFile&) = delete;
@@ -41,8 +43,9 @@ class RecoveryFile {
     void remove();
 
   private:
-    void takeBack();
-    void rename(const std::string& begin, const std::string& next);
+    std::string nameOf(const char* begins, int number) const;
+    void takePlace(RecoveryFile* of);
+    void rename(const char* begins);
     void appendAct(const Journal& journal, const SavedRecords& records);
     template <typename Write>
     void appendRecord(std::uint8_t kind, Write write);
@@ -51,11 +54,12 @@ class RecoveryFile {
     void sync();
     [[noreturn]] void fail(int reason);
 
+    std::string folder_;
     std::string path_;
     int file_ = -1;
     long firstEnd_ = 0;  // of the first record
     long end_ = 0;       // of the last whole one
-    bool isAside_ = false;
+    bool isAside_ = true;
 };
 
 /// A recovery file that a program has left behind. Held, no other program takes it.

@@ -15,8 +15,8 @@ namespace tessel::recovery_format {
 
 inline constexpr std::string_view kSignature = "VARN-Tessel recovery 1\n";
 inline constexpr const char* kNameBegins = "recovery-";
-/// Of one that is set aside.
-inline constexpr const char* kAsideNameBegins = "saved-";
+/// Of one that is not whole yet, or set aside because all in it has been saved.
+inline constexpr const char* kAsideNameBegins = "aside-";
 inline constexpr std::size_t kFrameHead = 14;
 
 /// What a record holds.

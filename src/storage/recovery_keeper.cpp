@@ -70,9 +70,7 @@ void RecoveryKeeper::renew(const Journal& journal, const SavedRecords& records) 
 // The old one goes when the new one is whole, or before that where nobody needs it.
 void RecoveryKeeper::exchange(const Journal& journal, const SavedRecords& records) {
     if (file_ && file_->isAside()) file_.reset();
-    auto file = std::make_unique<RecoveryFile>(folder_, journal, records);
-    file_.swap(file);
-    if (file) file->remove();
+    file_ = std::make_unique<RecoveryFile>(folder_, journal, records, file_.get());
 }
 
 void RecoveryKeeper::setAside() noexcept {

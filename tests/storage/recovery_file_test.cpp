@@ -326,7 +326,7 @@ TEST_F(Recovery, ThatIsSetAsideGoesWithItsProgramOrAtTheNextStart) {
         EXPECT_FALSE(fs::is_empty(place())) << "its program lives";
     }
     EXPECT_TRUE(fs::is_empty(place()));
-    writeFile(place() + "/saved-1-0", "of a program that was killed");
+    writeFile(place() + "/aside-1-0", "of a program that was killed");
     EXPECT_TRUE(findLeftWork(place()).empty());
     EXPECT_TRUE(fs::is_empty(place()));
 }
@@ -393,7 +393,7 @@ TEST_F(Recovery, ThatWasSetAsideMakesRoomForTheNext) {
     writeFile(path, "another's");
     const WatchedFileCalls watched([&](const FileCall& call) -> std::optional<FileAnswer> {
         if (call.name != "fstatvfs") return std::nullopt;
-        const bool isThere = fs::exists(place() + "/saved" + path.substr((place() + "/recovery").size()));
+        const bool isThere = fs::exists(place() + "/aside" + path.substr((place() + "/recovery").size()));
         return FileAnswer{0, 0, isThere ? 1 : 1'000'000};
     });
     worker.journal.replaceSurvey({}, surveyOf(3));
