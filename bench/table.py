@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Prints Google Benchmark's results as a table.
 
-    table.py RESULT...                              each job beside its bare loop; at the end what the clock says
-    table.py --then RESULT... --now RESULT...       each job beside itself in an older state, medians of all rounds
+    table.py RESULT...                              each job beside its bare loop, and what the clock says
+    table.py --then RESULT... --now RESULT...       each job beside itself in an older state, medians of all rounds;
+                                                    of jobs with threads of their own by the clock
 """
 import json
 import statistics
@@ -11,6 +12,10 @@ import sys
 
 
 # A job with threads of its own has its time measured over all of them, and says so in its name.
+def has_threads(run):
+    return run["run_name"].endswith("/process_time")
+
+
 def name_of(run):
     return run["run_name"].removesuffix("/process_time")
 
@@ -30,11 +35,13 @@ def held(run):
     return f", {run['held'] / 1e6:.1f} MB held" if "held" in run else ""
 
 
+# By the clock where a job has threads of its own.
 def speed(run):
+    shared = run["cpu_time"] / run["real_time"] if has_threads(run) else 1
     if "bytes_per_second" in run:
-        return f"{run['bytes_per_second'] / 1e6:.0f} MB/s"
+        return f"{run['bytes_per_second'] * shared / 1e6:.0f} MB/s"
     if "items_per_second" in run:
-        return f"{run['items_per_second'] / 1e6:.1f} M sites/s"
+        return f"{run['items_per_second'] * shared / 1e6:.1f} M sites/s"
     return ""
 
 
@@ -55,7 +62,8 @@ def rounds(paths):
         with open(path, encoding="utf-8") as file:
             for run in json.load(file)["benchmarks"]:
                 if run["run_type"] == "iteration":
-                    found.setdefault(name_of(run), []).append(run["cpu_time"])
+                    time = run["real_time" if has_threads(run) else "cpu_time"]
+                    found.setdefault(name_of(run), []).append(time)
     return {name: statistics.median(times) for name, times in found.items()}
 
 

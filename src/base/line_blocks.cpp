@@ -49,42 +49,44 @@ void LineBlocks::readFirstBytes() {
 }
 
 bool LineBlocks::next(LineBlock& block) {
-    for (std::size_t size = beginWithRest(block); fill(block, size); size *= 2)
-        if (cutBehindLastLine(block)) return true;
+    beginWithRest(block);
+    for (std::size_t before = block.length_; fill(block); before = block.length_)
+        if (cutBehindLastLine(block, before)) return true;
     return block.length_ > 0;
 }
 
-// Gives the size up to which the block is to be filled.
-std::size_t LineBlocks::beginWithRest(LineBlock& block) {
-    const std::size_t size = std::max(blockSize_, rest_.size() * 2);
-    if (block.bytes_.size() < size) block.bytes_.resize(size);
+// The room that one long line has taken is not kept for others.
+void LineBlocks::beginWithRest(LineBlock& block) {
+    constexpr std::size_t kMuch = 8;
+    if (block.bytes_.size() > kMuch * std::max(blockSize_, rest_.size()))
+        std::vector<char>().swap(block.bytes_);
+    if (block.bytes_.size() < rest_.size()) block.bytes_.resize(rest_.size());
     std::copy(rest_.begin(), rest_.end(), block.bytes_.begin());
     block.length_ = rest_.size();
     rest_.clear();
-    return size;
 }
 
-// False when nothing has come. A line longer than the block has its size doubled, so that even one of 100 MB
-// is moved a few times only.
-bool LineBlocks::fill(LineBlock& block, std::size_t size) {
+// Up to the block's size, or half of that at a time where a line is longer; false when nothing has come.
+bool LineBlocks::fill(LineBlock& block) {
+    const std::size_t before = block.length_, size = std::max(blockSize_, before + (blockSize_ + 1) / 2);
     if (block.bytes_.size() < size) block.bytes_.resize(size);
-    const std::size_t before = block.length_;
     std::size_t got = 1;
     for (; block.length_ < size && got > 0; block.length_ += got)
         got = readSome(block.bytes_.data() + block.length_, size - block.length_);
     return block.length_ > before;
 }
 
-// Keeps what follows the last line for the next block; false when no line ends here. A CR that is the last
-// byte may be half of a CR LF.
-bool LineBlocks::cutBehindLastLine(LineBlock& block) {
+// Keeps what follows the last line for the next block; false when no line ends here. None does in the first
+// `before` bytes, but that a CR that is the last byte may be half of a CR LF.
+bool LineBlocks::cutBehindLastLine(LineBlock& block, std::size_t before) {
     const char* const begin = block.bytes_.data();
     const char* const end = begin + block.length_;
+    const char* const from = begin + (before > 0 ? before - 1 : 0);
     const char* cut = end;
-    if (cut != begin && cut[-1] == '\r') --cut;
-    while (cut != begin && !isLineEnd(cut[-1]))
+    if (cut[-1] == '\r') --cut;
+    while (cut != from && !isLineEnd(cut[-1]))
         --cut;
-    if (cut == begin) return false;
+    if (cut == from) return false;
     rest_.assign(cut, end);
     block.length_ = static_cast<std::size_t>(cut - begin);
     return true;

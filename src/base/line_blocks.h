@@ -42,8 +42,8 @@ class LineBlocks {
     LineBlocks(const LineBlocks&) = delete;
     LineBlocks& operator=(const LineBlocks&) = delete;
 
-    /// Gives the next lines, one at least; false at the end of the file. A block is larger only where a line
-    /// is. Throws RunTimeError when reading fails or the file has become shorter since it was opened.
+    /// Gives the next lines, one at least; false at the end of the file. A block is larger by half only where
+    /// a line is. Throws RunTimeError when reading fails or the file has become shorter since it was opened.
     bool next(LineBlock& block);
 
     /// The bytes with which the file begins, as they stand in it: 64 KiB, or all. To be asked for before
@@ -56,9 +56,9 @@ class LineBlocks {
 
   private:
     void readFirstBytes();
-    std::size_t beginWithRest(LineBlock& block);
-    bool fill(LineBlock& block, std::size_t size);
-    bool cutBehindLastLine(LineBlock& block);
+    void beginWithRest(LineBlock& block);
+    bool fill(LineBlock& block);
+    bool cutBehindLastLine(LineBlock& block, std::size_t before);
     std::size_t readSome(char* first, std::size_t most);
     bool decodeMore();
     std::size_t readFile(char* first, std::size_t most);

@@ -20,7 +20,7 @@ struct ImportPlan {
     std::size_t threads = usefulThreads();
 
     std::size_t threadsFor(std::int64_t fileSize) const {
-        return fileSize > largestForOneThread ? threads : 1;
+        return fileSize > largestForOneThread ? std::max<std::size_t>(threads, 1) : 1;
     }
 };
 

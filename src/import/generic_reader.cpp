@@ -49,7 +49,7 @@ class GenericReader {
         TextLines lines(text);
         for (std::string_view line; lines.next(line);) {
             records_.readLine(line, ++found_.linesRead);
-            if (found_.sites() == 1) found_.firstSiteLength = line.size();
+            if (found_.sites() > 0 && found_.firstSiteLength == 0) found_.firstSiteLength = line.size();
         }
         found_.texts = rejectedTexts_;
         return records_.takeOpenRecord(found_.linesRead);

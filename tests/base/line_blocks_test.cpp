@@ -70,6 +70,26 @@ TEST_F(LineBlocksTest, AreLargerThanAskedForOnlyWhereALineIs) {
     expectWholeLines(blocks);
     EXPECT_EQ(std::ranges::count_if(blocks, [](const std::string& text) { return text.size() > 1000; }), 1);
     EXPECT_LT(blocks.size(), 120U);
+    const auto largest = std::ranges::max(blocks, {}, &std::string::size);
+    EXPECT_LE(largest.size(), 30'002U + 1'500U) << "of a long line, not twice its size";
+}
+
+TEST_F(LineBlocksTest, CutLineEndsAcrossTheirBordersWherever) {
+    std::mt19937 random(9);
+    for (int turn = 0; turn < 300; ++turn) {
+        std::string bytes;
+        for (auto count = random() % 60; count > 0; --count)
+            bytes += std::string(random() % 4 == 0 ? random() % 40 : random() % 3, 'x') +
+                     (random() % 3 == 0   ? "\r\n"
+                      : random() % 2 == 0 ? "\r"
+                                          : "\n");
+        writeFile(path, bytes);
+        for (const std::size_t size : {1U, 2U, 3U, 7U, 16U}) {
+            const Texts blocks = blocksOf(path, size);
+            ASSERT_EQ(joined(blocks), bytes) << turn;
+            expectWholeLines(blocks);
+        }
+    }
 }
 
 TEST_F(LineBlocksTest, ReadAFileBeyondItsFirstBytes) {

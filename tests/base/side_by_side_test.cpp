@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/side_by_side.h"
 
+#include "support/failing_allocations.h"
+
 #include <atomic>
 #include <latch>
 #include <thread>
@@ -163,6 +165,18 @@ TEST(SideBySide, HandsOnTheFailureOfTheEarliestPiece) {
     };
     EXPECT_EQ(failureOf(2, pieces), "0");
     EXPECT_TRUE(pieces.put.empty());
+}
+
+TEST(SideBySide, DoesAllOfItWhereThereIsNoMemoryForAThread) {
+    constexpr std::size_t kPieces = 20;
+    std::size_t taken = 0, put = 0;
+    const OrderedWork work{[&](std::size_t) { return taken < kPieces && ++taken > 0; }, [](std::size_t) {},
+                           [&](std::size_t) { ++put; }};
+    {
+        const FailingAllocations none(0);
+        doSideBySide(5, work);
+    }
+    EXPECT_EQ(put, kPieces);
 }
 
 TEST(SideBySide, TakesNoFurtherPieceAfterAFailure) {

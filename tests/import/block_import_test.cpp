@@ -257,6 +257,20 @@ TEST_F(BlockImports, ThatCannotReadOnSaySoAndLeaveTheLastLog) {
     }
 }
 
+TEST_F(BlockImports, MakeRoomForSitesByTheFirstLineWithSome) {
+    generic.layout = kGenericLayouts[4];
+    std::string twoALine, blankBehind = "1,2,3\n\n";
+    for (int i = 0; i < 2000; ++i) {
+        twoALine += "1,2,3,4,5,6\n";
+        blankBehind += "1,2,3\n";
+    }
+    for (const std::string& bytes : {twoALine, blankBehind}) {
+        writeFile(path, bytes);
+        const Survey survey = importGenericFile(generic, {}, kOneBlock).survey;
+        EXPECT_LT(survey.SourceLine.capacity(), 2 * static_cast<std::size_t>(survey.NumSites) + 300);
+    }
+}
+
 TEST_F(BlockImports, TakeSeveralThreadsForFilesAbove16MiB) {
     const ImportPlan plan;
     EXPECT_EQ(plan.threadsFor(std::int64_t{16} << 20), 1U);
