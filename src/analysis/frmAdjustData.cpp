@@ -7,7 +7,6 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
-#include "desktop/SpokenNames.h"
 #include "desktop/Windows.h"
 #include "journal/journal.h"
 
@@ -60,7 +59,6 @@ std::exception_ptr failureOf(Action action) {
 
 frmAdjustData::frmAdjustData(QWidget* parent) : QDialog(parent) {
     setupUi(this);
-    speakLabelledValues();
     for (QWidget* entry : QList<QWidget*>{txtAdjEC1, txtAdjEC2, lblEM1, txtScale1, lblEM2, txtScale2})
         keepRoomWhenHidden(*entry);
     for (QLineEdit* box : {txtAdjEC1, txtAdjEC2, txtScale1, txtScale2})

@@ -9,7 +9,6 @@
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
-#include "desktop/SpokenNames.h"
 #include "desktop/Windows.h"
 #include "drawing/Pixels.h"
 #include "journal/journal.h"
@@ -103,7 +102,6 @@ void printBlock(TwipPage& page, const PrintedBlock& block) {
 
 frmHistForm::frmHistForm(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
-    speakLabelledValues();
     resizeOnScreen(*this, {680, 640});
     const QPointF inches = QPointF(kLoadOffset) / kTwipsPerInch;
     const QPointF offset(inches.x() * logicalDpiX(), inches.y() * logicalDpiY());

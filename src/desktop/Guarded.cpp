@@ -4,6 +4,7 @@
 #include "base/run_time_error.h"
 #include "desktop/FileNames.h"
 #include "desktop/MessageBox.h"
+#include "desktop/SpokenNames.h"
 
 #include <csignal>
 #include <new>
@@ -44,6 +45,7 @@ void reportRunTimeError(QWidget* parent, std::uint64_t changesBefore) {
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     // Handled rather than ignored: what is ignored would be inherited by the editors that we start.
     std::signal(SIGXFSZ, [](int) {});
+    speakLabelledValues();
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

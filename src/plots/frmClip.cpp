@@ -9,7 +9,6 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/Guarded.h"
 #include "desktop/MessageBox.h"
-#include "desktop/SpokenNames.h"
 #include "desktop/Windows.h"
 #include "journal/journal.h"
 #include "plots/map_zones.h"
@@ -54,7 +53,6 @@ struct ScreenHourglass {
 
 frmClip::frmClip(QWidget* parent) : QMainWindow(parent) {
     setupUi(this);
-    speakLabelledValues();
     nameSubmenus();
     keepPlaces();
     reserveSiteLines();

@@ -12,7 +12,6 @@ QString spoken(QLabel& label) {
 }  // namespace
 
 TEST(SpokenValues, AreSaidBehindTheNameAndAsTheyAreNow) {
-    speakLabelledValues();
     QLabel label;
     label.setAccessibleName(u"EM1 mean"_s);
     EXPECT_EQ(spoken(label), u"EM1 mean"_s) << "nothing is shown yet";
@@ -34,7 +33,6 @@ TEST(TheButtonThatClearsABox, HasAName) {
 }
 
 TEST(SpokenValues, LeaveOtherLabelsAsTheyAre) {
-    speakLabelledValues();
     QLabel plain(u"In force now: 2 rows"_s);
     EXPECT_EQ(spoken(plain), u"In force now: 2 rows"_s);
 }
