@@ -496,11 +496,10 @@ TEST_F(SurveyFile, WithAViewInPlaceOfItsStateIsTold) {
 
 TEST_F(SurveyFile, ThatMakesItsValuesInsteadOfHoldingThemIsTold) {
     save(journalOf(twoRows()));
-    change(
-        path(),
-        "CREATE TABLE made (part INTEGER PRIMARY KEY NOT NULL, checksum INTEGER NOT NULL, "
-        "bytes AS (printf('%.*c', 1000, 'x'))); INSERT INTO made(part, checksum) VALUES (1, 1), (2, 1); "
-        "DROP TABLE survey_state; ALTER TABLE made RENAME TO survey_state");
+    change(path(),
+           "CREATE TABLE made (part INTEGER PRIMARY KEY NOT NULL, checksum INTEGER NOT NULL, "
+           "bytes AS (printf('%.*c', 1000, 'x'))); INSERT INTO made(part, checksum) VALUES (1, 1), (2, 1); "
+           "DROP TABLE survey_state; ALTER TABLE made RENAME TO survey_state");
     EXPECT_EQ(whyNotOpened(), refusal("it is damaged"));
 }
 
