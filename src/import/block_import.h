@@ -5,6 +5,7 @@
 #include "base/side_by_side.h"
 #include "import/site_collector.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>

@@ -162,8 +162,9 @@ LeftWork::~LeftWork() {
     if (file_ >= 0) ::close(file_);
 }
 
+// When somebody has taken it away its name may be another's.
 void LeftWork::remove() {
-    ::unlink(path_.c_str());
+    if (isStillNamed(file_, path_)) ::unlink(path_.c_str());
 }
 
 // False where a record says what cannot be.

@@ -221,8 +221,7 @@ void requireWhole(const SavedWork& work, SiteIndex mostSites) {
                                             std::size_t position, auto&, auto&, auto&, auto&, auto&,
                                             int imports, auto&) {
         require(imports >= survey.importNumber && imports <= kMostImports, "the number of imports is none");
-        require(!own || (own->DistanceMode >= 0 && own->DistanceMode <= 3),
-                "the measure of distance is none");
+        if (own) requireParameters(*own);
         require(position <= acts.size(), "there are fewer acts than are in force");
         Shape before = shapeOf(survey), after = before;
         for (std::size_t i = position; i-- > 0;)

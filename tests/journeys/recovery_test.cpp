@@ -38,6 +38,11 @@ class EndedProgram : public testing::Test, protected RunningProgram {
         inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
         waitUntilClosed(u"frmDataEdit"_s);
     }
+    void deleteThreeOnTheMap() {
+        SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
+        theJournal().perform(deletionOfMasked(3),
+                             [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    }
     std::ptrdiff_t filesKept() const {
         if (!fs::exists(folder / "state")) return 0;
         return std::distance(fs::directory_iterator(folder / "state"), fs::directory_iterator());
@@ -153,9 +158,7 @@ TEST_F(EndedProgram, OffersNothingThatWasSavedUnlessItWasChangedSince) {
 
 TEST_F(EndedProgram, InTheMiddleOfTheMapBringsBackASurveyThatCanBeUsed) {
     importRows();
-    SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
-    theJournal().perform(deletionOfMasked(3),
-                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    deleteThreeOnTheMap();
     theJournal().cannotRest();
     endAndStartAgain();
     clickOn(*main, u"cmdReopen"_s);
@@ -248,9 +251,7 @@ TEST_F(EndedProgram, ShowsNoErrorLogOfAnotherImport) {
 
 TEST_F(EndedProgram, BeforeTheMapKnewOfItsGapsBringsBackASurveyThatCanBeUsed) {
     importRows();
-    SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
-    theJournal().perform(deletionOfMasked(3),
-                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    deleteThreeOnTheMap();
     endAndStartAgain();
     clickOn(*main, u"cmdReopen"_s);
     EXPECT_EQ(theSurvey().NumRows, 1);
@@ -288,9 +289,7 @@ TEST_F(EndedProgram, KeepsTheExportOfASurveyThatWasOpened) {
 
 TEST_F(EndedProgram, DoesNotMixWhatIsReopenedWithWhatWasOpen) {
     importRows();
-    SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
-    theJournal().perform(deletionOfMasked(3),
-                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+    deleteThreeOnTheMap();
     endAndStartAgain();
     importRows();
     save();

@@ -69,23 +69,6 @@ TEST_F(OpeningFaults, OfASurveyFileAreNoSignalsThatInterrupt) {
 
 TEST_F(OpeningFaults, OfARecoveryFileAreToldOrItIsNotOfferedNow) {
     {
-        RecoveryFile file(folder.path(), journal, {});
-        journal.goTo(journal.position() - 1);
-        file.append(JournalEvent::kMoved, journal, {});
-    }
-    for (const bool isGone : {false, true}) {
-        const auto read = [this] {
-            const auto left = findLeftWork(folder.path());
-            if (left.empty()) throw RunTimeError::file(folder.path(), "cannot be read", EIO);
-            return left.front().read();
-        };
-        EXPECT_GE(failuresOf(read, isGone), 3);
-        EXPECT_EQ(filesIn(folder), 1U) << "what cannot be read now is not taken away";
-    }
-}
-
-TEST_F(OpeningFaults, OfTheActsInARecoveryFileAreTold) {
-    {
         RecoveryFile file(folder.path(), Journal(std::size_t{1} << 30), {});
         Journal work{std::size_t{1} << 30};
         std::mt19937 random(5);
@@ -102,6 +85,7 @@ TEST_F(OpeningFaults, OfTheActsInARecoveryFileAreTold) {
             return left.front().read();
         };
         EXPECT_GE(failuresOf(read, isGone), 3);
+        EXPECT_EQ(filesIn(folder), 1U) << "what cannot be read now is not taken away";
     }
 }
 

@@ -62,10 +62,10 @@ class Recovery : public testing::Test {
         EXPECT_EQ(std::distance(begin(files), end(files)), 1);
         return fs::directory_iterator(place())->path().string();
     }
-    SavedWork recovered() const {
+    SavedWork recovered(std::size_t mostBytes = SIZE_MAX, bool* isAll = nullptr) const {
         const auto left = findLeftWork(place());
         EXPECT_EQ(left.size(), 1U);
-        return left.empty() ? SavedWork() : left.front().read();
+        return left.empty() ? SavedWork() : left.front().read(mostBytes, isAll);
     }
 
     TemporaryFolder folder;
@@ -444,9 +444,7 @@ TEST_F(Recovery, ForgetsTheOldestActsAboveWhatMayBeKept) {
         worker.journal.goTo(worker.journal.size() - 1);
         last = worker.journal.survey();
     }
-    const auto left = findLeftWork(place());
-    ASSERT_EQ(left.size(), 1U);
-    const SavedWork work = left.front().read(kRoomForActs);
+    const SavedWork work = recovered(kRoomForActs);
     EXPECT_LE(work.journal.bytes(), kRoomForActs);
     EXPECT_GT(work.journal.size(), 2U);
     EXPECT_EQ(work.journal.forgotten() + work.journal.size(), static_cast<std::size_t>(kActs));
@@ -465,9 +463,7 @@ TEST_F(Recovery, ForgetsNothingToWhichAWayBackLeads) {
         expected = digestOf(worker.journal);
     }
     bool isAll = false;
-    const auto left = findLeftWork(place());
-    ASSERT_EQ(left.size(), 1U);
-    EXPECT_EQ(digestOf(left.front().read(100'000, &isAll).journal), expected);
+    EXPECT_EQ(digestOf(recovered(100'000, &isAll).journal), expected);
     EXPECT_TRUE(isAll);
 }
 
@@ -483,9 +479,7 @@ TEST_F(Recovery, TakesNoRecordsThatCannotBe) {
     worker.keeper.discard();
     writeFile(path, whole);
     bool isAll = true;
-    const auto left = findLeftWork(place());
-    ASSERT_EQ(left.size(), 1U);
-    const SavedWork work = left.front().read(SIZE_MAX, &isAll);
+    const SavedWork work = recovered(SIZE_MAX, &isAll);
     EXPECT_EQ(digestOf(work.journal), before) << "the file ends in front of them";
     EXPECT_FALSE(isAll);
 }
