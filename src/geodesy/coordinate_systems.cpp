@@ -2,28 +2,38 @@
 #include "geodesy/coordinate_systems.h"
 
 #include "base/run_time_error.h"
+#include "geodesy/proj_library.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <proj.h>
 #include <utility>
 
 namespace tessel {
 
 namespace {
 
+// Nothing is known where there is no library: no list, no system, no way. The rest is asked of what it has
+// made.
+bool isProjThere() {
+    return ProjLibrary::ofSystem() != nullptr;
+}
+
+const ProjLibrary& proj() {
+    return *ProjLibrary::ofSystem();
+}
+
 struct DestroyProj {
-    void operator()(PJ* object) const { proj_destroy(object); }
+    void operator()(PJ* object) const { proj().destroy(object); }
 };
 using Proj = std::unique_ptr<PJ, DestroyProj>;
 
 // One for the program, which has one thread. The library says nothing to the terminal.
 PJ_CONTEXT* context() {
     static const std::unique_ptr<PJ_CONTEXT, PJ_CONTEXT* (*)(PJ_CONTEXT*)> kContext = [] {
-        PJ_CONTEXT* const made = proj_context_create();
-        proj_log_level(made, PJ_LOG_NONE);
-        return std::unique_ptr<PJ_CONTEXT, PJ_CONTEXT* (*)(PJ_CONTEXT*)>(made, proj_context_destroy);
+        PJ_CONTEXT* const made = proj().context_create();
+        proj().log_level(made, PJ_LOG_NONE);
+        return std::unique_ptr<PJ_CONTEXT, PJ_CONTEXT* (*)(PJ_CONTEXT*)>(made, proj().context_destroy);
     }();
     return kContext.get();
 }
@@ -39,13 +49,14 @@ int numberIn(std::string_view text) {
 }
 
 std::vector<CoordinateSystem> readSystems() {
-    PROJ_CRS_LIST_PARAMETERS* const wanted = proj_get_crs_list_parameters_create();
+    if (!isProjThere()) return {};
+    PROJ_CRS_LIST_PARAMETERS* const wanted = proj().get_crs_list_parameters_create();
     const PJ_TYPE projected = PJ_TYPE_PROJECTED_CRS;
     wanted->types = &projected;
     wanted->typesCount = 1;
     int count = 0;
-    PROJ_CRS_INFO** const found = proj_get_crs_info_list_from_database(context(), "EPSG", wanted, &count);
-    proj_get_crs_list_parameters_destroy(wanted);
+    PROJ_CRS_INFO** const found = proj().get_crs_info_list_from_database(context(), "EPSG", wanted, &count);
+    proj().get_crs_list_parameters_destroy(wanted);
     std::vector<CoordinateSystem> systems;
     for (int i = 0; found != nullptr && i < count; ++i) {
         const PROJ_CRS_INFO& each = *found[i];
@@ -53,7 +64,7 @@ std::vector<CoordinateSystem> readSystems() {
                            each.west_lon_degree, each.south_lat_degree, each.east_lon_degree,
                            each.north_lat_degree});
     }
-    proj_crs_info_list_destroy(found);
+    proj().crs_info_list_destroy(found);
     std::erase_if(systems, [](const CoordinateSystem& system) { return system.number == 0; });
     std::ranges::sort(systems, {}, &CoordinateSystem::number);
     return systems;
@@ -85,7 +96,8 @@ std::string authorityName(int number) {
 
 // Null for one that is not known.
 Proj systemOf(int number) {
-    return Proj(number > 0 ? proj_create(context(), authorityName(number).c_str()) : nullptr);
+    return Proj(number > 0 && isProjThere() ? proj().create(context(), authorityName(number).c_str())
+                                            : nullptr);
 }
 
 struct AxisUnit {
@@ -95,11 +107,11 @@ struct AxisUnit {
 
 // Of the first axis.
 std::optional<AxisUnit> unitOf(const Proj& system) {
-    const Proj axes(system ? proj_crs_get_coordinate_system(context(), system.get()) : nullptr);
+    const Proj axes(system ? proj().crs_get_coordinate_system(context(), system.get()) : nullptr);
     AxisUnit unit;
     const char* name = nullptr;
-    if (!axes || proj_cs_get_axis_info(context(), axes.get(), 0, nullptr, nullptr, nullptr, &unit.metres,
-                                       &name, nullptr, nullptr) == 0)
+    if (!axes || proj().cs_get_axis_info(context(), axes.get(), 0, nullptr, nullptr, nullptr, &unit.metres,
+                                         &name, nullptr, nullptr) == 0)
         return std::nullopt;
     unit.name = textOf(name);
     return unit;
@@ -108,11 +120,11 @@ std::optional<AxisUnit> unitOf(const Proj& system) {
 // Without its heights, and without a way to another system.
 Proj horizontalPart(Proj system) {
     while (system) {
-        const PJ_TYPE type = proj_get_type(system.get());
+        const PJ_TYPE type = proj().get_type(system.get());
         if (type == PJ_TYPE_COMPOUND_CRS)
-            system.reset(proj_crs_get_sub_crs(context(), system.get(), 0));
+            system.reset(proj().crs_get_sub_crs(context(), system.get(), 0));
         else if (type == PJ_TYPE_BOUND_CRS)
-            system.reset(proj_get_source_crs(context(), system.get()));
+            system.reset(proj().get_source_crs(context(), system.get()));
         else
             break;
     }
@@ -120,7 +132,7 @@ Proj horizontalPart(Proj system) {
 }
 
 SystemKind kindOf(const Proj& system) {
-    switch (system ? proj_get_type(system.get()) : PJ_TYPE_UNKNOWN) {
+    switch (system ? proj().get_type(system.get()) : PJ_TYPE_UNKNOWN) {
         case PJ_TYPE_PROJECTED_CRS: {
             const std::optional<AxisUnit> unit = unitOf(system);
             return unit && unit->metres == 1 ? SystemKind::kMetres : SystemKind::kOther;
@@ -137,7 +149,7 @@ SystemKind kindOf(const Proj& system) {
 }
 
 int numberOf(const Proj& system) {
-    return system ? numberIn(textOf(proj_get_id_code(system.get(), 0))) : 0;
+    return system ? numberIn(textOf(proj().get_id_code(system.get(), 0))) : 0;
 }
 
 [[noreturn]] void failFor(int number) {
@@ -197,15 +209,16 @@ std::string whyNotInMetres(int number) {
     const std::optional<AxisUnit> unit = unitOf(system);
     if (!unit) return "This coordinate system is not known.";
     if (unit->metres != 1) return "The unit of this system is the " + unit->name + ", not the metre.";
-    return proj_get_type(system.get()) == PJ_TYPE_PROJECTED_CRS ? ""
-                                                                : "This coordinate system is none of a map.";
+    return proj().get_type(system.get()) == PJ_TYPE_PROJECTED_CRS
+               ? ""
+               : "This coordinate system is none of a map.";
 }
 
 HorizontalSystem horizontalSystem(int number, const std::string& definition) {
     Proj system = systemOf(number);
     const bool isNumbered = system != nullptr;
-    if (!isNumbered)
-        system.reset(proj_create_from_wkt(context(), definition.c_str(), nullptr, nullptr, nullptr));
+    if (!isNumbered && isProjThere())
+        system.reset(proj().create_from_wkt(context(), definition.c_str(), nullptr, nullptr, nullptr));
     const Proj part = horizontalPart(std::move(system));
     return {kindOf(part), isNumbered ? numberOf(part) : 0};
 }
@@ -214,27 +227,28 @@ SystemDefinition definitionOf(int number) {
     const Proj found = systemOf(number);
     if (!found) return {authorityName(number), "undefined"};
     const char* const onOneLine[] = {"MULTILINE=NO", nullptr};
-    const char* const text = proj_as_wkt(context(), found.get(), PJ_WKT1_GDAL, onOneLine);
-    return {textOf(proj_get_name(found.get())), text == nullptr ? "undefined" : text};
+    const char* const text = proj().as_wkt(context(), found.get(), PJ_WKT1_GDAL, onOneLine);
+    return {textOf(proj().get_name(found.get())), text == nullptr ? "undefined" : text};
 }
 
 struct Transformation::Way {
-    Proj proj;
+    Proj steps;
 
     void apply(PJ_DIRECTION direction, double* x, double* y, std::size_t count) const {
-        proj_trans_generic(proj.get(), direction, x, sizeof(double), count, y, sizeof(double), count, nullptr,
-                           0, 0, nullptr, 0, 0);
+        proj().trans_generic(steps.get(), direction, x, sizeof(double), count, y, sizeof(double), count,
+                             nullptr, 0, 0, nullptr, 0, 0);
     }
 };
 
 Transformation::Transformation(int number) {
+    if (!isProjThere()) failFor(number);
     const Proj inOwnOrder(
-        proj_create_crs_to_crs(context(), "EPSG:4326", authorityName(number).c_str(), nullptr));
+        proj().create_crs_to_crs(context(), "EPSG:4326", authorityName(number).c_str(), nullptr));
     // X is the easting and the longitude, whatever order the systems' own definitions have.
-    Proj normal(inOwnOrder ? proj_normalize_for_visualization(context(), inOwnOrder.get()) : nullptr);
+    Proj normal(inOwnOrder ? proj().normalize_for_visualization(context(), inOwnOrder.get()) : nullptr);
     if (!normal) failFor(number);
     way_ = std::make_unique<Way>();
-    way_->proj = std::move(normal);
+    way_->steps = std::move(normal);
 }
 
 Transformation::~Transformation() = default;

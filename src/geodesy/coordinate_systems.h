@@ -12,7 +12,8 @@
 
 namespace tessel {
 
-// Coordinate systems and the ways between them, as the PROJ library knows them.
+// Coordinate systems and the ways between them, as the PROJ library knows them. Where it is missing no system
+// is known.
 
 /// A projected coordinate system.
 struct CoordinateSystem {

@@ -25,10 +25,9 @@ std::vector<std::pair<double, double>> byCommand(const TemporaryFolder& folder, 
                                 (folder / "in") + " >" + (folder / "out");
     EXPECT_EQ(std::system(command.c_str()), 0) << command;
     std::vector<std::pair<double, double>> found;
-    std::FILE* const output = std::fopen((folder / "out").c_str(), "r");
-    for (double x = 0, y = 0; std::fscanf(output, "%lf %lf %*f", &x, &y) == 2;)
+    std::ifstream output(folder / "out");
+    for (double x = 0, y = 0, z = 0; output >> x >> y >> z;)
         found.emplace_back(x, y);
-    std::fclose(output);
     return found;
 }
 

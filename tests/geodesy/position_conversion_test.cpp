@@ -3,10 +3,8 @@
 
 #include "base/run_time_error.h"
 #include "geodesy/coordinate_systems.h"
-#include "rows/row_acts.h"
-#include "rows/row_detection.h"
-#include "rows/row_editing.h"
 #include "support/failing_allocations.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
 #include "support/survey_invariants.h"
@@ -29,17 +27,11 @@ Survey inDegrees() {
 
 class Conversion : public testing::Test {
   protected:
-    Conversion() { journal.replaceSurvey({ActKind::kImport, "", "Imported", {}}, inDegrees()); }
-
-    void convert(const PositionRequest& request = kToZone30) {
-        ConvertedPositions positions = convertedPositions(journal.survey(), request);
-        journal.perform(describe(positions),
-                        [&](Survey& survey) { return replacePositions(survey, std::move(positions)); });
-    }
+    void convert(const PositionRequest& request = kToZone30) { tessel::convert(journal, request); }
     double x(SiteIndex site) const { return journal.survey().SiteData(kX, site); }
     double y(SiteIndex site) const { return journal.survey().SiteData(kY, site); }
 
-    Journal journal{std::size_t{1} << 30};
+    Journal journal = journalOf(inDegrees());
 };
 
 }  // namespace
@@ -136,10 +128,10 @@ TEST_F(Conversion, IsTakenBackAndDoneAgainToTheBit) {
 }
 
 TEST_F(Conversion, FitsBetweenOtherActs) {
-    journal.perform(deletionOfRow(journal.survey(), 1), [](Survey& survey) { return Delete_Row(survey, 1); });
+    deleteRow(journal, 1);
     const Survey before = journal.survey();
     convert();
-    journal.perform(searchForRows(2, 3), [](Survey& survey) { return Recalculate_Rows(survey, 2, 3); });
+    findRows(journal, 2, 3);
     const Survey after = journal.survey();
     journal.goTo(1);
     journal.goTo(2);

@@ -121,11 +121,17 @@ check_start() {
         as=(setpriv --reuid=65534 --regid=65534 --clear-groups)
     fi
     (cd "$home" && exec env -i PATH=/usr/bin:/bin HOME="$home" XDG_RUNTIME_DIR="$home" QT_QPA_PLATFORM=offscreen \
-        "${as[@]}" timeout 3 "$root/bin/varn-tessel") >"$work/said" 2>&1 || status=$?
+        LD_DEBUG=libs LD_DEBUG_OUTPUT="$home/libraries" "${as[@]}" timeout 3 "$root/bin/varn-tessel") >"$work/said" 2>&1 || status=$?
     cat "$work/said"
     [ "$status" -eq 124 ] || { echo "it ended by itself with $status"; return 1; }
     grep -iE 'error|warning|cannot|could not|failed' "$work/said" && return 1
     [ -d "$home/.local/share/varn-tessel" ] || { echo "it has made no folder to write in"; return 1; }
+}
+
+# PROJ brings more than thirty libraries: a start waits for none of them.
+check_libraries() {
+    grep -qF libQt6Widgets "$1"/libraries.* || { echo "which libraries were looked for is not known"; return 1; }
+    ! grep -F libproj "$1"/libraries.*
 }
 
 echo "building what is installed"
@@ -154,6 +160,7 @@ if has man "the manual page"; then
     check "has a manual page without faults" check_manual_page "$prefix/share/man/man1/varn-tessel.1.gz"
 fi
 check "starts from the folder, which it may not write" check_start "$prefix" "$work/home1"
+check "starts without the library of coordinate systems" check_libraries "$work/home1"
 
 has dpkg-shlibdeps "the Debian package" && has dpkg-deb "the Debian package" && has file "the Debian package" || closing
 # The same sources make the same bytes, whenever and wherever the package is made.
@@ -173,8 +180,8 @@ check "holds exactly what it should as a package" same_lines "$(files_below "$ro
     echo share/lintian/overrides/varn-tessel) | sed 's|^|usr/|')"
 check "has sensible permissions as a package" check_permissions "$root"
 check "belongs to the system alone" test -z "$(dpkg-deb -c "$deb" | grep -v ' root/root ')"
-check "depends on the libraries that it uses" test 2 = "$(dpkg-deb -f "$deb" Depends | tr ',' '\n' |
-    grep -cE '^ *(libqt6widgets6|libc6) \(>= ')"
+check "depends on the libraries that it uses" test 3 = "$(dpkg-deb -f "$deb" Depends | tr ',' '\n' |
+    grep -cE '^ *((libqt6widgets6|libc6) \(>= .*|libproj[0-9]+)$')"
 if has readelf "the compiler's guards"; then
     check "has the compiler's guards on" check_hardening "$root/usr/bin/varn-tessel"
     check "has no symbols that only a debugger reads" test -z "$(readelf -W -S "$root/usr/bin/varn-tessel" | grep -F .symtab)"
