@@ -2,7 +2,9 @@
 #include "base/file_system.h"
 
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -23,6 +25,22 @@ void closeKeepingReason(int file) {
 }
 
 }  // namespace
+
+std::string pathIn(const std::string& folder, std::string_view name) {
+    std::string path = folder;
+    if (!path.empty() && path.back() != '/') path += '/';
+    return path.append(name);
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    const auto close = [](DIR* entries) { ::closedir(entries); };
+    const std::unique_ptr<DIR, decltype(close)> entries(::opendir(folder.c_str()));
+    if (!entries) return names;
+    while (const dirent* const entry = ::readdir(entries.get()))
+        names.emplace_back(entry->d_name);
+    return names;
+}
 
 bool lockFile(int file) {
     return uninterrupted([&] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0;

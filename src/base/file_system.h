@@ -4,7 +4,9 @@
 #include <cerrno>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
+#include <vector>
 
 namespace tessel {
 
@@ -19,6 +21,13 @@ auto uninterrupted(Call call) {
         result = call();
     return result;
 }
+
+/// The path of what has this name in a folder; an empty folder is the present one. May run out of memory,
+/// which ends the program where the library joins paths.
+std::string pathIn(const std::string& folder, std::string_view name);
+
+/// The names of what lies in a folder, in no order; of what cannot be read, none. May run out of memory.
+std::vector<std::string> namesIn(const std::string& folder);
 
 /// Locks an open file; false where another program has (EWOULDBLOCK), or where the file system knows no
 /// locks.

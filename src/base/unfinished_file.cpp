@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <ctime>
 #include <fcntl.h>
-#include <filesystem>
 #include <string_view>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -18,8 +17,6 @@
 #include <vector>
 
 namespace tessel {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -87,7 +84,7 @@ void removeUnlessHeld(const std::string& path, bool onlyWhenOld) {
 }  // namespace
 
 std::string unfinishedName(const std::string& folder, int number) {
-    return (fs::path(folder) / kPrefix).string() + std::to_string(::getpid()) + '-' + std::to_string(number);
+    return pathIn(folder, kPrefix) + std::to_string(::getpid()) + '-' + std::to_string(number);
 }
 
 bool UnfinishedFile::open(const std::string& folder, mode_t mode) {
@@ -144,20 +141,16 @@ void UnfinishedFile::discard() {
 }
 
 void removeLeftovers(const std::string& folder) {
-    std::error_code error;
     const std::string path = folder.empty() ? "." : folder;
-    std::vector<std::string> names;
-    for (fs::directory_iterator entry(path, error); !error && entry != fs::directory_iterator();
-         entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
+    std::vector<std::string> names = namesIn(path);
+    std::erase_if(names, [](const std::string& name) {
         const pid_t process = processIn(name);
-        if (process >= 0 && !isLiving(process) && fs::is_regular_file(entry->symlink_status(error)))
-            names.push_back(entry->path().string());
-    }
+        return process < 0 || isLiving(process);
+    });
     if (names.empty()) return;
     const bool onlyWhenOld = mayBeOnAnotherMachine(path);
     for (const std::string& name : names)
-        removeUnlessHeld(name, onlyWhenOld);
+        removeUnlessHeld(pathIn(path, name), onlyWhenOld);
 }
 
 }  // namespace tessel

@@ -139,11 +139,10 @@ LeftFile look(int file) {
 
 std::vector<std::string> pathsIn(const std::string& folder, const char* nameBegins) {
     std::vector<std::pair<fs::file_time_type, std::string>> found;
-    std::error_code error;
-    for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
+    for (const std::string& name : namesIn(folder)) {
         std::error_code ignored;
-        if (file->path().filename().string().starts_with(nameBegins))
-            found.emplace_back(fs::last_write_time(file->path(), ignored), file->path().string());
+        const std::string path = pathIn(folder, name);
+        if (name.starts_with(nameBegins)) found.emplace_back(fs::last_write_time(path, ignored), path);
     }
     std::sort(found.rbegin(), found.rend());
     std::vector<std::string> paths;

@@ -2,6 +2,7 @@
 #include "base/unfinished_file.h"
 
 #include "base/file_replacement.h"
+#include "support/failing_allocations.h"
 #include "support/file_calls.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
@@ -14,12 +15,6 @@ namespace tessel {
 namespace {
 
 namespace fs = std::filesystem;
-
-void replace(const std::string& path) {
-    FileReplacement file(path);
-    file.write("new");
-    file.commit();
-}
 
 // A process that has ended: nobody has its number.
 pid_t endedProcess() {
@@ -79,10 +74,10 @@ TEST_F(Leftovers, OfAKilledProgramAreRemovedWhenSomethingIsWrittenNext) {
     WritingProgram program(path);
     const std::string name = nameOf(program.process(), 0);
     EXPECT_TRUE(fs::exists(folder / name));
-    replace(folder / "other.txt");
+    replaceFile(folder / "other.txt");
     EXPECT_TRUE(fs::exists(folder / name));
     program.kill();
-    replace(folder / "other.txt");
+    replaceFile(folder / "other.txt");
     EXPECT_FALSE(fs::exists(folder / name));
     EXPECT_EQ(filesIn(folder), 1U);
 }
@@ -90,8 +85,24 @@ TEST_F(Leftovers, OfAKilledProgramAreRemovedWhenSomethingIsWrittenNext) {
 TEST_F(Leftovers, OfEitherKindOfNameAreRemoved) {
     writeFile(folder / nameOf(endedProcess(), 12), "half");
     writeFile(folder / ".tessel-aB3xYz", "half");
-    replace(path);
+    replaceFile(path);
     EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST_F(Leftovers, AreLookedForWithoutMemoryTooOrNotAtAll) {
+    writeFile(folder / ".tessel-aB3xYz", "half");
+    bool done = false;
+    for (long successes = 0; !done && successes < 100; ++successes) {
+        try {
+            const FailingAllocations failing(successes);
+            removeLeftovers(folder.path());
+            done = !failing.hasFailed();
+        } catch (const std::bad_alloc&) {
+            continue;
+        }
+    }
+    EXPECT_TRUE(done);
+    EXPECT_FALSE(fs::exists(folder / ".tessel-aB3xYz"));
 }
 
 TEST_F(Leftovers, AreNotWhatAProcessLocksOrItsLivingProcessNames) {
@@ -100,10 +111,10 @@ TEST_F(Leftovers, AreNotWhatAProcessLocksOrItsLivingProcessNames) {
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
     writeFile(folder / nameOf(::getpid(), 7), "living");
     writeFile(folder / nameOf(::getppid(), 7), "living");
-    replace(path);
+    replaceFile(path);
     EXPECT_EQ(filesIn(folder), 4U);
     ::close(held);
-    replace(path);
+    replaceFile(path);
     EXPECT_FALSE(fs::exists(folder / ".tessel-aB3xYz"));
     EXPECT_EQ(filesIn(folder), 3U);
 }
@@ -120,7 +131,7 @@ TEST_F(Leftovers, AreOnlyOrdinaryFilesOfExactlyTheseNames) {
     fs::create_symlink(folder / "real.txt", folder / ".tessel-alinks");
     ASSERT_EQ(::mkfifo((folder / ".tessel-apipes").c_str(), 0600), 0);
     const std::size_t before = filesIn(folder);
-    replace(path);
+    replaceFile(path);
     EXPECT_EQ(filesIn(folder), before + 1);
 }
 
@@ -129,7 +140,7 @@ TEST_F(Leftovers, OfAnotherUserAreLeftToHim) {
     writeFile(folder / ".tessel-aB3xYz", "root's");
     fs::permissions(folder / ".tessel-aB3xYz", fs::perms::owner_read);
     const UnprivilegedUser user;
-    replace(path);
+    replaceFile(path);
     if (::geteuid() == 0) return;
     EXPECT_TRUE(fs::exists(folder / ".tessel-aB3xYz"));
 }
@@ -142,7 +153,7 @@ TEST_F(Leftovers, OnOtherMachinesAreRemovedWhenTheyAreADayOld) {
     const WatchedFileCalls watched([](const FileCall& call) -> std::optional<FileAnswer> {
         return call.name == "statfs" ? std::optional(FileAnswer{0, 0, kFuse}) : std::nullopt;
     });
-    replace(path);
+    replaceFile(path);
     EXPECT_TRUE(fs::exists(folder / ".tessel-aYoung"));
     EXPECT_FALSE(fs::exists(folder / ".tessel-anOld1"));
 }
@@ -153,7 +164,7 @@ TEST_F(Leftovers, AreLeftAloneWhereThereAreNoLocks) {
         if (const auto answer = noNamelessFiles(call)) return answer;
         return call.name == "flock" ? std::optional(FileAnswer{-1, ENOLCK}) : std::nullopt;
     });
-    replace(path);
+    replaceFile(path);
     EXPECT_EQ(readFile(path), "new");
     EXPECT_TRUE(fs::exists(folder / ".tessel-aB3xYz"));
 }
