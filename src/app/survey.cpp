@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/survey.h"
 
+#include "base/fresh_memory.h"
+
 #include <algorithm>
 #include <new>
 
@@ -11,8 +13,10 @@ void SiteTable::resize(SiteIndex capacity) {
     for (auto& column : columns_)
         if (index(capacity) > column.capacity())
             column.reserve(std::max(index(capacity), 2 * column.capacity()));
-    for (auto& column : columns_)
+    for (auto& column : columns_) {
+        provideMemoryFor(column, index(capacity));
         column.resize(index(capacity));
+    }
 }
 
 void SiteTable::reserve(SiteIndex capacity) {

@@ -93,10 +93,10 @@ class FoundSites {
 
     FileColumns columns_;
     std::size_t sites_ = 0, room_ = 0;
-    std::array<std::vector<double>, kSiteColumns> storage_;
+    std::vector<double> storage_[kSiteColumns];
     std::vector<double> siteIDs_;
     std::vector<std::uint32_t> lines_;
-    std::array<double*, kSiteColumns> at_{};
+    double* at_[kSiteColumns] = {};
     double* siteIDAt_ = nullptr;
     std::uint32_t* lineAt_ = nullptr;
     LeftValues left_;

@@ -3,6 +3,7 @@
 
 #include "base/text_lines.h"
 #include "import/error_log.h"
+#include "import/plain_lines.h"
 #include "import/record_assembler.h"
 #include "rows/row_detection.h"
 
@@ -29,7 +30,7 @@ struct ColumnPlaces {
 };
 
 // Makes sites of the records of a block, or lines of the error log.
-template <class Scanner>
+template <class Values>
 class GenericReader {
   public:
     using Carried = OpenRecord;
@@ -37,6 +38,7 @@ class GenericReader {
     explicit GenericReader(const GenericOptions& options)
         : options_(options),
           at_(options.layout),
+          plain_(at_.count),
           records_(at_.count, *this),
           found_(FileColumns{options.layout.siteNumber, options.layout.secondReading,
                              options.layout.rowNumber, 1}) {}
@@ -46,11 +48,10 @@ class GenericReader {
     Carried read(std::string_view text, const Carried& carried) {
         clear();
         if (!carried.isNothing()) records_.goOnWith(carried);
+        plain_.beginText(text);
         TextLines lines(text);
-        for (std::string_view line; lines.next(line);) {
-            records_.readLine(line, ++found_.linesRead);
+        for (std::string_view line; nextLine(lines, line);)
             if (found_.sites() > 0 && found_.firstSiteLength == 0) found_.firstSiteLength = line.size();
-        }
         found_.texts = rejectedTexts_;
         return records_.takeOpenRecord(found_.linesRead);
     }
@@ -68,7 +69,7 @@ class GenericReader {
     void record(const RecordValues& record) {
         const std::string_view reason = check(record.values);
         if (reason.empty())
-            append(record);
+            append([&](std::size_t place) { return record.values[place].number; }, record.line);
         else
             drop(record, reason);
     }
@@ -85,12 +86,33 @@ class GenericReader {
         rejectedTexts_.clear();
     }
 
+    // Reads one line; false when there is none.
+    bool nextLine(TextLines& lines, std::string_view& line) {
+        if (records_.isBetweenRecords() && nextPlainLine(lines, line)) return true;
+        if (!lines.next(line)) return false;
+        records_.readLine(line, ++found_.linesRead);
+        return true;
+    }
+
+    // Reads a line if it is plain and a site.
+    bool nextPlainLine(TextLines& lines, std::string_view& line) {
+        const char* const first = lines.rest().data();
+        typename PlainLines<Values>::Numbers numbers;
+        const char* const end = plain_.read(first, numbers);
+        if (end == nullptr || !isAccepted(numbers[at_.em1])) return false;
+        if (options_.layout.secondReading && !isAccepted(numbers[at_.em2])) return false;
+        line = {first, static_cast<std::size_t>(end - first)};
+        lines.passOver(end);
+        append([&](std::size_t place) { return numbers[place]; }, ++found_.linesRead);
+        return true;
+    }
+
+    bool isAccepted(double reading) const { return reading >= options_.cutoff; }
+
     // In the order of the other import, the second reading before the coordinates.
     std::string_view check(const ScannedValue* values) const {
         const auto numeric = [values](std::size_t place) { return values[place].numeric; };
-        const auto accepted = [this, values](std::size_t place) {
-            return values[place].number >= options_.cutoff;
-        };
+        const auto accepted = [this, values](std::size_t place) { return isAccepted(values[place].number); };
         const GenericLayout& layout = options_.layout;
         if (layout.siteNumber && !numeric(at_.siteID)) return reject_reason::kSiteID;
         if (layout.secondReading && !numeric(at_.em2)) return reject_reason::kEM2;
@@ -103,15 +125,15 @@ class GenericReader {
         return {};
     }
 
-    void append(const RecordValues& record) {
-        const ScannedValue* const values = record.values;
-        found_.next(kX) = values[at_.x].number;
-        found_.next(kY) = values[at_.y].number;
-        found_.next(kEM1) = values[at_.em1].number;
-        if (options_.layout.secondReading) found_.next(kEM2) = values[at_.em2].number;
-        if (options_.layout.rowNumber) found_.next(kRow) = values[at_.row].number;
-        if (options_.layout.siteNumber) found_.nextSiteID() = values[at_.siteID].number;
-        found_.addSite(record.line);
+    template <class NumberAt>
+    void append(NumberAt numberAt, std::int64_t line) {
+        found_.next(kX) = numberAt(at_.x);
+        found_.next(kY) = numberAt(at_.y);
+        found_.next(kEM1) = numberAt(at_.em1);
+        if (options_.layout.secondReading) found_.next(kEM2) = numberAt(at_.em2);
+        if (options_.layout.rowNumber) found_.next(kRow) = numberAt(at_.row);
+        if (options_.layout.siteNumber) found_.nextSiteID() = numberAt(at_.siteID);
+        found_.addSite(line);
     }
 
     void drop(const RecordValues& record, std::string_view reason) {
@@ -124,7 +146,8 @@ class GenericReader {
 
     const GenericOptions& options_;
     const ColumnPlaces at_;
-    RecordAssembler<Scanner, GenericReader> records_;
+    PlainLines<Values> plain_;
+    RecordAssembler<BasicValueScanner<Values>, GenericReader> records_;
     FoundSites found_;
     std::string rejectedTexts_;
 };
@@ -142,11 +165,11 @@ std::vector<FieldPlace> fieldPlaces(const GenericLayout& layout) {
     return places;
 }
 
-template <class Scanner>
+template <class Values>
 void readRecords(LineBlocks& file, SiteCollector& sites, const GenericOptions& options,
                  const ImportPlan& plan) {
-    BlockImport<GenericReader<Scanner>> blocks(file, sites);
-    GenericReader<Scanner> end(options);
+    BlockImport<GenericReader<Values>> blocks(file, sites);
+    GenericReader<Values> end(options);
     end.finish(blocks.run(plan, options));
     sites.add(end.found());
 }
@@ -160,7 +183,7 @@ std::int64_t readGenericFile(const GenericOptions& options, Survey& survey, Erro
     survey.SiteIDPresent = options.layout.siteNumber;
     survey.TwoEMColumns = options.layout.secondReading;
     SiteCollector sites(survey, log, file.fileSize());
-    const auto read = options.decimalCommas ? readRecords<DecimalCommaScanner> : readRecords<ValueScanner>;
+    const auto read = options.decimalCommas ? readRecords<DecimalCommaValues> : readRecords<PlainValues>;
     read(file, sites, options, plan);
     sites.finish(survey.NumSites);
     summary.path = options.path;

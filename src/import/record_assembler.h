@@ -67,6 +67,9 @@ class RecordAssembler {
         if ((open | count_) != 0 || records != 1) judgeLine(records, open, lineNumber);
     }
 
+    /// Whether the next line begins a record.
+    bool isBetweenRecords() const { return count_ == 0; }
+
     void finishFile() {
         if (count_ > 0) cutOff(true);
     }

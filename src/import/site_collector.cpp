@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "import/site_collector.h"
 
+#include "base/fresh_memory.h"
 #include "import/error_log.h"
 
 #include <algorithm>
@@ -27,8 +28,7 @@ void SiteCollector::add(const FoundSites& found) {
         for (const SiteColumn column : {kX, kY, kEM1, kEM2, kRow})
             addColumn(found, column);
         addLines(found);
-        if (survey_.SiteIDPresent)
-            survey_.SiteID.insert(survey_.SiteID.end(), found.siteIDs(), found.siteIDs() + sites);
+        if (survey_.SiteIDPresent) addSiteIDs(found);
         survey_.NumSites += sites;
         left_ = {};
     }
@@ -62,6 +62,7 @@ void SiteCollector::addColumn(const FoundSites& found, SiteColumn column) {
 void SiteCollector::addLines(const FoundSites& found) {
     std::vector<std::uint32_t>& lines = survey_.SourceLine;
     const std::size_t first = lines.size();
+    provideMemoryFor(lines, first + found.sites());
     lines.insert(lines.end(), found.lines(), found.lines() + found.sites());
     if (linesRead_ + found.linesRead <= std::numeric_limits<std::uint32_t>::max()) {
         // A line above the part, which is below 1 there, is right again after this.
@@ -71,6 +72,12 @@ void SiteCollector::addLines(const FoundSites& found) {
     }
     for (std::size_t i = first; i < lines.size(); ++i)
         lines[i] = sourceLine(linesRead_ + static_cast<std::int32_t>(lines[i]));
+}
+
+void SiteCollector::addSiteIDs(const FoundSites& found) {
+    std::vector<double>& siteIDs = survey_.SiteID;
+    provideMemoryFor(siteIDs, siteIDs.size() + found.sites());
+    siteIDs.insert(siteIDs.end(), found.siteIDs(), found.siteIDs() + found.sites());
 }
 
 void SiteCollector::addRejections(const FoundSites& found) {

@@ -30,6 +30,7 @@ class SiteCollector {
     void reserveFor(const FoundSites& found);
     void addColumn(const FoundSites& found, SiteColumn column);
     void addLines(const FoundSites& found);
+    void addSiteIDs(const FoundSites& found);
     void addRejections(const FoundSites& found);
 
     Survey& survey_;

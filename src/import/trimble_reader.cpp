@@ -3,11 +3,11 @@
 
 #include "base/numbers.h"
 #include "base/text_lines.h"
+#include "import/column_shapes.h"
 #include "import/error_log.h"
 #include "rows/row_detection.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <vector>
 
@@ -32,12 +32,34 @@ struct ByteRange {
         begin = static_cast<std::size_t>(field.Start) - 1;
         end = begin + static_cast<std::size_t>(field.Len);
     }
+};
+
+// The numbers in a field of lines that follow each other.
+class FieldNumbers {
+  public:
+    explicit FieldNumbers(const FieldColumns& field) : field_(field) {}
+
+    void beginText(std::string_view text) { shapes_.beginText(text); }
 
     // A field is as short as its line makes it; one that begins behind the line's end is empty.
-    bool number(std::string_view line, double& value) const {
-        const std::size_t last = std::min(end, line.size());
-        return begin < last && parseNumber(line.data() + begin, line.data() + last, value);
+    bool read(std::string_view line, double& value) {
+        const std::size_t end = std::min(field_.end, line.size());
+        if (end <= field_.begin) return false;
+        const char* const first = line.data() + field_.begin;
+        const std::size_t length = end - field_.begin;
+        const auto isWhole = [=](std::size_t other) { return other == length; };
+        return shapes_.take(first, value, isWhole) != nullptr || readOther(first, first + length, value);
     }
+
+  private:
+    bool readOther(const char* first, const char* last, double& value) {
+        if (!parseNumber(first, last, value)) return false;
+        if (shapes_.areOfUseAt(first)) shapes_.learn(first, last);
+        return true;
+    }
+
+    const ByteRange field_;
+    ColumnShapes shapes_;
 };
 
 bool isDigit(char c) {
@@ -82,7 +104,7 @@ class FieldEdges {
     void goInto(std::size_t lineLength) {
         lineLength_ = lineLength;
         const std::size_t first = beside_.empty() ? 0 : beside_.front();
-        looked_.fill(first < lineLength ? first : 0);
+        looked_.assign(beside_.size(), first < lineLength ? first : 0);
         for (std::size_t i = 0; i < beside_.size(); ++i)
             if (beside_[i] < lineLength) looked_[i] = beside_[i];
     }
@@ -93,9 +115,9 @@ class FieldEdges {
         });
     }
 
-    std::vector<std::size_t> edges_;        // the byte behind each
-    std::vector<std::size_t> beside_;       // the bytes outside of a field and next to it, each once
-    std::array<std::size_t, 10> looked_{};  // those of them that the line looked at last has
+    std::vector<std::size_t> edges_;   // the byte behind each
+    std::vector<std::size_t> beside_;  // the bytes outside of a field and next to it, each once
+    std::vector<std::size_t> looked_;  // those of them that the line looked at last has
     std::size_t lineLength_ = 0;
 };
 
@@ -121,6 +143,8 @@ class TrimbleReader {
     Carried read(std::string_view text, Carried) {
         found_.clear();
         found_.texts = text;
+        for (FieldNumbers* const field : {&siteID_, &x_, &y_, &em1_, &em2_})
+            field->beginText(text);
         TextLines lines(text);
         for (std::string_view line; lines.next(line);) {
             ++found_.linesRead;
@@ -143,19 +167,18 @@ class TrimbleReader {
 
     // Stores the line's values in the next place; gives why it is rejected, or nothing for a site.
     std::string_view readSite(std::string_view line) {
-        if (options_.SiteIDPresent && !siteID_.number(line, found_.nextSiteID()))
-            return reject_reason::kSiteID;
+        if (options_.SiteIDPresent && !siteID_.read(line, found_.nextSiteID())) return reject_reason::kSiteID;
         if (options_.TwoEMColumns) {
             double em2 = 0;
-            if (!em2_.number(line, em2)) return reject_reason::kEM2;
+            if (!em2_.read(line, em2)) return reject_reason::kEM2;
             em2 = converted(em2);
             if (!(em2 >= options_.EMCutoff)) return reject_reason::kEM2BelowCutoff;
             found_.next(kEM2) = em2;
         }
-        if (!x_.number(line, found_.next(kX))) return reject_reason::kX;
-        if (!y_.number(line, found_.next(kY))) return reject_reason::kY;
+        if (!x_.read(line, found_.next(kX))) return reject_reason::kX;
+        if (!y_.read(line, found_.next(kY))) return reject_reason::kY;
         double em1 = 0;
-        if (!em1_.number(line, em1)) return reject_reason::kEM1;
+        if (!em1_.read(line, em1)) return reject_reason::kEM1;
         em1 = converted(em1);
         if (!(em1 >= options_.EMCutoff)) return reject_reason::kEM1BelowCutoff;
         found_.next(kEM1) = em1;
@@ -186,7 +209,7 @@ class TrimbleReader {
 
     const TrimbleOptions& options_;
     const std::size_t shortest_;
-    const ByteRange siteID_, x_, y_, em1_, em2_;
+    FieldNumbers siteID_, x_, y_, em1_, em2_;
     FieldEdges edges_;
     FoundSites found_;
 };

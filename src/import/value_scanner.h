@@ -17,6 +17,9 @@ struct ScannedValue {
 /// Values between commas, blanks or tabs, with a point for the decimal sign. A quoted value is its content.
 struct PlainValues {
     static constexpr char kSeparator = ',';
+    static constexpr char kDecimalSign = '.';
+
+    static bool isSeparator(char c) { return c == ' ' || c == '\t' || c == kSeparator; }
 
     /// Fills `value` with the one that begins at `first`, and returns where it ends.
     static const char* take(const char* first, const char* last, ScannedValue& value) {
@@ -28,7 +31,6 @@ struct PlainValues {
     }
 
   private:
-    static bool isSeparator(char c) { return c == ' ' || c == '\t' || c == kSeparator; }
     static const char* takeUnusual(const char* first, const char* last, ScannedValue& value);
 };
 
@@ -36,6 +38,9 @@ struct PlainValues {
 /// thousands or a second value, so that such a value is not numeric.
 struct DecimalCommaValues {
     static constexpr char kSeparator = ';';
+    static constexpr char kDecimalSign = ',';
+
+    static bool isSeparator(char c) { return c == kSeparator; }
 
     /// Fills `value` with the one that begins at `first`, and returns where it ends.
     static const char* take(const char* first, const char* last, ScannedValue& value);

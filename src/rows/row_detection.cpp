@@ -2,6 +2,7 @@
 #include "rows/row_detection.h"
 
 #include "base/bounded.h"
+#include "base/fresh_memory.h"
 #include "base/run_time_error.h"
 
 #include <algorithm>
@@ -67,6 +68,8 @@ double boundDistances(double* out, SiteIndex begin, SiteIndex end, const Distanc
 template <typename Distance>
 void fillDistances(const Survey& survey, std::vector<double>& distances, double& maximum, Distance distance) {
     const auto size = static_cast<std::size_t>(survey.NumSites) + 1;
+    distances.reserve(size);
+    provideMemoryFor(distances, size);
     distances.resize(size);
     double* const out = distances.data();
     out[0] = out[size - 1] = 0;

@@ -196,28 +196,6 @@ TEST_F(DurableWriting, MakesEveryCallAgainThatASignalInterrupts) {
     EXPECT_EQ(readFile(folder / "second.txt"), kNew);
 }
 
-TEST_F(DurableWriting, TakesAWriteOfNothingForAFullDisk) {
-    writeFile(path, "old");
-    const WatchedFileCalls watched([](const FileCall& call) -> Answer {
-        return call.name == "write" ? Answer(FileAnswer{0, 0}) : std::nullopt;
-    });
-    EXPECT_EQ(descriptionOf([&] { replace(path); }), path + " cannot be written: No space left on device");
-    EXPECT_EQ(watched.count("write"), 1);
-    EXPECT_EQ(readFile(path), "old");
-}
-
-TEST_F(DurableWriting, WritesOnWhereTheSystemTookAPartOnly) {
-    const int copy = ::open((folder / "taken").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    const WatchedFileCalls watched([&](const FileCall& call) -> Answer {
-        if (call.name != "write") return std::nullopt;
-        const std::size_t part = std::min<std::size_t>(call.bytes.size(), 99'999);
-        return FileAnswer{::write(copy, call.bytes.data(), part), 0};
-    });
-    replace(path);
-    ::close(copy);
-    EXPECT_EQ(readFile(folder / "taken"), kNew);
-}
-
 TEST_F(DurableWriting, LeavesTheOldFileWhicheverCallFails) {
     writeFile(path, "old");
     for (const char* name : {"stat", "open", "write", "fsync", "linkat", "close", "rename"}) {

@@ -2,6 +2,7 @@
 #include "base/in_place_writing.h"
 
 #include "base/file_replacement.h"
+#include "support/environment.h"
 #include "support/file_calls.h"
 #include "support/file_size_limit.h"
 #include "support/run_time_errors.h"
@@ -18,12 +19,6 @@ namespace fs = std::filesystem;
 
 using Answer = std::optional<FileAnswer>;
 
-void replace(const std::string& path, const std::string& text) {
-    FileReplacement file(path);
-    file.write(text);
-    file.commit();
-}
-
 // A file of two names, which is written in place, with an old text of 400,000 bytes.
 class InPlace : public FolderTest {
   protected:
@@ -34,7 +29,7 @@ class InPlace : public FolderTest {
     // What is told when the calls are answered like this.
     std::string told(const std::string& text, const WatchedFileCalls::Answerer& answerer) {
         const WatchedFileCalls watched(answerer);
-        return descriptionOf([&] { replace(path, text); });
+        return descriptionOf([&] { replaceFile(path, text); });
     }
 
     const std::string old = std::string(400'000, 'o');
@@ -42,27 +37,11 @@ class InPlace : public FolderTest {
     const std::string shorter = std::string(300'000, 'n');
 };
 
-class SharedFolder : public testing::Test {
-  protected:
-    SharedFolder() {
-        fs::permissions(folder.path(), fs::perms(0755));
-        fs::create_directory(folder / "laboratory");
-        writeFile(path, "old");
-        writeFile(folder / "laboratory/mine.txt", "old");
-        fs::permissions(path, fs::perms(0666));
-        fs::permissions(folder / "laboratory/mine.txt", fs::perms(0444));
-    }
-    ~SharedFolder() override { fs::permissions(folder / "laboratory", fs::perms::owner_all); }
-
-    TemporaryFolder folder;
-    const std::string path = folder / "laboratory/out.txt";
-};
-
 }  // namespace
 
 TEST_F(InPlace, KeepsAllNamesOfAFile) {
     for (const std::string& text : {longer, shorter, std::string(), std::string("x")}) {
-        replace(path, text);
+        replaceFile(path, text);
         EXPECT_EQ(readFile(folder / "second.txt"), text);
         EXPECT_EQ(fs::hard_link_count(path), 2U);
         EXPECT_EQ(filesIn(folder), 2U);
@@ -83,7 +62,7 @@ TEST_F(InPlace, LooksForRoomFirst) {
     EXPECT_EQ(readFile(path), old);
     {
         const FileSizeLimit limit(500'000);
-        EXPECT_EQ(descriptionOf([&] { replace(path, std::string(499'999, 'x')); }), "no error");
+        EXPECT_EQ(descriptionOf([&] { replaceFile(path, std::string(499'999, 'x')); }), "no error");
     }
     EXPECT_EQ(filesIn(folder), 2U);
 }
@@ -140,56 +119,30 @@ TEST_F(InPlace, SaysWhatIsLeftWhenTheEndFails) {
 TEST_F(InPlace, IsNotMixedWithWhatAnotherProgramWrites) {
     const int other = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
     ASSERT_EQ(::flock(other, LOCK_EX), 0);
-    EXPECT_EQ(descriptionOf([&] { replace(path, longer); }),
+    EXPECT_EQ(descriptionOf([&] { replaceFile(path, longer); }),
               path + " cannot be written: another program is writing it just now");
     EXPECT_EQ(readFile(path), old);
     ::close(other);
-    replace(path, longer);
+    replaceFile(path, longer);
     EXPECT_EQ(readFile(path), longer);
     EXPECT_EQ(told(shorter, failing("flock", ENOLCK)), "no error");
     EXPECT_EQ(readFile(path), shorter);
 }
 
-TEST_F(SharedFolder, ThatMayNotBeWrittenTakesFilesThatMay) {
-    fs::permissions(folder / "laboratory", fs::perms(0555));
-    const UnprivilegedUser user;
-    for (const std::string& text : {std::string(900'000, 'n'), std::string("short")}) {
-        replace(path, text);
-        EXPECT_EQ(readFile(path), text);
-    }
-    for (const char* name : {"laboratory/mine.txt", "laboratory/new.txt"})
-        EXPECT_EQ(descriptionOf([&] { replace(folder / name, "x"); }),
-                  folder / name + " cannot be written: Permission denied");
-    EXPECT_EQ(readFile(folder / "laboratory/mine.txt"), "old");
-}
-
-TEST_F(SharedFolder, WhereNobodyMayReplaceAnothersFileTakesItInPlace) {
-    fs::permissions(folder / "laboratory", fs::perms::all | fs::perms::sticky_bit);
-    {
-        const UnprivilegedUser user;
-        replace(path, "new");
-    }
-    EXPECT_EQ(readFile(path), "new");
-    struct stat status {};
-    ASSERT_EQ(::stat(path.c_str(), &status), 0);
-    EXPECT_EQ(status.st_uid, ::geteuid());
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "laboratory"), fs::directory_iterator()), 2);
-}
-
-TEST_F(SharedFolder, SaysWhereThereIsNoRoomToMakeTheTextReady) {
-    fs::permissions(folder / "laboratory", fs::perms(0555));
-    const std::string before = std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "";
+TEST_F(InPlace, SaysWhereThereIsNoRoomToMakeTheTextReadyWhenItsFolderMayNotBeWritten) {
     fs::create_directory(folder / "tmp");
     fs::permissions(folder / "tmp", fs::perms(0555));
-    ::setenv("TMPDIR", (folder / "tmp").c_str(), 1);
+    fs::permissions(folder.path(), fs::perms(0555));
+    fs::permissions(path, fs::perms(0666));
+    const Environment elsewhere("TMPDIR", folder / "tmp");
     {
         const UnprivilegedUser user;
-        EXPECT_EQ(descriptionOf([&] { replace(path, "new"); }),
+        EXPECT_EQ(descriptionOf([&] { replaceFile(path); }),
                   path + " cannot be written: Permission denied in " + (folder / "tmp") +
                       ", where it is made ready");
     }
-    before.empty() ? ::unsetenv("TMPDIR") : ::setenv("TMPDIR", before.c_str(), 1);
-    EXPECT_EQ(readFile(path), "old");
+    fs::permissions(folder.path(), fs::perms::owner_all);
+    EXPECT_EQ(readFile(path), old);
 }
 
 }  // namespace tessel

@@ -19,9 +19,8 @@ struct Situation {
 class JointReplacement : public testing::TestWithParam<Situation> {
   protected:
     JointReplacement() {
-        if (GetParam().firstExists) writeFile(first(), "old first");
-        if (GetParam().secondExists) writeFile(second(), "old second");
-        before_ = bothFiles();
+        restore();
+        before = bothFiles();
     }
 
     std::string first() const { return folder / "field.record.yaml"; }
@@ -61,7 +60,6 @@ class JointReplacement : public testing::TestWithParam<Situation> {
         return failure != "no error" ? failure : calls < failing ? "over" : "";
     }
 
-    std::string before() const { return before_; }
     void restore() const {
         for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
             std::filesystem::remove(entry);
@@ -70,9 +68,7 @@ class JointReplacement : public testing::TestWithParam<Situation> {
     }
 
     const TemporaryFolder folder;
-
-  private:
-    std::string before_;
+    std::string before;
 };
 
 constexpr const char* kBothNew = "new first, new second";
@@ -94,7 +90,7 @@ TEST_P(JointReplacement, LeavesBothAsTheyWereWhicheverCallFails) {
         const std::string failure = failureOf(failing);
         if (failure == "over") break;
         const bool areInPlace = failure.empty() || failure.find("has been written") != std::string::npos;
-        EXPECT_EQ(bothFiles(), areInPlace ? kBothNew : before()) << failing << ": " << failure;
+        EXPECT_EQ(bothFiles(), areInPlace ? kBothNew : before) << failing << ": " << failure;
         EXPECT_LE(filesIn(folder), 2U) << failing << ": " << failure;
         refused += !areInPlace;
     }
@@ -117,7 +113,7 @@ TEST_P(JointReplacement, SaysWhereTheOldFileIsWhenItCannotBePutBack) {
     ASSERT_NE(failure.find("field.txt cannot be written: Input/output error"), std::string::npos);
     EXPECT_EQ(contents(second()), GetParam().secondExists ? "old second" : "none");
     if (!GetParam().firstExists) {
-        EXPECT_EQ(bothFiles(), before());
+        EXPECT_EQ(bothFiles(), before);
         return;
     }
     const std::string told = "field.record.yaml is the new one all the same, the old one lies in ";

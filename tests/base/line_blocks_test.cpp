@@ -4,6 +4,7 @@
 #include "support/reads.h"
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
+#include "support/utf16.h"
 
 namespace tessel {
 
@@ -31,14 +32,6 @@ void expectWholeLines(const Texts& blocks) {
         EXPECT_TRUE(blocks[i].back() == '\n' || blocks[i].back() == '\r') << blocks[i];
         EXPECT_FALSE(blocks[i].back() == '\r' && blocks[i + 1].front() == '\n') << blocks[i];
     }
-}
-
-std::string utf16(std::u16string_view text) {
-    std::string bytes;
-    for (const char16_t unit : text)
-        for (const int shift : {0, 8})
-            bytes += static_cast<char>(unit >> shift & 0xFF);
-    return bytes;
 }
 
 }  // namespace
@@ -72,6 +65,12 @@ TEST_F(LineBlocksTest, AreLargerThanAskedForOnlyWhereALineIs) {
     EXPECT_LT(blocks.size(), 120U);
     const auto largest = std::ranges::max(blocks, {}, &std::string::size);
     EXPECT_LE(largest.size(), 30'002U + 1'500U) << "of a long line, not twice its size";
+}
+
+TEST_F(LineBlocksTest, EndBehindACrThatWasTheLastByteOfALongLineRead) {
+    const std::string first = std::string(23, 'x') + '\r', second = std::string(40, 'y') + '\n';
+    writeFile(path, first + second);
+    EXPECT_EQ(blocksOf(path, 16), (Texts{first, second}));
 }
 
 TEST_F(LineBlocksTest, CutLineEndsAcrossTheirBordersWherever) {

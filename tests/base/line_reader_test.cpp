@@ -5,6 +5,7 @@
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
+#include "support/utf16.h"
 
 namespace tessel {
 
@@ -166,18 +167,6 @@ TEST_F(LineReaderTest, SaysSoWhenAFileMayNotBeRead) {
     EXPECT_EQ(refusal(path), path + " cannot be opened: Permission denied");
 }
 
-namespace {
-
-std::string utf16(std::u16string_view text, bool bigEndian) {
-    std::string bytes;
-    for (const char16_t unit : text)
-        for (const bool first : {true, false})
-            bytes += static_cast<char>(first == bigEndian ? unit >> 8 : unit & 0xFF);
-    return bytes;
-}
-
-}  // namespace
-
 TEST_F(LineReaderTest, DecodesUtf16WithAndWithoutMark) {
     const std::u16string text = u"Häuser 1;2\r\n3 4 5\r6 7 8\n\n9";
     const Lines lines = {"H\u00E4user 1;2", "3 4 5", "6 7 8", "", "9"};
@@ -185,8 +174,8 @@ TEST_F(LineReaderTest, DecodesUtf16WithAndWithoutMark) {
         EXPECT_EQ(linesOf(utf16(text, bigEndian)), lines);
         EXPECT_EQ(linesOf(utf16(u"\uFEFF" + text, bigEndian)), lines);
     }
-    EXPECT_EQ(linesOf(utf16(u"\uFEFF", false)), Lines{});
-    EXPECT_EQ(linesOf(utf16(u"1 2 3\n4", false) + "x"), (Lines{"1 2 3", "4\uFFFD"}));
+    EXPECT_EQ(linesOf(utf16(u"\uFEFF")), Lines{});
+    EXPECT_EQ(linesOf(utf16(u"1 2 3\n4") + "x"), (Lines{"1 2 3", "4\uFFFD"}));
 }
 
 TEST_F(LineReaderTest, DecodesUtf16OfManyBlocksAndLongLines) {
@@ -198,7 +187,7 @@ TEST_F(LineReaderTest, DecodesUtf16OfManyBlocksAndLongLines) {
         text.append(length, u'x').append(u"\U00010348\r\n");
         bytes.append(length, 'x').append("\U00010348\r\n");
     }
-    EXPECT_EQ(linesOf(utf16(text, false)), plainlyLines(bytes));
+    EXPECT_EQ(linesOf(utf16(text)), plainlyLines(bytes));
 }
 
 TEST_F(LineReaderTest, GivesTheFirstBytesAsTheyStandInTheFile) {

@@ -19,6 +19,8 @@ std::string failureOf(const std::string& path) {
     return descriptionOf([&] { sha256OfFile(path); });
 }
 
+using Sha256OfAFile = FolderTest;
+
 }  // namespace
 
 // The examples that are published with the standard.
@@ -75,8 +77,7 @@ TEST(Sha256, MayBeAskedForBetweenTwoParts) {
     EXPECT_EQ(sha.digest(), digestOf("abc"));
 }
 
-TEST(Sha256, OfAFileIsThatOfItsBytesReadBlockByBlock) {
-    const TemporaryFolder folder;
+TEST_F(Sha256OfAFile, IsThatOfItsBytesReadBlockByBlock) {
     std::string bytes(1'000'000, 'x');
     bytes += std::string("\0\r\n\xff", 4);
     writeFile(folder / "field.dat", bytes);
@@ -87,17 +88,13 @@ TEST(Sha256, OfAFileIsThatOfItsBytesReadBlockByBlock) {
     EXPECT_EQ(sha256OfFile(folder / "empty.dat"), digestOf(""));
 }
 
-TEST(Sha256, OfAFileThatGrowsIsThatOfWhatWasThere) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "field.dat";
+TEST_F(Sha256OfAFile, ThatGrowsIsThatOfWhatWasThere) {
     writeFile(path, "before");
     const BeforeReading first(1, [&](int) { writeFile(path, "before and after"); });
     EXPECT_EQ(sha256OfFile(path), digestOf("before"));
 }
 
-TEST(Sha256, OfAFileThatCannotBeReadSaysWhy) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "field.dat";
+TEST_F(Sha256OfAFile, ThatCannotBeReadSaysWhy) {
     EXPECT_EQ(failureOf(path), path + " cannot be opened: No such file or directory");
     EXPECT_EQ(failureOf(folder.path()), folder.path() + " cannot be read: it is a folder");
     EXPECT_EQ(failureOf("/dev/zero"), "/dev/zero cannot be read: it is not a regular file");

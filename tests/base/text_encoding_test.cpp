@@ -1,21 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "base/text_encoding.h"
 
+#include "support/utf16.h"
+
 using namespace std::string_literals;
 
 namespace tessel {
 
 namespace {
-
-std::string utf16(std::u16string_view text, bool bigEndian) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        const char high = static_cast<char>(unit >> 8), low = static_cast<char>(unit & 0xFF);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
-    return bytes;
-}
 
 constexpr auto kLittle = TextEncoding::kUtf16LittleEndian;
 constexpr auto kBig = TextEncoding::kUtf16BigEndian;

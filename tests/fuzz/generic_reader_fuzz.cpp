@@ -1,36 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The delimited file reader and its preview. The first byte is the layout and whether decimal signs are
 // commas, the second the cut-off, the others are the file.
-#include "fuzz/memory_file.h"
+#include "fuzz/import_checks.h"
 #include "import/generic_preview.h"
 
-#include <algorithm>
-#include <cmath>
 #include <numeric>
 
 namespace tessel {
 
 namespace {
 
-void requireSites(const GenericOptions& options, const ImportResult& result, std::size_t bytes) {
-    const Survey& survey = result.survey;
-    require(survey.NumSites >= 0 && result.rejected >= 0);
-    require(static_cast<std::size_t>(survey.NumSites + result.rejected) <= bytes);
-    require(survey.SiteData.capacity() == survey.NumSites);
-    require(survey.SourceLine.size() == static_cast<std::size_t>(survey.NumSites));
-    require(std::is_sorted(survey.SourceLine.begin(), survey.SourceLine.end()));
-    for (SiteIndex site = 0; site < survey.NumSites; ++site) {
-        require(std::isfinite(survey.SiteData(kX, site)) && std::isfinite(survey.SiteData(kY, site)));
-        require(survey.SiteData(kEM1, site) >= options.cutoff);
-        require(!survey.TwoEMColumns || survey.SiteData(kEM2, site) >= options.cutoff);
-    }
-}
-
 void requireRows(const ImportResult& result) {
     const Survey& survey = result.survey;
     if (survey.NumSites == 0 || result.rows != ImportedRows::kUsable) return;
     const auto first = survey.NumPoints.begin() + 1;
     require(std::accumulate(first, first + survey.NumRows, SiteIndex{0}) == survey.NumSites);
+}
+
+// Line by line, in blocks of their own, the same comes out.
+void requireTheSameLineByLine(const GenericOptions& options, const Survey& parameters,
+                              const ImportResult& result) {
+    const ImportPlan lineByLine{.blockSize = 1, .largestForOneThread = 1 << 30, .threads = 1};
+    const ImportResult other = importGenericFile(options, parameters, lineByLine);
+    require(other.rejected == result.rejected && other.survey.NumSites == result.survey.NumSites);
+    require(other.survey.SourceLine == result.survey.SourceLine);
+    require(other.survey.SiteID == result.survey.SiteID);
+    for (const int column : {kX, kY, kEM1, kEM2, kRow})
+        require(std::equal(result.survey.SiteData.column(column),
+                           result.survey.SiteData.column(column) + result.survey.NumSites,
+                           other.survey.SiteData.column(column)));
 }
 
 }  // namespace
@@ -51,8 +49,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Survey parameters;
     parameters.chooseDistance(1);
     const ImportResult result = importGenericFile(options, parameters);
-    requireSites(options, result, input.size());
+    requireSites(result, options.cutoff, input.size());
     requireRows(result);
+    requireTheSameLineByLine(options, parameters, result);
     return 0;
 }
 

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The table reader, its preview and what is recognised. The first byte is the shape, or says that it is to be
 // recognised; the second one chooses the columns, the others are the file.
-#include "fuzz/memory_file.h"
+#include "fuzz/import_checks.h"
 #include "import/table_reader.h"
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace tessel {
 
@@ -26,19 +24,6 @@ TableShape shapeOf(std::size_t choice, std::string_view text) {
     constexpr std::array kSeparators = {',', ';', '\t', ' '};
     return {kSeparators[choice % 4], choice / 4 % 2 == 0 ? '.' : ',', static_cast<int>(choice / 8 % 4),
             choice / 32 % 2 == 1};
-}
-
-void requireSites(const TableOptions& options, const ImportResult& result, std::size_t bytes) {
-    const Survey& survey = result.survey;
-    require(survey.NumSites >= 0 && result.rejected >= 0);
-    require(static_cast<std::size_t>(survey.NumSites + result.rejected) <= bytes);
-    require(survey.SiteData.capacity() == survey.NumSites);
-    require(survey.SourceLine.size() == static_cast<std::size_t>(survey.NumSites));
-    for (SiteIndex site = 0; site < survey.NumSites; ++site) {
-        require(std::isfinite(survey.SiteData(kX, site)) && std::isfinite(survey.SiteData(kY, site)));
-        require(survey.SiteData(kEM1, site) >= options.EMCutoff);
-        require(!survey.TwoEMColumns || survey.SiteData(kEM2, site) >= options.EMCutoff);
-    }
 }
 
 }  // namespace
@@ -61,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.errorLogPath = kNoSuchFolder;
     const MemoryFile file(bytes.rest());
     options.path = file.path();
-    requireSites(options, importTable(options), input.size());
+    requireSites(importTable(options), options.EMCutoff, input.size());
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "base/palette16.h"
 #include "desktop/CaptionColour.h"
 #include "import/frmGeneric.h"
+#include "import/import_report.h"
 #include "support/ImportTest.h"
 
 namespace tessel {
@@ -26,6 +27,9 @@ class GenericImport : public ImportTest {
         type(*window.txtGFile, fromPath(sensorFile(bytes)));
         click(option(layout));
         click(*window.cmdImport);
+    }
+    void expectReport(int valid, int dropped = 0) {
+        boxes.tell(QString::fromStdString(genericImportReport(valid, dropped)), kReportTitle);
     }
     void refuse(const QString& message) {
         boxes.tell(message);

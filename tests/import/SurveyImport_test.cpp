@@ -12,17 +12,6 @@ namespace tessel {
 
 namespace {
 
-const QString kReportTitle = u"VARN-Tesl File Import Message"_s;
-
-QString report(int valid, int errors) {
-    QString text =
-        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
-        u"containing non-numeric or invalid numeric values."_s.arg(valid)
-            .arg(errors);
-    if (errors > 0) text += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
-    return text;
-}
-
 // Files of lines "xxxx yyyy eeee".
 class TrimbleImportChain : public ImportTest {
   protected:
@@ -73,7 +62,7 @@ class TrimbleImportChain : public ImportTest {
 
 TEST_F(TrimbleImportChain, LeadsFromTheMenuToTheReport) {
     const auto changesBefore = surveyChanges();
-    boxes.tell(report(3, 1), kReportTitle);
+    boxes.tell(trimbleReport(3, 1), kTrimbleReportTitle);
     importFile("   0    0   10\r\n   9    1   20\r\n   x    1   20\r\n   9   50   30\r\n");
     const Survey& survey = theSurvey();
     EXPECT_EQ(survey.NumSites, 3);
@@ -97,7 +86,7 @@ TEST_F(TrimbleImportChain, LeadsFromTheMenuToTheReport) {
 TEST_F(TrimbleImportChain, ShowsTheHourglassUntilTheReportHasBeenRead) {
     Qt::CursorShape whileTold = Qt::ArrowCursor;
     setMessageResponder([&](const MessageBox& box) {
-        EXPECT_EQ(box.title, kReportTitle);
+        EXPECT_EQ(box.title, kTrimbleReportTitle);
         whileTold = main.cursor().shape();
         return true;
     });
@@ -107,7 +96,7 @@ TEST_F(TrimbleImportChain, ShowsTheHourglassUntilTheReportHasBeenRead) {
 }
 
 TEST_F(TrimbleImportChain, SaysWhenThereAreTooManyRows) {
-    boxes.tell(report(252, 0), kReportTitle);
+    boxes.tell(trimbleReport(252, 0), kTrimbleReportTitle);
     boxes.tell(u"Too many rows: Please specify a larger distance value"_s);
     importFile(rowsBeyondTheLimit());
     EXPECT_EQ(theSurvey().NumSites, 252);
@@ -194,11 +183,11 @@ TEST_F(TrimbleImportChain, OffersThePositionsAcceptedLastToTheNextFile) {
     click(*display()->Command2);
     chooseAnother("   0    0   10\n");
     EXPECT_FALSE(display()->cmdLast->isEnabled());  // cancelled is not accepted
-    boxes.tell(report(1, 0), kReportTitle);
+    boxes.tell(trimbleReport(1, 0), kTrimbleReportTitle);
     goThroughFormat();
     chooseAnother("   7    8   11\n");
     click(*display()->cmdLast);
-    boxes.tell(report(1, 0), kReportTitle);
+    boxes.tell(trimbleReport(1, 0), kTrimbleReportTitle);
     click(*display()->Command1);
     EXPECT_EQ(theSurvey().SiteData(kX, 0), 7);
     EXPECT_EQ(theSurvey().SiteData(kEM1, 0), 11);

@@ -7,8 +7,7 @@
 #include "import/trimble_reader.h"
 #include "support/reads.h"
 #include "support/temporary_folder.h"
-
-using namespace std::string_literals;
+#include "support/utf16.h"
 
 namespace tessel {
 
@@ -66,10 +65,7 @@ TEST(FileKind, KnowsDecimalCommasTabsAndTheLinesInFrontOfTheNumbers) {
 }
 
 TEST(FileKind, OfUtf16IsFoundInItsCharacters) {
-    std::string bytes = "\xFF\xFE"s;
-    for (const char c : "X;Y\r\n1,5;2\r\n"s)
-        bytes += {c, '\0'};
-    const FileKind kind = kindOf(bytes);
+    const FileKind kind = kindOf(utf16(u"\uFEFFX;Y\r\n1,5;2\r\n"));
     EXPECT_EQ(kind.encoding, TextEncoding::kUtf16LittleEndian);
     EXPECT_TRUE(kind.isText && kind.decimalCommas);
     EXPECT_EQ(kind.headerLines, 1);

@@ -88,7 +88,7 @@ TEST_F(GenericImport, ShowsTheFileThatWasReadHoweverFastItWasGiven) {
     look("7,8,9,1\n");
     click(option(0));
     type(*window.txtGFile, fromPath(sensorFile("1,2,3,2\n")));
-    boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
+    expectReport(1);
     boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
     QTest::keyClick(window.txtGFile, Qt::Key_Return);
     EXPECT_EQ(previewLine(0), u"1: 1 2 3 2"_s);
@@ -118,11 +118,7 @@ TEST_F(GenericImport, OffersDecimalCommasWhereTheyAreAndTakesThemWhenTicked) {
     click(*window.chkDecimalComma);
     EXPECT_EQ(previewLine(0), u"1: 1 2,5 3,5 4,25"_s);
     EXPECT_EQ(window.lblFit->text(), u"The lines hold 4 values, this layout takes 4."_s);
-    boxes.tell(
-        u"There are 1 valid records in this file.\n\nThere are 1 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        kReportTitle);
+    expectReport(1, 1);
     click(*window.cmdImport);
     EXPECT_EQ(theSurvey().SiteData(kX, 0), 2.5);
     EXPECT_EQ(theSurvey().SiteData(kEM1, 0), 4.25);
@@ -143,11 +139,7 @@ TEST_F(GenericImport, ForgetsTheTickForDecimalCommasWithAnotherFile) {
 
 TEST_F(GenericImport, ReadsAFileOfDecimalCommasByPointsUnlessItIsTicked) {
     look("1;2,5;3,5;4,25\n");
-    boxes.tell(
-        u"There are 0 valid records in this file.\n\nThere are 1 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        kReportTitle);
+    expectReport(0, 1);
     click(*window.cmdImport);
     EXPECT_EQ(errorLog(), "Line # 1 1;2 5;3 5;4 25  -> non-numeric site ID\r\n");
 }

@@ -45,11 +45,7 @@ TEST_F(GenericImport, RefusesACutOffThatIsNoNumberFirstAndThenAFileThatIsNone) {
 
 TEST_F(GenericImport, PutsTheSurveyInPlaceAndCloses) {
     type(*window.txtminEC, u"5"_s);
-    boxes.tell(
-        u"There are 3 valid records in this file.\n\nThere are 2 records in this file\n"
-        u"containing non-numeric or invalid numeric values.\n"
-        u"Please refer to the error_log.dat text file for more details."_s,
-        kReportTitle);
+    expectReport(3, 2);
     const auto changesBefore = surveyChanges();
     importFile(3, "Site,X,Y,Ec1,Ec2,Row\n1,0,0,5,6,1\n2,3,4,5,4.9,1\n3,3,4,7,8,1\n4,9,9,5,5,2\n");
     EXPECT_EQ(surveyChanges(), changesBefore + 1);
@@ -74,7 +70,7 @@ TEST_F(GenericImport, PutsTheSurveyInPlaceAndCloses) {
 
 TEST_F(GenericImport, OfAnEmptyFileGivesItsMessageAndDisablesTheMenus) {
     main.menusFollow(MenuEvent::kSitesImported);
-    boxes.tell(u"There are 0 valid records in this file."_s, kReportTitle);
+    expectReport(0);
     importFile(0, "");
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(theSurvey().NumSites, 0);
@@ -91,7 +87,7 @@ TEST_F(GenericImport, StaysOpenAfterAFatalRowError) {
                                                            {"1,2,3,1\n1,2,3,1.5\n", 2, unsorted}};
     for (const auto& [bytes, sites, message] : files) {
         imported.clear();
-        boxes.tell(u"There are %1 valid records in this file."_s.arg(sites), kReportTitle);
+        expectReport(sites);
         boxes.tell(message);
         importFile(0, bytes);
         EXPECT_TRUE(window.isVisible());
@@ -101,7 +97,7 @@ TEST_F(GenericImport, StaysOpenAfterAFatalRowError) {
         EXPECT_EQ(imported.count(), 1);
         expectMenus(false, false);
     }
-    boxes.tell(u"There are 1 valid records in this file."_s, kReportTitle);
+    expectReport(1);
     importFile(0, "1,2,3,1\n");
     EXPECT_FALSE(window.isVisible());
     expectMenus(true, true);
@@ -111,14 +107,14 @@ TEST_F(GenericImport, WarnsOfMoreThan250RowsAndImportsThem) {
     std::string bytes;
     for (int i = 1; i <= 250; ++i)
         bytes += "1 2 3 " + std::to_string(i) + "\n";
-    boxes.tell(u"There are 250 valid records in this file."_s, kReportTitle);
+    expectReport(250);
     importFile(0, bytes);
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(theSurvey().NumRows, 250);
 
     window.show();
     bytes += "1 2 3 251\n";
-    boxes.tell(u"There are 251 valid records in this file."_s, kReportTitle);
+    expectReport(251);
     boxes.tell(
         u"Warning! Row count > 250.\n"
         u"This input data file may cause the VARN-Tessel program to crash."_s);

@@ -3,6 +3,7 @@
 
 #include "desktop/CaptionColour.h"
 #include "support/ImportTest.h"
+#include "support/utf16.h"
 
 namespace tessel {
 
@@ -39,9 +40,6 @@ class ImportFormat : public ImportTest {
         EXPECT_EQ(boxes.pending(), 0);
         EXPECT_TRUE(window->isVisible());
         EXPECT_EQ(timesChosen, 0);
-    }
-    void expectColumns(const FieldColumns& field, int start, int end, int length) {
-        EXPECT_EQ((std::array{field.Start, field.End, field.Len}), (std::array{start, end, length}));
     }
     void expectBoxes(const QLineEdit& start, const QLineEdit& end, const QString& first,
                      const QString& last) {
@@ -191,11 +189,11 @@ TEST_F(ImportFormat, HandsOnTheColumnsOfEachField) {
     ASSERT_EQ(timesChosen, 1);
     EXPECT_FALSE(window->isVisible());
     EXPECT_TRUE(chosen.SiteIDPresent && chosen.TwoEMColumns);
-    expectColumns(chosen.SiteIDField, 1, 8, 8);
-    expectColumns(chosen.XField, 10, 20, 11);
-    expectColumns(chosen.YField, 22, 32, 11);
-    expectColumns(chosen.EM1Field, 5, 5, 1);
-    expectColumns(chosen.EM2Field, 40, 48, 9);
+    EXPECT_EQ(chosen.SiteIDField, (FieldColumns{1, 8, 8}));
+    EXPECT_EQ(chosen.XField, (FieldColumns{10, 20, 11}));
+    EXPECT_EQ(chosen.YField, (FieldColumns{22, 32, 11}));
+    EXPECT_EQ(chosen.EM1Field, (FieldColumns{5, 5, 1}));
+    EXPECT_EQ(chosen.EM2Field, (FieldColumns{40, 48, 9}));
     EXPECT_EQ(chosen.EMCutoff, -4);
     expectSurveyUntouched();
 }
@@ -209,8 +207,8 @@ TEST_F(ImportFormat, LeavesFieldsThatAreNotInUseAlone) {
     click(*window->Command1);
     ASSERT_EQ(timesChosen, 1);
     EXPECT_FALSE(chosen.SiteIDPresent || chosen.TwoEMColumns);
-    expectColumns(chosen.SiteIDField, 0, 0, 0);
-    expectColumns(chosen.EM2Field, 0, 0, 0);
+    EXPECT_EQ(chosen.SiteIDField, (FieldColumns{0, 0, 0}));
+    EXPECT_EQ(chosen.EM2Field, (FieldColumns{0, 0, 0}));
 }
 
 TEST_F(ImportFormat, RefusesPositionsThatAreNoField) {
@@ -248,8 +246,8 @@ TEST_F(ImportFormat, RoundsFractionsAndClampsWhatIsTooLarge) {
     typePositions(*window->Text4_0, *window->Text4_1, u"1"_s, u"99999999999"_s);
     click(*window->Command1);
     ASSERT_EQ(timesChosen, 1);
-    expectColumns(chosen.XField, 2, 4, 3);
-    expectColumns(chosen.EM1Field, 1, 2147483647, 2147483647);
+    EXPECT_EQ(chosen.XField, (FieldColumns{2, 4, 3}));
+    EXPECT_EQ(chosen.EM1Field, (FieldColumns{1, 2147483647, 2147483647}));
 }
 
 TEST_F(ImportFormat, ShadesTheColumnsTyped) {
@@ -315,11 +313,7 @@ TEST_F(ImportFormat, TakesOverTheLastPositions) {
     ASSERT_EQ(timesChosen, 2);
     EXPECT_TRUE(chosen.SiteIDPresent);
     EXPECT_FALSE(chosen.TwoEMColumns);
-    expectColumns(chosen.SiteIDField, 1, 4, 4);
-    expectColumns(chosen.XField, 10, 20, 11);
-    expectColumns(chosen.YField, 22, 32, 11);
-    expectColumns(chosen.EM1Field, 5, 5, 1);
-    expectColumns(chosen.EM2Field, 0, 0, 0);
+    EXPECT_EQ(static_cast<const SurveyParameters&>(chosen), static_cast<const SurveyParameters&>(last));
 }
 
 TEST_F(ImportFormat, SaysWhatKindOfFileItIs) {
@@ -339,11 +333,7 @@ TEST_F(ImportFormat, SaysWhatKindOfFileItIs) {
 }
 
 TEST_F(ImportFormat, ShowsUtf16AsWhatItSays) {
-    const std::string_view text = "   1    2    3\n   4    5    6\n";
-    std::string bytes = "\xFF\xFE";
-    for (const char c : text)
-        bytes.append({c, '\0'});
-    open(bytes);
+    open(utf16(u"\uFEFF   1    2    3\n   4    5    6\n"));
     EXPECT_EQ(preview().value(2), u"   1    2    3"_s);
     EXPECT_EQ(window->lblKind->text(), u"The text is UTF-16; it is read as what it says."_s);
 }

@@ -19,12 +19,10 @@ TEST_F(GenericFile, InEachLayoutPutsItsColumnsInPlace) {
         ASSERT_EQ(survey.NumSites, 2) << record;
         EXPECT_EQ(survey.SiteIDPresent, layout.siteNumber);
         EXPECT_EQ(survey.TwoEMColumns, layout.secondReading);
-        EXPECT_EQ(survey.SiteID, layout.siteNumber ? std::vector<double>({7, 7}) : std::vector<double>());
-        EXPECT_EQ(survey.SiteData(kX, 1), 10.5);
-        EXPECT_EQ(survey.SiteData(kY, 1), 20.5);
-        EXPECT_EQ(survey.SiteData(kEM1, 1), 30.5);
-        EXPECT_EQ(survey.SiteData(kEM2, 1), layout.secondReading ? 40.5 : 0);
-        EXPECT_EQ(survey.SiteData(kRow, 1), 1);
+        EXPECT_EQ(survey.SiteID.size(), layout.siteNumber ? 2U : 0U);
+        const MadeSite site{
+            10.5, 20.5, 30.5, layout.secondReading ? 40.5 : 0, 1, layout.siteNumber ? 7.0 : 0};
+        EXPECT_EQ(sitesIn(survey), (std::vector<MadeSite>{site, site}));
         EXPECT_EQ(survey.NumRows, 1);
         EXPECT_EQ(survey.NumPoints[1], 2);
     }
@@ -60,6 +58,20 @@ TEST_F(GenericFile, KeepsReadingsEqualToTheCutOff) {
     options.cutoff = 0.5;
     EXPECT_EQ(import("1,2,0.5\n1,2,0.499\n").survey.NumSites, 1);
     EXPECT_EQ(log(), "Line # 2 1 2 0.499  -> 1st EM reading below cut-off\r\n");
+}
+
+TEST_F(GenericFile, DropsReadingsBelowTheCutOffOnLinesLikeTheOnesAbove) {
+    options.layout = kEverything;
+    std::string lines;
+    for (int i = 0; i < 20; ++i)
+        lines += "1,10,20,30,31,1\n1,10,20,-9,31,1\n1,10,20,30,-9,1\n";
+    const ImportResult result = import(lines);
+    EXPECT_EQ(result.survey.NumSites, 20);
+    ASSERT_EQ(result.summary.rejected.size(), 2U);
+    EXPECT_EQ(result.summary.rejected[0].reason, reject_reason::kEM1BelowCutoff);
+    EXPECT_EQ(result.summary.rejected[0].lines, 20);
+    EXPECT_EQ(result.summary.rejected[1].reason, reject_reason::kEM2BelowCutoff);
+    EXPECT_EQ(result.summary.rejected[1].lines, 20);
 }
 
 TEST_F(GenericFile, LogsTheFirstReasonWhyEachRecordIsDropped) {
@@ -202,16 +214,7 @@ TEST_F(GenericFile, LeavesTheParametersAsTheyWere) {
     for (int first = 1; const auto field : fields)
         parameters.*field = {first++, 9, 4};
     const Survey survey = import("1,2,3").survey;
-    EXPECT_EQ(survey.EMCutoff, -3);
-    EXPECT_EQ(survey.MinDistance, 4);
-    EXPECT_TRUE(survey.NegateEM && survey.DivideEMBy10);
-    EXPECT_EQ(survey.DistanceMode, 2);
-    EXPECT_EQ(survey.MinLineLength, 7);
-    for (int first = 1; const auto field : fields) {
-        EXPECT_EQ((survey.*field).Start, first++);
-        EXPECT_EQ((survey.*field).End, 9);
-        EXPECT_EQ((survey.*field).Len, 4);
-    }
+    EXPECT_EQ(static_cast<const SurveyParameters&>(survey), static_cast<const SurveyParameters&>(parameters));
     EXPECT_EQ(survey.SiteData(kEM1, 0), 3);  // and they are not applied
 }
 

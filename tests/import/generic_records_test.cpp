@@ -2,6 +2,7 @@
 // How the lines of a delimited file become records and values.
 #include "import/generic_file.h"
 #include "support/made_survey.h"
+#include "support/utf16.h"
 
 namespace tessel {
 
@@ -120,12 +121,10 @@ TEST_F(GenericFile, WithDecimalCommasTakesNoPointAndNoBlankInAValue) {
 }
 
 TEST_F(GenericFile, InUtf16IsReadAndLoggedInUtf8) {
-    std::string bytes;
-    for (const char16_t unit : std::u16string(u"X;Übersicht;EC\r\n1,5;2;3\r\n4;5;6"))
-        bytes += {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+    const std::u16string text = u"X;Übersicht;EC\r\n1,5;2;3\r\n4;5;6";
     options.decimalCommas = true;
-    for (const char* const mark : {"\xFF\xFE", ""}) {
-        EXPECT_EQ(sitesOf(mark + bytes), "1 2 3;4 5 6;");
+    for (const std::u16string& bytes : {u"\uFEFF" + text, text}) {
+        EXPECT_EQ(sitesOf(utf16(bytes)), "1 2 3;4 5 6;");
         EXPECT_EQ(log(), "Line # 1 X \u00DCbersicht EC  -> non-numeric X-coord data\r\n");
     }
 }

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Lines from which values are missing: each is the right site or a line of the log, in every layout, wherever
 // the gap is and however many there are.
-#include "import/error_log.h"
-#include "import/generic_reader.h"
-#include "support/temporary_folder.h"
+#include "import/generic_file.h"
 
 namespace tessel {
 
@@ -11,13 +9,9 @@ namespace {
 
 using Values = std::vector<std::string>;
 
-class MissingValues : public testing::TestWithParam<std::size_t> {
+class MissingValues : public GenericFile, public testing::WithParamInterface<std::size_t> {
   protected:
-    MissingValues() {
-        options.path = folder / "generic.txt";
-        options.errorLogPath = folder / "error_log.dat";
-        options.layout = kGenericLayouts[GetParam()];
-    }
+    MissingValues() { options.layout = kGenericLayouts[GetParam()]; }
 
     std::size_t columns() const { return static_cast<std::size_t>(options.layout.columns()); }
 
@@ -38,9 +32,9 @@ class MissingValues : public testing::TestWithParam<std::size_t> {
     }
 
     std::set<std::int64_t> loggedLines() const {
-        std::istringstream log(readFile(options.errorLogPath));
+        std::istringstream lines(log());
         std::set<std::int64_t> numbers;
-        for (std::string line; std::getline(log, line);)
+        for (std::string line; std::getline(lines, line);)
             EXPECT_TRUE(numbers.insert(std::stoll(line.substr(line.find('#') + 1))).second) << line;
         return numbers;
     }
@@ -64,8 +58,7 @@ class MissingValues : public testing::TestWithParam<std::size_t> {
         std::string bytes;
         for (const Values& values : lines)
             bytes += joined(values, separator) + lineEnd;
-        writeFile(options.path, bytes);
-        const ImportResult result = importGenericFile(options, {});
+        const ImportResult result = import(bytes);
         const std::set<std::int64_t> logged = loggedLines();
         SiteIndex site = 0;
         for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -79,9 +72,6 @@ class MissingValues : public testing::TestWithParam<std::size_t> {
         ASSERT_EQ(site, result.survey.NumSites) << bytes;
         EXPECT_EQ(result.summary.linesNotFitting, 0) << bytes;
     }
-
-    const TemporaryFolder folder;
-    GenericOptions options;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "base/run_time_error.h"
 #include "export/table_file.h"
 #include "geodesy/coordinate_systems.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
 #include "support/survey_invariants.h"
@@ -166,8 +167,7 @@ TEST_F(TableImport, ReadsAnExportedTableToTheBit) {
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         for (const SiteColumn column : {kEM1, kEM2})
             survey.SiteData(column, i) = std::abs(survey.SiteData(column, i)) / 3;
-    Journal journal(std::size_t{1} << 30);
-    journal.replaceSurvey({ActKind::kImport, "", "", {}}, survey);
+    const Journal journal = journalOf(survey);
     for (const char separator : {',', ';'}) {
         writeTable(journal, options.path,
                    {{TableColumn::kSite, TableColumn::kX, TableColumn::kY, TableColumn::kEM1,

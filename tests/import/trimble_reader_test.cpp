@@ -70,13 +70,10 @@ TEST_F(TrimbleFile, GivesItsSitesInFileOrder) {
     options.SiteIDPresent = options.TwoEMColumns = true;
     const auto result = import(line("1.5", "2.5", "30.25", "40", "7") + "\r\n" +
                                line("-1.5", "1e2", "31", "41.5", "8") + "\r\n");
-    ASSERT_EQ(result.survey.NumSites, 2);
     EXPECT_EQ(result.rejected, 0);
     EXPECT_EQ(log(), "");
-    EXPECT_EQ(result.survey.SiteID[0], 7);
-    EXPECT_EQ(result.survey.SiteID[1], 8);
-    EXPECT_EQ(valuesOf(result.survey, 0), (std::array{1.5, 2.5, 30.25, 40.0}));
-    EXPECT_EQ(valuesOf(result.survey, 1), (std::array{-1.5, 100.0, 31.0, 41.5}));
+    EXPECT_EQ(sitesIn(result.survey),
+              (std::vector<MadeSite>{{1.5, 2.5, 30.25, 40, 1, 7}, {-1.5, 100, 31, 41.5, 1, 8}}));
 }
 
 TEST_F(TrimbleFile, KnowsTheLineOfEachSiteThoughOthersAreRejectedOrTooShort) {
@@ -98,30 +95,14 @@ TEST_F(TrimbleFile, IsDescribedAsItWasReadWithThePlacesOfItsFields) {
 }
 
 TEST_F(TrimbleFile, HandsItsParametersToTheSurvey) {
-    options.SiteIDPresent = true;
-    options.NegateEM = true;
-    options.DivideEMBy10 = true;
+    options.SiteIDPresent = options.NegateEM = options.DivideEMBy10 = true;
     options.DistanceMode = 3;
     const Survey survey = import(line("1", "2", "-3", "", "1")).survey;
     EXPECT_TRUE(survey.SiteIDPresent);
     EXPECT_FALSE(survey.TwoEMColumns);
-    EXPECT_TRUE(survey.NegateEM);
-    EXPECT_TRUE(survey.DivideEMBy10);
-    EXPECT_EQ(survey.DistanceMode, 3);
-    EXPECT_TRUE(survey.UseYDist);
-    EXPECT_FALSE(survey.UseTrueDist);
-    EXPECT_EQ(survey.EMCutoff, -10);
-    EXPECT_EQ(survey.MinDistance, 5);
-    EXPECT_EQ(survey.MinLineLength, 1);
-    const auto inWords = [](const auto& fields) {
-        std::string words;
-        for (const FieldColumns& field :
-             {fields.SiteIDField, fields.XField, fields.YField, fields.EM1Field, fields.EM2Field})
-            words += std::to_string(field.Start) + '-' + std::to_string(field.End) + ':' +
-                     std::to_string(field.Len) + ' ';
-        return words;
-    };
-    EXPECT_EQ(inWords(survey), "1-4:4 6-13:8 15-22:8 24-31:8 33-40:8 ");
+    SurveyParameters expected = options;
+    expected.chooseDistance(3);
+    EXPECT_EQ(static_cast<const SurveyParameters&>(survey), expected);
 }
 
 TEST_F(TrimbleFile, LogsTheFirstReasonWhyEachLineIsRejected) {
@@ -210,9 +191,7 @@ TEST_F(TrimbleFile, LeavesTheValuesOfARejectedLineInTheSlotForTheNextSite) {
     EXPECT_EQ(valuesOf(survey, 1), (std::array{11.0, 12.0, survey.SiteData(kEM1, 1), 14.0}));
 
     const auto result = import(rejected + line("21", "22", "23", "24", "25") + "\n");
-    ASSERT_EQ(result.survey.NumSites, 1);
-    EXPECT_EQ(result.survey.SiteID[0], 25);
-    EXPECT_EQ(valuesOf(result.survey, 0), (std::array{21.0, 22.0, 23.0, 24.0}));
+    EXPECT_EQ(sitesIn(result.survey), (std::vector<MadeSite>{{21, 22, 23, 24, 1, 25}}));
 }
 
 TEST_F(TrimbleFile, GrowsTheTableByAHundredTenSitesBeforeItIsFull) {
