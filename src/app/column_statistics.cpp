@@ -40,24 +40,48 @@ double meanOf(const double* values, SiteIndex count) {
     return requireFinite(sumOverSites(count, [=](SiteIndex i) { return values[i]; }).meanOver(count));
 }
 
+void include(ColumnMinMax& range, double value) {
+    range.minimum = value < range.minimum ? value : range.minimum;
+    range.maximum = value > range.maximum ? value : range.maximum;
+    range.notPositive += value <= 0 ? 1 : 0;
+}
+
+ColumnMinMax joined(const ColumnMinMax& range, const ColumnMinMax& other) {
+    return {other.minimum < range.minimum ? other.minimum : range.minimum,
+            other.maximum > range.maximum ? other.maximum : range.maximum,
+            range.notPositive + other.notPositive};
+}
+
+// Zeros of both signs are equal: the one that stands first in the column is meant.
+ColumnMinMax withFirstZeros(ColumnMinMax range, std::span<const double> column) {
+    if (range.minimum != 0 && range.maximum != 0) return range;
+    const double zero = *std::find(column.begin(), column.end(), 0.0);
+    if (range.minimum == 0) range.minimum = zero;
+    if (range.maximum == 0) range.maximum = zero;
+    return range;
+}
+
 }  // namespace
 
+ColumnMinMax minMaxOf(std::span<const double> column) {
+    if (column.empty()) throw RunTimeError::subscriptOutOfRange();
+    const double* const values = column.data();
+    constexpr std::size_t kLanes = 4;  // so that the comparisons overlap
+    ColumnMinMax lanes[kLanes];
+    std::fill_n(lanes, kLanes, ColumnMinMax{values[0], values[0], 0});
+    std::size_t i = 0;
+    for (; i + kLanes <= column.size(); i += kLanes)
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            include(lanes[lane], values[i + lane]);
+    for (; i < column.size(); ++i)
+        include(lanes[0], values[i]);
+    for (std::size_t lane = 1; lane < kLanes; ++lane)
+        lanes[0] = joined(lanes[0], lanes[lane]);
+    return withFirstZeros(lanes[0], column);
+}
+
 ColumnMinMax Column_MinMax(const Survey& survey, int column) {
-    if (survey.NumSites < 1) throw RunTimeError::subscriptOutOfRange();
-    const double* const values = survey.SiteData.column(clampColumn(column));
-    ColumnMinMax result{values[0], values[0], 0};
-    double minimum = values[0];
-    double maximum = values[0];
-    SiteIndex notPositive = 0;
-    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
-        minimum = values[i] < minimum ? values[i] : minimum;
-        maximum = values[i] > maximum ? values[i] : maximum;
-        notPositive += values[i] <= 0 ? 1 : 0;
-    }
-    result.minimum = minimum;
-    result.maximum = maximum;
-    result.notPositive = notPositive;
-    return result;
+    return minMaxOf({survey.SiteData.column(clampColumn(column)), static_cast<std::size_t>(survey.NumSites)});
 }
 
 double Column_Mean(const Survey& survey, int column) {

@@ -3,6 +3,8 @@
 
 #include "app/survey.h"
 
+#include <span>
+
 namespace tessel {
 
 // Statistics of one column of SiteData over sites 0..NumSites-1. The column is clamped to 0..3, so that the
@@ -26,6 +28,10 @@ struct Regression {
     double intercept = 0;  ///< a, in mS/m
     double slope = 0;      ///< b, without unit
 };
+
+/// Requires at least one value; throws subscriptOutOfRange without one. Of zeros of both signs the first one
+/// counts.
+ColumnMinMax minMaxOf(std::span<const double> column);
 
 /// Requires at least one site; throws subscriptOutOfRange without one.
 ColumnMinMax Column_MinMax(const Survey& survey, int column);

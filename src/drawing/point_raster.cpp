@@ -37,6 +37,19 @@ std::uint32_t madeOpaque(std::uint32_t premultiplied) {
     return colour;
 }
 
+/// Four pixels at a time; the last four overlap what is written already.
+void fillRun(std::uint32_t* first, std::uint32_t* end, std::uint32_t colour) {
+    constexpr std::ptrdiff_t kFour = 4;
+    if (end - first < kFour) {
+        for (; first != end; ++first)
+            *first = colour;
+        return;
+    }
+    for (; end - first > kFour; first += kFour)
+        std::fill_n(first, kFour, colour);
+    std::fill_n(end - kFour, kFour, colour);
+}
+
 bool isInside(const Raster& raster, int x, int y) {
     return x >= 0 && y >= 0 && x < raster.width && y < raster.height;
 }
@@ -93,9 +106,7 @@ class PlacedStamp {
     template <class Tint>
     void write(std::uint32_t* corner, const Tint& tint) const {
         for (const Run& run : runs_) {
-            const std::uint32_t colour = tint(run.colour);
-            for (std::ptrdiff_t at = run.begin; at != run.end; ++at)
-                corner[at] = colour;
+            fillRun(corner + run.begin, corner + run.end, tint(run.colour));
         }
         for (const Pixel& p : translucent_)
             corner[p.at] = blended(tint(p.colour), corner[p.at]);
@@ -153,21 +164,24 @@ void writeStamps(const Raster& raster, const PixelMap& map, const PlacedStamp& p
     const double top = std::max(map.area.y.from, -size / 2.0);
     const double right = std::min(map.area.x.to, raster.width + size / 2.0);
     const double bottom = std::min(map.area.y.to, raster.height + size / 2.0);
+    // Copies, which no pixel that is written can change.
+    const double xScale = map.xScale, xShift = map.xShift, yScale = map.yScale, yShift = map.yShift;
+    const int lastColumn = raster.width - size, lastRow = raster.height - size;
+    const std::ptrdiff_t width = raster.width, stride = raster.stride;
+    std::uint32_t* const pixels = raster.pixels;
     for (std::size_t i = first; i < last; ++i) {
-        const double px = map.xScale * points.x[i] + map.xShift;
-        const double py = map.yScale * points.y[i] + map.yShift;
+        const double px = xScale * points.x[i] + xShift;
+        const double py = yScale * points.y[i] + yShift;
         if (!(px >= left && px <= right && py >= top && py <= bottom)) continue;
         if (points.skip && points.skip[i]) continue;
         const int column = intWithin(px + toCorner) - size;
         const int row = intWithin(py + toCorner) - size;
-        if (column < 0 || row < 0 || column > raster.width - size || row > raster.height - size) {
+        if (column < 0 || row < 0 || column > lastColumn || row > lastRow) {
             writeCut(raster, column, row, stamp, ink.at(i));
             continue;
         }
-        if (marks && !marks->take(static_cast<std::size_t>(row) * static_cast<std::size_t>(raster.width) +
-                                  static_cast<std::size_t>(column)))
-            continue;
-        placed.write(raster.pixels + row * raster.stride + column, ink.at(i));
+        if (marks && !marks->take(static_cast<std::size_t>(row * width + column))) continue;
+        placed.write(pixels + row * stride + column, ink.at(i));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace tessel {
@@ -51,9 +52,8 @@ class StampMarks {
     void nextSeries();
     /// True the first time the present series asks for this place.
     bool take(std::size_t place) {
-        if (marks_[place] == series_) return false;
-        marks_[place] = series_;
-        return true;
+        std::uint16_t& mark = marks_.data()[place];
+        return std::exchange(mark, series_) != series_;
     }
 
   private:

@@ -114,9 +114,8 @@ QString SurveyGridPlot::restingFooter() const {
 void SurveyGridPlot::draw() {
     turnSeries_ = 0;
     Chart2D2->beginBatch();
-    fillRows();
+    setLimits(fillRows());
     colourRows();
-    setLimits();
     scale->setVisible(reading_.has_value());
     Chart2D2->setHeaderText(u"Sample Grid Plot"_s);
     Chart2D2->setHeaderFont(12, true);
@@ -124,16 +123,22 @@ void SurveyGridPlot::draw() {
     Chart2D2->endBatch();
 }
 
-void SurveyGridPlot::fillRows() {
+// What the rows cover is found row by row, while the processor has their points at hand.
+Rectangle SurveyGridPlot::fillRows() {
     const Survey& survey = theSurvey();
     rows_ = foresees() ? foreseen_ : allRows(survey);
     Chart2D2->setSeriesCount(Chart2D::kData, static_cast<int>(rows_.size()));
     int row = 0;
+    Rectangle extent = siteExtent(survey, {0, std::min<SiteIndex>(1, survey.NumSites)});
     for (const IndexRange& sites : rows_) {
         Chart2D2->replacePoints(Chart2D::kData, ++row, columnOf(survey, kX, sites),
                                 columnOf(survey, kY, sites));
         Chart2D2->setSymbolColour(Chart2D::kData, row, rowColour(row));
+        if (sites.count() == 0) continue;  // taken out on the map
+        const Rectangle covered = siteExtent(survey, sites);
+        extent = {extent.x.with(covered.x), extent.y.with(covered.y)};
     }
+    return extent;
 }
 
 void SurveyGridPlot::colourRows() {
@@ -154,7 +159,7 @@ void SurveyGridPlot::showFound(const RowTurns& found) {
     if (!wasShown) area_.hidePlots();
     Chart2D2->beginBatch();
     fillFound(found);
-    setLimits();
+    setLimits(siteExtent(theSurvey()));
     if (wasShown) Chart2D2->keepViews(before);
     scale->hide();
     Chart2D2->setHeaderText(tr("Rows found, not yet taken over"));
@@ -191,8 +196,8 @@ void SurveyGridPlot::endFound() {
     if (!drawn) area_.hidePlots();
 }
 
-void SurveyGridPlot::setLimits() {
-    const PlotLimits& limits = thePlotLimits() = surveyGridLimits(theSurvey());
+void SurveyGridPlot::setLimits(const Rectangle& extent) {
+    const PlotLimits& limits = thePlotLimits() = surveyGridLimits(extent);
     Chart2D2->setAxisRange(Chart2D::Axis::kX, limits.PlotXMin, limits.PlotXMax);
     Chart2D2->setAxisRange(Chart2D::Axis::kY, limits.PlotYMin, limits.PlotYMax);
     Chart2D2->setAxisRange(Chart2D::Axis::kY2, limits.PlotYMin, limits.PlotYMax);

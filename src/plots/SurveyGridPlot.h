@@ -59,9 +59,9 @@ class SurveyGridPlot : public QObject, public PlotView {
     void draw();
     bool drawAgain();
     void drawInSameView();
-    void fillRows();
+    Rectangle fillRows();
     void colourRows();
-    void setLimits();
+    void setLimits(const Rectangle& extent);
     bool foresees() const { return !reading_ && turnSeries_ == 0 && !foreseen_.empty(); }
     QString restingFooter() const;
     void readOut(QPoint pixel);

@@ -14,12 +14,8 @@ constexpr double kOneSiteRoom = 200;  // metres
 constexpr double kOneSiteEca = 0.5;   // mS/m
 
 Interval extentOf(std::span<const double> values) {
-    Interval extent{values.front(), values.front()};
-    for (const double value : values) {
-        extent.from = value < extent.from ? value : extent.from;
-        extent.to = value > extent.to ? value : extent.to;
-    }
-    return extent;
+    const ColumnMinMax range = minMaxOf(values);
+    return {range.minimum, range.maximum};
 }
 
 // The margin is a share of the spread; without a spread, a share of the lowest value itself, whatever its
@@ -66,12 +62,12 @@ PlotLimits emptiedRowLimits(const Survey& survey) {
                   Interval{survey.MinY, survey.MaxY}.widened(kOneSiteRoom));
 }
 
+Rectangle siteExtent(const Survey& survey, const IndexRange& sites) {
+    return {extentOf(columnOf(survey, kX, sites)), extentOf(columnOf(survey, kY, sites))};
+}
+
 Rectangle siteExtent(const Survey& survey) {
-    const auto along = [&](int column) {
-        const ColumnMinMax range = Column_MinMax(survey, column);
-        return Interval{range.minimum, range.maximum};
-    };
-    return {along(kX), along(kY)};
+    return siteExtent(survey, {0, survey.NumSites});
 }
 
 PixelMap fittedMap(const Rectangle& area, const Rectangle& extent) {
@@ -88,9 +84,8 @@ PixelMap fittedMap(const Rectangle& area, const Rectangle& extent) {
     return map;
 }
 
-PlotLimits surveyGridLimits(const Survey& survey) {
+PlotLimits surveyGridLimits(const Rectangle& extent) {
     const auto withRoom = [](const Interval& side) { return side.widened(bounded(side.length()) * 0.05); };
-    const Rectangle extent = siteExtent(survey);
     return limits(withRoom(extent.x), withRoom(extent.y));
 }
 

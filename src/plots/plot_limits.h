@@ -34,15 +34,16 @@ PlotLimits rowMapLimits(const Survey& survey, IndexRange sites, bool plotByX);
 /// Row map without a site: the survey's extent (MaxX, MinX, ...) and 200 m to every side, X horizontal.
 PlotLimits emptiedRowLimits(const Survey& survey);
 
-/// From the smallest to the largest X and Y. Throws subscriptOutOfRange without a site.
+/// From the smallest to the largest X and Y of all sites, or of some. Throws subscriptOutOfRange without a
+/// site.
 Rectangle siteExtent(const Survey& survey);
+Rectangle siteExtent(const Survey& survey, const IndexRange& sites);
 
 /// The way from places to the pixels of an area in which the extent lies in the middle, as large as it can be
 /// with as many pixels to a metre in both directions, large Y up.
 PixelMap fittedMap(const Rectangle& area, const Rectangle& extent);
 
-/// Survey grid plot: a twentieth of the spread to every side, and no special case for a spread of 0. Throws
-/// subscriptOutOfRange without a site.
-PlotLimits surveyGridLimits(const Survey& survey);
+/// Survey grid plot: a twentieth of the spread to every side, and no special case for a spread of 0.
+PlotLimits surveyGridLimits(const Rectangle& extent);
 
 }  // namespace tessel

@@ -12,14 +12,6 @@ namespace tessel {
 
 namespace {
 
-const QString kEditorQuestion =
-    u"Note: you should use the PELR program if you wish to perminantly\n"
-    u"change the default text editor used by all VARN programs.\n"
-    u"\n"
-    u"However, you can temporarily reset the text editor now (for this session only).\n"
-    u"\n"
-    u"Would you like to temporarily reset the current, default text editor?"_s;
-
 class InterfaceControls : public FolderTest {
   protected:
     InterfaceControls() {

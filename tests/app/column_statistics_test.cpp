@@ -1,73 +1,81 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/column_statistics.h"
 
+#include "support/made_survey.h"
 #include "support/run_time_errors.h"
 
 namespace tessel {
 
 namespace {
 
-Survey surveyOf(const std::vector<double>& em1, const std::vector<double>& em2 = {}) {
-    Survey survey;
-    survey.NumSites = static_cast<SiteIndex>(em1.size());
-    survey.SiteData.resize(survey.NumSites + 5);
-    survey.TwoEMColumns = !em2.empty();
-    for (std::size_t i = 0; i < em1.size(); ++i) {
-        const auto site = static_cast<SiteIndex>(i);
-        survey.SiteData(kX, site) = 1;
-        survey.SiteData(kEM1, site) = em1[i];
-        survey.SiteData(kEM2, site) = em2.empty() ? -1 : em2[i];
-        survey.SiteData(kRow, site) = 99;
-    }
-    return survey;
-}
-
 int errorOfMeanSD(const std::vector<double>& em1) {
-    return errorNumberOf([&] { Column_MeanSD(surveyOf(em1), kEM1); });
+    return errorNumberOf([&] { Column_MeanSD(surveyOfReadings(em1), kEM1); });
 }
 
 }  // namespace
 
 TEST(ColumnMinMax, FindsSmallestLargestAndCountOfReadingsNotAboveZero) {
-    const ColumnMinMax result = Column_MinMax(surveyOf({3, -2.5, 0, 8, -0.0, 7}), kEM1);
+    const ColumnMinMax result = Column_MinMax(surveyOfReadings({3, -2.5, 0, 8, -0.0, 7}), kEM1);
     EXPECT_EQ(result.minimum, -2.5);
     EXPECT_EQ(result.maximum, 8);
     EXPECT_EQ(result.notPositive, 3);
 }
 
 TEST(ColumnMinMax, LooksAtTheFirstSiteToo) {
-    EXPECT_EQ(Column_MinMax(surveyOf({0}), kEM1).notPositive, 1);
-    EXPECT_EQ(Column_MinMax(surveyOf({-4, 1}), kEM1).notPositive, 1);
-    EXPECT_EQ(Column_MinMax(surveyOf({4, 1}), kEM1).notPositive, 0);
-    const ColumnMinMax negative = Column_MinMax(surveyOf({-5, -3, -9}), kEM1);
+    EXPECT_EQ(Column_MinMax(surveyOfReadings({0}), kEM1).notPositive, 1);
+    EXPECT_EQ(Column_MinMax(surveyOfReadings({-4, 1}), kEM1).notPositive, 1);
+    EXPECT_EQ(Column_MinMax(surveyOfReadings({4, 1}), kEM1).notPositive, 0);
+    const ColumnMinMax negative = Column_MinMax(surveyOfReadings({-5, -3, -9}), kEM1);
     EXPECT_EQ(negative.maximum, -3);
     EXPECT_EQ(negative.minimum, -9);
 }
 
+TEST(ColumnMinMax, FindsThemWhereverTheyStand) {
+    for (std::size_t sites = 2; sites < 12; ++sites)
+        for (std::size_t at = 0; at < sites; ++at) {
+            SCOPED_TRACE(testing::Message() << at << " of " << sites);
+            std::vector<double> column(sites, 1);
+            column[at] = 5;
+            EXPECT_EQ(minMaxOf(column).maximum, 5);
+            EXPECT_EQ(minMaxOf(column).minimum, 1);
+            column[at] = -5;
+            EXPECT_EQ(minMaxOf(column).minimum, -5);
+            EXPECT_EQ(minMaxOf(column).maximum, 1);
+            EXPECT_EQ(minMaxOf(column).notPositive, 1);
+        }
+}
+
+TEST(ColumnMinMax, OfZerosOfBothSignsTheFirstOneCounts) {
+    EXPECT_FALSE(std::signbit(minMaxOf(std::vector{7.0, 3.0, 0.0, 2.0, 1.0, -0.0}).minimum));
+    EXPECT_TRUE(std::signbit(minMaxOf(std::vector{7.0, 3.0, 8.0, -0.0, 1.0, 0.0, 9.0, 9.0}).minimum));
+    EXPECT_TRUE(std::signbit(minMaxOf(std::vector{-7.0, -0.0, 0.0, -2.0, 0.0}).maximum));
+    EXPECT_FALSE(std::signbit(minMaxOf(std::vector{-7.0, -3.0, 0.0, -2.0, -0.0}).maximum));
+}
+
 TEST(ColumnMinMax, NeverReadsBeyondTheLastSite) {
-    Survey survey = surveyOf({5, 6});
+    Survey survey = surveyOfReadings({5, 6});
     survey.SiteData(kEM1, 2) = 1000;
     EXPECT_EQ(Column_MinMax(survey, kEM1).maximum, 6);
     EXPECT_EQ(Column_Mean(survey, kEM1), 5.5);
 }
 
 TEST(ColumnNumbers, OutsideZeroToThreeAreClamped) {
-    const Survey survey = surveyOf({5, 6}, {7, 9});
+    const Survey survey = surveyOfReadings({5, 6}, {7, 9});  // at X = 0 and 1
     EXPECT_EQ(Column_MinMax(survey, -3).maximum, 1);
     EXPECT_EQ(Column_MinMax(survey, 4).maximum, 9);
     EXPECT_EQ(Column_MinMax(survey, 100).minimum, 7);
     EXPECT_EQ(Column_MeanSD(survey, kRow).mean, 8);
-    EXPECT_EQ(Column_MeanSD(survey, -1).mean, 1);
+    EXPECT_EQ(Column_MeanSD(survey, -1).mean, 0.5);
 }
 
 TEST(ColumnMeanSD, HasDivisorOneLessThanTheSites) {
-    const ColumnMeanSD result = Column_MeanSD(surveyOf({2, 4, 4, 4, 5, 5, 7, 9}), kEM1);
+    const ColumnMeanSD result = Column_MeanSD(surveyOfReadings({2, 4, 4, 4, 5, 5, 7, 9}), kEM1);
     EXPECT_EQ(result.mean, 5);
     EXPECT_DOUBLE_EQ(result.sd, std::sqrt(32.0 / 7));
 }
 
 TEST(ColumnMeanSD, OfAConstantColumnIsThatConstantAndZero) {
-    const ColumnMeanSD result = Column_MeanSD(surveyOf(std::vector<double>(1001, 0.1)), kEM1);
+    const ColumnMeanSD result = Column_MeanSD(surveyOfReadings(std::vector<double>(1001, 0.1)), kEM1);
     EXPECT_EQ(result.mean, 0.1);
     EXPECT_EQ(result.sd, 0);
 }
@@ -78,7 +86,7 @@ TEST(ColumnMeanSD, KeepsItsDigitsAtALargeOffset) {
     std::vector<double> values;
     for (int i = 1; i <= 1000; ++i)
         values.push_back(kOffset + i);
-    const ColumnMeanSD result = Column_MeanSD(surveyOf(values), kEM1);
+    const ColumnMeanSD result = Column_MeanSD(surveyOfReadings(values), kEM1);
     EXPECT_EQ(result.mean, kOffset + 500.5);
     EXPECT_DOUBLE_EQ(result.sd, std::sqrt(1000.0 * (1000.0 * 1000.0 - 1) / 12 / 999));
 }
@@ -86,7 +94,7 @@ TEST(ColumnMeanSD, KeepsItsDigitsAtALargeOffset) {
 TEST(ColumnMeanSD, NeedsTwoSitesAndReportsWhatIsTooLargeForADouble) {
     EXPECT_EQ(errorOfMeanSD({1}), RunTimeError::kDivisionByZero);
     EXPECT_EQ(errorOfMeanSD({}), RunTimeError::kDivisionByZero);
-    EXPECT_EQ(Column_Mean(surveyOf({6}), kEM1), 6);
+    EXPECT_EQ(Column_Mean(surveyOfReadings({6}), kEM1), 6);
     EXPECT_EQ(errorOfMeanSD({-1.7e308, 1.7e308, 1.7e308}), RunTimeError::kOverflow);
     EXPECT_EQ(errorOfMeanSD({0, 1e200}), RunTimeError::kOverflow);
 }
@@ -105,7 +113,7 @@ TEST(ColumnMeanSD, AgreesWithPlainSumsOfMoreDigits) {
         const long double mean = sum / sites;
         for (const double value : values)
             squares += (value - mean) * (value - mean);
-        const ColumnMeanSD result = Column_MeanSD(surveyOf(values), kEM1);
+        const ColumnMeanSD result = Column_MeanSD(surveyOfReadings(values), kEM1);
         EXPECT_DOUBLE_EQ(result.mean, static_cast<double>(mean)) << sites;
         EXPECT_DOUBLE_EQ(result.sd, static_cast<double>(std::sqrt(squares / (sites - 1)))) << sites;
     }
@@ -113,10 +121,10 @@ TEST(ColumnMeanSD, AgreesWithPlainSumsOfMoreDigits) {
 
 // The second worked out by hand: x = 10, 20, 30, y = 12, 18, 33: Sxx = 200, Sxy = 210, means 20 and 21.
 TEST(Regression, IsTheLeastSquaresLine) {
-    const Regression exact = EM_Regression(surveyOf({10, 20, 35, 80}, {25, 45, 75, 165}));
+    const Regression exact = EM_Regression(surveyOfReadings({10, 20, 35, 80}, {25, 45, 75, 165}));
     EXPECT_DOUBLE_EQ(exact.slope, 2);
     EXPECT_NEAR(exact.intercept, 5, 1e-12);
-    const Regression line = EM_Regression(surveyOf({10, 20, 30}, {12, 18, 33}));
+    const Regression line = EM_Regression(surveyOfReadings({10, 20, 30}, {12, 18, 33}));
     EXPECT_DOUBLE_EQ(line.slope, 1.05);
     EXPECT_NEAR(line.intercept, 0, 1e-12);
 }
@@ -138,7 +146,7 @@ TEST(Regression, AgreesWithTheTextbookFormula) {
         sxy += x * y;
     }
     const long double d = 500 * sxx - sx * sx;
-    const Regression line = EM_Regression(surveyOf(em1, em2));
+    const Regression line = EM_Regression(surveyOfReadings(em1, em2));
     EXPECT_NEAR(line.intercept, static_cast<double>((sy * sxx - sx * sxy) / d * 100), 1e-11);
     EXPECT_NEAR(line.slope, static_cast<double>((500 * sxy - sy * sx) / d), 1e-13);
 }
@@ -151,13 +159,13 @@ TEST(Regression, KeepsItsDigitsAtALargeOffset) {
         em1.push_back(67108864.0 + i);
         em2.push_back(3 * em1.back() - 7);
     }
-    const Regression line = EM_Regression(surveyOf(em1, em2));
+    const Regression line = EM_Regression(surveyOfReadings(em1, em2));
     EXPECT_NEAR(line.slope, 3, 1e-12);
     EXPECT_NEAR(line.intercept, -7, 1e-4);
 }
 
 TEST(Regression, OnAConstantColumnIsADivisionByZero) {
-    for (const Survey& survey : {surveyOf({0.1, 0.1, 0.1}, {1, 2, 3}), surveyOf({}, {})})
+    for (const Survey& survey : {surveyOfReadings({0.1, 0.1, 0.1}, {1, 2, 3}), surveyOfReadings({}, {})})
         EXPECT_EQ(errorNumberOf([&] { EM_Regression(survey); }), RunTimeError::kDivisionByZero);
 }
 

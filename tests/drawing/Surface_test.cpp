@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the user's hand does on every surface, shown on a picture box.
 #include "drawing/PictureBox.h"
+#include "support/Pixels.h"
 
 namespace tessel {
 
@@ -18,11 +19,7 @@ class SurfaceTest : public testing::Test {
         if (menu() != nullptr) menu()->close();
     }
     static QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
-    void rightDrag(const QPoint& to) {
-        QTest::mousePress(&box, Qt::RightButton, Qt::NoModifier, {100, 100});
-        QTest::mouseMove(&box, to);
-        QTest::mouseRelease(&box, Qt::RightButton, Qt::NoModifier, to);
-    }
+    void rightDrag(const QPoint& to) { drag(box, Qt::RightButton, {100, 100}, to); }
     // Chooses the item that begins like this.
     void choose(const QString& text) {
         rightDrag({100, 100});

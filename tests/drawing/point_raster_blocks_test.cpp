@@ -53,7 +53,7 @@ TEST(BlockStamps, AreWrittenWhereTheCarefulWayWritesThem) {
     const PixelMap whole{{{-5, kWidth + 5}, {-5, kHeight + 5}}, 1, 0, 1, 0};
     const PixelMap part{{{10, 45.5}, {8, 30}}, 1, 0.25, 1, -0.25};
     for (const PixelMap& map : {whole, part})
-        for (const int pen : {1, 2, 3})
+        for (const int pen : {1, 2, 3, 4})
             for (const bool skipping : {false, true}) {
                 StampMarks marks;  // points with marks go the careful way
                 marks.reset(kWidth, kHeight);

@@ -3,6 +3,7 @@
 
 #include "base/run_time_error.h"
 #include "support/Pixels.h"
+#include "support/PlotWindow.h"
 
 namespace tessel {
 
@@ -39,24 +40,11 @@ class Chart2DTest : public testing::Test {
         return {int(std::floor(p.x())), int(std::floor(p.y()))};
     }
 
-    void wheel(QPoint at, int angle) { turnWheel(chart, at, angle); }
     // The colour that is seen where these data are.
     QColor seen(double x, double y) { return colourAt(chart.grab().toImage(), chart.dataToPixel(x, y)); }
 
     Chart2D chart;
 };
-
-QByteArray pdfOf(Chart2D& chart) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    writer.setResolution(1200);
-    QPainter painter(&writer);
-    chart.print(painter, QRectF(0, 0, writer.width(), writer.width() * 0.6));
-    painter.end();
-    return bytes;
-}
 
 }  // namespace
 
@@ -89,30 +77,20 @@ TEST_F(Chart2DTest, GroupsKeepTheirSeriesApart) {
     EXPECT_EQ(chart.pointCount(kData, 3), 0);
 }
 
-TEST_F(Chart2DTest, SetsManyPointsAtOnce) {
+TEST_F(Chart2DTest, SetsOrReplacesManyPointsAtOnceAndLeavesNoOthers) {
+    constexpr Chart2D::Point kNone{kHole, kHole};
+    const std::vector<double> x = {1, 2, 3};
+    const std::vector<double> y = {4, 5, 6};
     chart.setPointCount(kData, 1, 4);
-    const std::vector<double> x = {1, 2, 3};
-    const std::vector<double> y = {4, 5, 6};
-    chart.setPoints(kData, 1, 2, x, y);
-    EXPECT_EQ(chart.point(kData, 1, 1), (Chart2D::Point{kHole, kHole}));
-    EXPECT_EQ(chart.point(kData, 1, 4), (Chart2D::Point{3, 6}));
-    EXPECT_THROW(chart.setPoints(kData, 1, 3, x, y), RunTimeError);
-    EXPECT_EQ(chart.point(kData, 1, 4), (Chart2D::Point{3, 6}));
-}
-
-TEST_F(Chart2DTest, ReplacingPointsLeavesNoOthers) {
-    chart.setPointCount(kData, 1, 5);
     chart.setPoint(kData, 1, 0, 7, 7);
-    const std::vector<double> x = {1, 2, 3};
-    const std::vector<double> y = {4, 5, 6};
+    chart.setPoints(kData, 1, 2, x, y);
+    EXPECT_THROW(chart.setPoints(kData, 1, 3, x, y), RunTimeError);
+    EXPECT_EQ(pointsOf(chart, kData, 1), (std::vector<Chart2D::Point>{kNone, {1, 4}, {2, 5}, {3, 6}}));
     chart.replacePoints(kData, 1, x, y);
-    EXPECT_EQ(chart.pointCount(kData, 1), 3);
-    EXPECT_EQ(chart.point(kData, 1, 0), (Chart2D::Point{kHole, kHole}));
-    EXPECT_EQ(chart.point(kData, 1, 1), (Chart2D::Point{1, 4}));
-    EXPECT_EQ(chart.point(kData, 1, 3), (Chart2D::Point{3, 6}));
     EXPECT_THROW(chart.replacePoints(kData, 1, x, std::span(y).first(2)), RunTimeError);
     EXPECT_THROW(chart.replacePoints(kData, 2, x, y), RunTimeError);
-    EXPECT_EQ(chart.pointCount(kData, 1), 3);
+    EXPECT_EQ(chart.point(kData, 1, 0), kNone);
+    EXPECT_EQ(pointsOf(chart, kData, 1), (std::vector<Chart2D::Point>{{1, 4}, {2, 5}, {3, 6}}));
 }
 
 TEST_F(Chart2DTest, IsNotDrawnWhileItIsHiddenAndUpToDateWhenItIsShown) {
@@ -257,13 +235,6 @@ TEST_F(Chart2DTest, AFooterNeitherRedrawsNorMovesThePlot) {
     EXPECT_LT(countColour(image.copy(0, image.height() - 20, image.width(), 20), Qt::white), 800 * 20);
 }
 
-TEST_F(Chart2DTest, SymbolsAreDrawnWhereTheyArePickedInTheirColour) {
-    addPoint(50, 25);
-    chart.setSymbolColour(kData, 1, 4);
-    show();
-    EXPECT_EQ(seen(50, 25), paletteColour(4));
-}
-
 TEST_F(Chart2DTest, PaleColoursHaveADarkOutline) {
     addPoint(50, 25);
     show();
@@ -344,15 +315,14 @@ TEST_F(Chart2DTest, ThePointerIsReported) {
     EXPECT_EQ(pressed.at(0).at(0).toPoint(), QPoint(300, 200));
     ASSERT_GE(moved.count(), 1);
     EXPECT_EQ(moved.at(0).at(0).toPoint(), QPoint(300, 200));
-    QEvent leave(QEvent::Leave);
-    QCoreApplication::sendEvent(&chart, &leave);
+    leave(chart);
     EXPECT_EQ(left.count(), 1);
 }
 
 TEST_F(Chart2DTest, TheWheelZoomsAroundThePointerAndHomeReturns) {
     show();
     const QPoint at = pixel(30, 20);
-    wheel(at, 240);
+    turnWheel(chart, at, 240);
     EXPECT_TRUE(chart.isZoomed());
     EXPECT_NEAR((chart.dataToPixel(30, 20) - QPointF(at)).manhattanLength(), 0, 2.5);
     EXPECT_LT(chart.pixelToData(at + QPoint(100, 0)).x - chart.pixelToData(at).x, 100.0 * 100 / 700 * 0.8);
@@ -367,7 +337,7 @@ TEST_F(Chart2DTest, PickingFollowsTheView) {
     addPoint(90, 45);
     show();
     for (int i = 0; i < 8; ++i)
-        wheel(pixel(30, 20), 120);
+        turnWheel(chart, pixel(30, 20), 120);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(30, 20)).point, 1);
     // The other point is out of sight now, so it is never the nearest.
     EXPECT_EQ(chart.nearestPoint(kData, QPoint(780, 40)).point, 1);
@@ -379,9 +349,7 @@ TEST_F(Chart2DTest, DraggingWithTheRightOrMiddleButtonMovesTheView) {
         chart.resetView();
         QSignalSpy pressed(&chart, &Chart2D::pointerPressed);
         const QPointF before = chart.dataToPixel(50, 25);
-        QTest::mousePress(&chart, button, Qt::NoModifier, QPoint(400, 300));
-        QTest::mouseMove(&chart, QPoint(460, 270));
-        QTest::mouseRelease(&chart, button, Qt::NoModifier, QPoint(460, 270));
+        drag(chart, button, {400, 300}, {460, 270});
         const QPointF by = chart.dataToPixel(50, 25) - before;
         EXPECT_NEAR(by.x(), 60, 1);
         EXPECT_NEAR(by.y(), -30, 1);
@@ -391,7 +359,7 @@ TEST_F(Chart2DTest, DraggingWithTheRightOrMiddleButtonMovesTheView) {
 
 TEST_F(Chart2DTest, ADoubleClickReturnsToTheLimitsAndReportsBothPresses) {
     show();
-    wheel(QPoint(400, 300), 360);
+    turnWheel(chart, QPoint(400, 300), 360);
     QSignalSpy pressed(&chart, &Chart2D::pointerPressed);
     QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, QPoint(400, 300));
     EXPECT_TRUE(chart.isZoomed());
@@ -461,13 +429,7 @@ TEST_F(Chart2DTest, AClickWithCtrlIsAClickWhereNoLevelCanBeMoved) {
 
 TEST_F(Chart2DTest, ALevelLiesOverThePlotWithoutRedrawingItAndIsNotPrinted) {
     show();
-    const auto paper = [this] {
-        QImage page(800, 600, QImage::Format_RGB32);
-        page.fill(Qt::white);
-        QPainter painter(&page);
-        chart.print(painter, QRectF(0, 0, 800, 600));
-        return page;
-    };
+    const auto paper = [this] { return printed(chart, {800, 600}, 96); };
     const QImage before = chart.grab().toImage(), paperBefore = paper();
     QSignalSpy redrawn(&chart, &Chart2D::redrawn);
     chart.showLevel(20);
@@ -490,17 +452,18 @@ TEST_F(Chart2DTest, ALevelLiesOverThePlotWithoutRedrawingItAndIsNotPrinted) {
     EXPECT_EQ(redrawn.count(), 0);
 }
 
-TEST_F(Chart2DTest, PaperShowsWhatTheScreenShows) {
+TEST_F(Chart2DTest, PaperShowsWhatTheScreenShowsAndLeavesItAsItWas) {
     addPoint(20, 10);
     addPoint(80, 40);
     chart.setSymbolColour(kData, 1, 12);
     chart.setHeaderText(u"Header"_s);
     show();
     const QImage screen = chart.grab().toImage().convertToFormat(QImage::Format_RGB32);
-    QImage paper = whitePaper(screen.size(), 96);
-    QPainter painter(&paper);
-    chart.print(painter, QRectF(0, 0, 800, 600));
-    painter.end();
+    const QPointF place = chart.dataToPixel(20, 10);
+    printed(chart, {1200, 700}, 200);
+    EXPECT_EQ(chart.dataToPixel(20, 10), place);
+    EXPECT_EQ(chart.grab().toImage().convertToFormat(QImage::Format_RGB32), screen);
+    const QImage paper = printed(chart, screen.size(), 96);
     for (const QPointF at : {chart.dataToPixel(20, 10), chart.dataToPixel(80, 40)})
         EXPECT_EQ(paper.pixelColor(at.toPoint()), paletteColour(12));
     int differing = 0;
@@ -515,24 +478,11 @@ TEST_F(Chart2DTest, APrintedChartLooksAlikeAtEveryResolution) {
     addPoint(50, 25);
     chart.setSymbolColour(kData, 1, 12);
     const auto redShare = [&](int dotsPerInch) {
-        QImage paper = whitePaper({6 * dotsPerInch, 4 * dotsPerInch}, dotsPerInch);
-        QPainter painter(&paper);
-        chart.print(painter, QRectF(paper.rect()));
-        painter.end();
+        const QImage paper = printed(chart, {6 * dotsPerInch, 4 * dotsPerInch}, dotsPerInch);
         return double(countColour(paper, paletteColour(12))) / (dotsPerInch * dotsPerInch);
     };
     EXPECT_NEAR(redShare(600) / redShare(300), 1, 0.15);
     EXPECT_NEAR(redShare(300) * 96 * 96, 3.14159 * 2.5 * 2.5, 4);
-}
-
-TEST_F(Chart2DTest, PrintingLeavesTheScreenAsItWas) {
-    addPoint(50, 25);
-    show();
-    const QImage before = chart.grab().toImage();
-    const QPointF place = chart.dataToPixel(50, 25);
-    pdfOf(chart);
-    EXPECT_EQ(chart.dataToPixel(50, 25), place);
-    EXPECT_EQ(chart.grab().toImage(), before);
 }
 
 TEST_F(Chart2DTest, APrintedSurveyIsASmallFile) {
@@ -545,7 +495,14 @@ TEST_F(Chart2DTest, APrintedSurveyIsASmallFile) {
             chart.setPoint(kData, r, i, 100.0 * i / kPerRow, 50.0 * r / kRows);
         chart.setSymbolColour(kData, r, r % 15);
     }
-    const QByteArray pdf = pdfOf(chart);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setResolution(1200);
+    QPainter painter(&writer);
+    chart.print(painter, QRectF(0, 0, writer.width(), writer.width() * 0.6));
+    painter.end();
+    const QByteArray pdf = buffer.data();
     EXPECT_TRUE(pdf.startsWith("%PDF"));
     EXPECT_LT(pdf.size(), 1500000);
 }
@@ -594,10 +551,7 @@ class AlignedCharts : public testing::Test {
 // Where the plot area begins and ends on a printed chart: the first and last column that is dark from the
 // upper half to the lower.
 std::pair<int, int> frameOnPaper(Chart2D& chart) {
-    QImage paper = whitePaper({1200, 600}, 200);
-    QPainter painter(&paper);
-    chart.print(painter, QRectF(paper.rect()));
-    painter.end();
+    const QImage paper = printed(chart, {1200, 600}, 200);
     std::pair<int, int> columns(-1, -1);
     for (int x = 0; x < paper.width(); ++x) {
         bool dark = true;
@@ -674,6 +628,7 @@ TEST_F(Chart2DTest, PicksTheDrawnSymbolAtEveryDisplayScale) {
     EXPECT_NEAR(middle.x(), place.x(), roundings * 0.5 / scale + 0.01);
     EXPECT_NEAR(middle.y(), place.y(), roundings * 0.5 / scale + 0.01);
     EXPECT_LE(chart.nearestPoint(kData, QPoint(int(middle.x()), int(middle.y()))).distance, 1);
+    EXPECT_EQ(image.pixelColor(box.center()), paletteColour(12));
     EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7)).distance, 0);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7) + QPoint(3, 0)).distance, 3);
     EXPECT_EQ(chart.nearestPoint(kData, pixel(33.3, 17.7) - QPoint(0, 4)).distance, 4);
@@ -688,7 +643,7 @@ TEST(Chart2DScales, ChartAndPictureBoxHoldAtDisplayScalesOneAndAHalfAndTwo) {
         child.setProcessEnvironment(environment);
         child.setProcessChannelMode(QProcess::MergedChannels);
         child.start(QCoreApplication::applicationFilePath(),
-                    {u"--gtest_filter=Chart2DTest.*EveryDisplayScale:Chart2DTest.Symbols*:"
+                    {u"--gtest_filter=Chart2DTest.*EveryDisplayScale:"
                      "Chart2DTest.TheWheel*:Chart2DTest.NearestPoint*:PictureBoxTest.*EveryDisplayScale"_s});
         ASSERT_TRUE(child.waitForFinished(60000));
         EXPECT_EQ(child.exitCode(), 0) << scale << "\n" << child.readAll().toStdString();

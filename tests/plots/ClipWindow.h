@@ -9,6 +9,7 @@
 #include "program/Program.h"
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
+#include "support/Pixels.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
@@ -19,6 +20,10 @@ inline const QString kDeleteQuestion =
     u"This action will permanently delete all currently masked site.\n"
     u"Are you sure you wish to delete these sites?"_s;
 inline const QString kDeleted = u"All masked sites have been deleted."_s;
+inline const QString kRestoreQuestion =
+    u"This action will restore (i.e., unmask) all currently masked site.\n"
+    u"Are you sure you wish to restore these sites?"_s;
+inline const QString kRecovered = u"All masked sites have been recovered."_s;
 inline const QString kExitQuestion =
     u"Warning! You have not deleted all of the currently masked sites.\n"
     u"Are you sure you wish to exit (and hence avoid deleting these sites)?"_s;
@@ -30,20 +35,6 @@ inline const QString kBrowsingMasked = u"mnuV mnuZ mnuR cmdClipOn cmdDelete fram
 inline const QString kRestored = u"mnuV mnuZ mnuR cmdClipOn frameClipC frameHLR frameLoc"_s;
 inline const QString kClipping = u"cmdClipOff frameClipC frameLoc"_s;
 inline const QString kRectangleOpen = u"frameClipC frameLoc"_s;
-
-using Record = std::array<double, 6>;  // X, Y, EM1, EM2, row, site ID
-
-inline QList<Record> records(const Survey& survey) {
-    QList<Record> sites;
-    for (SiteIndex i = 0; i < survey.NumSites; ++i) {
-        Record site{};
-        for (int column = 0; column < kSiteColumns; ++column)
-            site[static_cast<std::size_t>(column)] = survey.SiteData(column, i);
-        site[5] = survey.SiteID[static_cast<std::size_t>(i)];
-        sites << site;
-    }
-    return sites;
-}
 
 // Three rows of four sites, 10 m apart, at y = 100, 110 and 120.
 inline Survey threeRows() {
@@ -57,25 +48,6 @@ inline Survey threeRows() {
     return survey;
 }
 
-inline QString plainText(QString caption) {
-    return caption.remove(u'&');
-}
-
-inline Survey manySites(SiteIndex sites) {
-    Survey survey;
-    survey.NumSites = sites;
-    survey.SiteIDPresent = true;
-    survey.SiteData.resize(sites);
-    survey.SiteID.assign(static_cast<std::size_t>(sites), 0);
-    for (SiteIndex i = 0; i < sites; ++i) {
-        survey.SiteData(kX, i) = static_cast<double>(i % 1000);
-        survey.SiteData(kY, i) = static_cast<double>(i / 1000);
-        survey.SiteData(kRow, i) = 1;
-    }
-    survey.NumRows = survey.RowIndex = 1;
-    return survey;
-}
-
 /// Opens the map on three rows of four sites and drives it as a user does.
 class ClipWindow : public testing::Test {
   protected:
@@ -83,7 +55,7 @@ class ClipWindow : public testing::Test {
     const std::unique_ptr<frmMain> program = createProgram();
     frmMain& main = *program;
     QPointer<frmClip> window;
-    QList<Record> expected;  ///< the sites as they should be
+    std::vector<MadeSite> expected;  ///< the sites as they should be
     std::unique_ptr<QSignalSpy> changes;
 
     ClipWindow() {
@@ -94,7 +66,7 @@ class ClipWindow : public testing::Test {
     ~ClipWindow() override { delete window; }
 
     void open() {
-        expected = records(theSurvey());
+        expected = sitesIn(theSurvey());
         main.mnuIDEW->trigger();
         window = main.findChildren<frmClip*>().last();
         changes = std::make_unique<QSignalSpy>(window.data(), &frmClip::surveyChanged);
@@ -130,28 +102,27 @@ class ClipWindow : public testing::Test {
     void expectState(const QString& state, int masked, int deleted) {
         EXPECT_EQ(usable().join(u' ').toStdString(), state.toStdString());
         EXPECT_EQ(window->lblMS->text(), QString::number(masked));
-        EXPECT_EQ(window->lblVS->text(), QString::number(expected.size() - masked));
+        EXPECT_EQ(window->lblVS->text(), QString::number(std::ssize(expected) - masked));
         EXPECT_EQ(window->lblDS->text(), QString::number(deleted));
         expectSurvey();
     }
 
     void expectSurvey() {
-        EXPECT_EQ(records(theSurvey()), expected);
-        EXPECT_EQ(theSurvey().NumSites, expected.size());
-        EXPECT_EQ(theSurvey().SiteData.capacity(), expected.size());
-        EXPECT_EQ(theSurvey().SiteID.size(), static_cast<std::size_t>(expected.size()));
+        EXPECT_EQ(sitesIn(theSurvey()), expected);
+        EXPECT_EQ(theSurvey().SiteData.capacity(), std::ssize(expected));
+        EXPECT_EQ(theSurvey().SiteID.size(), expected.size());
         const auto distances = theSurvey().TrueDist;
         Calculate_Distance(surveyUnderTest());
         EXPECT_EQ(distances, theSurvey().TrueDist);
     }
 
     void expectOneRow() {
-        for (Record& site : expected)
-            site[4] = 1;
+        for (MadeSite& site : expected)
+            site.row = 1;
         expectSurvey();
         EXPECT_EQ(theSurvey().NumRows, 1);
         EXPECT_EQ(theSurvey().RowIndex, 1);
-        EXPECT_EQ(theSurvey().NumPoints[1], expected.size());
+        EXPECT_EQ(theSurvey().NumPoints[1], std::ssize(expected));
         EXPECT_EQ(theSurvey().NumPoints[2], 0);
         EXPECT_EQ(theSurvey().NumPoints[3], 0);
     }
@@ -185,39 +156,49 @@ class ClipWindow : public testing::Test {
         mask(x1, y1, x2, y2);
         click(window->cmdClipOff);
     }
-    void maskAndDelete(double x1, double y1, double x2, double y2) {
-        maskAndFinish(x1, y1, x2, y2);
+    void deleteMasked() {
         boxes.ask(true, kDeleteQuestion);
         boxes.tell(kDeleted);
         click(window->cmdDelete);
-        expected.removeIf([=](const Record& site) {
-            return site[0] > std::min(x1, x2) && site[0] < std::max(x1, x2) && site[1] > std::min(y1, y2) &&
-                   site[1] < std::max(y1, y2);
+    }
+    void maskAndDelete(double x1, double y1, double x2, double y2) {
+        maskAndFinish(x1, y1, x2, y2);
+        deleteMasked();
+        std::erase_if(expected, [=](const MadeSite& site) {
+            return site.x > std::min(x1, x2) && site.x < std::max(x1, x2) && site.y > std::min(y1, y2) &&
+                   site.y < std::max(y1, y2);
         });
+    }
+
+    void restore() {
+        boxes.ask(true, kRestoreQuestion);
+        boxes.tell(kRecovered);
+        choose(u"mnuRecover"_s);
     }
 
     QImage picture() { return window->picMapZoom->grab().toImage(); }
     // The colour of a site's dot, white where there is none.
     QRgb dotAt(double x, double y) { return picture().pixel(pixelOfSite(x, y)) & 0xFFFFFFU; }
+    void expectBlueDots() {
+        for (const MadeSite& site : expected)
+            EXPECT_EQ(dotAt(site.x, site.y), colour(kBlue));
+    }
     bool shows(int colour) {
         const QImage image = picture();
-        for (int row = 2; row < image.height() - 2; ++row)
-            for (int column = 2; column < image.width() - 2; ++column)
-                if ((image.pixel(column, row) & 0xFFFFFFU) == kBasicPalette[static_cast<std::size_t>(colour)])
-                    return true;
-        return false;
+        return countColour(image.copy(image.rect().adjusted(2, 2, -2, -2)), paletteColour(colour)) > 0;
     }
     static QRgb colour(int number) { return kBasicPalette[static_cast<std::size_t>(number)]; }
 
-    // Closes the window with the sites still masked.
-    void giveUp() {
-        boxes.ask(true, kExitQuestion);
-        closeWindow();
-    }
     void closeWindow() {
         window->mnuDone->trigger();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+};
+
+/// The same on the full map in max resolution.
+class ClipWindowOnFullMap : public ClipWindow {
+  protected:
+    ClipWindowOnFullMap() { openOnFullMap(); }
 };
 
 }  // namespace tessel

@@ -12,7 +12,7 @@ namespace {
 
 constexpr QRgb kFieldGrey = 0xFFCDCDCD;
 
-class Locator : public RowPlots {
+class Locator : public OpenRowPlots {
   protected:
     // Where the locator draws a place: the whole field in the middle, as large as its frame allows.
     QPoint pixelAt(double x, double y) const {
@@ -31,7 +31,6 @@ class Locator : public RowPlots {
 }  // namespace
 
 TEST_F(Locator, ShowsTheFieldInGreyAndTheRowInItsColour) {
-    openByX(threeRowSurvey());
     EXPECT_EQ(colourAt(120, 10), colour(kBlue));
     EXPECT_EQ(colourAt(140, 60), kFieldGrey);
     EXPECT_EQ(colourAt(150, 111), kFieldGrey);
@@ -64,7 +63,6 @@ TEST_F(Locator, OutlinesARowOfAPaleColour) {
 }
 
 TEST_F(Locator, GoesToTheRowThatIsClicked) {
-    openByX(threeRowSurvey());
     clickPoint(profile, 1, 2);
     clickPlace(150, 111);
     expectRowShown(3);
@@ -80,7 +78,6 @@ TEST_F(Locator, GoesToTheRowThatIsClicked) {
 }
 
 TEST_F(Locator, KeepsTheSelectionWhereTheRowShownIsClicked) {
-    openByX(threeRowSurvey());
     clickPoint(profile, 1, 2);
     clickPlace(130, 12);
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
@@ -89,7 +86,6 @@ TEST_F(Locator, KeepsTheSelectionWhereTheRowShownIsClicked) {
 }
 
 TEST_F(Locator, GoesToTheRowThatHasMovedUpIntoTheNumberOfAnEmptiedOne) {
-    openByX(threeRowSurvey());
     clickPlace(140, 60);
     deletePoints({1});
     expectEmptied(2);
@@ -99,7 +95,6 @@ TEST_F(Locator, GoesToTheRowThatHasMovedUpIntoTheNumberOfAnEmptiedOne) {
 }
 
 TEST_F(Locator, RingsTheSelectedSites) {
-    openByX(threeRowSurvey());
     QCoreApplication::processEvents();
     const QImage without = locator.grab().toImage();
     clickPoint(map, 1, 1);
@@ -116,7 +111,6 @@ TEST_F(Locator, RingsTheSelectedSites) {
 }
 
 TEST_F(Locator, DrawsAllSitesOnceForEachSurvey) {
-    openByX(threeRowSurvey());
     QCoreApplication::processEvents();
     ASSERT_EQ(colourAt(150, 111), kFieldGrey);
     for (const SiteIndex site : {6, 7, 8, 9})
@@ -130,7 +124,6 @@ TEST_F(Locator, DrawsAllSitesOnceForEachSurvey) {
 }
 
 TEST_F(Locator, FollowsTheSitesThatAreDeleted) {
-    openByX(threeRowSurvey());
     ASSERT_EQ(colourAt(120, 10), colour(kBlue));
     deletePoints({3});
     EXPECT_EQ(colourAt(120, 10), 0xFFFFFFFFU);
@@ -139,7 +132,6 @@ TEST_F(Locator, FollowsTheSitesThatAreDeleted) {
 }
 
 TEST_F(Locator, TakesTheFreeRoomOfTheFrameUpToItsOwnHeight) {
-    openByX(threeRowSurvey());
     for (const int height : {600, 1100}) {
         main.resize(1100, height);
         QCoreApplication::processEvents();
@@ -150,7 +142,6 @@ TEST_F(Locator, TakesTheFreeRoomOfTheFrameUpToItsOwnHeight) {
 }
 
 TEST_F(Locator, ShowsNothingWhereItHasHardlyAnyRoom) {
-    openByX(threeRowSurvey());
     QWidget box;
     locator.setParent(&box);
     for (const int height : {55, 56}) {

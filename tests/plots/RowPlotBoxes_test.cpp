@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/RowPlotEditor.h"
+#include "support/Pixels.h"
 #include "support/RowPlots.h"
 
 namespace tessel {
@@ -8,22 +9,18 @@ using Point = Chart2D::Point;
 
 namespace {
 
-class RowPlotBoxes : public RowPlots {
+class RowPlotBoxes : public OpenRowPlots {
   protected:
     // From above and left of one point to below and right of another, wherever they lie.
     void drawBox(Chart2D& chart, qsizetype from, qsizetype to,
                  Qt::KeyboardModifiers held = Qt::ShiftModifier) {
         const QPoint a = pixelOf(chart, Chart2D::kData, 1, from), b = pixelOf(chart, Chart2D::kData, 1, to);
-        const QRect box = QRect(QPoint(std::min(a.x(), b.x()), std::min(a.y(), b.y())),
-                                QPoint(std::max(a.x(), b.x()), std::max(a.y(), b.y())));
-        drawBox(chart, box.adjusted(-5, -5, 5, 5), held);
+        const auto [left, right] = std::minmax({a.x(), b.x()});
+        const auto [top, bottom] = std::minmax({a.y(), b.y()});
+        drawBox(chart, QRect(QPoint(left - 5, top - 5), QPoint(right + 5, bottom + 5)), held);
     }
     void drawBox(Chart2D& chart, const QRect& box, Qt::KeyboardModifiers held = Qt::ShiftModifier) {
-        const QPoint from = box.topLeft(), to = box.bottomRight();
-        QTest::mousePress(&chart, Qt::LeftButton, held, from, QApplication::doubleClickInterval() + 1);
-        QTest::mouseMove(&chart, (from + to) / 2);
-        QTest::mouseMove(&chart, to);
-        QTest::mouseRelease(&chart, Qt::LeftButton, held, to);
+        drag(chart, Qt::LeftButton, box.topLeft(), box.bottomRight(), held);
     }
     static QRect wholePlot(const Chart2D& chart) {
         return chart.plotArea().toAlignedRect().adjusted(1, 1, -1, -1);
@@ -49,7 +46,6 @@ std::vector<SiteIndex> upTo(SiteIndex last) {
 }  // namespace
 
 TEST_F(RowPlotBoxes, SelectAllPointsOfTheFirstReadingInABoxOnTheProfile) {
-    openByX(threeRowSurvey());
     clickPoint(profile, 1, 3);
     drawBox(profile, 2, 4);
     EXPECT_EQ(selected(), (std::vector<SiteIndex>{3, 2, 4}));
@@ -65,7 +61,6 @@ TEST_F(RowPlotBoxes, SelectAllPointsOfTheFirstReadingInABoxOnTheProfile) {
 }
 
 TEST_F(RowPlotBoxes, SelectNothingBesideThePointsOfTheFirstReading) {
-    openByX(threeRowSurvey());
     const QPoint second = pixelOf(profile, Chart2D::kData, 2, 2);
     drawBox(profile, QRect(second - QPoint(6, 6), second + QPoint(6, 6)));
     expectNothingSelected();
@@ -73,7 +68,6 @@ TEST_F(RowPlotBoxes, SelectNothingBesideThePointsOfTheFirstReading) {
 }
 
 TEST_F(RowPlotBoxes, SelectAndDeselectOnTheMap) {
-    openByX(threeRowSurvey());
     drawBox(map, wholePlot(map));
     EXPECT_EQ(selected(), upTo(5));
     drawBox(map, 2, 4, kShiftAndCtrl);
@@ -84,7 +78,6 @@ TEST_F(RowPlotBoxes, SelectAndDeselectOnTheMap) {
 }
 
 TEST_F(RowPlotBoxes, HoldWhatIsInViewOnly) {
-    openByX(threeRowSurvey());
     profile.setAxisRange(Chart2D::Axis::kX, 105, 145);
     profile.setFocus();
     drawBox(profile, QRect(wholePlot(profile).topLeft(), profile.rect().bottomRight()));
@@ -92,7 +85,6 @@ TEST_F(RowPlotBoxes, HoldWhatIsInViewOnly) {
 }
 
 TEST_F(RowPlotBoxes, MayBeginBesideThePlot) {
-    openByX(threeRowSurvey());
     const QPoint third = pixelOf(profile, Chart2D::kData, 1, 3);
     drawBox(profile, QRect(QPoint(3, 3), QPoint(third.x() + 5, profile.rect().bottom() - 3)));
     EXPECT_EQ(selected(), upTo(3));
@@ -109,10 +101,10 @@ TEST_F(RowPlotBoxes, SelectNoMoreThanMayBeAndSayWhatTakesMore) {
     EXPECT_EQ(editor.lblNotice->text(),
               u"300 sites are in the box, and no more than 101 can be selected at a time. The map or the "
               u"search for suspicious sites takes more."_s);
-    Survey expected = longRowSurvey(300);
-    deleteOneByOne(expected, 1, selected());
+    PlainSurvey expected = plainSurveyOf(longRowSurvey(300));
+    deletePlainPoints(expected, 1, selected());
     click("Command5");
-    expectSameSurvey(theSurvey(), expected);
+    expectAsPlain(theSurvey(), expected);
     EXPECT_FALSE(editor.lblNotice->isVisible());
 }
 
@@ -128,14 +120,13 @@ TEST_F(RowPlotBoxes, SelectSitesOfOneCoordinateEachForItself) {
     openByX(pausedRow());
     drawBox(map, 1, 4);
     EXPECT_EQ(selected(), upTo(4));
-    Survey expected = pausedRow();
-    deleteOneByOne(expected, 1, upTo(4));
+    PlainSurvey expected = plainSurveyOf(pausedRow());
+    deletePlainPoints(expected, 1, upTo(4));
     click("Command5");
-    expectSameSurvey(theSurvey(), expected);
+    expectAsPlain(theSurvey(), expected);
 }
 
 TEST_F(RowPlotBoxes, AreDrawnOverThePlotsWithoutDrawingThem) {
-    openByX(threeRowSurvey());
     const QImage before = profile.grab().toImage();
     QSignalSpy redrawn(&profile, &Chart2D::redrawn);
     const QRect box = wholePlot(profile).adjusted(20, 20, -20, -20);
@@ -153,7 +144,6 @@ TEST_F(RowPlotBoxes, AreDrawnOverThePlotsWithoutDrawingThem) {
 }
 
 TEST_F(RowPlotBoxes, ThatAreNoneAreClicks) {
-    openByX(threeRowSurvey());
     const QPoint point = pixelOf(profile, Chart2D::kData, 1, 2);
     QTest::mouseClick(&profile, Qt::LeftButton, Qt::ShiftModifier, point);
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});

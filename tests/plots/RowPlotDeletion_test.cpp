@@ -7,13 +7,12 @@ namespace tessel {
 
 using Axis = Chart2D::Axis;
 
-TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
     click("Command2");
-    Survey expected = threeRowSurvey();
-    deleteOneByOne(expected, 2, {1});
+    PlainSurvey expected = plainSurveyOf(threeRowSurvey());
+    deletePlainPoints(expected, 2, {1});
     deletePoints({1});
-    expectSameSurvey(theSurvey(), expected);
+    expectAsPlain(theSurvey(), expected);
     expectEmptied(2);
     EXPECT_EQ(theSurvey().NumRows, 2);
     expectRange(map, Axis::kX, -100, 360);
@@ -27,8 +26,7 @@ TEST_F(RowPlots, ShowAnEmptiedRowInTheMiddleAndStepOnToTheRowThatMovedUp) {
     EXPECT_EQ(theSurvey().SiteData(kEM1, 5), 12);
 }
 
-TEST_F(RowPlots, StepOnFromAnEmptiedRowToTheOneWithItsNumber) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, StepOnFromAnEmptiedRowToTheOneWithItsNumber) {
     deletePoints({1, 2, 3, 4, 5});
     expectEmptied(1);
     click("Command2");
@@ -36,8 +34,7 @@ TEST_F(RowPlots, StepOnFromAnEmptiedRowToTheOneWithItsNumber) {
     EXPECT_EQ(theSurvey().SiteData(kEM1, 0), 33);
 }
 
-TEST_F(RowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, LeaveTheEmptyStateAloneUnderThePointer) {
     click("Command2");
     deletePoints({1});
     clickAt(profile, profile.rect().center());
@@ -80,8 +77,7 @@ TEST_F(RowPlots, EmptyTheOnlyRow) {
     expectEmptied(1);
 }
 
-TEST_F(RowPlots, DeleteTextAndNotSitesWhileANumberIsTyped) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, DeleteTextAndNotSitesWhileANumberIsTyped) {
     clickPoint(profile, 1, 2);
     editor.Text1->setFocus();
     QTest::keyClick(editor.Text1, Qt::Key_Delete);

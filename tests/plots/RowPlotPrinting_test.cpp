@@ -2,6 +2,7 @@
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
+#include "support/Pixels.h"
 #include "support/RowPlots.h"
 #include "support/temporary_folder.h"
 
@@ -9,12 +10,9 @@ namespace tessel {
 
 namespace {
 
-// A sheet of A4 with so many dots an inch, drawn as on paper.
-QImage printedPage(const RowPlotEditor& editor, int dotsPerInch) {
-    QImage page(dotsPerInch * 827 / 100, dotsPerInch * 1169 / 100, QImage::Format_RGB32);
-    page.fill(Qt::white);
-    page.setDotsPerMeterX(qRound(dotsPerInch / 0.0254));
-    page.setDotsPerMeterY(qRound(dotsPerInch / 0.0254));
+// A sheet, of A4 unless another size is said, with so many dots an inch, drawn as on paper.
+QImage printedPage(const RowPlotEditor& editor, int dotsPerInch, QSizeF inches = {8.27, 11.69}) {
+    QImage page = whitePaper((inches * dotsPerInch).toSize(), dotsPerInch);
     QPainter painter(&page);
     editor.drawPage(painter, page.size(), dotsPerInch / 300.0);
     return page;
@@ -32,9 +30,8 @@ QRectF inked(const QImage& page, const QRectF& inches, int dotsPerInch) {
 
 }  // namespace
 
-TEST_F(RowPlots, PrintTheMapAboveTheProfileOnOnePage) {
+TEST_F(OpenRowPlots, PrintTheMapAboveTheProfileOnOnePage) {
     theSession().InputFileName = "/surveys/north field.dat";
-    openByX(threeRowSurvey());
     const QImage page = printedPage(editor, 100);
     const QRectF title = inked(page, {0, 0, 8.27, 0.2}, 100);
     EXPECT_GT(title.width(), 7);
@@ -48,40 +45,28 @@ TEST_F(RowPlots, PrintTheMapAboveTheProfileOnOnePage) {
                 inked(page, {0, 9.7, 8.27, 1.9}, 100).height() <= 0.01);
 }
 
-TEST_F(RowPlots, PrintAtTheSameSizeAtEveryResolution) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, PrintAtTheSameSizeAtEveryResolution) {
     const QRectF whole(0, 0, 8.27, 11.69);
     const QRectF coarse = inked(printedPage(editor, 150), whole, 150);
     const QRectF fine = inked(printedPage(editor, 300), whole, 300);
-    EXPECT_NEAR(coarse.left(), fine.left(), 0.03);
-    EXPECT_NEAR(coarse.top(), fine.top(), 0.03);
-    EXPECT_NEAR(coarse.right(), fine.right(), 0.03);
-    EXPECT_NEAR(coarse.bottom(), fine.bottom(), 0.03);
+    for (const auto side : {&QRectF::left, &QRectF::top, &QRectF::right, &QRectF::bottom})
+        EXPECT_NEAR((coarse.*side)(), (fine.*side)(), 0.03);
 }
 
-TEST_F(RowPlots, PrintOnSmallerPaperWithoutCuttingAnything) {
-    openByX(threeRowSurvey());
-    QImage page(400, 300, QImage::Format_RGB32);
-    page.fill(Qt::white);
-    page.setDotsPerMeterX(3937);
-    page.setDotsPerMeterY(3937);
-    QPainter painter(&page);
-    editor.drawPage(painter, page.size(), 100 / 300.0);
-    painter.end();
-    const QRectF ink = inked(page, {0, 0, 4, 3}, 100);
+TEST_F(OpenRowPlots, PrintOnSmallerPaperWithoutCuttingAnything) {
+    const QRectF ink = inked(printedPage(editor, 100, {4, 3}), {0, 0, 4, 3}, 100);
     EXPECT_LT(ink.bottom(), 2.99);
     EXPECT_GT(ink.bottom(), 2.5);
 }
 
-TEST_F(RowPlots, PrintWithoutTheReadoutOfThePointer) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, PrintWithoutTheReadoutOfThePointer) {
     const QImage before = printedPage(editor, 100);
     pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
     EXPECT_TRUE(printedPage(editor, 100) == before);
     EXPECT_EQ(map.footerText(), u"UTM X = 130.00, UTM Y = 12.00"_s);
 }
 
-TEST_F(RowPlots, PrintIntoAPdfFileWhereNoPrinterIsInstalled) {
+TEST_F(OpenRowPlots, PrintIntoAPdfFileWhereNoPrinterIsInstalled) {
     const TemporaryFolder folder;
     setDefaultPrinterName([] { return QString(); });
     QString path;
@@ -89,19 +74,15 @@ TEST_F(RowPlots, PrintIntoAPdfFileWhereNoPrinterIsInstalled) {
         EXPECT_TRUE(question.toSave);
         return path;
     });
-    openByX(threeRowSurvey());
     for (const double scale : {1.0, 2.0, 4.0}) {
         theSession().PrintScale = scale;
-        path = fromPath(folder / "row.pdf");
+        path = fromPath(folder / ("row" + std::to_string(scale) + ".pdf"));
         QTest::keyClick(&profile, Qt::Key_P, Qt::ControlModifier);
-        QFile pdf(path);
-        ASSERT_TRUE(pdf.open(QFile::ReadOnly));
-        const QByteArray content = pdf.readAll();
+        const QByteArray content = QByteArray::fromStdString(readFile(path.toStdString()));
         EXPECT_TRUE(content.startsWith("%PDF"));
         EXPECT_GT(content.size(), 5000);
         EXPECT_LT(content.size(), 200000);
         EXPECT_EQ(content.count("/Type /Page\n"), 1);
-        QFile::remove(path);
     }
     theSession().PrintScale = 1;
     path.clear();

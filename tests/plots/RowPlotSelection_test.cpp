@@ -7,8 +7,7 @@ namespace tessel {
 
 using Point = Chart2D::Point;
 
-TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
     EXPECT_TRUE(editor.Command6->isEnabled());
     clickPoint(profile, 1, 4);
     EXPECT_TRUE(editor.Command5->isEnabled());
@@ -21,43 +20,29 @@ TEST_F(RowPlots, SelectPointsOnBothChartsInTheOrderOfPicking) {
     EXPECT_TRUE(pointsOf(map, Chart2D::kHighlight, 1) == std::vector<Point>({{130, 12}, {110, 11}}));
 }
 
-TEST_F(RowPlots, SelectThreePixelsBesideAPointAndNothingFourPixelsBesideIt) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, SelectThreePixelsBesideAPointAndNothingFourPixelsBesideIt) {
     for (const QPoint beside : {QPoint(4, 0), QPoint(-4, 0), QPoint(0, 4), QPoint(0, -4)})
-        for (Chart2D* const chart : {&profile, &map}) {
-            pointAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
-            EXPECT_EQ(chart->footerText(), u"No Point Selected"_s);
-            clickAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
-            expectNothingSelected();
-        }
+        for (Chart2D* const chart : {&profile, &map})
+            expectNothingAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 3) + beside);
     clickAt(profile, pixelOf(profile, Chart2D::kData, 1, 2) + QPoint(3, 0));
     EXPECT_EQ(selected(), std::vector<SiteIndex>{2});
 }
 
-TEST_F(RowPlots, SelectNothingAtAPointOfTheSecondReading) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, SelectNothingAtAPointOfTheSecondReading) {
     const QPoint second = pixelOf(profile, Chart2D::kData, 2, 2);
     ASSERT_EQ(profile.nearestPoint(Chart2D::kData, second).series, 2);
-    pointAt(profile, second);
-    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
-    clickAt(profile, second);
-    expectNothingSelected();
+    expectNothingAt(profile, second);
 }
 
-TEST_F(RowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, SelectNothingOutsideThePlotAreaHoweverNearAPoint) {
     profile.setAxisRange(Chart2D::Axis::kX, 100, 142);
     const QPoint beside = pixelOf(profile, Chart2D::kData, 1, 1) - QPoint(2, 0);
     ASSERT_FALSE(profile.pixelToData(beside).inPlotArea);
     ASSERT_LE(profile.nearestPoint(Chart2D::kData, beside).distance, 3);
-    pointAt(profile, beside);
-    EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
-    clickAt(profile, beside);
-    expectNothingSelected();
+    expectNothingAt(profile, beside);
 }
 
-TEST_F(RowPlots, PointWithACrossAtAPointAndPlainlyElsewhere) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, PointWithACrossAtAPointAndPlainlyElsewhere) {
     const QPoint point = pixelOf(profile, Chart2D::kData, 1, 2);
     pointAt(profile, point);
     EXPECT_EQ(profile.cursor().shape(), Qt::CrossCursor);
@@ -67,24 +52,19 @@ TEST_F(RowPlots, PointWithACrossAtAPointAndPlainlyElsewhere) {
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(RowPlots, KeepTheSelectionWhenANumberIsToBeTypedButNotItsDeletion) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, KeepTheSelectionWhenANumberIsToBeTypedAndDeleteItOnlyWhenNoneIs) {
     clickPoint(profile, 1, 4);
     click("Option2");
     EXPECT_FALSE(editor.Command5->isEnabled());
     EXPECT_EQ(editor.selection().SelCount, 1);
+    click("Option1");
+    EXPECT_TRUE(editor.Command5->isEnabled());
+    click("Option2");
     clickPoint(profile, 1, 2);
     EXPECT_TRUE(editor.Command5->isEnabled());
     EXPECT_EQ(editor.selection().SelCount, 2);
-}
-
-TEST_F(RowPlots, DeleteWhatStaysSelectedWhenNoNumberIsTypedAfterAll) {
-    openByX(threeRowSurvey());
-    clickPoint(profile, 1, 4);
-    click("Option2");
-    click("Option1");
-    EXPECT_TRUE(editor.Command5->isEnabled());
-    clickPoint(profile, 1, 4);
+    for (const qsizetype point : {4, 2})
+        clickPoint(profile, 1, point);
     click("Option2");
     click("Option1");
     EXPECT_FALSE(editor.Command5->isEnabled());
@@ -104,14 +84,13 @@ TEST_F(RowPlots, Refuse102SelectedPoints) {
     EXPECT_EQ(selected(), before);
     EXPECT_EQ(profile.pointCount(Chart2D::kHighlight, 1), 101);
     EXPECT_EQ(map.pointCount(Chart2D::kHighlight, 1), 101);
-    Survey expected = longRowSurvey(120);
-    deleteOneByOne(expected, 1, before);
+    PlainSurvey expected = plainSurveyOf(longRowSurvey(120));
+    deletePlainPoints(expected, 1, before);
     click("Command5");
-    expectSameSurvey(theSurvey(), expected);
+    expectAsPlain(theSurvey(), expected);
 }
 
-TEST_F(RowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, ShowTheWholeRowAgainForACursorOutsideTheView) {
     QTest::keyClick(&profile, Qt::Key_Right);
     for (int i = 0; i < 10; ++i)
         QTest::keyClick(&profile, Qt::Key_Plus);

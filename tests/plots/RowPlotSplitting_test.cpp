@@ -4,15 +4,11 @@
 
 namespace tessel {
 
-TEST_F(RowPlots, DivideARowBeforeTheSiteThatIsSelected) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, DivideARowBeforeTheSiteThatIsSelected) {
     const Survey before = theSurvey();
     clickPoint(profile, 1, 3);
     click("cmdSplit");
-    std::vector<double> rows;
-    for (SiteIndex i = 0; i < theSurvey().NumSites; ++i)
-        rows.push_back(theSurvey().SiteData(kRow, i));
-    EXPECT_EQ(rows, (std::vector<double>{1, 1, 2, 2, 2, 3, 4, 4, 4, 4}));
+    EXPECT_EQ(readingsOf(theSurvey(), kRow), (std::vector<double>{1, 1, 2, 2, 2, 3, 4, 4, 4, 4}));
     EXPECT_EQ(theSurvey().NumRows, 4);
     expectRowShown(1);
     expectNothingSelected();
@@ -24,14 +20,11 @@ TEST_F(RowPlots, DivideARowBeforeTheSiteThatIsSelected) {
     EXPECT_EQ(main.mnuUndo->text(), u"&Undo: split row 1"_s);
     EXPECT_EQ(theJournal().act(0).words, "Split row 1 before its site 3");
     main.mnuUndo->trigger();
-    EXPECT_EQ(theSurvey().NumRows, 3);
-    for (SiteIndex i = 0; i < before.NumSites; ++i)
-        EXPECT_EQ(theSurvey().SiteData(kRow, i), before.SiteData(kRow, i)) << i;
+    expectSameSurvey(theSurvey(), before);
     expectRowShown(2);
 }
 
-TEST_F(RowPlots, CanBeDividedWithExactlyOneSiteThatIsNotTheFirst) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, CanBeDividedWithExactlyOneSiteThatIsNotTheFirst) {
     EXPECT_FALSE(editor.cmdSplit->isEnabled());
     clickPoint(profile, 1, 1);
     EXPECT_FALSE(editor.cmdSplit->isEnabled()) << "the first";
@@ -41,16 +34,6 @@ TEST_F(RowPlots, CanBeDividedWithExactlyOneSiteThatIsNotTheFirst) {
     EXPECT_TRUE(editor.cmdSplit->isEnabled());
     click("Command2");
     EXPECT_FALSE(editor.cmdSplit->isEnabled()) << "the selection has gone";
-}
-
-TEST_F(RowPlots, AreNotDividedWhereThereAreAsManyRowsAsASurveyHolds) {
-    std::vector<MadeSite> sites{{0, 0, 1, 2, 1}};
-    for (int row = 1; row <= 250; ++row)
-        sites.push_back({row * 9.0, 0, 1, 2, row * 1.0});
-    openByX(madeSurvey(sites));
-    clickPoint(profile, 1, 2);
-    ASSERT_EQ(editor.selection().SelCount, 1);
-    EXPECT_FALSE(editor.cmdSplit->isEnabled());
 }
 
 TEST_F(RowPlots, OfASingleRowAreTwoOnceItIsDivided) {

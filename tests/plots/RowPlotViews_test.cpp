@@ -13,19 +13,6 @@ void expectSameHorizontalView(const Chart2D& a, const Chart2D& b) {
     EXPECT_EQ(a.views().view(ChartViews::kX), b.views().view(ChartViews::kX));
 }
 
-void dragView(Chart2D& chart, const QPoint& from, const QPoint& to) {
-    QTest::mousePress(&chart, Qt::RightButton, Qt::NoModifier, from);
-    QMouseEvent move(QEvent::MouseMove, QPointF(to), chart.mapToGlobal(QPointF(to)), Qt::NoButton,
-                     Qt::RightButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&chart, &move);
-    QTest::mouseRelease(&chart, Qt::RightButton, Qt::NoModifier, to);
-}
-
-void leave(Chart2D& chart) {
-    QEvent left(QEvent::Leave);
-    QCoreApplication::sendEvent(&chart, &left);
-}
-
 // Dark places, each as wide as a line, along a row or column of pixels.
 int linesAlong(const QImage& strip) {
     int lines = 0;
@@ -53,8 +40,7 @@ void expectTwoTicksOnEachAxis(Chart2D& chart) {
 
 }  // namespace
 
-TEST_F(RowPlots, TakeTheKeyboardBackFromEveryButtonThatDrawsARow) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, TakeTheKeyboardBackFromEveryButtonThatDrawsARow) {
     for (const char* button : {"Command2", "Command2", "Command1"}) {
         click(button);
         EXPECT_TRUE(profile.hasFocus()) << button;
@@ -73,8 +59,7 @@ TEST_F(RowPlots, TakeTheKeyboardBackFromEveryButtonThatDrawsARow) {
     EXPECT_TRUE(profile.hasFocus());
 }
 
-TEST_F(RowPlots, AreFinishedByEnterAndNeverByTheSpaceBar) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, AreFinishedByEnterAndNeverByTheSpaceBar) {
     QTest::keyClick(&profile, Qt::Key_Right);
     editor.Command4->setFocus();
     QTest::keyClick(editor.Command4, Qt::Key_Space);
@@ -86,8 +71,7 @@ TEST_F(RowPlots, AreFinishedByEnterAndNeverByTheSpaceBar) {
     EXPECT_FALSE(editor.isVisible());
 }
 
-TEST_F(RowPlots, ReadOutNothingOnceThePointerHasLeft) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, ReadOutNothingOnceThePointerHasLeft) {
     for (Chart2D* const chart : {&profile, &map}) {
         pointAt(*chart, pixelOf(*chart, Chart2D::kData, 1, 2));
         ASSERT_TRUE(chart->footerText().startsWith(u"UTM X = 110.00"_s));
@@ -97,8 +81,7 @@ TEST_F(RowPlots, ReadOutNothingOnceThePointerHasLeft) {
     }
 }
 
-TEST_F(RowPlots, KeepTheReadOutOfTheKeysWhenThePointerLeaves) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, KeepTheReadOutOfTheKeysWhenThePointerLeaves) {
     pointAt(profile, pixelOf(profile, Chart2D::kData, 1, 4));
     QTest::keyClick(&profile, Qt::Key_Right);
     pointAt(map, pixelOf(map, Chart2D::kData, 1, 4));
@@ -111,15 +94,14 @@ TEST_F(RowPlots, KeepTheReadOutOfTheKeysWhenThePointerLeaves) {
     EXPECT_EQ(profile.footerText(), u"No Point Selected"_s);
 }
 
-TEST_F(RowPlots, LookCloserAlongTheRowTogether) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, LookCloserAlongTheRowTogether) {
     const Interval wholeOnMap = map.views().view(ChartViews::kY);
     turnWheel(profile, pixelOf(profile, Chart2D::kData, 1, 2), 240);
     EXPECT_TRUE(map.isZoomed());
     EXPECT_EQ(map.views().view(ChartViews::kY), wholeOnMap);
     expectSameHorizontalView(profile, map);
     const Interval before = map.views().view(ChartViews::kX);
-    dragView(map, map.rect().center(), map.rect().center() + QPoint(40, 0));
+    drag(map, Qt::RightButton, map.rect().center(), map.rect().center() + QPoint(40, 0));
     EXPECT_FALSE(map.views().view(ChartViews::kX) == before);
     expectSameHorizontalView(map, profile);
     QTest::keyClick(&map, Qt::Key_Right, Qt::ControlModifier);
@@ -130,8 +112,7 @@ TEST_F(RowPlots, LookCloserAlongTheRowTogether) {
     EXPECT_FALSE(map.isZoomed());
 }
 
-TEST_F(RowPlots, LookCloserAtTheReadingsAlone) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, LookCloserAtTheReadingsAlone) {
     turnWheel(profile, QPoint(3, profile.height() / 2), 240);
     EXPECT_TRUE(profile.isZoomed());
     EXPECT_FALSE(map.isZoomed());
@@ -173,8 +154,7 @@ TEST_F(RowPlots, KeepThePartOfTheRowWhereTheReadingsAreGoneThatWereLookedAt) {
     EXPECT_LT(profile.views().view(ChartViews::kY).to, 20);
 }
 
-TEST_F(RowPlots, FitTheRowAnewAfterADeletionUnlessTheUserLooksCloser) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, FitTheRowAnewAfterADeletionUnlessTheUserLooksCloser) {
     deletePoints({5});
     EXPECT_FALSE(profile.isZoomed());
     expectRange(profile, Chart2D::Axis::kX, 98.5, 131.5);
@@ -202,8 +182,7 @@ TEST_F(RowPlots, HaveTwoLabelsOnEachAxisAtEverySize) {
     }
 }
 
-TEST_F(RowPlots, NameRowAndCountInAHeaderThatMustBeShortened) {
-    openByX(threeRowSurvey());
+TEST_F(OpenRowPlots, NameRowAndCountInAHeaderThatMustBeShortened) {
     const auto header = [this] {
         QImage image = map.grab().toImage();
         return image.copy(QRect(0, 0, image.width(), int(28 * image.devicePixelRatio())));

@@ -8,6 +8,7 @@
 #include "plots/plot_limits.h"
 #include "plots/reading_colours.h"
 #include "support/ExpectedBoxes.h"
+#include "support/Pixels.h"
 #include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"
 #include "support/made_survey.h"
@@ -59,10 +60,6 @@ class SurveyGrid : public testing::Test {
                 << i;
         }
     }
-    void expectRange(Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, minimum);
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).to, maximum);
-    }
 
     frmMain main;
     SurveyGridPlot grid{main};
@@ -72,8 +69,9 @@ class SurveyGrid : public testing::Test {
 
 }  // namespace
 
-TEST_F(SurveyGrid, ShowsEverySiteInTheSeriesOfItsRow) {
+TEST_F(SurveyGrid, ShowsEverySiteInTheSeriesOfItsRowAndTheHourglassUntilItIsDrawn) {
     EXPECT_FALSE(chart.isVisible());
+    const PointerAtShow pointer(main, chart);
     plot(madeSurvey(
         {{5, 50, 1, 1, 1}, {7, 51, 1, 1, 1}, {9, 90, 1, 1, 2}, {1, 80, 1, 1, 3}, {3, 81, 1, 1, 3}}));
     EXPECT_TRUE(chart.isVisible());
@@ -84,6 +82,7 @@ TEST_F(SurveyGrid, ShowsEverySiteInTheSeriesOfItsRow) {
     EXPECT_EQ(chart.headerText(), u"Sample Grid Plot"_s);
     EXPECT_EQ(chart.axisTitle(Axis::kX), u"X (meters)"_s);
     EXPECT_EQ(chart.axisTitle(Axis::kY), u"Y (meters)"_s);
+    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
 
@@ -99,13 +98,6 @@ TEST_F(SurveyGrid, HasABoldHeaderOf12Points) {
     EXPECT_EQ(plotted, pictureWithHeaderOf(12, true));
 }
 
-TEST_F(SurveyGrid, ShowsTheHourglassUntilItIsDrawn) {
-    const PointerAtShow pointer(main, chart);
-    plot(surveyOfRows(3));
-    EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
-    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
-}
-
 TEST_F(SurveyGrid, ColoursRowsInTurnsOfFifteen) {
     plot(surveyOfRows(31));
     const auto colour = [this](int row) { return chart.seriesStyle(Chart2D::kData, row).colour; };
@@ -115,10 +107,20 @@ TEST_F(SurveyGrid, ColoursRowsInTurnsOfFifteen) {
 
 TEST_F(SurveyGrid, SharesItsLimits) {
     plot(surveyOfRows(3));
-    expectRange(Axis::kX, -10, 210);
-    expectRange(Axis::kY, 9, 31);
-    expectRange(Axis::kY2, 9, 31);
+    expectRange(chart, Axis::kX, -10, 210);
+    expectRange(chart, Axis::kY, 9, 31);
+    expectRange(chart, Axis::kY2, 9, 31);
     EXPECT_EQ(thePlotLimits(), (PlotLimits{-10, 210, 9, 31}));
+}
+
+TEST_F(SurveyGrid, HasRowsWithoutSitesAsTheMapLeavesThem) {
+    Survey survey = surveyOfRows(2);
+    survey.NumRows = 3;
+    plot(survey);
+    EXPECT_TRUE(chart.isVisible());
+    ASSERT_EQ(chart.seriesCount(Chart2D::kData), 3);
+    EXPECT_EQ(chart.pointCount(Chart2D::kData, 3), 0);
+    EXPECT_EQ(thePlotLimits(), (PlotLimits{-10, 210, 9.5, 20.5}));
 }
 
 TEST_F(SurveyGrid, CountsTheRowsAnew) {
@@ -199,8 +201,7 @@ TEST_F(SurveyGrid, ByReadingHasItsScaleAtTheHeightOfThePlot) {
 TEST_F(SurveyGrid, ByReadingIsColouredAnewWhenItsScaleIsNarrowed) {
     plotReadings(threeReadings());
     const int height = grid.scale->height();
-    QTest::mousePress(grid.scale, Qt::LeftButton, Qt::NoModifier, {15, height / 3});
-    QTest::mouseRelease(grid.scale, Qt::LeftButton, Qt::NoModifier, {15, height * 2 / 3});
+    drag(*grid.scale, Qt::LeftButton, {15, height / 3}, {15, height * 2 / 3});
     EXPECT_LT(grid.scale->range().length(), 30);
     expectColours(kEM1);
     const Interval chosen = grid.scale->range();
@@ -223,21 +224,9 @@ TEST_F(SurveyGrid, ByReadingFollowsTheSurvey) {
 
 TEST_F(SurveyGrid, ByReadingIsPrintedInItsColours) {
     plotReadings(threeReadings());
-    QImage paper(1200, 900, QImage::Format_RGB32);
-    paper.fill(Qt::white);
-    QPainter painter(&paper);
-    chart.print(painter, paper.rect());
-    painter.end();
-    int found = 0;
-    for (const Shade shade : {Shade{0}, Shade{128}, Shade{255}}) {
-        const QRgb wanted = 0xFF000000U | colourMap()[shade];
-        bool is = false;
-        for (int y = 0; y < paper.height(); ++y)
-            for (int x = 0; x < paper.width(); ++x)
-                is = is || paper.pixel(x, y) == wanted;
-        found += is;
-    }
-    EXPECT_EQ(found, 3);
+    const QImage paper = printed(chart, {1200, 900}, 100);
+    for (const Shade shade : {Shade{0}, Shade{128}, Shade{255}})
+        EXPECT_GT(countColour(paper, QColor::fromRgb(colourMap()[shade])), 0) << int{shade};
 }
 
 }  // namespace tessel

@@ -50,26 +50,6 @@ NearestPoint plainSearch(const std::vector<ChartSeries>& all, const PixelMap& ma
 
 }  // namespace
 
-TEST(ChartGeometry, TheNearestPointIsTheFirstOfEquallyNearOnes) {
-    const std::vector<ChartSeries> all = {series({100, 300}, {100, 300}), series({100, 310}, {100, 300})};
-    const PixelMap map = unitMap();
-    NearestPoint found = nearestPoint(all, map, map.pixelX(101), map.pixelY(100));
-    EXPECT_EQ(found.series, 1);
-    EXPECT_EQ(found.point, 1);
-    EXPECT_NEAR(found.distance, 1, 1e-9);
-    found = nearestPoint(all, map, map.pixelX(307), map.pixelY(304));
-    EXPECT_EQ(found.series, 2);
-    EXPECT_EQ(found.point, 2);
-    EXPECT_NEAR(found.distance, 5, 1e-9);
-}
-
-TEST(ChartGeometry, HolesAndPointsOutsideThePlotAreaAreNeverNearest) {
-    const std::vector<ChartSeries> all = {series({kHole, 5, -1, 801, 5}, {5, kHole, 5, 5, 700})};
-    const NearestPoint found = nearestPoint(all, unitMap(), 55, 600);
-    EXPECT_EQ(found.series, -1);
-    EXPECT_EQ(found.point, -1);
-}
-
 TEST(ChartGeometry, TheNearestOfThousandsOfPointsIsTheFirstThatAPlainSearchFinds) {
     std::mt19937 random(12);
     for (const bool reversed : {false, true})

@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
-#include "support/survey_under_test.h"
 
 namespace tessel {
 
 namespace {
 
-const QString kRestoreQuestion =
-    u"This action will restore (i.e., unmask) all currently masked site.\n"
-    u"Are you sure you wish to restore these sites?"_s;
-const QString kRecovered = u"All masked sites have been recovered."_s;
 const QString kNoMorePoint = u"There is no more point left in the file!"_s;
 const QString kRowsLost =
     u"Warning!  The sites which you have deleted have resulted in the complete\n"
@@ -24,26 +19,21 @@ const QString kRowsLost =
 
 }  // namespace
 
-TEST_F(ClipWindow, RestoresOnYesOnly) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, RestoresOnYesOnly) {
     maskAndFinish(5, 125, 15, 95);
     expectState(kBrowsingMasked, 3, 0);
     boxes.ask(false, kRestoreQuestion);
     choose(u"mnuRecover"_s);
     expectState(kBrowsingMasked, 3, 0);
     EXPECT_EQ(dotAt(10, 110), 0xFFFFFFU);  // drawn again: the yellow is gone
-    boxes.ask(true, kRestoreQuestion);
-    boxes.tell(kRecovered);
-    choose(u"mnuRecover"_s);
+    restore();
     expectState(kRestored, 0, 0);
     EXPECT_EQ(dotAt(10, 110), colour(kBlue));
     closeWindow();
     EXPECT_TRUE(window.isNull());
-    EXPECT_EQ(boxes.pending(), 0);
 }
 
-TEST_F(ClipWindow, KeepsTheExtentOfTheMapWhenSitesAtItsEdgeAreDeleted) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, KeepsTheExtentOfTheMapWhenSitesAtItsEdgeAreDeleted) {
     maskAndDelete(-1, 125, 15, 95);
     EXPECT_EQ(dotAt(20, 110), colour(kBlue));
     EXPECT_EQ(dotAt(30, 110), colour(kBlue));
@@ -56,18 +46,15 @@ TEST_F(ClipWindow, KeepsTheExtentOfTheMapWhenSitesAtItsEdgeAreDeleted) {
     EXPECT_NEAR(window->txtXloc->text().toDouble(), 25, 0.1);
 }
 
-TEST_F(ClipWindow, DeletesOnYesOnly) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, DeletesOnYesOnly) {
     maskAndFinish(5, 125, 15, 95);
     boxes.ask(false, kDeleteQuestion);
     click(window->cmdDelete);
     expectState(kBrowsingMasked, 3, 0);
     EXPECT_EQ(dotAt(10, 110), 0xFFFFFFU);
     EXPECT_EQ(changes->count(), 0);
-    boxes.ask(true, kDeleteQuestion);
-    boxes.tell(kDeleted);
-    click(window->cmdDelete);
-    expected.removeIf([](const Record& site) { return site[0] == 10; });
+    deleteMasked();
+    std::erase_if(expected, [](const MadeSite& site) { return site.x == 10; });
     expectState(kBrowsing, 0, 3);
     EXPECT_EQ(dotAt(10, 110), 0xFFFFFFU);
     EXPECT_EQ(dotAt(20, 110), colour(kBlue));
@@ -77,8 +64,7 @@ TEST_F(ClipWindow, DeletesOnYesOnly) {
     expectState(kBrowsing, 0, 4);
 }
 
-TEST_F(ClipWindow, DeletingWithNothingMaskedKeepsEverySiteAndSaysThatAllAreDeleted) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, DeletingWithNothingMaskedKeepsEverySiteAndSaysThatAllAreDeleted) {
     boxes.ask(true, kDeleteQuestion);
     boxes.tell(kDeleted);
     window->cmdDelete_Click();
@@ -101,8 +87,7 @@ TEST_F(ClipWindow, LeavesRowNumbersWithAGapAloneWhenNothingWasDeleted) {
     EXPECT_EQ(theSurvey().NumRows, 3);
 }
 
-TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, AsksBeforeItClosesWithMaskedSites) {
     maskAndFinish(5, 125, 15, 95);
     boxes.ask(false, kExitQuestion);
     closeWindow();
@@ -113,7 +98,6 @@ TEST_F(ClipWindow, AsksBeforeItClosesWithMaskedSites) {
     closeWindow();
     EXPECT_TRUE(window.isNull());
     expectSurvey();
-    EXPECT_EQ(boxes.pending(), 0);
 }
 
 TEST_F(ClipWindow, DeclaresTheRowsLostWhenAnyOfThemIsGone) {
@@ -142,8 +126,7 @@ TEST_F(ClipWindow, DeclaresTheRowsLostWhenAnyOfThemIsGone) {
     }
 }
 
-TEST_F(ClipWindow, DeclaresTheRowsLostEvenWhenTheClosingIsCancelled) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, DeclaresTheRowsLostEvenWhenTheClosingIsCancelled) {
     maskAndDelete(-1, 105, 35, 95);
     maskAndFinish(-5, 125, 5, 115);
     pickItem(*window, u"comboRow"_s, 3);
@@ -159,11 +142,9 @@ TEST_F(ClipWindow, DeclaresTheRowsLostEvenWhenTheClosingIsCancelled) {
     boxes.ask(true, kExitQuestion);  // and of the rows, nothing more
     closeWindow();
     EXPECT_TRUE(window.isNull());
-    EXPECT_EQ(boxes.pending(), 0);
 }
 
-TEST_F(ClipWindow, SaysThatNoPointIsLeftWhenEverySiteWasDeleted) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, SaysThatNoPointIsLeftWhenEverySiteWasDeleted) {
     maskAndDelete(-1, 121, 31, 99);
     expectState(kBrowsing, 0, 12);
     EXPECT_FALSE(shows(kBlue));

@@ -1,62 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
-#include "support/Pixels.h"
 #include "support/TextAtPaint.h"
-#include "support/survey_under_test.h"
 
 namespace tessel {
 
-TEST_F(ClipWindow, ChangesItsControlsWhenClippingIsSwitchedOnAndOff) {
-    openOnFullMap();
-    click(window->cmdClipOn);
-    expectState(kClipping, 0, 0);
-    press({40, 40});
-    expectState(kRectangleOpen, 0, 0);
-    press({40, 40});
-    expectState(kClipping, 0, 0);
-    click(window->cmdClipOff);
-    expectState(kBrowsing, 0, 0);
-}
-
-TEST_F(ClipWindow, LeavesTheKeyboardOnTheMapWhenClippingEnds) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, LeavesTheKeyboardOnTheMapWhenClippingEnds) {
     maskAndFinish(-5, 95, 35, 105);
     EXPECT_TRUE(window->picMapZoom->hasFocus());
-    boxes.ask(true, kDeleteQuestion);
-    boxes.tell(kDeleted);
-    click(window->cmdDelete);
+    deleteMasked();
     EXPECT_TRUE(window->picMapZoom->hasFocus());
 }
 
-TEST_F(ClipWindow, IgnoresClicksWhileBrowsing) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, IgnoresClicksWhileBrowsing) {
     drawRectangle(pixelOfSite(-1, 99.2), pixelOfSite(15, 115));
     expectState(kBrowsing, 0, 0);
     EXPECT_FALSE(shows(kLightYellow));
     EXPECT_FALSE(shows(kGreen));
 }
 
-TEST_F(ClipWindow, MasksWhatARectangleHoldsInWhicheverDirectionItIsDrawn) {
-    const std::array<std::array<double, 4>, 4> directions = {
-        {{5, 115, 25, 105}, {25, 115, 5, 105}, {5, 105, 25, 115}, {25, 105, 5, 115}}};
-    for (const auto& [x1, y1, x2, y2] : directions) {
-        openOnFullMap();
-        click(window->cmdClipOn);
-        mask(x1, y1, x2, y2);
-        expectState(kClipping, 2, 0);
-        click(window->cmdClipOff);
-        expectState(kBrowsingMasked, 2, 0);
-        choose(u"mnuFullMapMax"_s);
-        EXPECT_EQ(dotAt(10, 110), 0xFFFFFFU);
-        EXPECT_EQ(dotAt(20, 110), 0xFFFFFFU);
-        EXPECT_EQ(dotAt(0, 110), colour(kBlue));
-        EXPECT_EQ(dotAt(30, 110), colour(kBlue));
-        delete window;
-    }
-}
-
-TEST_F(ClipWindow, TakesTheSecondCornerFromTheLastMoveNotFromTheClick) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, TakesTheSecondCornerFromTheLastMoveNotFromTheClick) {
     click(window->cmdClipOn);
     moveTo(pixelOfSite(-1, 120.8));
     press(pixelOfSite(-1, 120.8));
@@ -69,8 +31,7 @@ TEST_F(ClipWindow, TakesTheSecondCornerFromTheLastMoveNotFromTheClick) {
     expectState(kClipping, 1, 0);
 }
 
-TEST_F(ClipWindow, MasksNothingWithTwoPressesThatNoMoveDivides) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, MasksNothingWithTwoPressesThatNoMoveDivides) {
     click(window->cmdClipOn);
     mask(-1, 121, 5, 115);  // its corners must not be those of the next one
     expectState(kClipping, 1, 0);
@@ -80,8 +41,7 @@ TEST_F(ClipWindow, MasksNothingWithTwoPressesThatNoMoveDivides) {
     expectState(kClipping, 1, 0);
 }
 
-TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
     click(window->cmdClipOn);
     const QPoint from = pixelOfSite(5, 115), to = pixelOfSite(15, 105), between = pixelOfSite(12, 107);
     // An outline lies on the pixels of its coordinate or right beside them.
@@ -110,8 +70,7 @@ TEST_F(ClipWindow, ShowsTheOpenRectangleGreenAndTheMaskedOneYellow) {
     EXPECT_FALSE(shows(kLightYellow));
 }
 
-TEST_F(ClipWindow, ShowsTheRectangleBeforeItsSitesAreMasked) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, ShowsTheRectangleBeforeItsSitesAreMasked) {
     click(window->cmdClipOn);
     moveTo(pixelOfSite(5, 115));
     press(pixelOfSite(5, 115));
@@ -123,8 +82,7 @@ TEST_F(ClipWindow, ShowsTheRectangleBeforeItsSitesAreMasked) {
     expectState(kClipping, 1, 0);
 }
 
-TEST_F(ClipWindow, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
     click(window->cmdClipOn);
     moveTo(pixelOfSite(-1, 120.8));
     press(pixelOfSite(-1, 120.8));
@@ -144,8 +102,7 @@ TEST_F(ClipWindow, EscapeAbandonsAnOpenRectangleAndOnlyThenClosesTheWindow) {
     EXPECT_TRUE(window.isNull());
 }
 
-TEST_F(ClipWindow, CanBeClippedByKeyboardAlone) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, CanBeClippedByKeyboardAlone) {
     QTest::keyClick(window, Qt::Key_C, Qt::AltModifier);
     ASSERT_TRUE(QTest::qWaitFor([this] { return window->cmdClipOff->isEnabled(); }));
     const auto key = [this](Qt::Key k, Qt::KeyboardModifiers m = {}, int times = 1) {
@@ -178,8 +135,7 @@ TEST_F(ClipWindow, CanBeClippedByKeyboardAlone) {
     EXPECT_EQ(window->txtXloc->text(), u"31.5"_s);
 }
 
-TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
     click(window->cmdClipOn);
     moveTo(pixelOfSite(5, 115));
     press(pixelOfSite(5, 115));
@@ -194,9 +150,7 @@ TEST_F(ClipWindow, ZoomsWithTheWheelAndMovesByDraggingWhileARectangleIsOpen) {
     EXPECT_TRUE(shows(kGreen));
     const QPoint by(-30, -20);
     const QPoint site = pixelOfSite(10, 110);
-    QTest::mousePress(window->picMapZoom, Qt::RightButton, Qt::NoModifier, pointer);
-    moveTo(pointer + by);
-    QTest::mouseRelease(window->picMapZoom, Qt::RightButton, Qt::NoModifier, pointer + by);
+    drag(*window->picMapZoom, Qt::RightButton, pointer, pointer + by);
     EXPECT_EQ(pixelOfSite(10, 110), site + by);
     EXPECT_EQ(dotAt(10, 110), colour(kBlue));
     expectState(kRectangleOpen, 0, 0);

@@ -9,20 +9,17 @@ const QString kSiteAt10And110 = u"Row #2, Site # 1005\nEM1 = 35.00 mS/m\nEM2 = 6
 
 }  // namespace
 
-TEST_F(ClipWindow, ReadsOutTheSiteUnderThePointer) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, ReadsOutTheSiteUnderThePointer) {
     moveTo(pixelOfSite(10, 110) + QPoint(2, 1));
     EXPECT_EQ(window->lblSite->text(), kSiteAt10And110);
     moveTo(pixelOfSite(10, 110) + QPoint(8, 0));
     EXPECT_EQ(window->lblSite->text(), QString());
     moveTo(pixelOfSite(10, 110));
-    QEvent leave(QEvent::Leave);
-    QCoreApplication::sendEvent(window->picMapZoom, &leave);
+    leave(*window->picMapZoom);
     EXPECT_EQ(window->lblSite->text(), QString());
 }
 
-TEST_F(ClipWindow, ReadsOutASiteOnACloserLookAndUnderTheCross) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, ReadsOutASiteOnACloserLookAndUnderTheCross) {
     choose(u"mnuZc13v"_s);
     window->picMapZoom->setFocus();
     moveTo(pixelOfSite(10, 110));
@@ -33,19 +30,14 @@ TEST_F(ClipWindow, ReadsOutASiteOnACloserLookAndUnderTheCross) {
     EXPECT_EQ(window->lblSite->text(), kSiteAt10And110);
 }
 
-TEST_F(ClipWindow, ReadsOutNoSiteThatIsMaskedOrDeleted) {
-    openOnFullMap();
+TEST_F(ClipWindowOnFullMap, ReadsOutNoSiteThatIsMaskedOrDeleted) {
     maskAndFinish(5, 105, 15, 115);
     moveTo(pixelOfSite(10, 110));
     EXPECT_EQ(window->lblSite->text(), QString());
-    boxes.ask(true,
-              u"This action will restore (i.e., unmask) all currently masked site.\n"
-              u"Are you sure you wish to restore these sites?"_s);
-    boxes.tell(u"All masked sites have been recovered."_s);
-    choose(u"mnuRecover"_s);
+    restore();
     moveTo(pixelOfSite(10, 110) + QPoint(1, 0));
     EXPECT_EQ(window->lblSite->text(), kSiteAt10And110);
-    maskAndDelete(5, 105, 15, 115);
+    maskAndDelete(15, 105, 5, 115);
     moveTo(pixelOfSite(10, 110));
     EXPECT_EQ(window->lblSite->text(), QString());
     moveTo(pixelOfSite(20, 110));

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plots/ClipWindow.h"
-#include "plots/map_zones.h"
-#include "support/Pixels.h"
 
 namespace tessel {
 
@@ -21,7 +19,7 @@ void send(QWidget& widget, QEvent::Type type, const QPoint& pixel, Qt::MouseButt
 
 }  // namespace
 
-class ClipWindowState : public ClipWindow {
+class ClipWindowState : public ClipWindowOnFullMap {
   protected:
     QString line() const { return window->lblState->text(); }
 
@@ -40,18 +38,11 @@ class ClipWindowState : public ClipWindow {
         dragTo(to);
         releaseAt(to);
     }
-    void clipOnFullMap() {
-        openOnFullMap();
-        click(window->cmdClipOn);
-    }
 };
 
 TEST_F(ClipWindowState, IsToldUnderThePicture) {
-    open();
-    EXPECT_EQ(line(), u"Choose a full map in the View menu."_s);
     EXPECT_GE(window->lblState->mapTo(window, QPoint()).y(),
               window->mapArea->mapTo(window, QPoint(0, window->mapArea->height())).y());
-    choose(u"mnuFullMapMax"_s);
     EXPECT_EQ(line(), kBegin + kFull);
     click(window->cmdClipOn);
     EXPECT_EQ(line(), kFirst + kFull);
@@ -64,19 +55,13 @@ TEST_F(ClipWindowState, IsToldUnderThePicture) {
     EXPECT_EQ(line(), kFirst + kFull);
     click(window->cmdClipOff);
     EXPECT_EQ(line(), kBegin + kFull);
-    giveUp();
 }
 
-TEST_F(ClipWindowState, NamesTheZoneThatIsShown) {
-    openOnFullMap();
+TEST_F(ClipWindowState, NamesTheMapThatIsShown) {
     choose(u"mnuFullMapTrue"_s);
     EXPECT_EQ(line(), kBegin + u"Shown: full map, true resolution."_s);
-    for (const MapZone& zone : kMapZones) {
-        const QString item = QString::fromLatin1(zone.item.data(), qsizetype(zone.item.size()));
-        choose(item);
-        const QString caption = plainText(window->findChild<QAction*>(item)->text());
-        EXPECT_EQ(line(), kBegin + u"Shown: %1, true resolution."_s.arg(caption));
-    }
+    choose(u"mnuZnw"_s);
+    EXPECT_EQ(line(), kBegin + u"Shown: north-west quadrant, true resolution."_s);
     QTest::keyClick(window->picMapZoom, Qt::Key_Plus);
     EXPECT_EQ(line(), kBegin + u"Shown: a view of your own, true resolution."_s);
     choose(u"mnuFullMapMax"_s);
@@ -84,7 +69,6 @@ TEST_F(ClipWindowState, NamesTheZoneThatIsShown) {
 }
 
 TEST_F(ClipWindowState, NeverChangesTheSizeOfTheMap) {
-    openOnFullMap();
     for (const int width : {window->minimumSizeHint().width(), 640, 800, 980}) {
         window->resize(width, 600);
         QCoreApplication::processEvents();
@@ -96,27 +80,12 @@ TEST_F(ClipWindowState, NeverChangesTheSizeOfTheMap) {
         EXPECT_EQ(window->picMapZoom->size(), map) << width;
         EXPECT_GE(window->lblState->height(), window->lblState->heightForWidth(window->lblState->width()));
         click(window->cmdClipOff);
+        expectState(kBrowsing, 0, 0);
     }
 }
 
-TEST_F(ClipWindowState, IsWhitePaperBeforeAMapIsChosen) {
-    open();
-    QTest::mouseMove(window->picMapZoom, QPoint(100, 100));
-    EXPECT_EQ(window->picMapZoom->cursor().shape(), Qt::CrossCursor);
-    turnWheel(*window->picMapZoom, {50, 50}, 120);
-    QTest::keyClick(window, Qt::Key_Plus);
-    EXPECT_EQ(window->picMapZoom->scale(), (Rectangle{}));
-    EXPECT_EQ(window->txtXloc->text(), QString());
-    const QImage shown = picture().convertToFormat(QImage::Format_RGB32);
-    QImage white(shown.size(), QImage::Format_RGB32);
-    white.setDevicePixelRatio(shown.devicePixelRatio());
-    white.fill(Qt::white);
-    EXPECT_EQ(shown, white);
-    EXPECT_TRUE(window->picMapZoom->findChildren<QWidget*>().isEmpty());
-}
-
 TEST_F(ClipWindowState, CompletesARectangleThatIsDragged) {
-    clipOnFullMap();
+    click(window->cmdClipOn);
     drag(pixelOfSite(5, 105), pixelOfSite(15, 99.2));
     EXPECT_EQ(window->lblMS->text(), u"1"_s);
     EXPECT_TRUE(window->cmdClipOff->isEnabled());
@@ -127,11 +96,10 @@ TEST_F(ClipWindowState, CompletesARectangleThatIsDragged) {
     drag(pixelOfSite(31, 120.8), pixelOfSite(15, 115));
     EXPECT_EQ(window->lblMS->text(), u"3"_s);
     click(window->cmdClipOff);
-    giveUp();
 }
 
 TEST_F(ClipWindowState, WaitsForTheSecondClickAfterAPressThatHardlyMoved) {
-    clipOnFullMap();
+    click(window->cmdClipOn);
     const QPoint from = pixelOfSite(5, 105);
     drag(from, from + QPoint(6, 8));
     EXPECT_FALSE(window->cmdClipOff->isEnabled());
@@ -143,7 +111,7 @@ TEST_F(ClipWindowState, WaitsForTheSecondClickAfterAPressThatHardlyMoved) {
 }
 
 TEST_F(ClipWindowState, TakesTheCornerOfTheLastMoveWhereADragEnds) {
-    clipOnFullMap();
+    click(window->cmdClipOn);
     moveTo(pixelOfSite(5, 105));
     pressAt(pixelOfSite(5, 105));
     dragTo(pixelOfSite(15, 99.2));
@@ -153,11 +121,10 @@ TEST_F(ClipWindowState, TakesTheCornerOfTheLastMoveWhereADragEnds) {
     releaseAt(pixelOfSite(31, 99.2));
     EXPECT_FALSE(window->cmdClipOff->isEnabled());
     QTest::keyClick(window, Qt::Key_Escape);
-    giveUp();
 }
 
 TEST_F(ClipWindowState, CompletesWithTheSecondClickAndNotWithItsRelease) {
-    clipOnFullMap();
+    click(window->cmdClipOn);
     moveTo(pixelOfSite(5, 105));
     press(pixelOfSite(5, 105));
     moveTo(pixelOfSite(15, 99.2));
@@ -167,11 +134,10 @@ TEST_F(ClipWindowState, CompletesWithTheSecondClickAndNotWithItsRelease) {
     releaseAt(pixelOfSite(31, 120));
     EXPECT_EQ(window->lblMS->text(), u"1"_s);
     EXPECT_TRUE(window->cmdClipOff->isEnabled());
-    giveUp();
 }
 
 TEST_F(ClipWindowState, GivesUpARectangleThatIsBeingDragged) {
-    clipOnFullMap();
+    click(window->cmdClipOn);
     moveTo(pixelOfSite(5, 105));
     pressAt(pixelOfSite(5, 105));
     dragTo(pixelOfSite(15, 99.2));
@@ -182,14 +148,12 @@ TEST_F(ClipWindowState, GivesUpARectangleThatIsBeingDragged) {
 }
 
 TEST_F(ClipWindowState, MasksNothingOutOfSightWhereADragLeavesTheMap) {
-    openOnFullMap();
     choose(u"mnuZnw"_s);
     click(window->cmdClipOn);
     // From between the first two columns of sites beyond the right and the lower edge of the quadrant.
     const QPoint from = pixelOfSite(5, 120.8);
     drag(from, QPoint(window->picMapZoom->width() + 900, window->picMapZoom->height() + 900));
     EXPECT_EQ(window->lblMS->text(), u"1"_s);
-    giveUp();
 }
 
 }  // namespace tessel

@@ -7,7 +7,7 @@ namespace tessel {
 
 namespace {
 
-class StepsOnTheMap : public ClipWindow {
+class StepsOnTheMap : public ClipWindowOnFullMap {
   protected:
     void undo() { QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier); }
     void redo() { QTest::keyClick(window, Qt::Key_Y, Qt::ControlModifier); }
@@ -18,7 +18,6 @@ class StepsOnTheMap : public ClipWindow {
 }  // namespace
 
 TEST_F(StepsOnTheMap, AreOfferedUnderTheirNamesWhenThereAreAny) {
-    openOnFullMap();
     EXPECT_FALSE(window->mnuClipUndo->isEnabled());
     EXPECT_FALSE(window->mnuClipRedo->isEnabled());
     maskAndFinish(5, 125, 15, 95);
@@ -30,7 +29,6 @@ TEST_F(StepsOnTheMap, AreOfferedUnderTheirNamesWhenThereAreAny) {
 }
 
 TEST_F(StepsOnTheMap, TakeARectangleBackWhileClipping) {
-    openOnFullMap();
     click(window->cmdClipOn);
     mask(5, 125, 15, 95);
     mask(-1, 125, 25, 115);
@@ -50,7 +48,6 @@ TEST_F(StepsOnTheMap, TakeARectangleBackWhileClipping) {
 }
 
 TEST_F(StepsOnTheMap, GiveUpARectangleThatIsOpenFirst) {
-    openOnFullMap();
     click(window->cmdClipOn);
     mask(5, 125, 15, 95);
     press(pixelOfSite(20, 110));
@@ -62,9 +59,8 @@ TEST_F(StepsOnTheMap, GiveUpARectangleThatIsOpenFirst) {
 }
 
 TEST_F(StepsOnTheMap, BringDeletedSitesBackAsTheyWereMasked) {
-    openOnFullMap();
     const Survey before = theSurvey();
-    const QList<Record> all = expected;
+    const std::vector<MadeSite> all = expected;
     maskAndDelete(5, 125, 15, 95);
     const Survey after = theSurvey();
     QSignalSpy moves(window.data(), &frmClip::journalMoved);
@@ -84,13 +80,8 @@ TEST_F(StepsOnTheMap, BringDeletedSitesBackAsTheyWereMasked) {
 }
 
 TEST_F(StepsOnTheMap, TakeARecoveryBack) {
-    openOnFullMap();
     maskAndFinish(5, 125, 15, 95);
-    boxes.ask(true,
-              u"This action will restore (i.e., unmask) all currently masked site.\n"
-              u"Are you sure you wish to restore these sites?"_s);
-    boxes.tell(u"All masked sites have been recovered."_s);
-    choose(u"mnuRecover"_s);
+    restore();
     EXPECT_EQ(undoText(), u"&undo: restore 3 sites"_s);
     undo();
     expectState(kBrowsingMasked, 3, 0);
@@ -100,7 +91,6 @@ TEST_F(StepsOnTheMap, TakeARecoveryBack) {
 
 TEST_F(StepsOnTheMap, EndWithTheWindowAndTheMainWindowTakesItsDeletionsBack) {
     theJournal().noteMenus(main.menuState());
-    openOnFullMap();
     const Survey before = theSurvey();
     maskAndDelete(5, 125, 15, 95);
     const std::size_t position = theJournal().position();
@@ -114,7 +104,6 @@ TEST_F(StepsOnTheMap, EndWithTheWindowAndTheMainWindowTakesItsDeletionsBack) {
 }
 
 TEST_F(StepsOnTheMap, LostRowsComeBackTogetherWithTheSitesThatTookThemAlong) {
-    openOnFullMap();
     const Survey before = theSurvey();
     maskAndDelete(-1, 115, 35, 105);
     boxes.tellBeginning(u"Warning!  The sites which you have deleted"_s);
@@ -130,14 +119,11 @@ TEST_F(StepsOnTheMap, LostRowsComeBackTogetherWithTheSitesThatTookThemAlong) {
 }
 
 TEST_F(StepsOnTheMap, BringRowsBackThatWereDeclaredLostBySomebodyWhoStayed) {
-    openOnFullMap();
     const Survey before = theSurvey();
     maskAndDelete(-1, 115, 35, 105);
     const Survey after = theSurvey();
     maskAndFinish(5, 105, 15, 95);
-    boxes.ask(false,
-              u"Warning! You have not deleted all of the currently masked sites.\n"
-              u"Are you sure you wish to exit (and hence avoid deleting these sites)?"_s);
+    boxes.ask(false, kExitQuestion);
     boxes.tellBeginning(u"Warning!  The sites which you have deleted"_s);
     window->close();
     ASSERT_EQ(theSurvey().NumRows, 1);
@@ -155,7 +141,6 @@ TEST_F(StepsOnTheMap, BringRowsBackThatWereDeclaredLostBySomebodyWhoStayed) {
 }
 
 TEST_F(StepsOnTheMap, EndWhereTheJournalHasForgotten) {
-    openOnFullMap();
     theJournal() = Journal(1);
     surveyUnderTest() = threeRows();
     maskAndDelete(5, 125, 15, 95);
@@ -167,18 +152,15 @@ TEST_F(StepsOnTheMap, EndWhereTheJournalHasForgotten) {
 }
 
 TEST_F(StepsOnTheMap, ThatWereTakenBackLeaveTheRowsAlone) {
-    openOnFullMap();
     maskAndDelete(-1, 115, 35, 105);
     undo();
     undo();
     closeWindow();
     EXPECT_TRUE(window.isNull());
     EXPECT_EQ(theSurvey().NumRows, 3);
-    EXPECT_EQ(boxes.pending(), 0);
 }
 
 TEST_F(StepsOnTheMap, CannotBeDoneAgainOnceTheRowsWereDeclaredLost) {
-    openOnFullMap();
     maskAndDelete(-1, 115, 35, 105);
     maskAndDelete(5, 115, 15, 125);
     undo();
@@ -193,7 +175,6 @@ TEST_F(StepsOnTheMap, CannotBeDoneAgainOnceTheRowsWereDeclaredLost) {
 }
 
 TEST_F(StepsOnTheMap, LeaveNoRestBehindWhileTheRowsHaveAGap) {
-    openOnFullMap();
     const Survey before = theSurvey();
     maskAndDelete(-1, 115, 35, 105);
     maskAndDelete(5, 115, 15, 125);
@@ -204,7 +185,6 @@ TEST_F(StepsOnTheMap, LeaveNoRestBehindWhileTheRowsHaveAGap) {
 }
 
 TEST_F(StepsOnTheMap, ShowNoSiteThatIsGone) {
-    openOnFullMap();
     maskAndDelete(5, 125, 15, 95);
     undo();
     undo();

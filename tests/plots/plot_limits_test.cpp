@@ -2,7 +2,6 @@
 #include "plots/plot_limits.h"
 
 #include "base/run_time_error.h"
-#include "rows/row_detection.h"
 #include "support/made_survey.h"
 
 namespace tessel {
@@ -48,12 +47,6 @@ TEST(RowProfileLimits, AddATwentiethAlongAndATenthOfTheReadings) {
     }
 }
 
-TEST(RowProfileLimits, LeaveTheSecondReadingOutWhereThereIsNone) {
-    Survey survey = madeSurvey({{100, 7, 20, 999, 1}, {300, 9, 30, -999, 1}});
-    survey.TwoEMColumns = false;
-    expectLimits(rowProfileLimits(survey, firstRow(survey), true), {90, 310, 19, 31});
-}
-
 TEST(RowProfileLimits, LookAtTheSitesOfTheRowOnly) {
     const Survey survey =
         madeSurvey({{-900, 0, -5, -5, 1}, {100, 7, 20, 20, 2}, {300, 9, 30, 30, 2}, {5000, 0, 99, 99, 3}});
@@ -80,31 +73,20 @@ TEST(RowMapLimits, AddATwentiethBothWaysAndAreTurnedWhenPlottedByY) {
     }
 }
 
-TEST(EmptiedRowLimits, StandAroundTheSurveysExtent) {
-    Survey survey = madeSurvey({{100, 10, 0, 0, 1}, {300, 30, 0, 0, 1}});
-    Calculate_Max(survey);
-    Calculate_Min(survey);
-    expectLimits(emptiedRowLimits(survey), {-100, 500, -190, 230});
-}
-
 TEST(SurveyGridLimits, AddATwentiethToTheSurveysExtent) {
-    expectLimits(surveyGridLimits(madeSurvey({{100, 10, 0, 0, 1}, {300, 30, 0, 0, 2}})), {90, 310, 9, 31});
-    expectLimits(surveyGridLimits(madeSurvey({{100, 10, 0, 0, 1}, {100, 30, 0, 0, 1}})), {100, 100, 9, 31});
-    EXPECT_THROW(surveyGridLimits(Survey{}), RunTimeError);
+    const Survey survey = madeSurvey({{100, 10, 0, 0, 1}, {300, 30, 0, 0, 2}, {300, 70, 0, 0, 3}});
+    expectLimits(surveyGridLimits(siteExtent(survey)), {90, 310, 7, 73});
+    expectLimits(surveyGridLimits(siteExtent(survey, {0, 2})), {90, 310, 9, 31});
+    expectLimits(surveyGridLimits(siteExtent(survey, {1, 3})), {300, 300, 28, 72});
+    EXPECT_THROW(siteExtent(Survey{}), RunTimeError);
 }
 
 TEST(PlotLimits, ReachNoFartherThanTheLargestDouble) {
     const double most = std::numeric_limits<double>::max();
     const Survey survey = madeSurvey({{-1.75e308, 10, 0, 0, 1}, {1.75e308, 30, 1.75e308, 0, 1}});
-    expectLimits(surveyGridLimits(survey), {-most, most, 9, 31});
+    expectLimits(surveyGridLimits(siteExtent(survey)), {-most, most, 9, 31});
     expectLimits(rowProfileLimits(survey, firstRow(survey), true), {-most, most, -1.75e307, most});
     expectLimits(rowMapLimits(survey, firstRow(survey), true), {-most, most, 9, 31});
-}
-
-TEST(PlotLimits, OfTheLastPlotAreShared) {
-    thePlotLimits() = {1, 2, 3, 4};
-    EXPECT_EQ(thePlotLimits(), (PlotLimits{1, 2, 3, 4}));
-    thePlotLimits() = {};
 }
 
 }  // namespace tessel

@@ -40,26 +40,6 @@ SiteIndex plainNearest(const Sites& sites, const PixelMap& map, double px, doubl
 
 }  // namespace
 
-TEST(SiteFinder, FindsWhatAPlainSearchFinds) {
-    const Sites sites(3000);
-    const PixelMap map = pixelsOf(400);
-    std::vector<std::uint8_t> skip(sites.x.size());
-    for (std::size_t i = 0; i < skip.size(); ++i)
-        skip[i] = i % 3 == 0;
-    std::mt19937 random(5);
-    std::uniform_real_distribution<> place(0, 400);
-    int found = 0;
-    for (int i = 0; i < 300; ++i) {
-        const double px = place(random);
-        const double py = place(random);
-        const SiteIndex site = sites.finder.nearest(map, px, py, 3, skip.data()).site;
-        EXPECT_EQ(site, plainNearest(sites, map, px, py, 3, skip)) << px << "," << py;
-        found += site >= 0;
-    }
-    EXPECT_GT(found, 50);
-    EXPECT_LT(found, 250);
-}
-
 TEST(SiteFinder, LooksAtFewPlacesHoweverManyThereAre) {
     const PixelMap map = pixelsOf(1000);
     for (const std::size_t count : {20000U, 200000U}) {
@@ -96,21 +76,26 @@ TEST(SiteFinder, LeavesOutWhatHasNoPlace) {
     EXPECT_TRUE(finder.isEmpty());
 }
 
-TEST(SiteFinder, IsNotNeededForASingleLook) {
-    std::mt19937 random(12);
-    std::uniform_real_distribution<double> place(0, 1000);
+TEST(SiteFinder, FindsWhatAPlainSearchFindsAndIsNotNeededForASingleLook) {
     const Sites sites(3000);
+    const PixelMap map = pixelsOf(400);
     const std::vector<std::uint8_t> none(sites.x.size(), 0);
-    const PixelMap map = pixelsOf(1000);
+    std::vector<std::uint8_t> skip(sites.x.size());
+    for (std::size_t i = 0; i < skip.size(); ++i)
+        skip[i] = i % 3 == 0;
+    std::mt19937 random(5);
+    std::uniform_real_distribution<> place(0, 400);
     int found = 0;
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 300; ++i) {
         const double px = place(random), py = place(random);
-        const SiteIndex site = nearestSite(sites.x, sites.y, map, px, py, 6);
-        EXPECT_EQ(site, plainNearest(sites, map, px, py, 6, none)) << px << "," << py;
+        SCOPED_TRACE(testing::Message() << px << "," << py);
+        const SiteIndex site = sites.finder.nearest(map, px, py, 3, skip.data()).site;
+        EXPECT_EQ(site, plainNearest(sites, map, px, py, 3, skip));
+        EXPECT_EQ(nearestSite(sites.x, sites.y, map, px, py, 3), plainNearest(sites, map, px, py, 3, none));
         found += site >= 0;
     }
-    EXPECT_GT(found, 20);
-    EXPECT_LT(found, 200);
+    EXPECT_GT(found, 50);
+    EXPECT_LT(found, 250);
 }
 
 }  // namespace tessel

@@ -10,25 +10,6 @@ namespace tessel {
 
 namespace {
 
-Survey surveyAt(const std::vector<std::pair<double, double>>& places) {
-    std::vector<MadeSite> sites;
-    for (const auto& [x, y] : places)
-        sites.push_back({x, y, 1, 2, 1, static_cast<double>(sites.size())});
-    Survey survey = surveyWithRows(sites);
-    survey.NumRows = survey.RowIndex = 1;
-    return survey;
-}
-
-Survey rowsNumbered(const std::vector<double>& rows, int numRows) {
-    std::vector<MadeSite> sites;
-    for (const double row : rows)
-        sites.push_back(
-            {static_cast<double>(sites.size()), row, 1, 2, row, static_cast<double>(sites.size())});
-    Survey survey = surveyWithRows(sites);
-    survey.NumRows = survey.RowIndex = numRows;
-    return survey;
-}
-
 SiteMaskArray maskFor(const Survey& survey) {
     return SiteMaskArray(static_cast<std::size_t>(survey.NumSites), 0);
 }
@@ -109,25 +90,6 @@ TEST(MapZones, AreTheFourteenOfTheMenu) {
     EXPECT_EQ(found, expected);
 }
 
-namespace {
-
-// Five sites on the edges and corners of the square 1..3, one in it, one outside.
-const std::vector<std::pair<double, double>> kAroundASquare = {{0, 0}, {4, 4}, {1, 2}, {3, 2},
-                                                               {2, 1}, {2, 3}, {3, 3}, {2, 2}};
-
-}  // namespace
-
-TEST(Masking, LeavesASiteExactlyOnAnEdgeUnmaskedInAllFourDirections) {
-    const Survey survey = surveyAt(kAroundASquare);
-    const MapExtent extent = SetMapScale(survey, false);  // 0..4, so that 0.25 and 0.75 are 1 and 3
-    for (const auto& [x1, x2] : {std::pair{0.25, 0.75}, std::pair{0.75, 0.25}})
-        for (auto [y1, y2] : {std::pair{0.25, 0.75}, std::pair{0.75, 0.25}}) {
-            SiteMaskArray mask = maskFor(survey);
-            EXPECT_EQ(MaskSites(survey, extent, mask, x1, y1, x2, y2), 1);
-            EXPECT_EQ(mask, (SiteMaskArray{0, 0, 0, 0, 0, 0, 0, 1}));
-        }
-}
-
 TEST(Masking, TakesASiteHoweverLittleInsideAnEdge) {
     const double aboveOne = std::nextafter(1, 2);
     const double belowThree = std::nextafter(3, 2);
@@ -150,50 +112,6 @@ TEST(Masking, OverwritesTheYArgumentsWithNorthAndSouthInSurveyUnits) {
     EXPECT_EQ(y2, 200);
 }
 
-TEST(Masking, KeepsMasksSetBeforeAndCountsNoneTwice) {
-    const Survey survey = surveyAt({{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}});
-    const MapExtent extent = SetMapScale(survey, false);
-    SiteMaskArray mask = maskFor(survey);
-    double y1 = 0.9, y2 = 0.4;
-    EXPECT_EQ(MaskSites(survey, extent, mask, 0.1, y1, 0.6, y2), 2);
-    y1 = 0.6, y2 = 0.1;
-    EXPECT_EQ(MaskSites(survey, extent, mask, 0.4, y1, 0.9, y2), 3);
-    EXPECT_EQ(mask, (SiteMaskArray{0, 1, 1, 1, 0}));
-}
-
-TEST(Masking, AnEmptyRectangleMasksNothing) {
-    const Survey survey = surveyAt({{0, 0}, {1, 1}, {2, 2}});
-    SiteMaskArray mask = maskFor(survey);
-    double y1 = 0.5, y2 = 0.5;
-    EXPECT_EQ(MaskSites(survey, SetMapScale(survey, false), mask, 0.5, y1, 0.5, y2), 0);
-}
-
-TEST(Restoring, UnmasksEverySite) {
-    SiteMaskArray mask{1, 0, 1, 1};
-    recoverSites(mask);
-    EXPECT_EQ(mask, (SiteMaskArray{0, 0, 0, 0}));
-}
-
-TEST(Deleting, TakesTheMaskedSitesOutInEveryColumnAndShrinksTheStorage) {
-    Survey survey =
-        surveyWithRows({{1, 2, 3, 4, 1, 10}, {5, 6, 7, 8, 1, 11}, {9, 8, 7, 6, 2, 12}, {5, 4, 3, 2, 3, 13}});
-    survey.NumRows = survey.RowIndex = 3;
-    survey.chooseDistance(1);
-    Calculate_Distance(survey);
-    SiteMaskArray mask{1, 0, 1, 0};
-    EXPECT_EQ(deleteMaskedSites(survey, mask).sites, 2);
-    EXPECT_EQ(sitesIn(survey), (std::vector<MadeSite>{{5, 6, 7, 8, 1, 11}, {5, 4, 3, 2, 3, 13}}));
-    EXPECT_EQ(survey.SiteData.capacity(), 2);
-    EXPECT_EQ(survey.SiteID.size(), 2U);
-    EXPECT_EQ(mask, (SiteMaskArray{0, 0}));
-    EXPECT_EQ(survey.TrueDist, (std::vector<double>{0, 2, 0}));
-    EXPECT_EQ(survey.MaxTrueDist, 2);
-    EXPECT_EQ(survey.NumRows, 3);
-    EXPECT_EQ(survey.RowIndex, 3);
-    EXPECT_EQ((std::vector<std::int64_t>(survey.NumPoints.begin() + 1, survey.NumPoints.begin() + 5)),
-              (std::vector<std::int64_t>{1, 0, 1, 0}));
-}
-
 TEST(Deleting, MayLeaveADistanceWhoseSquareIsTooLarge) {
     Survey survey = surveyAt({{1e300, 0}, {6e299, 0}, {2e299, 0}});
     survey.chooseDistance(1);
@@ -204,29 +122,8 @@ TEST(Deleting, MayLeaveADistanceWhoseSquareIsTooLarge) {
     EXPECT_DOUBLE_EQ(survey.TrueDist[1], 8e299);
 }
 
-TEST(Deleting, KeepsEverySiteWhenNothingIsMasked) {
-    Survey survey = surveyAt({{0, 0}, {3, 4}});
-    const auto before = sitesIn(survey);
-    SiteMaskArray mask{0, 0};
-    EXPECT_EQ(deleteMaskedSites(survey, mask).sites, 0);
-    EXPECT_EQ(sitesIn(survey), before);
-}
-
-TEST(Deleting, CanEmptyASurveyWithoutSiteNumbers) {
-    Survey survey = surveyWithRows({{1, 2, 3, 4, 1, 0}, {5, 6, 7, 8, 1, 0}});
-    survey.SiteIDPresent = false;
-    survey.SiteID.clear();
-    survey.chooseDistance(1);
-    SiteMaskArray mask{1, 1};
-    EXPECT_EQ(deleteMaskedSites(survey, mask).sites, 2);
-    EXPECT_EQ(survey.NumSites, 0);
-    EXPECT_EQ(survey.SiteData.capacity(), 0);
-    EXPECT_TRUE(survey.SiteID.empty());
-    EXPECT_TRUE(mask.empty());
-}
-
 TEST(SitesOfARow, AreTheRunsOfItsNumber) {
-    const Survey survey = rowsNumbered({1, 1, 2, 2.4, 3, 2}, 3);
+    const Survey survey = surveyOfRowNumbers({1, 1, 2, 2.4, 3, 2}, 3);
     EXPECT_EQ(sitesOfRow(survey, 1), (std::vector<IndexRange>{{0, 2}}));
     EXPECT_EQ(sitesOfRow(survey, 2), (std::vector<IndexRange>{{2, 4}, {5, 6}}));
     EXPECT_EQ(sitesOfRow(survey, 3), (std::vector<IndexRange>{{4, 5}}));
