@@ -52,7 +52,7 @@ void frmSuspects::joinMap() {
 
 void frmSuspects::drawMap() {
     const ChartViews before = mapSuspects->views();
-    const PlotLimits limits = surveyGridLimits(*survey_);
+    const PlotLimits limits = surveyGridLimits(siteExtent(*survey_));
     mapSuspects->beginBatch();
     mapSuspects->replacePoints(Chart2D::kData, kAllSites, columnOfAll(*survey_, kX),
                                columnOfAll(*survey_, kY));

@@ -159,7 +159,7 @@ class Program : public QObject {
 
     void joinReviewAndPlot() {
         on(main_.mnuStat, [this] { reviews_.mnuStat_Click(); });
-        on(main_.mnuEL, [this] { mnuEL_Click(); });
+        on(main_.mnuEL, [] { mnuEL_Click(); });
         on(main_.mnuTrue_Dis, [this] { lag_.mnuTrue_Dis_Click(); });
         on(main_.mnuX_Dis, [this] { lag_.mnuX_Dis_Click(); });
         on(main_.mnuY_Dis, [this] { lag_.mnuY_Dis_Click(); });
