@@ -16,16 +16,6 @@ namespace {
 using Point = Chart2D::Point;
 using Axis = Chart2D::Axis;
 
-// Two rows of three sites 10 m apart, 40 m between the rows; rows begin at gaps of more than 20 m.
-Survey twoRows() {
-    return madeSurvey({{0, 0, 1, 1, 1},
-                       {10, 0, 1, 1, 1},
-                       {20, 0, 1, 1, 1},
-                       {20, 40, 1, 1, 2},
-                       {10, 40, 1, 1, 2},
-                       {0, 40, 1, 1, 2}});
-}
-
 class LagPlots : public testing::Test {
   protected:
     LagPlots() {
@@ -40,6 +30,11 @@ class LagPlots : public testing::Test {
         QObject::connect(item, &QAction::triggered, plot,
                          guarded(&main, [plot, click] { (plot->*click)(); }));
     }
+    // By true distances.
+    void plot(const Survey& survey) {
+        openSurvey(main, survey);
+        main.mnuTrue_Dis->trigger();
+    }
     void expectDistances(const std::vector<double>& distances) {
         const auto sites = static_cast<qsizetype>(distances.size()) + 1;
         for (const int series : {1, 2}) {
@@ -53,10 +48,6 @@ class LagPlots : public testing::Test {
             EXPECT_TRUE(chart.point(Chart2D::kData, 2, i) == (Point{double(i), theSurvey().MinDistance}));
         }
     }
-    void expectRange(Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, minimum);
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).to, maximum);
-    }
 
     frmMain main;
     LagDistancePlot lag{main};
@@ -66,24 +57,17 @@ class LagPlots : public testing::Test {
 
 }  // namespace
 
-TEST_F(LagPlots, ShowTrueDistancesAndTheMinimumDistance) {
+TEST_F(LagPlots, ShowTrueDistancesAndTheMinimumDistanceAndTheHourglassUntilTheyAreDrawn) {
     EXPECT_FALSE(chart.isVisible());
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
+    const PointerAtShow pointer(main, chart);
+    plot(surveyOfTwoRows());
     EXPECT_TRUE(chart.isVisible());
     expectDistances({10, 10, 40, 10, 10});
-    expectRange(Axis::kX, 0, 6);
-    expectRange(Axis::kY, 0, 40);
+    expectRange(chart, Axis::kX, 0, 6);
+    expectRange(chart, Axis::kY, 0, 40);
     EXPECT_EQ(chart.headerText(), u"Sample Distance Plot (True Distance)"_s);
     EXPECT_EQ(chart.axisTitle(Axis::kX), u"Site sequence number"_s);
     EXPECT_EQ(chart.axisTitle(Axis::kY), u"Distance (meters)"_s);
-    EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
-}
-
-TEST_F(LagPlots, ShowTheHourglassUntilTheyAreDrawn) {
-    openSurvey(main, twoRows());
-    const PointerAtShow pointer(main, chart);
-    main.mnuTrue_Dis->trigger();
     EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
     EXPECT_EQ(main.cursor().shape(), Qt::ArrowCursor);
 }
@@ -91,8 +75,7 @@ TEST_F(LagPlots, ShowTheHourglassUntilTheyAreDrawn) {
 TEST_F(LagPlots, DrawALightBlueAndALightRedLineWithSymbolsWhereThereAreFewerThanThreeSites) {
     for (const std::size_t sites : {2U, 3U}) {
         const std::vector<MadeSite> row = {{0, 0, 1, 1, 1}, {10, 0, 1, 1, 1}, {20, 0, 1, 1, 1}};
-        openSurvey(main, madeSurvey({row.begin(), row.begin() + std::ptrdiff_t(sites)}));
-        main.mnuTrue_Dis->trigger();
+        plot(madeSurvey({row.begin(), row.begin() + std::ptrdiff_t(sites)}));
         expectDistances(std::vector<double>(sites - 1, 10));
         for (const int series : {1, 2}) {
             const SeriesStyle style = chart.seriesStyle(Chart2D::kData, series);
@@ -104,19 +87,16 @@ TEST_F(LagPlots, DrawALightBlueAndALightRedLineWithSymbolsWhereThereAreFewerThan
 }
 
 TEST_F(LagPlots, OfOneSiteShowEmptyAxes) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
-    openSurvey(main, madeSurvey({{0, 0, 1, 1, 1}}));
-    main.mnuTrue_Dis->trigger();
+    plot(surveyOfTwoRows());
+    plot(madeSurvey({{0, 0, 1, 1, 1}}));
     expectDistances({});
-    expectRange(Axis::kX, 0, 1);
-    expectRange(Axis::kY, 0, 20);
+    expectRange(chart, Axis::kX, 0, 1);
+    expectRange(chart, Axis::kY, 0, 20);
     EXPECT_TRUE(chart.isVisible());
 }
 
 TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
+    plot(surveyOfTwoRows());
     pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 2));
     EXPECT_EQ(chart.footerText(),
               u"Site sequence number = 2, Distance = 10.00, Row #1, Site # 1003, X = 20.00, Y = 0.00"_s);
@@ -128,10 +108,9 @@ TEST_F(LagPlots, ReadOutTheGapUnderThePointer) {
 }
 
 TEST_F(LagPlots, ReadOutADistanceUponTheRedLineAndInACloserView) {
-    Survey survey = twoRows();
+    Survey survey = surveyOfTwoRows();
     survey.MinDistance = 10;
-    openSurvey(main, survey);
-    main.mnuTrue_Dis->trigger();
+    plot(survey);
     pointAt(chart, pixelOf(chart, Chart2D::kData, 1, 4));
     EXPECT_EQ(chart.footerText(),
               u"Site sequence number = 4, Distance = 10.00, Row #2, Site # 1005, X = 10.00, Y = 40.00"_s);
@@ -152,22 +131,19 @@ TEST_F(LagPlots, ReadOutOtherDistancesInTheSameView) {
         pointAt(chart, pixelOf(chart, Chart2D::kData, 1, point));
         return chart.footerText().section(u", "_s, 1, 1);
     };
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
+    plot(surveyOfTwoRows());
     EXPECT_EQ(distanceAt(3), u"Distance = 40.00"_s);
     EXPECT_EQ(distanceAt(2), u"Distance = 10.00"_s);
-    Survey other = twoRows();
+    Survey other = surveyOfTwoRows();
     other.SiteData(kX, 2) = 10;
     other.SiteData(kY, 2) = 40;  // 40 m from the site before, 10 m to the next
-    openSurvey(main, other);
-    main.mnuTrue_Dis->trigger();
+    plot(other);
     EXPECT_EQ(distanceAt(2), u"Distance = 40.00"_s);
     EXPECT_EQ(distanceAt(3), u"Distance = 10.00"_s);
 }
 
 TEST_F(LagPlots, ShowATypedDistanceOfTheSameMeasureUntilItIsGone) {
-    openSurvey(main, twoRows());
-    main.mnuTrue_Dis->trigger();
+    plot(surveyOfTwoRows());
     const QImage without = chart.grab().toImage();
     lag.showTyped(2, 30);
     EXPECT_EQ(chart.grab().toImage(), without) << "a distance along X";

@@ -6,26 +6,12 @@
 
 namespace tessel {
 
-TEST(CorrelationAxes, ReachATenthOfTheSpanBeyondTheReadings) {
-    const Rectangle axes = correlationAxes(surveyOfReadings({10, 30, 12}, {60, 20, 33}));
-    EXPECT_DOUBLE_EQ(axes.x.from, 8);
-    EXPECT_DOUBLE_EQ(axes.x.to, 32);
-    EXPECT_DOUBLE_EQ(axes.y.from, 16);
-    EXPECT_DOUBLE_EQ(axes.y.to, 64);
-}
-
-TEST(CorrelationAxes, OfReadingsAroundZeroReachBelowZero) {
+TEST(CorrelationAxes, ReachATenthOfTheSpanBeyondTheReadingsBelowZeroToo) {
     const Rectangle axes = correlationAxes(surveyAroundZero());
     EXPECT_DOUBLE_EQ(axes.x.from, -9.525);
     EXPECT_DOUBLE_EQ(axes.x.to, 14.775);
     EXPECT_DOUBLE_EQ(axes.y.from, -11.575);
     EXPECT_DOUBLE_EQ(axes.y.to, 10.325);
-}
-
-TEST(CorrelationAxes, OfAConstantColumnHaveEqualLimits) {
-    const Rectangle axes = correlationAxes(surveyOfReadings({5, 5}, {1, 2}));
-    EXPECT_EQ(axes.x.from, 5);
-    EXPECT_EQ(axes.x.to, 5);
 }
 
 TEST(CorrelationAxes, ReachNoFartherThanTheLargestDouble) {

@@ -67,20 +67,6 @@ TEST(ReadingSummary, OfAMillionSitesKeepsItsDigits) {
     EXPECT_NEAR(summary.shift.value(), -1802060.576923077, 1e-7);
 }
 
-TEST(ReadingSummary, OfOneReadingHasNoEM2AndNoRelation) {
-    const EMSummary summary = summariseReadings(surveyOfReadings({1, 2, 3}));
-    expectSummary(summary.em1, 3, {2, 1, 1, 3, 0});
-    EXPECT_FALSE(summary.em2 || summary.slope || summary.shift || summary.error);
-}
-
-TEST(ReadingSummary, OfAConstantEM1HasStatisticsButNoRelation) {
-    const EMSummary summary = summariseReadings(surveyOfReadings({7, 7, 7}, {1, 2, 3}));
-    expectSummary(summary.em1, 3, {7, 0, 7, 7, 0});
-    expectSummary(summary.em2.value(), 3, {2, 1, 1, 3, 0});
-    EXPECT_FALSE(summary.slope || summary.shift);
-    EXPECT_EQ(summary.error.value().number(), RunTimeError::kDivisionByZero);
-}
-
 // 0.1 summed plainly a million times is 100000.00000133288.
 TEST(ReadingSummary, OfAConstantColumnHasExactlyItsConstantAsMeanAndNoDeviation) {
     for (const SiteIndex sites : {3, 1000000}) {
@@ -91,22 +77,6 @@ TEST(ReadingSummary, OfAConstantColumnHasExactlyItsConstantAsMeanAndNoDeviation)
         EXPECT_EQ(summary.em2->mean, -7.3);
         EXPECT_EQ(summary.em2->sd, 0);
     }
-}
-
-TEST(ReadingSummary, OfOneSiteHasAllButTheStandardDeviationAndTheRelation) {
-    const EMSummary summary = summariseReadings(surveyOfReadings({-3}, {8}));
-    for (const ReadingSummary& column : {summary.em1, summary.em2.value()}) {
-        EXPECT_EQ(column.sites, 1);
-        EXPECT_FALSE(column.sd);
-        EXPECT_EQ(column.mean, column.minimum);
-        EXPECT_EQ(column.mean, column.maximum);
-    }
-    EXPECT_EQ(summary.em1.mean, -3);
-    EXPECT_EQ(summary.em1.notPositive, 1);
-    EXPECT_EQ(summary.em2->mean, 8);
-    EXPECT_EQ(summary.em2->notPositive, 0);
-    EXPECT_FALSE(summary.slope || summary.shift);
-    EXPECT_EQ(summary.error.value().number(), RunTimeError::kDivisionByZero);
 }
 
 TEST(ReadingSummary, OfNoSitesHasOnlyTheirNumber) {

@@ -80,16 +80,15 @@ void expectBars(const SeenHistogram& seen, const std::map<int, double>& tops, in
 
 class HistogramWindow : public testing::Test {
   protected:
-    HistogramWindow() { surveyUnderTest() = surveyOfReadings(kSpread, kSpread2); }
+    HistogramWindow() {
+        surveyUnderTest() = surveyOfReadings(kSpread, kSpread2);
+        open();
+    }
 
     void open() {
         window_ = std::make_unique<frmHistForm>();
         window_->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
-    }
-    void openAndPlot() {
-        open();
-        plot();
     }
     void plot() {
         window_->mnuPlot->trigger();
@@ -100,16 +99,12 @@ class HistogramWindow : public testing::Test {
         boxes_.tell(number);
     }
     frmHistForm& window() { return *window_; }
-    Texts em1() const {
-        return texts({window_->lblH1_0, window_->lblH1_1, window_->lblH1_2, window_->lblH1_3});
-    }
-    Texts em2() const {
-        return texts({window_->lblH2_0, window_->lblH2_1, window_->lblH2_2, window_->lblH2_3});
-    }
-    static Texts texts(std::initializer_list<const QLabel*> labels) {
+    Texts em1() const { return figures(u"lblH1_%1"_s); }
+    Texts em2() const { return figures(u"lblH2_%1"_s); }
+    Texts figures(const QString& label) const {
         Texts texts;
-        for (const QLabel* label : labels)
-            texts.push_back(label->text().toStdString());
+        for (const int figure : {0, 1, 2, 3})
+            texts.push_back(window_->findChild<QLabel*>(label.arg(figure))->text().toStdString());
         return texts;
     }
     bool nothingPlotted() const {
@@ -133,7 +128,6 @@ TEST_F(HistogramWindow, ComesUpEmptyBesideTheCornerOfTheMainWindow) {
     const double dpi = histograms.logicalDpiX();
     EXPECT_EQ(histograms.pos(), QPoint(120, 80) + QPointF(1000 / 1440.0 * dpi, 500 / 1440.0 * dpi).toPoint());
     EXPECT_TRUE(histograms.isWindow());
-    open();
     EXPECT_TRUE(nothingPlotted());
     EXPECT_TRUE(window().lblHint->isVisible());
 }
@@ -158,19 +152,18 @@ TEST_F(HistogramWindow, IsShownWhereItHasPlacedItselfOrOnTheScreenWhereThatIsBey
 // EM1 by hand: mean 190 / 8 = 23.75; squares about it 4 * 564.0625 + 2 * 14.0625 + 689.0625 + 5814.0625 =
 // 8787.5, sd sqrt(8787.5 / 7) = 35.43. EM2: mean 640 / 8 = 80, squares 6400 + 600 + 400 = 7400, sd 32.51.
 TEST_F(HistogramWindow, PlotsBothReadingsWithTheirStatistics) {
-    openAndPlot();
+    plot();
     EXPECT_EQ(em1(), (Texts{"23.75", "35.43", "0.00", "100.00"}));
     EXPECT_EQ(em2(), (Texts{"80.00", "32.51", "0.00", "100.00"}));
     for (const QWidget* part :
          QList<QWidget*>{window().Label1, window().Label2, window().HG1, window().HG2, window().frameHG})
         EXPECT_TRUE(part->isVisible()) << part->objectName().toStdString();
     EXPECT_FALSE(window().lblHint->isVisible());
-    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
 // EM1 fills bins 1 (four), 11 (two), 26 and 50 (one each); the mean's mark is 23.75 / 2 rounded: 12.
 TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
-    openAndPlot();
+    plot();
     const SeenHistogram seen(window().HG1);
     expectBars(seen, {{1, 0.1}, {11, 0.55}, {26, 0.775}, {50, 0.775}}, 12, kLightBlue, kBlue);
     for (const int bin : {1, 11, 26, 50})
@@ -179,7 +172,7 @@ TEST_F(HistogramWindow, BarsStandWhereTheBinsAreAndEndAtTheirCounts) {
 
 // EM2 fills bins 1, 25, 26 and 50 alike; its mean 49.75 puts the mark at 25, where that of EM1 is 12.
 TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwnAndNoneOfAnEarlierPlot) {
-    openAndPlot();
+    plot();
     ASSERT_EQ(SeenHistogram(window().HG2).foot(46), kGreen);
     surveyUnderTest() = surveyOfReadings(kSpread, {0, 49, 50, 100, 0, 49, 50, 100});
     window().redraw();
@@ -188,7 +181,6 @@ TEST_F(HistogramWindow, SecondReadingsHaveBarsAndAMarkOfTheirOwnAndNoneOfAnEarli
 }
 
 TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
-    open();
     const PointerAtShow pointer(window(), *window().HG1);
     plot();
     EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
@@ -199,7 +191,7 @@ TEST_F(HistogramWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
 }
 
 TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierOneAway) {
-    openAndPlot();
+    plot();
     surveyUnderTest() = surveyOfReadings(kSpread);
     plot();
     EXPECT_FALSE(window().HG2->isVisible());
@@ -211,44 +203,32 @@ TEST_F(HistogramWindow, ASurveyWithOneReadingTakesTheSecondHistogramOfAnEarlierO
 }
 
 // Both columns are divided into bins before the first is drawn.
-TEST_F(HistogramWindow, EqualReadingsOrAnOverflowStopThePlotWithTheNumberOfTheError) {
+TEST_F(HistogramWindow, EqualReadingsOrAnOverflowLeaveTheNumberOfTheErrorAndNothingOfTheEarlierPlot) {
     const Texts equal{"5.00", "0.00", "5.00", "5.00"};
     const std::tuple<Survey, QString, Texts, Texts> cases[] = {
         {surveyOfReadings({5, 5, 5}, {1, 2, 3}), u"11"_s, equal, {"2.00", "1.00", "1.00", "3.00"}},
         {surveyOfReadings({1, 2, 3}, {5, 5, 5}), u"11"_s, {"2.00", "1.00", "1.00", "3.00"}, equal},
+        {surveyOfReadings({5}), u"11"_s, {"", "", "", ""}, {"", "", "", ""}},
         {surveyOfReadings({1e200, -1e200, 0}), u"6"_s, {"", "", "", ""}, {"", "", "", ""}}};
     for (const auto& [survey, number, texts1, texts2] : cases) {
+        surveyUnderTest() = surveyOfReadings(kSpread, kSpread2);
+        plot();
         surveyUnderTest() = survey;
-        open();
         expectFailure(number);
         plot();
         EXPECT_EQ(boxes_.pending(), 0);
         EXPECT_TRUE(nothingPlotted());
+        EXPECT_TRUE(window().lblHint->isVisible());
         EXPECT_EQ(em1(), texts1);
         EXPECT_EQ(em2(), texts2);
         EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
     }
-}
-
-TEST_F(HistogramWindow, AFailureLeavesNoFiguresAndNoBarsOfTheEarlierPlot) {
-    openAndPlot();
-    surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
-    expectFailure(u"11"_s);
-    plot();
-    EXPECT_TRUE(nothingPlotted());
-    EXPECT_TRUE(window().lblHint->isVisible());
-    EXPECT_EQ(em1(), (Texts{"2.00", "1.00", "1.00", "3.00"}));
-    surveyUnderTest() = surveyOfReadings({5});
-    expectFailure(u"11"_s);
-    plot();
-    EXPECT_EQ(em1(), (Texts{"", "", "", ""}));
     surveyUnderTest() = surveyOfReadings({0, 0, 100});
     plot();
     expectBars(SeenHistogram(window().HG1), {{1, 0.1}, {50, 0.55}}, 17, kLightBlue, kBlue);
 }
 
 TEST_F(HistogramWindow, WhatIsPlottedFollowsTheSurvey) {
-    open();
     window().redraw();
     EXPECT_TRUE(nothingPlotted()) << "nothing has been plotted yet";
     plot();
@@ -262,7 +242,7 @@ TEST_F(HistogramWindow, WhatIsPlottedFollowsTheSurvey) {
 }
 
 TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
-    openAndPlot();
+    plot();
     surveyUnderTest() = surveyOfReadings({1, 2, 3}, {5, 5, 5});
     window().redraw();
     EXPECT_TRUE(nothingPlotted());
@@ -274,7 +254,7 @@ TEST_F(HistogramWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
 }
 
 TEST_F(HistogramWindow, BoxesGrowWithTheWindowAndAreDrawnAnew) {
-    openAndPlot();
+    plot();
     const QSize before = window().HG1->size();
     window().resize(window().size() + QSize(300, 200));
     QApplication::processEvents();
@@ -289,7 +269,7 @@ TEST_F(HistogramWindow, BoxesGrowWithTheWindowAndAreDrawnAnew) {
 }
 
 TEST_F(HistogramWindow, AlwaysShowsTheWhole) {
-    openAndPlot();
+    plot();
     for (PictureBox* box : {window().HG1, window().HG2}) {
         turnWheel(*box, {50, 50}, 240);
         QTest::keyClick(box, Qt::Key_Plus);
@@ -352,9 +332,8 @@ void expectPaletteColour(const QColor& seen, BasicColour number) {
 
 }  // namespace
 
-TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
-    surveyUnderTest() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
-    openAndPlot();
+TEST_F(HistogramWindow, PrintsBothBlocksAlsoBeforeTheFirstPlotAtTheSamePlacesAtEveryResolution) {
+    surveyUnderTest() = surveyOfReadings(kSpread, {3, 90, 90, 90, 90, 90, 90, 103});
     for (const double scale : {1.0, 2.0, 4.0}) {
         SCOPED_TRACE(scale);
         theSession().PrintScale = scale;
@@ -375,12 +354,13 @@ TEST_F(HistogramWindow, PrintsBothBlocksAtTheSamePlacesAtEveryResolution) {
         expectPaletteColour(barOnPaper(page, 1, 275), kLightGreen);
         expectPaletteColour(barOnPaper(page, 30, 25), kBrightWhite);
     }
+    EXPECT_FALSE(nothingPlotted());
     EXPECT_EQ(SeenHistogram(window().HG1).foot(50), kBlue) << "printing has changed the screen";
 }
 
 TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     surveyUnderTest() = surveyOfReadings(kSpread);
-    openAndPlot();
+    plot();
     const PrintedPdf pdf;
     window().mnuPrint->trigger();
     EXPECT_FALSE(pdf.find(u"Ec2"_s).isNull());
@@ -390,40 +370,17 @@ TEST_F(HistogramWindow, PrintsBothBlocksOfASurveyWithOneReading) {
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(HistogramWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
-    surveyUnderTest() = surveyOfReadings({0, 0, 0, 0, 20, 20, 50, 100}, {3, 90, 90, 90, 90, 90, 90, 103});
-    open();
-    const PrintedPdf pdf;
-    window().mnuPrint->trigger();
-    EXPECT_FALSE(nothingPlotted());
-    expectBlock(pdf, u"Ec1"_s, 200, u"0.00"_s, u"100.00"_s);
-    expectBlock(pdf, u"Ec2"_s, 5200, u"3.00"_s, u"103.00"_s);
-    expectPaletteColour(barOnPaper(pdf.picture(), 1, 25), kLightBlue);
-}
-
 TEST_F(HistogramWindow, PrintsNothingThatItCannotPlot) {
     surveyUnderTest() = surveyOfReadings({5, 5, 5});
     open();
     const PrintedPdf pdf;
-    boxes_.tell(u"Unexpected error: request terminated."_s);
-    boxes_.tell(QString::number(RunTimeError::kDivisionByZero));
+    expectFailure(QString::number(RunTimeError::kDivisionByZero));
     window().mnuPrint->trigger();
     EXPECT_EQ(pdf.questions(), 0);
     EXPECT_FALSE(pdf.exists());
 }
 
-TEST_F(HistogramWindow, PrintingMayBeCancelled) {
-    openAndPlot();
-    PrintedPdf pdf;
-    pdf.cancel();
-    window().mnuPrint->trigger();
-    EXPECT_EQ(pdf.questions(), 1);
-    EXPECT_FALSE(pdf.exists());
-    EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
-}
-
 TEST_F(HistogramWindow, ReadsOutTheBarUnderThePointer) {
-    open();
     QTest::mouseMove(window().HG1, QPoint(20, 20));
     EXPECT_EQ(window().lblBar->text(), QString()) << "nothing is plotted";
     plot();
@@ -438,8 +395,7 @@ TEST_F(HistogramWindow, ReadsOutTheBarUnderThePointer) {
     QTest::mouseMove(window().HG1, QPoint(1, 20));
     EXPECT_EQ(window().lblBar->text(), QString()) << "beside the bars";
     pointAt(window().HG1, 11);
-    QEvent leave(QEvent::Leave);
-    QCoreApplication::sendEvent(window().HG1, &leave);
+    leave(*window().HG1);
     EXPECT_EQ(window().lblBar->text(), QString());
 }
 

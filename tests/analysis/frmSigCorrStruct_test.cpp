@@ -4,6 +4,8 @@
 #include "base/palette16.h"
 #include "base/session.h"
 #include "support/ExpectedBoxes.h"
+#include "support/Pixels.h"
+#include "support/PlotWindow.h"
 #include "support/PointerAtShow.h"
 #include "support/PrintedPdf.h"
 #include "support/made_survey.h"
@@ -15,16 +17,15 @@ namespace {
 
 class CorrelationWindow : public testing::Test {
   protected:
-    CorrelationWindow() { surveyUnderTest() = surveyOfReadings({10, 30, 12}, {60, 20, 33}); }
+    CorrelationWindow() {
+        surveyUnderTest() = surveyOfReadings({10, 30, 12}, {60, 20, 33});
+        open();
+    }
 
     void open() {
         window_ = std::make_unique<frmSigCorrStruct>();
         window_->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
-    }
-    void openAndPlot() {
-        open();
-        plot();
     }
     void plot() {
         window_->mnuPlot1->trigger();
@@ -32,15 +33,7 @@ class CorrelationWindow : public testing::Test {
     }
     frmSigCorrStruct& window() { return *window_; }
     Chart2D& chart() { return *window_->Chart2D1; }
-    void expectAxis(Chart2D::Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart().axisRange(axis).from, minimum);
-        EXPECT_DOUBLE_EQ(chart().axisRange(axis).to, maximum);
-    }
-    QColor seen(double x, double y) {
-        const QImage image = chart().grab().toImage();
-        const QPointF pixel = chart().dataToPixel(x, y) * image.devicePixelRatio();
-        return image.pixelColor(pixel.toPoint());
-    }
+    QColor seen(double x, double y) { return colourAt(chart().grab().toImage(), chart().dataToPixel(x, y)); }
 
     ExpectedBoxes boxes_;
 
@@ -66,7 +59,6 @@ QRectF blueBox(const QImage& page) {
 }  // namespace
 
 TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
-    open();
     const PointerAtShow pointer(window(), chart());
     plot();
     EXPECT_EQ(pointer.shape(), Qt::WaitCursor);
@@ -76,27 +68,23 @@ TEST_F(CorrelationWindow, ShowsTheHourglassWhileItPlotsAndPrints) {
 }
 
 TEST_F(CorrelationWindow, PlotsEM2OfEverySiteAgainstItsEM1) {
-    openAndPlot();
+    plot();
     ASSERT_EQ(chart().seriesCount(Chart2D::kData), 2);
-    ASSERT_EQ(chart().pointCount(Chart2D::kData, 1), 3);
-    EXPECT_EQ(chart().point(Chart2D::kData, 1, 1), (Chart2D::Point{10, 60}));
-    EXPECT_EQ(chart().point(Chart2D::kData, 1, 2), (Chart2D::Point{30, 20}));
-    EXPECT_EQ(chart().point(Chart2D::kData, 1, 3), (Chart2D::Point{12, 33}));
-    expectAxis(Chart2D::Axis::kX, 8, 32);
-    expectAxis(Chart2D::Axis::kY, 16, 64);
+    EXPECT_EQ(pointsOf(chart(), Chart2D::kData, 1),
+              (std::vector<Chart2D::Point>{{10, 60}, {30, 20}, {12, 33}}));
+    expectRange(chart(), Chart2D::Axis::kX, 8, 32);
+    expectRange(chart(), Chart2D::Axis::kY, 16, 64);
     EXPECT_EQ(chart().headerText(), u"Conductivity Signal Data Correlation Plot"_s);
     EXPECT_EQ(chart().axisTitle(Chart2D::Axis::kX), u"1st Signal Data Column (EC1)"_s);
     EXPECT_EQ(chart().axisTitle(Chart2D::Axis::kY), u"2nd Signal Data Column (EC2)"_s);
 }
 
 TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSeries) {
-    openAndPlot();
+    plot();
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).colour, kBlue);
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 1).line, ChartLine::kNone);
     EXPECT_EQ(chart().seriesStyle(Chart2D::kData, 2).symbol, ChartSymbol::kNone);
-    ASSERT_EQ(chart().pointCount(Chart2D::kData, 2), 3);
-    for (qsizetype i = 1; i <= 3; ++i)
-        EXPECT_EQ(chart().point(Chart2D::kData, 2, i), Chart2D::Point{});
+    EXPECT_EQ(pointsOf(chart(), Chart2D::kData, 2), std::vector<Chart2D::Point>(3));
     EXPECT_EQ(seen(10, 60), kDarkBlue);
     EXPECT_EQ(seen(30, 20), kDarkBlue);
     EXPECT_NE(seen(20, 40), kDarkBlue);
@@ -104,13 +92,12 @@ TEST_F(CorrelationWindow, DrawsUnconnectedDarkBluePointsAndNothingOfTheSecondSer
 
 TEST_F(CorrelationWindow, AConstantColumnIsDrawnInTheMiddle) {
     surveyUnderTest() = surveyOfReadings({5, 5, 5}, {1, 2, 3});
-    openAndPlot();
-    expectAxis(Chart2D::Axis::kX, 5, 5);
+    plot();
+    expectRange(chart(), Chart2D::Axis::kX, 5, 5);
     EXPECT_EQ(seen(5, 2), kDarkBlue);
 }
 
 TEST_F(CorrelationWindow, WhatIsPlottedFollowsTheSurveyAndALookAtItStays) {
-    open();
     window().redraw();
     EXPECT_FALSE(chart().isVisible()) << "nothing has been plotted yet";
     surveyUnderTest() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
@@ -130,7 +117,6 @@ TEST_F(CorrelationWindow, WhatIsPlottedFollowsTheSurveyAndALookAtItStays) {
 TEST_F(CorrelationWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox) {
     for (const Survey& other : {surveyOfReadings({1, 2}), Survey{}}) {
         surveyUnderTest() = surveyOfReadings({10, 20, 30}, {20, 40, 60});
-        open();
         plot();
         ASSERT_TRUE(chart().isVisible());
         surveyUnderTest() = other;
@@ -140,7 +126,6 @@ TEST_F(CorrelationWindow, ASurveyThatCannotBePlottedTakesThePlotAwayWithoutABox)
 }
 
 TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsOrThatNoPointIsLeft) {
-    open();
     surveyUnderTest() = surveyOfReadings({1, 2});
     boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
     plot();
@@ -153,9 +138,8 @@ TEST_F(CorrelationWindow, SaysThatItNeedsTwoReadingsOrThatNoPointIsLeft) {
 }
 
 // 2000 device units of 300 to the inch are 480 points; the corner stays at 200 device units.
-TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
+TEST_F(CorrelationWindow, PrintsAlsoBeforeTheFirstPlotWithTheSameSizeAtEveryResolution) {
     surveyUnderTest() = surveyOfReadings({10, 30, 10, 30}, {60, 60, 20, 20});
-    openAndPlot();
     QSizeF size;
     for (const double scale : {1.0, 2.0, 4.0}) {
         SCOPED_TRACE(scale);
@@ -179,12 +163,13 @@ TEST_F(CorrelationWindow, PrintsWithTheSameSizeAtEveryResolution) {
         EXPECT_GT(points.left(), corner);
         EXPECT_LT(points.right(), corner + 480);
     }
+    EXPECT_TRUE(chart().isVisible());
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
 }
 
 // 1.0004 stands for a factor that leads to no whole number of device units: 2000.8.
 TEST_F(CorrelationWindow, PrintsIntoASquareOfWholeDeviceUnits) {
-    openAndPlot();
+    plot();
     const std::pair<double, double> sizes[] = {{1.0, 2000}, {2.0, 4000}, {1.0004, 2001}};
     for (const auto& [scale, size] : sizes) {
         SCOPED_TRACE(scale);
@@ -200,17 +185,7 @@ TEST_F(CorrelationWindow, PrintsIntoASquareOfWholeDeviceUnits) {
     }
 }
 
-TEST_F(CorrelationWindow, PlotsWhatItIsToPrintBeforeTheFirstPlot) {
-    open();
-    const PrintedPdf pdf;
-    window().mnuPrint->trigger();
-    EXPECT_TRUE(pdf.exists());
-    EXPECT_TRUE(chart().isVisible());
-    EXPECT_FALSE(pdf.find(u"Conductivity"_s).isNull());
-}
-
 TEST_F(CorrelationWindow, PrintsNothingThatItCannotPlot) {
-    open();
     surveyUnderTest().TwoEMColumns = false;
     const PrintedPdf pdf;
     boxes_.tell(u"This option is only available when 2 signal data columns are present."_s);
@@ -219,19 +194,9 @@ TEST_F(CorrelationWindow, PrintsNothingThatItCannotPlot) {
     EXPECT_FALSE(pdf.exists());
 }
 
-TEST_F(CorrelationWindow, PrintingMayBeCancelled) {
-    openAndPlot();
-    PrintedPdf pdf;
-    pdf.cancel();
-    window().mnuPrint->trigger();
-    EXPECT_EQ(pdf.questions(), 1);
-    EXPECT_FALSE(pdf.exists());
-}
-
 TEST_F(CorrelationWindow, ReadsOutTheSiteUnderThePointer) {
     surveyUnderTest().SiteIDPresent = true;
     surveyUnderTest().SiteID = {7, 8, 9};
-    open();
     plot();
     const QPoint site = chart().dataToPixel(12, 33).toPoint();
     QTest::mouseMove(&chart(), site + QPoint(2, 0));

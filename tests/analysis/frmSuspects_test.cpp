@@ -5,6 +5,8 @@
 #include "desktop/CaptionColour.h"
 #include "journal/journal.h"
 #include "support/ExpectedBoxes.h"
+#include "support/Pixels.h"
+#include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
@@ -26,14 +28,11 @@ Survey faultySurvey() {
 
 class SuspectsWindow : public testing::Test {
   protected:
-    void open(const Survey& survey = faultySurvey()) {
+    SuspectsWindow() { open(faultySurvey()); }
+    void open(const Survey& survey) {
         surveyUnderTest() = survey;
         window = std::make_unique<frmSuspects>();
         window->show();
-    }
-    void type(QLineEdit* box, const QString& text) {
-        box->selectAll();
-        QTest::keyClicks(box, text);
     }
     QAbstractItemModel& table() const { return *window->tblSuspects->model(); }
     QString cell(int line, int column) const { return table().index(line, column).data().toString(); }
@@ -51,20 +50,15 @@ class SuspectsWindow : public testing::Test {
 }  // namespace
 
 TEST_F(SuspectsWindow, OpensWithoutARuleAndWithAllSitesOnTheMap) {
-    open();
-    EXPECT_EQ(window->lblSuspects->text(),
-              u"Choose the rules that are to look. Nothing is deleted before you say so."_s);
     EXPECT_EQ(window->mapSuspects->pointCount(Chart2D::kData, 1), 40);
     EXPECT_EQ(flaggedOnMap(), 0);
     EXPECT_FALSE(window->cmdDeleteSuspects->isEnabled());
     EXPECT_FALSE(window->barSearch->isVisible());
     EXPECT_FALSE(window->cmdCancel->isVisible());
-    EXPECT_EQ(window->txtNeighbours->text(), u"5"_s);
     EXPECT_EQ(window->txtJump->text(), u"10"_s);
 }
 
 TEST_F(SuspectsWindow, ShowsWhatEachRuleFlagsAsItIsChosen) {
-    open();
     window->chkSpikes->click();
     EXPECT_EQ(window->lblCountSpikes->text(), u"1"_s);
     EXPECT_EQ(window->lblCountFar->text(), QString());
@@ -87,31 +81,27 @@ TEST_F(SuspectsWindow, ShowsWhatEachRuleFlagsAsItIsChosen) {
 }
 
 TEST_F(SuspectsWindow, FollowsEveryValueThatIsTyped) {
-    open();
     window->chkLimits->click();
     EXPECT_EQ(window->lblSuspects->text(), u"No site is suspicious by these rules."_s);
-    type(window->txtHighest1, u"80"_s);
+    typeInto(*window, u"txtHighest1"_s, u"80"_s);
     EXPECT_EQ(cell(0, 0), u"1008"_s);
     window->chkLimits->click();
     window->chkRepeated->click();
     EXPECT_EQ(cell(0, 0), u"1015"_s);
-    window->cboRepeated->setCurrentIndex(1);
-    Q_EMIT window->cboRepeated->activated(1);
+    pickItem(*window, u"cboRepeated"_s, 1);
     EXPECT_EQ(cell(0, 0), u"1014"_s);
 }
 
 TEST_F(SuspectsWindow, SaysWhichValueOfARuleInUseCannotBeTaken) {
-    open();
     window->chkRepeated->click();
-    type(window->txtSpike, u"0"_s);
+    typeInto(*window, u"txtSpike"_s, u"0"_s);
     EXPECT_EQ(table().rowCount(), 1) << "no rule asks for it";
     window->chkSpikes->click();
     EXPECT_EQ(window->lblSuspects->text(), u"Threshold of spikes: type a number above 0."_s);
-    EXPECT_EQ(window->lblSuspects->palette().color(QPalette::WindowText),
-              captionColour(kWarningColour, *window->lblSuspects));
+    EXPECT_EQ(inkOf(*window->lblSuspects), captionColour(kWarningColour, *window->lblSuspects));
     EXPECT_EQ(table().rowCount(), 0);
     EXPECT_FALSE(window->cmdDeleteSuspects->isEnabled());
-    type(window->txtSpike, u"4"_s);
+    typeInto(*window, u"txtSpike"_s, u"4"_s);
     EXPECT_EQ(table().rowCount(), 2);
     for (const QString& text : {u"2.5"_s, u"1"_s, u"10001"_s, u""_s}) {
         window->txtNeighbours->setText(text + u'x');
@@ -122,7 +112,6 @@ TEST_F(SuspectsWindow, SaysWhichValueOfARuleInUseCannotBeTaken) {
 }
 
 TEST_F(SuspectsWindow, SortsByAnyColumnWithTheKeyboard) {
-    open();
     window->chkSpikes->click();
     window->chkFar->click();
     ASSERT_EQ(table().rowCount(), 2);
@@ -146,7 +135,6 @@ TEST_F(SuspectsWindow, SortsByAnyColumnWithTheKeyboard) {
 }
 
 TEST_F(SuspectsWindow, SortsByTheHeadingThatIsClicked) {
-    open();
     for (QCheckBox* rule : {window->chkSpikes, window->chkFar, window->chkRepeated})
         rule->click();
     window->tblSuspects->sortByColumn(4, Qt::DescendingOrder);
@@ -158,7 +146,6 @@ TEST_F(SuspectsWindow, SortsByTheHeadingThatIsClicked) {
 }
 
 TEST_F(SuspectsWindow, ShowsOnTheMapTheSiteOfTheLineThatIsClicked) {
-    open();
     window->chkSpikes->click();
     click(0, 4);
     ASSERT_EQ(window->mapSuspects->pointCount(Chart2D::kHighlight, 2), 1);
@@ -189,16 +176,13 @@ TEST_F(SuspectsWindow, FindsInTheTableTheSiteThatIsClickedOnTheMap) {
 }
 
 TEST_F(SuspectsWindow, ColoursTheMapByAReading) {
-    open();
     EXPECT_FALSE(window->scaleSuspects->isVisible());
-    window->cboColours->setCurrentIndex(2);
-    Q_EMIT window->cboColours->activated(2);
+    pickItem(*window, u"cboColours"_s, 2);
     EXPECT_TRUE(window->scaleSuspects->isVisible());
     EXPECT_EQ(window->scaleSuspects->title(), u"2nd EM reading (mS/m)"_s);
     EXPECT_EQ(window->mapSuspects->seriesStyle(Chart2D::kHighlight, 1).symbol, ChartSymbol::kRing)
         << "a disc would hide the colour, and be one among them for many eyes";
-    window->cboColours->setCurrentIndex(0);
-    Q_EMIT window->cboColours->activated(0);
+    pickItem(*window, u"cboColours"_s, 0);
     EXPECT_FALSE(window->scaleSuspects->isVisible());
     EXPECT_EQ(window->mapSuspects->seriesStyle(Chart2D::kHighlight, 1).symbol, ChartSymbol::kDisc);
 }
@@ -208,8 +192,7 @@ TEST_F(SuspectsWindow, FitsAScreenOf800x600) {
     survey.SiteData(kX, 3) = 5806585.25;
     survey.SiteData(kEM1, 3) = 1234.5;
     open(survey);
-    window->cboColours->setCurrentIndex(1);
-    Q_EMIT window->cboColours->activated(1);
+    pickItem(*window, u"cboColours"_s, 1);
     window->resize(10, 10);
     QCoreApplication::processEvents();
     // The desktop needs some for the frame and for itself.
@@ -219,7 +202,6 @@ TEST_F(SuspectsWindow, FitsAScreenOf800x600) {
 }
 
 TEST_F(SuspectsWindow, KeepsTicksThatWereTakenAwayWhenAnotherRuleIsChosen) {
-    open();
     window->chkSpikes->click();
     window->chkRepeated->click();
     click(0, 0);
@@ -236,7 +218,6 @@ TEST_F(SuspectsWindow, KeepsTicksThatWereTakenAwayWhenAnotherRuleIsChosen) {
 }
 
 TEST_F(SuspectsWindow, DeletesTheTickedSitesAsOneActThatNamesTheRules) {
-    open();
     const Survey before = theSurvey();
     QSignalSpy changed(window.get(), &frmSuspects::surveyChanged);
     for (QCheckBox* rule : {window->chkSpikes, window->chkFar, window->chkRepeated})
@@ -264,10 +245,9 @@ TEST_F(SuspectsWindow, DeletesTheTickedSitesAsOneActThatNamesTheRules) {
 }
 
 TEST_F(SuspectsWindow, DeletesAllSitesLikeEveryOtherWindow) {
-    open();
     QSignalSpy none(window.get(), &frmSuspects::noSitesLeft);
     window->chkLimits->click();
-    type(window->txtLowest1, u"200"_s);
+    typeInto(*window, u"txtLowest1"_s, u"200"_s);
     EXPECT_EQ(window->lblSuspects->text(), u"40 of 40 sites flagged, 40 of them ticked."_s);
     boxes.ask(true, u"Delete the 40 ticked sites? The others stay."_s);
     boxes.tell(u"There is no more point left in the file!"_s);
@@ -302,7 +282,7 @@ TEST_F(SuspectsWindow, LivesWithOneSiteAndWithNoRows) {
     for (QCheckBox* rule : window->frameRules->findChildren<QCheckBox*>())
         rule->click();
     EXPECT_EQ(window->lblSuspects->text(), u"No site is suspicious by these rules."_s);
-    type(window->txtLowest1, u"3"_s);
+    typeInto(*window, u"txtLowest1"_s, u"3"_s);
     boxes.ask(true, u"Delete the ticked site? The others stay."_s);
     boxes.tell(u"There is no more point left in the file!"_s);
     window->cmdDeleteSuspects->click();
@@ -327,7 +307,7 @@ TEST_F(SuspectsWindow, LooksAtALargeSurveyBesideWhatTheUserDoes) {
     EXPECT_TRUE(window->isSearching());
     EXPECT_FALSE(window->cmdDeleteSuspects->isEnabled());
     window->chkLimits->click();
-    type(window->txtHighest1, u"85"_s);
+    typeInto(*window, u"txtHighest1"_s, u"85"_s);
     Q_EMIT static_cast<SuspectsModel*>(&table())->ticksChanged();
     EXPECT_FALSE(window->cmdDeleteSuspects->isEnabled()) << "what is shown was found by other rules";
     ASSERT_TRUE(QTest::qWaitFor([this] { return !window->isSearching(); }));
@@ -340,7 +320,7 @@ TEST_F(SuspectsWindow, TellsOfALongSearchAndGivesItUpWhenTold) {
     open(largeSurvey(100000));
     const auto searchForLong = [this] {
         window->chkSpikes->setChecked(false);
-        type(window->txtNeighbours, u"10000"_s);
+        typeInto(*window, u"txtNeighbours"_s, u"10000"_s);
         window->chkSpikes->click();
         return QTest::qWaitFor([this] { return window->cmdCancel->isVisible(); });
     };
@@ -364,7 +344,7 @@ TEST_F(SuspectsWindow, TellsOfALongSearchAndGivesItUpWhenTold) {
     ASSERT_TRUE(searchForLong());
     QTest::keyClick(window.get(), Qt::Key_Escape);
     expectGivenUp();
-    type(window->txtNeighbours, u"5"_s);
+    typeInto(*window, u"txtNeighbours"_s, u"5"_s);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !window->isSearching(); }));
     EXPECT_EQ(window->lblSuspects->text(), u"1 of 100000 sites flagged, 1 of them ticked."_s);
     QTest::keyClick(window.get(), Qt::Key_Escape);
@@ -376,8 +356,6 @@ TEST_F(SuspectsWindow, OpensAtOnceOnALargeSurveyAsOnASmallOne) {
     EXPECT_FALSE(window->isSearching()) << "no rule asks for it";
     EXPECT_FALSE(window->cmdCancel->isVisible());
     EXPECT_FALSE(window->barSearch->isVisible());
-    EXPECT_EQ(window->lblSuspects->text(),
-              u"Choose the rules that are to look. Nothing is deleted before you say so."_s);
     window->chkAround->click();
     EXPECT_TRUE(window->isSearching());
     EXPECT_FALSE(window->cmdCancel->isVisible()) << "it may take a moment only";

@@ -28,14 +28,6 @@ int markOf(const Survey& survey, SiteColumn column) {
 
 }  // namespace
 
-TEST(Histogram, StatisticsStandInTheOrderOfTheLabels) {
-    const HistogramStatistics statistics = histogramStatistics(surveyWithTies(), kEM2);
-    EXPECT_DOUBLE_EQ(statistics[0], 33.1);
-    EXPECT_DOUBLE_EQ(statistics[1], 7.636898730651221);
-    EXPECT_EQ(statistics[2], 22);
-    EXPECT_EQ(statistics[3], 41);
-}
-
 TEST(Histogram, BinsOfReadingsThatRepeatLieAroundZeroOrHaveALargeOffset) {
     const std::tuple<Survey, SiteColumn, Bins, int> cases[] = {
         {surveyWithTies(), kEM1, {{1, 2}, {18, 3}, {30, 1}, {50, 4}}, 28},
@@ -85,17 +77,6 @@ TEST(Histogram, SmallestReadingIsInBin1AndLargestInBin50WhateverTheirSize) {
     for (const double scale : {1e-300, 1e-3, 1.0, 1e12, 1e150})
         EXPECT_EQ(binsOf(surveyOfReadings({-0.3 * scale, 0.7 * scale}), kEM1), (Bins{{1, 1}, {50, 1}}))
             << scale;
-}
-
-TEST(Histogram, EverySiteIsCountedOnceWhateverTheNumberOfSites) {
-    for (std::size_t sites = 2; sites < 12; ++sites) {
-        std::vector<double> readings(sites);
-        std::iota(readings.begin(), readings.end(), 1.0);
-        std::int64_t counted = 0;
-        for (const auto& [bin, count] : binsOf(surveyOfReadings(readings), kEM1))
-            counted += count;
-        EXPECT_EQ(counted, static_cast<std::int64_t>(sites));
-    }
 }
 
 TEST(Histogram, ColumnsAboveEM2AreEM2) {

@@ -8,16 +8,6 @@ namespace tessel {
 
 namespace {
 
-// Two rows of three sites 10 m apart, 40 m between the rows.
-Survey twoRows() {
-    return madeSurvey({{0, 0, 1, 1, 1},
-                       {10, 0, 1, 1, 1},
-                       {20, 0, 1, 1, 1},
-                       {20, 40, 1, 1, 2},
-                       {10, 40, 1, 1, 2},
-                       {0, 40, 1, 1, 2}});
-}
-
 std::vector<double> distancesOf(const LagDistances& lag) {
     return {lag.distances.begin(), lag.distances.end()};
 }
@@ -36,7 +26,7 @@ TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRowsAlongOneCoordinateToo) {
         {LagMeasure::kAlongX, {0, 10, 10, 0, 10, 10}, 20, "Sample Distance Plot (By X)"},
         {LagMeasure::kAlongY, {0, 0, 0, 40, 0, 0}, 40, "Sample Distance Plot (By Y)"}};
     for (const auto& [measure, distances, top, header] : cases) {
-        Survey survey = twoRows();
+        Survey survey = surveyOfTwoRows();
         const LagDistances lag = measuredLag(survey, measure);
         EXPECT_EQ(distancesOf(lag), distances);
         EXPECT_EQ(lag.top, top);
@@ -47,13 +37,6 @@ TEST(LagDistance, ShowsAFlatRunAndASpikeBetweenRowsAlongOneCoordinateToo) {
         survey.MinDistance = 75;
         EXPECT_EQ(measuredLag(survey, measure).top, 75) << "it reaches up to the minimum distance";
     }
-}
-
-TEST(LagDistance, OfOneSiteIsNone) {
-    Survey survey = madeSurvey({{5, 5, 1, 1, 1}});
-    const LagDistances lag = measuredLag(survey, LagMeasure::kTrueDistance);
-    EXPECT_EQ(distancesOf(lag), std::vector<double>{0});
-    EXPECT_EQ(lag.top, 20);
 }
 
 TEST(LagDistance, StandsAtTheSequenceNumberOfItsSite) {

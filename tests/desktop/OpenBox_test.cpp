@@ -41,6 +41,15 @@ class WindowBeneathABox : public testing::Test {
         QTimer::singleShot(kLate, qApp, later);
     }
 
+    void keepsAClickUntilClosed(const std::function<void()>& showBox) {
+        QTest::keyClick(window, Qt::Key_F, Qt::AltModifier);
+        beneathTheBox([this] { EXPECT_TRUE(window && window->isVisible()); });
+        showBox();
+        EXPECT_EQ(boxes, 1);
+        EXPECT_TRUE(window && window->isVisible());
+        EXPECT_TRUE(isGone(window));
+    }
+
     static bool isGone(const QPointer<QDialog>& window) {
         return QTest::qWaitFor([&] { return window.isNull(); });
     }
@@ -54,21 +63,12 @@ class WindowBeneathABox : public testing::Test {
 }  // namespace
 
 TEST_F(WindowBeneathABox, KeepsAClickThatWasUnderWayUntilTheBoxIsClosed) {
-    QTest::keyClick(window, Qt::Key_F, Qt::AltModifier);
-    beneathTheBox([this] { EXPECT_TRUE(window && window->isVisible()); });
-    tell(window, u"Invalid Input"_s);
-    EXPECT_EQ(boxes, 1);
-    EXPECT_TRUE(window && window->isVisible());
-    EXPECT_TRUE(isGone(window));
+    keepsAClickUntilClosed([this] { tell(window, u"Invalid Input"_s); });
 }
 
 TEST_F(WindowBeneathABox, KeepsAClickUntilTheFileDialogIsClosed) {
-    QTest::keyClick(window, Qt::Key_F, Qt::AltModifier);
-    beneathTheBox([this] { EXPECT_TRUE(window && window->isVisible()); });
-    EXPECT_EQ(askOpenFile(window, u"Open"_s, u"All Files (*.*)|*"_s), QString());
-    EXPECT_EQ(boxes, 1);
-    EXPECT_TRUE(window && window->isVisible());
-    EXPECT_TRUE(isGone(window));
+    keepsAClickUntilClosed(
+        [this] { EXPECT_EQ(askOpenFile(window, u"Open"_s, u"All Files (*.*)|*"_s), QString()); });
 }
 
 TEST_F(WindowBeneathABox, RefusesToCloseAndSoDoesItsOwner) {

@@ -4,6 +4,7 @@
 #include "base/session.h"
 #include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
+#include "support/environment.h"
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
@@ -13,11 +14,17 @@ namespace {
 
 class TextEditor : public FolderTest {
   protected:
-    QString program(std::string_view name) {
+    // A program of this name, which notes what it was called with unless it does something else.
+    QString program(std::string_view name, std::string_view script = "printf '%s' \"$*\" > \"$0.opened\"\n") {
         const std::string file = folder / name;
-        writeFile(file, "#!/bin/sh\nprintf '%s' \"$*\" > \"$0.opened\"\n");
+        writeFile(file, "#!/bin/sh\n" + std::string(script));
         std::filesystem::permissions(file, std::filesystem::perms::all);
         return fromPath(file);
+    }
+    // The desktop's own opener is the one in the folder.
+    void useTheDesktops() {
+        paths.set(folder.path() + ":" + std::getenv("PATH"));
+        theSession().TextEditor = "c:\\Windows\\write.exe ";
     }
     // What the editor or the desktop's opener was called with, as it has written beside itself.
     static std::string whatWasOpened(const std::string& note) {
@@ -25,6 +32,8 @@ class TextEditor : public FolderTest {
             QTest::qWaitFor([&] { return std::filesystem::exists(note) && !readFile(note).empty(); }));
         return readFile(note);
     }
+
+    const Environment paths{"PATH", std::getenv("PATH")};
 };
 
 }  // namespace
@@ -77,12 +86,8 @@ TEST_F(TextEditor, ThatCannotBeStartedIsReportedWithPathAndReason) {
 }
 
 TEST_F(TextEditor, ThatTheDesktopDoesNotFindIsReported) {
-    writeFile(folder / "xdg-open",
-              "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.asked\"\nexit $(cat \"$0.answer\")\n");
-    std::filesystem::permissions(folder / "xdg-open", std::filesystem::perms::all);
-    const QByteArray before = qgetenv("PATH");
-    qputenv("PATH", QByteArray::fromStdString(folder / "") + ":" + before);
-    theSession().TextEditor = "c:\\Windows\\write.exe ";
+    program("xdg-open", "printf '%s' \"$1\" > \"$0.asked\"\nexit $(cat \"$0.answer\")\n");
+    useTheDesktops();
     const std::string log = folder / "error log.dat";
     for (const auto& [answer, isReported] : {std::pair("0", false), {"1", false}, {"3", true}, {"4", true}}) {
         writeFile(folder / "xdg-open.answer", answer);
@@ -99,13 +104,11 @@ TEST_F(TextEditor, ThatTheDesktopDoesNotFindIsReported) {
         QTest::qWait(100);  // for a box that nobody expects
         std::filesystem::remove(asked);
     }
-    qputenv("PATH", before);
 }
 
 TEST_F(TextEditor, MayStayOpenLongerThanTheProgram) {
-    const std::string editor = folder / "slow";
-    writeFile(editor, "#!/bin/sh\nexec >/dev/null 2>&1\n: > \"$0.opened\"\nexec sleep 5\n");
-    std::filesystem::permissions(editor, std::filesystem::perms::all);
+    const std::string editor =
+        toPath(program("slow", "exec >/dev/null 2>&1\n: > \"$0.opened\"\nexec sleep 5\n"));
     theSession().TextEditor = editor + " ";
     startTextEditor(folder / "log.dat");
     EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(editor + ".opened"); }));
@@ -113,15 +116,11 @@ TEST_F(TextEditor, MayStayOpenLongerThanTheProgram) {
 }
 
 TEST_F(TextEditor, OfTheDesktopIsGivenTheAddressOfAFileWhoseNameIsNotUnicode) {
-    writeFile(folder / "xdg-open", "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.asked\"\n");
-    std::filesystem::permissions(folder / "xdg-open", std::filesystem::perms::all);
-    const QByteArray before = qgetenv("PATH");
-    qputenv("PATH", QByteArray::fromStdString(folder / "") + ":" + before);
-    theSession().TextEditor = "c:\\Windows\\write.exe ";
+    program("xdg-open");
+    useTheDesktops();
     startTextEditor(folder / "Gel\xE4nde ü.dat");
-    EXPECT_EQ(whatWasOpened(folder / "xdg-open.asked"),
+    EXPECT_EQ(whatWasOpened(folder / "xdg-open.opened"),
               "file://" + folder.path() + "/Gel%E4nde%20%C3%BC.dat");
-    qputenv("PATH", before);
 }
 
 }  // namespace tessel

@@ -83,30 +83,25 @@ TEST_F(EditorSettings, AreTakenFromTheUsersFolderBeforeTheProgramsOwn) {
     EXPECT_EQ(session.PrintScale, 3.0);
 }
 
-TEST_F(EditorSettings, FallBackWhenTheFileIsAFolder) {
-    std::filesystem::create_directory(file);
-    expectFallback(read());
-    EXPECT_EQ(refused.size(), 1U);
-}
-
-TEST_F(EditorSettings, FallBackWhenTheFileCannotBeRead) {
-    std::filesystem::create_symlink(file, file);
-    expectFallback(read());
-    for (const char* unreadable : {"/proc/self/mem", "/dev/zero"}) {
+TEST_F(EditorSettings, FallBackAndSayWhyWhenTheFileIsNoneOrCannotBeRead) {
+    const std::pair<const char*, std::function<void()>> obstacles[] = {
+        {"Is a directory.", [this] { std::filesystem::create_directory(file); }},
+        {"Too many levels of symbolic links.", [this] { std::filesystem::create_symlink(file, file); }},
+        {"it is a file of the system's own.",
+         [this] { std::filesystem::create_symlink("/proc/self/mem", file); }},
+        {"", [this] { std::filesystem::create_symlink("/dev/zero", file); }},
+        {"", [this] { ::mkfifo(file.c_str(), 0600); }},
+        {"it is too large for settings.", [this] {
+             writeFile(file, "1,/usr/bin/gedit,a,b,c,2\n");
+             std::filesystem::resize_file(file, std::uintmax_t{1} << 30);
+         }}};
+    for (const auto& [reason, put] : obstacles) {
         std::filesystem::remove(file);
-        std::filesystem::create_symlink(unreadable, file);
+        put();
         expectFallback(read());
+        ASSERT_EQ(refused.size(), 1U);
+        EXPECT_TRUE(refused[0].starts_with(file + " cannot be read: " + reason)) << refused[0];
     }
-    std::filesystem::remove(file);
-    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
-    expectFallback(read());
-}
-
-TEST_F(EditorSettings, FallBackOnAFileOfAGigabyteWithoutReadingIt) {
-    writeFile(file, "1,/usr/bin/gedit,a,b,c,2\n");
-    std::filesystem::resize_file(file, std::uintmax_t{1} << 30);
-    expectFallback(read());
-    EXPECT_EQ(refused, std::vector<std::string>{file + " cannot be read: it is too large for settings."});
 }
 
 TEST_F(EditorSettings, FallBackWhenTheFileMayNotBeRead) {

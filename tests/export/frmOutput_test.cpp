@@ -6,6 +6,7 @@
 #include "desktop/CaptionColour.h"
 #include "desktop/FileDialogs.h"
 #include "support/ExpectedBoxes.h"
+#include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
@@ -42,17 +43,13 @@ class OutputWindow : public testing::Test {
         choosePath(openWithoutPath());
         return *window_;
     }
-    static void choosePath(frmOutput& window) { QTest::mouseClick(window.Command1, Qt::LeftButton); }
-    static void exportFrom(frmOutput& window) { QTest::mouseClick(window.Command2, Qt::LeftButton); }
+    static void choosePath(frmOutput& window) { clickOn(window, u"Command1"_s); }
+    static void exportFrom(frmOutput& window) { clickOn(window, u"Command2"_s); }
     void expectSaved(std::string_view name = "out.txt") {
         boxes.tell(u"Output data saved to "_s + fromPath(folder_ / name), u"VARN-Tesl"_s);
     }
-    static void clickGrid(frmOutput& window) {
-        QTest::mouseClick(window.chkNoRow, Qt::LeftButton, {}, QPoint(8, window.chkNoRow->height() / 2));
-    }
-    static void clickRecord(frmOutput& window) {
-        QTest::mouseClick(window.chkRecord, Qt::LeftButton, {}, QPoint(8, window.chkRecord->height() / 2));
-    }
+    static void clickGrid(frmOutput& window) { clickOn(window, u"chkNoRow"_s); }
+    static void clickRecord(frmOutput& window) { clickOn(window, u"chkRecord"_s); }
     std::string written() const { return readFile(folder_ / "out.txt"); }
     bool nothingWritten() const { return std::filesystem::is_empty(folder_.path()); }
 
@@ -216,7 +213,7 @@ TEST_F(OutputWindow, ReportsAFailureAndStaysAsItWas) {
 
 TEST_F(OutputWindow, CancelWritesNothing) {
     frmOutput& window = open();
-    QTest::mouseClick(window.Command3, Qt::LeftButton);
+    clickOn(window, u"Command3"_s);
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(nothingWritten());
     EXPECT_FALSE(theSession().DataSaved);

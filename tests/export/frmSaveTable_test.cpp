@@ -2,10 +2,9 @@
 #include "export/frmSaveTable.h"
 
 #include "desktop/FileDialogs.h"
-#include "rows/row_acts.h"
-#include "rows/row_editing.h"
 #include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 #include "support/temporary_folder.h"
@@ -24,10 +23,6 @@ class TableWindow : public testing::Test {
         });
     }
 
-    static void deleteRow(int row) {
-        theJournal().perform(deletionOfRow(theSurvey(), row),
-                             [row](Survey& survey) { return Delete_Row(survey, row); });
-    }
     std::string written() const { return readFile(answer); }
 
     const TemporaryFolder folder;
@@ -72,7 +67,7 @@ TEST_F(TableWindow, WritesWhatIsChosen) {
 }
 
 TEST_F(TableWindow, ListsRemovedSitesWhenTickedWithTheKeyboard) {
-    deleteRow(2);
+    deleteRow(theJournal(), 2);
     frmSaveTable window;
     window.show();
     EXPECT_EQ(window.lblRemoved->text(), u"1 since the import."_s);

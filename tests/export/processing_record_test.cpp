@@ -90,13 +90,8 @@ class ProcessingRecords : public testing::Test {
     }
 };
 
-std::vector<NumberRun> runsOfLines(const std::vector<std::uint32_t>& lines) {
-    return runsOf(lines);
-}
-
-std::vector<NumberRun> runsOfNumbers(const std::vector<double>& numbers) {
-    return runsOf(numbers);
-}
+using Lines = std::vector<std::uint32_t>;
+using Identifying = FolderTest;
 
 }  // namespace
 
@@ -159,32 +154,29 @@ TEST_F(ProcessingRecords, OfManyRunsAreReadToTheLast) {
 }
 
 TEST(Runs, GoOnAsLongAsNumbersGoUpByOne) {
-    EXPECT_TRUE(runsOfLines({}).empty());
-    EXPECT_EQ(runsOfLines({4, 5, 6, 8, 7, 7, 9, 10}),
+    EXPECT_TRUE(runsOf(Lines()).empty());
+    EXPECT_EQ(runsOf(Lines{4, 5, 6, 8, 7, 7, 9, 10}),
               (std::vector<NumberRun>{{4, 6}, {8, 8}, {7, 7}, {7, 7}, {9, 10}}));
-    EXPECT_EQ(runsOfNumbers({-1, 0, 1, 1.5, 2.5, 1e300, 1e300}),
+    EXPECT_EQ(runsOf(std::vector<double>{-1, 0, 1, 1.5, 2.5, 1e300, 1e300}),
               (std::vector<NumberRun>{{-1, 1}, {1.5, 1.5}, {2.5, 2.5}, {1e300, 1e300}, {1e300, 1e300}}));
 }
 
-TEST(Identifying, GivesTheDigestOfAFileThatIsAsItWas) {
-    const TemporaryFolder folder;
-    writeFile(folder / "field.dat", "abc");
-    RecordedFile file{folder / "field.dat", stateOfInputFile(folder / "field.dat"), "", "an old note"};
+TEST_F(Identifying, GivesTheDigestOfAFileThatIsAsItWas) {
+    writeFile(path, "abc");
+    RecordedFile file{path, stateOfInputFile(path), "", "an old note"};
     identify(file);
     EXPECT_EQ(file.sha256, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
     EXPECT_EQ(file.note, "");
 }
 
-TEST(Identifying, KeepsADigestThatIsKnownSinceTheFileWasWritten) {
+TEST_F(Identifying, KeepsADigestThatIsKnownSinceTheFileWasWritten) {
     RecordedFile file{"/nowhere", {}, "abc", ""};
     identify(file);
     EXPECT_EQ(file.sha256, "abc");
     EXPECT_EQ(file.note, "");
 }
 
-TEST(Identifying, SaysWhyWhenAFileHasBeenChangedOrHasGone) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "field.dat";
+TEST_F(Identifying, SaysWhyWhenAFileHasBeenChangedOrHasGone) {
     writeFile(path, "abc");
     const RecordedFile known{path, stateOfInputFile(path), "", ""};
     const auto noteOf = [&] {
@@ -202,9 +194,7 @@ TEST(Identifying, SaysWhyWhenAFileHasBeenChangedOrHasGone) {
     EXPECT_EQ(noteOf(), path + " cannot be opened: No such file or directory");
 }
 
-TEST(Identifying, NoticesAFileThatIsChangedWhileItIsRead) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "field.dat";
+TEST_F(Identifying, NoticesAFileThatIsChangedWhileItIsRead) {
     writeFile(path, "abc");
     RecordedFile file{path, stateOfInputFile(path), "", ""};
     const BeforeReading first(1, [&](int) { std::filesystem::last_write_time(path, {}); });

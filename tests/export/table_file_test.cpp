@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/table_file.h"
 
-#include "analysis/em_adjustment.h"
 #include "base/run_time_error.h"
 #include "import/generic_reader.h"
-#include "rows/row_acts.h"
-#include "rows/row_editing.h"
 #include "rows/site_removal.h"
-#include "support/file_size_limit.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
@@ -20,22 +17,14 @@ using Column = TableColumn;
 constexpr auto kAll = {Column::kSite, Column::kX,   Column::kY,   Column::kEM1,
                        Column::kEM2,  Column::kRow, Column::kLine};
 
-class TableFile : public testing::Test {
+class TableFile : public FolderTest {
   protected:
-    void take(Survey survey) {
-        journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, std::move(survey));
-    }
+    void take(Survey survey) { importSurvey(journal, std::move(survey)); }
     std::string written() {
-        writeTable(journal, path(), format);
-        return readFile(path());
+        writeTable(journal, path, format);
+        return readFile(path);
     }
-    void deleteRow(int row) {
-        journal.perform(deletionOfRow(journal.survey(), row),
-                        [row](Survey& survey) { return Delete_Row(survey, row); });
-    }
-    std::string path() const { return folder / "table.csv"; }
 
-    const TemporaryFolder folder;
     Journal journal{std::size_t{1} << 30};
     TableFormat format{kAll, ',', false, "m"};
 };
@@ -115,7 +104,7 @@ TEST_F(TableFile, IsReadBackToTheBitByTheGenericImport) {
     take(survey);
     format.columns = {Column::kSite, Column::kX, Column::kY, Column::kEM1, Column::kEM2, Column::kRow};
     written();
-    GenericOptions options{path(), folder / "log", 0, kGenericLayouts[3]};
+    GenericOptions options{path, folder / "log", 0, kGenericLayouts[3]};
     const ImportResult back = importGenericFile(options, {});
     EXPECT_EQ(back.rejected, 1) << "the header";
     EXPECT_EQ(back.summary.linesNotFitting, 0);
@@ -132,7 +121,7 @@ TEST_F(TableFile, IsReadBackToTheBitByTheGenericImport) {
 
 TEST_F(TableFile, ListsRemovedSitesWithWhatTookThemOut) {
     take(twoRows());
-    deleteRow(1);
+    deleteRow(journal, 1);
     format.withRemoved = true;
     EXPECT_EQ(removedSites(journal), 2);
     const std::string words = ",\"Deleted row 1 with its 2 sites\"\r\n";
@@ -149,16 +138,16 @@ TEST_F(TableFile, ListsRemovedSitesWithWhatTookThemOut) {
 
 TEST_F(TableFile, ListsOnlyWhatWasRemovedSinceTheImport) {
     take(twoRows());
-    deleteRow(1);
+    deleteRow(journal, 1);
     take(twoRows());
     EXPECT_EQ(removedSites(journal), 0);
-    deleteRow(2);
+    deleteRow(journal, 2);
     EXPECT_EQ(removedSites(journal), 1);
 }
 
 TEST_F(TableFile, LeavesPositionsEmptyThatWereRemovedBeforeAConversion) {
     take(twoRows());
-    deleteRow(2);
+    deleteRow(journal, 2);
     journal.perform({ActKind::kConvert, "", "Converted", {}},
                     [](Survey& survey) { return Difference(survey); });
     format = {{Column::kX, Column::kEM1}, ',', true, "m"};
@@ -207,29 +196,20 @@ TEST_F(TableFile, TellsWhatAUserShouldKnow) {
 }
 
 TEST_F(TableFile, TellsThatTheFirstActsAreForgotten) {
-    Journal small(1);
-    small.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, twoRows());
+    const Journal small = journalOf(twoRows(), 1);
     EXPECT_EQ(tableNotice(small, format), "");
     format.withRemoved = true;
     EXPECT_EQ(tableNotice(small, format),
               "What was done first is no longer known: sites that were taken out then are missing.");
 }
 
-TEST_F(TableFile, ThatCannotBeWrittenLeavesTheOldOne) {
-    std::vector<MadeSite> sites(20'000, {1.0 / 3, 2.0 / 3, 20, 40, 1});
-    take(madeSurvey(sites));
-    writeFile(path(), "old");
-    {
-        const FileSizeLimit full(10'000);
-        EXPECT_THROW(written(), RunTimeError);
-    }
-    EXPECT_EQ(readFile(path()), "old");
+TEST_F(TableFile, OfANumberThatIsNotFiniteLeavesTheOldOne) {
+    writeFile(path, "old");
     Survey survey = twoRows();
     survey.SiteData(kEM1, 1) = std::numeric_limits<double>::infinity();
     take(std::move(survey));
     EXPECT_THROW(written(), RunTimeError);
-    EXPECT_EQ(readFile(path()), "old");
-    EXPECT_EQ(filesIn(folder), 1U);
+    expectOldFileAlone();
 }
 
 }  // namespace tessel

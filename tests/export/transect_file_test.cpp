@@ -2,13 +2,9 @@
 #include "export/transect_file.h"
 
 #include "import/generic_reader.h"
-#include "support/file_size_limit.h"
 #include "support/made_survey.h"
-#include "support/nameless_files.h"
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
-
-#include <sys/wait.h>
 
 namespace tessel {
 
@@ -34,18 +30,6 @@ std::string line(std::initializer_list<std::pair<std::size_t, std::string>> fiel
     return text + "\r\n";
 }
 
-// Exports to a path where that must fail; gives the description of the error.
-std::string failure(const Survey& survey, const std::string& path) {
-    return descriptionOf([&] { writeTransectFile(survey, path, {}); });
-}
-
-Survey manySites(int sites) {
-    std::vector<MadeSite> made;
-    for (int i = 0; i < sites; ++i)
-        made.push_back({i * 0.25, i * 0.5, 10.0 + i % 7, 20, 1, 1.0 * i});
-    return surveyWithRows(made);
-}
-
 }  // namespace
 
 TEST(RecordFormat, NamesTheFieldsOfALine) {
@@ -57,50 +41,41 @@ TEST(RecordFormat, NamesTheFieldsOfALine) {
                                                           (row ? "  Row_#" : ""));
 }
 
-TEST(TransectFile, HoldsSiteNumbersTwoReadingsAndRows) {
-    EXPECT_EQ(exported(twoSites()),
-              " 7             436000.12     4100250.5     45.25         101           1 \r\n"
-              " 8            -.5           -12            0             .001          2 \r\n");
-}
-
-TEST(TransectFile, HoldsSiteNumbersAndTwoReadingsWithoutRows) {
-    EXPECT_EQ(exported(twoSites(), {false, 1}),
-              " 7             436000.12     4100250.5     45.25         101 \r\n"
-              " 8            -.5           -12            0             .001 \r\n");
-}
-
-TEST(TransectFile, HoldsSiteNumbersAndOneReading) {
-    Survey survey = twoSites();
-    survey.TwoEMColumns = false;
-    EXPECT_EQ(exported(survey),
-              " 7             436000.12     4100250.5     45.25         1 \r\n"
-              " 8            -.5           -12            0             2 \r\n");
-    EXPECT_EQ(exported(survey, {false, 1}),
-              " 7             436000.12     4100250.5     45.25 \r\n"
-              " 8            -.5           -12            0 \r\n");
-}
-
-TEST(TransectFile, HoldsTwoReadingsWithoutSiteNumbers) {
-    Survey survey = twoSites();
-    survey.SiteIDPresent = false;
-    survey.SiteID.clear();
-    EXPECT_EQ(exported(survey),
-              " 436000.12     4100250.5     45.25         101           1 \r\n"
-              "-.5           -12            0             .001          2 \r\n");
-    EXPECT_EQ(exported(survey, {false, 1}),
-              " 436000.12     4100250.5     45.25         101 \r\n"
-              "-.5           -12            0             .001 \r\n");
-}
-
-TEST(TransectFile, HoldsOneReadingWithoutSiteNumbers) {
-    Survey survey = twoSites();
-    survey.SiteIDPresent = survey.TwoEMColumns = false;
-    EXPECT_EQ(exported(survey),
-              " 436000.12     4100250.5     45.25         1 \r\n"
-              "-.5           -12            0             2 \r\n");
-    EXPECT_EQ(exported(survey, {false, 1}),
-              " 436000.12     4100250.5     45.25 \r\n"
-              "-.5           -12            0 \r\n");
+TEST(TransectFile, HoldsSiteNumbersSecondReadingsAndRowsWhereTheyAre) {
+    const struct {
+        bool ids, two, rows;
+        const char* lines;
+    } cases[] = {{true, true, true,
+                  " 7             436000.12     4100250.5     45.25         101           1 \r\n"
+                  " 8            -.5           -12            0             .001          2 \r\n"},
+                 {true, true, false,
+                  " 7             436000.12     4100250.5     45.25         101 \r\n"
+                  " 8            -.5           -12            0             .001 \r\n"},
+                 {true, false, true,
+                  " 7             436000.12     4100250.5     45.25         1 \r\n"
+                  " 8            -.5           -12            0             2 \r\n"},
+                 {true, false, false,
+                  " 7             436000.12     4100250.5     45.25 \r\n"
+                  " 8            -.5           -12            0 \r\n"},
+                 {false, true, true,
+                  " 436000.12     4100250.5     45.25         101           1 \r\n"
+                  "-.5           -12            0             .001          2 \r\n"},
+                 {false, true, false,
+                  " 436000.12     4100250.5     45.25         101 \r\n"
+                  "-.5           -12            0             .001 \r\n"},
+                 {false, false, true,
+                  " 436000.12     4100250.5     45.25         1 \r\n"
+                  "-.5           -12            0             2 \r\n"},
+                 {false, false, false,
+                  " 436000.12     4100250.5     45.25 \r\n"
+                  "-.5           -12            0 \r\n"}};
+    for (const auto& [ids, two, rows, lines] : cases) {
+        Survey survey = twoSites();
+        survey.SiteIDPresent = ids;
+        survey.TwoEMColumns = two;
+        if (!ids) survey.SiteID.clear();
+        EXPECT_EQ(exported(survey, {rows, 1}), lines);
+    }
 }
 
 TEST(TransectFile, AFieldThatOverrunsItsZonePushesTheNextOn) {
@@ -144,14 +119,6 @@ TEST(TransectFile, CountsRowsFromTheBeginningRowBeyondWhatAnIntegerHolds) {
     EXPECT_EQ(exported(Survey{}), "");
 }
 
-TEST(TransectFile, ReplacesAnExistingFile) {
-    const TemporaryFolder folder;
-    writeFile(folder / "transect.txt", std::string(100000, 'x'));
-    writeTransectFile(Survey{}, folder / "transect.txt", {});
-    EXPECT_EQ(readFile(folder / "transect.txt"), "");
-    EXPECT_EQ(filesIn(folder), 1u);
-}
-
 TEST(TransectFile, HoldsEverySiteInOrder) {
     std::vector<MadeSite> ten(10), all;
     for (std::size_t i = 0; i < 10; ++i)
@@ -165,87 +132,14 @@ TEST(TransectFile, HoldsEverySiteInOrder) {
     EXPECT_EQ(exported(surveyWithRows(all)), expected);
 }
 
-namespace {
+using TransectFileFailure = FolderTest;
 
-// Where a file of old text stands.
-class TransectFileFailure : public FolderTest {
-  protected:
-    TransectFileFailure() { writeFile(path, "old"); }
-    void expectOldFileAlone() const {
-        EXPECT_EQ(readFile(path), "old");
-        EXPECT_EQ(filesIn(folder), 1U);
-    }
-};
-
-}  // namespace
-
-TEST_F(TransectFileFailure, WhenTheDiskIsFullOrANumberIsNotFiniteLeavesTheOldFile) {
-    const Survey many = manySites(20000);
-    {
-        const FileSizeLimit limit(300'000);
-        EXPECT_EQ(failure(many, path), path + " cannot be written: File too large");
-    }
-    expectOldFileAlone();
+TEST_F(TransectFileFailure, OfANumberThatIsNotFiniteLeavesTheOldFile) {
+    writeFile(path, "old");
     Survey survey = twoSites();
     survey.SiteData(kEM1, 1) = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(failure(survey, path), "Overflow");
+    EXPECT_EQ(descriptionOf([&] { writeTransectFile(survey, path, {}); }), "Overflow");
     expectOldFileAlone();
-}
-
-namespace {
-
-// What a hundred programs that were killed at random moments of an export have left behind.
-struct Killed {
-    int old = 0, replaced = 0;  // target files as they were, and new ones
-    int broken = 0;             // target files that are neither
-    int half = 0, whole = 0;    // files beside the target, by their contents
-};
-
-Killed killExports(const std::function<bool()>& before) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "transect.txt";
-    const Survey survey = manySites(4000);
-    const auto start = std::chrono::steady_clock::now();
-    const std::string complete = exported(survey);
-    const auto whole =
-        std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
-    std::mt19937 random(4);
-    std::uniform_int_distribution<useconds_t> moment(0, static_cast<useconds_t>(whole.count()));
-    Killed killed;
-    for (int round = 0; round < 100; ++round) {
-        writeFile(path, "old");
-        const pid_t child = ::fork();
-        if (child == 0) {
-            if (before()) writeTransectFile(survey, path, {});
-            ::pause();
-        }
-        ::usleep(moment(random));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        for (const auto& file : std::filesystem::directory_iterator(folder.path())) {
-            const std::string left = readFile(file.path());
-            if (file.path() == path)
-                ++(left == "old" ? killed.old : left == complete ? killed.replaced : killed.broken);
-            else
-                ++(left == complete ? killed.whole : killed.half);
-            std::filesystem::remove(file);
-        }
-    }
-    return killed;
-}
-
-}  // namespace
-
-TEST_F(TransectFileFailure, AKilledProgramLeavesTheOldFileOrTheNewOneWhole) {
-    for (const bool simpleFileSystem : {false, true}) {
-        const Killed killed = killExports([&] { return !simpleFileSystem || forbidNamelessFiles(); });
-        EXPECT_EQ(killed.broken, 0);
-        EXPECT_EQ(killed.old + killed.replaced, 100);
-        if (simpleFileSystem || !hasNamelessFiles(std::filesystem::temp_directory_path())) continue;
-        EXPECT_EQ(killed.half, 0);
-        EXPECT_LE(killed.whole,
-                  10);  // in the instant in which it has its first name and not yet the target's
-    }
 }
 
 // What the help document on the export warns of.

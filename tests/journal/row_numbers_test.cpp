@@ -9,12 +9,9 @@ namespace tessel {
 namespace {
 
 Survey surveyWithNumbers(const std::vector<double>& numbers) {
-    std::vector<MadeSite> sites;
-    for (const double number : numbers)
-        sites.push_back({0, 0, 0, 0, number});
     Survey survey = surveyWithRows({});
-    survey.SiteData.resize(static_cast<SiteIndex>(sites.size()) + 2);
-    survey.NumSites = static_cast<SiteIndex>(sites.size());
+    survey.NumSites = std::ssize(numbers);
+    survey.SiteData.resize(survey.NumSites + 2);
     for (SiteIndex i = 0; i < survey.NumSites; ++i)
         survey.SiteData(kRow, i) = numbers[static_cast<std::size_t>(i)];
     return survey;

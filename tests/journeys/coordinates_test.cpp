@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // From degrees to metres through the real windows.
-#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
@@ -37,8 +36,7 @@ TEST_F(CoordinatesJourney, TheSummaryPointsToTheConversionAndFollowsIt) {
     convert();
     EXPECT_EQ(summaryLine(u"Positions"_s), u"EPSG:32630"_s);
     EXPECT_EQ(summaryLine(u"Warning"_s).indexOf(u"degrees"_s), -1);
-    inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"3"_s});
-    waitUntilClosed(u"frmDataEdit"_s);
+    findRows(u"3"_s);
     EXPECT_EQ(theSurvey().NumRows, 2);
 }
 
@@ -58,11 +56,7 @@ TEST_F(CoordinatesJourney, TheConversionIsTakenBackAndANewImportKnowsOfNoSystem)
 TEST_F(CoordinatesJourney, ATableHasDegreesAfterIt) {
     importDegrees();
     convert();
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "table.csv"); });
-    chooseItem(*main, u"mnuSaveTable"_s);
-    for (const QString& name : {u"chkLongitude"_s, u"chkLatitude"_s, u"chkX"_s, u"chkY"_s, u"chkRow"_s})
-        clickOn(shownWindow(u"frmSaveTable"_s), name);
-    clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
+    saveTable(folder / "table.csv", {u"chkLongitude"_s, u"chkLatitude"_s, u"chkX"_s, u"chkY"_s, u"chkRow"_s});
     const std::string text = readFile(folder / "table.csv");
     double longitude = 0, latitude = 0;
     ASSERT_EQ(std::sscanf(text.c_str() + text.find('\n'), "\n%lf,%lf,20", &longitude, &latitude), 2) << text;

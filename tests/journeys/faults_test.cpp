@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What fails under the program's hands, in the real windows: it says what, where and why; the survey and the
 // files stay as they were; and the program goes on.
-#include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
-#include "desktop/TextEditor.h"
 #include "journal/journal.h"
-#include "support/FullDisk.h"
 #include "support/RunningProgram.h"
+#include "support/file_size_limit.h"
+#include "support/reads.h"
 
 namespace tessel {
 
 namespace {
+
+// Enough lines to be read in several blocks.
+constexpr int kSites = 40'000;
 
 class Faults : public testing::Test, protected RunningProgram {
   protected:
@@ -24,47 +26,76 @@ class Faults : public testing::Test, protected RunningProgram {
         EXPECT_FALSE(readFile(folder / "afterwards.txt").empty());
     }
 
+    // Lets something happen when the windows of the import have been filled in.
+    void importAnd(const std::function<void()>& meanwhile) {
+        importTrimbleFile(*main, sensorEntries(file), [&](const QWidget& window) {
+            if (window.objectName() == u"frmIniDisplay"_s) meanwhile();
+        });
+    }
+    // The same before one of the readings.
+    void importAnd(int reading, const std::function<void(int)>& act) {
+        std::optional<BeforeReading> moment;
+        importAnd([&] { moment.emplace(reading, act); });
+        EXPECT_TRUE(moment && moment->happened());
+    }
     void printEverywhere(const std::function<void()>& expect);
+
+    const std::string file = folder / "survey.dat";
 };
 
 }  // namespace
 
 TEST_F(Faults, ADiskThatIsFullWhileTheErrorLogIsWrittenLeavesTheOldLogAndIsReported) {
-    writeFile(folder / "survey.dat", sensorLines(10, 20'000));
+    writeFile(file, sensorLines(10, 20'000));
     boxes.tell(u"The error log could not be written:\n"_s + fromPath(folder / "error_log.dat") +
                u" cannot be written: File too large\n\nThe file has been read without it."_s);
     expectTrimbleReport(10, 20000);
     {
-        const FullDisk limit(300'000);
-        importTrimbleFile(*main, sensorEntries(folder / "survey.dat"));
+        const FileSizeLimit limit(300'000);
+        importTrimbleFile(*main, sensorEntries(file));
     }
     before = theSurvey();
     EXPECT_EQ(before.NumSites, 10);
     expectAllAsBefore();
 }
 
-TEST_F(Faults, AFolderRemovedBetweenChoosingAndWritingIsReported) {
-    std::filesystem::create_directory(folder / "card");
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "card/out.txt"); });
-    chooseItem(*main, u"mnuSave"_s);
-    QWidget& window = shownWindow(u"frmOutput"_s);
-    clickOn(window, u"Command1"_s);
-    std::filesystem::remove(folder / "card");
-    boxes.tell(fromPath(folder / "card/out.txt") + u" cannot be written: No such file or directory"_s);
-    clickOn(window, u"Command2"_s);
-    std::filesystem::create_directory(folder / "card");
-    boxes.tell(u"Output data saved to "_s + fromPath(folder / "card/out.txt"), u"VARN-Tesl"_s);
-    clickOn(window, u"Command2"_s);
-    EXPECT_FALSE(readFile(folder / "card/out.txt").empty());
+TEST_F(Faults, ASourceThatVanishesMeanwhileIsReported) {
+    writeFile(file, sensorLines(10));
+    boxes.tell(fromPath(file) + u" cannot be opened: No such file or directory"_s);
+    importAnd([this] { std::filesystem::remove(file); });
+    expectAllAsBefore();
 }
 
-TEST_F(Faults, ASourceThatVanishesMeanwhileIsReported) {
-    writeFile(folder / "survey.dat", sensorLines(10, 0));
-    boxes.tell(fromPath(folder / "survey.dat") + u" cannot be opened: No such file or directory"_s);
-    importTrimbleFile(*main, sensorEntries(folder / "survey.dat"), [&](const QWidget& window) {
-        if (window.objectName() == u"frmIniDisplay"_s) std::filesystem::remove(folder / "survey.dat");
-    });
+TEST_F(Faults, ACardThatCannotBeReadOrIsPulledOutMeanwhileIsReported) {
+    writeFile(file, sensorLines(kSites));
+    for (const int reading : {1, 2}) {
+        boxes.tell(fromPath(file) + u" cannot be read: Input/output error"_s);
+        importAnd(reading, breakDevice);
+        EXPECT_NE(main->cursor().shape(), Qt::WaitCursor);
+    }
     expectAllAsBefore();
+}
+
+// Who holds a file open keeps it.
+TEST_F(Faults, AFileThatIsReplacedWhileItIsReadIsReadToItsEnd) {
+    const auto replace = [this](int) {
+        writeFile(folder / "other.dat", "no number anywhere");
+        std::filesystem::rename(folder / "other.dat", file);
+    };
+    writeFile(file, sensorLines(kSites));
+    expectTrimbleReport(kSites, 0);
+    importAnd(2, replace);
+    EXPECT_EQ(theSurvey().NumSites, kSites);
+    writeFile(file, sensorLines(kSites));
+    expectGenericReport(kSites, 0);
+    chooseItem(*main, u"mnuOpen2"_s);
+    QWidget& window = shownWindow(u"frmGeneric"_s);
+    typeInto(window, u"txtGFile"_s, fromPath(file));
+    clickOn(window, u"optCF_4"_s);
+    const BeforeReading moment(2, replace);
+    clickOn(window, u"cmdImport"_s);
+    EXPECT_TRUE(moment.happened());
+    EXPECT_EQ(theSurvey().NumSites, kSites);
 }
 
 TEST_F(Faults, ASourceThatIsNoFileIsRefusedBeforeItIsShown) {
@@ -74,7 +105,7 @@ TEST_F(Faults, ASourceThatIsNoFileIsRefusedBeforeItIsShown) {
                                                        {folder.path(), u"it is a folder"_s}};
     for (const auto& [source, reason] : sources) {
         boxes.tell(fromPath(source) + u" cannot be read: "_s + reason);
-        setFileResponder([file = source](const FileQuestion&) { return fromPath(file); });
+        chooseFile(source);
         chooseItem(*main, u"mnuOpen"_s);
         QWidget& parameters = shownWindow(u"frmDataControl"_s);
         typeInto(parameters, u"Text2"_s, u"20"_s);
@@ -82,23 +113,6 @@ TEST_F(Faults, ASourceThatIsNoFileIsRefusedBeforeItIsShown) {
         EXPECT_FALSE(isShown(u"frmIniDisplay"_s));
     }
     expectAllAsBefore();
-}
-
-TEST_F(Faults, NamesWithEveryKindOfCharacterGoThroughImportAndExport) {
-    const QString names[] = {u"two  blanks .dat"_s, u"\"quoted\" 'twice'.dat"_s,  u"Grüße Ω.dat"_s,
-                             u"100%1 %n %s.dat"_s,  u"; rm -rf `ls` $HOME.dat"_s, QString(200, u'x')};
-    for (const QString& name : names) {
-        SCOPED_TRACE(name.toStdString());
-        const std::string path = folder / name.toStdString();
-        writeFile(path, sensorLines(10, 0));
-        expectTrimbleReport(10, 0);
-        importTrimbleFile(*main, sensorEntries(path));
-        exportTo(path);
-        EXPECT_EQ(readFile(path).find(" 1000000 "), 0U);
-        expectGenericReport(10, 0);
-        importGeneric(path, 0);
-        EXPECT_EQ(theSurvey().NumSites, 10);
-    }
 }
 
 // Prints from every window that can, and closes it.
@@ -125,34 +139,17 @@ TEST_F(Faults, APrinterThatIsGoneIsReported) {
     expectAllAsBefore();
 }
 
-TEST_F(Faults, APageThatCannotBeWrittenIsReportedAndLeavesTheOldOne) {
+TEST_F(Faults, APageForWhichThereIsNoRoomIsReportedAndLeavesTheOldOne) {
     setDefaultPrinterName([] { return QString(); });
-    const QString page = fromPath(folder / "page.pdf");
-    setFileResponder([page](const FileQuestion&) { return page; });
-    writeFile(folder / "page.pdf", "old");
+    const std::string page = folder / "page.pdf";
+    chooseFile(page);
+    writeFile(page, "old");
     {
-        const FullDisk limit(100);
-        printEverywhere([&] { boxes.tellBeginning(page + u" cannot be written: there is no room"_s); });
+        const FileSizeLimit limit(100);
+        printEverywhere(
+            [&] { boxes.tellBeginning(fromPath(page) + u" cannot be written: there is no room"_s); });
     }
-    EXPECT_EQ(readFile(folder / "page.pdf"), "old");
-    std::filesystem::permissions(folder / "page.pdf", std::filesystem::perms::owner_read);
-    printEverywhere([&] { boxes.tell(page + u" cannot be written: Permission denied"_s); });
-    EXPECT_EQ(readFile(folder / "page.pdf"), "old");
-    expectAllAsBefore();
-}
-
-TEST_F(Faults, AnEditorThatCannotBeStartedIsReported) {
-    const QString log = fromPath(folder / "error_log.dat");
-    theSession().TextEditor = folder / "no such editor ";
-    boxes.tell(log + u" cannot be opened: there is no program "_s + fromPath(folder / "no such editor"));
-    chooseItem(*main, u"mnuEL"_s);
-    writeFile(folder / "editor",
-              "\x7f"
-              "ELF but broken");
-    std::filesystem::permissions(folder / "editor", std::filesystem::perms::owner_all);
-    theSession().TextEditor = folder / "editor ";
-    boxes.tell(log + u" cannot be opened: "_s + fromPath(folder / "editor") + u" cannot be started"_s);
-    chooseItem(*main, u"mnuEL"_s);
+    EXPECT_EQ(readFile(page), "old");
     expectAllAsBefore();
 }
 

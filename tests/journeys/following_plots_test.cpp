@@ -44,7 +44,7 @@ TEST_F(FollowingPlots, KeepTheirPlaceInAZoomedView) {
     Chart2D& grid = chart(u"Chart2D2"_s);
     QTest::keyClick(&grid, Qt::Key_Plus);
     const ChartViews seen = grid.views();
-    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"3"_s});
+    deleteRow(3);
     EXPECT_TRUE(grid.isZoomed());
     expectSameView(grid, seen);
     chooseItem(*main, u"mnuGrid"_s);
@@ -75,28 +75,11 @@ TEST_F(FollowingPlots, StandBesideWindowsThatFollowToo) {
     QWidget& correlation = shownWindow(u"frmSigCorrStruct"_s);
     chooseItem(histograms, u"mnuPlot"_s);
     chooseItem(correlation, u"mnuPlot1"_s);
-    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"3"_s});
+    deleteRow(3);
     EXPECT_EQ(controlAs<QLabel>(shownWindow(u"frmStat"_s), u"lblInfo"_s).text(),
               u"Total # of detected rows = 2"_s);
     EXPECT_EQ(controlAs<QLabel>(histograms, u"lblH1_3"_s).text(), u"15.00"_s);
     EXPECT_EQ(controlAs<Chart2D>(correlation, u"Chart2D1"_s).pointCount(Chart2D::kData, 1), 6);
-}
-
-TEST_F(FollowingPlots, StandBesideTheRowDialogAndShowWhatIsTypedThere) {
-    chooseItem(*main, u"mnuTrue_Dis"_s);
-    QCoreApplication::processEvents();
-    const QImage without = chart(u"Chart2D1"_s).grab().toImage();
-    chooseItem(*main, u"mnuData"_s);
-    QWidget& dialog = shownWindow(u"frmDataEdit"_s);
-    clickOn(dialog, u"Option3"_s);
-    const QImage inForce = chart(u"Chart2D1"_s).grab().toImage();
-    EXPECT_NE(inForce, without) << "the line of the distance in force tells it";
-    typeInto(dialog, u"Text1"_s, u"8"_s);
-    EXPECT_NE(chart(u"Chart2D1"_s).grab().toImage(), inForce);
-    EXPECT_EQ(controlAs<QLabel>(dialog, u"lblRows"_s).text(), u"3 rows"_s);
-    clickOn(dialog, u"Command2"_s);
-    waitUntilClosed(u"frmDataEdit"_s);
-    EXPECT_EQ(chart(u"Chart2D1"_s).grab().toImage(), without);
 }
 
 TEST_F(FollowingPlots, BringTheRowDialogBesideThemUpToDate) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A program, a survey and files whose names are not Unicode, because another system has written them: all of
 // it works, by choosing, typing, dropping and pasting, and every name can be read in what is shown.
-#include "desktop/FileDialogs.h"
 #include "desktop/Printing.h"
 #include "journal/HistoryModel.h"
 #include "journal/journal.h"
@@ -53,7 +52,8 @@ class ForeignNames : public testing::Test, protected RunningProgram {
         EXPECT_EQ(theSession().InputFileName, place + "/fr\xFCh.csv");
     }
 
-    const std::string place = folder / "Gel\xE4nde";
+    const std::string place = folder / "Gel\xE4nde 100%1 'n";
+    const QString legiblePlace = fromPath(folder.path()) + u"/Gel\\xE4nde 100%1 'n"_s;
     const QString csv = fromPath(place + "/fr\xFCh.csv");
     const QString address =
         u"file://"_s + QString::fromLatin1(QByteArray::fromStdString(toPath(csv)).toPercentEncoding("/"));
@@ -70,8 +70,7 @@ TEST_F(ForeignNames, GoThroughImportLogAndExport) {
     chooseItem(*main, u"mnuEL"_s);
     EXPECT_EQ(whatIsOpened(note), place + "/error_log.dat");
     exportTo(place + "/aus\xFC.txt", u"1"_s, [&](QWidget& window) {
-        EXPECT_EQ(controlAs<QLineEdit>(window, u"Text2"_s).text(),
-                  fromPath(folder.path()) + u"/Gel\\xE4nde/aus\\xFC.txt"_s);
+        EXPECT_EQ(controlAs<QLineEdit>(window, u"Text2"_s).text(), legiblePlace + u"/aus\\xFC.txt"_s);
     });
     EXPECT_EQ(readFile(place + "/aus\xFC.txt").find(" 1000000 "), 0U);
 }
@@ -90,7 +89,7 @@ TEST_F(ForeignNames, CanBeReadInWhatIsToldOfAnImport) {
 
 TEST_F(ForeignNames, AreTakenByTheGenericImportHoweverTheyAreGiven) {
     importGeneric([this](QWidget& window) {
-        setFileResponder([this](const FileQuestion&) { return csv; });
+        chooseFile(toPath(csv));
         clickOn(window, u"cmdBrowse"_s);
     });
     for (const QString& typed : {legible(csv), address, u" "_s + address + u" "_s})
@@ -120,15 +119,20 @@ TEST_F(ForeignNames, OfTheProgramsFolderStillLeadToItsHelp) {
     EXPECT_EQ(whatIsOpened(note), place + "/helpdoc.rtf");
     EXPECT_EQ(readFile(place + "/helpdoc.rtf"), readFile(place + "/helpdocs/hdoc101.rtf"));
     help.close();
-    fs::remove(place + "/helpdocs/hdoc102.rtf");
-    boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-               fromPath(folder.path()) + u"/Gel\\xE4nde/helpdocs/hdoc102.rtf"_s);
-    chooseItem(*main, u"mnuHmain2"_s);
+    fs::remove_all(place + "/helpdocs");
+    const std::pair<QString, int> missing[] = {
+        {u"mnuHmain1"_s, 101}, {u"mnuHmain2"_s, 102}, {u"mnuHmain3"_s, 103}, {u"mnuPlotHelp"_s, 111}};
+    for (const auto& [item, document] : missing) {
+        boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
+                   legiblePlace + u"/helpdocs/hdoc%1.rtf"_s.arg(document));
+        chooseItem(*main, item);
+        EXPECT_FALSE(isShown(u"frmHelpTesl"_s));
+    }
 }
 
 TEST_F(ForeignNames, AreTakenForPrintedPages) {
     setDefaultPrinterName([] { return QString(); });
-    setFileResponder([this](const FileQuestion&) { return fromPath(place + "/p\xE4ge.pdf"); });
+    chooseFile(place + "/p\xE4ge.pdf");
     theSession().InputFileName = place + "/fr\xFCh.dat";
     chooseItem(*main, u"mnuX"_s);
     clickOn(*main, u"Command6"_s);
@@ -138,16 +142,10 @@ TEST_F(ForeignNames, AreTakenForPrintedPages) {
 TEST_F(ForeignNames, AreTakenForATextEditor) {
     const std::string note = startedEditor();
     const std::string editor = theSession().TextEditor;
-    const QString chosen = fromPath(editor.substr(0, editor.size() - 1));
     theSession().TextEditor = "/nowhere ";
-    setFileResponder([&](const FileQuestion&) { return chosen; });
-    boxes.ask(true,
-              u"Note: you should use the PELR program if you wish to perminantly\n"
-              u"change the default text editor used by all VARN programs.\n\n"
-              u"However, you can temporarily reset the text editor now (for this session only).\n\n"
-              u"Would you like to temporarily reset the current, default text editor?"_s);
-    boxes.tell(u"Note: the new selected text editor is "_s + fromPath(folder.path()) +
-               u"/Gel\\xE4nde/\\xE9diteur "_s);
+    chooseFile(editor.substr(0, editor.size() - 1));
+    boxes.ask(true, kEditorQuestion);
+    boxes.tell(u"Note: the new selected text editor is "_s + legiblePlace + u"/\\xE9diteur "_s);
     chooseItem(*main, u"mnusetDTE"_s);
     EXPECT_EQ(theSession().TextEditor, editor);
     writeFile(place + "/error_log.dat", "log");

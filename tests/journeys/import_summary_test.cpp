@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the main window says after an import, through the real windows.
 #include "app/applied_adjustments.h"
-#include "desktop/FileDialogs.h"
 #include "desktop/TextEditor.h"
 #include "support/RunningProgram.h"
 #include "support/survey_under_test.h"
@@ -58,9 +57,6 @@ TEST_F(SummaryAfterAnImport, TellsWhatWasRead) {
     EXPECT_EQ(told(u"Sites"_s), u"5"_s);
     EXPECT_EQ(told(u"Rows"_s), u"2"_s);
     EXPECT_EQ(told(u"X"_s) + told(u"XTo"_s), u"10.0030.00"_s);
-    EXPECT_EQ(told(u"EM1"_s) + told(u"EM1To"_s), u"5.009.00"_s);
-    EXPECT_FALSE(tells(u"EM2"_s));
-    EXPECT_EQ(told(u"Step"_s), u"1.50 m"_s);
     EXPECT_FALSE(tells(u"Warning"_s));
     EXPECT_FALSE(tells(u"LogLine"_s)) << "the menu opens it";
     followTheLink();
@@ -70,13 +66,7 @@ TEST_F(SummaryAfterAnImport, TellsWhatWasRead) {
 TEST_F(SummaryAfterAnImport, TellsOfTheFixedColumnsToo) {
     writeFile(folder / "survey.dat", "100 200 12\n100 201 13\nno numbers\n");
     expectTrimbleReport(2, 1);
-    importTrimbleFile(*main, {fromPath(folder / "survey.dat"),
-                              u"20"_s,
-                              {},
-                              {u"1"_s, u"3"_s},
-                              {u"5"_s, u"7"_s},
-                              {u"9"_s, u"10"_s},
-                              {}});
+    importTrimbleFile(*main, {folder / "survey.dat", u"20"_s, {}, {1, 3}, {5, 7}, {9, 10}, {}});
     EXPECT_EQ(told(u"Lines"_s), u"3"_s);
     EXPECT_EQ(told(u"Rejected2"_s), u"1 × non-numeric X-coord data (first in line 3)"_s);
     EXPECT_TRUE(told(u"Warning"_s).startsWith("All sites are in one single row."_L1));
@@ -92,8 +82,7 @@ TEST_F(SummaryAfterAnImport, ForgetsTheAdjustmentsOfTheSurveyBefore) {
 TEST_F(SummaryAfterAnImport, FollowsWhatIsDoneToTheSurvey) {
     expectGenericReport(5, 2);
     importLines(kTwoRows, 0);
-    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"1"_s});
-    waitUntilClosed(u"frmDataEdit"_s);
+    deleteRow(1);
     EXPECT_EQ(told(u"Sites"_s), u"2"_s);
     EXPECT_EQ(told(u"Rows"_s), u"1"_s);
     EXPECT_EQ(told(u"X"_s) + told(u"XTo"_s), u"30.0030.00"_s);
@@ -113,17 +102,6 @@ TEST_F(SummaryAfterAnImport, ShowsPathAndFirstLinesOfTheLogWhenNoLineWasOfUse) {
     EXPECT_EQ(started, QStringList{fromPath(folder / "error_log.dat")});
 }
 
-TEST_F(SummaryAfterAnImport, ShowsTheLogAfterAFatalRowError) {
-    expectGenericReport(2, 1);
-    boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
-    importLines("1,1,5,2\nx,1,5,2\n2,1,5,2\n", 0);
-    ASSERT_FALSE(main->mnuEL->isEnabled());
-    EXPECT_EQ(told(u"Rows"_s), u"none"_s);
-    EXPECT_EQ(told(u"LogLine"_s), u"Line # 2 x 1 5 2  -> non-numeric X-coord data"_s);
-    followTheLink();
-    EXPECT_EQ(started, QStringList{fromPath(folder / "error_log.dat")});
-}
-
 TEST_F(SummaryAfterAnImport, DoesNotPointToALogOfAnotherImport) {
     std::filesystem::create_directory(folder / "error_log.dat");
     boxes.tellBeginning(u"The error log could not be written:\n"_s);
@@ -133,15 +111,6 @@ TEST_F(SummaryAfterAnImport, DoesNotPointToALogOfAnotherImport) {
     EXPECT_FALSE(tells(u"Log"_s));
     EXPECT_FALSE(tells(u"LogLink"_s));
     EXPECT_EQ(told(u"LogLine"_s), u"Line # 1 x 1 5  -> non-numeric X-coord data"_s);
-}
-
-TEST_F(SummaryAfterAnImport, SaysWhenTheLogHasGoneSince) {
-    expectGenericReport(0, 1);
-    importLines("x,1,5\n", 4);
-    std::filesystem::remove(folder / "error_log.dat");
-    boxes.tellBeginning(fromPath(folder / "error_log.dat") + u" cannot be opened"_s);
-    followTheLink();
-    EXPECT_EQ(boxes.pending(), 0);
 }
 
 }  // namespace tessel

@@ -45,25 +45,14 @@ constexpr const char* kTransectFile =
     " 13            140           200.125       28.75         34            6 \r\n"
     " 14            140           195           1E-05         100           6 \r\n";
 
-class ImportToExport : public testing::Test, protected RunningProgram {
-  protected:
-    ImportToExport() { writeFile(folder / "survey.dat", kSensorFile); }
-    TrimbleEntries entries() const {
-        return {fromPath(folder / "survey.dat"),
-                u"20"_s,
-                {u"1"_s, u"4"_s},
-                {u"5"_s, u"13"_s},
-                {u"14"_s, u"23"_s},
-                {u"24"_s, u"29"_s},
-                {u"30"_s, u"38"_s}};
-    }
-};
+class ImportToExport : public testing::Test, protected RunningProgram {};
 
 }  // namespace
 
 TEST_F(ImportToExport, WritesTheTransectFileAndTheErrorLogByteByByte) {
+    writeFile(folder / "survey.dat", kSensorFile);
     expectTrimbleReport(7, 7);
-    importTrimbleFile(*main, entries());
+    importTrimbleFile(*main, {folder / "survey.dat", u"20"_s, {1, 4}, {5, 13}, {14, 23}, {24, 29}, {30, 38}});
     EXPECT_EQ(theSurvey().NumSites, 7);
     EXPECT_EQ(theSurvey().NumRows, 2);
     EXPECT_FALSE(theSession().DataSaved);
@@ -73,20 +62,6 @@ TEST_F(ImportToExport, WritesTheTransectFileAndTheErrorLogByteByByte) {
     EXPECT_EQ(readFile(folder / "clean survey.txt"), kTransectFile);
     EXPECT_TRUE(theSession().DataSaved);
     EXPECT_TRUE(main->close());
-}
-
-TEST_F(ImportToExport, AsksBeforeClosingUntilTheSurveyHasBeenExportedAndAgainAfterAnotherImport) {
-    boxes.ask(false, kProgramExitQuestion);
-    EXPECT_FALSE(main->close());
-    expectTrimbleReport(7, 7);
-    importTrimbleFile(*main, entries());
-    boxes.ask(false, kProgramExitQuestion);
-    EXPECT_FALSE(main->close());
-    exportTo(folder / "out.txt");
-    expectTrimbleReport(7, 7);
-    importTrimbleFile(*main, entries());
-    boxes.ask(false, kProgramExitQuestion);
-    EXPECT_FALSE(main->close());
 }
 
 TEST_F(ImportToExport, WritesAnEmptyFileWhenNothingHasBeenImported) {

@@ -5,11 +5,8 @@
 // ITEM is the menu item that opens the window. When the window is active, its name and the place of the
 // middle of its CONTROL on the screen are printed, "frmAdjustData 312 417"; then the program runs until it is
 // ended.
-#include "app/frmMain.h"
 #include "desktop/Guarded.h"
-#include "program/Program.h"
-#include "support/UserDriver.h"
-#include "support/made_survey.h"
+#include "support/RunningProgram.h"
 #include "support/survey_under_test.h"
 
 namespace tessel {
@@ -39,7 +36,7 @@ int main(int argc, char** argv) {
     if (arguments.size() != 3) return EXIT_FAILURE;
     const QTemporaryDir folder;
     theSession().AppDir = theSession().DataDir = folder.path().toStdString();
-    surveyUnderTest() = madeSurvey({{1, 2, 30, 40, 1}, {2, 2, 31, 41, 1}, {3, 2, 32, 42, 1}});
+    surveyUnderTest() = shortSurvey();
     const auto main = createProgram();
     main->menusFollow(MenuEvent::kSitesImported);
     main->show();

@@ -58,8 +58,7 @@ TEST_F(MainMenu, AsksBeforeItEndsWhenSitesOrRowsAreOthersThanThoseExported) {
     exportTo(folder / "out.txt");
     chooseItem(*main, u"mnuGrid"_s);
     EXPECT_TRUE(theSession().DataSaved) << "looking changes nothing";
-    inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
-    waitUntilClosed(u"frmDataEdit"_s);
+    findRows(u"6"_s);
     EXPECT_TRUE(theSession().DataSaved) << "the same rows by another distance";
     inRowDialog(u"Option1"_s, {u"Text2"_s, u"Text3"_s}, {u"1"_s, u"2"_s});
     boxes.ask(false, kProgramExitQuestion);
@@ -71,18 +70,6 @@ TEST_F(MainMenu, ShowsNoCorrelationOfOneReading) {
     boxes.tell(u"This option is only available when 2 signal data columns are present."_s);
     chooseItem(*main, u"mnuSigCorr"_s);
     EXPECT_FALSE(isShown(u"frmSigCorrStruct"_s));
-}
-
-TEST_F(MainMenu, OpensItsHelpDocuments) {
-    const std::pair<QString, int> documents[] = {
-        {u"mnuHmain1"_s, 101}, {u"mnuHmain2"_s, 102}, {u"mnuHmain3"_s, 103}, {u"mnuPlotHelp"_s, 111}};
-    for (const auto& [item, document] : documents) {
-        boxes.tell(u"Warning!  File resource error.  VARN can not find the following file:\n"_s +
-                   fromPath(folder / ("helpdocs/hdoc" + std::to_string(document) + ".rtf")));
-        chooseItem(*main, item);
-        EXPECT_EQ(boxes.pending(), 0) << item.toStdString();
-        EXPECT_FALSE(isShown(u"frmHelpTesl"_s));
-    }
 }
 
 TEST_F(MainMenu, ChangesThePrinterResolution) {

@@ -29,13 +29,8 @@ class MenuStates : public testing::Test, protected RunningProgram {
         writeFile(folder / "fixed.dat", bytes);
         expectTrimbleReport(sites, rejected);
         if (minDistance == u"0"_s) expectTooManyRows();
-        importTrimbleFile(*main, {fromPath(folder / "fixed.dat"),
-                                  minDistance,
-                                  {},
-                                  {u"1"_s, u"8"_s},
-                                  {u"9"_s, u"16"_s},
-                                  {u"17"_s, u"24"_s},
-                                  {u"25"_s, u"32"_s}});
+        importTrimbleFile(*main,
+                          {folder / "fixed.dat", minDistance, {}, {1, 8}, {9, 16}, {17, 24}, {25, 32}});
     }
     void importNothing() { importFixed("no number in this line\n", 0, 1); }
     // Runs of sites 1 m apart, 10 m between runs.
@@ -48,10 +43,6 @@ class MenuStates : public testing::Test, protected RunningProgram {
                 bytes += line;
             }
         importFixed(bytes, std::accumulate(runs.begin(), runs.end(), 0), 0, minDistance);
-    }
-    void recalculate(const QString& distance) {
-        inRowDialog(u"Option3"_s, {u"Text1"_s}, {distance});
-        waitUntilClosed(u"frmDataEdit"_s);
     }
     void deletePoint() {
         clickPoint(controlAs<Chart2D>(*main, u"Chart2D3"_s), 1, 1);
@@ -81,7 +72,7 @@ TEST_F(MenuStates, AreThoseOfTheTableOnAWalkThroughTheProgram) {
 
     importRuns({260}, u"0"_s);  // each a row
     EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "with more than 250 rows";
-    recalculate(u"3"_s);
+    findRows(u"3"_s);
     EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "after finding the rows anew";
 
     importRuns({3, 1});
@@ -91,13 +82,12 @@ TEST_F(MenuStates, AreThoseOfTheTableOnAWalkThroughTheProgram) {
     EXPECT_EQ(enabled(), "xxx.....xxxxx.xxxxx") << "with fewer than two rows";
     clickOn(*main, u"Command4"_s);
     EXPECT_EQ(enabled(), "xxx.x...xxxxx.xxxxx") << "when the row plots are finished";
-    recalculate(u"0.5"_s);
+    findRows(u"0.5"_s);
     EXPECT_EQ(enabled(), "xxxxxxxxxxxxxxxxxxx") << "recalculated";
 
-    recalculate(u"3"_s);
+    findRows(u"3"_s);
     expectNoSitesLeft();
-    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"1"_s});
-    waitUntilClosed(u"frmDataEdit"_s);
+    deleteRow(1);
     EXPECT_EQ(theSurvey().NumSites, 0);
     EXPECT_EQ(enabled(), "...........xx......") << "with no sites left";
     importRuns({2});

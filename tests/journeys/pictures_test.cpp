@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Every plot as a picture in a file and on the clipboard, from the menus of the windows.
 #include "analysis/frmHistForm.h"
-#include "desktop/FileDialogs.h"
 #include "plots/Chart2D.h"
 #include "plots/frmClip.h"
 #include "support/RunningProgram.h"
@@ -13,7 +12,7 @@ namespace {
 class Pictures : public testing::Test, protected RunningProgram {
   protected:
     Pictures() : RunningProgram(rowsAlongY(3)) {
-        setFileResponder([this](const FileQuestion&) { return fromPath(file); });
+        chooseFile(file);
         QGuiApplication::clipboard()->clear();
     }
 
@@ -85,7 +84,6 @@ TEST_F(Pictures, OfTheMapAreSavedAndCopied) {
     QCoreApplication::processEvents();
     saveByMenuOf(map);
     EXPECT_GT(saved().width(), 2 * map.width() + 40);
-    window.close();
 }
 
 TEST_F(Pictures, OfHistogramsHaveTheirTitlesAndFigures) {
@@ -102,7 +100,6 @@ TEST_F(Pictures, OfHistogramsHaveTheirTitlesAndFigures) {
     EXPECT_EQ(copied().size(), picture.size());
     saveByMenuOf(*window.HG2);
     EXPECT_LT(saved().height(), picture.height() / 2 + 60);
-    window.close();
 }
 
 TEST_F(Pictures, OfTheCorrelationPlotAreSavedFromItsMenu) {
@@ -110,7 +107,6 @@ TEST_F(Pictures, OfTheCorrelationPlotAreSavedFromItsMenu) {
     QWidget& window = shownWindow(u"frmSigCorrStruct"_s);
     chooseItem(window, u"mnuSavePicture"_s);
     EXPECT_EQ(saved().size(), 2 * control(window, u"Chart2D1"_s).size());
-    window.close();
 }
 
 }  // namespace tessel

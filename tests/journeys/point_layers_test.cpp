@@ -2,7 +2,6 @@
 // Files of points that arrive: survey files of ours are opened, those of other programs imported.
 #include "storage/point_layers.h"
 
-#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "storage/database.h"
 #include "storage/survey_file.h"
@@ -22,7 +21,7 @@ class ArrivingPoints : public testing::Test, protected RunningProgram {
         survey.PositionsCRS = 32630;
         journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, survey);
         saveSurvey(path(), journal, {});
-        setFileResponder([this](const FileQuestion&) { return fromPath(path()); });
+        chooseFile(path());
     }
 
     // Nothing of ours is in it any more, but for a layer.
@@ -31,15 +30,6 @@ class ArrivingPoints : public testing::Test, protected RunningProgram {
         Database(file, path(), Database::Use::kWrite)
             .run("DROP TABLE survey; DROP TABLE survey_state;" + statements);
         ::close(file);
-    }
-    void drop() { drop(path()); }
-    void drop(const std::string& file) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(fromPath(file))});
-        QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(main.get(), &enter);
-        QDropEvent dropped(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(main.get(), &dropped);
     }
     // The window that asks for the columns, once it shows them.
     QWidget& window() const {
@@ -60,7 +50,7 @@ class ArrivingPoints : public testing::Test, protected RunningProgram {
 }  // namespace
 
 TEST_F(ArrivingPoints, OfOursAreOpenedWhenTheyAreDropped) {
-    drop();
+    drop(path());
     EXPECT_EQ(theSurvey().NumSites, 3);
     EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
 }
@@ -89,7 +79,7 @@ TEST_F(ArrivingPoints, OfAnotherProgramAreImportedByTheColumnsThatTheUserSays) {
 
 TEST_F(ArrivingPoints, OfSeveralLayersAreThoseThatTheUserChooses) {
     makeForeign("ALTER TABLE removed_sites ADD COLUMN depth DOUBLE");
-    drop();
+    drop(path());
     QWidget& asking = window();
     auto& layers = controlAs<QComboBox>(asking, u"cmbLayer"_s);
     EXPECT_EQ(layers.currentText(), u"sites"_s);
@@ -99,19 +89,17 @@ TEST_F(ArrivingPoints, OfSeveralLayersAreThoseThatTheUserChooses) {
     QTest::keyClick(&layers, Qt::Key_Down);
     EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 10);
     EXPECT_EQ(head(asking, 9), u"depth\n-"_s);
-    clickOn(asking, u"cmdCancel"_s);
 }
 
 TEST_F(ArrivingPoints, AreAskedForAsTextAgainWhenTheFileIsOne) {
     makeForeign();
-    drop();
+    drop(path());
     QWidget& asking = window();
     writeFile(folder / "text.csv", "X,Y,EM1\n1,2,3\n");
     typeInto(asking, u"txtFile"_s, fromPath(folder / "text.csv"));
     QWidget* const separator = asking.findChild<QWidget*>(u"cmbSeparator"_s);
     EXPECT_TRUE(QTest::qWaitFor([&] { return separator->isVisible(); }));
     EXPECT_FALSE(asking.findChild<QWidget*>(u"cmbLayer"_s)->isVisible());
-    clickOn(asking, u"cmdCancel"_s);
 }
 
 TEST_F(ArrivingPoints, InDegreesAreWhereTheyAreAndNeverInMinutes) {
@@ -119,12 +107,11 @@ TEST_F(ArrivingPoints, InDegreesAreWhereTheyAreAndNeverInMinutes) {
         path(),
         layerOf("a", "x REAL, y REAL, em1 REAL", 4326) + featureIn("a", pointAt(-220.5, 5224.5), "1, 2, 3"),
         4326);
-    drop();
+    drop(path());
     QWidget& asking = window();
     EXPECT_EQ(head(asking, 0), u"longitude\nlongitude"_s);
     EXPECT_EQ(head(asking, 2), u"x\n-"_s);
     EXPECT_FALSE(controlAs<QCheckBox>(asking, u"chkMinutes"_s).isChecked());
-    clickOn(asking, u"cmdCancel"_s);
 }
 
 TEST_F(ArrivingPoints, ThatCannotBeReadLeaveTheOtherLayersOfTheirFile) {
@@ -132,7 +119,7 @@ TEST_F(ArrivingPoints, ThatCannotBeReadLeaveTheOtherLayersOfTheirFile) {
                    layerOf("a", "em1 REAL", 4978) + featureIn("a", pointAt(1, 2), "3") +
                        layerOf("b", "em1 REAL") + featureIn("b", pointAt(1, 2), "3"),
                    4978);
-    drop();
+    drop(path());
     QWidget& asking = shownWindow(u"frmTable"_s);
     auto& layers = *asking.findChild<QComboBox*>(u"cmbLayer"_s);
     ASSERT_TRUE(QTest::qWaitFor([&] { return layers.isVisible(); }));
@@ -148,7 +135,6 @@ TEST_F(ArrivingPoints, ThatCannotBeReadLeaveTheOtherLayersOfTheirFile) {
     QTest::keyClick(&layers, Qt::Key_Up);
     EXPECT_EQ(notice.text(), refusal);
     EXPECT_EQ(asking.findChild<QTableView*>(u"tblPreview"_s)->model()->columnCount(), 0);
-    clickOn(asking, u"cmdCancel"_s);
 }
 
 TEST_F(ArrivingPoints, InAFileThatIsNoDatabaseAreTold) {
@@ -165,7 +151,7 @@ TEST_F(ArrivingPoints, ThatThereAreNotIsSaid) {
     const QString refusal =
         fromPath(path()) + u" cannot be opened as a survey: it is a GeoPackage of another program"_s;
     boxes.tell(refusal);
-    drop();
+    drop(path());
     boxes.tell(refusal);
     chooseItem(*main, u"mnuOpenSurvey"_s);
     chooseItem(*main, u"mnuImportTable"_s);
@@ -175,7 +161,6 @@ TEST_F(ArrivingPoints, ThatThereAreNotIsSaid) {
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return notice.text() == u"There is no layer of points in this file."_s; }));
     EXPECT_FALSE(asking.findChild<QWidget*>(u"cmdImport"_s)->isEnabled());
-    clickOn(asking, u"cmdCancel"_s);
 }
 
 }  // namespace tessel

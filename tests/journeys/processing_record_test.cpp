@@ -18,10 +18,6 @@ class ProcessingRecordJourney : public testing::Test, protected RunningProgram {
         expectGenericReport(6, 3);
         importGeneric(field(), 2);
     }
-    void deleteRow(const QString& row) {
-        inRowDialog(u"Option2"_s, {u"Text4"_s}, {row});
-        waitUntilClosed(u"frmDataEdit"_s);
-    }
     std::string record() {
         question_ = {};
         setFileResponder([this](const FileQuestion& question) {
@@ -44,7 +40,7 @@ class ProcessingRecordJourney : public testing::Test, protected RunningProgram {
 TEST_F(ProcessingRecordJourney, IsSavedFromTheMenuAndSaysSoInTheMainWindow) {
     EXPECT_FALSE(main->mnuRecord->isEnabled());
     importThreeRows();
-    deleteRow(u"2"_s);
+    deleteRow(2);
     const std::string text = record();
     EXPECT_EQ(question_.caption, u"Save the processing record"_s);
     EXPECT_TRUE(question_.toSave);
@@ -70,7 +66,7 @@ TEST_F(ProcessingRecordJourney, LiesBesideAnExportAndListsTheExportsBefore) {
     importThreeRows();
     exportTo(folder / "all.txt");
     EXPECT_FALSE(std::filesystem::exists(folder / "all.txt.record.yaml"));
-    deleteRow(u"1"_s);
+    deleteRow(1);
     exportTo(folder / "some.txt", u"7"_s, [](QWidget& window) { clickOn(window, u"chkRecord"_s); });
     const std::string text = readFile(folder / "some.txt.record.yaml");
     for (const char* const name : {"all.txt", "some.txt"})
@@ -93,10 +89,10 @@ TEST_F(ProcessingRecordJourney, KnowsTheSensorFileThoughItHasGoneAfterTheImport)
 
 TEST_F(ProcessingRecordJourney, ThatCannotBeWrittenIsReportedAndCancellingWritesNothing) {
     importThreeRows();
-    setFileResponder([](const FileQuestion&) { return QString(); });
+    chooseFile("");
     chooseItem(*main, u"mnuRecord"_s);
     EXPECT_EQ(main->lblMessage->text(), QString());
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "gone/work.yaml"); });
+    chooseFile(folder / "gone/work.yaml");
     boxes.tell(fromPath(folder / "gone/work.yaml") + u" cannot be written: No such file or directory"_s);
     chooseItem(*main, u"mnuRecord"_s);
     EXPECT_EQ(boxes.pending(), 0);

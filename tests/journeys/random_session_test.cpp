@@ -5,7 +5,7 @@
 namespace tessel {
 
 TEST(RandomSession, MakesThreeThousandActsWithoutADifferenceFromThePlainModel) {
-    constexpr std::uint64_t kSeed = 7102;
+    constexpr std::uint64_t kSeed = 31;
     RandomSession session(kSeed);
     EXPECT_EQ(session.run(3000), "");
     // A session that makes no use of a menu item, button, box or key would prove nothing about it.

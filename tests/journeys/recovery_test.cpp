@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The program is ended in the middle of the work, and started again.
-#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "plots/site_masking.h"
 #include "rows/row_acts.h"
@@ -17,11 +16,9 @@ namespace fs = std::filesystem;
 
 class EndedProgram : public testing::Test, protected RunningProgram {
   protected:
-    EndedProgram() {
-        writeFile(folder / "rows.csv", "0,0,10\n0,5,11\n0,9,12\n10,9,13\n10,5,14\n10,0,15\n");
-        start();
-    }
-    void start() {
+    EndedProgram() { endAndStartAgain(); }
+    // Nothing that comes with an end in order is done.
+    void endAndStartAgain() {
         main.reset();
         startAfresh();
         theSession() = Session{};
@@ -29,14 +26,16 @@ class EndedProgram : public testing::Test, protected RunningProgram {
         main = createProgram(folder / "state");
         main->show();
     }
-    // Nothing that comes with an end in order is done.
-    void endAndStartAgain() { start(); }
 
-    void importRows() {
-        expectGenericReport(6, 0);
-        importGeneric(folder / "rows.csv", 4);
-        inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
-        waitUntilClosed(u"frmDataEdit"_s);
+    void importWhatCannotBeKept() {
+        writeFile(folder / "one row.csv", "0,0,10\n0,5,11\n10,5,12\n");
+        expectGenericReport(3, 0);
+        const FileSizeLimit limit(1000);
+        importGeneric(folder / "one row.csv", 4);
+    }
+    void reopenWithoutRoom() {
+        const FileSizeLimit limit(100);
+        clickOn(*main, u"cmdReopen"_s);
     }
     void deleteThreeOnTheMap() {
         SiteMaskArray mask = {1, 1, 1, 0, 0, 0};
@@ -49,7 +48,7 @@ class EndedProgram : public testing::Test, protected RunningProgram {
     }
     bool isOffered() const { return main->recoveryOffer->isVisible(); }
     void save() {
-        setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
+        chooseFile(folder / "field.gpkg");
         chooseItem(*main, u"mnuSaveSurvey"_s);
     }
 };
@@ -57,8 +56,10 @@ class EndedProgram : public testing::Test, protected RunningProgram {
 }  // namespace
 
 TEST_F(EndedProgram, OffersItsSurveyAndBringsItBackWithItsHistory) {
-    EXPECT_FALSE(isOffered());
-    importRows();
+    EXPECT_EQ(filesKept(), 0);
+    endAndStartAgain();
+    EXPECT_FALSE(isOffered()) << "there was none";
+    importTwoRows();
     chooseItem(*main, u"mnuUndo"_s);
     chooseItem(*main, u"mnuRedo"_s);
     const Survey whole = theSurvey();
@@ -82,21 +83,18 @@ TEST_F(EndedProgram, OffersItsSurveyAndBringsItBackWithItsHistory) {
 }
 
 TEST_F(EndedProgram, KnowsTheTablesThatWereSaved) {
-    importRows();
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "table.csv"); });
-    chooseItem(*main, u"mnuSaveTable"_s);
-    clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
-    waitUntilClosed(u"frmSaveTable"_s);
+    importTwoRows();
+    saveTable(folder / "table.csv");
     endAndStartAgain();
     clickOn(*main, u"cmdReopen"_s);
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "work.yaml"); });
+    chooseFile(folder / "work.yaml");
     chooseItem(*main, u"mnuRecord"_s);
     EXPECT_NE(readFile(folder / "work.yaml").find("path: \"" + (folder / "table.csv") + "\""),
               std::string::npos);
 }
 
 TEST_F(EndedProgram, ForgetsWhatTheUserDiscards) {
-    importRows();
+    importTwoRows();
     endAndStartAgain();
     clickOn(*main, u"cmdDiscard"_s);
     EXPECT_FALSE(isOffered());
@@ -105,23 +103,21 @@ TEST_F(EndedProgram, ForgetsWhatTheUserDiscards) {
 }
 
 TEST_F(EndedProgram, OffersItAgainAsLongAsTheUserDecidesNothing) {
-    importRows();
+    importTwoRows();
     endAndStartAgain();
     endAndStartAgain();
     EXPECT_TRUE(isOffered());
-    importRows();
+    importTwoRows();
     EXPECT_TRUE(isOffered()) << "beside what has been begun";
-    boxes.ask(false,
-              u"The survey has changes that have not been saved.\n"
-              u"Are you sure that you wish to open another one?"_s);
+    boxes.ask(false, kOpeningQuestion);
     clickOn(*main, u"cmdReopen"_s);
     EXPECT_TRUE(isOffered());
 }
 
 TEST_F(EndedProgram, OffersOneAfterTheOther) {
-    importRows();
+    importTwoRows();
     endAndStartAgain();
-    importRows();
+    importTwoRows();
     endAndStartAgain();
     clickOn(*main, u"cmdDiscard"_s);
     EXPECT_TRUE(isOffered());
@@ -131,11 +127,9 @@ TEST_F(EndedProgram, OffersOneAfterTheOther) {
 }
 
 TEST_F(EndedProgram, OffersNothingWhenItWasLeftInOrder) {
-    importRows();
+    importTwoRows();
     EXPECT_EQ(filesKept(), 1);
-    boxes.ask(true,
-              u"Attention: you have not exported an output VARN data file yet!\n"
-              u"Are you sure that you wish to exit the program?"_s);
+    boxes.ask(true, kProgramExitQuestion);
     EXPECT_TRUE(main->close());
     EXPECT_EQ(filesKept(), 0);
     endAndStartAgain();
@@ -143,12 +137,12 @@ TEST_F(EndedProgram, OffersNothingWhenItWasLeftInOrder) {
 }
 
 TEST_F(EndedProgram, OffersNothingThatWasSavedUnlessItWasChangedSince) {
-    importRows();
+    importTwoRows();
     save();
     EXPECT_EQ(filesKept(), 0);
     endAndStartAgain();
     EXPECT_FALSE(isOffered());
-    importRows();
+    importTwoRows();
     save();
     chooseItem(*main, u"mnuUndo"_s);
     EXPECT_EQ(filesKept(), 1);
@@ -157,42 +151,36 @@ TEST_F(EndedProgram, OffersNothingThatWasSavedUnlessItWasChangedSince) {
 }
 
 TEST_F(EndedProgram, InTheMiddleOfTheMapBringsBackASurveyThatCanBeUsed) {
-    importRows();
-    deleteThreeOnTheMap();
-    theJournal().cannotRest();
-    endAndStartAgain();
-    clickOn(*main, u"cmdReopen"_s);
-    EXPECT_EQ(theSurvey().NumSites, 3);
-    EXPECT_EQ(theSurvey().NumRows, 1);
-    EXPECT_TRUE(theJournal().canRestAt(theJournal().position()));
-    EXPECT_EQ(main->mnuUndo->text(), u"&Undo: "_s + u"delete 3 sites on the map"_s);
+    for (const bool knowsItsGaps : {true, false}) {
+        importTwoRows();
+        deleteThreeOnTheMap();
+        if (knowsItsGaps) theJournal().cannotRest();
+        endAndStartAgain();
+        clickOn(*main, u"cmdReopen"_s);
+        EXPECT_EQ(theSurvey().NumSites, 3);
+        EXPECT_EQ(theSurvey().NumRows, 1);
+        EXPECT_TRUE(theJournal().canRestAt(theJournal().position()));
+        EXPECT_FALSE(theJournal().canRestAt(theJournal().position() - 1));
+        EXPECT_EQ(main->mnuUndo->text(), u"&Undo: "_s + u"delete 3 sites on the map"_s);
+    }
 }
 
 TEST_F(EndedProgram, SaysInItsQuietLineWhenTheWorkCannotBeKept) {
-    expectGenericReport(6, 0);
-    {
-        const FileSizeLimit limit(1000);
-        importGeneric(folder / "rows.csv", 4);
-    }
+    importWhatCannotBeKept();
     EXPECT_EQ(main->lblSurveyFile->text(), u"Survey not saved \u2013 not kept for a crash"_s);
     EXPECT_TRUE(main->lblSurveyFile->toolTip().contains(u"cannot be written: File too large"_s));
-    inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
+    findRows(u"6"_s);
     EXPECT_EQ(main->lblSurveyFile->text(), u"Survey not saved"_s);
 }
 
 TEST_F(EndedProgram, NoLongerSaysThatWorkCannotBeKeptOnceItIsSaved) {
-    expectGenericReport(6, 0);
-    {
-        const FileSizeLimit limit(1000);
-        importGeneric(folder / "rows.csv", 4);
-    }
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
-    chooseItem(*main, u"mnuSaveSurvey"_s);
+    importWhatCannotBeKept();
+    save();
     EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
 }
 
 TEST_F(EndedProgram, SaysAtOnceWhenWhatFollowsCannotBeKept) {
-    importRows();
+    importTwoRows();
     {
         const FileSizeLimit limit(100);
         theJournal().recount([](const Survey&, SurveyCounts&) {});
@@ -202,12 +190,9 @@ TEST_F(EndedProgram, SaysAtOnceWhenWhatFollowsCannotBeKept) {
 }
 
 TEST_F(EndedProgram, OffersAgainWhatCouldNotBeKeptOnceReopenedUntilItIsSaved) {
-    importRows();
+    importTwoRows();
     endAndStartAgain();
-    {
-        const FileSizeLimit limit(100);
-        clickOn(*main, u"cmdReopen"_s);
-    }
+    reopenWithoutRoom();
     EXPECT_FALSE(isOffered());
     EXPECT_EQ(filesKept(), 1) << "the only copy";
     save();
@@ -217,12 +202,9 @@ TEST_F(EndedProgram, OffersAgainWhatCouldNotBeKeptOnceReopenedUntilItIsSaved) {
 }
 
 TEST_F(EndedProgram, LetsGoOfWhatWasReopenedOnceItIsKeptAnew) {
-    importRows();
+    importTwoRows();
     endAndStartAgain();
-    {
-        const FileSizeLimit limit(100);
-        clickOn(*main, u"cmdReopen"_s);
-    }
+    reopenWithoutRoom();
     chooseItem(*main, u"mnuUndo"_s);
     EXPECT_EQ(filesKept(), 1) << "the new one";
     endAndStartAgain();
@@ -232,11 +214,10 @@ TEST_F(EndedProgram, LetsGoOfWhatWasReopenedOnceItIsKeptAnew) {
 }
 
 TEST_F(EndedProgram, ShowsNoErrorLogOfAnotherImport) {
-    importRows();
+    importTwoRows();
     EXPECT_TRUE(main->mnuEL->isEnabled());
     save();
     endAndStartAgain();
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
     chooseItem(*main, u"mnuOpenSurvey"_s);
     EXPECT_EQ(theSurvey().NumSites, 6);
     EXPECT_TRUE(main->mnuGrid->isEnabled());
@@ -245,21 +226,12 @@ TEST_F(EndedProgram, ShowsNoErrorLogOfAnotherImport) {
         chooseItem(*main, item);
     }
     EXPECT_FALSE(main->mnuEL->isEnabled());
-    importRows();
+    importTwoRows();
     EXPECT_TRUE(main->mnuEL->isEnabled());
 }
 
-TEST_F(EndedProgram, BeforeTheMapKnewOfItsGapsBringsBackASurveyThatCanBeUsed) {
-    importRows();
-    deleteThreeOnTheMap();
-    endAndStartAgain();
-    clickOn(*main, u"cmdReopen"_s);
-    EXPECT_EQ(theSurvey().NumRows, 1);
-    EXPECT_FALSE(theJournal().canRestAt(theJournal().position() - 1));
-}
-
 TEST_F(EndedProgram, IsBroughtBackPastAFileThatCannotBeRead) {
-    importRows();
+    importTwoRows();
     endAndStartAgain();
     const std::string damaged = folder / "state/recovery-999999-0";
     writeFile(damaged, "VARN-Tessel recovery 1\n" + std::string(500, 'x'));
@@ -274,39 +246,26 @@ TEST_F(EndedProgram, IsBroughtBackPastAFileThatCannotBeRead) {
 }
 
 TEST_F(EndedProgram, KeepsTheExportOfASurveyThatWasOpened) {
-    importRows();
+    importTwoRows();
     save();
     endAndStartAgain();
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "field.gpkg"); });
     chooseItem(*main, u"mnuOpenSurvey"_s);
     EXPECT_EQ(filesKept(), 0);
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "table.csv"); });
-    chooseItem(*main, u"mnuSaveTable"_s);
-    clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
-    waitUntilClosed(u"frmSaveTable"_s);
+    saveTable(folder / "table.csv");
     EXPECT_EQ(filesKept(), 1);
 }
 
 TEST_F(EndedProgram, DoesNotMixWhatIsReopenedWithWhatWasOpen) {
-    importRows();
+    importTwoRows();
     deleteThreeOnTheMap();
     endAndStartAgain();
-    importRows();
+    importTwoRows();
     save();
-    {
-        const FileSizeLimit limit(100);
-        clickOn(*main, u"cmdReopen"_s);
-    }
+    reopenWithoutRoom();
     endAndStartAgain();
     EXPECT_EQ(filesKept(), 1);
     clickOn(*main, u"cmdReopen"_s);
     EXPECT_EQ(theSurvey().NumSites, 3);
-    EXPECT_FALSE(isOffered());
-}
-
-TEST_F(EndedProgram, ThatNeverHadAChangeKeepsNothing) {
-    EXPECT_EQ(filesKept(), 0);
-    endAndStartAgain();
     EXPECT_FALSE(isOffered());
 }
 

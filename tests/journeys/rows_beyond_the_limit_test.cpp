@@ -17,13 +17,7 @@ class RowsBeyondTheLimit : public testing::Test, protected RunningProgram {
         writeFile(folder / "survey.dat", lines);
         expectTrimbleReport(260, 0);
         expectTooManyRows();
-        importTrimbleFile(*main, {fromPath(folder / "survey.dat"),
-                                  u"5"_s,
-                                  {},
-                                  {u"1"_s, u"5"_s},
-                                  {u"7"_s, u"11"_s},
-                                  {u"13"_s, u"14"_s},
-                                  {}});
+        importTrimbleFile(*main, {folder / "survey.dat", u"5"_s, {}, {1, 5}, {7, 11}, {13, 14}, {}});
         return shownWindow(u"frmDataEdit"_s);
     }
     static void typeDistance(QWidget& dialog, const QString& distance) {
@@ -86,14 +80,6 @@ TEST_F(RowsBeyondTheLimit, TakeTheirRowDialogAlongWhenAnotherSurveyComes) {
     expectGenericReport(1, 0);
     importGeneric(folder / "one.txt", 4);
     EXPECT_FALSE(isShown(u"frmDataEdit"_s));
-}
-
-TEST_F(RowsBeyondTheLimit, AreToldApartFromRowNumbersOfNoUse) {
-    writeFile(folder / "rows.txt", "1 1 10 2\n2 1 10 2\n");
-    expectGenericReport(2, 0);
-    boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
-    importGeneric(folder / "rows.txt", 0);
-    EXPECT_TRUE(main->lblInvitation->text().startsWith(u"2 sites, with row numbers that are of no use\n"));
 }
 
 }  // namespace tessel

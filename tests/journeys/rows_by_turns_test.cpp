@@ -85,7 +85,7 @@ TEST_F(RowsByTurnsJourney, FollowASurveyThatChangesBesideThemAndLeaveOtherPlotsI
     frmTurns& again = openTurns();
     EXPECT_EQ(again.lblTurns->text(), text);
     chooseItem(*main, u"mnuTrue_Dis"_s);
-    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"2"_s});
+    deleteRow(2);
     EXPECT_TRUE(isVisible(u"Chart2D1"_s));
     EXPECT_TRUE(again.isVisible());
     EXPECT_NE(again.lblTurns->text(), text);
@@ -121,18 +121,6 @@ TEST_F(RowsByTurnsJourney, KeepWhatTheUserHasZoomedInOn) {
     EXPECT_EQ(grid().views().view(ChartViews::kX), view);
     clickOn(window, u"cmdCancel"_s);
     EXPECT_EQ(grid().views().view(ChartViews::kX), view);
-}
-
-TEST_F(RowsByTurnsJourney, GoWhenAnotherSurveyTakesThePlaceOfTheirs) {
-    writeFile(folder / "other.txt", "0 0 20 1\n1 0 21 1\n2 0 22 1\n0 6 20 2\n");
-    openTurns();
-    expectGenericReport(4, 0);
-    importGeneric(folder / "other.txt", 0);
-    EXPECT_FALSE(isShown(u"frmTurns"_s));
-    openTurns();
-    chooseItem(*main, u"mnuUndo"_s);
-    EXPECT_FALSE(isShown(u"frmTurns"_s));
-    expectSameSurvey(theSurvey(), before);
 }
 
 }  // namespace tessel

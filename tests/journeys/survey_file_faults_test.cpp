@@ -7,7 +7,6 @@
 #include "storage/survey_file.h"
 #include "support/RunningProgram.h"
 #include "support/journal_bits.h"
-#include "support/own_mounts.h"
 #include "support/survey_under_test.h"
 #include "support/unprivileged_user.h"
 
@@ -36,17 +35,13 @@ class UnsavedSurvey : public testing::Test, protected RunningProgram {
 
     // Six sites in two rows, saved on the drive; then the last act is taken back.
     void saveAndChange() {
-        writeFile(folder / "rows.csv", "0,0,10\n0,5,11\n0,9,12\n10,9,13\n10,5,14\n10,0,15\n");
-        expectGenericReport(6, 0);
-        importGeneric(folder / "rows.csv", 4);
-        inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
-        waitUntilClosed(u"frmDataEdit"_s);
+        importTwoRows();
         saveAs(onDrive);
         saved = readFile(onDrive);
         chooseItem(*main, u"mnuUndo"_s);
     }
     void saveAs(const std::string& where) {
-        setFileResponder([where](const FileQuestion&) { return fromPath(where); });
+        chooseFile(where);
         chooseItem(*main, u"mnuSaveSurveyAs"_s);
     }
     // Nothing is chosen where a name is asked for.
@@ -90,15 +85,6 @@ TEST_F(UnsavedSurvey, WhoseFileMayNoLongerBeWrittenIsNotLost) {
     expectNothingLost();
 }
 
-TEST_F(UnsavedSurvey, WhoseFolderMayNoLongerBeChangedIsSaved) {
-    saveAndChange();
-    fs::permissions(folder / "drive", fs::perms(0555));
-    save();
-    EXPECT_EQ(asked, 0);
-    EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
-    EXPECT_EQ(journalDifferences(openSurvey(onDrive).journal, theJournal()), "");
-}
-
 TEST_F(UnsavedSurvey, WhoseFolderMayNoLongerBeEnteredIsNotLost) {
     saveAndChange();
     fs::permissions(folder / "drive", fs::perms::none);
@@ -124,34 +110,6 @@ TEST_F(UnsavedSurvey, InWhoseFilesPlaceIsAFolderAsksForAnotherName) {
     EXPECT_EQ(asked, 1);
     EXPECT_TRUE(fs::is_empty(onDrive));
     expectNothingLost();
-}
-
-TEST_F(UnsavedSurvey, WhoseDriveIsFullIsNotLostAndSavedWhenThereIsRoom) {
-    runWithOwnMounts([this] {
-        const Drive drive(folder / "drive");
-        saveAndChange();
-        drive.fill("ballast");
-        expectRefused(ENOSPC);
-        EXPECT_EQ(readFile(onDrive), saved);
-        fs::remove(drive / "ballast");
-        save();
-        EXPECT_EQ(asked, 0);
-        EXPECT_EQ(main->lblSurveyFile->text(), u"field.gpkg"_s);
-        EXPECT_EQ(journalDifferences(openSurvey(onDrive).journal, theJournal()), "");
-    });
-}
-
-// As a desktop does, which takes the folder away with the drive.
-TEST_F(UnsavedSurvey, WhoseDriveHasVanishedIsNotLost) {
-    runWithOwnMounts([this] {
-        const Drive drive(folder / "drive");
-        saveAndChange();
-        drive.vanish();
-        fs::remove(folder / "drive");
-        expectRefused(ENOENT);
-        EXPECT_EQ(readFile(drive / "field.gpkg"), saved);
-        expectNothingLost();
-    });
 }
 
 }  // namespace tessel

@@ -16,22 +16,13 @@ namespace {
 
 class SavedSurvey : public testing::Test, protected RunningProgram {
   protected:
-    SavedSurvey() {
-        writeFile(folder / "rows.csv", "0,0,10\n0,5,11\n0,9,12\n10,9,13\n10,5,14\n10,0,15\n");
-        setFileResponder([this](const FileQuestion& question) {
-            asked << question.caption;
-            return answer;
-        });
-    }
     void importRows() {
-        expectGenericReport(6, 0);
-        importGeneric(folder / "rows.csv", 4);
+        importTwoRows();
         setFileResponder([this](const FileQuestion& question) {
             asked << question.caption;
             suffix = question.suffix;
             return answer;
         });
-        inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"6"_s});
     }
     void press(Qt::Key key) {
         main->activateWindow();
@@ -71,9 +62,7 @@ TEST_F(SavedSurvey, ComesBackWithItsHistory) {
     chooseItem(*main, u"mnuUndo"_s);
     EXPECT_EQ(theSurvey().NumSites, 0);
     EXPECT_EQ(line(), u"field.gpkg \u2013 changes not saved"_s);
-    boxes.ask(true,
-              u"The survey has changes that have not been saved.\n"
-              u"Are you sure that you wish to open another one?"_s);
+    boxes.ask(true, kOpeningQuestion);
     open("field.gpkg");
     EXPECT_EQ(differences(theSurvey(), whole), "");
     EXPECT_EQ(line(), u"field.gpkg"_s);
@@ -174,9 +163,7 @@ TEST_F(SavedSurvey, StaysWhenTheQuestionIsAnsweredWithNo) {
     saveAs("field.gpkg");
     chooseItem(*main, u"mnuUndo"_s);
     const Survey changed = theSurvey();
-    boxes.ask(false,
-              u"The survey has changes that have not been saved.\n"
-              u"Are you sure that you wish to open another one?"_s);
+    boxes.ask(false, kOpeningQuestion);
     open("field.gpkg");
     EXPECT_EQ(differences(theSurvey(), changed), "");
 }
@@ -210,7 +197,6 @@ TEST_F(SavedSurvey, OfAnotherDayIsExportedAgainWhenItWas) {
     importRows();
     saveAs("field.gpkg");
     EXPECT_FALSE(theSession().DataSaved);
-    setFileResponder([this](const FileQuestion&) { return answer; });
     exportTo(folder / "out.txt");
     EXPECT_TRUE(theSession().DataSaved);
     setFileResponder([this](const FileQuestion&) { return answer; });

@@ -19,6 +19,9 @@ Survey rowsWithSpikes() {
     return madeSurvey(sites);
 }
 
+const std::pair<QString, QString> kSearches[] = {{u"mnuTurns"_s, u"frmTurns"_s},
+                                                 {u"mnuSuspects"_s, u"frmSuspects"_s}};
+
 class SuspiciousSitesJourney : public testing::Test, protected RunningProgram {
   protected:
     SuspiciousSitesJourney() : RunningProgram(rowsWithSpikes()) {}
@@ -62,15 +65,25 @@ TEST_F(SuspiciousSitesJourney, OfAllSitesLeaveAProgramWithoutOne) {
     expectSameSurvey(theSurvey(), before);
 }
 
-TEST_F(SuspiciousSitesJourney, CloseTheirWindowWhenAnotherSurveyTakesThePlaceOfTheirs) {
+TEST_F(SuspiciousSitesJourney, AndTurnsCloseTheirWindowsWhenAnotherSurveyTakesThePlaceOfTheirs) {
+    const auto open = [this] {
+        for (const auto& [item, window] : kSearches) {
+            chooseItem(*main, item);
+            EXPECT_TRUE(isShown(window));
+        }
+    };
+    const auto expectClosed = [] {
+        for (const auto& [item, window] : kSearches)
+            EXPECT_FALSE(isShown(window)) << window.toStdString();
+    };
     writeFile(folder / "other.txt", "0 0 20 1\n1 0 21 1\n2 0 22 1\n0 6 20 2\n");
-    openSuspects();
+    open();
     expectGenericReport(4, 0);
     importGeneric(folder / "other.txt", 0);
-    EXPECT_FALSE(isShown(u"frmSuspects"_s));
-    openSuspects();
+    expectClosed();
+    open();
     chooseItem(*main, u"mnuUndo"_s);
-    EXPECT_FALSE(isShown(u"frmSuspects"_s)) << "the import has been taken back";
+    expectClosed();
     expectSameSurvey(theSurvey(), before);
 }
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any table through the real windows: its columns are named by clicks on their heads, then it is a survey.
-#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
@@ -96,7 +95,6 @@ TEST_F(TableImportJourney, WhatWasChosenIsKeptForTheNextFileOfTheSameHeader) {
     EXPECT_EQ(head(next, 3), u"Cond.1[mS/m]\n-"_s);
     EXPECT_EQ(controlAs<QLineEdit>(next, u"txtDistance"_s).text(), u"5"_s);
     EXPECT_EQ(controlAs<QLineEdit>(next, u"txtCutoff"_s).text(), u"11.1"_s);
-    clickOn(next, u"cmdCancel"_s);
 }
 
 TEST_F(TableImportJourney, TheShapeCanBeChanged) {
@@ -110,7 +108,6 @@ TEST_F(TableImportJourney, TheShapeCanBeChanged) {
     EXPECT_EQ(head(window, 0), u"Column 1\n-"_s);
     pickItem(window, u"cmbDecimal"_s, 1);
     EXPECT_EQ(controlAs<QComboBox>(window, u"cmbDecimal"_s).currentText(), u"a comma"_s);
-    clickOn(window, u"cmdCancel"_s);
 }
 
 TEST_F(TableImportJourney, ColumnsAreNamedWithTheKeyboardToo) {
@@ -149,7 +146,6 @@ TEST_F(TableImportJourney, ARoleThatTheKeyboardPassesStaysWithItsColumn) {
     EXPECT_TRUE(notice(window).isEmpty()) << notice(window).toStdString();
     QTest::keyClick(&role, Qt::Key_Home);
     EXPECT_EQ(head(window, 2), u"c\n-"_s);
-    clickOn(window, u"cmdCancel"_s);
 }
 
 TEST_F(TableImportJourney, AHeadMakesRoomForWhatItsColumnHolds) {
@@ -157,7 +153,6 @@ TEST_F(TableImportJourney, AHeadMakesRoomForWhatItsColumnHolds) {
     name(window, 0, u"site number"_s);
     EXPECT_EQ(head(window, 0), u"a\nsite number"_s);
     EXPECT_GE(table(window).columnWidth(0), table(window).horizontalHeader()->sectionSizeHint(0));
-    clickOn(window, u"cmdCancel"_s);
 }
 
 TEST_F(TableImportJourney, RowNumbersThatAreOfNoUseLeaveTheWindowOpen) {
@@ -167,7 +162,6 @@ TEST_F(TableImportJourney, RowNumbersThatAreOfNoUseLeaveTheWindowOpen) {
     boxes.tell(u"Fatal Error! Initial row # not equal to 1. Input aborted."_s);
     clickOn(window, u"cmdImport"_s);
     EXPECT_TRUE(window.isVisible());
-    clickOn(window, u"cmdCancel"_s);
 }
 
 TEST_F(TableImportJourney, AnUnknownSystemOrAFileThatIsNoneIsTold) {
@@ -182,7 +176,6 @@ TEST_F(TableImportJourney, AnUnknownSystemOrAFileThatIsNoneIsTold) {
     look(window, folder / "gone");
     EXPECT_EQ(notice(window), u"There is no such file, or it is none that can be read."_s);
     EXPECT_FALSE(canImport(window));
-    clickOn(window, u"cmdCancel"_s);
 }
 
 TEST_F(TableImportJourney, ValuesThatAreNoNumbersAreMarked) {
@@ -192,10 +185,9 @@ TEST_F(TableImportJourney, ValuesThatAreNoNumbersAreMarked) {
     EXPECT_EQ(model.index(3, 3).data(Qt::ToolTipRole).toString(), u"This is not a number."_s);
     EXPECT_FALSE(model.index(0, 3).data(Qt::ForegroundRole).isValid());
     EXPECT_FALSE(model.index(0, 2).data(Qt::ForegroundRole).isValid()) << "a time, which nobody reads";
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "other.csv"); });
+    chooseFile(folder / "other.csv");
     clickOn(window, u"cmdBrowse"_s);
     EXPECT_EQ(controlAs<QLineEdit>(window, u"txtFile"_s).text(), fromPath(folder / "other.csv"));
-    clickOn(window, u"cmdCancel"_s);
 }
 
 }  // namespace tessel

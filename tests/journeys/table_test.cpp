@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A table through the real windows: out by the menu, and in again.
-#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
@@ -15,14 +14,6 @@ class TableJourney : public testing::Test, protected RunningProgram {
         expectGenericReport(4, 0);
         importGeneric(folder / "field.csv", 0);
     }
-    void saveTable(const QStringList& clicks = {}) {
-        setFileResponder([this](const FileQuestion&) { return fromPath(table()); });
-        chooseItem(*main, u"mnuSaveTable"_s);
-        for (const QString& name : clicks)
-            clickOn(shownWindow(u"frmSaveTable"_s), name);
-        clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
-        waitUntilClosed(u"frmSaveTable"_s);
-    }
     std::string table() const { return folder / "table.csv"; }
 };
 
@@ -30,7 +21,7 @@ class TableJourney : public testing::Test, protected RunningProgram {
 
 TEST_F(TableJourney, TheTableIsSavedSaidAndReadAgain) {
     importRows();
-    saveTable();
+    saveTable(table());
     EXPECT_EQ(main->lblMessage->text(), u"Table saved to table.csv"_s);
     const std::vector<MadeSite> saved = sitesIn(theSurvey());
     expectGenericReport(4, 1);
@@ -41,9 +32,9 @@ TEST_F(TableJourney, TheTableIsSavedSaidAndReadAgain) {
 
 TEST_F(TableJourney, ATableIsNoExportOfATransectFileButStandsInTheRecord) {
     importRows();
-    saveTable();
+    saveTable(table());
     EXPECT_FALSE(theSession().DataSaved);
-    setFileResponder([this](const FileQuestion&) { return fromPath(folder / "work.yaml"); });
+    chooseFile(folder / "work.yaml");
     chooseItem(*main, u"mnuRecord"_s);
     const std::string record = readFile(folder / "work.yaml");
     EXPECT_NE(record.find("path: \"" + table() + "\""), std::string::npos) << record;
@@ -52,14 +43,12 @@ TEST_F(TableJourney, ATableIsNoExportOfATransectFileButStandsInTheRecord) {
 
 TEST_F(TableJourney, RemovedSitesFollowWhatIsTakenBack) {
     importRows();
-    inRowDialog(u"Option2"_s, {u"Text4"_s}, {u"1"_s});
-    waitUntilClosed(u"frmDataEdit"_s);
-    saveTable({u"chkRemoved"_s});
+    deleteRow(1);
+    saveTable(table(), {u"chkRemoved"_s});
     EXPECT_TRUE(readFile(table()).ends_with("0.1,1.3,21,1,\"Deleted row 1 with its 2 sites\"\r\n"));
     chooseItem(*main, u"mnuUndo"_s);
     chooseItem(*main, u"mnuSaveTable"_s);
     EXPECT_FALSE(controlAs<QCheckBox>(shownWindow(u"frmSaveTable"_s), u"chkRemoved"_s).isEnabled());
-    clickOn(shownWindow(u"frmSaveTable"_s), u"cmdCancel"_s);
 }
 
 }  // namespace tessel

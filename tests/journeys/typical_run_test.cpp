@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The typical run as one journey through the real windows, beside a plain second implementation that derives
 // the file it must end with from the bytes of the sensor file.
-#include "desktop/FileDialogs.h"
 #include "drawing/PictureBox.h"
 #include "journal/journal.h"
 #include "support/PlotWindow.h"
@@ -30,13 +29,7 @@ class TypicalRun : public testing::Test, protected RunningProgram {
 void TypicalRun::importSerpentine() {
     const std::string file = kSamples + "serpentine_two_readings.dat";
     expectTrimbleReport(6070, 14);
-    importTrimbleFile(*main, {fromPath(file),
-                              u"3"_s,
-                              {u"1"_s, u"8"_s},
-                              {u"10"_s, u"21"_s},
-                              {u"23"_s, u"34"_s},
-                              {u"36"_s, u"43"_s},
-                              {u"45"_s, u"52"_s}});
+    importTrimbleFile(*main, {file, u"3"_s, {1, 8}, {10, 21}, {23, 34}, {36, 43}, {45, 52}});
     PlainTrimbleOptions options{{1, 8}, {10, 21}, {23, 34}, {36, 43}, {45, 52}};
     options.minDistance = 3;
     const PlainImport import = plainTrimbleImport(readFile(file), options);
@@ -212,7 +205,7 @@ class GenericSamples : public TypicalRun, public testing::WithParamInterface<Gen
 TEST_P(GenericSamples, GiveTheSameSurveyAsFarAsTheirLayoutCarriesIt) {
     importSample();
     EXPECT_EQ(theSurvey().NumRows, GetParam().rows ? 12 : 1);
-    if (!GetParam().rows) inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"3"_s});
+    if (!GetParam().rows) findRows(u"3"_s);
 
     plain.sites = wholeSurvey();
     ASSERT_EQ(plain.sites.size(), 600U);

@@ -32,7 +32,6 @@ class TakingBack : public testing::Test, protected RunningProgram {
         importGeneric(folder / "rows.csv", 0);
         before = theSurvey();
     }
-    void deleteRow(const QString& row) { inRowDialog(u"Option2"_s, {u"Text4"_s}, {row}); }
     // Keys find the window in front.
     static void toFront(QWidget& window) {
         window.activateWindow();
@@ -43,6 +42,12 @@ class TakingBack : public testing::Test, protected RunningProgram {
     void openRowPlots() {
         chooseItem(*main, u"mnuY"_s);
         editor = main->findChild<RowPlotEditor*>();
+    }
+    void emptyTheFirstRow() {
+        openRowPlots();
+        for (const int point : {1, 2, 3})
+            clickPoint(*editor->Chart2D3, 1, point);
+        clickOn(*main, u"Command5"_s);
     }
     frmHistory& history() {
         chooseItem(*main, u"mnuHistory"_s);
@@ -71,7 +76,7 @@ TEST_F(TakingBack, IsOfferedUnderTheNameOfTheLastAct) {
     EXPECT_EQ(main->mnuUndo->text(), u"&Undo: import rows.csv"_s);
     EXPECT_FALSE(main->mnuRedo->isEnabled());
     EXPECT_EQ(main->mnuRedo->text(), u"&Redo"_s);
-    deleteRow(u"2"_s);
+    deleteRow(2);
     EXPECT_EQ(main->mnuUndo->text(), u"&Undo: delete row 2"_s);
     undo();
     expectAsBefore();
@@ -96,7 +101,7 @@ TEST_F(TakingBack, IsNotOfferedBeforeAnythingWasDone) {
 }
 
 TEST_F(TakingBack, HasItsKeys) {
-    deleteRow(u"1"_s);
+    deleteRow(1);
     toFront(*main);
     QTest::keyClick(main.get(), Qt::Key_Z, Qt::ControlModifier);
     expectAsBefore();
@@ -108,7 +113,7 @@ TEST_F(TakingBack, HasItsKeys) {
 }
 
 TEST_F(TakingBack, SaysForSomeSecondsWhatWasTakenBack) {
-    deleteRow(u"2"_s);
+    deleteRow(2);
     EXPECT_EQ(message(), QString());
     undo();
     EXPECT_EQ(message(), u"Taken back: Deleted row 2 with its 3 sites"_s);
@@ -140,10 +145,7 @@ TEST_F(TakingBack, WorksInTheRowPlotsWhereverTheKeyboardIs) {
 }
 
 TEST_F(TakingBack, BringsARowBackThatWasEmptiedAndShowsIt) {
-    openRowPlots();
-    for (const int point : {1, 2, 3})
-        clickPoint(*editor->Chart2D3, 1, point);
-    clickOn(*main, u"Command5"_s);
+    emptyTheFirstRow();
     ASSERT_EQ(theSurvey().NumRows, 2);
     undo();
     expectAsBefore();
@@ -153,11 +155,8 @@ TEST_F(TakingBack, BringsARowBackThatWasEmptiedAndShowsIt) {
 }
 
 TEST_F(TakingBack, RestoresMenusAsTheyWereAfterTheAct) {
-    deleteRow(u"3"_s);
-    openRowPlots();
-    for (const int point : {1, 2, 3})
-        clickPoint(*editor->Chart2D3, 1, point);
-    clickOn(*main, u"Command5"_s);
+    deleteRow(3);
+    emptyTheFirstRow();
     ASSERT_FALSE(main->mnuGrid->isEnabled());
     undo();
     EXPECT_TRUE(main->mnuGrid->isEnabled());
@@ -176,7 +175,7 @@ TEST_F(TakingBack, HidesAPlotThatHasNothingToShowAnyMore) {
 }
 
 TEST_F(TakingBack, BringsTheSurveyBackThatAWrongImportReplaced) {
-    deleteRow(u"2"_s);
+    deleteRow(2);
     const Survey mine = theSurvey();
     writeFile(folder / "other.csv", "1,1,5\n");
     expectGenericReport(1, 0);
@@ -188,28 +187,9 @@ TEST_F(TakingBack, BringsTheSurveyBackThatAWrongImportReplaced) {
     EXPECT_TRUE(main->summaryArea->accessibleName().contains(u"rows.csv"_s));
 }
 
-TEST_F(TakingBack, BringsTheEarlierRowsBackAfterTooManyOfThem) {
-    std::string lines;
-    for (int i = 0; i < 300; ++i)
-        lines += std::to_string(i / 150 * 1000) + ',' + std::to_string(i * 2) + ",5\n";
-    writeFile(folder / "long.csv", lines);
-    expectGenericReport(300, 0);
-    importGeneric(folder / "long.csv", 4);
-    inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"500"_s});
-    before = theSurvey();
-    expectTooManyRows();
-    inRowDialog(u"Option3"_s, {u"Text1"_s}, {u"1"_s});
-    clickOn(shownWindow(u"frmDataEdit"_s), u"Command2"_s);
-    undo();
-    expectAsBefore();
-    EXPECT_TRUE(main->mnuGrid->isEnabled());
-    chooseItem(*main, u"mnuGrid"_s);
-    EXPECT_TRUE(isVisible(u"Chart2D2"_s));
-}
-
 TEST_F(TakingBack, MakesTheSurveyTheExportedOneAgain) {
     exportTo(folder / "out.txt");
-    deleteRow(u"2"_s);
+    deleteRow(2);
     EXPECT_FALSE(theSession().DataSaved);
     undo();
     EXPECT_TRUE(theSession().DataSaved);
@@ -221,7 +201,7 @@ TEST_F(TakingBack, IsFollowedByTheRowDialogAndTheOtherWindows) {
     chooseItem(*main, u"mnuData"_s);
     chooseItem(*main, u"mnuStat"_s);
     QWidget& statistics = shownWindow(u"frmStat"_s);
-    deleteRow(u"2"_s);
+    deleteRow(2);
     undo();
     chooseItem(*main, u"mnuData"_s);
     EXPECT_TRUE(
@@ -234,10 +214,7 @@ TEST_F(TakingBack, IsFollowedByTheRowDialogAndTheOtherWindows) {
 }
 
 TEST_F(TakingBack, GoesPastTheStateThatTheMapLeftBehind) {
-    chooseItem(*main, u"mnuIDEW"_s);
     // (the map is driven in its own tests; here what it does to the journal)
-    QWidget& map = shownWindow(u"frmClip"_s);
-    map.close();
     const std::size_t start = theJournal().position();
     SiteMaskArray mask = {0, 0, 0, 1, 1, 1, 0, 0, 0};
     theJournal().perform(deletionOfMasked(3),
@@ -249,17 +226,6 @@ TEST_F(TakingBack, GoesPastTheStateThatTheMapLeftBehind) {
     clickLine(window, static_cast<int>(start) + 1);
     EXPECT_EQ(theJournal().position(), start + 2) << "on to where the survey can stay";
     undo();
-    expectAsBefore();
-}
-
-TEST_F(TakingBack, GoesFromTheHistoryToNoStateInWhichTheSurveyCannotRest) {
-    SiteMaskArray mask = {0, 0, 0, 1, 1, 1, 0, 0, 0};
-    theJournal().perform(deletionOfMasked(3),
-                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
-    theJournal().cannotRest();
-    theJournal().goTo(theJournal().position() - 1);
-    frmHistory& window = history();
-    clickLine(window, static_cast<int>(theJournal().size()));
     expectAsBefore();
 }
 
@@ -289,8 +255,8 @@ TEST_F(TakingBack, TakesATypedRowNumberAwayThatMeantAnotherFile) {
 }
 
 TEST_F(TakingBack, IsShownAsAHistoryWithThePresentStateMarked) {
-    deleteRow(u"2"_s);
-    deleteRow(u"1"_s);
+    deleteRow(2);
+    deleteRow(1);
     frmHistory& window = history();
     ASSERT_EQ(window.lstHistory->model()->rowCount(), 4);
     EXPECT_EQ(textIn(window, 0, HistoryModel::kWhat), u"Start of the program"_s);
@@ -318,10 +284,10 @@ TEST_F(TakingBack, IsShownAsAHistoryWithThePresentStateMarked) {
 TEST_F(TakingBack, FollowsInTheHistoryWhatIsDoneBesideIt) {
     frmHistory& window = history();
     EXPECT_EQ(window.lstHistory->model()->rowCount(), 2);
-    deleteRow(u"2"_s);
+    deleteRow(2);
     EXPECT_EQ(window.lstHistory->model()->rowCount(), 3);
     undo();
-    deleteRow(u"1"_s);
+    deleteRow(1);
     EXPECT_EQ(window.lstHistory->model()->rowCount(), 3);
     EXPECT_EQ(textIn(window, 2, HistoryModel::kWhat), u"Deleted row 1 with its 3 sites"_s);
 }

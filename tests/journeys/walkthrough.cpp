@@ -51,6 +51,13 @@ class Walkthrough {
         say(u"picture "_s + name + u".png"_s);
     }
 
+    // A window that an item opens, as it opens.
+    void keepOpened(const QString& item, const QString& window, const QString& name) {
+        chooseItem(*main_, item);
+        keep(shownWindow(window), name);
+        shownWindow(window).close();
+    }
+
     static void say(const QString& text) { QTextStream(stdout) << text << Qt::endl; }
 
     // Reads a message as a user does, keeps its picture and agrees.
@@ -66,13 +73,8 @@ class Walkthrough {
     void import() {
         // Names without a folder: the pictures are the same on every computer.
         QDir::setCurrent(samples_);
-        TrimbleEntries entries{u"field_without_stops.dat"_s,
-                               u"10"_s,
-                               {u"1"_s, u"8"_s},
-                               {u"10"_s, u"21"_s},
-                               {u"23"_s, u"34"_s},
-                               {u"36"_s, u"43"_s},
-                               {u"45"_s, u"52"_s}};
+        const TrimbleEntries entries{
+            "field_without_stops.dat", u"10"_s, {1, 8}, {10, 21}, {23, 34}, {36, 43}, {45, 52}};
         beforeClick_ = [this](QWidget& window) { keep(window, u"02-"_s + window.objectName()); };
         importTrimbleFile(*main_, entries, beforeClick_);
         keep(*main_, u"03-imported"_s);
@@ -124,17 +126,13 @@ class Walkthrough {
         waitUntilClosed(u"frmTurns"_s);
         chooseItem(*main_, u"mnuGrid"_s);
         keep(*main_, u"11-survey-grid"_s);
-        chooseItem(*main_, u"mnuStat"_s);
-        keep(shownWindow(u"frmStat"_s), u"11-frmStat"_s);
-        shownWindow(u"frmStat"_s).close();
+        keepOpened(u"mnuStat"_s, u"frmStat"_s, u"11-frmStat"_s);
     }
 
     void lookAtReadings() {
         chooseItem(*main_, u"mnuGridEM1"_s);
         keep(*main_, u"12-grid-by-reading"_s);
-        chooseItem(*main_, u"mnuSavePicture"_s);
-        keep(shownWindow(u"frmPicture"_s), u"13-frmPicture"_s);
-        shownWindow(u"frmPicture"_s).close();
+        keepOpened(u"mnuSavePicture"_s, u"frmPicture"_s, u"13-frmPicture"_s);
     }
 
     void editOnTheMap() {
@@ -197,17 +195,10 @@ class Walkthrough {
         return highest;
     }
 
-    void takeBack() {
-        chooseItem(*main_, u"mnuHistory"_s);
-        keep(shownWindow(u"frmHistory"_s), u"19-frmHistory"_s);
-        shownWindow(u"frmHistory"_s).close();
-    }
+    void takeBack() { keepOpened(u"mnuHistory"_s, u"frmHistory"_s, u"19-frmHistory"_s); }
 
     void analyse() {
-        chooseItem(*main_, u"mnuAdjust"_s);
-        QWidget& adjust = shownWindow(u"frmAdjustData"_s);
-        keep(adjust, u"20-frmAdjustData"_s);
-        clickOn(adjust, u"cmdFinished"_s);
+        keepOpened(u"mnuAdjust"_s, u"frmAdjustData"_s, u"20-frmAdjustData"_s);
         chooseItem(*main_, u"mnuHist"_s);
         QWidget& histograms = shownWindow(u"frmHistForm"_s);
         chooseItem(histograms, u"mnuPlot"_s);
@@ -236,16 +227,9 @@ class Walkthrough {
     }
 
     void otherWindows() {
-        chooseItem(*main_, u"mnuCoordinates"_s);
-        keep(shownWindow(u"frmCoordinates"_s), u"25-frmCoordinates"_s);
-        clickOn(shownWindow(u"frmCoordinates"_s), u"cmdCancel"_s);
-        chooseItem(*main_, u"mnuHmain1"_s);
-        keep(shownWindow(u"frmHelpTesl"_s), u"26-frmHelpTesl"_s);
-        shownWindow(u"frmHelpTesl"_s).close();
-        chooseItem(*main_, u"mnuHelpAbout"_s);
-        QWidget& about = shownWindow(u"frmAbout"_s);
-        keep(about, u"27-frmAbout"_s);
-        clickOn(about, u"Command1"_s);
+        keepOpened(u"mnuCoordinates"_s, u"frmCoordinates"_s, u"25-frmCoordinates"_s);
+        keepOpened(u"mnuHmain1"_s, u"frmHelpTesl"_s, u"26-frmHelpTesl"_s);
+        keepOpened(u"mnuHelpAbout"_s, u"frmAbout"_s, u"27-frmAbout"_s);
     }
 
     void saveWhatIsDone() {
@@ -258,7 +242,7 @@ class Walkthrough {
         setFileResponder({});
         beforeClick_ = [this](QWidget& window) { keep(window, u"29-"_s + window.objectName()); };
         QDir::setCurrent(folder_);
-        exportTransectFile(*main_, u"transect.txt"_s, u"1"_s, beforeClick_);
+        exportTransectFile(*main_, "transect.txt", u"1"_s, beforeClick_);
         main_->close();
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "program/program_directories.h"
 
+#include "support/environment.h"
 #include "support/temporary_folder.h"
 
 namespace tessel {
@@ -51,34 +52,21 @@ TEST_F(ProgramDirectories, BeginAtTheProgramThatRuns) {
 }
 
 TEST(UserDataFolder, IsWhatTheEnvironmentSays) {
-    const auto valueOf = [](const char* name) {
-        const char* const value = std::getenv(name);
-        return value == nullptr ? std::optional<std::string>() : value;
-    };
-    const auto set = [](const char* name, const std::optional<std::string>& value) {
-        value ? ::setenv(name, value->c_str(), 1) : ::unsetenv(name);
-    };
-    const auto home = valueOf("HOME");
-    const auto data = valueOf("XDG_DATA_HOME");
-    const auto state = valueOf("XDG_STATE_HOME");
-    set("HOME", "/home/Andr\xE9");
+    const Environment home("HOME", "/home/Andr\xE9"), data("XDG_DATA_HOME", {}), state("XDG_STATE_HOME", {});
     for (const auto& none : {std::optional<std::string>(), std::optional<std::string>(""),
                              std::optional<std::string>("relative")}) {
-        set("XDG_DATA_HOME", none);
+        data.set(none);
         EXPECT_EQ(userDataFolder(), "/home/Andr\xE9/.local/share");
-        set("XDG_STATE_HOME", none);
+        state.set(none);
         EXPECT_EQ(userStateFolder(), "/home/Andr\xE9/.local/state");
     }
-    set("HOME", {});
+    home.set({});
     EXPECT_EQ(userDataFolder(), "");
-    set("XDG_DATA_HOME", "/data/\xFC");
+    data.set("/data/\xFC");
     EXPECT_EQ(userDataFolder(), "/data/\xFC");
     EXPECT_EQ(userStateFolder(), "");
-    set("XDG_STATE_HOME", "/state/\xFC");
+    state.set("/state/\xFC");
     EXPECT_EQ(userStateFolder(), "/state/\xFC");
-    set("HOME", home);
-    set("XDG_DATA_HOME", data);
-    set("XDG_STATE_HOME", state);
 }
 
 }  // namespace tessel

@@ -2,16 +2,13 @@
 #include "program/record_keeper.h"
 
 #include "base/sha256.h"
-#include "rows/row_acts.h"
-#include "rows/row_editing.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/temporary_folder.h"
 
 namespace tessel {
 
 namespace {
-
-constexpr std::size_t kMuch = std::size_t{1} << 30;
 
 // Four rows of two sites; site IDs 1001 to 1008 on lines 1, 3, 5, ...
 Survey fourRows() {
@@ -23,7 +20,9 @@ Survey fourRows() {
 
 class RecordOfASurvey : public testing::Test {
   protected:
-    explicit RecordOfASurvey(std::size_t mostBytes = kMuch) : journal(mostBytes) { writeFile(file(), "abc"); }
+    explicit RecordOfASurvey(std::size_t mostBytes = std::size_t{1} << 30) : journal(mostBytes) {
+        writeFile(file(), "abc");
+    }
 
     std::string file() const { return folder / "field.dat"; }
 
@@ -39,12 +38,8 @@ class RecordOfASurvey : public testing::Test {
         return summary;
     }
     void import() {
-        journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, fourRows());
+        importSurvey(journal, fourRows());
         keeper.noteImport(journal, summary());
-    }
-    void deleteRow(int row) {
-        journal.perform(deletionOfRow(journal.survey(), row),
-                        [row](Survey& survey) { return Delete_Row(survey, row); });
     }
     void exportSurvey(const std::string& name) {
         writeFile(folder / name, "exported");
@@ -105,7 +100,7 @@ TEST_F(RecordOfASurvey, TellsPositionsThatWereInMetresFromThoseThatBecameThem) {
         table.isTable = true;
         table.fixedColumns = false;
         table.fields = {{column, 1, 0}};
-        journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, survey);
+        importSurvey(journal, survey);
         keeper.noteImport(journal, table);
         return keeper.record(journal).import->parameters.at(2);
     };
@@ -114,7 +109,7 @@ TEST_F(RecordOfASurvey, TellsPositionsThatWereInMetresFromThoseThatBecameThem) {
 }
 
 TEST_F(RecordOfASurvey, TellsOfADelimitedFileWhatWasAskedForIt) {
-    journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, fourRows());
+    importSurvey(journal, fourRows());
     ImportSummary delimited = summary();
     delimited.fixedColumns = false;
     delimited.decimalCommasRead = true;
@@ -127,8 +122,8 @@ TEST_F(RecordOfASurvey, TellsOfADelimitedFileWhatWasAskedForIt) {
 
 TEST_F(RecordOfASurvey, ListsTheActsInForceWithTheSitesTheyTookOut) {
     import();
-    deleteRow(3);
-    deleteRow(1);
+    deleteRow(journal, 3);
+    deleteRow(journal, 1);
     const ProcessingRecord record = keeper.record(journal);
     ASSERT_EQ(record.acts.size(), 2U);
     const RecordedAct& first = record.acts[0];
@@ -149,7 +144,7 @@ TEST_F(RecordOfASurvey, ListsTheActsInForceWithTheSitesTheyTookOut) {
 
 TEST_F(RecordOfASurvey, ForgetsWhatHasBeenTakenBackAndKnowsItAgain) {
     import();
-    deleteRow(3);
+    deleteRow(journal, 3);
     journal.goTo(1);
     EXPECT_TRUE(acts().empty());
     journal.goTo(2);
@@ -159,11 +154,11 @@ TEST_F(RecordOfASurvey, ForgetsWhatHasBeenTakenBackAndKnowsItAgain) {
 
 TEST_F(RecordOfASurvey, BeginsWithTheLastImportThatIsInForce) {
     import();
-    deleteRow(3);
+    deleteRow(journal, 3);
     exportSurvey("first.txt");
     import();
-    deleteRow(1);
-    deleteRow(1);
+    deleteRow(journal, 1);
+    deleteRow(journal, 1);
     exportSurvey("second.txt");
     EXPECT_EQ(acts().size(), 2U);
     ASSERT_EQ(keeper.record(journal).exports.size(), 1U);
@@ -189,7 +184,7 @@ TEST_F(RecordOfASurvey, HasNoImportBeforeTheFirst) {
 TEST_F(RecordOfASurvey, TellsWhichExportHoldsTheSurveyAsItIs) {
     import();
     exportSurvey("all.txt");
-    deleteRow(2);
+    deleteRow(journal, 2);
     exportSurvey("some.txt");
     const auto holding = [this] {
         std::string marks;
@@ -200,7 +195,7 @@ TEST_F(RecordOfASurvey, TellsWhichExportHoldsTheSurveyAsItIs) {
     EXPECT_EQ(holding(), ".x");
     journal.goTo(1);
     EXPECT_EQ(holding(), "x.");
-    deleteRow(1);
+    deleteRow(journal, 1);
     EXPECT_EQ(holding(), "..");
     EXPECT_EQ(keeper.record(journal).exports[1].file.sha256, sha256OfFile(folder / "some.txt"));
 }
@@ -232,10 +227,10 @@ class RecordOfALongHistory : public RecordOfASurvey {
 
 TEST_F(RecordOfALongHistory, TellsHowManyActsAreForgotten) {
     import();
-    deleteRow(4);
+    deleteRow(journal, 4);
     EXPECT_EQ(keeper.record(journal).forgottenActs, std::int64_t(journal.forgotten()) - 1);
-    deleteRow(1);
-    deleteRow(1);
+    deleteRow(journal, 1);
+    deleteRow(journal, 1);
     const ProcessingRecord record = keeper.record(journal);
     EXPECT_GE(journal.forgotten(), 3U);
     EXPECT_EQ(record.forgottenActs + std::int64_t(record.acts.size()), 3);

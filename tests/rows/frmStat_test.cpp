@@ -3,6 +3,8 @@
 
 #include "desktop/CaptionColour.h"
 #include "desktop/Windows.h"
+#include "support/Pixels.h"
+#include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
@@ -52,14 +54,6 @@ QStringList header(const frmStat& window) {
     return cells;
 }
 
-void choose(QRadioButton* option) {
-    QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2));
-}
-
-QColor colourOf(const QWidget* widget) {
-    return widget->palette().color(QPalette::Active, QPalette::WindowText);
-}
-
 }  // namespace
 
 TEST(RowStatisticsWindow, ShowsALineForEachRow) {
@@ -92,16 +86,16 @@ TEST(RowStatisticsWindow, SwitchesTheDistanceScale) {
     frmStat window;
     window.show();
     EXPECT_TRUE(window.optDSA->isChecked());
-    EXPECT_EQ(colourOf(window.optDSA), captionColour(kLightBlue, window));
-    EXPECT_EQ(colourOf(window.optDSR), captionColour(kBlack, window));
-    choose(window.optDSR);
+    EXPECT_EQ(inkOf(*window.optDSA), captionColour(kLightBlue, window));
+    EXPECT_EQ(inkOf(*window.optDSR), captionColour(kBlack, window));
+    clickOn(window, u"optDSR"_s);
     EXPECT_EQ(cell(window, 0, 2), u"25.00"_s);
     EXPECT_EQ(cell(window, 1, 2), u"0.00"_s);
     EXPECT_EQ(cell(window, 2, 2), u"100.00"_s);
     EXPECT_EQ(cell(window, 2, 3), u"6.50"_s);
-    EXPECT_EQ(colourOf(window.optDSA), captionColour(kBlack, window));
-    EXPECT_EQ(colourOf(window.optDSR), captionColour(kLightBlue, window));
-    choose(window.optDSA);
+    EXPECT_EQ(inkOf(*window.optDSA), captionColour(kBlack, window));
+    EXPECT_EQ(inkOf(*window.optDSR), captionColour(kLightBlue, window));
+    clickOn(window, u"optDSA"_s);
     EXPECT_EQ(cell(window, 0, 2), u"5.00"_s);
 }
 

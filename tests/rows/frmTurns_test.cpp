@@ -6,6 +6,7 @@
 #include "journal/journal.h"
 #include "rows/row_detection.h"
 #include "support/ExpectedBoxes.h"
+#include "support/Pixels.h"
 #include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
@@ -13,24 +14,10 @@ namespace tessel {
 
 namespace {
 
-// Rows of a site a metre, 40 m long and 6 m apart, walked to and fro without a stop; all in row 1.
-Survey walk(int rows, double length = 40) {
-    std::vector<MadeSite> sites;
-    for (int row = 0; row < rows; ++row) {
-        for (double i = 0; i <= length; ++i)
-            sites.push_back({row * 6.0, row % 2 == 0 ? i : length - i, 20, 30, 1, 0});
-        for (int i = 1; i < 6 && row + 1 < rows; ++i)
-            sites.push_back({row * 6.0 + i, row % 2 == 0 ? length : 0, 20, 30, 1, 0});
-    }
-    return madeSurvey(sites);
-}
-
-QColor ink(const QWidget& widget) {
-    return widget.palette().color(QPalette::WindowText);
-}
-
+// Opened on four rows.
 class TurnsWindow : public testing::Test {
   protected:
+    TurnsWindow() { open(surveyWalkedToAndFro(4)); }
     void open(const Survey& survey) {
         surveyUnderTest() = survey;
         window = std::make_unique<frmTurns>();
@@ -54,7 +41,6 @@ class TurnsWindow : public testing::Test {
 }  // namespace
 
 TEST_F(TurnsWindow, OpensWithTheValuesThatTheSurveyProposesAndShowsWhatTheyFind) {
-    open(walk(4));
     EXPECT_EQ(window->txtTurn->text(), u"45.00"_s);
     EXPECT_EQ(window->txtChord->text(), u"10.00"_s);
     EXPECT_EQ(window->txtShortest->text(), u"8.00"_s);
@@ -67,7 +53,6 @@ TEST_F(TurnsWindow, OpensWithTheValuesThatTheSurveyProposesAndShowsWhatTheyFind)
 }
 
 TEST_F(TurnsWindow, LooksAgainWithEveryKeyAndEveryStepOfASlider) {
-    open(walk(4));
     const int before = showings;
     type(window->txtShortest, u"39"_s);
     EXPECT_EQ(showings, before + 2);
@@ -83,7 +68,6 @@ TEST_F(TurnsWindow, LooksAgainWithEveryKeyAndEveryStepOfASlider) {
 }
 
 TEST_F(TurnsWindow, SaysWhatIsWrongWithAValueAndTakesNoneOfIt) {
-    open(walk(4));
     const std::tuple<QLineEdit*, QString, QString> wrong[] = {
         {window->txtTurn, u"180"_s, u"The angle is a number of degrees, above 0 and below 180."_s},
         {window->txtTurn, u"x"_s, u"The angle is a number of degrees, above 0 and below 180."_s},
@@ -94,53 +78,43 @@ TEST_F(TurnsWindow, SaysWhatIsWrongWithAValueAndTakesNoneOfIt) {
         const QString before = box->text();
         type(box, text);
         EXPECT_EQ(window->lblTurns->text(), message);
-        EXPECT_EQ(ink(*window->lblTurns), captionColour(kWarningColour, *window->lblTurns));
+        EXPECT_EQ(inkOf(*window->lblTurns), captionColour(kWarningColour, *window->lblTurns));
         EXPECT_FALSE(window->cmdOk->isEnabled());
         type(box, before);
         EXPECT_TRUE(window->cmdOk->isEnabled());
-        EXPECT_NE(ink(*window->lblTurns), captionColour(kWarningColour, *window->lblTurns));
+        EXPECT_NE(inkOf(*window->lblTurns), captionColour(kWarningColour, *window->lblTurns));
     }
 }
 
-TEST_F(TurnsWindow, PutsTheRowsIntoTheSurveyAsOneAct) {
-    open(walk(4));
-    const Survey before = theSurvey();
-    QSignalSpy changed(window.get(), &frmTurns::surveyChanged),
-        found(window.get(), &frmTurns::rowsRecalculated);
-    const std::size_t acts = theJournal().position();
-    QTest::mouseClick(window->cmdOk, Qt::LeftButton);
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(found.count(), 1);
-    EXPECT_EQ(theSurvey().NumRows, 4);
-    EXPECT_EQ(theSurvey().NumSites, before.NumSites);
-    ASSERT_EQ(theJournal().position(), acts + 1);
-    EXPECT_EQ(theJournal().act(acts).words, "Found 4 rows by turns");
-    EXPECT_EQ(theJournal().act(acts).parameters[0].second, "45");
-    theJournal().goTo(acts);
-    expectSameSurvey(theSurvey(), before);
-}
-
-TEST_F(TurnsWindow, DeletesTheSitesInTurnsWhereItIsTold) {
-    open(walk(4));
-    const Survey before = theSurvey();
-    const SiteIndex inTurns = shown.sitesInTurns;
-    window->optTurnsDelete->click();
-    const std::size_t acts = theJournal().position();
-    QTest::mouseClick(window->cmdOk, Qt::LeftButton);
-    EXPECT_EQ(theSurvey().NumSites, before.NumSites - inTurns);
-    EXPECT_EQ(theSurvey().NumRows, 4);
-    EXPECT_EQ(theJournal().act(acts).words,
-              "Found 4 rows by turns and deleted " + std::to_string(inTurns) + " sites in turns");
-    theJournal().goTo(acts);
-    expectSameSurvey(theSurvey(), before);
+TEST_F(TurnsWindow, PutsTheRowsIntoTheSurveyAsOneActAndDeletesSitesInTurnsWhereItIsTold) {
+    for (const bool deletes : {false, true}) {
+        open(surveyWalkedToAndFro(4));
+        const Survey before = theSurvey();
+        const SiteIndex gone = deletes ? shown.sitesInTurns : 0;
+        if (deletes) window->optTurnsDelete->click();
+        QSignalSpy changed(window.get(), &frmTurns::surveyChanged),
+            found(window.get(), &frmTurns::rowsRecalculated);
+        const std::size_t acts = theJournal().position();
+        QTest::mouseClick(window->cmdOk, Qt::LeftButton);
+        EXPECT_FALSE(window->isVisible());
+        EXPECT_EQ(changed.count(), 1);
+        EXPECT_EQ(found.count(), 1);
+        EXPECT_EQ(theSurvey().NumRows, 4);
+        EXPECT_EQ(theSurvey().NumSites, before.NumSites - gone);
+        ASSERT_EQ(theJournal().position(), acts + 1);
+        const std::string andDeleted = " and deleted " + std::to_string(gone) + " sites in turns";
+        EXPECT_EQ(theJournal().act(acts).words, "Found 4 rows by turns" + (deletes ? andDeleted : ""));
+        EXPECT_EQ(theJournal().act(acts).parameters[0].second, "45");
+        theJournal().goTo(acts);
+        expectSameSurvey(theSurvey(), before);
+    }
 }
 
 TEST_F(TurnsWindow, RefusesMoreRowsThanASurveyHolds) {
-    Survey survey = walk(252, 24);
-    open(survey);
+    const int before = showings;
+    open(surveyWalkedToAndFro(252, 24));
     EXPECT_EQ(window->lblTurns->text(), u"More than 250 rows."_s);
-    EXPECT_EQ(showings, 0) << "what cannot be taken over is not shown";
+    EXPECT_EQ(showings, before) << "what cannot be taken over is not shown";
     const std::size_t acts = theJournal().position();
     boxes.tell(QString::fromLatin1(kTooManyRows));
     QTest::mouseClick(window->cmdOk, Qt::LeftButton);
@@ -149,7 +123,7 @@ TEST_F(TurnsWindow, RefusesMoreRowsThanASurveyHolds) {
 }
 
 TEST_F(TurnsWindow, SaysHowManyGapsEndRowsToo) {
-    Survey survey = walk(4);
+    Survey survey = surveyWalkedToAndFro(4);
     survey.MinDistance = 3;
     for (SiteIndex i = 100; i < survey.NumSites; ++i)
         survey.SiteData(kY, i) += 5;
@@ -160,7 +134,6 @@ TEST_F(TurnsWindow, SaysHowManyGapsEndRowsToo) {
 }
 
 TEST_F(TurnsWindow, ShowsNothingAnyMoreWhenItIsClosed) {
-    open(walk(3));
     QSignalSpy ended(window.get(), &frmTurns::previewEnded);
     const std::size_t acts = theJournal().position();
     QTest::mouseClick(window->cmdCancel, Qt::LeftButton);
@@ -169,7 +142,7 @@ TEST_F(TurnsWindow, ShowsNothingAnyMoreWhenItIsClosed) {
 }
 
 TEST_F(TurnsWindow, ReadsSmallValuesOfASurveyInDegrees) {
-    Survey survey = walk(4);
+    Survey survey = surveyWalkedToAndFro(4);
     for (SiteIndex i = 0; i < survey.NumSites; ++i) {
         survey.SiteData(kX, i) *= 1e-5;
         survey.SiteData(kY, i) *= 1e-5;

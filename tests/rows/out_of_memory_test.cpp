@@ -51,41 +51,33 @@ void expectWholeOrNotAtAll(const std::function<void(Survey&)>& act) {
 
 }  // namespace
 
-TEST(OutOfMemory, LeavesARowThatWasToBeDeleted) {
-    expectWholeOrNotAtAll([](Survey& survey) { Delete_Row(survey, 2); });
-}
-
-TEST(OutOfMemory, LeavesSitesOfARowThatWereToBeDeleted) {
-    expectWholeOrNotAtAll([](Survey& survey) {
+TEST(OutOfMemory, LeavesTheSurveyAsItWasBeforeAnyAct) {
+    const auto deletePoints = [](Survey& survey, int row, const std::vector<SiteIndex>& points) {
         RowSelection selection;
-        selection.append(1);
-        selection.append(3);
-        deleteSelectedSites(survey, 1, selection);
-    });
-}
-
-TEST(OutOfMemory, LeavesTheLastSiteOfARowThatWasToBeDeleted) {
-    expectWholeOrNotAtAll([](Survey& survey) {
-        RowSelection selection;
-        selection.append(1);
-        deleteSelectedSites(survey, 3, selection);
-    });
-}
-
-TEST(OutOfMemory, LeavesMaskedSitesThatWereToBeDeleted) {
-    expectWholeOrNotAtAll([masks = SiteMaskArray{0, 1, 0, 1, 0, 0}](Survey& survey) {
-        SiteMaskArray SiteMask(masks);
-        deleteMaskedSites(survey, SiteMask);
-    });
-}
-
-TEST(OutOfMemory, LeavesRowsThatWereToBeFoundAnew) {
-    for (const int measure : {1, 2, 3})
-        expectWholeOrNotAtAll([measure](Survey& survey) { Recalculate_Rows(survey, measure, 0.5); });
-}
-
-TEST(OutOfMemory, LeavesRowsThatWereToBeJoined) {
-    expectWholeOrNotAtAll([](Survey& survey) { Joint_Row(survey, 1, 2); });
+        for (const SiteIndex point : points)
+            selection.append(point);
+        deleteSelectedSites(survey, row, selection);
+    };
+    const std::pair<const char*, std::function<void(Survey&)>> acts[] = {
+        {"a row is deleted", [](Survey& survey) { Delete_Row(survey, 2); }},
+        {"sites of a row",
+         [&](Survey& survey) {
+             deletePoints(survey, 1, {1, 3});
+         }},
+        {"the last site of a row", [&](Survey& survey) { deletePoints(survey, 3, {1}); }},
+        {"masked sites",
+         [](Survey& survey) {
+             SiteMaskArray SiteMask{0, 1, 0, 1, 0, 0};
+             deleteMaskedSites(survey, SiteMask);
+         }},
+        {"rows are found anew", [](Survey& survey) { Recalculate_Rows(survey, 1, 0.5); }},
+        {"by X", [](Survey& survey) { Recalculate_Rows(survey, 2, 0.5); }},
+        {"by Y", [](Survey& survey) { Recalculate_Rows(survey, 3, 0.5); }},
+        {"rows are joined", [](Survey& survey) { Joint_Row(survey, 1, 2); }}};
+    for (const auto& [what, act] : acts) {
+        SCOPED_TRACE(what);
+        expectWholeOrNotAtAll(act);
+    }
 }
 
 }  // namespace tessel

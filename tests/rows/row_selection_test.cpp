@@ -3,8 +3,8 @@
 
 #include "rows/row_detection.h"
 #include "rows/row_sites.h"
-#include "support/literal_deletion.h"
 #include "support/made_survey.h"
+#include "support/plain_survey.h"
 #include "support/run_time_errors.h"
 
 namespace tessel {
@@ -15,29 +15,11 @@ std::vector<SiteIndex> selected(const RowSelection& selection) {
     return {selection.SelPoints.begin(), selection.SelPoints.begin() + selection.SelCount};
 }
 
-Survey threeRows() {
-    return madeSurvey({{1, 1, 11, 21, 1},
-                       {2, 1, 12, 22, 1},
-                       {3, 1, 13, 23, 1},
-                       {3, 40, 14, 24, 2},
-                       {9, 90, 15, 25, 3},
-                       {8, 90, 16, 26, 3}});
-}
-
 RowSelection selectionOf(const std::vector<SiteIndex>& points) {
     RowSelection selection;
     for (const SiteIndex point : points)
         selection.append(point);
     return selection;
-}
-
-// Gives the number of rows that have gone with them.
-int deletePoints(Survey& survey, int row, const std::vector<SiteIndex>& points) {
-    RowSelection selection = selectionOf(points);
-    const RemovedSites removed = deleteSelectedSites(survey, row, selection);
-    EXPECT_EQ(removed.sites, static_cast<SiteIndex>(points.size()));
-    EXPECT_EQ(selection.SelCount, 0);
-    return removed.rows;
 }
 
 using Random = std::mt19937;
@@ -108,9 +90,6 @@ TEST(RowSelection, Holds101PointsAndNoMore) {
     EXPECT_EQ(before.size(), 101u);
     const auto oneMore = [&] { selection.toggle(102, along); };
     EXPECT_EQ(errorNumberOf(oneMore), RunTimeError::kSubscript);
-    EXPECT_EQ(descriptionOf(oneMore),
-              "Subscript out of range\nNo more than 101 sites can be selected at a time. Delete these first, "
-              "then select the others.");
     EXPECT_EQ(selected(selection), before);
     EXPECT_EQ(selection.toggle(50, along), 49);
     EXPECT_EQ(selection.toggle(102, along), -1);
@@ -138,37 +117,22 @@ TEST(RowSelection, TakesNoMoreAtOnceThanItHoldsAndSaysHowManyAreLeft) {
     EXPECT_EQ(selection.select(std::vector<SiteIndex>{120, 50}), 0) << "they are selected";
 }
 
-TEST(RowDeletion, TakesExactlyTheSelectedSitesInEitherOrder) {
-    for (const auto& order : {std::vector<SiteIndex>{1, 3}, std::vector<SiteIndex>{3, 1}}) {
-        Survey survey = threeRows();
-        EXPECT_EQ(deletePoints(survey, 1, order), 0);
-        EXPECT_TRUE(sitesIn(survey) == (std::vector<MadeSite>{{2, 1, 12, 22, 1, 1002},
-                                                              {3, 40, 14, 24, 2, 1004},
-                                                              {9, 90, 15, 25, 3, 1005},
-                                                              {8, 90, 16, 26, 3, 1006}}));
-        EXPECT_EQ(survey.NumRows, 3);
-        EXPECT_EQ(survey.NumPoints[1], 1);
-        EXPECT_EQ(survey.NumPoints[3], 2);
-    }
-}
-
-TEST(RowDeletion, OfNothingChangesNothing) {
-    Survey survey = threeRows();
-    EXPECT_EQ(deletePoints(survey, 1, {}), 0);
-    expectSameSurvey(survey, threeRows());
-}
-
-TEST(RowDeletion, EndsAsDeletingOneSiteAfterAnotherDoes) {
+TEST(RowDeletion, EndsAsDeletingByThePlainRulesDoes) {
     Random random(20240607);
     for (int round = 0; round < 2000 && !testing::Test::HasFailure(); ++round) {
         Survey survey = randomSurvey(random);
-        Survey expected = survey;
+        PlainSurvey expected = plainSurveyOf(survey);
         while (survey.NumSites > 0 && !testing::Test::HasFailure()) {
             const int row = upTo(random, survey.NumRows);
             RowSelection selection = randomSelection(random, survey, row);
-            deleteOneByOne(expected, row, selected(selection));
-            deleteSelectedSites(survey, row, selection);
-            expectSameSurvey(survey, expected);
+            const SiteIndex points = selection.SelCount;
+            const int rows = survey.NumRows;
+            deletePlainPoints(expected, row, selected(selection));
+            const RemovedSites removed = deleteSelectedSites(survey, row, selection);
+            expectAsPlain(survey, expected);
+            EXPECT_EQ(removed.sites, points);
+            EXPECT_EQ(removed.rows, rows - expected.rows);
+            EXPECT_EQ(selection.SelCount, 0);
         }
     }
 }

@@ -34,19 +34,6 @@ TEST(RowSites, NeverReachBeyondTheSitesWhateverTheCounts) {
     EXPECT_EQ(rowSites(survey, 3), (IndexRange{0, 0}));
 }
 
-TEST(RowSites, OpenAWindowOnAColumn) {
-    const Survey survey = threeRows();
-    const auto y = columnOf(survey, kY, rowSites(survey, 3));
-    EXPECT_EQ(std::vector(y.begin(), y.end()), (std::vector<double>{40, 50}));
-}
-
-TEST(RowSites, RunAlongXOrAlongY) {
-    EXPECT_EQ(alongColumn(true), kX);
-    EXPECT_EQ(acrossColumn(true), kY);
-    EXPECT_EQ(alongColumn(false), kY);
-    EXPECT_EQ(acrossColumn(false), kX);
-}
-
 TEST(RowSites, AreWalkedAlongInTheirOrderAndFromTheRightInARowDrivenWestwards) {
     const std::vector<double> eastwards{10, 12, 11, 20}, westwards{20, 15, 10};
     const std::tuple<std::vector<double>, SiteIndex, int, SiteIndex> cases[] = {

@@ -8,20 +8,13 @@ namespace tessel {
 
 namespace {
 
-Survey sitesAt(const std::vector<std::pair<double, double>>& places) {
-    std::vector<MadeSite> sites;
-    for (const auto& [x, y] : places)
-        sites.push_back({x, y});
-    return surveyWithRows(sites);
-}
-
 constexpr PathRules kRules{.together = 1, .gap = 20, .distanceMode = 1, .stray = 5};
 
 }  // namespace
 
 TEST(WalkedPath, TakesSitesThatLieTogetherForOnePlace) {
     const WalkedPath path =
-        walkedPath(sitesAt({{0, 0}, {0.5, 0}, {-0.5, 0}, {6, 8}, {6, 8}, {6, 9}, {12, 16.5}}), kRules);
+        walkedPath(surveyAt({{0, 0}, {0.5, 0}, {-0.5, 0}, {6, 8}, {6, 8}, {6, 9}, {12, 16.5}}), kRules);
     ASSERT_EQ(path.places.size(), 3u);
     EXPECT_EQ(path.place(0).x, 0);
     EXPECT_EQ(path.place(1).x, 6);
@@ -33,16 +26,17 @@ TEST(WalkedPath, TakesSitesThatLieTogetherForOnePlace) {
 }
 
 TEST(WalkedPath, LeavesAPlaceWithTwoSitesInARowAndNotWithOne) {
-    const WalkedPath resting = walkedPath(sitesAt({{0, 0}, {0, 0}, {3, 0}, {0, 0}, {-3, 0}, {0, 0}}), kRules);
+    const WalkedPath resting =
+        walkedPath(surveyAt({{0, 0}, {0, 0}, {3, 0}, {0, 0}, {-3, 0}, {0, 0}}), kRules);
     EXPECT_EQ(resting.places.size(), 1u);
-    const WalkedPath walking = walkedPath(sitesAt({{0, 0}, {0, 0}, {3, 0}, {3, 0}, {6, 0}}), kRules);
+    const WalkedPath walking = walkedPath(surveyAt({{0, 0}, {0, 0}, {3, 0}, {3, 0}, {6, 0}}), kRules);
     ASSERT_EQ(walking.places.size(), 3u);
     EXPECT_EQ(walking.place(2).x, 6);
     EXPECT_EQ(walking.place(2).way, 6);
 }
 
 TEST(WalkedPath, BeginsAPieceBehindAGap) {
-    const WalkedPath path = walkedPath(sitesAt({{0, 0}, {10, 0}, {30, 0}, {50.5, 0}, {60, 0}}), kRules);
+    const WalkedPath path = walkedPath(surveyAt({{0, 0}, {10, 0}, {30, 0}, {50.5, 0}, {60, 0}}), kRules);
     ASSERT_EQ(path.pieces.size(), 2u);
     EXPECT_EQ(path.pieces[0], (IndexRange{0, 3}));
     EXPECT_EQ(path.place(3).way, 0);
@@ -50,7 +44,7 @@ TEST(WalkedPath, BeginsAPieceBehindAGap) {
 }
 
 TEST(WalkedPath, MeasuresGapsAsRowDetectionDoes) {
-    const Survey survey = sitesAt({{0, 0}, {30, 0}, {30, 30}});
+    const Survey survey = surveyAt({{0, 0}, {30, 0}, {30, 30}});
     for (const auto& [mode, place] : {std::pair{1, 3}, {2, 2}, {3, 2}}) {
         PathRules rules = kRules;
         rules.distanceMode = mode;
@@ -59,8 +53,8 @@ TEST(WalkedPath, MeasuresGapsAsRowDetectionDoes) {
 }
 
 TEST(WalkedPath, PassesOverLostFixes) {
-    const WalkedPath path =
-        walkedPath(sitesAt({{900, 900}, {904, 900}, {0, 0}, {0, 0}, {0, 0}, {912, 900}, {916, 900}}), kRules);
+    const WalkedPath path = walkedPath(
+        surveyAt({{900, 900}, {904, 900}, {0, 0}, {0, 0}, {0, 0}, {912, 900}, {916, 900}}), kRules);
     EXPECT_EQ(path.pieces.size(), 1u);
     ASSERT_EQ(path.strays.size(), 1u);
     EXPECT_EQ(path.strays[0], (IndexRange{2, 5}));
@@ -73,7 +67,7 @@ TEST(WalkedPath, PassesOverLostFixes) {
 
 TEST(WalkedPath, TakesNoShortRowForStrays) {
     // To and fro, three sites a row: the third row begins near the end of the first.
-    const Survey survey = sitesAt(
+    const Survey survey = surveyAt(
         {{0, 0}, {9, 0}, {18, 0}, {18, 21}, {9, 21}, {0, 21}, {0, 42}, {9, 42}, {18, 42}, {18, 63}, {9, 63}});
     EXPECT_EQ(walkedPath(survey, {1, 20, 1, 100}).pieces.size(), 4u);
 }
@@ -84,14 +78,14 @@ TEST(WalkedPath, IsCutWhereFarMoreThanAFewPlacesAreStrays) {
         places.push_back({0.5 * i, 0});
     const auto back = places;
     places.push_back({902, 0});
-    EXPECT_EQ(walkedPath(sitesAt(places), kRules).pieces.size(), 1u);
+    EXPECT_EQ(walkedPath(surveyAt(places), kRules).pieces.size(), 1u);
     places.back() = {0, 5};
     places.push_back({902, 0});
-    EXPECT_EQ(walkedPath(sitesAt(places), kRules).pieces.size(), 3u);
+    EXPECT_EQ(walkedPath(surveyAt(places), kRules).pieces.size(), 3u);
 }
 
 TEST(WalkedPath, KnowsEveryPointOfItsWay) {
-    const WalkedPath path = walkedPath(sitesAt({{0, 0}, {0, 0}, {8, 6}, {8, 6}, {8, 16}, {8, 16}}), kRules);
+    const WalkedPath path = walkedPath(surveyAt({{0, 0}, {0, 0}, {8, 6}, {8, 6}, {8, 16}, {8, 16}}), kRules);
     const WayPoint between = pointOnWay(path, path.pieces[0], 0, 5);
     EXPECT_NEAR(between.x, 4, 1e-12);
     EXPECT_NEAR(between.y, 3, 1e-12);
@@ -99,8 +93,8 @@ TEST(WalkedPath, KnowsEveryPointOfItsWay) {
 }
 
 TEST(MedianStep, LeavesOutRepeatedPositions) {
-    EXPECT_EQ(medianStep(sitesAt({{0, 0}, {0, 0}, {0, 0}, {2, 0}, {2, 0}, {5, 0}, {9, 0}})), 3);
-    EXPECT_EQ(medianStep(sitesAt({{1, 1}, {1, 1}})), 0);
+    EXPECT_EQ(medianStep(surveyAt({{0, 0}, {0, 0}, {0, 0}, {2, 0}, {2, 0}, {5, 0}, {9, 0}})), 3);
+    EXPECT_EQ(medianStep(surveyAt({{1, 1}, {1, 1}})), 0);
     EXPECT_EQ(medianStep(Survey{}), 0);
 }
 
@@ -110,14 +104,11 @@ TEST(MedianStep, LooksAtASampleOfALargeSurvey) {
     EXPECT_EQ(medianStep(survey), 1);
 }
 
-TEST(WalkedPath, OfASurveyWithoutSitesHasNoPlace) {
-    EXPECT_TRUE(walkedPath(Survey{}, kRules).pieces.empty());
-}
-
-TEST(WalkedPath, LivesWithSitesThatAreNoPlaceOnEarth) {
+TEST(WalkedPath, LivesWithSitesThatAreNoPlaceOnEarthAndWithNone) {
     const WalkedPath path =
-        walkedPath(sitesAt({{0, 0}, {1e300, 0}, {-1e308, 1e308}, {1e308, -1e308}}), kRules);
+        walkedPath(surveyAt({{0, 0}, {1e300, 0}, {-1e308, 1e308}, {1e308, -1e308}}), kRules);
     EXPECT_EQ(path.pieces.size(), 4u);
+    EXPECT_TRUE(walkedPath(Survey{}, kRules).pieces.empty());
 }
 
 }  // namespace tessel

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Layers as no program should make them, and in every kind of coordinate system.
 #include "geodesy/coordinate_systems.h"
-#include "import/table_reader.h"
 #include "storage/geopackage.h"
-#include "storage/point_layers.h"
-#include "support/made_layers.h"
+#include "storage/layer_test.h"
 #include "support/made_survey.h"
 #include "support/run_time_errors.h"
-#include "support/temporary_folder.h"
 
 namespace tessel {
 
@@ -15,8 +12,10 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class LayersOfOthers : public testing::Test {
+class LayersOfOthers : public LayerTest {
   protected:
+    LayersOfOthers() : LayerTest("a") {}
+
     void make(const std::string& statements, int system = 0) const {
         makeGeoPackage(path, statements, system);
     }
@@ -35,37 +34,15 @@ class LayersOfOthers : public testing::Test {
              "('own', 100000, 'NONE', 100000, '" +
              definition + "', '')");
     }
-    std::vector<PointLayer> layers() const { return geoPackageLayers().layersIn(path).value(); }
-    Lines lines() const {
-        const auto read = geoPackageLayers().open(path, "a");
-        Lines lines;
-        for (std::string_view line; read->next(line);)
-            lines.emplace_back(line);
-        return lines;
-    }
     std::pair<double, double> firstPosition() const {
         std::istringstream line(lines().at(0));
         std::pair<double, double> position;
-        line >> position.first >> position.second;
+        line.ignore(3) >> position.first >> position.second;
         return position;
     }
     std::string refusal() const {
         return descriptionOf([&] { lines(); });
     }
-    ImportResult import(const std::vector<TableRole>& roles) const {
-        TableOptions options;
-        options.path = path;
-        options.layer = "a";
-        options.shape = {'\t', '.', 1, false};
-        options.errorLogPath = folder / "error_log.dat";
-        options.roles = roles;
-        options.EMCutoff = -10;
-        options.MinDistance = 50;
-        return importLayer(options, geoPackageLayers());
-    }
-
-    const TemporaryFolder folder;
-    const std::string path = folder / "field.gpkg";
 };
 
 constexpr const char* kNotConvertible =
@@ -100,7 +77,7 @@ TEST_F(LayersOfOthers, InFeetBecomeMetres) {
 
 TEST_F(LayersOfOthers, ThatCannotBeConvertedStayAsTheyAre) {
     makePoints({{0, 100}}, 4277);
-    EXPECT_EQ(lines(), Lines{"0\t100\t1"});
+    EXPECT_EQ(lines(), Lines{"1: 0\t100\t1"});
 }
 
 TEST_F(LayersOfOthers, WithHeightsAreWhereTheyAreOnTheMap) {
@@ -109,7 +86,7 @@ TEST_F(LayersOfOthers, WithHeightsAreWhereTheyAreOnTheMap) {
     EXPECT_EQ(layers().at(0).system, 28992);
     makePoints({{-2.25, 52.5}}, 9518);
     EXPECT_EQ(layers().at(0).header, "longitude\tlatitude\tem");
-    EXPECT_EQ(lines(), Lines{"-2.25\t52.5\t1"});
+    EXPECT_EQ(lines(), Lines{"1: -2.25\t52.5\t1"});
 }
 
 TEST_F(LayersOfOthers, OfTheWholeEarthInMetresAreNoneOfAMap) {
@@ -125,14 +102,14 @@ TEST_F(LayersOfOthers, InSystemsWithoutANumberAreReadInMetresOnly) {
     EXPECT_EQ(refusal(), path + kNotConvertible);
     for (const std::string& definition : {definitionOf(32630).text, std::string("undefined")}) {
         makeDefined(definition);
-        EXPECT_EQ(lines(), Lines{"1\t2\t3"});
+        EXPECT_EQ(lines(), Lines{"1: 1\t2\t3"});
         EXPECT_EQ(layers().at(0).header, "X\tY\tem");
         EXPECT_EQ(layers().at(0).system, 0);
     }
     make(layerOf("a", "em REAL") + featureIn("a", pointAt(1, 2), "3") +
          "UPDATE gpkg_geometry_columns SET srs_id = 0");
     EXPECT_EQ(layers().at(0).header, "longitude\tlatitude\tem") << "degrees, says the standard";
-    EXPECT_EQ(lines(), Lines{"1\t2\t3"});
+    EXPECT_EQ(lines(), Lines{"1: 1\t2\t3"});
 }
 
 TEST_F(LayersOfOthers, WithNothingInAPointAreRejectedPointByPoint) {
@@ -151,7 +128,7 @@ TEST_F(LayersOfOthers, HaveTheirGeometryWhateverTheCaseOfItsName) {
         "INSERT INTO a VALUES (1, " +
         pointAt(1, 2) + ", 3, NULL, x'35')");
     EXPECT_EQ(layers().at(0).header, "X\tY\tem");
-    EXPECT_EQ(lines(), Lines{"1\t2\t3"});
+    EXPECT_EQ(lines(), Lines{"1: 1\t2\t3"});
     make(
         "CREATE TABLE a (id INTEGER PRIMARY KEY, Geom TEXT, em REAL);"
         "INSERT INTO gpkg_geometry_columns VALUES ('a', 'gEOM', 'POINT', -1, 0, 0)");
@@ -160,7 +137,7 @@ TEST_F(LayersOfOthers, HaveTheirGeometryWhateverTheCaseOfItsName) {
 
 TEST_F(LayersOfOthers, HaveNoNumbersInBytes) {
     make(layerOf("a", "em REAL, note TEXT") + featureIn("a", pointAt(1, 2), "x'35', '5'"));
-    EXPECT_EQ(lines(), Lines{"1\t2\t\t5"});
+    EXPECT_EQ(lines(), Lines{"1: 1\t2\t\t5"});
 }
 
 TEST_F(LayersOfOthers, AreReadInPartWhenTheyAreWiderThanAnyQuery) {
@@ -196,7 +173,7 @@ TEST_F(LayersOfOthers, AreReadFromADatabaseOfWideCharacters) {
     ::close(file);
     ASSERT_EQ(layers().size(), 1U);
     EXPECT_EQ(layers()[0].header, "X\tY\t\u00E4m");
-    EXPECT_EQ(lines(), Lines{"1\t2\t3.5 \u00E4"});
+    EXPECT_EQ(lines(), Lines{"1: 1\t2\t3.5 \u00E4"});
 }
 
 TEST_F(LayersOfOthers, MadeByAGisAreRead) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What fails while saved work is read: it is told, or all of the work is there, and its file stays.
 #include "storage/recovery_file.h"
+#include "storage/recovery_worker.h"
 #include "storage/survey_file.h"
 #include "support/file_calls.h"
 #include "support/journal_bits.h"
-#include "support/random_acts.h"
 #include "support/run_time_errors.h"
 #include "support/temporary_folder.h"
 
@@ -16,11 +16,6 @@ using Answer = std::optional<FileAnswer>;
 
 class OpeningFaults : public testing::Test {
   protected:
-    OpeningFaults() {
-        std::mt19937 random(5);
-        for (int i = 0; i < 12; ++i)
-            doAtRandom(journal, random);
-    }
     // Reads again and again while the first call fails, the second, and so on: this one only, or all from
     // there on. How often that was told.
     int failuresOf(const std::function<SavedWork()>& read, bool isGone) {
@@ -39,7 +34,7 @@ class OpeningFaults : public testing::Test {
         return failures;
     }
 
-    Journal journal{std::size_t{1} << 30};
+    Journal journal = randomSession(5, 12);
     const TemporaryFolder folder;
     const std::string path = folder / "field.gpkg";
 };
@@ -69,14 +64,10 @@ TEST_F(OpeningFaults, OfASurveyFileAreNoSignalsThatInterrupt) {
 
 TEST_F(OpeningFaults, OfARecoveryFileAreToldOrItIsNotOfferedNow) {
     {
-        RecoveryFile file(folder.path(), Journal(std::size_t{1} << 30), {});
-        Journal work{std::size_t{1} << 30};
-        std::mt19937 random(5);
-        work.watch([&](JournalEvent event) { file.append(event, work, {}); });
-        for (int i = 0; i < 12; ++i)
-            doAtRandom(work, random);
-        work.watch({});
-        journal = std::move(work);
+        Worker worker(folder.path());
+        worker.work(5, 12);
+        worker.journal.watch({});
+        journal = std::move(worker.journal);
     }
     for (const bool isGone : {false, true}) {
         const auto read = [this] {

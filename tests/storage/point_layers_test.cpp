@@ -1,62 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "storage/point_layers.h"
 
-#include "import/table_reader.h"
-#include "storage/database.h"
 #include "storage/geopackage.h"
+#include "storage/layer_test.h"
 #include "storage/survey_file.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/run_time_errors.h"
-#include "support/temporary_folder.h"
 
 namespace tessel {
 
 namespace {
 
-class PointLayers : public testing::Test {
+class PointLayers : public LayerTest {
   protected:
+    PointLayers() : LayerTest("points") {}
+
     // As a GIS makes one of a table.
     void make(const std::string& csv, const std::string& system, const std::string& types = "YES") const {
         writeFile(folder / "points.csv", csv);
-        std::filesystem::remove(path());
-        const std::string command = "ogr2ogr -f GPKG " + path() + " " + (folder / "points.csv") + " -a_srs " +
+        std::filesystem::remove(path);
+        const std::string command = "ogr2ogr -f GPKG " + path + " " + (folder / "points.csv") + " -a_srs " +
                                     system +
                                     " -oo X_POSSIBLE_NAMES=e -oo Y_POSSIBLE_NAMES=n -oo KEEP_GEOM_COLUMNS=NO "
                                     "-lco SPATIAL_INDEX=NO -oo AUTODETECT_TYPE=" +
                                     types;
         EXPECT_EQ(::system(command.c_str()), 0);
     }
-    // As any program does.
-    void change(const std::string& statements) const {
-        const int file = ::open(path().c_str(), O_RDWR | O_CLOEXEC);
-        Database(file, path(), Database::Use::kWrite).run(statements);
-        ::close(file);
-    }
-    std::string path() const { return folder / "field.gpkg"; }
-    std::vector<PointLayer> layers() const {
-        return geoPackageLayers().layersIn(path()).value_or(std::vector<PointLayer>());
-    }
-    // Each line behind its number.
-    std::vector<std::string> lines(const std::string& layer = "points") const {
-        const auto read = geoPackageLayers().open(path(), layer);
-        std::vector<std::string> lines;
-        for (std::string_view line; read->next(line);)
-            lines.push_back(std::to_string(read->lineNumber()) + ": " + std::string(line));
-        return lines;
-    }
-    ImportResult import() const {
-        TableOptions options;
-        options.path = path();
-        options.layer = "points";
-        options.shape = {'\t', '.', 1, false};
-        options.errorLogPath = folder / "error_log.dat";
-        options.roles = {TableRole::kX, TableRole::kY, TableRole::kEM1};
-        options.EMCutoff = -10;
-        options.MinDistance = 3;
-        return importLayer(options, geoPackageLayers());
-    }
-
-    const TemporaryFolder folder;
+    void change(const std::string& statements) const { changeDatabase(path, statements); }
+    ImportResult import() const { return LayerTest::import({TableRole::kX, TableRole::kY, TableRole::kEM1}); }
 };
 
 template <typename T>
@@ -88,7 +60,7 @@ TEST_F(PointLayers, AreReadWithTheirNumbersToTheBit) {
     EXPECT_EQ(layers()[0].system, 32630);
     EXPECT_EQ(lines(), (std::vector<std::string>{"1: 500000.1\t4000000.3\t0.1\t7\ta",
                                                  "2: 500001\t4e+06\t-1e-17\t\tb"}));
-    EXPECT_EQ(beginningOf(geoPackageLayers(), path(), layers()[0]),
+    EXPECT_EQ(beginningOf(geoPackageLayers(), path, layers()[0]),
               "X\tY\tem1\tcount\tnote\n500000.1\t4000000.3\t0.1\t7\ta\n500001\t4e+06\t-1e-17\t\tb\n");
 }
 
@@ -111,18 +83,18 @@ TEST_F(PointLayers, AreOnlyThoseOfPointsInTables) {
         "INSERT INTO gpkg_contents (table_name, data_type, srs_id) VALUES ('v', 'features', 32630);"
         "INSERT INTO gpkg_geometry_columns VALUES ('v', 'geom', 'POINT', 32630, 0, 0);"
         "UPDATE gpkg_geometry_columns SET geometry_type_name = 'LINESTRING' WHERE table_name = 'points'");
-    EXPECT_TRUE(geoPackageLayers().layersIn(path()).has_value());
+    EXPECT_TRUE(geoPackageLayers().layersIn(path).has_value());
     EXPECT_EQ(layers().size(), 0U);
-    EXPECT_EQ(descriptionOf([&] { lines("v"); }), path() + " cannot be read: it has no layer v");
+    EXPECT_EQ(descriptionOf([&] { lines("v"); }), path + " cannot be read: it has no layer v");
 }
 
 TEST_F(PointLayers, AreInNoFileOfAnotherKind) {
-    writeFile(path(), "X,Y,EM1\n1,2,3\n");
-    EXPECT_FALSE(geoPackageLayers().layersIn(path()));
-    writeFile(path(), "");
-    EXPECT_FALSE(geoPackageLayers().layersIn(path()));
-    std::filesystem::remove(path());
-    EXPECT_EQ(descriptionOf([&] { layers(); }), path() + " cannot be opened: No such file or directory");
+    writeFile(path, "X,Y,EM1\n1,2,3\n");
+    EXPECT_FALSE(geoPackageLayers().layersIn(path));
+    writeFile(path, "");
+    EXPECT_FALSE(geoPackageLayers().layersIn(path));
+    std::filesystem::remove(path);
+    EXPECT_EQ(descriptionOf([&] { layers(); }), path + " cannot be opened: No such file or directory");
 }
 
 TEST_F(PointLayers, MayHaveNamesOfAnyKind) {
@@ -142,7 +114,7 @@ TEST_F(PointLayers, BecomeASurveyInTheirSystem) {
     EXPECT_EQ(result.survey.PositionsCRS, 32630);
     EXPECT_EQ(result.survey.NumRows, 2);
     EXPECT_EQ(result.summary.linesRead, 3);
-    EXPECT_EQ(result.summary.path, path());
+    EXPECT_EQ(result.summary.path, path);
     EXPECT_TRUE(result.summary.isTable && result.summary.kind.isText);
 }
 
@@ -160,9 +132,7 @@ TEST_F(PointLayers, HavePointsThatAreNoSitesInTheErrorLog) {
 }
 
 TEST_F(PointLayers, OfASurveyFileAreThereToo) {
-    Journal journal(std::size_t{1} << 20);
-    journal.replaceSurvey({}, madeSurvey({{1, 2, 3, 4, 1}}));
-    saveSurvey(path(), journal, {});
+    saveSurvey(path, journalOf(madeSurvey({{1, 2, 3, 4, 1}})), {});
     ASSERT_EQ(layers().size(), 2U);
     EXPECT_EQ(layers()[0].header, "X\tY\tsite_number\trow\tem1\tem2\tline");
     EXPECT_EQ(lines("sites"), std::vector<std::string>{"1: 1\t2\t1001\t1\t3\t4\t1"});
@@ -170,9 +140,9 @@ TEST_F(PointLayers, OfASurveyFileAreThereToo) {
 
 TEST_F(PointLayers, AreNotReadWhileAnotherProgramChangesThem) {
     make("e,n,em1\n1,2,3\n", "EPSG:32630");
-    writeFile(path() + "-wal", "half");
+    writeFile(path + "-wal", "half");
     EXPECT_TRUE(
-        descriptionOf([&] { layers(); }).starts_with(path() + " cannot be opened as a survey: another"));
+        descriptionOf([&] { layers(); }).starts_with(path + " cannot be opened as a survey: another"));
 }
 
 TEST(GeoPackagePoints, AreReadWhateverTheyHaveBesideXAndY) {

@@ -2,9 +2,8 @@
 // What fails while the work is kept: the work goes on, the user is told once, what was whole stays, and all
 // is kept again as soon as that can be. What fails at an act: tests/program/EveryWrittenFile_test.cpp.
 #include "storage/recovery_file.h"
-#include "storage/recovery_keeper.h"
+#include "storage/recovery_worker.h"
 #include "support/file_calls.h"
-#include "support/made_survey.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged_user.h"
 
@@ -16,24 +15,6 @@ namespace fs = std::filesystem;
 
 using Answer = std::optional<FileAnswer>;
 
-// A program that works, and keeps what it does in a folder.
-struct Work {
-    explicit Work(const std::string& folder)
-        : keeper(folder, [this](const std::string& problem) { told.push_back(problem); }) {
-        journal.watch([this](JournalEvent event) { keeper.follow(event, journal, {}); });
-    }
-    void act() {
-        const SiteIndex sites = 2 + static_cast<SiteIndex>(journal.size());
-        journal.replaceSurvey({}, surveyOfReadings(
-                                      sites, [](SiteIndex i) { return static_cast<double>(i); },
-                                      [](SiteIndex) { return 1.0; }));
-    }
-
-    Journal journal{std::size_t{1} << 30};
-    std::vector<std::string> told;
-    RecoveryKeeper keeper;
-};
-
 class RecoveryFaults : public testing::Test {
   protected:
     std::vector<std::string> kept() const {
@@ -43,7 +24,7 @@ class RecoveryFaults : public testing::Test {
         return paths;
     }
     // How many acts the next program finds of one that is ended now: 0 for nothing.
-    std::size_t actsKept(const Work& work) const {
+    std::size_t actsKept(const Worker& work) const {
         std::size_t acts = 0;
         for (const std::string& path : kept()) {
             const TemporaryFolder copy;
@@ -54,9 +35,9 @@ class RecoveryFaults : public testing::Test {
         EXPECT_LE(acts, work.journal.size());
         return acts;
     }
-    void expectKeptAgain(Work& work) {
+    void expectKeptAgain(Worker& work) {
         work.told.clear();
-        work.act();
+        work.import(5);
         EXPECT_TRUE(work.keeper.isKeeping());
         EXPECT_EQ(actsKept(work), work.journal.size());
         EXPECT_EQ(kept().size(), 1U) << "the old one goes when the new one is whole";
@@ -74,13 +55,13 @@ TEST_F(RecoveryFaults, AtAnyCallOfTheBeginningLeaveNothingHalf) {
         SCOPED_TRACE(faulty);
         fs::remove_all(place);
         fs::create_directory(place);
-        Work work(place);
+        Worker work(place);
         {
             calls = 0;
             const WatchedFileCalls watched([&](const FileCall&) -> Answer {
                 return ++calls == faulty ? Answer(FileAnswer{-1, EIO}) : std::nullopt;
             });
-            work.act();
+            work.import(5);
         }
         EXPECT_EQ(work.told.empty() ? 1U : 0U, actsKept(work));
         EXPECT_EQ(work.told.empty(), work.keeper.isKeeping());
@@ -97,7 +78,7 @@ TEST_F(RecoveryFaults, OfADriveThatGoesAtAnyMomentAreToldOnceAndLoseNothingThatW
         SCOPED_TRACE(last);
         fs::remove_all(place);
         fs::create_directory(place);
-        Work work(place);
+        Worker work(place);
         std::size_t told = 0, done = 0;
         {
             calls = 0;
@@ -105,7 +86,7 @@ TEST_F(RecoveryFaults, OfADriveThatGoesAtAnyMomentAreToldOnceAndLoseNothingThatW
                 return ++calls > last ? Answer(FileAnswer{-1, ENOTCONN}) : std::nullopt;
             });
             for (std::size_t acts = 1; acts <= kActs; ++acts) {
-                work.act();
+                work.import(5);
                 if (work.told.empty()) done = acts;
             }
             told = work.told.size();
@@ -129,9 +110,9 @@ TEST_F(RecoveryFaults, OfTheFolderAreToldWithItsPath) {
         {"No such file or directory", [this] { fs::create_symlink("gone/away", place); }}};
     for (const auto& [reason, put] : obstacles) {
         put();
-        Work work(place);
-        work.act();
-        work.act();
+        Worker work(place);
+        work.import(5);
+        work.import(5);
         ASSERT_EQ(work.told.size(), 1U) << reason;
         EXPECT_TRUE(work.told[0].starts_with(place + "/")) << work.told[0];
         EXPECT_TRUE(work.told[0].ends_with(std::string(" cannot be written: ") + reason)) << work.told[0];
@@ -152,8 +133,8 @@ TEST_F(RecoveryFaults, AreNotWhatStandsUnderItsName) {
     ASSERT_EQ(::mkfifo((taken + "2").c_str(), 0600), 0);
     fs::create_directory(taken + "3");
     {
-        Work work(place);
-        work.act();
+        Worker work(place);
+        work.import(5);
         EXPECT_TRUE(work.told.empty());
         EXPECT_TRUE(fs::is_regular_file(taken + "4"));
     }
@@ -165,20 +146,22 @@ TEST_F(RecoveryFaults, AreNotWhatStandsUnderItsName) {
 
 TEST_F(RecoveryFaults, AreNotThatOthersReadIt) {
     const mode_t before = ::umask(0);
-    Work work(place);
-    work.act();
+    Worker work(place);
+    work.import(5);
     ::umask(before);
     EXPECT_EQ(fs::status(place).permissions(), fs::perms::owner_all);
     EXPECT_EQ(fs::status(kept().at(0)).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST_F(RecoveryFaults, AreNotThatItsFileIsTakenAwayUnderIt) {
-    Work work(place);
-    work.act();
-    fs::remove(kept().at(0));
-    work.act();
-    work.act();
-    EXPECT_EQ(actsKept(work), 3U);
+TEST_F(RecoveryFaults, AreNotThatSomebodyTakesItsFileOrItsFolderAway) {
+    Worker work(place);
+    for (const bool folderToo : {false, true}) {
+        work.import(5);
+        folderToo ? fs::remove_all(place) : fs::remove(kept().at(0));
+        work.import(5);
+        EXPECT_EQ(actsKept(work), work.journal.size());
+        EXPECT_TRUE(work.keeper.isKeeping());
+    }
     EXPECT_TRUE(work.told.empty());
 }
 

@@ -2,12 +2,10 @@
 #include "storage/recovery_file.h"
 
 #include "base/run_time_error.h"
-#include "storage/recovery_keeper.h"
+#include "storage/recovery_worker.h"
 #include "storage/work_stream.h"
 #include "support/file_calls.h"
 #include "support/journal_bits.h"
-#include "support/made_survey.h"
-#include "support/random_acts.h"
 #include "support/run_time_errors.h"
 #include "support/survey_bits.h"
 #include "support/temporary_folder.h"
@@ -29,33 +27,11 @@ std::uint64_t digestOf(const Journal& journal, const SavedRecords& records = {})
     return digest;
 }
 
-Survey surveyOf(SiteIndex sites) {
-    return surveyOfReadings(
-        sites, [](SiteIndex i) { return static_cast<double>(i); }, [](SiteIndex) { return 1.0; });
-}
-
 // More than can be written anew without anybody waiting for it.
 constexpr SiteIndex kManySites = RecoveryFile::kCostly / 32;
 
 class Recovery : public testing::Test {
   protected:
-    // A program that works on a survey and has what it does kept.
-    struct Worker {
-        explicit Worker(const std::string& folder)
-            : keeper(folder, [this](const std::string& problem) { told.push_back(problem); }) {
-            journal.watch([this](JournalEvent event) { keeper.follow(event, journal, records); });
-        }
-        void work(unsigned seed, int acts) {
-            std::mt19937 random(seed);
-            for (int i = 0; i < acts; ++i)
-                doAtRandom(journal, random);
-        }
-        Journal journal{std::size_t{1} << 30};
-        SavedRecords records;
-        std::vector<std::string> told;
-        RecoveryKeeper keeper;
-    };
-
     std::string place() const { return folder / "state"; }
     std::string onlyFile() const {
         const fs::directory_iterator files(place());
@@ -187,10 +163,7 @@ TEST_F(Recovery, OfAFileThatIsTornAnywhereBringsBackWhatWasWholeInIt) {
 }
 
 TEST_F(Recovery, OfAFileThatIsDamagedAnywhereEndsBeforeTheDamage) {
-    {
-        Worker worker(place());
-        worker.work(13, 20);
-    }
+    Worker(place()).work(13, 20);
     const std::string path = onlyFile(), whole = readFile(path);
     std::mt19937 random(2);
     for (int turn = 0; turn < 300; ++turn) {
@@ -214,10 +187,7 @@ TEST_F(Recovery, IsNotTakenFromAProgramThatLives) {
 }
 
 TEST_F(Recovery, IsOfferedToOneProgramAtATime) {
-    {
-        Worker worker(place());
-        worker.work(4, 5);
-    }
+    Worker(place()).work(4, 5);
     {
         const auto held = findLeftWork(place());
         EXPECT_EQ(held.size(), 1U);
@@ -227,10 +197,8 @@ TEST_F(Recovery, IsOfferedToOneProgramAtATime) {
 }
 
 TEST_F(Recovery, OffersTheLatestFirstAndClearsAwayWhatHoldsNothing) {
-    for (const unsigned seed : {4U, 5U}) {
-        Worker worker(place());
-        worker.work(seed, 5);
-    }
+    for (const unsigned seed : {4U, 5U})
+        Worker(place()).work(seed, 5);
     ASSERT_EQ(findLeftWork(place()).size(), 2U);
     writeFile(place() + "/recovery-1-0", "VARN-Tessel recovery 1\nhalf");
     writeFile(place() + "/notes.txt", "somebody's");
@@ -242,10 +210,7 @@ TEST_F(Recovery, OffersTheLatestFirstAndClearsAwayWhatHoldsNothing) {
 }
 
 TEST_F(Recovery, LeavesAloneWhatItDoesNotKnowOrCannotReadNow) {
-    {
-        Worker worker(place());
-        worker.work(4, 5);
-    }
+    Worker(place()).work(4, 5);
     const std::string path = fs::directory_iterator(place())->path().string(), bytes = readFile(path);
     writeFile(place() + "/recovery-1-0", "VARN-Tessel recovery 2\nof a later version");
     EXPECT_EQ(findLeftWork(place()).size(), 1U);
@@ -264,28 +229,34 @@ TEST_F(Recovery, IsThereFromTheFirstChangeOnUntilItIsDiscarded) {
     EXPECT_FALSE(fs::exists(place()));
     worker.work(4, 5);
     EXPECT_TRUE(fs::exists(onlyFile()));
-    EXPECT_EQ(fs::status(place()).permissions(), fs::perms::owner_all);
     worker.keeper.discard();
     EXPECT_TRUE(fs::is_empty(place()));
     worker.journal.noteExport();
     EXPECT_TRUE(fs::is_empty(place()));
-    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.import(3);
     EXPECT_TRUE(fs::exists(onlyFile()));
     EXPECT_TRUE(worker.told.empty());
 }
 
-TEST_F(Recovery, OfASurveyThatIsSavedGoes) {
+TEST_F(Recovery, OfASurveyThatIsSavedGoesUntilItIsChangedOrExported) {
     Worker worker(place());
     worker.work(4, 5);
-    worker.keeper.setAside();
-    EXPECT_TRUE(fs::is_empty(place()));
-    worker.journal.replaceSurvey({}, surveyOf(3));
-    EXPECT_TRUE(fs::exists(onlyFile()));
+    for (const bool exported : {false, true}) {
+        worker.keeper.setAside();
+        EXPECT_TRUE(fs::is_empty(place()));
+        if (exported) {
+            worker.records.exports.resize(1);
+            worker.keeper.follow(worker.journal, worker.records);
+        } else {
+            worker.import(3);
+        }
+        EXPECT_TRUE(fs::exists(onlyFile()));
+    }
 }
 
 TEST_F(Recovery, OfALargeSurveyThatIsSavedIsSetAsideAndGoesOnWithTheNextChange) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(kManySites));
+    worker.import(kManySites);
     const std::string path = onlyFile();
     const auto written = [&](auto change) {
         worker.keeper.setAside();
@@ -302,7 +273,7 @@ TEST_F(Recovery, OfALargeSurveyThatIsSavedIsSetAsideAndGoesOnWithTheNextChange) 
         return bytes;
     };
     EXPECT_LT(written([&] { worker.journal.goTo(0); }), 100U) << "not all of it is written again";
-    EXPECT_LT(written([&] { worker.journal.replaceSurvey({}, surveyOf(3)); }), 20'000U);
+    EXPECT_LT(written([&] { worker.import(3); }), 20'000U);
     worker.keeper.setAside();
     worker.journal.recount([](const Survey&, SurveyCounts& counts) { counts.MaxX = 7; });
     EXPECT_FALSE(fs::exists(path)) << "what is counted is no change";
@@ -320,7 +291,7 @@ TEST_F(Recovery, OfALargeSurveyThatIsSavedIsSetAsideAndGoesOnWithTheNextChange) 
 TEST_F(Recovery, ThatIsSetAsideGoesWithItsProgramOrAtTheNextStart) {
     {
         Worker worker(place());
-        worker.journal.replaceSurvey({}, surveyOf(kManySites));
+        worker.import(kManySites);
         worker.keeper.setAside();
         EXPECT_TRUE(findLeftWork(place()).empty());
         EXPECT_FALSE(fs::is_empty(place())) << "its program lives";
@@ -333,17 +304,17 @@ TEST_F(Recovery, ThatIsSetAsideGoesWithItsProgramOrAtTheNextStart) {
 
 TEST_F(Recovery, ThatWouldBeSmallerAnewIsNotSetAside) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(kManySites));
+    worker.import(kManySites);
     const auto first = fs::file_size(onlyFile());
     while (fs::file_size(onlyFile()) <= 2 * first)
-        worker.journal.replaceSurvey({}, surveyOf(kManySites));
+        worker.import(kManySites);
     worker.keeper.setAside();
     EXPECT_TRUE(fs::is_empty(place()));
 }
 
 TEST_F(Recovery, DoesNotGrowForEver) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.import(3);
     const auto whole = fs::file_size(onlyFile());
     std::uintmax_t largest = 0;
     for (int i = 0; i < 3000; ++i) {
@@ -356,30 +327,21 @@ TEST_F(Recovery, DoesNotGrowForEver) {
 
 TEST_F(Recovery, NeverTakesTheNameOfAnothersFile) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(kManySites));
+    worker.import(kManySites);
     const std::string path = onlyFile();
     worker.keeper.setAside();
     writeFile(path, "another's");
-    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.import(3);
     EXPECT_EQ(readFile(path), "another's");
     EXPECT_TRUE(worker.keeper.isKeeping());
     fs::remove(path);
     EXPECT_EQ(onlyFile().find(place() + "/recovery-"), 0U) << "the change is kept in a file of its own";
 }
 
-TEST_F(Recovery, IsBegunAnewWhereSomebodyHasTakenItAway) {
-    Worker worker(place());
-    worker.work(4, 5);
-    fs::remove_all(place());
-    worker.journal.replaceSurvey({}, surveyOf(3));
-    EXPECT_TRUE(worker.keeper.isKeeping());
-    EXPECT_TRUE(fs::exists(onlyFile()));
-}
-
 TEST_F(Recovery, WithoutALockIsNotKept) {
     Worker worker(place());
     const WatchedFileCalls watched(failing("flock", ENOLCK));
-    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.import(3);
     ASSERT_EQ(worker.told.size(), 1U);
     EXPECT_NE(worker.told[0].find("No locks available"), std::string::npos);
     EXPECT_TRUE(fs::is_empty(place()));
@@ -387,7 +349,7 @@ TEST_F(Recovery, WithoutALockIsNotKept) {
 
 TEST_F(Recovery, ThatWasSetAsideMakesRoomForTheNext) {
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(kManySites));
+    worker.import(kManySites);
     const std::string path = onlyFile();
     worker.keeper.setAside();
     writeFile(path, "another's");
@@ -396,24 +358,15 @@ TEST_F(Recovery, ThatWasSetAsideMakesRoomForTheNext) {
         const bool isThere = fs::exists(place() + "/aside" + path.substr((place() + "/recovery").size()));
         return FileAnswer{0, 0, isThere ? 1 : 1'000'000};
     });
-    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.import(3);
     EXPECT_TRUE(worker.keeper.isKeeping());
-}
-
-TEST_F(Recovery, KeepsAnExportOfASurveyThatWasSaved) {
-    Worker worker(place());
-    worker.work(4, 5);
-    worker.keeper.setAside();
-    worker.records.exports.resize(1);
-    worker.keeper.follow(worker.journal, worker.records);
-    EXPECT_TRUE(fs::exists(onlyFile()));
 }
 
 TEST_F(Recovery, IsLookedAtNoFurtherThanItsBeginningUntilItIsRead) {
     {
         Worker worker(place());
-        worker.journal.replaceSurvey({}, surveyOf(200'000));
-        worker.journal.replaceSurvey({}, surveyOf(200'000));
+        worker.import(200'000);
+        worker.import(200'000);
     }
     const WatchedFileCalls watched;
     const auto left = findLeftWork(place());
@@ -440,7 +393,7 @@ TEST_F(Recovery, ForgetsTheOldestActsAboveWhatMayBeKept) {
     {
         Worker worker(place());
         for (int i = 0; i < kActs; ++i)
-            worker.journal.replaceSurvey({}, surveyOf(300));
+            worker.import(300);
         worker.journal.goTo(worker.journal.size() - 1);
         last = worker.journal.survey();
     }
@@ -457,9 +410,9 @@ TEST_F(Recovery, ForgetsNothingToWhichAWayBackLeads) {
     {
         Worker worker(place());
         for (int i = 0; i < 50; ++i)
-            worker.journal.replaceSurvey({}, surveyOf(300 + i));
+            worker.import(300 + i);
         worker.journal.goTo(3);
-        worker.journal.replaceSurvey({}, surveyOf(2));
+        worker.import(2);
         expected = digestOf(worker.journal);
     }
     bool isAll = false;
@@ -487,7 +440,7 @@ TEST_F(Recovery, TakesNoRecordsThatCannotBe) {
 TEST_F(Recovery, HasANameThatSurvivesAPowerCut) {
     Worker worker(place());
     const WatchedFileCalls watched;
-    worker.journal.replaceSurvey({}, surveyOf(3));
+    worker.import(3);
     EXPECT_EQ(watched.count("fsync"), 2) << "the file, and the folder that has its name";
     EXPECT_EQ(watched.calls().back().name, "fsync");
     EXPECT_EQ(watched.calls()[watched.calls().size() - 2].path, place());
@@ -501,8 +454,8 @@ TEST_F(Recovery, DoesNotFillADiskThatIsFull) {
     };
     {
         const WatchedFileCalls watched(answer);
-        worker.journal.replaceSurvey({}, surveyOf(1000));
-        worker.journal.replaceSurvey({}, surveyOf(1000));
+        worker.import(1000);
+        worker.import(1000);
         EXPECT_EQ(watched.count("write"), 0);
         ASSERT_EQ(worker.told.size(), 1U);
         EXPECT_NE(worker.told[0].find("No space left on device"), std::string::npos);
@@ -510,7 +463,7 @@ TEST_F(Recovery, DoesNotFillADiskThatIsFull) {
     EXPECT_TRUE(fs::is_empty(place()));
     freeBlocks = 1000;
     const WatchedFileCalls watched(answer);
-    worker.journal.replaceSurvey({}, surveyOf(1000));
+    worker.import(1000);
     EXPECT_TRUE(worker.keeper.isKeeping());
 }
 
@@ -531,14 +484,14 @@ TEST_F(Recovery, OfAFullDiskIsToldOnceAndWrittenAnewWhenThereIsRoom) {
             const bool isFull = call.name == "write" && ++writes > 1;
             return isFull ? std::optional(FileAnswer{-1, ENOSPC}) : std::nullopt;
         });
-        worker.journal.replaceSurvey({}, surveyOf(3));
-        worker.journal.replaceSurvey({}, surveyOf(4));
+        worker.import(3);
+        worker.import(4);
     }
     ASSERT_EQ(worker.told.size(), 1U);
     EXPECT_NE(worker.told[0].find("cannot be written: No space left on device"), std::string::npos);
     EXPECT_EQ(readFile(onlyFile()), kept) << "nothing half behind it";
     fs::copy(onlyFile(), folder / "copy");
-    worker.journal.replaceSurvey({}, surveyOf(5));
+    worker.import(5);
     EXPECT_EQ(worker.told, (std::vector<std::string>{worker.told[0], ""}));
     const std::string path = onlyFile(), whole = readFile(path);
     const std::uint64_t after = digestOf(worker.journal);
@@ -552,7 +505,7 @@ TEST_F(Recovery, OfAFullDiskIsToldOnceAndWrittenAnewWhenThereIsRoom) {
 TEST_F(Recovery, SyncsEveryActAndWritesNoMoreThanItsDifference) {
     constexpr SiteIndex kSites = 50'000;
     Worker worker(place());
-    worker.journal.replaceSurvey({}, surveyOf(kSites));
+    worker.import(kSites);
     for (const SiteIndex first : {10, 40'000}) {
         const WatchedFileCalls watched;
         worker.journal.perform({}, [&](Survey& survey) {

@@ -5,6 +5,7 @@
 #include "rows/site_removal.h"
 #include "storage/work_fields.h"
 #include "support/journal_bits.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/random_acts.h"
 #include "support/temporary_folder.h"
@@ -12,14 +13,6 @@
 namespace tessel {
 
 namespace {
-
-Journal randomSession(unsigned seed, int acts) {
-    std::mt19937 random(seed);
-    Journal journal(std::size_t{1} << 30);
-    for (int i = 0; i < acts; ++i)
-        doAtRandom(journal, random);
-    return journal;
-}
 
 std::string bytesOf(const Journal& journal) {
     std::string bytes;
@@ -94,6 +87,14 @@ TEST(WorkStream, OfAnotherVersionIsTold) {
     EXPECT_EQ(whyNotRead(bytes), "it does not begin as it should");
 }
 
+TEST(WorkStream, OfATimeThatIsNoneIsTold) {
+    Journal journal = journalOf(madeSurvey({{0, 0, 1}}));
+    Journal::forEachField(journal, [](auto&, auto&, auto& acts, auto&...) {
+        acts[0].time = std::chrono::system_clock::time_point(std::chrono::system_clock::duration::min());
+    });
+    EXPECT_NE(whyNotRead(bytesOf(journal)), "no error");
+}
+
 // Fuzzers would get no further than the first byte otherwise.
 TEST(WorkStream, IsStillThatOfTheFuzzersCorpora) {
     for (const char* const name :
@@ -132,8 +133,7 @@ TEST(WorkStream, IsToldWhenAStructHasAFieldMore) {
 // An act that has taken the middle of three sites out, and has changed the reading of the first.
 TEST(WorkStream, WhoseActsReachBeyondTheSitesIsTold) {
     const auto whyNotReadWith = [](const auto& spoil) {
-        Journal journal(std::size_t{1} << 20);
-        journal.replaceSurvey({}, madeSurvey({{0, 0, 1}, {1, 0, 2}, {2, 0, 3}}));
+        Journal journal = journalOf(madeSurvey({{0, 0, 1}, {1, 0, 2}, {2, 0, 3}}));
         journal.perform({ActKind::kDeleteSuspects, "", "", {}}, [](Survey& survey) {
             Difference difference(survey);
             difference.keepRowNumbers(survey);

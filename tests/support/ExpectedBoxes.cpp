@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/ExpectedBoxes.h"
 
-#include "support/Journeys.h"
-
 namespace tessel {
 
 ExpectedBoxes::ExpectedBoxes() {
@@ -43,14 +41,23 @@ bool ExpectedBoxes::respond(const MessageBox& box) {
     return wanted.answer;
 }
 
-// Here and not with the journeys, which a driver that is no test links too.
-void expectTrimbleReport(ExpectedBoxes& boxes, int valid, int rejected) {
-    QString text =
+QString trimbleReport(std::int64_t valid, std::int64_t rejected) {
+    const QString text =
         u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
         u"containing non-numeric or invalid numeric values."_s.arg(valid)
             .arg(rejected);
-    if (rejected > 0) text += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
-    boxes.tell(text, u"VARN-Tesl File Import Message"_s);
+    return rejected == 0 ? text
+                         : text + u"\n\nPlease refer to the error_log.dat text file for more details."_s;
+}
+
+QString genericReport(std::int64_t valid, std::int64_t rejected) {
+    const QString text = u"There are %1 valid records in this file."_s.arg(valid);
+    return rejected == 0
+               ? text
+               : text +
+                     u"\n\nThere are %1 records in this file\n"
+                     u"containing non-numeric or invalid numeric values.\n"
+                     u"Please refer to the error_log.dat text file for more details."_s.arg(rejected);
 }
 
 }  // namespace tessel

@@ -10,6 +10,23 @@ inline const QString kProgramExitQuestion =
     u"Attention: you have not exported an output VARN data file yet!\n"
     u"Are you sure that you wish to exit the program?"_s;
 
+/// And before another survey takes the place of one that has changed.
+inline const QString kOpeningQuestion =
+    u"The survey has changes that have not been saved.\n"
+    u"Are you sure that you wish to open another one?"_s;
+/// Before the user may choose a text editor.
+inline const QString kEditorQuestion =
+    u"Note: you should use the PELR program if you wish to perminantly\n"
+    u"change the default text editor used by all VARN programs.\n\n"
+    u"However, you can temporarily reset the text editor now (for this session only).\n\n"
+    u"Would you like to temporarily reset the current, default text editor?"_s;
+
+/// What is reported of an import of fixed columns, and of any other, and the titles.
+QString trimbleReport(std::int64_t valid, std::int64_t rejected);
+QString genericReport(std::int64_t valid, std::int64_t rejected);
+inline const QString kTrimbleReportTitle = u"VARN-Tesl File Import Message"_s;
+inline const QString kGenericReportTitle = u"VARN-Tessel File Import Message"_s;
+
 /// Answers the program's message boxes for a test. A box that the test did not expect fails it, and so does
 /// an expected one that never came.
 class ExpectedBoxes {

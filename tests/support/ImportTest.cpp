@@ -2,6 +2,7 @@
 #include "support/ImportTest.h"
 
 #include "base/session.h"
+#include "support/made_survey.h"
 #include "support/survey_under_test.h"
 
 namespace tessel {
@@ -9,14 +10,7 @@ namespace tessel {
 namespace {
 
 Survey surveyOfTheBeginning() {
-    Survey survey;
-    survey.SiteData.resize(2);
-    survey.SiteData(kX, 1) = 77;
-    survey.SiteData(kRow, 0) = survey.SiteData(kRow, 1) = 1;
-    survey.SiteID = {1, 2};
-    survey.NumSites = 2;
-    survey.SiteIDPresent = survey.TwoEMColumns = true;
-    survey.NumRows = survey.RowIndex = 1;
+    Survey survey = surveyWithRows({{0, 0, 0, 0, 1, 1}, {77, 0, 0, 0, 1, 2}});
     survey.chooseDistance(2);
     survey.EMCutoff = -1;
     survey.MinDistance = 3;
@@ -34,15 +28,9 @@ ImportTest::ImportTest() {
 }
 
 void ImportTest::expectSurveyUntouched() const {
-    const Survey& survey = theSurvey();
-    EXPECT_EQ(survey.NumSites, 2);
-    EXPECT_EQ(survey.SiteData(kX, 1), 77);
-    EXPECT_EQ(survey.SiteID, (std::vector<double>{1, 2}));
-    EXPECT_TRUE(survey.SiteIDPresent);
-    EXPECT_TRUE(survey.TwoEMColumns);
-    EXPECT_EQ(survey.NumRows, 1);
-    EXPECT_EQ(survey.DistanceMode, 2);
-    EXPECT_TRUE(survey.UseXDist);
+    Survey expected = surveyOfTheBeginning();
+    expected.MinDistance = theSurvey().MinDistance;
+    expectSameSurvey(theSurvey(), expected);
     EXPECT_TRUE(theSession().DataSaved);
 }
 

@@ -16,7 +16,7 @@ class ImportTest : public testing::Test {
   protected:
     ImportTest();
 
-    /// The survey of the beginning is still there: two sites, two readings, site numbers, one row, exported.
+    /// The survey of the beginning is still there, but for a minimum distance that was typed, and exported.
     void expectSurveyUntouched() const;
     /// Whether the items that need a survey are enabled, and mnuSave.
     void expectMenus(bool surveyItems, bool save) const;

@@ -12,28 +12,25 @@ namespace tessel {
 
 namespace {
 
-void typePositions(QWidget& window, const QString& boxes, const QString (&positions)[2]) {
-    typeInto(window, boxes + u"_0"_s, positions[0]);
-    typeInto(window, boxes + u"_1"_s, positions[1]);
-}
-
 void accept(QWidget& window, const QString& button, const BeforeAccepting& look) {
     if (look) look(window);
     clickOn(window, button);
 }
 
-// Answers the next file dialog, and those after it, with one file.
-class ChosenFile {
-  public:
-    explicit ChosenFile(const QString& file) {
-        setFileResponder([file](const FileQuestion&) { return file; });
-    }
-    ~ChosenFile() { setFileResponder({}); }
-    ChosenFile(const ChosenFile&) = delete;
-    ChosenFile& operator=(const ChosenFile&) = delete;
-};
-
 }  // namespace
+
+ChosenFile::ChosenFile(const std::string& path) {
+    setFileResponder([path](const FileQuestion&) { return fromPath(path); });
+}
+
+ChosenFile::~ChosenFile() {
+    setFileResponder({});
+}
+
+void typePositions(QWidget& window, const QString& boxes, const FieldPositions& positions) {
+    typeInto(window, boxes + u"_0"_s, QString::number(positions[0]));
+    typeInto(window, boxes + u"_1"_s, QString::number(positions[1]));
+}
 
 std::string sensorLines(int sites, int rejected) {
     std::string bytes;
@@ -45,7 +42,7 @@ std::string sensorLines(int sites, int rejected) {
 }
 
 TrimbleEntries sensorEntries(const std::string& path) {
-    return {fromPath(path), u"20"_s, {}, {u"1"_s, u"7"_s}, {u"9"_s, u"15"_s}, {u"17"_s, u"24"_s}, {}};
+    return {path, u"20"_s, {}, {1, 7}, {9, 15}, {17, 24}, {}};
 }
 
 void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const BeforeAccepting& look) {
@@ -56,14 +53,14 @@ void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const Befor
     accept(parameters, u"Command1"_s, look);
 
     QWidget& format = shownWindow(u"frmIniDisplay"_s);
-    if (!entries.siteNumber[0].isEmpty()) {
+    if (entries.siteNumber[0] > 0) {
         clickOn(format, u"Check1"_s);
         typePositions(format, u"Text1"_s, entries.siteNumber);
     }
     typePositions(format, u"Text2"_s, entries.x);
     typePositions(format, u"Text3"_s, entries.y);
     typePositions(format, u"Text4"_s, entries.em1);
-    if (!entries.em2[0].isEmpty()) {
+    if (entries.em2[0] > 0) {
         clickOn(format, u"Check2"_s);
         typePositions(format, u"Text5"_s, entries.em2);
     }
@@ -71,9 +68,9 @@ void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const Befor
     waitUntilClosed(u"frmIniDisplay"_s);
 }
 
-void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow,
+void exportTransectFile(frmMain& main, const std::string& path, const QString& firstRow,
                         const BeforeAccepting& look) {
-    const ChosenFile chosen(file);
+    const ChosenFile chosen(path);
     chooseItem(main, u"mnuSave"_s);
     QWidget& output = shownWindow(u"frmOutput"_s);
     clickOn(output, u"Command1"_s);

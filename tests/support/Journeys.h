@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <array>
 #include <functional>
 #include <string>
 
@@ -10,18 +11,18 @@ class QWidget;
 
 namespace tessel {
 
-class ExpectedBoxes;
 class frmMain;
 
 // The acts of a typical run, each through the real windows.
 
-/// What a user types into the windows of the Trimble/EM-38 import.
+/// The first and the last column of a field, from 1; both 0 when it is not in the file.
+using FieldPositions = std::array<int, 2>;
+
+/// What a user chooses and types in the windows of the Trimble/EM-38 import.
 struct TrimbleEntries {
-    QString file;
+    std::string file;
     QString minDistance;
-    QString siteNumber[2];  ///< first and last column; both empty when the file has none
-    QString x[2], y[2], em1[2];
-    QString em2[2];  ///< both empty when the file has one reading
+    FieldPositions siteNumber{}, x{}, y{}, em1{}, em2{};
 };
 
 /// A sensor file's lines, CR LF at their ends: X in columns 1 to 7, Y in 9 to 15, EM1 in 17 to 24; and then
@@ -33,14 +34,23 @@ TrimbleEntries sensorEntries(const std::string& path);
 /// Called with each window when it has been filled in, before it is accepted.
 using BeforeAccepting = std::function<void(QWidget& window)>;
 
-/// The report of the Trimble/EM-38 import is to come.
-void expectTrimbleReport(ExpectedBoxes& boxes, int valid, int rejected);
+/// Answers every file dialog with one file, as long as it lives.
+class ChosenFile {
+  public:
+    explicit ChosenFile(const std::string& path);
+    ~ChosenFile();
+    ChosenFile(const ChosenFile&) = delete;
+    ChosenFile& operator=(const ChosenFile&) = delete;
+};
+
+/// Types positions into a field's two boxes.
+void typePositions(QWidget& window, const QString& boxes, const FieldPositions& positions);
 
 /// Runs the import up to its report; the caller expects the message boxes.
 void importTrimbleFile(frmMain& main, const TrimbleEntries& entries, const BeforeAccepting& look = {});
 
-/// Exports the survey to `file`, with the row numbers beginning at `firstRow`.
-void exportTransectFile(frmMain& main, const QString& file, const QString& firstRow = QStringLiteral("1"),
+/// Exports the survey to the file, with the row numbers beginning at `firstRow`.
+void exportTransectFile(frmMain& main, const std::string& path, const QString& firstRow = QStringLiteral("1"),
                         const BeforeAccepting& look = {});
 
 }  // namespace tessel

@@ -11,6 +11,11 @@ inline QColor paletteColour(int number) {
     return QColor::fromRgb(kBasicPalette[static_cast<std::size_t>(number)]);
 }
 
+/// The colour of a caption or a notice.
+inline QColor inkOf(const QWidget& widget) {
+    return widget.palette().color(QPalette::Active, QPalette::WindowText);
+}
+
 inline int countColour(const QImage& image, const QColor& colour) {
     int count = 0;
     for (int y = 0; y < image.height(); ++y)
@@ -32,6 +37,22 @@ inline QImage whitePaper(const QSize& size, double resolution) {
     paper.setDotsPerMeterY(qRound(resolution / 0.0254));
     paper.fill(Qt::white);
     return paper;
+}
+
+/// Drags with a button held, and keys.
+inline void drag(QWidget& widget, Qt::MouseButton button, QPoint from, QPoint to,
+                 Qt::KeyboardModifiers held = {}) {
+    // Two quick presses at one place would be a double click.
+    QTest::mousePress(&widget, button, held, from, QApplication::doubleClickInterval() + 1);
+    QTest::mouseMove(&widget, (from + to) / 2);
+    QTest::mouseMove(&widget, to);
+    QTest::mouseRelease(&widget, button, held, to);
+}
+
+/// The pointer leaves the widget.
+inline void leave(QWidget& widget) {
+    QEvent left(QEvent::Leave);
+    QCoreApplication::sendEvent(&widget, &left);
 }
 
 /// Turns the wheel over a place: 120 is one notch.

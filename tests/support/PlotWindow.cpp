@@ -2,6 +2,7 @@
 #include "support/PlotWindow.h"
 
 #include "app/frmMain.h"
+#include "support/Pixels.h"
 #include "support/survey_under_test.h"
 
 namespace tessel {
@@ -9,16 +10,6 @@ namespace tessel {
 void openSurvey(frmMain& main, const Survey& survey) {
     surveyUnderTest() = survey;
     main.menusFollow(MenuEvent::kSitesImported);
-}
-
-void clickButton(QWidget& window, const char* name) {
-    auto* const button = window.findChild<QAbstractButton*>(QString::fromLatin1(name));
-    ASSERT_NE(button, nullptr) << name;
-    ASSERT_TRUE(button->isVisible()) << name << " is hidden";
-    ASSERT_TRUE(button->isEnabled()) << name << " is disabled";
-    // A radio button is pressed on its indicator, not in the empty space behind its caption.
-    const bool radio = button->inherits("QRadioButton");
-    QTest::mouseClick(button, Qt::LeftButton, {}, radio ? QPoint(8, button->height() / 2) : QPoint());
 }
 
 QPoint pixelOf(const Chart2D& chart, Chart2D::Group group, int series, qsizetype point) {
@@ -29,11 +20,11 @@ QPoint pixelOf(const Chart2D& chart, Chart2D::Group group, int series, qsizetype
     return {static_cast<int>(pixel.x()), static_cast<int>(pixel.y())};
 }
 
-void pointAt(Chart2D& chart, QPoint pixel) {
+void pointAt(QWidget& widget, QPoint pixel) {
     // Not by way of the screen's pointer, which cannot leave the screen that a test happens to have.
-    QMouseEvent move(QEvent::MouseMove, pixel, chart.mapToGlobal(QPointF(pixel)), Qt::NoButton, Qt::NoButton,
+    QMouseEvent move(QEvent::MouseMove, pixel, widget.mapToGlobal(QPointF(pixel)), Qt::NoButton, Qt::NoButton,
                      Qt::NoModifier);
-    QApplication::sendEvent(&chart, &move);
+    QApplication::sendEvent(&widget, &move);
 }
 
 void clickAt(Chart2D& chart, QPoint pixel) {
@@ -43,6 +34,18 @@ void clickAt(Chart2D& chart, QPoint pixel) {
 
 void clickPoint(Chart2D& chart, int series, qsizetype point) {
     clickAt(chart, pixelOf(chart, Chart2D::kData, series, point));
+}
+
+void expectRange(const Chart2D& chart, Chart2D::Axis axis, double from, double to) {
+    EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, from);
+    EXPECT_DOUBLE_EQ(chart.axisRange(axis).to, to);
+}
+
+QImage printed(Chart2D& chart, const QSize& size, double resolution) {
+    QImage paper = whitePaper(size, resolution);
+    QPainter painter(&paper);
+    chart.print(painter, QRectF(paper.rect()));
+    return paper;
 }
 
 std::vector<Chart2D::Point> pointsOf(const Chart2D& chart, Chart2D::Group group, int series) {

@@ -13,15 +13,18 @@ class frmMain;
 /// Puts a survey in place as the one of the process, with the menus as after an import.
 void openSurvey(frmMain& main, const Survey& survey);
 
-/// Clicks an enabled, visible button; fails the test when it cannot be clicked.
-void clickButton(QWidget& window, const char* name);
 /// The pixel of a point that the chart shows.
 QPoint pixelOf(const Chart2D& chart, Chart2D::Group group, int series, qsizetype point);
 /// Moves the pointer to a pixel / presses the left button there.
-void pointAt(Chart2D& chart, QPoint pixel);
+void pointAt(QWidget& widget, QPoint pixel);
 void clickAt(Chart2D& chart, QPoint pixel);
 /// Clicks a point of the data.
 void clickPoint(Chart2D& chart, int series, qsizetype point);
+
+void expectRange(const Chart2D& chart, Chart2D::Axis axis, double from, double to);
+
+/// The chart alone on paper of this size and resolution in dots per inch.
+QImage printed(Chart2D& chart, const QSize& size, double resolution);
 
 /// The points of a series, from point 1 on.
 std::vector<Chart2D::Point> pointsOf(const Chart2D& chart, Chart2D::Group group, int series);

@@ -8,8 +8,9 @@
 #include "program/Program.h"
 #include "support/ExpectedBoxes.h"
 #include "support/PlotWindow.h"
-#include "support/literal_deletion.h"
+#include "support/UserDriver.h"
 #include "support/made_survey.h"
+#include "support/plain_survey.h"
 
 namespace tessel {
 
@@ -54,7 +55,7 @@ class RowPlots : public testing::Test {
         main.mnuY->trigger();
     }
 
-    void click(const char* button) { clickButton(main, button); }
+    void click(const char* button) { clickOn(main, QString::fromLatin1(button)); }
     void typeRow(const QString& number) {
         editor.Text1->setFocus();
         editor.Text1->selectAll();
@@ -76,10 +77,6 @@ class RowPlots : public testing::Test {
     void expectSteps(bool back, bool forward) {
         EXPECT_EQ(editor.Command1->isEnabled(), back);
         EXPECT_EQ(editor.Command2->isEnabled(), forward);
-    }
-    void expectRange(const Chart2D& chart, Chart2D::Axis axis, double minimum, double maximum) {
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).from, minimum);
-        EXPECT_DOUBLE_EQ(chart.axisRange(axis).to, maximum);
     }
     // The charts hold exactly this row of the survey as it is now.
     void expectRowShown(int row) {
@@ -108,6 +105,13 @@ class RowPlots : public testing::Test {
         EXPECT_EQ(map.pointCount(Chart2D::kHighlight, 1), 0);
         EXPECT_FALSE(editor.Command5->isEnabled());
     }
+    // Neither read out nor selected.
+    void expectNothingAt(Chart2D& chart, QPoint pixel) {
+        pointAt(chart, pixel);
+        EXPECT_EQ(chart.footerText(), u"No Point Selected"_s);
+        clickAt(chart, pixel);
+        expectNothingSelected();
+    }
     void expectEmptied(int row) {
         EXPECT_EQ(map.headerText(), QStringLiteral("Sample Row Plot:  Row #%1 (0 point)").arg(row));
         EXPECT_EQ(profile.pointCount(Chart2D::kData, 1), 0);
@@ -125,6 +129,12 @@ class RowPlots : public testing::Test {
     Chart2D& map = *editor.Chart2D4;
     int changes = 0;
     ExpectedBoxes boxes;
+};
+
+/// The same, open on the three rows by X.
+class OpenRowPlots : public RowPlots {
+  protected:
+    OpenRowPlots() { openByX(threeRowSurvey()); }
 };
 
 }  // namespace tessel

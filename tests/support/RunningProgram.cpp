@@ -12,10 +12,6 @@ namespace {
 
 constexpr const char* kLog = "the last import's log";
 
-QString counted(const QString& beginning, int valid, const QString& between, int rejected) {
-    return beginning.arg(valid) + (rejected > 0 ? between.arg(rejected) : QString());
-}
-
 }  // namespace
 
 Survey shortSurvey() {
@@ -54,32 +50,34 @@ void RunningProgram::expectSurveyAndLogAsBefore() const {
 }
 
 void RunningProgram::expectTrimbleReport(int valid, int rejected) {
-    tessel::expectTrimbleReport(boxes, valid, rejected);
+    boxes.tell(trimbleReport(valid, rejected), kTrimbleReportTitle);
 }
 
 void RunningProgram::expectGenericReport(int valid, int rejected) {
-    boxes.tell(counted(u"There are %1 valid records in this file."_s, valid,
-                       u"\n\nThere are %1 records in this file\n"
-                       u"containing non-numeric or invalid numeric values.\n"
-                       u"Please refer to the error_log.dat text file for more details."_s,
-                       rejected),
-               u"VARN-Tessel File Import Message"_s);
+    boxes.tell(genericReport(valid, rejected), kGenericReportTitle);
 }
 
 void RunningProgram::exportTo(const std::string& path, const QString& firstRow, const BeforeAccepting& look) {
     boxes.tell(u"Output data saved to "_s + legible(fromPath(path)), u"VARN-Tesl"_s);
-    exportTransectFile(*main, fromPath(path), firstRow, look);
+    exportTransectFile(*main, path, firstRow, look);
 }
 
 void RunningProgram::importGeneric(const std::string& path, int layout) {
     chooseItem(*main, u"mnuOpen2"_s);
     QWidget& window = shownWindow(u"frmGeneric"_s);
-    setFileResponder([path](const FileQuestion&) { return fromPath(path); });
+    chooseFile(path);
     clickOn(window, u"cmdBrowse"_s);
     clickOn(window, u"optCF_%1"_s.arg(layout));
     clickOn(window, u"cmdImport"_s);
     if (isShown(u"frmGeneric"_s)) window.close();
     waitUntilClosed(u"frmGeneric"_s);
+}
+
+void RunningProgram::importTwoRows() {
+    writeFile(folder / "rows.csv", "0,0,10\n0,5,11\n0,9,12\n10,9,13\n10,5,14\n10,0,15\n");
+    expectGenericReport(6, 0);
+    importGeneric(folder / "rows.csv", 4);
+    findRows(u"6"_s);
 }
 
 void RunningProgram::inRowDialog(const QString& option, const QStringList& inputs, const QStringList& texts) {
@@ -89,6 +87,42 @@ void RunningProgram::inRowDialog(const QString& option, const QStringList& input
     for (qsizetype i = 0; i < inputs.size(); ++i)
         typeInto(dialog, inputs[i], texts[i]);
     clickOn(dialog, u"Command1"_s);
+}
+
+void RunningProgram::deleteRow(int row) {
+    inRowDialog(u"Option2"_s, {u"Text4"_s}, {QString::number(row)});
+    waitUntilClosed(u"frmDataEdit"_s);
+}
+
+void RunningProgram::findRows(const QString& distance) {
+    inRowDialog(u"Option3"_s, {u"Text1"_s}, {distance});
+    waitUntilClosed(u"frmDataEdit"_s);
+}
+
+void RunningProgram::saveTable(const std::string& path, const QStringList& clicks) {
+    chooseFile(path);
+    chooseItem(*main, u"mnuSaveTable"_s);
+    QWidget& window = shownWindow(u"frmSaveTable"_s);
+    for (const QString& name : clicks)
+        clickOn(window, name);
+    clickOn(window, u"cmdSave"_s);
+    waitUntilClosed(u"frmSaveTable"_s);
+}
+
+bool RunningProgram::drop(const QList<QUrl>& addresses) {
+    QMimeData data;
+    data.setUrls(addresses);
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore();
+    QCoreApplication::sendEvent(main.get(), &enter);
+    if (!enter.isAccepted()) return false;
+    QDropEvent dropped(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(main.get(), &dropped);
+    return true;
+}
+
+void RunningProgram::chooseFile(const std::string& path) {
+    setFileResponder([path](const FileQuestion&) { return fromPath(path); });
 }
 
 void RunningProgram::expectTooManyRows() {

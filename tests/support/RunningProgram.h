@@ -39,8 +39,20 @@ class RunningProgram {
     /// Imports a file of a layout, 0 to 7; the boxes have been announced. What stays open
     /// after that is closed.
     void importGeneric(const std::string& path, int layout);
+    /// Six sites, 5 or 4 m apart but for 10 m in their middle, and in two rows of three.
+    void importTwoRows();
     /// Fills in the row dialog, one box for each text, and presses its button.
     void inRowDialog(const QString& option, const QStringList& inputs, const QStringList& texts);
+    /// The same for one row or a true distance, which closes it.
+    void deleteRow(int row);
+    void findRows(const QString& distance);
+    /// Saves a table of what is ticked after these clicks.
+    void saveTable(const std::string& path, const QStringList& clicks = {});
+    /// Drops files on the main window. False when it does not take them.
+    bool drop(const QList<QUrl>& addresses);
+    bool drop(const std::string& path) { return drop(QList{QUrl::fromLocalFile(fromPath(path))}); }
+    /// From now on this file is chosen in every file dialog.
+    static void chooseFile(const std::string& path);
     void expectTooManyRows();
     void expectNoSitesLeft();
 

@@ -57,6 +57,12 @@ void waitUntilClosed(const QString& name) {
         throw DriverError("window does not close: " + name.toStdString());
 }
 
+void letWindowsGo() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
 QWidget& control(QWidget& window, const QString& name) {
     auto* const found = window.findChild<QWidget*>(name);
     if (found == nullptr || !found->isVisible()) throw DriverError("no such control: " + name.toStdString());

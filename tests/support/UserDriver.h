@@ -28,6 +28,9 @@ bool isShown(const QString& name);
 /// Waits until no window of this name is visible.
 void waitUntilClosed(const QString& name);
 
+/// Lets windows come and go that are due to.
+void letWindowsGo();
+
 /// The visible control of this name in a window.
 QWidget& control(QWidget& window, const QString& name);
 template <typename Widget>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/WrittenFiles.h"
 
-#include "desktop/FileDialogs.h"
+#include "desktop/FileNames.h"
 #include "desktop/MessageBox.h"
 #include "desktop/Printing.h"
 #include "export/RecordSaving.h"
@@ -13,6 +13,7 @@
 #include "storage/recovery_file.h"
 #include "storage/survey_file.h"
 #include "storage/work_stream.h"
+#include "support/Journeys.h"
 #include "support/UserDriver.h"
 #include "support/made_survey.h"
 #include "support/run_time_errors.h"
@@ -86,17 +87,6 @@ class Log : public FileToWrite {
         log.describe(summary);
         return summary.logProblem;
     }
-};
-
-// Where a user is asked for a file, he chooses this one.
-class ChosenFile {
-  public:
-    explicit ChosenFile(const std::string& path) {
-        setFileResponder([path](const FileQuestion&) { return fromPath(path); });
-    }
-    ~ChosenFile() { setFileResponder({}); }
-    ChosenFile(const ChosenFile&) = delete;
-    ChosenFile& operator=(const ChosenFile&) = delete;
 };
 
 class Record : public FileToWrite {

@@ -23,6 +23,12 @@ void makeGeoPackage(const std::string& path, const std::string& statements, int 
     ::close(file);
 }
 
+void changeDatabase(const std::string& path, const std::string& statements) {
+    const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    Database(file, path, Database::Use::kWrite).run(statements);
+    ::close(file);
+}
+
 std::string layerOf(const std::string& name, const std::string& columns, int system,
                     const std::string& type) {
     const std::string id = std::to_string(system == 0 ? -1 : system);

@@ -10,6 +10,9 @@ namespace tessel {
 /// is one, and what these statements add.
 void makeGeoPackage(const std::string& path, const std::string& statements, int system = 0);
 
+/// Does something to a database as another program does.
+void changeDatabase(const std::string& path, const std::string& statements);
+
 /// Statements for a layer: a table with these columns behind its number and its geometry ("em REAL, note
 /// TEXT"), and what tells of it.
 std::string layerOf(const std::string& name, const std::string& columns, int system = 0,

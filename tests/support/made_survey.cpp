@@ -37,6 +37,42 @@ Survey madeSurvey(std::vector<MadeSite> sites) {
     return survey;
 }
 
+Survey surveyAt(const std::vector<std::pair<double, double>>& places) {
+    std::vector<MadeSite> sites;
+    for (const auto& [x, y] : places)
+        sites.push_back({x, y, 20, 30, 1, static_cast<double>(sites.size())});
+    return surveyWithRows(sites);
+}
+
+Survey surveyOfRowNumbers(const std::vector<double>& numbers, int rows) {
+    std::vector<MadeSite> sites;
+    for (const double number : numbers)
+        sites.push_back({static_cast<double>(sites.size()), number, 1, 2, number, 0});
+    Survey survey = surveyWithRows(sites);
+    survey.NumRows = survey.RowIndex = rows;
+    return survey;
+}
+
+Survey surveyWalkedToAndFro(int rows, double length) {
+    std::vector<MadeSite> sites;
+    for (int row = 0; row < rows; ++row) {
+        for (double i = 0; i <= length; ++i)
+            sites.push_back({row * 6.0, row % 2 == 0 ? i : length - i, 20, 30, 1, 0});
+        for (int i = 1; i < 6 && row + 1 < rows; ++i)
+            sites.push_back({row * 6.0 + i, row % 2 == 0 ? length : 0, 20, 30, 1, 0});
+    }
+    return madeSurvey(sites);
+}
+
+Survey surveyOfTwoRows() {
+    return madeSurvey({{0, 0, 1, 1, 1},
+                       {10, 0, 1, 1, 1},
+                       {20, 0, 1, 1, 1},
+                       {20, 40, 1, 1, 2},
+                       {10, 40, 1, 1, 2},
+                       {0, 40, 1, 1, 2}});
+}
+
 Survey surveyAlongX(const std::vector<double>& gaps, double minDistance) {
     std::vector<MadeSite> sites{{0, 0, 1, 2, 0, 0}};
     for (const double gap : gaps)

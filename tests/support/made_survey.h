@@ -19,6 +19,16 @@ Survey surveyWithRows(const std::vector<MadeSite>& sites);
 /// The same with a minimum distance of 20 m and site IDs 1001, 1002, ...
 Survey madeSurvey(std::vector<MadeSite> sites);
 
+/// The same with one row of sites at these places.
+Survey surveyAt(const std::vector<std::pair<double, double>>& places);
+/// The same with sites of these numbers in the row column, in order or not, and so many rows counted.
+Survey surveyOfRowNumbers(const std::vector<double>& numbers, int rows);
+/// A site a metre on rows along Y, 6 m apart, walked to and fro without a stop; all in row 1.
+Survey surveyWalkedToAndFro(int rows, double length = 40);
+
+/// Two rows of three sites 10 m apart along X, 40 m between the rows, with a minimum distance of 20 m.
+Survey surveyOfTwoRows();
+
 /// Sites along X, the next one `gaps[i]` further on than site i; row column 0.
 Survey surveyAlongX(const std::vector<double>& gaps, double minDistance);
 /// Rows of one to `largestRow` sites, coordinates and readings at random, some sites at one place.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/plain_survey.h"
 
+#include "support/made_survey.h"
+
 namespace tessel {
 
 double PlainSurvey::distance(std::size_t i) const {
@@ -14,6 +16,13 @@ double PlainSurvey::distance(std::size_t i) const {
     constexpr long double kMost = std::numeric_limits<double>::max();
     return static_cast<double>(
         std::min(std::hypot(static_cast<long double>(dx), static_cast<long double>(dy)), kMost));
+}
+
+std::vector<double> PlainSurvey::distances() const {
+    std::vector<double> lengths;
+    for (std::size_t i = 0; i <= sites.size(); ++i)
+        lengths.push_back(distance(i));
+    return lengths;
 }
 
 std::vector<long> PlainSurvey::rowSizes() const {
@@ -30,6 +39,39 @@ std::vector<std::size_t> PlainSurvey::sitesOfRow(int row) const {
     for (std::size_t i = 0; i < sites.size(); ++i)
         if (sites[i].row == row) found.push_back(i);
     return found;
+}
+
+PlainSurvey plainSurveyOf(const Survey& survey) {
+    PlainSurvey plain;
+    const std::vector<std::uint32_t> lines = linesIn(survey);
+    for (const MadeSite& site : sitesIn(survey)) {
+        const long line = lines.empty() ? 0 : lines[plain.sites.size()];
+        plain.sites.push_back(
+            {site.x, site.y, site.em1, site.em2, site.id, static_cast<int>(site.row), line});
+    }
+    plain.ids = survey.SiteIDPresent;
+    plain.two = survey.TwoEMColumns;
+    plain.rows = survey.NumRows;
+    plain.rowIndex = survey.RowIndex;
+    plain.measure = survey.DistanceMode;
+    plain.minDistance = survey.MinDistance;
+    return plain;
+}
+
+void expectAsPlain(const Survey& survey, const PlainSurvey& plain) {
+    EXPECT_TRUE(plainSurveyOf(survey).sites == plain.sites) << "sites differ";
+    EXPECT_EQ(survey.NumRows, plain.rows);
+    std::array<std::int64_t, kMaxRows + 1> points{};
+    for (const PlainSite& site : plain.sites)
+        ++points[static_cast<std::size_t>(site.row)];
+    EXPECT_EQ(survey.NumPoints, points);
+    const std::vector<double> distances = plain.distances();
+    const double largest = *std::ranges::max_element(distances);
+    const std::pair<const std::vector<double>&, double> all[] = {{survey.TrueDist, survey.MaxTrueDist},
+                                                                 {survey.XDist, survey.MaxXDist},
+                                                                 {survey.YDist, survey.MaxYDist}};
+    EXPECT_EQ(all[plain.measure - 1].first, distances);
+    EXPECT_EQ(all[plain.measure - 1].second, largest);
 }
 
 bool findPlainRows(PlainSurvey& survey) {
@@ -88,6 +130,14 @@ void deletePlainSites(PlainSurvey& survey, int row, const std::vector<std::size_
     for (PlainSite& site : survey.sites)
         if (site.row > row) --site.row;
     --survey.rows;
+}
+
+void deletePlainPoints(PlainSurvey& survey, int row, const std::vector<SiteIndex>& points) {
+    const std::vector<std::size_t> ofRow = survey.sitesOfRow(row);
+    std::vector<std::size_t> sites;
+    for (const SiteIndex point : points)
+        sites.push_back(ofRow[static_cast<std::size_t>(point - 1)]);
+    deletePlainSites(survey, row, sites);
 }
 
 void deleteMarkedPlainSites(PlainSurvey& survey, const std::vector<bool>& marks) {

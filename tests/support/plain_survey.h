@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/survey.h"
+
 namespace tessel {
 
 // A second, plain implementation of what happens to a survey, to compare the program with. It shares nothing
@@ -11,6 +13,8 @@ struct PlainSite {
     double x = 0, y = 0, em1 = 0, em2 = 0, id = 0;
     int row = 0;
     long line = 0;  ///< of the sensor file
+
+    bool operator==(const PlainSite&) const = default;
 };
 
 struct PlainSurvey {
@@ -25,11 +29,19 @@ struct PlainSurvey {
     bool rowsUsable() const { return rows > 0 && (rowIndex <= 250 || rowIndex == rows); }
     /// The distance from site i - 1 to site i by the measure; 0 where there is none.
     double distance(std::size_t i) const;
+    /// All of them, with the 0 behind the last site.
+    std::vector<double> distances() const;
     /// Sites of rows 1, 2, ... at [0], [1], ...: runs of equal numbers.
     std::vector<long> rowSizes() const;
     /// Indices of the sites of a row.
     std::vector<std::size_t> sitesOfRow(int row) const;
 };
+
+/// The program's survey as a plain one.
+PlainSurvey plainSurveyOf(const Survey& survey);
+/// Fails the running test where the program's survey has other sites, rows, counts or distances by the
+/// measure chosen.
+void expectAsPlain(const Survey& survey, const PlainSurvey& plain);
 
 /// Numbers the rows from the gaps; false when there are more than 250.
 bool findPlainRows(PlainSurvey& survey);
@@ -39,6 +51,8 @@ void splitPlainRow(PlainSurvey& survey, std::size_t site);
 void deletePlainRow(PlainSurvey& survey, int row);
 /// Takes these sites (indices) of one row out; later rows move down when it has become empty.
 void deletePlainSites(PlainSurvey& survey, int row, const std::vector<std::size_t>& sites);
+/// Takes points of a row out, which are counted from 1.
+void deletePlainPoints(PlainSurvey& survey, int row, const std::vector<SiteIndex>& points);
 /// Takes the sites marked out; row numbers stay.
 void deleteMarkedPlainSites(PlainSurvey& survey, const std::vector<bool>& marks);
 /// Numbers the rows that are left anew, without gaps.

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/random_acts.h"
 
-#include "analysis/em_adjustment.h"
 #include "analysis/suspect_deletion.h"
 #include "app/site_runs.h"
-#include "geodesy/position_conversion.h"
-#include "plots/site_masking.h"
 #include "rows/row_acts.h"
-#include "rows/row_detection.h"
 #include "rows/row_editing.h"
-#include "rows/row_selection.h"
+#include "support/made_acts.h"
 #include "support/made_survey.h"
 
 namespace tessel {
@@ -28,12 +24,13 @@ class Hand {
         if (choice == 0) return import();
         if (choice < 3) return journal_.goTo(aPlaceToRest());
         journal_.recount(countPoints);
-        if (choice < 5) return deleteRow(1 + below(survey.NumRows));
+        if (choice < 5) return deleteRow(journal_, 1 + below(survey.NumRows));
         if (choice < 7) return deleteMasked();
-        if (choice < 9) return deletePicked(1 + below(survey.NumRows));
-        if (choice == 9) return survey.NumRows > 1 ? join(1 + below(survey.NumRows - 1)) : note();
-        if (choice == 10) return findRows(1 + below(3), below(40) / 4.0);
-        if (choice == 11) return adjust();
+        if (choice < 9) return deletePicked(journal_, 1 + below(survey.NumRows), {1});
+        if (choice == 9)
+            return survey.NumRows > 1 ? joinRows(journal_, 1 + below(survey.NumRows - 1)) : note();
+        if (choice == 10) return static_cast<void>(findRows(journal_, 1 + below(3), below(40) / 4.0));
+        if (choice == 11) return adjust(journal_, {AdjustmentKind::kAddToEM1, "0.1", "", "", ""});
         if (choice < 14) return measure(1 + below(3));
         if (choice < 16) return note();
         choice < 18 ? deleteRepeated() : convert();
@@ -63,28 +60,15 @@ class Hand {
         return place;
     }
 
-    void deleteRow(int row) {
-        journal_.perform(deletionOfRow(journal_.survey(), row),
-                         [row](Survey& survey) { return Delete_Row(survey, row); });
-    }
-
     void deleteMasked() {
         SiteMaskArray mask(static_cast<std::size_t>(journal_.survey().NumSites));
         for (std::uint8_t& mark : mask)
             mark = below(5) == 0 ? 1 : 0;
         mask[mask.size() / 2] = 1;
-        journal_.perform(deletionOfMasked(1),
-                         [&](Survey& survey) { return deleteMaskedSites(survey, mask); });
+        tessel::deleteMasked(journal_, std::move(mask));
         if (journal_.survey().NumSites == 0 || ValidateRowInfo(journal_.survey())) return;
         journal_.cannotRest();
         journal_.perform(lossOfRows(), makeOneRow);
-    }
-
-    void deletePicked(int row) {
-        RowSelection selection;
-        selection.append(1);
-        journal_.perform(deletionOfPicked(row, selection),
-                         [&](Survey& survey) { return deleteSelectedSites(survey, row, selection); });
     }
 
     // Of sites at one place the first stays with the mean of their readings, or one that is there.
@@ -97,7 +81,7 @@ class Hand {
         for (std::uint8_t& mark : marks)
             mark = mark != 0 ? 1 : 0;
         const std::vector<IndexRange> runs = markedRuns(marks);
-        if (runs.empty()) return deleteRow(1 + below(survey.NumRows));
+        if (runs.empty()) return deleteRow(journal_, 1 + below(survey.NumRows));
         journal_.perform(deletionOfSuspects(survey, parameters, sitesIn(runs), 0),
                          [&](Survey& changed) { return deleteSuspects(changed, runs, parameters); });
     }
@@ -106,26 +90,7 @@ class Hand {
         const std::array kinds = {PositionKind::kGrid, PositionKind::kDegrees, PositionKind::kDegreesMinutes,
                                   PositionKind::kCRS};
         const PositionKind kind = kinds[static_cast<std::size_t>(below(4))];
-        const PositionRequest request{kind, below(2) == 0, 32630 + below(3)};
-        ConvertedPositions positions = convertedPositions(journal_.survey(), request);
-        journal_.perform(describe(positions),
-                         [&](Survey& survey) { return replacePositions(survey, std::move(positions)); });
-    }
-
-    void join(int row) {
-        journal_.perform(joinOf(row, row + 1),
-                         [row](Survey& survey) { return Joint_Row(survey, row, row + 1); });
-    }
-
-    void findRows(int measure, double distance) {
-        journal_.perform(searchForRows(measure, distance),
-                         [=](Survey& survey) { return Recalculate_Rows(survey, measure, distance); });
-    }
-
-    void adjust() {
-        Adjustment done = adjustment(journal_.survey(), {AdjustmentKind::kAddToEM1, "0.1", "", "", ""});
-        journal_.perform(describe(done),
-                         [&](Survey& survey) { return adjustReadings(survey, std::move(done)); });
+        tessel::convert(journal_, {kind, below(2) == 0, 32630 + below(3)});
     }
 
     void measure(int mode) {
@@ -157,6 +122,14 @@ class Hand {
 
 void doAtRandom(Journal& journal, std::mt19937& random) {
     Hand(journal, random).act();
+}
+
+Journal randomSession(unsigned seed, int acts) {
+    std::mt19937 random(seed);
+    Journal journal(std::size_t{1} << 30);
+    for (int i = 0; i < acts; ++i)
+        doAtRandom(journal, random);
+    return journal;
 }
 
 }  // namespace tessel

@@ -10,4 +10,7 @@ namespace tessel {
 /// afterwards.
 void doAtRandom(Journal& journal, std::mt19937& random);
 
+/// A journal of so many of them, from an empty one on.
+Journal randomSession(unsigned seed, int acts);
+
 }  // namespace tessel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/temporary_folder.h"
 
+#include "base/file_replacement.h"
+
 namespace tessel {
 
 TemporaryFolder::TemporaryFolder()
@@ -30,6 +32,17 @@ void writeFile(const std::string& path, std::string_view bytes) {
     std::ofstream file(path, std::ios::binary);
     file << bytes;
     EXPECT_TRUE(file.flush()) << path;
+}
+
+void replaceFile(const std::string& path, std::string_view bytes) {
+    FileReplacement file(path);
+    file.write(bytes);
+    file.commit();
+}
+
+void FolderTest::expectOldFileAlone() const {
+    EXPECT_EQ(readFile(path), "old");
+    EXPECT_EQ(filesIn(folder), 1U);
 }
 
 }  // namespace tessel

@@ -27,10 +27,15 @@ class FolderTest : public testing::Test {
   protected:
     const TemporaryFolder folder;
     const std::string path = folder / "out.txt";
+
+    /// The file at `path` still is the old one, "old", and nothing else has been left.
+    void expectOldFileAlone() const;
 };
 
 /// A file's bytes; fails the test when it cannot be read.
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view bytes);
+/// Writes it as the program does that replaces a file.
+void replaceFile(const std::string& path, std::string_view bytes = "new");
 
 }  // namespace tessel

@@ -8,6 +8,7 @@
 #include "journeys/monkey/LastEvents.h"
 #include "journeys/monkey/odd_surveys.h"
 #include "program/Program.h"
+#include "support/UserDriver.h"
 #include "support/survey_invariants.h"
 #include "support/survey_under_test.h"
 
@@ -16,12 +17,6 @@ namespace tessel {
 namespace {
 
 constexpr long kEventsOfAProgram = 2500;
-
-void letWindowsGo() {
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
-}
 
 }  // namespace
 

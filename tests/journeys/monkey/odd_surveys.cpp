@@ -40,12 +40,6 @@ void setSite(Survey& survey, SiteIndex site, const Shape& shape) {
     if (shape.numbers) survey.SiteID[static_cast<std::size_t>(site)] = 1000 + number;
 }
 
-void append(std::string& text, double value, char end) {
-    std::array<char, 40> digits{};
-    const auto last = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    text.append(digits.data(), last) += end;
-}
-
 }  // namespace
 
 Survey oddSurvey(int number) {
@@ -63,14 +57,15 @@ Survey oddSurvey(int number) {
 }
 
 std::string delimitedFile(const Survey& survey) {
-    std::string text;
+    std::ostringstream text;
+    text.precision(17);
     for (SiteIndex site = 0; site < survey.NumSites; ++site) {
-        append(text, survey.SiteData(kX, site), ',');
-        append(text, survey.SiteData(kY, site), ',');
-        append(text, survey.SiteData(kEM1, site), survey.TwoEMColumns ? ',' : '\n');
-        if (survey.TwoEMColumns) append(text, survey.SiteData(kEM2, site), '\n');
+        text << survey.SiteData(kX, site) << ',' << survey.SiteData(kY, site) << ','
+             << survey.SiteData(kEM1, site);
+        if (survey.TwoEMColumns) text << ',' << survey.SiteData(kEM2, site);
+        text << '\n';
     }
-    return text;
+    return text.str();
 }
 
 }  // namespace tessel

@@ -12,6 +12,12 @@ class QWidget;
 
 namespace tessel {
 
+/// The menu items of the main window that need a survey.
+inline const std::vector<std::string> kSurveyItems = {
+    "mnuSigCorr", "mnuHist",     "mnuClear",  "mnuData",      "mnuInvokeIDE",
+    "mnuIDEW",    "mnuDistance", "mnuGrid",   "mnuStat",      "mnuRow",
+    "mnuAdjust",  "mnuEL",       "mnuRecord", "mnuSaveTable", "mnuCoordinates"};
+
 class Chart2D;
 class RowPlotEditor;
 class frmMain;
@@ -42,9 +48,10 @@ class RandomSession {
     struct Act {
         const char* name;
         int weight;
-        bool (RandomSession::*possible)() const;
+        std::function<bool(const RandomSession&)> possible;
         void (RandomSession::*make)();
     };
+    static constexpr std::size_t kMostPicked = 101;  ///< points of a row
     struct ExpectedBox {
         QString title, text;
         bool question = false, answer = true;
@@ -67,19 +74,19 @@ class RandomSession {
     double numberBetween(double low, double high) { return low + (high - low) * below(1'000'001) / 1e6; }
 
     // The user's hand, where it needs more than a control's name (SessionHand.cpp).
-    /// Moves the pointer over a widget; not by way of the screen's pointer, which finds the window on top.
-    static void movePointer(QWidget& widget, const QPoint& pixel);
-    static void turnWheel(QWidget& widget, const QPoint& pixel, int notches);
-    /// Moves the pointer with the right button down.
+    /// Moves the pointer with a button down.
     static void drag(QWidget& widget, const QPoint& from, const QPoint& to,
                      Qt::MouseButton button = Qt::RightButton, Qt::KeyboardModifiers held = Qt::NoModifier);
     /// Presses a key on a control of a window in front, "frmMain.Chart2D3 Del".
     void pressKey(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static void bringToFront(QWidget& window);
+    /// Chooses a menu item of a window, or clicks a control.
+    static void use(QWidget& window, const QString& name);
+    /// Does so, or presses the key that stands for it.
+    void useOrPress(QWidget& window, const QString& name, int key, Qt::KeyboardModifiers modifiers = {});
+    void leave(QWidget& window, const QString& name) { useOrPress(window, name, Qt::Key_Escape); }
     void wantKeys();
     void wantSituations();
-    /// Leaves a dialog by its button or with Escape.
-    void leave(QWidget& window, const QString& button);
 
     // What is expected and what differs.
     void expect(const QString& text, const QString& title = QStringLiteral("VARN-Tessel"));
@@ -152,25 +159,19 @@ class RandomSession {
     void importManyRows();
     bool enterControls(PlainTrimbleOptions& options);
     bool enterFormat(const PlainTrimbleOptions& options);
-    void useLastFormat(QWidget& window);
     void refuseControls(QWidget& window);
-    void refuseFormat(QWidget& window, const PlainTrimbleOptions& options);
     void finishTrimbleImport(const PlainImport& import);
     void noteVast(const PlainSurvey& survey, const std::string& where);
     std::string trimbleFile(const PlainTrimbleOptions& options);
     void importGeneric();
     struct GenericFile;
     GenericFile genericFile(int layout, double cutoff);
-    void lookAroundGeneric(QWidget& window);
-    void refuseGeneric(QWidget& window);
     void finishGenericImport(QWidget& window, GenericFile& file);
     std::vector<PlainSite> drivenSites();
 
     // Row plots (SessionRowPlots.cpp).
-    bool canPlotRows() const { return canChoose("mnuX"); }
     bool rowPlotsOpen() const { return editing_; }
-    bool canDrawBox() const { return editing_ && !emptied_; }
-    bool canStep() const { return editing_ && (back_ || forward_); }
+    bool canStepRow() const { return editing_ && (back_ || forward_); }
     bool canDelete() const { return editing_ && delete_; }
     void openRowPlots();
     void stepRow();
@@ -178,14 +179,8 @@ class RandomSession {
     void plotRowNumber();
     void pickPoints();
     void pickPoint(Chart2D& chart);
-    void pressBesideThePlot(Chart2D& chart);
     void toggleModel(int point);
-    void drawBox();
-    QPoint placeInPlot(Chart2D& chart);
-    void takeBox(const std::vector<int>& points, bool taking);
-    void goWhereClicked();
     void walkAlongRow();
-    void pickMoreThanAllowed();
     void compareReadout(const Chart2D& chart, int point);
     double along(int point) const;
     bool isPickedAt(double horizontal) const;
@@ -197,17 +192,13 @@ class RandomSession {
     void openEditorAtRowOne();
 
     // The map (SessionMap.cpp).
-    bool canMap() const { return canChoose("mnuIDEW"); }
     void editOnMap();
     struct Map;
     void clip(Map& map);
     void drawRectangle(Map& map);
     bool touchesSite(const Map& map, const QPoint& from, const QPoint& to) const;
     void maskInside(Map& map, const QPoint& from, const QPoint& to);
-    void highlightRow(Map& map);
     QPoint walkOverMap(Map& map);
-    void colourMap(Map& map);
-    std::pair<int, int> shadesOf(const Map& map, const PlainSite& site) const;
     void chooseZone(Map& map);
     void lookCloser(Map& map);
     void compareReadout(Map& map, const QPoint& pixel);
@@ -224,11 +215,9 @@ class RandomSession {
     void takeBackOnMap(Map& map, bool clipping);
 
     // Windows that look for something (SessionSearches.cpp).
-    bool canFindTurns() const { return canChoose("mnuTurns"); }
     void findTurns();
     void enterTurns(QWidget& window);
     void compareTurns(QWidget& window);
-    bool canFindSuspects() const { return canChoose("mnuSuspects"); }
     void findSuspectSites();
     void chooseRules(QWidget& window);
     SuspectParameters rulesIn(QWidget& window);
@@ -236,14 +225,6 @@ class RandomSession {
     void takeOverTurns(bool deleted, const std::vector<int>& kept);
 
     // Other windows and views (SessionWindows.cpp).
-    bool canPlotGrid() const { return canChoose("mnuGrid"); }
-    bool canPlotLag() const { return canChoose("mnuTrue_Dis"); }
-    bool canReview() const { return canChoose("mnuStat"); }
-    bool canAdjust() const { return canChoose("mnuAdjust"); }
-    bool canAnalyse() const { return canChoose("mnuHist"); }
-    bool canExport() const { return canChoose("mnuSave"); }
-    bool canSaveRecord() const { return canChoose("mnuRecord"); }
-    bool canClear() const { return canChoose("mnuClear"); }
     bool canEditRows() const { return rowDialog_ || canChoose("mnuData"); }
     void plotGrid();
     void showGrid(const QString& item);
@@ -259,31 +240,15 @@ class RandomSession {
     void histograms();
     void correlation();
     void exportSurvey();
-    void saveRecord();
     bool hasActs() const { return acts_ > 0; }
     void saveAndReopen();
     void reopen(const QString& path);
-    void compareRecord(const std::string& path);
-    void refuseFirstRows(QWidget& window);
     bool exportInto(QWidget& window, bool withRows);
     void clearScreen();
+    void tryToClose();
     void compareStatistics(QWidget& window, bool relative);
     void compareAdjustment(QWidget& window, const std::vector<PlainSite>& shown);
     void compareHistograms(QWidget& window);
-
-    // Help, editor and resolution (SessionHelp.cpp).
-    void otherItems();
-    void tryToClose();
-    void changeEditor();
-    void changeResolution();
-    void showErrorLog();
-    void expectEditor(const std::string& path);
-    bool respondToStart(const QStringList& command);
-    /// Does what opens a help document, and reads it, or is told that it is missing.
-    void askForHelp(int document, const Action& ask);
-    /// The help of a dialog by its button or F1, now and then.
-    void helpOf(QWidget& window, int document, const QString& button = QStringLiteral("cmdHelp"));
-    void readHelp(int document);
 
     // Charts and paper (SessionCharts.cpp).
     bool chartShown() const { return editing_ || !chart_.isEmpty(); }
@@ -292,8 +257,6 @@ class RandomSession {
     void lookCloser(Chart2D& chart);
     void lookCloserByKeys(Chart2D& chart);
     void printRow();
-    void savePicture(QWidget& window);
-    void saveMainPicture();
     /// Chooses something that prints, with a printer or without; a print job may fail.
     void print(const Action& choose);
 
@@ -308,6 +271,7 @@ class RandomSession {
         return chart_ == QStringLiteral("Chart2D1") && (rowDialog_ || canEditRows());
     }
     void dragDistance();
+    QPoint placeInPlot(Chart2D& chart);
     std::vector<long> rowsOfGrid() const;
 
     const std::uint64_t seed_;
@@ -318,17 +282,14 @@ class RandomSession {
 
     QList<ExpectedBox> boxes_;
     QList<ExpectedFile> files_;
-    QList<QStringList> starts_;  ///< programs to be started, with their arguments
-    bool editorFails_ = false;
     QString printer_;
     Reached reached_;
     std::string difference_;
     std::map<std::string, long> made_;
 
     PlainSurvey survey_;
-    std::optional<PlainTrimbleOptions> lastFormat_;  // accepted with the last fixed-column import
-    std::vector<std::optional<State>> states_;       ///< by how many acts are in force; not all are known
-    std::size_t acts_ = 0;                           ///< in force when they were noted last
+    std::vector<std::optional<State>> states_;  ///< by how many acts are in force; not all are known
+    std::size_t acts_ = 0;                      ///< in force when they were noted last
     /// The survey's: one that was entered for an import that came to nothing is in force, but no way back
     /// leads to it.
     double ownDistance_ = 0;
@@ -343,8 +304,6 @@ class RandomSession {
     bool counted_ = false;   ///< the sites of each row have been counted since they changed
     bool measured_ = false;  ///< the distances have been calculated
     double totalA_ = 0, totalB_ = 0;
-    QString textEditor_ = QStringLiteral("/bin/true ");
-    int printScale_ = 1;
     std::string log_;  ///< the error log
     std::map<std::string, bool> menus_;
     QString chart_;           ///< the chart shown, but for the row plots

@@ -23,7 +23,7 @@ bool canBeUsed(const Control&) {
 
 }  // namespace
 
-Reached::Reached() {
+Reached::Reached(const std::set<std::string>& others) : others_(others) {
     qApp->installEventFilter(this);
 }
 
@@ -48,7 +48,8 @@ template <typename Control, typename Signal>
 void Reached::watchAll(QWidget& window, Signal signal) {
     for (Control* const control : window.findChildren<Control*>()) {
         const std::string name = control->objectName().toStdString();
-        if (name.empty() || name.starts_with("qt_") || !belongsTo(window, *control) || !canBeUsed(*control))
+        if (name.empty() || name.starts_with("qt_") || others_.contains(name) ||
+            !belongsTo(window, *control) || !canBeUsed(*control))
             continue;
         const std::string path = window.objectName().toStdString() + "." + name;
         want(path);

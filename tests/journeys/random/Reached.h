@@ -9,7 +9,8 @@ namespace tessel {
 /// been used while the object lives, and what else is worth knowing that it has happened.
 class Reached : public QObject {
   public:
-    Reached();
+    /// But for controls of these names.
+    explicit Reached(const std::set<std::string>& others);
 
     /// Something that has happened.
     void note(const std::string& what) { used_.insert(what); }
@@ -28,6 +29,7 @@ class Reached : public QObject {
     template <typename Control, typename Signal>
     void watchAll(QWidget& window, Signal signal);
 
+    const std::set<std::string> others_;
     std::set<std::string> wanted_, used_;
 };
 

@@ -78,7 +78,6 @@ void RandomSession::adjust() {
     // What is on the screen is not refreshed when an adjustment is refused.
     std::vector<PlainSite> shown = survey_.sites;
     compareAdjustment(window, shown);
-    helpOf(window, 113);
     for (int times = 1 + below(4); times > 0 && difference_.empty(); --times) {
         const Adjustment adjustment = enterAdjustment(window);
         // Nothing is cleared: pressed again, it does the same again.
@@ -180,7 +179,6 @@ void RandomSession::compareAdjustment(QWidget& window, const std::vector<PlainSi
 void RandomSession::histograms() {
     if (!choose(u"mnuHist"_s, false)) return;
     QWidget& window = shownWindow(u"frmHistForm"_s);
-    helpOf(window, 116, u"mnuHisthelp"_s);
     const bool fails = isConstant(survey_.sites, &PlainSite::em1) ||
                        (survey_.two && isConstant(survey_.sites, &PlainSite::em2));
     const auto expectProblem = [&] {
@@ -191,19 +189,13 @@ void RandomSession::histograms() {
     expectProblem();
     chooseItem(window, u"mnuPlot"_s);
     if (!fails) compareHistograms(window);
-    const auto choosePrint = [&] {
-        chance(50) ? chooseItem(window, u"mnuPrint"_s) : pressKey(window, Qt::Key_P, Qt::ControlModifier);
-    };
+    const auto choosePrint = [&] { useOrPress(window, u"mnuPrint"_s, Qt::Key_P, Qt::ControlModifier); };
     if (chance(40)) {
         // What has not been plotted is plotted first.
         expectProblem();
         fails ? choosePrint() : print(choosePrint);
     }
-    if (!fails && chance(30)) savePicture(window);
-    if (chance(40))
-        chooseItem(window, u"mnuDone"_s);
-    else if (chance(50))
-        pressKey(window, Qt::Key_Escape);
+    if (chance(70)) leave(window, u"mnuDone"_s);
 }
 
 void RandomSession::compareHistograms(QWidget& window) {
@@ -226,7 +218,6 @@ void RandomSession::correlation() {
     }
     if (!choose(u"mnuSigCorr"_s, false)) return;
     QWidget& window = shownWindow(u"frmSigCorrStruct"_s);
-    helpOf(window, 115, u"mnuSDChelp"_s);
     chooseItem(window, u"mnuPlot1"_s);
     QCoreApplication::processEvents();
     auto& chart = controlAs<Chart2D>(window, u"Chart2D1"_s);
@@ -237,15 +228,8 @@ void RandomSession::correlation() {
             Chart2D::Point{survey_.sites[i].em1, survey_.sites[i].em2})
             differ("a point of the correlation plot differs");
     if (chance(50)) lookCloser(chart);
-    if (chance(40))
-        print([&] {
-            chance(50) ? chooseItem(window, u"mnuPrint"_s) : pressKey(window, Qt::Key_P, Qt::ControlModifier);
-        });
-    if (chance(30)) savePicture(window);
-    if (chance(40))
-        chooseItem(window, u"mnuExit"_s);
-    else if (chance(50))
-        pressKey(window, Qt::Key_Escape);
+    if (chance(40)) print([&] { useOrPress(window, u"mnuPrint"_s, Qt::Key_P, Qt::ControlModifier); });
+    if (chance(70)) leave(window, u"mnuExit"_s);
 }
 
 }  // namespace tessel

@@ -2,11 +2,10 @@
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
 #include "journeys/random/entries.h"
+#include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
 
 namespace tessel {
-
-using namespace entries;
 
 // The delimited file and its window.
 
@@ -14,8 +13,7 @@ struct RandomSession::GenericFile {
     std::string bytes, log;
     PlainSurvey survey;
     long dropped = 0;
-    bool decimalCommas = false;  // and semicolons between values
-    QString rowFault;            // what the user is told about the row numbers
+    QString rowFault;  // what the user is told about the row numbers
 };
 
 namespace {
@@ -43,8 +41,7 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
     const int gap = !many_ && chance(6) ? 1 : 0;
     const bool manyRows = many_ || chance(25);
     const std::vector<PlainSite> sites = drivenSites();
-    const int separators = sites.empty() ? 0 : below(4);
-    file.decimalCommas = separators == 3;
+    const int separators = sites.empty() ? 0 : below(3);
     for (std::size_t number = 0; number < sites.size(); ++number) {
         PlainSite site = sites[number];
         site.row = manyRows ? static_cast<int>(site.id) : site.row + firstRow - 1 + (site.row > 2 ? gap : 0);
@@ -59,20 +56,13 @@ RandomSession::GenericFile RandomSession::genericFile(int layout, double cutoff)
         // whole.
         const bool incomplete = separators == 0 && !many_ && number + 1 < sites.size() && chance(2);
         if (incomplete) values.back().clear();
-        if (file.decimalCommas)
-            for (std::string& value : values)
-                std::replace(value.begin(), value.end(), '.', ',');
         const auto line = 1 + std::count(file.bytes.begin(), file.bytes.end(), '\n');
         site.line = line;
         std::string logged = "Line # " + std::to_string(line);
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (!values[i].empty()) logged += ' ' + values[i];
             if (i > 0)
-                file.bytes += separators == 0   ? ","
-                              : separators == 1 ? " "
-                              : separators == 3 ? ";"
-                              : chance(50)      ? " , "
-                                                : "\t";
+                file.bytes += separators == 0 ? "," : separators == 1 ? " " : chance(50) ? " , " : "\t";
             file.bytes += values[i];
         }
         file.bytes += separators == 2 && chance(20) ? " " : "\r\n";
@@ -119,52 +109,9 @@ QString checkRows(PlainSurvey& survey) {
 
 }  // namespace
 
-void RandomSession::refuseGeneric(QWidget& window) {
-    while (chance(25)) {
-        const bool number = chance(50);
-        typeInto(window, u"txtminEC"_s, number ? QString::fromLatin1(oneOf(kBadNumbers).text) : u"0.0"_s);
-        typeInto(
-            window, u"txtGFile"_s,
-            oneOf(std::vector<QString>{u""_s, u"/no/such/file"_s, QString::fromStdString(folder_.path())}));
-        expect(number ? u"Error!  Non-numeric minimum EC cutoff value."_s
-                      : u"Please enter a valid input filename."_s);
-        clickOn(window, u"cmdImport"_s);
-    }
-}
-
-void RandomSession::lookAroundGeneric(QWidget& window) {
-    helpOf(window, 106, chance(50) ? u"cmdHelp"_s : u"mnuGSFIhelp"_s);
-    refuseGeneric(window);
-    if (!chance(20)) return;
-    expect(
-        u"A generic signal data file must satisfy the following format restrictions:\n"
-        u"1.  All records must be either comma or space delimited.\n"
-        u"2.  The file column structure must exactly match one of the 8 choices shown on the screen.\n"
-        u"       (no extra data columns can be present in the file)\n"
-        u"3.  There can be no missing data records.\n"
-        u"4.  If your file contains row numbers, then the first row must start at 1\n"
-        u"       and all remaining rows must increase in a sequential, incremental order."_s);
-    chooseItem(window, u"mnuFormat"_s);
-}
-
-namespace {
-
-// Offered for such a file only, a moment after its name has been typed, and never ticked by the program.
-void tickDecimalComma(QWidget& window) {
-    const auto* const box = window.findChild<QCheckBox*>(u"chkDecimalComma"_s);
-    std::ignore = QTest::qWaitFor([box] { return box->isVisible(); });  // or it is not found below
-    clickOn(window, u"chkDecimalComma"_s);
-}
-
-}  // namespace
-
 void RandomSession::importGeneric() {
-    if (chance(50))
-        chooseItem(*main_, u"mnuOpen2"_s);
-    else
-        pressKey(*main_, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    useOrPress(*main_, u"mnuOpen2"_s, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
     QWidget& window = shownWindow(u"frmGeneric"_s);
-    lookAroundGeneric(window);
     if (chance(8)) return leave(window, u"cmdCancel"_s);
     const int layout = below(many_ ? 4 : 8);
     const QString cutoff =
@@ -181,7 +128,6 @@ void RandomSession::importGeneric() {
     }
     typeInto(window, u"txtminEC"_s, cutoff);
     clickOn(window, u"optCF_%1"_s.arg(layout));
-    if (file.decimalCommas) tickDecimalComma(window);
     finishGenericImport(window, file);
 }
 
@@ -190,12 +136,7 @@ void RandomSession::finishGenericImport(QWidget& window, GenericFile& file) {
     file.survey.minDistance = survey_.minDistance;
     const bool refused = file.rowFault.startsWith(u"Fatal"_s);
     noteVast(file.survey, "an import");
-    QString report = u"There are %1 valid records in this file."_s.arg(file.survey.sites.size());
-    if (file.dropped > 0)
-        report +=
-            u"\n\nThere are %1 records in this file\ncontaining non-numeric or invalid numeric values.\n"
-            u"Please refer to the error_log.dat text file for more details."_s.arg(file.dropped);
-    expect(report, u"VARN-Tessel File Import Message"_s);
+    expect(genericReport(std::ssize(file.survey.sites), file.dropped), kGenericReportTitle);
     if (!file.rowFault.isEmpty()) expect(file.rowFault);
     clickOn(window, u"cmdImport"_s);
     survey_ = file.survey;
@@ -204,9 +145,8 @@ void RandomSession::finishGenericImport(QWidget& window, GenericFile& file) {
     measured_ = !survey_.empty() && !refused;
     counted_ = measured_;
     if (!refused) return;
-    setMenus(false, {"mnuSigCorr", "mnuHist", "mnuClear", "mnuData", "mnuInvokeIDE", "mnuIDEW", "mnuDistance",
-                     "mnuGrid", "mnuStat", "mnuRow", "mnuAdjust", "mnuEL", "mnuSave", "mnuRecord",
-                     "mnuSaveTable", "mnuCoordinates"});
+    setMenus(false, kSurveyItems);
+    setMenus(false, {"mnuSave"});
     leave(window, u"cmdCancel"_s);
 }
 

@@ -21,10 +21,6 @@ void sendMouse(QWidget& widget, QEvent::Type type, const QPoint& pixel, Qt::Mous
 
 }  // namespace
 
-void RandomSession::movePointer(QWidget& widget, const QPoint& pixel) {
-    sendMouse(widget, QEvent::MouseMove, pixel, Qt::NoButton, Qt::NoButton);
-}
-
 void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to, Qt::MouseButton button,
                          Qt::KeyboardModifiers held) {
     sendMouse(widget, QEvent::MouseButtonPress, from, button, button, held);
@@ -33,12 +29,6 @@ void RandomSession::drag(QWidget& widget, const QPoint& from, const QPoint& to, 
     // A drag that is hardly one asks for the menu.
     while (QWidget* const menu = QApplication::activePopupWidget())
         menu->close();
-}
-
-void RandomSession::turnWheel(QWidget& widget, const QPoint& pixel, int notches) {
-    QWheelEvent event(pixel, widget.mapToGlobal(QPointF(pixel)), {}, {0, 120 * notches}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&widget, &event);
 }
 
 void RandomSession::bringToFront(QWidget& window) {
@@ -56,17 +46,19 @@ void RandomSession::pressKey(QWidget& widget, int key, Qt::KeyboardModifiers mod
     QTest::keyClick(focus != nullptr ? focus : &widget, static_cast<Qt::Key>(key), modifiers);
 }
 
-void RandomSession::leave(QWidget& window, const QString& button) {
-    if (chance(50))
-        clickOn(window, button);
-    else
-        pressKey(window, Qt::Key_Escape);
+void RandomSession::use(QWidget& window, const QString& name) {
+    window.findChild<QAction*>(name) != nullptr ? chooseItem(window, name) : clickOn(window, name);
+}
+
+void RandomSession::useOrPress(QWidget& window, const QString& name, int key,
+                               Qt::KeyboardModifiers modifiers) {
+    chance(50) ? use(window, name) : pressKey(window, key, modifiers);
 }
 
 // Keys have no names in the windows: what they are is written here.
 void RandomSession::wantKeys() {
     for (const char* const key :
-         {"Ctrl+I", "Ctrl+Shift+O", "Ctrl+E", "Ctrl+O", "Ctrl+S", "Ctrl+Q", "F1", "Ctrl+P", "PgUp", "PgDown"})
+         {"Ctrl+I", "Ctrl+Shift+O", "Ctrl+E", "Ctrl+O", "Ctrl+S", "Ctrl+Q", "Ctrl+P", "PgUp", "PgDown"})
         reached_.want(std::string("frmMain ") + key);
     for (const char* const chart : {"Chart2D3", "Chart2D4"})
         for (const char* const key : {"Left", "Right", "Up", "Down", "Space", "Del", "Home", "+", "-",
@@ -80,12 +72,9 @@ void RandomSession::wantKeys() {
         reached_.want(std::string("frmClip.picMapZoom ") + key);
     for (const char* const window :
          {"frmDataControl", "frmIniDisplay", "frmGeneric", "frmOutput", "frmDataEdit", "frmStat", "frmClip",
-          "frmAdjustData", "frmTurns", "frmSuspects", "frmHistForm", "frmSigCorrStruct", "frmAbout"}) {
-        reached_.want(std::string(window) + " F1");
+          "frmAdjustData", "frmTurns", "frmSuspects", "frmHistForm", "frmSigCorrStruct"})
         reached_.want(std::string(window) + " Esc");
-    }
-    for (const char* const key : {"frmHistForm Ctrl+P", "frmSigCorrStruct Ctrl+P", "frmStat Ctrl+C",
-                                  "frmHelpTesl Esc", "frmHelpTesl.txtFind Return"})
+    for (const char* const key : {"frmHistForm Ctrl+P", "frmSigCorrStruct Ctrl+P"})
         reached_.want(key);
 }
 
@@ -101,7 +90,6 @@ void RandomSession::wantSituations() {
                                         "no sites left",
                                         "a row emptied",
                                         "row information lost",
-                                        "more points picked than may be",
                                         "a rectangle dragged",
                                         "a deletion on the map taken back",
                                         "a deletion on the map done again",
@@ -110,13 +98,8 @@ void RandomSession::wantSituations() {
                                         "a page that cannot be written",
                                         "a page printed",
                                         "an export that fails",
-                                        "an editor that fails",
                                         "a row plot that followed",
                                         "a row dialog that has stayed open",
-                                        "a box drawn",
-                                        "a box that takes marks away",
-                                        "a box with more than may be picked",
-                                        "a row chosen on the small map",
                                         "a distance dragged",
                                         "a dragged distance accepted",
                                         "a grid with rows not in force"})

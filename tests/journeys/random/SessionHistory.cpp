@@ -88,12 +88,7 @@ bool RandomSession::canStep(bool back) const {
 
 void RandomSession::step(bool back) {
     const std::size_t target = back ? theJournal().positionBefore() : theJournal().positionAfter();
-    if (chance(50)) {
-        chooseItem(*main_, back ? u"mnuUndo"_s : u"mnuRedo"_s);
-    } else {
-        bringToFront(*main_);
-        QTest::keyClick(main_.get(), back ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
-    }
+    useOrPress(*main_, back ? u"mnuUndo"_s : u"mnuRedo"_s, back ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
     same("the position in the journal", theJournal().position(), target);
 }
 
@@ -104,7 +99,6 @@ void RandomSession::jumpInHistory() {
     chooseItem(*main_, u"mnuHistory"_s);
     auto& window = dynamic_cast<frmHistory&>(shownWindow(u"frmHistory"_s));
     bringToFront(window);
-    helpOf(window, 117);
     same<long>("lines of the history", window.lstHistory->model()->rowCount(),
                static_cast<long>(theJournal().size()) + 1);
     const std::size_t target = oneOf(known);
@@ -133,19 +127,14 @@ void RandomSession::saveAndReopen() {
     if (!std::exchange(hasFile_, true) || underANewName) expectFile(path, true);
     if (underANewName)
         chooseItem(*main_, u"mnuSaveSurveyAs"_s);
-    else if (chance(50))
-        chooseItem(*main_, u"mnuSaveSurvey"_s);
     else
-        pressKey(*main_, Qt::Key_S, Qt::ControlModifier);
+        useOrPress(*main_, u"mnuSaveSurvey"_s, Qt::Key_S, Qt::ControlModifier);
     if (chance(60)) reopen(path);
 }
 
 void RandomSession::reopen(const QString& path) {
     expectFile(path);
-    if (chance(50))
-        chooseItem(*main_, u"mnuOpenSurvey"_s);
-    else
-        pressKey(*main_, Qt::Key_O, Qt::ControlModifier);
+    useOrPress(*main_, u"mnuOpenSurvey"_s, Qt::Key_O, Qt::ControlModifier);
     plotsHidden();
     // The error log that lies there may be another import's.
     setMenus(false, {"mnuEL"});

@@ -4,13 +4,21 @@
 #include "journal/journal.h"
 #include "journeys/random/RandomSession.h"
 #include "journeys/random/entries.h"
+#include "support/ExpectedBoxes.h"
+#include "support/Journeys.h"
 #include "support/UserDriver.h"
 
 namespace tessel {
 
-using namespace entries;
-
 namespace {
+
+// What a user may type by mistake, and the number that it begins with.
+struct BadNumber {
+    const char* text;
+    double begins;
+};
+const std::vector<BadNumber> kBadNumbers = {{"abc", 0}, {"", 0},    {"12 m", 12},
+                                            {"1,5", 1}, {"--3", 0}, {"5x", 5}};
 
 double rounded(double value, int decimals) {
     return std::strtod(printed(value, decimals).c_str(), nullptr);
@@ -104,7 +112,6 @@ void RandomSession::importTrimble() {
     writeFile(folder_ / "survey.dat", bytes);
     if (!enterControls(options) || !enterFormat(options)) return;
     finishTrimbleImport(plainTrimbleImport(bytes, options));
-    lastFormat_ = options;
 }
 
 // Entries that are refused; the parameters that they leave are those of their leading numbers.
@@ -124,12 +131,8 @@ void RandomSession::refuseControls(QWidget& window) {
 
 // The first window; false when the user gives up, there or in the file dialog.
 bool RandomSession::enterControls(PlainTrimbleOptions& options) {
-    if (chance(50))
-        chooseItem(*main_, u"mnuOpen"_s);
-    else
-        pressKey(*main_, Qt::Key_I, Qt::ControlModifier);
+    useOrPress(*main_, u"mnuOpen"_s, Qt::Key_I, Qt::ControlModifier);
     QWidget& window = shownWindow(u"frmDataControl"_s);
-    helpOf(window, 104);
     refuseControls(window);
     if (chance(8)) {
         leave(window, u"Command2"_s);
@@ -158,25 +161,28 @@ bool RandomSession::enterControls(PlainTrimbleOptions& options) {
     return !cancelled;
 }
 
+namespace {
+
+// The fields that are in the file, each with the beginning of its boxes' names.
+std::vector<std::pair<QString, PlainField>> fieldsOf(const PlainTrimbleOptions& options) {
+    std::vector<std::pair<QString, PlainField>> fields = {
+        {u"Text2"_s, options.x}, {u"Text3"_s, options.y}, {u"Text4"_s, options.em1}};
+    if (options.id[0] > 0) fields.emplace_back(u"Text1"_s, options.id);
+    if (options.em2[0] > 0) fields.emplace_back(u"Text5"_s, options.em2);
+    return fields;
+}
+
+}  // namespace
+
 // The second window; false when the user gives up.
 bool RandomSession::enterFormat(const PlainTrimbleOptions& options) {
     QWidget& window = shownWindow(u"frmIniDisplay"_s);
-    const auto type = [&](const QString& boxes, const PlainField& columns) {
-        typeInto(window, boxes + u"_0"_s, QString::number(columns[0]));
-        typeInto(window, boxes + u"_1"_s, QString::number(columns[1]));
-    };
-    helpOf(window, 105);
-    useLastFormat(window);
     for (int clicks = options.id[0] > 0 ? 1 : chance(20) ? 2 : 0; clicks > 0; --clicks)
         clickOn(window, u"Check1"_s);
     for (int clicks = options.em2[0] > 0 ? 1 : chance(20) ? 2 : 0; clicks > 0; --clicks)
         clickOn(window, u"Check2"_s);
-    if (options.id[0] > 0) type(u"Text1"_s, options.id);
-    if (options.em2[0] > 0) type(u"Text5"_s, options.em2);
-    type(u"Text2"_s, options.x);
-    type(u"Text3"_s, options.y);
-    type(u"Text4"_s, options.em1);
-    refuseFormat(window, options);
+    for (const auto& [boxes, columns] : fieldsOf(options))
+        typePositions(window, boxes, columns);
     if (chance(8)) {
         leave(window, u"Command2"_s);
         return false;
@@ -184,63 +190,9 @@ bool RandomSession::enterFormat(const PlainTrimbleOptions& options) {
     return true;
 }
 
-// The positions of the import before, if there was one; then both check boxes are as they were.
-void RandomSession::useLastFormat(QWidget& window) {
-    same<bool>("cmdLast is enabled", control(window, u"cmdLast"_s).isEnabled(), lastFormat_.has_value());
-    if (!lastFormat_ || !chance(30)) return;
-    clickOn(window, u"cmdLast"_s);
-    const auto compareBoxes = [&](const QString& boxes, const PlainField& columns) {
-        for (const int end : {0, 1})
-            sameText("a position of the last file",
-                     controlAs<QLineEdit>(window, boxes + u"_%1"_s.arg(end)).text(),
-                     QString::number(columns[static_cast<std::size_t>(end)]));
-    };
-    compareBoxes(u"Text2"_s, lastFormat_->x);
-    compareBoxes(u"Text3"_s, lastFormat_->y);
-    compareBoxes(u"Text4"_s, lastFormat_->em1);
-    const std::pair<PlainField, int> optional[] = {{lastFormat_->id, 1}, {lastFormat_->em2, 2}};
-    for (const auto& [field, number] : optional) {
-        if (field[0] == 0) continue;
-        compareBoxes(number == 1 ? u"Text1"_s : u"Text5"_s, field);
-        clickOn(window, u"Check%1"_s.arg(number));
-    }
-}
-
-// One field after another is no field, and a box takes nothing but a number; then all is as it was.
-void RandomSession::refuseFormat(QWidget& window, const PlainTrimbleOptions& options) {
-    struct Field {
-        QString boxes;
-        PlainField columns;
-    };
-    std::vector<Field> fields = {{u"Text2"_s, options.x}, {u"Text3"_s, options.y}, {u"Text4"_s, options.em1}};
-    if (options.id[0] > 0) fields.push_back({u"Text1"_s, options.id});
-    if (options.em2[0] > 0) fields.push_back({u"Text5"_s, options.em2});
-    while (chance(25)) {
-        const PlainField bad = oneOf(std::vector<PlainField>{{6, 5}, {0, 3}, {7, 3}, {1, 0}, {0, 0}});
-        const Field field = oneOf(fields);
-        for (const int end : {0, 1}) {
-            const QString box = field.boxes + u"_%1"_s.arg(end);
-            typeInto(window, box, u"7x"_s);
-            sameText("a position box with a letter", controlAs<QLineEdit>(window, box).text(), u""_s);
-            const int position = bad[static_cast<std::size_t>(end)];
-            if (position > 0 || chance(50)) typeInto(window, box, QString::number(position));
-        }
-        expect(u"Invalid Input"_s);
-        clickOn(window, u"Command1"_s);
-        for (const int end : {0, 1})
-            typeInto(window, field.boxes + u"_%1"_s.arg(end),
-                     QString::number(field.columns[static_cast<std::size_t>(end)]));
-    }
-}
-
 void RandomSession::finishTrimbleImport(const PlainImport& import) {
     noteVast(import.survey, "an import");
-    QString report =
-        u"There are  %1 valid records in this file.\n\nThere are  %2 records in this file\n"
-        u"containing non-numeric or invalid numeric values."_s.arg(import.survey.sites.size())
-            .arg(import.rejected);
-    if (import.rejected > 0) report += u"\n\nPlease refer to the error_log.dat text file for more details."_s;
-    expect(report, u"VARN-Tesl File Import Message"_s);
+    expect(trimbleReport(std::ssize(import.survey.sites), import.rejected), kTrimbleReportTitle);
     if (import.tooManyRows) {
         expect(u"Too many rows: Please specify a larger distance value"_s);
         reached_.note("too many rows from an import");
@@ -267,7 +219,7 @@ void RandomSession::importManyRows() {
     using View = void (RandomSession::*)();
     const View view = oneOf(std::vector<View>{&RandomSession::openRowPlots, &RandomSession::plotGrid,
                                               &RandomSession::reviewRows, &RandomSession::editRows});
-    if (canPlotRows() && canPlotGrid() && difference_.empty()) (this->*view)();
+    if (canChoose("mnuX") && canChoose("mnuGrid") && difference_.empty()) (this->*view)();
 }
 
 }  // namespace tessel

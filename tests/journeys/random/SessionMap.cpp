@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/frmMain.h"
-#include "base/palette16.h"
 #include "drawing/PictureBox.h"
 #include "journeys/random/RandomSession.h"
+#include "support/Pixels.h"
+#include "support/PlotWindow.h"
 #include "support/UserDriver.h"
 
 namespace tessel {
@@ -44,10 +45,8 @@ struct RandomSession::Map {
     Zone zone = kFull;
     std::vector<bool> masks = {};
     long deleted = 0;
-    int highlighted = 0;  ///< a row, or none
     bool canRestore = false, canDelete = false;
     bool fiveDecimals = false;
-    double PlainSite::*reading = nullptr;  ///< that colours the sites
     struct Step {
         MapStep before, after;
         bool deletes;
@@ -96,11 +95,6 @@ void setScale(Map& map, const PlainSurvey& survey, bool trueScale) {
 void RandomSession::editOnMap() {
     if (!choose(u"mnuIDEW"_s, false)) return;
     QWidget& window = shownWindow(u"frmClip"_s);
-    const QString help = u"mnuGDRH%1"_s.arg(1 + below(3));
-    if (chance(20))
-        askForHelp(107 + help.last(1).toInt(), [&] { chooseItem(window, help); });
-    else if (chance(10))
-        askForHelp(108, [&] { pressKey(window, Qt::Key_F1); });
     if (chance(5)) return chooseItem(window, u"mnuDone"_s);
     const bool trueScale = chance(50);
     chooseItem(window, trueScale ? u"mnuFullMapTrue"_s : u"mnuFullMapMax"_s);
@@ -109,8 +103,6 @@ void RandomSession::editOnMap() {
     setScale(map, survey_, trueScale);
     map.masks.resize(survey_.sites.size());
     compareMapControls(map, false);
-    if (chance(40)) highlightRow(map);
-    if (chance(30)) colourMap(map);
     for (int round = 1 + below(3); round > 0; --round) {
         if (chance(50)) chooseZone(map);
         if (chance(20)) lookCloser(map);
@@ -123,51 +115,6 @@ void RandomSession::editOnMap() {
     leaveMap(map);
 }
 
-// The list holds "none" and the rows.
-void RandomSession::highlightRow(Map& map) {
-    auto& combo = controlAs<QComboBox>(map.window, u"comboRow"_s);
-    same("entries of comboRow", combo.count(), survey_.rows + 1);
-    map.highlighted = below(std::min(survey_.rows, 8) + 1);
-    combo.setFocus();
-    QTest::keyClick(&combo, Qt::Key_Home);
-    for (int row = 1; row <= map.highlighted; ++row)
-        QTest::keyClick(&combo, Qt::Key_Down);
-    same("the entry of comboRow", combo.currentIndex(), map.highlighted);
-    comparePicture(map);
-}
-
-void RandomSession::colourMap(Map& map) {
-    const bool second = survey_.two && chance(50);
-    map.reading = second ? &PlainSite::em2 : &PlainSite::em1;
-    chooseItem(map.window, second ? u"mnuColourEM2"_s : u"mnuColourEM1"_s);
-    reached_.note("a map in colours");
-    QCoreApplication::processEvents();
-    comparePicture(map);
-    if (!chance(30)) return;
-    map.reading = nullptr;
-    chooseItem(map.window, u"mnuColourNone"_s);
-    QCoreApplication::processEvents();
-    comparePicture(map);
-}
-
-// The places in the colour map that a site's dot may have: numbers near the edge of a shade may be rounded
-// to either side.
-std::pair<int, int> RandomSession::shadesOf(const Map& map, const PlainSite& site) const {
-    std::vector<double> sorted;
-    for (const PlainSite& other : survey_.sites)
-        sorted.push_back(other.*map.reading);
-    std::sort(sorted.begin(), sorted.end());
-    const auto rank = static_cast<std::size_t>(0.02 * static_cast<double>(sorted.size() - 1) + 0.5);
-    const long double low = sorted[rank];
-    const long double high = sorted[sorted.size() - 1 - rank];
-    if (!(high - low > 1e-9L * std::abs(low))) return {0, 255};
-    const long double place = (site.*map.reading - low) / (high - low) * 256;
-    const auto near = [&](long double by) {
-        return static_cast<int>(std::clamp(std::floor(place + by), 0.0L, 255.0L));
-    };
-    return {near(-0.01L), near(0.01L)};
-}
-
 void RandomSession::chooseZone(Map& map) {
     map.zone = oneOf(kZones);
     chooseItem(map.window, QString::fromUtf16(map.zone.item));
@@ -177,24 +124,18 @@ void RandomSession::chooseZone(Map& map) {
 // Changes which part of the unit square is shown, and nothing else.
 void RandomSession::lookCloser(Map& map) {
     const QPoint pixel(map.box.width() / 4 + below(map.box.width() / 2), map.box.height() / 4);
-    QPoint now = pixel;
-    const double x = map.surveyX(pixel.x()), y = map.surveyY(pixel.y());
     const int way = below(4);
-    if (way == 0) turnWheel(map.box, pixel, chance(60) ? 1 + below(3) : -1);
-    if (way == 1) drag(map.box, pixel, now = pixel + QPoint(below(41) - 20, below(41) - 20));
+    if (way == 0) turnWheel(map.box, pixel, chance(60) ? 120 * (1 + below(3)) : -120);
+    if (way == 1) drag(map.box, pixel, pixel + QPoint(below(41) - 20, below(41) - 20));
     if (way == 2) pressKey(map.box, chance(50) ? Qt::Key_Plus : Qt::Key_Minus);
     for (int keys = way == 3 ? 3 : 0; keys > 0; --keys)
         pressKey(map.box, oneOf(std::vector<Qt::Key>{Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}),
                  Qt::ControlModifier);
     const Rectangle& shown = map.box.scale();
     map.zone = {u"", shown.x.from, shown.y.from, shown.width(), shown.height()};
-    const auto near = [](double a, double b, double of) { return std::abs(a - b) <= 1e-9 * of; };
-    if (way < 2 && (!near(map.surveyX(now.x()), x, map.xMax - map.xMin) ||
-                    !near(map.surveyY(now.y()), y, map.yMax - map.yMin)))
-        differ("the map has not kept what is under the pointer");
     map.fiveDecimals = chance(50);
     clickOn(map.window, map.fiveDecimals ? u"optLL"_s : u"optUTM"_s);
-    movePointer(map.box, pixel);
+    pointAt(map.box, pixel);
     compareReadout(map, pixel);
 }
 
@@ -217,7 +158,7 @@ void RandomSession::clip(Map& map) {
 QPoint RandomSession::walkOverMap(Map& map) {
     QPoint at(map.box.width() / 4 + below(map.box.width() / 2),
               map.box.height() / 4 + below(map.box.height() / 2));
-    movePointer(map.box, at);
+    pointAt(map.box, at);
     for (int keys = 1 + below(6); keys > 0; --keys) {
         static constexpr Qt::Key kArrows[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
         static constexpr QPoint kWays[] = {{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
@@ -241,13 +182,13 @@ void RandomSession::drawRectangle(Map& map) {
     } else if (chance(30)) {
         if (touchesSite(map, from, to)) return;
         reached_.note("a rectangle dragged");
-        movePointer(map.box, from);
+        pointAt(map.box, from);
         drag(map.box, from, to, Qt::LeftButton);
         // A press that hardly moves is a click.
         const QPoint by = to - from;
         if (std::hypot(by.x(), by.y()) > 10) return maskInside(map, from, to);
     } else {
-        movePointer(map.box, from);
+        pointAt(map.box, from);
         compareReadout(map, from);
         QTest::mouseClick(&map.box, Qt::LeftButton, Qt::NoModifier, from);
     }
@@ -256,7 +197,7 @@ void RandomSession::drawRectangle(Map& map) {
     if (byKeys)
         to = walkOverMap(map);
     else
-        movePointer(map.box, to);
+        pointAt(map.box, to);
     if (chance(5) || touchesSite(map, from, to)) {
         pressKey(map.window, Qt::Key_Escape);
         return same("enabled cmdClipOff", control(map.window, u"cmdClipOff"_s).isEnabled(), true);
@@ -399,10 +340,7 @@ void RandomSession::leaveMap(Map& map) {
                            u"Warning! You have not deleted all of the currently masked sites.\n"
                            u"Are you sure you wish to exit (and hence avoid deleting these sites)?"_s);
         checkRowsAfterMap(map);
-        if (chance(50))
-            chooseItem(map.window, u"mnuDone"_s);
-        else
-            pressKey(map.window, Qt::Key_Escape);
+        this->leave(map.window, u"mnuDone"_s);
         same("visible frmClip", isShown(u"frmClip"_s), !leave);
     }
 }
@@ -444,7 +382,7 @@ void RandomSession::comparePicture(Map& map) {
     const auto isFine = [](double low, double high) { return high - low > 1e-9 * std::abs(low); };
     if (!isFine(map.xMin, map.xMax) || !isFine(map.yMin, map.yMax)) return;
     // Without the cross, which hides what is beneath it.
-    movePointer(map.box, QPoint(1, 1));
+    pointAt(map.box, QPoint(1, 1));
     const QImage picture = map.box.grab().toImage();
     const auto pixelOf = [&](const PlainSite& site) {
         return map.box.toPixel((site.x - map.xMin) / (map.xMax - map.xMin),
@@ -458,18 +396,9 @@ void RandomSession::comparePicture(Map& map) {
                 return &other != &survey_.sites[i] && (pixelOf(other) - at).manhattanLength() < 6;
             });
         if (!alone) continue;
-        const bool red = map.highlighted > 0 && survey_.sites[i].row == map.highlighted;
-        std::vector<QRgb> wanted = {QRgb(kBasicPalette[red ? kRed : kBlue])};
-        if (map.reading != nullptr) {
-            const auto [first, last] = shadesOf(map, survey_.sites[i]);
-            const auto& colours = tessel::colourMap();
-            wanted.assign(colours.begin() + first, colours.begin() + last + 1);
-        }
-        if (map.masks[i]) wanted = {0xFFFFFF};
-        const auto isWanted = [&](const QPoint& pixel) {
-            return std::count(wanted.begin(), wanted.end(), picture.pixel(pixel) & 0xFFFFFFU) > 0;
-        };
-        if (!isWanted(at.toPoint()) && !isWanted(QPoint(int(at.x()), int(at.y()))))
+        const QColor wanted = map.masks[i] ? QColor(Qt::white) : paletteColour(kBlue);
+        if (picture.pixelColor(at.toPoint()) != wanted &&
+            picture.pixelColor(QPoint(int(at.x()), int(at.y()))) != wanted)
             differ("the dot of site " + std::to_string(i) + " has another colour");
     }
 }

@@ -2,6 +2,7 @@
 #include "app/frmMain.h"
 #include "journeys/random/RandomSession.h"
 #include "plots/RowPlotEditor.h"
+#include "support/PlotWindow.h"
 #include "support/UserDriver.h"
 
 namespace tessel {
@@ -9,7 +10,6 @@ namespace tessel {
 namespace {
 
 constexpr int kClear = 9;  // pixels between a point that is clicked and every other
-constexpr std::size_t kMostPicked = 101;
 
 bool isNear(const QPointF& a, const QPointF& b) {
     return std::abs(a.x() - b.x()) < kClear && std::abs(a.y() - b.y()) < kClear;
@@ -50,16 +50,13 @@ void RandomSession::openRowPlots() {
     chart_.clear();
     byX_ = byX;
     openEditorAtRowOne();
-    for (int steps = below(4); steps > 0 && canStep() && difference_.empty(); --steps)
+    for (int steps = below(4); steps > 0 && canStepRow() && difference_.empty(); --steps)
         stepRow();
 }
 
 void RandomSession::stepRow() {
     const bool forward = forward_ && (!back_ || chance(65));
-    if (chance(30))
-        pressKey(*main_, forward ? Qt::Key_PageDown : Qt::Key_PageUp);
-    else
-        clickOn(*editor_, forward ? u"Command2"_s : u"Command1"_s);
+    useOrPress(*main_, forward ? u"Command2"_s : u"Command1"_s, forward ? Qt::Key_PageDown : Qt::Key_PageUp);
     // The next row has moved up into the number of a row that was emptied.
     showRow(!forward ? row_ - 1 : emptied_ ? row_ : row_ + 1);
     compareKeyboardOfRowPlots();
@@ -120,7 +117,6 @@ void RandomSession::pickPoints() {
     const int picks = chance(30) ? count : 1 + below(4);
     for (int i = 0; i < picks && i < 40; ++i)
         pickPoint(chance(70) ? *editor_->Chart2D3 : *editor_->Chart2D4);
-    if (chance(20)) pressBesideThePlot(chance(50) ? *editor_->Chart2D3 : *editor_->Chart2D4);
 }
 
 double RandomSession::along(int point) const {
@@ -147,18 +143,9 @@ void RandomSession::pickPoint(Chart2D& chart) {
         if (profile && survey_.two && isNear(place(k, true), pixel)) return;
     }
     if (chart.isZoomed()) reached_.note("a point picked on a closer look");
-    movePointer(chart, pixel.toPoint());
+    pointAt(chart, pixel.toPoint());
     const int point = static_cast<int>(target) + 1;
     compareReadout(chart, point);
-    if (chance(15)) {
-        // Five pixels away is too far.
-        const QPoint beside = pixel.toPoint() + QPoint(chance(50) ? 5 : -5, 0);
-        if (!isWellInside(chart, beside)) return;
-        for (std::size_t k = 0; k < sites.size(); ++k)
-            if (k != target && isNear(place(k, false), beside)) return;
-        QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, beside);
-        return sameText("the read-out beside a point", chart.footerText(), u"No Point Selected"_s);
-    }
     // One beyond what may be picked.
     if (picked_.size() == kMostPicked && !isPickedAt(along(point))) return;
     // Two pixels away is near enough.
@@ -166,15 +153,6 @@ void RandomSession::pickPoint(Chart2D& chart) {
                       pixel.toPoint() + QPoint(below(3) - 1, below(3) - 1));
     toggleModel(point);
     cursor_ = point;
-}
-
-// Beside the plot area there is nothing to pick, however near a point.
-void RandomSession::pressBesideThePlot(Chart2D& chart) {
-    const QPoint pixel(chance(50) ? 2 : chart.width() - 3, below(chart.height()));
-    if (chart.pixelToData(pixel).inPlotArea) return;
-    movePointer(chart, pixel);
-    sameText("the read-out beside the plot", chart.footerText(), u"No Point Selected"_s);
-    QTest::mouseClick(&chart, Qt::LeftButton, Qt::NoModifier, pixel);
 }
 
 bool RandomSession::isPickedAt(double horizontal) const {
@@ -215,7 +193,6 @@ void RandomSession::walkAlongRow() {
     Chart2D& chart = chance(50) ? *editor_->Chart2D3 : *editor_->Chart2D4;
     const auto count = static_cast<int>(survey_.sitesOfRow(row_).size());
     if (emptied_ || count == 0) return pressKey(chart, Qt::Key_Right);
-    if (count > static_cast<int>(kMostPicked) && chance(60)) return pickMoreThanAllowed();
     const bool rises = along(count) >= along(1);
     for (int steps = 1 + below(8); steps > 0; --steps) {
         const bool right = chance(50), onward = right == rises;
@@ -239,26 +216,6 @@ void RandomSession::walkAlongRow() {
     }
     // A button that is disabled has no key either.
     if (!delete_ && chance(50)) pressKey(chart, Qt::Key_Delete);
-}
-
-// A row may be longer than a selection.
-void RandomSession::pickMoreThanAllowed() {
-    Chart2D& chart = *editor_->Chart2D3;
-    const auto count = static_cast<int>(survey_.sitesOfRow(row_).size());
-    const Qt::Key onward = along(count) >= along(1) ? Qt::Key_Right : Qt::Key_Left;
-    while (cursor_ < count) {
-        pressKey(chart, onward);
-        ++cursor_;
-        if (isPickedAt(along(cursor_))) continue;
-        const bool full = picked_.size() == kMostPicked;
-        if (full)
-            expect(
-                u"Subscript out of range\nNo more than 101 sites can be selected at a time. Delete these "
-                u"first, then select the others."_s);
-        pressKey(chart, Qt::Key_Space);
-        if (full) return reached_.note("more points picked than may be");
-        toggleModel(cursor_);
-    }
 }
 
 void RandomSession::deletePoints() {

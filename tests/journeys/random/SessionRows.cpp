@@ -34,7 +34,6 @@ void RandomSession::editRows() {
     if (wasOpen) reached_.note("a row dialog that has stayed open");
     QWidget& dialog = shownWindow(u"frmDataEdit"_s);
     bringToFront(dialog);
-    helpOf(dialog, 112);
     // Nothing chosen yet, nothing happens.
     if (!wasOpen && chance(20)) clickOn(dialog, u"Command1"_s);
     for (int tries = 0; rowDialog_ && tries < 8 && difference_.empty(); ++tries) {
@@ -131,6 +130,11 @@ void RandomSession::compareForecast(QWidget& dialog, int measure, const QString&
     sameText("lblRows", controlAs<QLabel>(dialog, u"lblRows"_s).text(), wanted);
 }
 
+QPoint RandomSession::placeInPlot(Chart2D& chart) {
+    const QRect area = chart.plotArea().toAlignedRect().adjusted(1, 1, -1, -1);
+    return {area.left() + below(std::max(1, area.width())), area.top() + below(std::max(1, area.height()))};
+}
+
 // On the lag distance plot beside the dialog, whatever is chosen there; it is opened where it is not.
 void RandomSession::dragDistance() {
     if (!rowDialog_) {
@@ -160,7 +164,7 @@ void RandomSession::dragDistance() {
     } else if (way == 1) {
         reached_.note("a dragged distance accepted");
         acceptDistance(lagMeasure_, entry, [&] { pressKey(chart, Qt::Key_Return); });
-    } else if (way == 2 && canPlotGrid()) {
+    } else if (way == 2 && canChoose("mnuGrid")) {
         showGrid(u"mnuGrid"_s);
     }
 }

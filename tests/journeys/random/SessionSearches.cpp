@@ -27,7 +27,6 @@ void RandomSession::findTurns() {
     auto& window = dynamic_cast<frmTurns&>(shownWindow(u"frmTurns"_s));
     bringToFront(window);
     compareTurns(window);
-    helpOf(window, 118);
     for (int entries = below(5); entries > 0 && difference_.empty(); --entries)
         enterTurns(window);
     const bool deletes = chance(40);
@@ -100,7 +99,6 @@ void RandomSession::findSuspectSites() {
     if (!choose(u"mnuSuspects"_s, false)) return;
     auto& window = dynamic_cast<frmSuspects&>(shownWindow(u"frmSuspects"_s));
     bringToFront(window);
-    helpOf(window, 119);
     reached_.note("frmSuspects.cmdCancel");  // is there in a search only that takes longer than these
     chooseRules(window);
     const Suspects found = findSuspects(theSurvey(), rulesIn(window));

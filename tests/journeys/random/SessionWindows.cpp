@@ -3,6 +3,7 @@
 #include "app/survey.h"
 #include "journeys/random/RandomSession.h"
 #include "plots/Chart2D.h"
+#include "support/ExpectedBoxes.h"
 #include "support/UserDriver.h"
 
 namespace tessel {
@@ -141,17 +142,8 @@ void RandomSession::reviewRows() {
         clickOn(window, relative ? u"optDSR"_s : u"optDSA"_s);
         compareStatistics(window, relative);
     }
-    helpOf(window, 102);
     if (chance(50)) return;
-    if (chance(30)) {
-        pressKey(window, Qt::Key_C, Qt::ControlModifier);
-        same<long>("lines copied", QGuiApplication::clipboard()->text().count(u'\n'),
-                   static_cast<long>(sizes.size()) + 1);
-    }
-    if (chance(50))
-        chooseItem(window, u"mnuStatExit"_s);
-    else
-        pressKey(window, Qt::Key_Escape);
+    leave(window, u"mnuStatExit"_s);
     statistics_.clear();
 }
 
@@ -179,24 +171,9 @@ void RandomSession::compareStatistics(QWidget& window, bool relative) {
 // Export
 // --------------------------------------------------------------------------------------------------------
 
-void RandomSession::refuseFirstRows(QWidget& window) {
-    while (chance(30)) {
-        const QString bad = oneOf(std::vector<QString>{u"abc"_s, u""_s, u"0"_s, u"-2"_s, u"0.5"_s, u"1 2"_s});
-        double value = 0;
-        expect(plainNumeric(bad.toStdString(), value) ? u"Error! The specified beginning row number is < 1!"_s
-                                                      : u"Error! The beginning row number is non-numeric!"_s);
-        typeInto(window, u"txtBRN"_s, bad);
-        clickOn(window, u"Command2"_s);
-    }
-}
-
 void RandomSession::exportSurvey() {
-    if (chance(70))
-        chooseItem(*main_, u"mnuSave"_s);
-    else
-        pressKey(*main_, Qt::Key_E, Qt::ControlModifier);
+    useOrPress(*main_, u"mnuSave"_s, Qt::Key_E, Qt::ControlModifier);
     QWidget& window = shownWindow(u"frmOutput"_s);
-    helpOf(window, 107);
     same("enabled Command2", control(window, u"Command2"_s).isEnabled(), false);
     bool withRows = true;
     for (int clicks = below(3); clicks > 0; --clicks) {
@@ -222,7 +199,6 @@ bool RandomSession::exportInto(QWidget& window, bool withRows) {
     same("enabled Command2", control(window, u"Command2"_s).isEnabled(), outcome != 0);
     if (outcome == 0) return false;
     sameText("Text2", controlAs<QLineEdit>(window, u"Text2"_s).text(), QString::fromStdString(path));
-    refuseFirstRows(window);
     const QString first =
         oneOf(std::vector<QString>{u"1"_s, u"1"_s, u"5"_s, u"2.7"_s, u"2.5"_s, u"1e3"_s, u"0.6"_s});
     typeInto(window, u"txtBRN"_s, first);
@@ -232,33 +208,12 @@ bool RandomSession::exportInto(QWidget& window, bool withRows) {
         clickOn(window, u"Command2"_s);
         return false;
     }
-    const bool withRecord = chance(40);
-    if (withRecord) clickOn(window, u"chkRecord"_s);
     expect(u"Output data saved to "_s + QString::fromStdString(path), u"VARN-Tesl"_s);
     clickOn(window, u"Command2"_s);
-    if (withRecord) compareRecord(path + ".record.yaml");
     exported_ = content_;
     const int firstRow = static_cast<int>(std::nearbyint(first.toDouble()));
     if (readFile(path) != plainTransect(survey_, withRows, firstRow)) differ("the transect file differs");
     return true;
-}
-
-void RandomSession::saveRecord() {
-    const std::string path = folder_ / (chance(15) ? "" : "survey.yaml");
-    const bool cancelled = path.ends_with('/');
-    expectFile(cancelled ? QString() : QString::fromStdString(path), true);
-    if (chance(50))
-        chooseItem(*main_, u"mnuRecord"_s);
-    else
-        pressKey(*main_, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    if (!cancelled) compareRecord(path);
-}
-
-void RandomSession::compareRecord(const std::string& path) {
-    const std::string counts = "\nsurvey:\n  sites: " + std::to_string(survey_.sites.size()) +
-                               "\n  rows: " + std::to_string(survey_.rows) + "\n";
-    if (readFile(path).find(counts) == std::string::npos) differ("the record is of another survey");
-    std::filesystem::remove(path);
 }
 
 // Others
@@ -267,6 +222,15 @@ void RandomSession::compareRecord(const std::string& path) {
 void RandomSession::clearScreen() {
     chooseItem(*main_, u"mnuClear"_s);
     plotsHidden();
+}
+
+void RandomSession::tryToClose() {
+    expectQuestion(false, kProgramExitQuestion);
+    if (chance(30))
+        main_->close();
+    else
+        useOrPress(*main_, u"mnuExit"_s, Qt::Key_Q, Qt::ControlModifier);
+    same("visible frmMain", main_->isVisible(), true);
 }
 
 }  // namespace tessel

@@ -3,9 +3,7 @@
 
 namespace tessel {
 
-// What the random session writes into files and types into boxes.
-
-namespace entries {
+// Numbers as the random session writes them into files.
 
 inline std::string printed(double value, int decimals) {
     char text[40];
@@ -20,15 +18,5 @@ inline std::string coordinate(double value) {
     std::snprintf(text, sizeof text, "%.0e", value);
     return text;
 }
-
-/// What a user may type by mistake, and the number that it begins with.
-struct BadNumber {
-    const char* text;
-    double begins;
-};
-inline const std::vector<BadNumber> kBadNumbers = {{"abc", 0}, {"", 0},    {"12 m", 12},
-                                                   {"1,5", 1}, {"--3", 0}, {"5x", 5}};
-
-}  // namespace entries
 
 }  // namespace tessel
