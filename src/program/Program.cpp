@@ -22,7 +22,7 @@
 #include "export/frmSaveTable.h"
 #include "geodesy/frmCoordinates.h"
 #include "import/SurveyImport.h"
-#include "import/import_notices.h"
+#include "import/import_summary_texts.h"
 #include "journal/journal.h"
 #include "plots/PlotPicture.h"
 #include "plots/RowPlotEditor.h"

@@ -50,8 +50,8 @@ void lookForSystemsInVain() {
 }
 
 TEST(ProjLibraryDeathTest, KnowsNoSystemWhereItCannotBeOpened) {
-    // The process is another one from its beginning: no other test has opened the library there, and the loader
-    // comes upon a file of its name that is none.
+    // The process is another one from its beginning: no other test has opened the library there, and the
+    // loader comes upon a file of its name that is none.
     const TemporaryFolder folder;
     writeFile(folder / TESSEL_PROJ_LIBRARY, "");
     const Environment libraries("LD_LIBRARY_PATH", folder.path());

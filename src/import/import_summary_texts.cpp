@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "import/import_notices.h"
+#include "import/import_summary_texts.h"
 
 #include "base/numbers.h"
 #include "rows/row_detection.h"
