@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -13,6 +14,8 @@
 namespace tessel {
 
 namespace {
+
+constexpr int kTriedNames = 1000;
 
 int openFile(const std::string& path, int flags, mode_t mode = 0) {
     return uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); });
@@ -40,6 +43,21 @@ std::vector<std::string> namesIn(const std::string& folder) {
     while (const dirent* const entry = ::readdir(entries.get()))
         names.emplace_back(entry->d_name);
     return names;
+}
+
+std::string freeNameBeside(const std::string& file, const std::string& suffix) {
+    const std::filesystem::path of(file);
+    const std::string folder = of.parent_path().string();
+    if (!of.has_stem() || ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0) return {};
+    const std::string stem = pathIn(folder, of.stem().string());
+    struct stat taken {};
+    for (int number = 1; number <= kTriedNames; ++number) {
+        std::string name = stem;
+        if (number > 1) name.append("-").append(std::to_string(number));
+        name.append(".").append(suffix);
+        if (::lstat(name.c_str(), &taken) != 0 && errno == ENOENT) return name;
+    }
+    return {};
 }
 
 bool lockFile(int file) {

@@ -56,6 +56,12 @@ AnyNameDialog::AnyNameDialog(QWidget* parent, const QString& caption) : QFileDia
     setSizeGripEnabled(false);
 }
 
+void AnyNameDialog::propose(const QString& path) {
+    if (path.isEmpty() || legible(path) != path) return;
+    selectFile(path);
+    if (QLineEdit* const box = nameBox(*this)) box->selectAll();
+}
+
 // What is typed, when it is a name that Qt's own dialog does not take; else empty.
 std::string AnyNameDialog::typedName() const {
     const QLineEdit* const box = nameBox(*this);

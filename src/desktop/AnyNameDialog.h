@@ -15,6 +15,10 @@ class AnyNameDialog : public QFileDialog {
   public:
     AnyNameDialog(QWidget* parent, const QString& caption);
 
+    /// Puts the path where the name is typed, selected, so that typing replaces it. One that Qt's dialog
+    /// cannot hold is not proposed.
+    void propose(const QString& path);
+
     /// The file that was chosen or typed, as fromPath() has it.
     QString chosen() const { return typed_.isEmpty() ? selectedFiles().value(0) : typed_; }
 

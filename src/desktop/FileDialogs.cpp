@@ -28,6 +28,7 @@ AnyNameDialog* makeDialog(QWidget* parent, const FileQuestion& question) {
     dialog.setNameFilters(nameFilters(question.filter));
     dialog.selectNameFilter(nameFilters(question.filter).value(question.firstFilter));
     dialog.setDefaultSuffix(question.suffix);
+    dialog.propose(question.proposed);
     return made;
 }
 
@@ -47,11 +48,12 @@ QString respond(QWidget* parent, const FileQuestion& question) {
 }  // namespace
 
 QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter, int firstFilter) {
-    return respond(parent, {caption, filter, false, {}, firstFilter});
+    return respond(parent, {caption, filter, false, {}, {}, firstFilter});
 }
 
-QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter, const QString& suffix) {
-    return respond(parent, {caption, filter, true, suffix, 0});
+QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter, const QString& suffix,
+                    const QString& proposed) {
+    return respond(parent, {caption, filter, true, suffix, proposed, 0});
 }
 
 void setFileResponder(FileResponder responder) {

@@ -20,6 +20,7 @@ struct FileQuestion {
     QString filter;
     bool toSave = false;
     QString suffix;
+    QString proposed;     ///< the path that stands there at first, to be taken or replaced by typing
     int firstFilter = 0;  ///< the pair of the filter that is in force when the dialog comes up
 };
 
@@ -32,9 +33,10 @@ inline const QString kAllFiles = QStringLiteral("All Files (*.*)|*");
 QString askOpenFile(QWidget* parent, const QString& caption, const QString& filter, int firstFilter = 0);
 
 /// Asks for a file to write, and whether an existing one may be replaced; empty when cancelled. The name is
-/// what was typed; a suffix ("pdf") is only added to a name without one, and only if one is given.
+/// what was typed; a suffix ("pdf") is only added to a name without one, and only if one is given. A path
+/// that is proposed stands there at first.
 QString askSaveFile(QWidget* parent, const QString& caption, const QString& filter,
-                    const QString& suffix = {});
+                    const QString& suffix = {}, const QString& proposed = {});
 
 /// Takes the place of the dialog on the screen: gives the path, or nothing for Cancel.
 using FileResponder = std::function<QString(const FileQuestion&)>;

@@ -9,9 +9,11 @@ using namespace Qt::StringLiterals;
 
 namespace tessel {
 
-std::string saveRecord(QWidget* parent, const std::function<ProcessingRecord()>& record) {
-    const QString chosen = askSaveFile(parent, u"Save the processing record"_s,
-                                       u"YAML Files (*.yaml)|*.yaml|All Files (*.*)|*"_s, u"yaml"_s);
+std::string saveRecord(QWidget* parent, const QString& proposed,
+                       const std::function<ProcessingRecord()>& record) {
+    const QString chosen =
+        askSaveFile(parent, u"Save the processing record"_s,
+                    u"YAML Files (*.yaml)|*.yaml|All Files (*.*)|*"_s, u"yaml"_s, proposed);
     if (chosen.isEmpty()) return {};
     const Hourglass hourglass(parent);
     std::string path = toPath(chosen);

@@ -100,8 +100,9 @@ void frmSaveTable::showNotice() {
 }
 
 void frmSaveTable::cmdSave_Click() {
-    const QString chosen = askSaveFile(this, windowTitle(),
-                                       u"Comma-separated values (*.csv)|*.csv|All Files (*.*)|*"_s, u"csv"_s);
+    const QString chosen =
+        askSaveFile(this, windowTitle(), u"Comma-separated values (*.csv)|*.csv|All Files (*.*)|*"_s,
+                    u"csv"_s, proposed_);
     if (chosen.isEmpty()) return;
     const Hourglass hourglass(this);
     const std::string path = toPath(chosen);

@@ -20,6 +20,9 @@ class frmSaveTable : public QDialog, public Ui::frmSaveTable {
   public:
     explicit frmSaveTable(QWidget* parent = nullptr);
 
+    /// The path that is offered for the table.
+    void propose(const QString& path) { proposed_ = path; }
+
   Q_SIGNALS:
     /// The table has been written.
     void saved(const RecordedExport& file);
@@ -32,6 +35,7 @@ class frmSaveTable : public QDialog, public Ui::frmSaveTable {
 
     std::vector<std::pair<TableColumn, QCheckBox*>> columns_;
     std::string positionUnit_;
+    QString proposed_;
 };
 
 }  // namespace tessel

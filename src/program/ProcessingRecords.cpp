@@ -2,6 +2,7 @@
 #include "program/ProcessingRecords.h"
 
 #include "app/frmMain.h"
+#include "base/file_system.h"
 #include "desktop/FileNames.h"
 #include "desktop/Guarded.h"
 #include "export/RecordSaving.h"
@@ -32,6 +33,11 @@ void ProcessingRecords::noteImport(const ImportSummary& summary) {
     identifyFilesSoon();
 }
 
+QString ProcessingRecords::nameBesideSource(const std::string& suffix) const {
+    const ImportSummary* const import = importOf(theSurvey());
+    return import == nullptr ? QString() : fromPath(freeNameBeside(import->path, suffix));
+}
+
 void ProcessingRecords::serve(frmOutput& window) {
     window.recordWith([this] { return keeper_.record(theJournal()); });
     connect(&window, &frmOutput::exported, this, [this](const RecordedExport& file) {
@@ -42,6 +48,7 @@ void ProcessingRecords::serve(frmOutput& window) {
 }
 
 void ProcessingRecords::serve(frmSaveTable& window) {
+    window.propose(nameBesideSource("csv"));
     connect(&window, &frmSaveTable::saved, this, [this](const RecordedExport& file) {
         keeper_.noteExport(theJournal(), file);
         Q_EMIT noted();
@@ -51,7 +58,8 @@ void ProcessingRecords::serve(frmSaveTable& window) {
 }
 
 void ProcessingRecords::mnuRecord_Click() {
-    const std::string path = saveRecord(&main_, [this] { return keeper_.record(theJournal()); });
+    const std::string path =
+        saveRecord(&main_, nameBesideSource("record.yaml"), [this] { return keeper_.record(theJournal()); });
     if (path.empty()) return;
     tellSaved(u"Processing record"_s, path);
 }

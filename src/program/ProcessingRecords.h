@@ -23,6 +23,10 @@ class ProcessingRecords : public QObject {
     void noteImport(const ImportSummary& summary);
     /// What the import found from which a survey comes; null where it comes from none.
     const ImportSummary* importOf(const Survey& survey) const { return keeper_.importOf(survey); }
+    /// A free name beside the file from which the survey comes (freeNameBeside), to be offered; empty where
+    /// it comes from none.
+    QString nameBesideSource(const std::string& suffix) const;
+
     /// Has the window write the record beside the file, and notes what it has written.
     void serve(frmOutput& window);
     /// Notes the table that the window has written, and says so in the main window.

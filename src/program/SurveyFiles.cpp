@@ -2,6 +2,7 @@
 #include "program/SurveyFiles.h"
 
 #include "app/frmMain.h"
+#include "base/file_system.h"
 #include "base/run_time_error.h"
 #include "desktop/FileDialogs.h"
 #include "desktop/Guarded.h"
@@ -109,8 +110,10 @@ void SurveyFiles::mnuSaveSurvey_Click() {
 }
 
 void SurveyFiles::mnuSaveSurveyAs_Click() {
-    const QString chosen =
-        askSaveFile(&main_, u"Save the survey"_s, kSurveyFiles, QString::fromLatin1(kSurveyFileSuffix));
+    const QString proposed = path_.empty() ? records_.nameBesideSource(kSurveyFileSuffix)
+                                           : fromPath(freeNameBeside(path_, kSurveyFileSuffix));
+    const QString chosen = askSaveFile(&main_, u"Save the survey"_s, kSurveyFiles,
+                                       QString::fromLatin1(kSurveyFileSuffix), proposed);
     if (!chosen.isEmpty()) save(toPath(chosen));
 }
 

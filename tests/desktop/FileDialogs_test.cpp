@@ -152,6 +152,38 @@ TEST_F(FileDialogs, AddASuffixThatIsGivenToANameWithoutOne) {
     EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, u"Text Files (*.txt)|*.TXT"_s).toStdString(), folder / "out");
 }
 
+TEST_F(FileDialogs, ProposeANameThatIsTakenOrTypedOver) {
+    const QString proposed = fromPath(folder / "field.gpkg");
+    const auto savedBy = [&](const std::function<void(QFileDialog*)>& act) {
+        QTimer::singleShot(50, qApp, [&act] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            act(dialog);
+            clickAccept(dialog);
+        });
+        return toPath(askSaveFile(nullptr, u"Save"_s, kAllFiles, u"gpkg"_s, proposed));
+    };
+    EXPECT_EQ(savedBy([](QFileDialog* dialog) {
+                  EXPECT_EQ(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->selectedText(),
+                            u"field.gpkg"_s);
+              }),
+              folder / "field.gpkg");
+    EXPECT_EQ(savedBy([](QFileDialog* dialog) {
+                  QTest::keyClicks(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s), u"other"_s);
+              }),
+              folder / "other.gpkg");
+}
+
+TEST_F(FileDialogs, ProposeNoNameThatIsNotUnicode) {
+    QTimer::singleShot(50, qApp, [] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text(), u""_s);
+        dialog->reject();
+    });
+    EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, {}, fromPath(folder / "fr\xFCh.gpkg")), QString());
+}
+
 TEST_F(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
     for (const std::string& file : {folder / "out.txt", folder / "fr\xFCh.txt"}) {
         const QString typed = legible(fromPath(file));

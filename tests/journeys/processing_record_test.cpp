@@ -45,6 +45,7 @@ TEST_F(ProcessingRecordJourney, IsSavedFromTheMenuAndSaysSoInTheMainWindow) {
     EXPECT_EQ(question_.caption, u"Save the processing record"_s);
     EXPECT_TRUE(question_.toSave);
     EXPECT_EQ(question_.suffix, u"yaml"_s);
+    EXPECT_EQ(question_.proposed, fromPath(folder / "field.record.yaml"));
     EXPECT_EQ(question_.filter, u"YAML Files (*.yaml)|*.yaml|All Files (*.*)|*"_s);
     EXPECT_TRUE(holds(text, "  path: \"" + field() + "\"\n")) << text;
     EXPECT_TRUE(holds(text, "  sha256: \"" + sha256OfFile(field()) + "\"\n")) << text;

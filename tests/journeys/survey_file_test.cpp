@@ -21,6 +21,7 @@ class SavedSurvey : public testing::Test, protected RunningProgram {
         setFileResponder([this](const FileQuestion& question) {
             asked << question.caption;
             suffix = question.suffix;
+            proposed = question.proposed;
             return answer;
         });
     }
@@ -40,7 +41,7 @@ class SavedSurvey : public testing::Test, protected RunningProgram {
     QString line() const { return main->lblSurveyFile->text(); }
 
     QStringList asked;
-    QString answer, suffix;
+    QString answer, suffix, proposed;
 };
 
 }  // namespace
@@ -55,6 +56,7 @@ TEST_F(SavedSurvey, ComesBackWithItsHistory) {
     saveAs("field.gpkg");
     EXPECT_EQ(asked, QStringList{u"Save the survey"_s});
     EXPECT_EQ(suffix, u"gpkg"_s);
+    EXPECT_EQ(proposed, fromPath(folder / "rows.gpkg"));
     EXPECT_EQ(line(), u"field.gpkg"_s);
     EXPECT_EQ(main->lblSurveyFile->toolTip(), fromPath(folder / "field.gpkg"));
     EXPECT_EQ(main->lblMessage->text(), u"Survey saved to field.gpkg"_s);
@@ -74,6 +76,8 @@ TEST_F(SavedSurvey, ComesBackWithItsHistory) {
     chooseItem(*main, u"mnuRedo"_s);
     EXPECT_EQ(differences(theSurvey(), whole), "");
     EXPECT_EQ(line(), u"field.gpkg"_s) << "it stands where it was saved";
+    saveAs("other.gpkg");
+    EXPECT_EQ(proposed, fromPath(folder / "field-2.gpkg"));
 }
 
 TEST_F(SavedSurvey, AsksForItsNameOnceOnly) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A table through the real windows: out by the menu, and in again.
+#include "desktop/FileDialogs.h"
 #include "journal/journal.h"
 #include "support/RunningProgram.h"
 
@@ -28,6 +29,15 @@ TEST_F(TableJourney, TheTableIsSavedSaidAndReadAgain) {
     importGeneric(table(), 0);
     EXPECT_EQ(sitesIn(theSurvey()), saved);
     EXPECT_EQ(theSurvey().NumRows, 2);
+}
+
+TEST_F(TableJourney, ANameBesideTheSensorFileIsProposed) {
+    importRows();
+    QString proposed;
+    setFileResponder([&](const FileQuestion& question) { return proposed = question.proposed, QString(); });
+    chooseItem(*main, u"mnuSaveTable"_s);
+    clickOn(shownWindow(u"frmSaveTable"_s), u"cmdSave"_s);
+    EXPECT_EQ(proposed, fromPath(folder / "field-2.csv"));
 }
 
 TEST_F(TableJourney, ATableIsNoExportOfATransectFileButStandsInTheRecord) {

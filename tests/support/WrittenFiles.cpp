@@ -103,7 +103,7 @@ class Record : public FileToWrite {
     std::string name() const override { return "field.record.yaml"; }
     std::string write(const std::string& path) override {
         const ChosenFile chosen(path);
-        return toldBy([this] { saveRecord(&window_, [this] { return record_; }); });
+        return toldBy([this] { saveRecord(&window_, {}, [this] { return record_; }); });
     }
     ProcessingRecord record_;
     QWidget window_;
