@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstring>
 #include <fcntl.h>
+#include <proj.h>
 #include <stdexcept>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -147,6 +148,20 @@ void bareExport(const Survey& survey, const std::string& path) {
     }
     flush();
     close(file);
+}
+
+double bareConversion(const Survey& survey, int system) {
+    const auto sites = static_cast<std::size_t>(survey.NumSites);
+    std::vector<double> x(survey.SiteData.column(kX), survey.SiteData.column(kX) + sites);
+    std::vector<double> y(survey.SiteData.column(kY), survey.SiteData.column(kY) + sites);
+    const std::string to = "EPSG:" + std::to_string(system);
+    PJ* const way = proj_create_crs_to_crs(nullptr, "EPSG:4326", to.c_str(), nullptr);
+    PJ* const eastFirst = proj_normalize_for_visualization(nullptr, way);
+    proj_trans_generic(eastFirst, PJ_FWD, x.data(), sizeof(double), sites, y.data(), sizeof(double), sites,
+                       nullptr, 0, 0, nullptr, 0, 0);
+    proj_destroy(eastFirst);
+    proj_destroy(way);
+    return x.back();
 }
 
 void barePoints(BarePicture& picture, const Survey& survey, const std::uint8_t* mask, int dot) {

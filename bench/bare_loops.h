@@ -34,6 +34,10 @@ double bareDistancesAndRows(const Survey& survey, double* distances, double* row
 /// the file with write().
 void bareExport(const Survey& survey, const std::string& path);
 
+/// Longitudes and latitudes of all sites through PROJ's own loop into copies, given the EPSG number of the
+/// system to which they go; gives the last easting.
+double bareConversion(const Survey& survey, int system);
+
 /// Inserts position, readings, row, site ID and line of every site into a table of SQLite, in one transaction
 /// by one statement, and syncs the file; and selects them all again. The survey has two readings, IDs and
 /// lines.

@@ -5,7 +5,10 @@
 #include "app/column_statistics.h"
 #include "bench/bare_loops.h"
 #include "bench/made_field.h"
+#include "export/table_file.h"
 #include "export/transect_file.h"
+#include "geodesy/coordinate_systems.h"
+#include "geodesy/position_conversion.h"
 #include "import/error_log.h"
 #include "import/import_report.h"
 #include "plots/site_masking.h"
@@ -73,6 +76,13 @@ void genericImportBare(benchmark::State& state) {
     countFile(state, path);
 }
 
+void tableImport(benchmark::State& state) {
+    const TableOptions options = tableFileOptions(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(importTable(options).survey.NumSites);
+    countFile(state, options.path);
+}
+
 void distancesAndRows(benchmark::State& state) {
     Survey survey = field(state.range(0));
     for (auto _ : state) {
@@ -108,6 +118,42 @@ void transectExportBare(benchmark::State& state) {
     for (auto _ : state)
         bareExport(survey, path);
     countFile(state, path);
+}
+
+// The five columns of the bare loop, whose lines are longer.
+void tableExport(benchmark::State& state) {
+    Journal journal(std::size_t{1} << 30);
+    journal.replaceSurvey({ActKind::kImport, "import", "Imported", {}}, withoutIDs(state.range(0)));
+    TableFormat format;
+    format.columns = {TableColumn::kX, TableColumn::kY, TableColumn::kEM1, TableColumn::kEM2,
+                      TableColumn::kRow};
+    const std::string path = benchFolder() + "/table.csv";
+    for (auto _ : state)
+        writeTable(journal, path, format);
+    countFile(state, path);
+}
+
+constexpr int kFieldSystem = 32630;
+
+// The field's positions as degrees of WGS 84.
+Survey inDegrees(SiteIndex sites) {
+    Survey survey = field(sites);
+    Transformation(kFieldSystem)
+        .toDegrees(survey.SiteData.column(kX), survey.SiteData.column(kY), static_cast<std::size_t>(sites));
+    return survey;
+}
+void degreesToMetres(benchmark::State& state) {
+    const Survey survey = inDegrees(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            convertedPositions(survey, {PositionKind::kDegrees, false, kFieldSystem}).x.data());
+    countSites(state);
+}
+void degreesToMetresBare(benchmark::State& state) {
+    const Survey survey = inDegrees(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareConversion(survey, kFieldSystem));
+    countSites(state);
 }
 
 Journal journalWith(SiteIndex sites) {
@@ -230,7 +276,7 @@ void suspiciousSites(benchmark::State& state) {
 }
 
 void sizes(benchmark::internal::Benchmark* job) {
-    for (const int size : {10'000, 100'000, 1'000'000, 5'000'000})
+    for (const int size : {10'000, 100'000, 1'000'000, 5'000'000, 10'000'000})
         job->Arg(size);
     job->Unit(benchmark::kMillisecond);
 }
@@ -240,10 +286,16 @@ BENCHMARK(trimbleImport)->Name("Trimble import")->Apply(sizes)->MeasureProcessCP
 BENCHMARK(trimbleImportBare)->Name("Trimble import:bare")->Apply(sizes);
 BENCHMARK(genericImport)->Name("generic import")->Apply(sizes)->MeasureProcessCPUTime();
 BENCHMARK(genericImportBare)->Name("generic import:bare")->Apply(sizes);
+BENCHMARK(tableImport)->Name("table import")->Apply(sizes)->MeasureProcessCPUTime();
+BENCHMARK(genericImportBare)->Name("table import:bare")->Apply(sizes);
 BENCHMARK(distancesAndRows)->Name("distances and rows")->Apply(sizes);
 BENCHMARK(distancesAndRowsBare)->Name("distances and rows:bare")->Apply(sizes);
 BENCHMARK(transectExport)->Name("transect export")->Apply(sizes);
 BENCHMARK(transectExportBare)->Name("transect export:bare")->Apply(sizes);
+BENCHMARK(tableExport)->Name("table export")->Apply(sizes);
+BENCHMARK(transectExportBare)->Name("table export:bare")->Apply(sizes);
+BENCHMARK(degreesToMetres)->Name("degrees to metres")->Apply(sizes);
+BENCHMARK(degreesToMetresBare)->Name("degrees to metres:bare")->Apply(sizes);
 BENCHMARK(surveySave)->Name("save the survey")->Apply(sizes);
 BENCHMARK(surveySaveBare)->Name("save the survey:bare")->Apply(sizes);
 BENCHMARK(surveyOpen)->Name("open a survey")->Apply(sizes);

@@ -125,7 +125,7 @@ void hundredDeletions(benchmark::State& state) {
 }
 
 void sizes(benchmark::internal::Benchmark* job) {
-    for (const int size : {10'000, 100'000, 1'000'000, 5'000'000})
+    for (const int size : {10'000, 100'000, 1'000'000, 5'000'000, 10'000'000})
         job->Arg(size);
     job->Unit(benchmark::kMillisecond);
 }

@@ -123,4 +123,12 @@ GenericOptions genericFileOptions(SiteIndex records) {
     return options;
 }
 
+TableOptions tableFileOptions(SiteIndex records) {
+    TableOptions options;
+    options.path = genericFile(records);
+    options.errorLogPath = benchFolder() + "/errors.log";
+    options.roles = {TableRole::kX, TableRole::kY, TableRole::kEM1, TableRole::kEM2, TableRole::kRow};
+    return options;
+}
+
 }  // namespace tessel

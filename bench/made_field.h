@@ -3,6 +3,7 @@
 
 #include "app/survey.h"
 #include "import/generic_reader.h"
+#include "import/table_reader.h"
 #include "import/trimble_reader.h"
 
 #include <string>
@@ -30,5 +31,7 @@ TrimbleOptions trimbleFileOptions(SiteIndex lines);
 /// A comma-separated file of X, Y, two readings and row number; written once. Gives its path.
 std::string genericFile(SiteIndex records);
 GenericOptions genericFileOptions(SiteIndex records);
+/// The same file as a table whose columns were chosen.
+TableOptions tableFileOptions(SiteIndex records);
 
 }  // namespace tessel

@@ -58,13 +58,9 @@ void movePointer(QWidget& widget, QPointF pixel) {
 }
 
 void importField(frmMain& main, SiteIndex sites) {
-    const QString file = QString::fromStdString(trimbleFile(sites));
-    const TrimbleEntries entries{file,
-                                 u"5"_s,
-                                 {u"1"_s, u"8"_s},
-                                 {u"10"_s, u"21"_s},
-                                 {u"23"_s, u"34"_s},
-                                 {u"36"_s, u"43"_s},
+    const TrimbleEntries entries{trimbleFile(sites), u"5"_s,
+                                 {u"1"_s, u"8"_s},   {u"10"_s, u"21"_s},
+                                 {u"23"_s, u"34"_s}, {u"36"_s, u"43"_s},
                                  {u"45"_s, u"52"_s}};
     timed("read and report (mnuOpen)", [&] { importTrimbleFile(main, entries); });
 }
@@ -195,8 +191,7 @@ void run(SiteIndex sites) {
     takeBack(*main);
     searchSites(*main);
     analyse(*main);
-    const QString file = QString::fromStdString(benchFolder() + "/transect.txt");
-    timed("export and write", [&] { exportTransectFile(*main, file); });
+    timed("export and write", [&] { exportTransectFile(*main, benchFolder() + "/transect.txt"); });
     printMemory();
     saveAndOpen(*main);
     printMemory();

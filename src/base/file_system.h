@@ -29,7 +29,8 @@ std::string pathIn(const std::string& folder, std::string_view name);
 /// The names of what lies in a folder, in no order; of what cannot be read, none. May run out of memory.
 std::vector<std::string> namesIn(const std::string& folder);
 
-/// A name for what is made of a file, in its folder: "field.gpkg" for "field.dat" and "gpkg", or with a number
+/// A name for what is made of a file, in its folder: "field.gpkg" for "field.dat" and "gpkg", or with a
+/// number
 /// ("field-2.gpkg") where that is taken. Empty where the program may not write there.
 std::string freeNameBeside(const std::string& file, const std::string& suffix);
 
