@@ -58,10 +58,7 @@ void movePointer(QWidget& widget, QPointF pixel) {
 }
 
 void importField(frmMain& main, SiteIndex sites) {
-    const TrimbleEntries entries{trimbleFile(sites), u"5"_s,
-                                 {u"1"_s, u"8"_s},   {u"10"_s, u"21"_s},
-                                 {u"23"_s, u"34"_s}, {u"36"_s, u"43"_s},
-                                 {u"45"_s, u"52"_s}};
+    const TrimbleEntries entries{trimbleFile(sites), u"5"_s, {1, 8}, {10, 21}, {23, 34}, {36, 43}, {45, 52}};
     timed("read and report (mnuOpen)", [&] { importTrimbleFile(main, entries); });
 }
 

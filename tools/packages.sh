@@ -1,9 +1,11 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Sourced by run and test: installs the Debian packages that are missing, and only those.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libproj-dev libsqlite3-dev libgl-dev fonts-dejavu-core)
+# The tests are configured with the program, so that what they are built with is needed for either.
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-private-dev libgtest-dev libproj-dev libsqlite3-dev libgl-dev
+    fonts-dejavu-core)
 display_packages=(xvfb xauth)
-test_packages=(libgtest-dev qt6-base-private-dev clang-format clang-tidy poppler-utils
+test_packages=(libbenchmark-dev clang-format clang-tidy poppler-utils
     xvfb xauth openbox xdotool wmctrl x11-utils
     appstream desktop-file-utils dpkg-dev file lintian locales man-db pandoc proj-bin python3-yaml
     gdal-bin sqlite3
