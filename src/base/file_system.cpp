@@ -55,7 +55,7 @@ std::string freeNameBeside(const std::string& file, const std::string& suffix) {
         std::string name = stem;
         if (number > 1) name.append("-").append(std::to_string(number));
         name.append(".").append(suffix);
-        if (::lstat(name.c_str(), &taken) != 0 && errno == ENOENT) return name;
+        if (::lstat(name.c_str(), &taken) != 0) return errno == ENOENT ? name : std::string();
     }
     return {};
 }

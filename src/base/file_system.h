@@ -30,8 +30,7 @@ std::string pathIn(const std::string& folder, std::string_view name);
 std::vector<std::string> namesIn(const std::string& folder);
 
 /// A name for what is made of a file, in its folder: "field.gpkg" for "field.dat" and "gpkg", or with a
-/// number
-/// ("field-2.gpkg") where that is taken. Empty where the program may not write there.
+/// number ("field-2.gpkg") where that is taken. Empty where the program may not write there.
 std::string freeNameBeside(const std::string& file, const std::string& suffix);
 
 /// Locks an open file; false where another program has (EWOULDBLOCK), or where the file system knows no

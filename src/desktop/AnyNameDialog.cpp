@@ -57,7 +57,9 @@ AnyNameDialog::AnyNameDialog(QWidget* parent, const QString& caption) : QFileDia
 }
 
 void AnyNameDialog::propose(const QString& path) {
-    if (path.isEmpty() || legible(path) != path) return;
+    const bool isTakenAsItStands = legible(path) == path && pathMeantBy(path) == toPath(path);
+    // Between quotes Qt's dialog looks for several names.
+    if (path.isEmpty() || path.contains(u'"') || !isTakenAsItStands) return;
     selectFile(path);
     if (QLineEdit* const box = nameBox(*this)) box->selectAll();
 }

@@ -35,7 +35,8 @@ void ProcessingRecords::noteImport(const ImportSummary& summary) {
 
 QString ProcessingRecords::nameBesideSource(const std::string& suffix) const {
     const ImportSummary* const import = importOf(theSurvey());
-    return import == nullptr ? QString() : fromPath(freeNameBeside(import->path, suffix));
+    if (import == nullptr) return {};
+    return fromPath(freeNameBeside(std::filesystem::absolute(import->path).string(), suffix));
 }
 
 void ProcessingRecords::serve(frmOutput& window) {

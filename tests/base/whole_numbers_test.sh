@@ -50,7 +50,7 @@ for folder in "$@"; do
     # (The compiler has its own place for /usr/include, and loses its headers when it is given another one.)
     [ "$folder" = "$sources" ] || [ "$folder" = /usr/include ] || includes+=(-isystem "$folder")
 done
-common=$({ "$compiler" --version; cat "$0"; find "$copy/src" -name '*.h' | LC_ALL=C sort | xargs cat; } | sha256sum)
+common=$({ "$compiler" --version; dpkg-query -W qt6-base-dev 2>/dev/null || true; cat "$0"; find "$copy/src" -name '*.h' | LC_ALL=C sort | xargs cat; } | sha256sum)
 failed=0
 checked=0
 while read -r file; do

@@ -174,14 +174,17 @@ TEST_F(FileDialogs, ProposeANameThatIsTakenOrTypedOver) {
               folder / "other.gpkg");
 }
 
-TEST_F(FileDialogs, ProposeNoNameThatIsNotUnicode) {
-    QTimer::singleShot(50, qApp, [] {
-        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text(), u""_s);
-        dialog->reject();
-    });
-    EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, {}, fromPath(folder / "fr\xFCh.gpkg")), QString());
+// They are no Unicode, look like such a name as it is shown, or hold what stands between several names.
+TEST_F(FileDialogs, ProposeNoNameThatQtsOwnTakesForAnother) {
+    for (const char* const name : {"fr\xFCh.gpkg", "fr\\xFCh.gpkg", "5\" probe.gpkg"}) {
+        QTimer::singleShot(50, qApp, [] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            EXPECT_EQ(dialog->findChild<QLineEdit*>(u"fileNameEdit"_s)->text(), u""_s);
+            dialog->reject();
+        });
+        EXPECT_EQ(askSaveFile(nullptr, u"Save"_s, kAllFiles, {}, fromPath(folder / name)), QString());
+    }
 }
 
 TEST_F(FileDialogs, AskBeforeAnExistingFileIsReplaced) {
