@@ -33,32 +33,6 @@ bool blocks(const QWidget* modal, const QWidget* other) {
     return modal->windowModality() == Qt::ApplicationModal || outermostOwner(modal) == outermostOwner(other);
 }
 
-// Stands before every object of the application. A click that comes late may find a window over its button
-// that is not to see the survey change; its timer goes on until the click has been made, after the window. It
-// may find its button hidden, because the user has gone on to something else; then it is lost.
-class LateClicks : public QObject {
-  public:
-    explicit LateClicks(QObject* parent) : QObject(parent) { qApp->installEventFilter(this); }
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::Timer) return false;
-        auto* const button = qobject_cast<QAbstractButton*>(watched);
-        if (button == nullptr) return false;
-        const QWidget* const modal = QApplication::activeModalWidget();
-        if (modal != nullptr && blocks(modal, button)) return true;
-        return !button->isVisible() && !button->isCheckable() && lose(*watched, event);
-    }
-
-  private:
-    // The button ends its timer, and nobody hears of the click.
-    static bool lose(QObject& button, QEvent* event) {
-        const QSignalBlocker quiet(button);
-        button.event(event);
-        return true;
-    }
-};
-
 // Stands before every object of the application while a box is open.
 class Boxes : public QObject {
   public:
@@ -77,22 +51,54 @@ class Boxes : public QObject {
 
     bool anyOpen() const { return !owners_.isEmpty(); }
 
+    bool anyOver(const QWidget* window) const {
+        return std::any_of(owners_.cbegin(), owners_.cend(),
+                           [window](QWidget* owner) { return isSameOrOwns(window, owner); });
+    }
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::Close || !hasBox(watched)) return false;
+        if (event->type() != QEvent::Close) return false;
+        const auto* const window = qobject_cast<QWidget*>(watched);
+        if (window == nullptr || !anyOver(window)) return false;
         event->ignore();
         return true;
     }
 
   private:
-    bool hasBox(QObject* object) const {
-        const auto* const window = qobject_cast<QWidget*>(object);
-        return window != nullptr && std::any_of(owners_.cbegin(), owners_.cend(), [window](QWidget* owner) {
-                   return isSameOrOwns(window, owner);
-               });
+    QList<QPointer<QWidget>> owners_;
+};
+
+// Stands before every object of the application. A click that comes late may find a window over its button
+// that is not to see the survey change, or a box that is hidden but not at its end; its timer goes on until
+// the click has been made, after the window. It may find its button hidden, because the user has gone on to
+// something else; then it is lost.
+class LateClicks : public QObject {
+  public:
+    LateClicks(QObject* parent, const Boxes& boxes) : QObject(parent), boxes_(boxes) {
+        qApp->installEventFilter(this);
     }
 
-    QList<QPointer<QWidget>> owners_;
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::Timer) return false;
+        auto* const button = qobject_cast<QAbstractButton*>(watched);
+        if (button == nullptr) return false;
+        const QWidget* const modal = QApplication::activeModalWidget();
+        if (modal != nullptr && blocks(modal, button)) return true;
+        if (boxes_.anyOver(button->window())) return true;
+        return !button->isVisible() && !button->isCheckable() && lose(*watched, event);
+    }
+
+  private:
+    // The button ends its timer, and nobody hears of the click.
+    static bool lose(QObject& button, QEvent* event) {
+        const QSignalBlocker quiet(button);
+        button.event(event);
+        return true;
+    }
+
+    const Boxes& boxes_;
 };
 
 // Stands before the windows that outlive boxes.
@@ -143,8 +149,8 @@ class Keeper : public QObject {
             delete window;
     }
 
-    LateClicks lateClicks_{this};
     Boxes boxes_{this};
+    LateClicks lateClicks_{this, boxes_};
     QList<QPointer<QObject>> waiting_;
 };
 

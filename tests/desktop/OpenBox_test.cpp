@@ -71,6 +71,19 @@ TEST_F(WindowBeneathABox, KeepsAClickUntilTheFileDialogIsClosed) {
         [this] { EXPECT_EQ(askOpenFile(window, u"Open"_s, u"All Files (*.*)|*"_s), QString()); });
 }
 
+TEST_F(WindowBeneathABox, KeepsAClickThatComesWhileTheBoxIsBeingClosed) {
+    closing->animateClick();
+    beneathTheBox([this] {
+        QApplication::activeModalWidget()->hide();
+        ASSERT_EQ(QApplication::activeModalWidget(), window);
+        QTest::qWait(kLate);
+        EXPECT_TRUE(window && window->isVisible());
+    });
+    tell(window, u"Invalid Input"_s);
+    EXPECT_TRUE(window && window->isVisible());
+    EXPECT_TRUE(isGone(window));
+}
+
 TEST_F(WindowBeneathABox, RefusesToCloseAndSoDoesItsOwner) {
     beneathTheBox([this] {
         EXPECT_FALSE(window->close());
