@@ -3,6 +3,7 @@
 
 #include "base/text_lines.h"
 #include "geodesy/position_conversion.h"
+#include "import/column_shapes.h"
 #include "import/error_log.h"
 #include "import/generic_reader.h"
 #include "rows/row_detection.h"
@@ -46,16 +47,15 @@ class TableReader {
         : options_(options),
           places_(options.roles),
           degrees_(options.has(TableRole::kLongitude)),
-          x_(places_.of(degrees_ ? TableRole::kLongitude : TableRole::kX)),
-          y_(places_.of(degrees_ ? TableRole::kLatitude : TableRole::kY)),
+          x_(degrees_ ? TableRole::kLongitude : TableRole::kX),
+          y_(degrees_ ? TableRole::kLatitude : TableRole::kY),
           splitter_(options.shape.separator),
           found_(FileColumns{options.has(TableRole::kSite), options.has(TableRole::kEM2),
                              options.has(TableRole::kRow), 1}) {}
 
     // Reads the lines that are not blank.
     Carried read(std::string_view text, Carried skip) {
-        found_.clear();
-        found_.texts = text;
+        begin(text);
         TextLines lines(text);
         for (std::string_view line; lines.next(line);) {
             ++found_.linesRead;
@@ -69,8 +69,7 @@ class TableReader {
 
     // Reads a single line, blank or not, that is known by this number.
     void readLine(std::string_view line, std::int64_t number) {
-        found_.clear();
-        found_.texts = line;
+        begin(line);
         found_.linesRead = number;
         splitter_.split(line);
         readFields(line);
@@ -80,6 +79,13 @@ class TableReader {
     const FoundSites& found() const { return found_; }
 
   private:
+    void begin(std::string_view text) {
+        found_.clear();
+        found_.texts = text;
+        for (ColumnShapes& column : shapes_)
+            column.beginText(text);
+    }
+
     void readFields(std::string_view line) {
         const std::string_view reason = readSite(splitter_.fields());
         if (!reason.empty())
@@ -92,7 +98,7 @@ class TableReader {
     std::string_view readSite(const std::vector<std::string_view>& fields) {
         const auto at = [&](SiteColumn column) -> double& { return found_.next(column); };
         const FileColumns& columns = found_.fileColumns();
-        if (columns.siteID && !number(fields, places_.of(TableRole::kSite), found_.nextSiteID()))
+        if (columns.siteID && !number(fields, TableRole::kSite, found_.nextSiteID()))
             return reject_reason::kSiteID;
         if (columns.em2) {
             if (!reading(fields, TableRole::kEM2, at(kEM2))) return reject_reason::kEM2;
@@ -102,26 +108,36 @@ class TableReader {
         if (!coordinate(fields, y_, at(kY))) return reject_reason::kY;
         if (!reading(fields, TableRole::kEM1, at(kEM1))) return reject_reason::kEM1;
         if (!(at(kEM1) >= options_.EMCutoff)) return reject_reason::kEM1BelowCutoff;
-        if (columns.row && !number(fields, places_.of(TableRole::kRow), at(kRow))) return reject_reason::kRow;
+        if (columns.row && !number(fields, TableRole::kRow, at(kRow))) return reject_reason::kRow;
         found_.addSite(found_.linesRead);
         return {};
     }
 
-    bool number(const std::vector<std::string_view>& fields, std::size_t place, double& value,
-                bool letters = false) const {
-        return place < fields.size() && readField(fields[place], options_.shape.decimalSign, letters, value);
+    // The number of a role's column. Where letters of directions may stand, none does in a shape.
+    bool number(const std::vector<std::string_view>& fields, TableRole role, double& value,
+                bool letters = false) {
+        const std::size_t place = places_.of(role);
+        if (place >= fields.size() || fields[place].empty()) return false;
+        const std::string_view field = fields[place];
+        ColumnShapes& shapes = shapes_[static_cast<std::size_t>(role)];
+        const auto isWhole = [&field](std::size_t length) { return length == field.size(); };
+        if (shapes.take(field.data(), value, isWhole) != nullptr) return true;
+        const char sign = options_.shape.decimalSign;
+        if (!readField(field, sign, letters, value)) return false;
+        if (shapes.areOfUseAt(field.data())) shapes.learn(field.data(), field.data() + field.size(), sign);
+        return true;
     }
 
-    bool reading(const std::vector<std::string_view>& fields, TableRole role, double& value) const {
-        if (!number(fields, places_.of(role), value)) return false;
+    bool reading(const std::vector<std::string_view>& fields, TableRole role, double& value) {
+        if (!number(fields, role, value)) return false;
         if (options_.NegateEM) value = 0.0 - value;  // and a reading of 0 gets no sign
         if (options_.DivideEMBy10) value /= 10.0;
         return true;
     }
 
     // Minutes of 60 or more are left as they stand, out of range for whoever looks at them.
-    bool coordinate(const std::vector<std::string_view>& fields, std::size_t place, double& value) const {
-        if (!number(fields, place, value, degrees_)) return false;
+    bool coordinate(const std::vector<std::string_view>& fields, TableRole role, double& value) {
+        if (!number(fields, role, value, degrees_)) return false;
         if (!degrees_ || !options_.shape.minutes) return true;
         if (const double degrees = degreesFromMinutes(value); !std::isnan(degrees)) value = degrees;
         return true;
@@ -130,8 +146,9 @@ class TableReader {
     const TableOptions& options_;
     const RolePlaces places_;
     const bool degrees_;
-    const std::size_t x_, y_;
+    const TableRole x_, y_;
     FieldSplitter splitter_;
+    std::array<ColumnShapes, kTableRoles> shapes_;
     FoundSites found_;
 };
 

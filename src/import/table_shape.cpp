@@ -16,12 +16,17 @@ namespace {
 constexpr std::size_t kPreviewLines = 20;
 constexpr std::size_t kShownWidth = 40;  // bytes of a value
 constexpr int kLinesToJudge = 200;
-constexpr std::string_view kBlanks = " \t";
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == text.npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 char lowerCase(char c) {
@@ -172,15 +177,16 @@ const std::vector<std::string_view>& FieldSplitter::split(std::string_view line)
 void FieldSplitter::takeField(std::string_view& rest) {
     const auto endFrom = [&](std::size_t from) {
         const std::size_t end =
-            separator_ == ' ' ? rest.find_first_of(kBlanks, from) : rest.find(separator_, from);
+            separator_ == ' ' ? rest.find_first_of(" \t", from) : rest.find(separator_, from);
         return std::min(end, rest.size());
     };
-    const std::size_t begin =
-        std::min(rest.find_first_not_of(separator_ == '\t' ? " " : kBlanks), rest.size());
+    std::size_t begin = 0;
+    while (begin < rest.size() && isBlank(rest[begin]) && rest[begin] != separator_)
+        ++begin;
     std::size_t quote = rest.npos;
     if (begin < rest.size() && rest[begin] == '"') quote = rest.find('"', begin + 1);
-    const std::size_t end = endFrom(quote == rest.npos ? 0 : quote);
-    fields_.push_back(quote == rest.npos ? trimmed(rest.substr(0, end))
+    const std::size_t end = endFrom(quote == rest.npos ? begin : quote);
+    fields_.push_back(quote == rest.npos ? trimmed(rest.substr(begin, end - begin))
                                          : rest.substr(begin + 1, quote - begin - 1));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     if (separator_ == ' ') rest = trimmed(rest);

@@ -10,8 +10,8 @@
 namespace tessel {
 
 /// Which point of a long series lies under the pointer, where thousands of them share each column of pixels.
-/// What is drawn at each pixel is written down the first time that a view is asked about; then an answer
-/// costs the same however many points there are.
+/// What is drawn at the pixels of a column is written down the first time that the pointer comes near it;
+/// then an answer costs the same however many points there are.
 class SeriesPixels {
   public:
     struct Found {
@@ -30,12 +30,14 @@ class SeriesPixels {
 
   private:
     bool areFor(const PixelMap& map) const;
-    std::int64_t write(const PixelMap& map, std::span<const double> values);
-    std::uint32_t at(int px, int py) const;
+    void begin(const PixelMap& map);
+    std::int64_t write(std::span<const double> values, int column);
+    std::uint32_t at(int column, int line) const;
 
     PixelMap map_;
-    int left_ = 0, top_ = 0, width_ = 0, height_ = 0;
-    std::vector<std::uint32_t> pixels_;  ///< the first point of each pixel, line by line; 0 for none
+    int left_ = 0, top_ = 0, height_ = 0;
+    std::vector<std::uint32_t> pixels_;  ///< the first point of each pixel, column by column; 0 for none
+    std::vector<bool> written_;          ///< the columns that are
 };
 
 }  // namespace tessel

@@ -4,6 +4,7 @@
 #include "base/run_time_error.h"
 #include "export/table_file.h"
 #include "geodesy/coordinate_systems.h"
+#include "import/error_log.h"
 #include "support/made_acts.h"
 #include "support/made_survey.h"
 #include "support/survey_bits.h"
@@ -149,6 +150,48 @@ TEST_F(TableImport, KeepsPositionsThatAreNoneAndTells) {
     const ImportResult minutes = import("-218,5224,1\n-218,5265,2\n");
     EXPECT_EQ(minutes.survey.SiteData(kY, 1), 5265);
     EXPECT_EQ(import("0,0,1\n").survey.PositionsCRS, 0) << "no zone fits";
+}
+
+// Most numbers are read by the shape of one above them.
+TEST_F(TableImport, ReadsEachNumberAsIfItStoodAlone) {
+    constexpr std::string_view kForms[] = {"12@5",   "1@25",     "-0@5", "7",    " 7@25", "\"123@5\"",
+                                           "1@5E+2", "+12@5000", "@25",  "12@",  "123",   "-123@4567",
+                                           "12@5W",  "S1@25",    "12",   "1@2@5"};
+    std::mt19937 random(5);
+    options.roles = {Role::kLongitude, Role::kEM1, Role::kLatitude};
+    options.EMCutoff = -1e9;
+    for (const char separator : {';', '\t'})
+        for (const char sign : {'.', ','}) {
+            options.shape = {separator, sign, 0, false};
+            std::string file;
+            std::vector<std::array<double, 3>> expected;
+            for (int line = 0; line < 2000; ++line) {
+                std::array<double, 3> values{};
+                bool allNumbers = true;
+                for (std::size_t column = 0; column < values.size(); ++column) {
+                    std::string text(kForms[std::uniform_int_distribution<>(0, 15)(random)]);
+                    std::ranges::replace(text, '@', sign);
+                    if (column > 0) file += separator;
+                    file += text;
+                    std::erase_if(text, [](char c) { return c == ' ' || c == '"'; });
+                    allNumbers &= readField(text, sign, column != 1, values[column]);
+                }
+                file += '\n';
+                if (allNumbers) expected.push_back(values);
+            }
+            writeFile(options.path, file);
+            ErrorLog errors(options.errorLogPath);
+            Survey survey;
+            ImportSummary summary;
+            readTable(options, survey, errors, summary);
+            ASSERT_EQ(survey.NumSites, std::ssize(expected));
+            EXPECT_GT(survey.NumSites, 500);
+            for (SiteIndex i = 0; i < survey.NumSites; ++i)
+                ASSERT_EQ(
+                    (std::array{survey.SiteData(kX, i), survey.SiteData(kEM1, i), survey.SiteData(kY, i)}),
+                    expected[static_cast<std::size_t>(i)])
+                    << i;
+        }
 }
 
 TEST_F(TableImport, OfAnEmptyFileHasNoSites) {
