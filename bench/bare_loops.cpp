@@ -11,6 +11,8 @@
 #include <cmath>
 #include <cstring>
 #include <fcntl.h>
+#include <numbers>
+#include <numeric>
 #include <proj.h>
 #include <stdexcept>
 #include <sys/mman.h>
@@ -181,22 +183,37 @@ void barePoints(BarePicture& picture, const Survey& survey, const std::uint8_t* 
     }
 }
 
-void bareDiscs(BarePicture& picture, const Survey& survey) {
+template <typename ColourAt>
+static void discs(BarePicture& picture, const Survey& survey, ColourAt colourAt) {
     const double* const x = survey.SiteData.column(kX);
     const double* const y = survey.SiteData.column(kY);
-    const double* const row = survey.SiteData.column(kRow);
     const double xScale = (picture.width - 6) / (survey.MaxX - survey.MinX);
     const double yScale = (picture.height - 6) / (survey.MaxY - survey.MinY);
     std::fill(picture.pixels.begin(), picture.pixels.end(), 0xffffffffu);
     for (SiteIndex i = 0; i < survey.NumSites; ++i) {
         const auto px = static_cast<int>((x[i] - survey.MinX) * xScale);
         const auto py = static_cast<int>((survey.MaxY - y[i]) * yScale);
-        const std::uint32_t colour = 0xff000000u + static_cast<std::uint32_t>(row[i]) * 0x10305u;
+        const std::uint32_t colour = colourAt(i);
         std::uint32_t* at = picture.pixels.data() + py * picture.width + px;
         for (int dy = 0; dy < 5; ++dy, at += picture.width)
             for (int dx = dy % 4 == 0 ? 1 : 0; dx < (dy % 4 == 0 ? 4 : 5); ++dx)
                 at[dx] = colour;
     }
+}
+
+void bareDiscs(BarePicture& picture, const Survey& survey) {
+    const double* const row = survey.SiteData.column(kRow);
+    discs(picture, survey,
+          [row](SiteIndex i) { return 0xff000000u + static_cast<std::uint32_t>(row[i]) * 0x10305u; });
+}
+
+void bareDiscsByReading(BarePicture& picture, const Survey& survey) {
+    const double* const reading = survey.SiteData.column(kEM1);
+    const auto [lowest, highest] = std::minmax_element(reading, reading + survey.NumSites);
+    const double scale = 255 / (*highest - *lowest);
+    discs(picture, survey, [=, from = *lowest](SiteIndex i) {
+        return 0xff000000u + static_cast<std::uint32_t>((reading[i] - from) * scale) * 0x10101u;
+    });
 }
 
 void bareLine(BarePicture& picture, std::span<const double> values, double top) {
@@ -249,6 +266,27 @@ void bareDeletion(Survey& survey, const std::vector<IndexRange>& runs) {
     Calculate_NumPoints(survey);
 }
 
+void bareInsertion(Survey& survey, const std::vector<IndexRange>& runs, const Survey& field) {
+    const auto openGaps = [&](auto* values) {
+        SiteIndex to = field.NumSites;
+        SiteIndex from = survey.NumSites;
+        for (auto run = runs.rbegin(); run != runs.rend(); ++run) {
+            const SiteIndex behind = to - run->last;
+            std::copy_backward(values + from - behind, values + from, values + to);
+            from -= behind;
+            to = run->first;
+            std::fill(values + run->first, values + run->last, values[from - 1]);
+        }
+    };
+    for (int column = 0; column < kSiteColumns; ++column)
+        openGaps(survey.SiteData.column(column));
+    openGaps(survey.SiteID.data());
+    openGaps(survey.SourceLine.data());
+    survey.NumSites = field.NumSites;
+    Calculate_Distances(survey, 1);
+    Calculate_NumPoints(survey);
+}
+
 bool bareAddition(Survey& survey, double constant) {
     double* const reading = survey.SiteData.column(kEM1);
     bool finite = true;
@@ -257,6 +295,68 @@ bool bareAddition(Survey& survey, double constant) {
     for (SiteIndex i = 0; finite && i < survey.NumSites; ++i)
         reading[i] += constant;
     return finite;
+}
+
+SiteIndex bareTurns(const Survey& survey) {
+    const double* const x = survey.SiteData.column(kX);
+    const double* const y = survey.SiteData.column(kY);
+    SiteIndex turns = 0;
+    double before = 0;
+    for (SiteIndex i = 1; i < survey.NumSites; ++i) {
+        const double heading = std::atan2(y[i] - y[i - 1], x[i] - x[i - 1]);
+        turns += std::abs(std::remainder(heading - before, 2 * std::numbers::pi)) > std::numbers::pi / 2;
+        before = heading;
+    }
+    return turns;
+}
+
+static double bareMedian(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+static bool isFarFromMedian(double value, std::vector<double>& others) {
+    const double median = bareMedian(others);
+    for (double& other : others)
+        other = std::abs(other - median);
+    return std::abs(value - median) > 4 * 1.4826 * bareMedian(others);
+}
+
+SiteIndex bareSuspects(const Survey& survey, double radius) {
+    const auto sites = static_cast<std::size_t>(survey.NumSites);
+    const double* const x = survey.SiteData.column(kX);
+    const double* const y = survey.SiteData.column(kY);
+    // Squares as wide as the radius, with an empty one around; the sites of each behind one another.
+    const std::size_t across = static_cast<std::size_t>((survey.MaxX - survey.MinX) / radius) + 3;
+    const std::size_t along = static_cast<std::size_t>((survey.MaxY - survey.MinY) / radius) + 3;
+    const auto squareOf = [&](std::size_t i) {
+        return (static_cast<std::size_t>((y[i] - survey.MinY) / radius) + 1) * across +
+               static_cast<std::size_t>((x[i] - survey.MinX) / radius) + 1;
+    };
+    std::vector<std::size_t> starts(across * along + 1), order(sites);
+    for (std::size_t i = 0; i < sites; ++i)
+        ++starts[squareOf(i)];
+    std::inclusive_scan(starts.begin(), starts.end(), starts.begin());
+    for (std::size_t i = sites; i-- > 0;)
+        order[--starts[squareOf(i)]] = i;
+    SiteIndex suspects = 0;
+    std::vector<double> others;
+    for (const int column : {kEM1, kEM2}) {
+        const double* const reading = survey.SiteData.column(column);
+        for (std::size_t i = 0; i < sites; ++i) {
+            others.assign(reading + (i < 5 ? 0 : i - 5), reading + std::min(i + 6, sites));
+            bool suspicious = isFarFromMedian(reading[i], others);
+            others.clear();
+            for (const std::size_t line : {squareOf(i) - across, squareOf(i), squareOf(i) + across})
+                for (std::size_t j = starts[line - 1]; j < starts[line + 2]; ++j)
+                    if (std::hypot(x[order[j]] - x[i], y[order[j]] - y[i]) <= radius)
+                        others.push_back(reading[order[j]]);
+            suspicious |= isFarFromMedian(reading[i], others);
+            suspects += suspicious;
+        }
+    }
+    return suspects;
 }
 
 BareHistogram bareHistogram(const double* readings, SiteIndex sites) {

@@ -54,6 +54,8 @@ struct BarePicture {
 void barePoints(BarePicture& picture, const Survey& survey, const std::uint8_t* mask, int dot);
 /// The same with a disc of five pixels (a block without its corners) and one colour for each row number.
 void bareDiscs(BarePicture& picture, const Survey& survey);
+/// And with one of 256 colours for each reading of EM1 between the lowest and the highest.
+void bareDiscsByReading(BarePicture& picture, const Survey& survey);
 /// A line through all distances: for each pixel column the lowest and the highest are kept, then drawn.
 void bareLine(BarePicture& picture, std::span<const double> values, double top);
 
@@ -67,8 +69,20 @@ void bareTablePass(Survey& survey);
 /// Takes sites out of every column, given their runs, with the distances that they leave behind and the sites
 /// of each row counted anew; no row loses its last site. Nothing is kept of them.
 void bareDeletion(Survey& survey, const std::vector<IndexRange>& runs);
+/// Opens the gaps of these runs, of which the first is not at the beginning, in every column, from the last
+/// to the first, and puts the site in front of each there, with distances and sites of each row counted anew.
+/// Requires the room of `field`.
+void bareInsertion(Survey& survey, const std::vector<IndexRange>& runs, const Survey& field);
 /// Adds a constant to every reading of EM1, if all of them stay finite.
 bool bareAddition(Survey& survey, double constant);
+
+/// One pass of headings between neighbours: the sites at which the way turns by more than a right angle.
+SiteIndex bareTurns(const Survey& survey);
+
+/// Sites whose EM1 or EM2 is more than four scaled median absolute deviations away from the median of those
+/// five sites before and behind it, or of all within `radius` metres, which are found in the squares of a
+/// grid over the survey. Requires a survey without far positions.
+SiteIndex bareSuspects(const Survey& survey, double radius);
 
 /// Sum, sum of squares, minimum and maximum in two passes, then counts of 50 bins in a third.
 struct BareHistogram {

@@ -265,6 +265,13 @@ void rowsByTurns(benchmark::State& state) {
     countSites(state);
 }
 
+void rowsByTurnsBare(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareTurns(survey));
+    countSites(state);
+}
+
 // With the values that are proposed, and all rules.
 void suspiciousSites(benchmark::State& state) {
     const Survey& survey = field(state.range(0));
@@ -272,6 +279,13 @@ void suspiciousSites(benchmark::State& state) {
     parameters.uses.fill(true);
     for (auto _ : state)
         benchmark::DoNotOptimize(findSuspects(survey, parameters).sites);
+    countSites(state);
+}
+void suspiciousSitesBare(benchmark::State& state) {
+    const Survey& survey = field(state.range(0));
+    const double radius = proposedSuspectParameters(survey).radius;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareSuspects(survey, radius));
     countSites(state);
 }
 
@@ -307,7 +321,9 @@ BENCHMARK(histogramBare)->Name("histogram and statistics:bare")->Apply(sizes);
 BENCHMARK(deletePicked)->Name("delete 100 picked sites")->Apply(sizes);
 BENCHMARK(deletePickedBare)->Name("delete 100 picked sites:bare")->Apply(sizes);
 BENCHMARK(rowsByTurns)->Name("rows by turns")->Apply(sizes);
+BENCHMARK(rowsByTurnsBare)->Name("rows by turns:bare")->Apply(sizes);
 BENCHMARK(suspiciousSites)->Name("suspicious sites, all rules")->Apply(sizes);
+BENCHMARK(suspiciousSitesBare)->Name("suspicious sites, all rules:bare")->Apply(sizes);
 
 }  // namespace
 

@@ -98,6 +98,20 @@ void deleteWithout(Survey& survey) {
     bareDeletion(survey, everyHundredth(survey));
 }
 
+// Of the deletion, and that of its way forth, which deletes again.
+void insertWithout(benchmark::State& state) {
+    const Survey field = madeField(state.range(0));
+    const std::vector<IndexRange> runs = everyHundredth(field);
+    Survey survey = field;
+    for (auto _ : state) {
+        state.PauseTiming();
+        bareDeletion(survey, runs);
+        state.ResumeTiming();
+        bareInsertion(survey, runs, field);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 void addWithout(Survey& survey) {
     benchmark::DoNotOptimize(bareAddition(survey, 0.5));
 }
@@ -138,6 +152,8 @@ BENCHMARK(timeAct<findRows>)->Name("act: find rows")->Apply(sizes);
 BENCHMARK(timeWithout<findWithout>)->Name("act: find rows:bare")->Apply(sizes);
 BENCHMARK(timeWay<deleteHundredth, true>)->Name("undo the deletion")->Apply(sizes);
 BENCHMARK(timeWay<deleteHundredth, false>)->Name("redo the deletion")->Apply(sizes);
+BENCHMARK(insertWithout)->Name("undo the deletion:bare")->Apply(sizes);
+BENCHMARK(timeWithout<deleteWithout>)->Name("redo the deletion:bare")->Apply(sizes);
 BENCHMARK(timeWay<addToReadings, true>)->Name("undo the adjustment")->Apply(sizes);
 BENCHMARK(timeWay<addToReadings, false>)->Name("redo the adjustment")->Apply(sizes);
 BENCHMARK(hundredDeletions)->Name("a hundred deletions of 1 %")->Apply(sizes);

@@ -46,7 +46,8 @@ def speed(run):
 
 
 def beside_bare_loops(paths):
-    runs = medians(paths)
+    # In the order of the jobs, not of the runs, which is random.
+    runs = dict(sorted(medians(paths).items(), key=lambda one: (one[0][0], one[0][1])))
     print(f"{'job':<30}{'size':>10}{'ms CPU':>11}{'bare ms':>10}{'ratio':>8}{'ms':>11}   speed")
     for (job, size), run in runs.items():
         if job.endswith(":bare"):

@@ -132,11 +132,12 @@ void plotFirst(benchmark::State& state) {
     }
     countSites(state);
 }
+template <void (*Discs)(BarePicture&, const Survey&)>
 void gridBare(benchmark::State& state) {
     const Survey& survey = openField(state.range(0));
     BarePicture picture(kMapSize.width(), kMapSize.height());
     for (auto _ : state) {
-        bareDiscs(picture, survey);
+        Discs(picture, survey);
         benchmark::ClobberMemory();
     }
     countSites(state);
@@ -230,7 +231,8 @@ BENCHMARK(displayMapInColours)->Name("DisplayMap in colours")->Apply(sizes);
 BENCHMARK(displayMap)->Name("DisplayMap in colours:bare")->Apply(sizes);
 BENCHMARK(plotFirst<SurveyGridPlot, kGrid>)->Name("survey grid plot")->Apply(sizes);
 BENCHMARK(plotFirst<SurveyGridPlot, kGridByReading>)->Name("survey grid by reading")->Apply(sizes);
-BENCHMARK(gridBare)->Name("survey grid plot:bare")->Apply(sizes);
+BENCHMARK(gridBare<bareDiscs>)->Name("survey grid plot:bare")->Apply(sizes);
+BENCHMARK(gridBare<bareDiscsByReading>)->Name("survey grid by reading:bare")->Apply(sizes);
 BENCHMARK(plotFirst<LagDistancePlot, kLag>)->Name("lag distance plot")->Apply(sizes);
 BENCHMARK(lagBare)->Name("lag distance plot:bare")->Apply(sizes);
 BENCHMARK(moveOnMap)->Name("mouse move on the map")->Apply(sizes);
