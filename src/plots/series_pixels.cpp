@@ -32,7 +32,8 @@ void SeriesPixels::begin(const PixelMap& map) {
     left_ = intBelow(map.area.x.from);
     top_ = intBelow(map.area.y.from);
     height_ = intBelow(map.area.y.to) - top_ + 1;
-    written_.assign(static_cast<std::size_t>(intBelow(map.area.x.to) - left_ + 1), false);
+    const int width = intBelow(map.area.x.to) - left_ + 1;
+    written_.assign(static_cast<std::size_t>(width), false);
     pixels_.assign(written_.size() * static_cast<std::size_t>(height_), 0);
 }
 
