@@ -361,6 +361,8 @@ TEST_P(EveryWindow, ShowsItsTexts) {
 
 // Texts that have less room than they ask for.
 QStringList clippedTexts(const QWidget& window) {
+    // The banner grows letter by letter, and its room a turn of the event loop later.
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     QStringList clipped;
     const auto check = [&clipped](const QWidget& widget, const QSize& needed) {
         const bool inside = widget.isVisible() && !widget.objectName().startsWith("qt_"_L1);
