@@ -72,7 +72,7 @@ class Boxes : public QObject {
 // Stands before every object of the application. A click that comes late may find a window over its button
 // that is not to see the survey change, or a box that is hidden but not at its end; its timer goes on until
 // the click has been made, after the window. It may find its button hidden, because the user has gone on to
-// something else; then it is lost.
+// something else, or disabled, by what was typed since; then it is lost.
 class LateClicks : public QObject {
   public:
     LateClicks(QObject* parent, const Boxes& boxes) : QObject(parent), boxes_(boxes) {
@@ -87,7 +87,8 @@ class LateClicks : public QObject {
         const QWidget* const modal = QApplication::activeModalWidget();
         if (modal != nullptr && blocks(modal, button)) return true;
         if (boxes_.anyOver(button->window())) return true;
-        return !button->isVisible() && !button->isCheckable() && lose(*watched, event);
+        const bool mayBeClicked = button->isVisible() && button->isEnabled();
+        return !mayBeClicked && !button->isCheckable() && lose(*watched, event);
     }
 
   private:

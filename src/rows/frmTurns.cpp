@@ -51,7 +51,8 @@ QString inWords(const RowTurns& found) {
 
 }  // namespace
 
-frmTurns::frmTurns(QWidget* parent) : QDialog(parent), proposed_(proposedTurnParameters(theSurvey())) {
+frmTurns::frmTurns(QWidget* parent)
+    : QDialog(parent), proposed_(proposedTurnParameters(theSurvey())), searchedWith_(proposed_) {
     setupUi(this);
     inputs_ = {{txtTurn, sldTurn, 1},
                {txtChord, sldChord, proposed_.chord / kStepsOfProposal},
@@ -118,6 +119,7 @@ void frmTurns::search() {
     if (!parameters) return refuse(fault);
     const Hourglass hourglass(this);
     found_ = findRowTurns(theSurvey(), *parameters);
+    searchedWith_ = *parameters;
     showFound();
 }
 
@@ -146,11 +148,10 @@ void frmTurns::cmdOk_Click() {
         tell(this, QString::fromLatin1(kTooManyRows));
         return txtShortest->setFocus();
     }
-    QString fault;
     const TurnSites inTurns = optTurnsDelete->isChecked() ? TurnSites::kDelete : TurnSites::kKeep;
     {
         const Hourglass hourglass(this);
-        theJournal().perform(searchByTurns(*entries(fault), found_, inTurns),
+        theJournal().perform(searchByTurns(searchedWith_, found_, inTurns),
                              [&](Survey& survey) { return applyRowTurns(survey, found_, inTurns); });
     }
     close();  // what was found belongs to the survey that was

@@ -53,6 +53,7 @@ class frmTurns : public QDialog, public Ui::frmTurns {
     void cmdOk_Click();
 
     TurnParameters proposed_;
+    TurnParameters searchedWith_;  ///< gave `found_`
     QList<Input> inputs_;
     RowTurns found_;
 };

@@ -150,6 +150,17 @@ TEST_F(WindowBeneathABox, LosesAClickThatIsLateWhenItHasBeenHidden) {
     EXPECT_EQ(clicks, 1);
 }
 
+TEST_F(WindowBeneathABox, LosesAClickThatIsLateWhenItsButtonHasBeenDisabled) {
+    closing->animateClick();
+    closing->setEnabled(false);
+    QTest::qWait(kLate);
+    closing->setEnabled(true);
+    QTest::qWait(kLate);
+    EXPECT_TRUE(window && window->isVisible());
+    closing->click();
+    EXPECT_TRUE(isGone(window));
+}
+
 TEST_F(WindowBeneathABox, LeavesTheButtonsOfTheBoxAlone) {
     QTimer::singleShot(0, qApp, [] {
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
