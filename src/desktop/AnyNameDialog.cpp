@@ -60,8 +60,7 @@ void AnyNameDialog::propose(const QString& path) {
     const bool isTakenAsItStands = legible(path) == path && pathMeantBy(path) == toPath(path);
     // Between quotes Qt's dialog looks for several names.
     if (path.isEmpty() || path.contains(u'"') || !isTakenAsItStands) return;
-    selectFile(path);
-    if (QLineEdit* const box = nameBox(*this)) box->selectAll();
+    selectFile(path);  // which its own dialog shows selected, so that it can be typed over
 }
 
 // What is typed, when it is a name that Qt's own dialog does not take; else empty.
