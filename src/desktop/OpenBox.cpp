@@ -88,14 +88,20 @@ class LateClicks : public QObject {
         if (modal != nullptr && blocks(modal, button)) return true;
         if (boxes_.anyOver(button->window())) return true;
         const bool mayBeClicked = button->isVisible() && button->isEnabled();
-        return !mayBeClicked && !button->isCheckable() && lose(*watched, event);
+        return !mayBeClicked && lose(*button, event);
     }
 
   private:
-    // The button ends its timer, and nobody hears of the click.
-    static bool lose(QObject& button, QEvent* event) {
+    // The button ends its timer, and nobody hears of the click: it stays checked or unchecked, and so do
+    // others.
+    static bool lose(QAbstractButton& button, QEvent* event) {
         const QSignalBlocker quiet(button);
-        button.event(event);
+        const bool checked = button.isChecked();
+        const bool exclusive = button.autoExclusive();
+        button.setAutoExclusive(false);
+        static_cast<QObject&>(button).event(event);
+        button.setChecked(checked);
+        button.setAutoExclusive(exclusive);
         return true;
     }
 

@@ -150,6 +150,33 @@ TEST_F(WindowBeneathABox, LosesAClickThatIsLateWhenItHasBeenHidden) {
     EXPECT_EQ(clicks, 1);
 }
 
+TEST_F(WindowBeneathABox, LosesATickThatIsLateWhenItHasBeenHidden) {
+    QCheckBox tick(window);
+    QRadioButton first(window), second(window);
+    first.setChecked(true);
+    int signals = 0;
+    for (QAbstractButton* button :
+         {static_cast<QAbstractButton*>(&tick), static_cast<QAbstractButton*>(&first),
+          static_cast<QAbstractButton*>(&second)}) {
+        button->show();
+        QObject::connect(button, &QAbstractButton::toggled, window, [&signals] { ++signals; });
+        QObject::connect(button, &QAbstractButton::clicked, window, [&signals] { ++signals; });
+    }
+    tick.animateClick();
+    second.animateClick();
+    window->hide();
+    QTest::qWait(kLate);
+    EXPECT_EQ(signals, 0);
+    EXPECT_FALSE(tick.isChecked());
+    EXPECT_TRUE(first.isChecked());
+    EXPECT_FALSE(second.isChecked());
+    window->show();
+    second.click();
+    EXPECT_FALSE(first.isChecked());
+    EXPECT_TRUE(second.isChecked());
+    EXPECT_EQ(signals, 3);
+}
+
 TEST_F(WindowBeneathABox, LosesAClickThatIsLateWhenItsButtonHasBeenDisabled) {
     closing->animateClick();
     closing->setEnabled(false);
