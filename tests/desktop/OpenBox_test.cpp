@@ -181,9 +181,10 @@ TEST_F(WindowBeneathABox, LosesAClickThatIsLateWhenItsButtonHasBeenDisabled) {
     closing->animateClick();
     closing->setEnabled(false);
     QTest::qWait(kLate);
+    ASSERT_TRUE(window && window->isVisible());
     closing->setEnabled(true);
     QTest::qWait(kLate);
-    EXPECT_TRUE(window && window->isVisible());
+    ASSERT_TRUE(window && window->isVisible());
     closing->click();
     EXPECT_TRUE(isGone(window));
 }
